@@ -1,0 +1,48 @@
+// The tags of a DXF record: group code and value, with their places in the record's bytes.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qrs::dxf {
+
+// One tag as it stands in a record. The value is the bytes between the line ends, as they stand (leading blanks kept).
+struct Tag {
+    int code = 0;
+    std::string_view value;
+    std::uint32_t begin = 0;  // offset in the record of the first byte of the code line
+    std::uint32_t end = 0;    // offset behind the value's line end
+};
+
+// A tag to be written; the value is in the bytes of the file.
+struct NewTag {
+    int code;
+    std::string value;
+};
+
+// Walks the tags of one record. Only well-formed records reach it: the reader checks each line when it opens a file.
+class TagCursor {
+  public:
+    explicit TagCursor(std::string_view record) : record_(record) {}
+    // False at the end of the record. Comments (999) are passed over.
+    bool next(Tag& tag);
+
+  private:
+    std::string_view record_;
+    std::size_t position_ = 0;
+};
+
+// Conversions of values; blanks around a number are allowed. The fallback for text that is no number.
+std::int64_t toInteger(std::string_view value, std::int64_t fallback = 0);
+double toReal(std::string_view value, double fallback = 0.0);
+// Hexadecimal handle; 0 when the value is none.
+std::uint64_t toHandle(std::string_view value);
+std::string handleText(std::uint64_t handle);
+// Shortest decimal text that reads back as the same double and always holds a '.', as drawings write reals.
+std::string realText(double value);
+// The value without leading and trailing blanks.
+std::string_view trimmed(std::string_view value);
+
+}  // namespace qrs::dxf

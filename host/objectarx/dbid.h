@@ -1,0 +1,49 @@
+// Object ids: which object of which drawing, valid as long as the drawing is open.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "acadstrc.h"
+#include "adesk.h"
+
+class AcDbDatabase;
+class AcRxClass;
+class AcDbHandle;
+
+// Small and copied freely. The number of the drawing (from 1) and of its record tell the object.
+class QRS_HOST_PORT AcDbObjectId {
+  public:
+    AcDbObjectId() = default;
+    AcDbObjectId(std::uint32_t database, std::uint32_t record) : database_(database), record_(record) {}
+    static const AcDbObjectId kNull;
+
+    bool isNull() const { return database_ == 0; }
+    // True when the drawing is open and holds the object (erased ones included).
+    bool isValid() const;
+    bool isErased() const;
+    void setNull() { *this = AcDbObjectId(); }
+    // The drawing the object belongs to; null when the drawing was closed.
+    AcDbDatabase* database() const;
+    AcRxClass* objectClass() const;
+    AcDbHandle handle() const;
+
+    std::int64_t asOldId() const { return static_cast<std::int64_t>((std::uint64_t(database_) << 32) | record_); }
+    static AcDbObjectId fromOldId(std::int64_t id) {
+        return AcDbObjectId(static_cast<std::uint32_t>(std::uint64_t(id) >> 32), static_cast<std::uint32_t>(id));
+    }
+
+    std::uint32_t databaseNumber() const { return database_; }
+    std::uint32_t recordNumber() const { return record_; }
+
+    bool operator==(const AcDbObjectId& other) const { return asOldId() == other.asOldId(); }
+    bool operator!=(const AcDbObjectId& other) const { return asOldId() != other.asOldId(); }
+    bool operator<(const AcDbObjectId& other) const { return asOldId() < other.asOldId(); }
+
+  private:
+    std::uint32_t database_ = 0;
+    std::uint32_t record_ = 0;
+};
+
+using AcDbObjectIdArray = std::vector<AcDbObjectId>;

@@ -1,0 +1,42 @@
+// Text in code pages. The ANSI code page is Windows' own there and 936 elsewhere unless a setting changes it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "host/platform/port.h"
+
+namespace qrs::platform {
+
+constexpr unsigned kUtf8 = 65001;
+
+QRS_HOST_PORT unsigned ansiCodePage();
+// False, nothing changed, when the system does not know the code page.
+QRS_HOST_PORT bool setAnsiCodePage(unsigned codePage);
+
+QRS_HOST_PORT bool isKnownCodePage(unsigned codePage);
+
+// True when the byte opens a two-byte character of the code page (never for single-byte code pages and UTF-8).
+QRS_HOST_PORT bool isLeadByte(unsigned codePage, unsigned char byte);
+
+// Bytes that are no text of the code page become U+FFFD each. Code points outside the basic plane become one wchar_t
+// where it has 32 bits and a surrogate pair where it has 16.
+QRS_HOST_PORT std::wstring decode(unsigned codePage, std::string_view bytes);
+// As decode, but false when some byte is no text of the code page.
+QRS_HOST_PORT bool decodeStrict(unsigned codePage, std::string_view bytes, std::wstring& text);
+// False when a character has no place in the code page; out then holds what came before it.
+QRS_HOST_PORT bool encode(unsigned codePage, std::wstring_view text, std::string& out);
+
+QRS_HOST_PORT std::wstring fromUtf8(std::string_view bytes);
+// A lone surrogate is written as its three bytes, so nothing is lost.
+QRS_HOST_PORT std::string toUtf8(std::wstring_view text);
+
+// The next code point of a wide text at position i, which moves behind it; joins surrogate pairs.
+QRS_HOST_PORT char32_t nextCodePoint(std::wstring_view text, std::size_t& i);
+QRS_HOST_PORT void appendCodePoint(std::wstring& text, char32_t codePoint);
+
+// Comparison as the editor compares names: simple upper-case folding of each code point, no locale.
+QRS_HOST_PORT int compareNoCase(std::wstring_view a, std::wstring_view b);
+QRS_HOST_PORT std::wstring foldCase(std::wstring_view text);
+
+}  // namespace qrs::platform

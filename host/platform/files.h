@@ -1,0 +1,97 @@
+// Files: names in the inner form, reading, mapping, and writing that never leaves half a file.
+//
+// The inner form of a path uses backslashes on every system, as the editor gives them; it becomes a native path only at
+// the moment of opening. On POSIX separators are swapped and names are matched without regard to case, so that
+// "\srv\std\PWX.QDSL" opens /srv/std/pwx.qdsl. Bytes of a POSIX name that are no UTF-8 survive the round trip.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/platform/error.h"
+#include "host/platform/port.h"
+
+namespace qrs::platform {
+
+// The native path of an inner one. Of several names that differ only in case the exact one wins, then the first in
+// code-unit order; a component that does not exist stays as it is written.
+QRS_HOST_PORT std::filesystem::path nativePath(std::wstring_view inner);
+
+// The inner form of a native path. On POSIX '/' becomes '\'.
+QRS_HOST_PORT std::wstring innerPath(const std::filesystem::path& native);
+
+// A path typed by a person: '/' is accepted as a separator on every system and turned into '\'.
+QRS_HOST_PORT std::wstring innerFromTyped(std::wstring_view typed);
+
+// Folder joined with a name: exactly one backslash between them.
+QRS_HOST_PORT std::wstring joinPath(std::wstring_view folder, std::wstring_view name);
+
+// True when the inner path names an existing file (not a folder).
+QRS_HOST_PORT bool fileExists(std::wstring_view inner);
+QRS_HOST_PORT bool folderExists(std::wstring_view inner);
+
+// Names (without folder) of the files in a folder that match a pattern of '*' and '?', without regard to case, in the
+// order in which the file system enumerates them. Folders are not listed. An unreadable folder gives an empty list.
+QRS_HOST_PORT std::vector<std::wstring> listFiles(std::wstring_view folder, std::wstring_view pattern);
+
+// The whole content of a file. False, with the reason in error, when it cannot be read.
+QRS_HOST_PORT bool readFile(const std::filesystem::path& native, std::string& content, Error& error);
+
+// A file mapped for reading. Empty files map to empty bytes.
+class MappedFile {
+  public:
+    // Null, with the reason in error, when the file cannot be opened or is no ordinary file.
+    static std::unique_ptr<MappedFile> open(const std::filesystem::path& native, Error& error);
+
+    virtual ~MappedFile() = default;
+    MappedFile(const MappedFile&) = delete;
+    MappedFile& operator=(const MappedFile&) = delete;
+
+    std::string_view bytes() const { return bytes_; }
+
+    // True when the native path names the very file that is mapped (by identity, not by name).
+    virtual bool isSameFile(const std::filesystem::path& native) const = 0;
+
+  protected:
+    MappedFile() = default;
+    std::string_view bytes_;
+};
+
+// A file that appears whole or not at all: written under a temporary name in the target's folder, flushed to the disk,
+// then renamed over the target. Destroyed without commit it leaves the target as it was and removes the temporary file.
+// A target that is a symbolic link is followed: the file it names is replaced, the link stays. The permissions of an
+// existing target are kept; a read-only target is refused.
+class QRS_HOST_PORT AtomicFile {
+  public:
+    AtomicFile();
+    ~AtomicFile();
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+
+    // False, with the reason in error, when the temporary file cannot be made.
+    bool begin(const std::filesystem::path& target, Error& error);
+    // Appends; small pieces are gathered. A failure is remembered and told by commit.
+    void write(std::string_view bytes);
+    // Flushes, keeps the previous file as "<target>.bak" when asked (replacing an older one), and renames.
+    // False, with the reason in error, when any write, the flush or the rename failed; the target is then untouched.
+    bool commit(bool keepBackup, Error& error);
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+// The whole of a small file through AtomicFile.
+QRS_HOST_PORT bool writeFileAtomically(const std::filesystem::path& native, std::string_view content, bool keepBackup,
+                                       Error& error);
+
+// The folder the running program lies in; the user's temporary folder (inner form, ending in a backslash).
+QRS_HOST_PORT std::filesystem::path programFolder();
+QRS_HOST_PORT std::wstring temporaryFolder();
+
+}  // namespace qrs::platform

@@ -1,0 +1,27 @@
+// A shared library loaded at run time.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+#include "host/platform/error.h"
+
+namespace qrs::platform {
+
+// Loaded as long as the object lives.
+class Library {
+  public:
+    // Null, with the reason in error, when the file cannot be loaded.
+    static std::unique_ptr<Library> load(const std::filesystem::path& native, Error& error);
+    virtual ~Library() = default;
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+
+    // The address of an exported symbol, or null.
+    virtual void* symbol(const char* name) const = 0;
+
+  protected:
+    Library() = default;
+};
+
+}  // namespace qrs::platform
