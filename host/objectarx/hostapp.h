@@ -1,0 +1,90 @@
+// The application underneath the editor's interface, as a program that carries it sees it.
+//
+//     qrs::host::Application application(terminal);
+//     application.setSystemFolder(L"\\usr\\share\\qrs_pipeSystem");
+//     application.openDocument("house.dxf", error);
+//     application.loadPlugin("qrs_pipeSystem.so", error);
+//     bool allDone = application.run(/*keepGoing=*/false);
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/platform/error.h"
+#include "host/platform/port.h"
+
+class AcApDocument;
+
+namespace qrs::host {
+
+// What came back at a prompt: a line, Esc, or nothing more will come.
+enum class Reply { Line, Cancel, End };
+
+// Where answers come from and printed text goes. One per application.
+class QRS_HOST_PORT Terminal {
+  public:
+    virtual ~Terminal();
+    // Asks for one line. The prompt is the text of the line being asked on ("Command: "); a terminal shows it, a script
+    // prints it with the answer behind it, so that a transcript reads like the editor's text window.
+    virtual Reply readLine(const std::wstring& prompt, std::wstring& line) = 0;
+    // Text of the command line, "\n" line ends.
+    virtual void print(std::wstring_view text) = 0;
+    // One clear message about something that went wrong, without line end.
+    virtual void error(std::wstring_view message) = 0;
+};
+
+class QRS_HOST_PORT Application {
+  public:
+    // One lives at a time.
+    explicit Application(Terminal& terminal);
+    // Unloads the plug-ins (newest first), closes the drawings without saving.
+    ~Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+    static Application* current();
+
+    // The suite's system folder and the folders of the support search path, inner form. Before plug-ins are loaded.
+    void setSystemFolder(std::wstring_view folder);
+    void addSupportFolder(std::wstring_view folder);
+    const std::wstring& systemFolder() const;
+    const std::vector<std::wstring>& supportFolders() const;
+
+    // Loads a plug-in: its library entry runs, kInitAppMsg is sent, then kLoadDwgMsg for every open drawing.
+    // False, with the reason in error, when it cannot be loaded or has no acrxEntryPoint or refuses.
+    bool loadPlugin(const std::filesystem::path& native, platform::Error& error);
+    // kUnloadDwgMsg for every open drawing, kUnloadAppMsg, then the library leaves the process. By file name, extension
+    // optional. False when no such plug-in is loaded or it is locked.
+    bool unloadPlugin(std::wstring_view name, platform::Error& error);
+    std::vector<std::wstring> pluginNames() const;
+
+    // Drawings. A drawing opened or made becomes the current one.
+    bool newDocument(platform::Error& error);
+    bool openDocument(const std::filesystem::path& native, platform::Error& error);
+    // Closes the current drawing without saving; another open one, if any, becomes current.
+    bool closeDocument(platform::Error& error);
+    // Writes the current drawing; see dxf::Drawing::save.
+    bool saveDocument(const std::filesystem::path& native, bool keepBackup, platform::Error& error);
+    AcApDocument* currentDocument() const;
+    bool hasUnsavedChanges() const;
+
+    // Reads commands from the terminal and runs them until QUIT or the end of the input. True when no command failed.
+    // Unless keepGoing, the first failing command ends the run.
+    bool run(bool keepGoing);
+    // Set by the QUIT command.
+    void requestQuit();
+
+    // Names of all registered commands, for completion.
+    std::vector<std::wstring> commandNames() const;
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+// From inside a command: it failed, and why. The message goes to Terminal::error; the run stops unless it keeps going.
+QRS_HOST_PORT void failCommand(std::wstring_view message);
+
+}  // namespace qrs::host

@@ -1,0 +1,32 @@
+// Keeps the calls a plug-in makes to the host.
+#include "host/platform/callrecord.h"
+
+#include "host/platform/codepage.h"
+
+namespace qrs::platform {
+
+namespace {
+CallRecorder* newest = nullptr;
+}
+
+CallRecorder::CallRecorder() : previous_(newest) {
+    newest = this;
+}
+
+CallRecorder::~CallRecorder() {
+    newest = previous_;
+}
+
+bool CallRecorder::isRecording() {
+    return newest != nullptr;
+}
+
+void CallRecorder::record(std::string call) {
+    if (newest) newest->calls_.push_back(std::move(call));
+}
+
+std::string recordedText(const std::wstring& text) {
+    return toUtf8(text);
+}
+
+}  // namespace qrs::platform
