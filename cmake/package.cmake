@@ -1,1 +1,43 @@
-# Package.
+# cmake --install: the program, the module, the host, their headers, the system folder, and a package for
+#     find_package(qrs_pipeSystem CONFIG)   ->   qrs::pipeSystem, qrs::host
+include(CMakePackageConfigHelpers)
+
+set(plugin_folder lib/qrs_pipeSystem)
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/qrs_pipeSystem)
+set(header_folder ${CMAKE_INSTALL_INCLUDEDIR}/qrs_pipeSystem)
+
+if(UNIX)
+    file(RELATIVE_PATH host_from_plugin /${plugin_folder} /${CMAKE_INSTALL_LIBDIR})
+    file(RELATIVE_PATH host_from_program /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
+    set_target_properties(qrs_pipeSystem PROPERTIES INSTALL_RPATH "$ORIGIN/${host_from_plugin}")
+    if(TARGET qrsconsole)
+        set_target_properties(qrsconsole PROPERTIES INSTALL_RPATH "$ORIGIN/${host_from_program}")
+    endif()
+endif()
+
+install(TARGETS qrs_host EXPORT qrs_pipeSystemTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS qrs_pipeSystem EXPORT qrs_pipeSystemTargets
+    LIBRARY DESTINATION ${plugin_folder}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${plugin_folder})
+if(TARGET qrsconsole)
+    install(TARGETS qrsconsole RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
+
+install(DIRECTORY module/include/ DESTINATION ${header_folder} FILES_MATCHING PATTERN "*.h")
+# The host's public headers; the workings below them stay home.
+foreach(room platform mfc objectarx)
+    file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/host/${room}/*.h)
+    install(FILES ${headers} DESTINATION ${header_folder}/host/${room})
+endforeach()
+install(DIRECTORY host/suite/ DESTINATION ${header_folder}/host/suite FILES_MATCHING PATTERN "*.h")
+
+install(EXPORT qrs_pipeSystemTargets NAMESPACE qrs:: DESTINATION ${package_folder})
+configure_package_config_file(cmake/qrs_pipeSystemConfig.cmake.in ${CMAKE_BINARY_DIR}/qrs_pipeSystemConfig.cmake
+    INSTALL_DESTINATION ${package_folder})
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/qrs_pipeSystemConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/qrs_pipeSystemConfig.cmake ${CMAKE_BINARY_DIR}/qrs_pipeSystemConfigVersion.cmake
+    DESTINATION ${package_folder})
