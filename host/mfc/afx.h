@@ -1,0 +1,18 @@
+// Base of the framework classes: CObject, with the text class and the collections.
+#pragma once
+
+#include "afxstr.h"
+#include "afxtypes.h"
+
+// Base of what is owned by pointer; not copied.
+class QRS_HOST_PORT CObject {
+  public:
+    virtual ~CObject();
+    CObject(const CObject&) = delete;
+    CObject& operator=(const CObject&) = delete;
+
+  protected:
+    CObject();
+};
+
+#include "afxcoll.h"
