@@ -1,0 +1,1 @@
+// The specification of double-pipe fittings.

@@ -1,0 +1,1 @@
+// What a drawing shows of its pipe systems, and redrawing.

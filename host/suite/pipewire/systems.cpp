@@ -1,0 +1,1 @@
+// Names, types and object colours of the pipe library.

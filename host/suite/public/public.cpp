@@ -1,0 +1,1 @@
+// The suite's shared settings and pipe materials.

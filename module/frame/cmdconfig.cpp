@@ -1,0 +1,1 @@
+// Reads the command configuration file CmdConfig.xml.

@@ -1,0 +1,1 @@
+// Per-document entries of the module and the reactor that keeps them.

@@ -1,0 +1,1 @@
+// The library entry and the message entry of the module.

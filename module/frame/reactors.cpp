@@ -1,0 +1,1 @@
+// The reactor that listens to the editor's commands.

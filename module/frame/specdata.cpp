@@ -1,0 +1,1 @@
+// Reads the double-pipe fitting specification file SpecData.xml.

@@ -1,0 +1,1 @@
+// Start-up and tear-down, step by step.

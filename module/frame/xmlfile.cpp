@@ -1,0 +1,1 @@
+// Opens XML files of the system folder.

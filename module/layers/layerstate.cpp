@@ -1,0 +1,1 @@
+// What several layer commands share: refreshing the layer state, freezing and thawing.

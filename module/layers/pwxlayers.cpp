@@ -1,0 +1,1 @@
+// PwxTool: layers of a drawing.

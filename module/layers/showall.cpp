@@ -1,0 +1,1 @@
+// Shows every layer, system and object of a drawing again.
