@@ -34,6 +34,8 @@ class QRS_HOST_PORT Terminal {
     virtual void print(std::wstring_view text) = 0;
     // One clear message about something that went wrong, without line end.
     virtual void error(std::wstring_view message) = 0;
+    // True when a person answers, who can be asked before something is lost.
+    virtual bool isInteractive() const { return false; }
 };
 
 class QRS_HOST_PORT Application {
@@ -45,6 +47,7 @@ class QRS_HOST_PORT Application {
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
     static Application* current();
+    Terminal& terminal() const;
 
     // The suite's system folder and the folders of the support search path, inner form. Before plug-ins are loaded.
     void setSystemFolder(std::wstring_view folder);

@@ -1,0 +1,194 @@
+// The editable prompt: libedit's line editing, history and completion.
+#include "console/terminals.h"
+
+#if defined(QRS_HAVE_LIBEDIT)
+
+#include <histedit.h>
+
+#include <algorithm>
+#include <clocale>
+#include <cstdio>
+#include <cstring>
+
+#include "host/platform/codepage.h"
+
+namespace qrs::console {
+
+namespace {
+
+constexpr int kHistorySize = 500;
+
+struct EndEditLine {
+    void operator()(EditLine* editor) const { el_end(editor); }
+};
+struct EndHistory {
+    void operator()(HistoryW* history) const { history_wend(history); }
+};
+
+// libedit reads and shows in the locale's encoding. Anything but UTF-8 there would lose Chinese answers.
+void useUtf8Locale() {
+    const char* chosen = std::setlocale(LC_CTYPE, "");
+    if (chosen == nullptr || (std::strstr(chosen, "UTF-8") == nullptr && std::strstr(chosen, "utf8") == nullptr))
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+}
+
+class EditingTerminal : public ConsoleTerminal {
+  public:
+    EditingTerminal(std::function<std::vector<std::wstring>()> commandNames, const std::filesystem::path& history);
+    ~EditingTerminal() override;
+    host::Reply readLine(const std::wstring& prompt, std::wstring& line) override;
+    bool isInteractive() const override { return true; }
+
+  private:
+    static EditingTerminal& of(EditLine* editor);
+    static wchar_t* showPrompt(EditLine* editor);
+    static unsigned char cancel(EditLine* editor, wint_t key);
+    static unsigned char complete(EditLine* editor, wint_t key);
+    std::vector<std::wstring> candidates(const std::wstring& typed) const;
+    void remember(const std::wstring& line);
+
+    std::function<std::vector<std::wstring>()> commandNames_;
+    std::string historyFile_;
+    std::unique_ptr<EditLine, EndEditLine> editor_;
+    std::unique_ptr<HistoryW, EndHistory> history_;
+    std::wstring prompt_;
+    bool cancelled_ = false;
+};
+
+EditingTerminal::EditingTerminal(std::function<std::vector<std::wstring>()> commandNames,
+                                 const std::filesystem::path& history)
+    : commandNames_(std::move(commandNames)), historyFile_(history.string()) {
+    useUtf8Locale();
+    editor_.reset(el_init("qrsconsole", stdin, stdout, stderr));
+    history_.reset(history_winit());
+    EditLine* const editor = editor_.get();
+    if (editor == nullptr || history_ == nullptr) return;
+    HistEventW event;
+    history_w(history_.get(), &event, H_SETSIZE, kHistorySize);
+    history_w(history_.get(), &event, H_SETUNIQUE, 1);
+    if (!historyFile_.empty()) history_w(history_.get(), &event, H_LOAD, historyFile_.c_str());
+    el_wset(editor, EL_CLIENTDATA, this);
+    el_wset(editor, EL_PROMPT, &EditingTerminal::showPrompt);
+    el_wset(editor, EL_HIST, history_w, history_.get());
+    el_wset(editor, EL_EDITOR, L"emacs");
+    el_wset(editor, EL_ADDFN, L"qrs-cancel", L"Cancel the command", &EditingTerminal::cancel);
+    el_wset(editor, EL_ADDFN, L"qrs-complete", L"Complete a command name", &EditingTerminal::complete);
+    el_wset(editor, EL_BIND, L"^C", L"qrs-cancel", nullptr);
+    el_wset(editor, EL_BIND, L"^I", L"qrs-complete", nullptr);
+    // While a line is edited ^C is a key like the others; while a command runs it ends the program as usual.
+    el_wset(editor, EL_SETTY, L"-d", L"-isig", nullptr);
+}
+
+EditingTerminal::~EditingTerminal() {
+    if (history_ == nullptr || historyFile_.empty()) return;
+    HistEventW event;
+    // A history that cannot be kept is no reason to complain at the end of a session.
+    history_w(history_.get(), &event, H_SAVE, historyFile_.c_str());
+}
+
+EditingTerminal& EditingTerminal::of(EditLine* editor) {
+    void* self = nullptr;
+    el_wget(editor, EL_CLIENTDATA, &self);
+    return *static_cast<EditingTerminal*>(self);
+}
+
+wchar_t* EditingTerminal::showPrompt(EditLine* editor) { return of(editor).prompt_.data(); }
+
+unsigned char EditingTerminal::cancel(EditLine* editor, wint_t) {
+    of(editor).cancelled_ = true;
+    el_wset(editor, EL_REFRESH);
+    return CC_EOF;
+}
+
+std::vector<std::wstring> EditingTerminal::candidates(const std::wstring& typed) const {
+    std::vector<std::wstring> found;
+    for (const std::wstring& name : commandNames_())
+        if (name.size() >= typed.size() && platform::compareNoCase(name.substr(0, typed.size()), typed) == 0)
+            found.push_back(name);
+    std::sort(found.begin(), found.end(),
+              [](const auto& a, const auto& b) { return platform::compareNoCase(a, b) < 0; });
+    return found;
+}
+
+// Completes the one word before the cursor: to the only name it can become, or as far as all of them agree; when that
+// adds nothing the names are listed.
+unsigned char EditingTerminal::complete(EditLine* editor, wint_t) {
+    EditingTerminal& self = of(editor);
+    const LineInfoW* line = el_wline(editor);
+    const std::wstring typed(line->buffer, line->cursor);
+    if (typed.empty() || typed.find(L' ') != std::wstring::npos) return CC_ERROR;
+    const std::vector<std::wstring> found = self.candidates(typed);
+    if (found.empty()) return CC_ERROR;
+    std::wstring common = found.front();
+    for (const std::wstring& name : found) {
+        std::size_t same = 0;
+        while (same < common.size() && same < name.size() &&
+               platform::compareNoCase(common.substr(same, 1), name.substr(same, 1)) == 0)
+            ++same;
+        common.resize(same);
+    }
+    if (common.size() > typed.size() || found.size() == 1) {
+        el_wdeletestr(editor, static_cast<int>(typed.size()));
+        return el_winsertstr(editor, common.c_str()) == 0 ? CC_REFRESH : CC_ERROR;
+    }
+    std::string list = "\n";
+    for (const std::wstring& name : found) list += platform::toUtf8(name) + "\n";
+    self.write(list);
+    return CC_REDISPLAY;
+}
+
+void EditingTerminal::remember(const std::wstring& line) {
+    if (line.empty()) return;
+    HistEventW event;
+    history_w(history_.get(), &event, H_ENTER, line.c_str());
+}
+
+host::Reply EditingTerminal::readLine(const std::wstring& prompt, std::wstring& line) {
+    if (editor_ == nullptr || history_ == nullptr) return host::Reply::End;
+    // What stands before the prompt's own line is printed: the editor redraws a prompt of one line only.
+    std::wstring placed = placedPrompt(prompt);
+    const std::size_t lastLine = placed.rfind(L'\n');
+    if (lastLine != std::wstring::npos) {
+        print(placed.substr(0, lastLine + 1));
+        placed.erase(0, lastLine + 1);
+    }
+    prompt_ = placed;
+    cancelled_ = false;
+    int count = 0;
+    const wchar_t* typed = el_wgets(editor_.get(), &count);
+    answerEnded();
+    if (cancelled_) {
+        write("\n");
+        return host::Reply::Cancel;
+    }
+    if (typed == nullptr || count <= 0) {
+        write("\n");
+        return host::Reply::End;
+    }
+    line.assign(typed, static_cast<std::size_t>(count));
+    while (!line.empty() && (line.back() == L'\n' || line.back() == L'\r')) line.pop_back();
+    remember(line);
+    return host::Reply::Line;
+}
+
+}  // namespace
+
+std::unique_ptr<ConsoleTerminal> makeInteractiveTerminal(std::function<std::vector<std::wstring>()> commandNames,
+                                                         const std::filesystem::path& history) {
+    return std::make_unique<EditingTerminal>(std::move(commandNames), history);
+}
+
+}  // namespace qrs::console
+
+#else
+
+namespace qrs::console {
+
+std::unique_ptr<ConsoleTerminal> makeInteractiveTerminal(std::function<std::vector<std::wstring>()>,
+                                                         const std::filesystem::path&) {
+    return std::make_unique<PlainTerminal>();
+}
+
+}  // namespace qrs::console
+
+#endif

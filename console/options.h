@@ -1,0 +1,47 @@
+// What the program was asked to do on its command line.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qrs::console {
+
+// What the program returns to the system.
+enum class ExitCode : int {
+    Done = 0,
+    CommandFailed = 1,
+    WrongUsage = 2,
+    CannotRead = 3,   // drawing, script, plug-in, settings file, folder
+    CannotWrite = 4,  // drawing
+};
+
+struct Options {
+    std::filesystem::path drawing;                   // empty: a new drawing
+    std::vector<std::string> lines;                  // --execute, in the order given; UTF-8
+    std::optional<std::filesystem::path> script;     // "-" is standard input
+    std::filesystem::path output;                    // empty: none
+    bool inPlace = false;
+    std::vector<std::filesystem::path> plugins;      // empty: the module beside the program
+    std::optional<std::filesystem::path> system;     // nothing: the installed data
+    std::optional<std::filesystem::path> settings;   // nothing: the user's own
+    std::vector<std::filesystem::path> support;
+    std::optional<unsigned> codePage;
+    double timeoutSeconds = 0;  // 0: none
+    bool keepGoing = false;
+
+    bool hasScript() const { return script.has_value() || !lines.empty(); }
+};
+
+// What became of the command line: the options, or a text to print and the code to return at once.
+struct ParsedOptions {
+    std::optional<Options> options;
+    std::string text;  // help or version (Done), or one line that says what is wrong (WrongUsage)
+    ExitCode code = ExitCode::Done;
+};
+
+// The arguments in UTF-8, the program's name first.
+ParsedOptions parseOptions(const std::vector<std::string>& arguments);
+
+}  // namespace qrs::console

@@ -1,0 +1,67 @@
+// Where answers come from: a script, lines typed without editing, or an editable prompt with history and completion.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "console/script.h"
+#include "host/objectarx/hostapp.h"
+
+namespace qrs::console {
+
+// Prints to standard output and error, and keeps the lines apart: behind an answer the cursor already stands at the
+// start of a line, so the "\n" that opens most texts of the command line would leave an empty one.
+class ConsoleTerminal : public host::Terminal {
+  public:
+    void print(std::wstring_view text) override;
+    void error(std::wstring_view message) override;
+    // False once standard output could not be written (full disk, closed pipe).
+    bool outputWorks() const { return outputWorks_; }
+
+  protected:
+    // The text of a prompt as it is to appear here, "\n" in front when the line before it is not ended.
+    std::wstring placedPrompt(std::wstring_view prompt) const;
+    // The cursor stands behind an answer's line end.
+    void answerEnded() { atLineStart_ = afterAnswer_ = true; }
+    // Where the answer that was read last stands, "show.scr:7: ", or nothing.
+    virtual std::string answerOrigin() const { return {}; }
+    void write(std::string_view utf8);
+
+  private:
+    bool atLineStart_ = true;
+    bool afterAnswer_ = true;  // nothing printed yet: no empty first line either
+    bool outputWorks_ = true;
+};
+
+// Answers from a script. Never waits; behind the last line every prompt finds the end.
+class ScriptTerminal : public ConsoleTerminal {
+  public:
+    explicit ScriptTerminal(Script script) : script_(std::move(script)) {}
+    host::Reply readLine(const std::wstring& prompt, std::wstring& line) override;
+
+  protected:
+    std::string answerOrigin() const override;
+
+  private:
+    Script script_;
+    std::wstring rest_;  // of a line that began with ^C
+    bool hasRest_ = false;
+};
+
+// A person at a keyboard, without line editing.
+class PlainTerminal : public ConsoleTerminal {
+  public:
+    host::Reply readLine(const std::wstring& prompt, std::wstring& line) override;
+    bool isInteractive() const override { return true; }
+};
+
+// A person at a terminal, as well as this build can: with line editing, history and completion, or plain.
+// commandNames gives the words to complete at the command prompt; an empty history path keeps no history.
+std::unique_ptr<ConsoleTerminal> makeInteractiveTerminal(std::function<std::vector<std::wstring>()> commandNames,
+                                                         const std::filesystem::path& history);
+
+}  // namespace qrs::console
