@@ -1,4 +1,4 @@
-// What leaves the module bears QRS_PIPE_PORT; everything else stays inside.
+// What the module exports bears QRS_PIPE_PORT; everything else stays inside.
 #pragma once
 
 #if defined(_WIN32)
