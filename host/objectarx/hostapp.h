@@ -28,12 +28,17 @@ class QRS_HOST_PORT Terminal {
   public:
     virtual ~Terminal();
     // Asks for one line. The prompt is the text of the line being asked on ("Command: "); a terminal shows it, a script
-    // prints it with the answer behind it, so that a transcript reads like the editor's text window.
+    // prints it with the answer behind it, so that a transcript reads like the editor's text window. Whatever the
+    // reply, the output stands at the start of a line afterwards.
     virtual Reply readLine(const std::wstring& prompt, std::wstring& line) = 0;
     // Text of the command line, "\n" line ends.
     virtual void print(std::wstring_view text) = 0;
     // One clear message about something that went wrong, without line end.
     virtual void error(std::wstring_view message) = 0;
+    // True when a person answers: an empty line at the command prompt then repeats the last command.
+    virtual bool isInteractive() const { return false; }
+    // The status bar: a label and how much is done, 0 to 100; -1 when the work is over.
+    virtual void progress(std::wstring_view label, int percent);
     // True when a person answers, who can be asked before something is lost.
     virtual bool isInteractive() const { return false; }
 };

@@ -36,18 +36,20 @@ inline bool AcRxObject::isKindOf(const AcRxClass* aClass) const {
 }
 
 // Inside a class: declares desc, isA and cast.
-#define ACRX_DECLARE_MEMBERS(CLASS)                                                                      \
-    static AcRxClass* desc();                                                                            \
-    AcRxClass* isA() const override;                                                                     \
-    static CLASS* cast(const AcRxObject* object) {                                                       \
+#define ACRX_DECLARE_MEMBERS(CLASS)                                                                             \
+    static AcRxClass* desc();                                                                                   \
+    AcRxClass* isA() const override;                                                                            \
+    static CLASS* cast(const AcRxObject* object) {                                                              \
         return object && object->isKindOf(CLASS::desc()) ? static_cast<CLASS*>(const_cast<AcRxObject*>(object)) \
-                                                         : nullptr;                                      \
+                                                         : nullptr;                                             \
     }
 
 // In one source file: defines them.
-#define ACRX_DEFINE_MEMBERS(CLASS, PARENT)                   \
-    AcRxClass* CLASS::desc() {                               \
+#define ACRX_DEFINE_MEMBERS(CLASS, PARENT)                        \
+    AcRxClass* CLASS::desc() {                                    \
         static AcRxClass description(L## #CLASS, PARENT::desc()); \
-        return &description;                                 \
-    }                                                        \
-    AcRxClass* CLASS::isA() const { return CLASS::desc(); }
+        return &description;                                      \
+    }                                                             \
+    AcRxClass* CLASS::isA() const {                               \
+        return CLASS::desc();                                     \
+    }

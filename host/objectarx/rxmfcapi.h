@@ -1,0 +1,38 @@
+// The part of the editor's interface that speaks of windows: message filters, status bar, resources.
+#pragma once
+
+#include "adesk.h"
+#include "afxwin.h"
+
+class CMDIFrameWnd;
+
+// Sees a window message before the editor does; TRUE keeps it from the editor.
+typedef BOOL (*AcedFilterWinMsgFn)(MSG*);
+
+// FALSE for a null function, and when it is registered already (register) or is not (remove).
+QRS_HOST_PORT BOOL acedRegisterFilterWinMsg(const AcedFilterWinMsgFn filter);
+QRS_HOST_PORT BOOL acedRemoveFilterWinMsg(const AcedFilterWinMsgFn filter);
+
+// Null: this editor has no window of its own.
+QRS_HOST_PORT CMDIFrameWnd* acedGetAcadFrame();
+
+QRS_HOST_PORT void acedUpdateDisplay();
+
+// A progress meter in the status bar; 0 when done, -1 for a range that is none (minimum not below maximum) or a meter
+// that was not set. The position is kept within the range.
+QRS_HOST_PORT int acedSetStatusBarProgressMeter(const ACHAR* label, int minimum, int maximum);
+QRS_HOST_PORT int acedSetStatusBarProgressMeterPos(int position);
+QRS_HOST_PORT void acedRestoreStatusBar();
+
+// For its life the resources are looked for in the module given (or in the one that was in force) first.
+class QRS_HOST_PORT CAcModuleResourceOverride {
+  public:
+    CAcModuleResourceOverride();
+    explicit CAcModuleResourceOverride(HINSTANCE module);
+    ~CAcModuleResourceOverride();
+    CAcModuleResourceOverride(const CAcModuleResourceOverride&) = delete;
+    CAcModuleResourceOverride& operator=(const CAcModuleResourceOverride&) = delete;
+
+  private:
+    HINSTANCE previous_;
+};
