@@ -35,11 +35,10 @@ class QRS_HOST_PORT Terminal {
     virtual void print(std::wstring_view text) = 0;
     // One clear message about something that went wrong, without line end.
     virtual void error(std::wstring_view message) = 0;
-    // True when a person answers: an empty line at the command prompt then repeats the last command.
-    virtual bool isInteractive() const { return false; }
     // The status bar: a label and how much is done, 0 to 100; -1 when the work is over.
     virtual void progress(std::wstring_view label, int percent);
-    // True when a person answers, who can be asked before something is lost.
+    // True when a person answers, who can be asked before something is lost, and for whom an empty line at the command
+    // prompt repeats the last command.
     virtual bool isInteractive() const { return false; }
 };
 

@@ -14,7 +14,6 @@ namespace qrs::host {
 enum SelectFlag : unsigned {
     kSelectOnce = 1,       // one answer ends the selection
     kIgnorePickFirst = 2,  // ask even when there is a pick-first set
-    kOnePick = kSelectOnce | kIgnorePickFirst,
 };
 
 // Asks with prompt for entities that pass the filter (see acedSSGet; null lets all pass). The pick-first set, when the
