@@ -50,6 +50,7 @@ struct Acad {
         eUserBreak,
         eNoInputFiler,
         eUnsupportedFileFormat,
+        eXdataSizeExceeded,
         eEndOfObject,
     };
 };

@@ -2,10 +2,9 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <vector>
 
 #include "acadstrc.h"
+#include "acarray.h"
 #include "adesk.h"
 
 class AcDbDatabase;
@@ -26,7 +25,9 @@ class QRS_HOST_PORT AcDbObjectId {
     void setNull() { *this = AcDbObjectId(); }
     // The drawing the object belongs to; null when the drawing was closed.
     AcDbDatabase* database() const;
+    // The class an open object of this id would have; null when there is none.
     AcRxClass* objectClass() const;
+    // Null when the object has no handle.
     AcDbHandle handle() const;
 
     std::int64_t asOldId() const { return static_cast<std::int64_t>((std::uint64_t(database_) << 32) | record_); }
@@ -46,4 +47,4 @@ class QRS_HOST_PORT AcDbObjectId {
     std::uint32_t record_ = 0;
 };
 
-using AcDbObjectIdArray = std::vector<AcDbObjectId>;
+using AcDbObjectIdArray = AcArray<AcDbObjectId>;

@@ -18,17 +18,20 @@ class QRS_HOST_PORT AcRxObject {
     AcRxObject() = default;
 };
 
-// A class of objects: its name and the class it derives from.
+// A class of objects: its name, the class it derives from, and what drawing files call its objects (null: nothing).
 class QRS_HOST_PORT AcRxClass : public AcRxObject {
   public:
-    AcRxClass(const ACHAR* name, AcRxClass* parent) : name_(name), parent_(parent) {}
+    AcRxClass(const ACHAR* name, AcRxClass* parent, const ACHAR* dxfName = nullptr)
+        : name_(name), parent_(parent), dxfName_(dxfName) {}
     const ACHAR* name() const { return name_; }
+    const ACHAR* dxfName() const { return dxfName_; }
     AcRxClass* myParent() const { return parent_; }
     bool isDerivedFrom(const AcRxClass* other) const;
 
   private:
     const ACHAR* name_;
     AcRxClass* parent_;
+    const ACHAR* dxfName_;
 };
 
 inline bool AcRxObject::isKindOf(const AcRxClass* aClass) const {
@@ -52,4 +55,14 @@ inline bool AcRxObject::isKindOf(const AcRxClass* aClass) const {
     }                                                             \
     AcRxClass* CLASS::isA() const {                               \
         return CLASS::desc();                                     \
+    }
+
+// The same for a class whose objects lie in drawing files as DXFNAME.
+#define ACRX_DEFINE_DXF_MEMBERS(CLASS, PARENT, DXFNAME)                       \
+    AcRxClass* CLASS::desc() {                                                \
+        static AcRxClass description(L## #CLASS, PARENT::desc(), L##DXFNAME); \
+        return &description;                                                  \
+    }                                                                         \
+    AcRxClass* CLASS::isA() const {                                           \
+        return CLASS::desc();                                                 \
     }

@@ -1,0 +1,259 @@
+// The drawing database, and the objects and entities in it.
+//
+//     AcDbLayerTable* table = nullptr;
+//     if (acdbHostApplicationServices()->workingDatabase()->getSymbolTable(table, AcDb::kForRead) == Acad::eOk) {
+//         AcDbObjectId id;
+//         table->getAt(L"PIPE", id);
+//         table->close();
+//     }
+//
+// Objects stay in the drawing file; an open object reads and writes its tags there. Setting a value that an object
+// already has leaves the file untouched.
+#pragma once
+
+#include <memory>
+
+#include "acadstrc.h"
+#include "acdb.h"
+#include "adesk.h"
+#include "adsdef.h"
+#include "dbcolor.h"
+#include "dbhandle.h"
+#include "dbid.h"
+#include "rxobject.h"
+
+class AcDbBlockTable;
+class AcDbDatabase;
+class AcDbDictionary;
+class AcDbDimStyleTable;
+class AcDbLayerTable;
+class AcDbLinetypeTable;
+class AcDbRegAppTable;
+class AcDbSymbolTable;
+class AcDbTextStyleTable;
+
+namespace qrs::host {
+class DatabaseState;
+class ObjectTags;
+struct DetachedTags;
+}  // namespace qrs::host
+
+// An object of a drawing. Either it lies in a database and is open (by acdbOpenObject), or it was made with new and
+// belongs to its maker until a table or container takes it over. Getters need it open for reading or writing, setters
+// open for writing (eNotOpenForWrite otherwise); an object outside a database counts as open for writing.
+class QRS_HOST_PORT AcDbObject : public AcRxObject {
+  public:
+    ACRX_DECLARE_MEMBERS(AcDbObject)
+    ~AcDbObject() override;
+    AcDbObject(const AcDbObject&) = delete;
+    AcDbObject& operator=(const AcDbObject&) = delete;
+
+    // Null until the object lies in a database.
+    AcDbObjectId objectId() const;
+    AcDbObjectId id() const { return objectId(); }
+    // What holds it: the table of a record, the block of an entity. Null when unknown.
+    AcDbObjectId ownerId() const;
+    AcDbDatabase* database() const { return database_; }
+    // Null in drawings without handles.
+    void getAcDbHandle(AcDbHandle& handle) const;
+
+    // Ends one opening; the pointer is not to be used after the last. eNotInDatabase for an object outside a database
+    // (delete it); eNoDatabase when the drawing was closed meanwhile.
+    Acad::ErrorStatus close();
+    // From the only reader to the writer. eWasOpenForWrite when it is already; eWasOpenForRead when others read.
+    Acad::ErrorStatus upgradeOpen();
+    // eNotOpenForWrite when it is not open for writing.
+    Acad::ErrorStatus downgradeOpen();
+    // Takes the object, with what belongs to it alone, out of the drawing for good: an erased object does not come
+    // back, so erase(false) gives ePermanentlyErased for one that was erased.
+    Acad::ErrorStatus erase(bool erasing = true);
+
+    bool isErased() const;
+    bool isReadEnabled() const { return readers_ > 0 || writer_; }
+    bool isWriteEnabled() const { return writer_; }
+    bool isNotifyEnabled() const { return notified_; }
+
+    // The chain of extended data of one application (1001 with its name, then the items), of all applications for null.
+    // Released with acutRelRb. Null when there is none.
+    resbuf* xData(const ACHAR* regAppName = nullptr) const;
+    // Replaces the data of each application the chain names by the items behind its 1001; a 1001 with nothing behind
+    // removes that application's data; other applications' stay. eRegappIdNotFound when an application is not in the
+    // table "APPID", eBadDxfSequence when the chain does not open with 1001 or its brackets (1002) do not match,
+    // eInvalidInput for a type that is no extended data or a text of more than 255 characters, eXdataSizeExceeded
+    // when all data of the object would need more than 16383 bytes. Nothing is changed then.
+    Acad::ErrorStatus setXData(const resbuf* chain);
+
+    // The dictionary that belongs to this object; null when it has none.
+    AcDbObjectId extensionDictionary() const;
+
+  protected:
+    AcDbObject();
+
+    qrs::host::ObjectTags tags() const;
+    // eOk when setters may change the object.
+    Acad::ErrorStatus checkWrite() const;
+    std::uint32_t record() const { return record_; }
+
+  private:
+    friend class qrs::host::DatabaseState;
+
+    AcDbDatabase* database_ = nullptr;
+    std::uint32_t record_;
+    std::uint16_t readers_ = 0;
+    bool writer_ = true;
+    bool notified_ = false;
+    bool orphan_ = false;  // the drawing was closed while the object was open
+    std::unique_ptr<qrs::host::DetachedTags> own_;
+};
+
+// What can be seen in a drawing.
+class QRS_HOST_PORT AcDbEntity : public AcDbObject {
+  public:
+    static AcRxClass* desc();
+    // Tells the kind of entity by name() ("AcDbLine") and dxfName() ("LINE") also for kinds without a C++ class.
+    AcRxClass* isA() const override;
+    static AcDbEntity* cast(const AcRxObject* object) {
+        return object && object->isKindOf(desc()) ? static_cast<AcDbEntity*>(const_cast<AcRxObject*>(object)) : nullptr;
+    }
+    AcDbEntity() = default;
+
+    AcDbObjectId blockId() const { return ownerId(); }
+
+    // The layer's name, as the layer table spells it; as the entity spells it when the table has no such layer.
+    // Released with acutDelString.
+    ACHAR* layer() const;
+    // Null when the table has no such layer.
+    AcDbObjectId layerId() const;
+    // eKeyNotFound (by name) and eInvalidLayer (by id) when there is no such layer. doSubents: the vertices of a
+    // polyline follow; attributes of a block reference keep their own layer.
+    Acad::ErrorStatus setLayer(const ACHAR* newLayer, bool doSubents = true);
+    Acad::ErrorStatus setLayer(AcDbObjectId newLayer, bool doSubents = true);
+
+    AcCmColor color() const;
+    // eNotApplicable for a true colour in a drawing older than AC1018.
+    Acad::ErrorStatus setColor(const AcCmColor& color, bool doSubents = true);
+    // 0 by block, 1 to 255 palette, 256 by layer; of a true colour the index written beside it.
+    Adesk::UInt16 colorIndex() const;
+    Acad::ErrorStatus setColorIndex(Adesk::UInt16 index, bool doSubents = true);
+
+    AcDb::Visibility visibility() const;
+    Acad::ErrorStatus setVisibility(AcDb::Visibility visibility, bool doSubents = true);
+
+    // The linetype's name ("ByLayer" when nothing else is said). Released with acutDelString.
+    ACHAR* linetype() const;
+    // Null when the table has no such linetype.
+    AcDbObjectId linetypeId() const;
+    Acad::ErrorStatus setLinetype(const ACHAR* newLinetype, bool doSubents = true);
+    Acad::ErrorStatus setLinetype(AcDbObjectId newLinetype, bool doSubents = true);
+    double linetypeScale() const;
+    Acad::ErrorStatus setLinetypeScale(double scale, bool doSubents = true);
+
+    AcDb::LineWeight lineWeight() const;
+    // eNotApplicable in a drawing older than AC1015.
+    Acad::ErrorStatus setLineWeight(AcDb::LineWeight weight, bool doSubents = true);
+
+  private:
+    template <typename Change>
+    Acad::ErrorStatus changeCommon(bool doSubents, Change&& change);
+};
+
+// A drawing held open.
+class QRS_HOST_PORT AcDbDatabase : public AcRxObject {
+  public:
+    ACRX_DECLARE_MEMBERS(AcDbDatabase)
+    // buildDefaultDrawing: a new drawing with layer "0" and its model and paper space; otherwise empty, to be filled by
+    // dxfIn. noDocument: accepted, a database belongs to a document only when the editor opens it for one.
+    explicit AcDbDatabase(bool buildDefaultDrawing = true, bool noDocument = false);
+    // Objects still open lose their drawing; closing them is all that may be done with them.
+    ~AcDbDatabase() override;
+    AcDbDatabase(const AcDbDatabase&) = delete;
+    AcDbDatabase& operator=(const AcDbDatabase&) = delete;
+
+    // Reads a drawing in place of the present one; no object may be open (eWasOpenForRead). eFileNotFound, eBadDxfFile;
+    // the database is then as it was. logFileName: when given, what went wrong is written there.
+    Acad::ErrorStatus dxfIn(const ACHAR* fileName, const ACHAR* logFileName = nullptr);
+    // Writes the drawing; a file of that name stays as ".bak". eFileAccessErr when it cannot, the old file then stays.
+    Acad::ErrorStatus dxfOut(const ACHAR* fileName);
+    // The path the drawing was read from or last written to, inner form; empty for a new one. Valid as long as the
+    // database keeps its name.
+    Acad::ErrorStatus getFilename(const ACHAR*& fileName) const;
+
+    // The symbol tables. A table the file lacks is there all the same, with nothing in it.
+    Acad::ErrorStatus getSymbolTable(AcDbBlockTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbDimStyleTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbLayerTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbLinetypeTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbRegAppTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbTextStyleTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getBlockTable(AcDbBlockTable*& table, AcDb::OpenMode mode) { return getSymbolTable(table, mode); }
+    Acad::ErrorStatus getDimStyleTable(AcDbDimStyleTable*& table, AcDb::OpenMode mode) {
+        return getSymbolTable(table, mode);
+    }
+    Acad::ErrorStatus getLayerTable(AcDbLayerTable*& table, AcDb::OpenMode mode) { return getSymbolTable(table, mode); }
+    Acad::ErrorStatus getLinetypeTable(AcDbLinetypeTable*& table, AcDb::OpenMode mode) {
+        return getSymbolTable(table, mode);
+    }
+    Acad::ErrorStatus getRegAppTable(AcDbRegAppTable*& table, AcDb::OpenMode mode) {
+        return getSymbolTable(table, mode);
+    }
+    Acad::ErrorStatus getTextStyleTable(AcDbTextStyleTable*& table, AcDb::OpenMode mode) {
+        return getSymbolTable(table, mode);
+    }
+    AcDbObjectId blockTableId() const;
+    AcDbObjectId dimStyleTableId() const;
+    AcDbObjectId layerTableId() const;
+    AcDbObjectId linetypeTableId() const;
+    AcDbObjectId regAppTableId() const;
+    AcDbObjectId textStyleTableId() const;
+
+    // eKeyNotFound when the drawing has none (old formats).
+    Acad::ErrorStatus getNamedObjectsDictionary(AcDbDictionary*& dictionary, AcDb::OpenMode mode);
+    AcDbObjectId namedObjectsDictionaryId() const;
+
+    // The object with a handle. eUnknownHandle when there is none; eNullHandle for the null one. createIfNotFound is
+    // accepted and of no effect: an id without an object has no use here.
+    Acad::ErrorStatus getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound, const AcDbHandle& handle,
+                                      Adesk::UInt32 xRefId = 0);
+
+    // The current layer; layer "0" when the header names none that exists. Null when that is missing too.
+    AcDbObjectId clayer() const;
+    // eInvalidLayer when the id is no layer of this drawing, or the layer is frozen.
+    Acad::ErrorStatus setClayer(AcDbObjectId layer);
+    // Layer "0"; null when the drawing does not define it.
+    AcDbObjectId layerZero() const;
+    // Null when the drawing does not define it.
+    AcDbObjectId continuousLinetype() const;
+    // True in model space.
+    bool tilemode() const;
+    double ltscale() const;
+    // eInvalidInput unless positive.
+    Acad::ErrorStatus setLtscale(double scale);
+
+  private:
+    friend class qrs::host::DatabaseState;
+    std::unique_ptr<qrs::host::DatabaseState> state_;
+};
+
+// Opens an object. It is closed with close() by the pointer's holder. eNullObjectId; eNoDatabase when its drawing is
+// closed; eInvalidIndex when the id is no object; eWasErased unless openErased; eWasOpenForWrite, eWasOpenForRead,
+// eAtMaxReaders (256) when others have it open; eNotThatKindOfClass. The pointer is null unless eOk.
+QRS_HOST_PORT Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
+                                                   bool openErased = false);
+QRS_HOST_PORT Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode,
+                                                   bool openErased = false);
+inline Acad::ErrorStatus acdbOpenObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead,
+                                        bool openErased = false) {
+    return acdbOpenAcDbObject(object, id, mode, openErased);
+}
+template <class Object>
+Acad::ErrorStatus acdbOpenObject(Object*& object, AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead,
+                                 bool openErased = false) {
+    object = nullptr;
+    AcDbObject* opened = nullptr;
+    const Acad::ErrorStatus status = acdbOpenAcDbObject(opened, id, mode, openErased);
+    if (status != Acad::eOk) return status;
+    object = Object::cast(opened);
+    if (object) return Acad::eOk;
+    opened->close();
+    return Acad::eNotThatKindOfClass;
+}

@@ -1,0 +1,355 @@
+// Symbol tables of a drawing and their records: blocks, layers, linetypes, text styles, registered applications.
+//
+//     AcDbLayerTableIterator* iterator = nullptr;
+//     table->newIterator(iterator);
+//     for (; !iterator->done(); iterator->step()) { ... iterator->getRecordId(id) ... }
+//     delete iterator;
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "dbmain.h"
+#include "gepnt3d.h"
+
+#define ACDB_MODEL_SPACE L"*Model_Space"
+#define ACDB_PAPER_SPACE L"*Paper_Space"
+
+// A named record. Names are compared without regard to case.
+class QRS_HOST_PORT AcDbSymbolTableRecord : public AcDbObject {
+  public:
+    ACRX_DECLARE_MEMBERS(AcDbSymbolTableRecord)
+
+    // The copy is released with acutDelString.
+    Acad::ErrorStatus getName(ACHAR*& name) const;
+    // Valid until the record is closed or its name asked for again.
+    Acad::ErrorStatus getName(const ACHAR*& name) const;
+    // eInvalidInput for an empty name or one with characters that names may not hold; eDuplicateRecordName when another
+    // record of the table has it; eNotApplicable for a record of a drawing whose entities refer to it by name and are
+    // not followed up (all but layers). Renaming a layer takes everything on it along; "0" keeps its name.
+    Acad::ErrorStatus setName(const ACHAR* name);
+
+  protected:
+    AcDbSymbolTableRecord();
+
+  private:
+    mutable std::wstring nameText_;
+};
+
+// Walks the records that were in the table when the walk started; records erased meanwhile are passed over.
+class QRS_HOST_PORT AcDbSymbolTableIterator {
+  public:
+    AcDbSymbolTableIterator(AcDbDatabase* database, std::uint32_t table, bool atBeginning);
+    // skipDeleted is accepted: erased records are gone for good and never met.
+    void start(bool atBeginning = true, bool skipDeleted = true);
+    bool done() const;
+    void step(bool forward = true, bool skipDeleted = true);
+    // eEndOfObject when done.
+    Acad::ErrorStatus getRecordId(AcDbObjectId& recordId) const;
+    Acad::ErrorStatus getRecord(AcDbSymbolTableRecord*& record, AcDb::OpenMode mode = AcDb::kForRead,
+                                bool openErased = false) const;
+    // eKeyNotFound, nothing changed, when the record is not part of the walk.
+    Acad::ErrorStatus seek(AcDbObjectId recordId);
+
+  private:
+    void passErased(bool forward);
+
+    AcDbDatabase* database_;
+    std::uint32_t table_;
+    std::vector<std::uint32_t> records_;
+    std::size_t position_ = 0;  // records_.size() when done
+};
+
+class QRS_HOST_PORT AcDbSymbolTable : public AcDbObject {
+  public:
+    ACRX_DECLARE_MEMBERS(AcDbSymbolTable)
+
+    // eKeyNotFound, id null, when there is none. getErasedRecord is accepted: erased records are not kept.
+    Acad::ErrorStatus getAt(const ACHAR* name, AcDbObjectId& recordId, bool getErasedRecord = false) const;
+    Acad::ErrorStatus getAt(const ACHAR* name, AcDbSymbolTableRecord*& record, AcDb::OpenMode mode = AcDb::kForRead,
+                            bool openErased = false) const;
+    bool has(const ACHAR* name) const;
+    bool has(AcDbObjectId recordId) const;
+    // The iterator is deleted by the caller.
+    Acad::ErrorStatus newIterator(AcDbSymbolTableIterator*& iterator, bool atBeginning = true,
+                                  bool skipDeleted = true) const;
+
+  protected:
+    AcDbSymbolTable() = default;
+    Acad::ErrorStatus addRecord(AcDbObjectId& recordId, AcDbSymbolTableRecord* newRecord);
+};
+
+// The parts of a table that speak of its own record class.
+template <class Record>
+class AcDbTypedTableIterator : public AcDbSymbolTableIterator {
+  public:
+    using AcDbSymbolTableIterator::AcDbSymbolTableIterator;
+    using AcDbSymbolTableIterator::getRecord;
+    Acad::ErrorStatus getRecord(Record*& record, AcDb::OpenMode mode = AcDb::kForRead, bool openErased = false) const {
+        record = nullptr;
+        AcDbObjectId recordId;
+        const Acad::ErrorStatus status = getRecordId(recordId);
+        return status == Acad::eOk ? acdbOpenObject(record, recordId, mode, openErased) : status;
+    }
+};
+
+template <class Record>
+class AcDbTypedSymbolTable : public AcDbSymbolTable {
+  public:
+    using Iterator = AcDbTypedTableIterator<Record>;
+    using AcDbSymbolTable::getAt;
+    using AcDbSymbolTable::newIterator;
+    Acad::ErrorStatus getAt(const ACHAR* name, Record*& tableRecord, AcDb::OpenMode mode,
+                            bool openErased = false) const {
+        tableRecord = nullptr;
+        AcDbObjectId recordId;
+        const Acad::ErrorStatus status = AcDbSymbolTable::getAt(name, recordId, openErased);
+        return status == Acad::eOk ? acdbOpenObject(tableRecord, recordId, mode, openErased) : status;
+    }
+    Acad::ErrorStatus newIterator(Iterator*& iterator, bool atBeginning = true, bool skipDeleted = true) const {
+        (void)skipDeleted;
+        iterator = nullptr;
+        if (!isReadEnabled()) return Acad::eNotOpenForRead;
+        iterator = new Iterator(database(), record(), atBeginning);
+        return Acad::eOk;
+    }
+
+  protected:
+    AcDbTypedSymbolTable() = default;
+};
+
+// The same for tables that take new records.
+template <class Record>
+class AcDbGrowingSymbolTable : public AcDbTypedSymbolTable<Record> {
+  public:
+    // Takes over a record made with new; it is then open for writing. The record takes the form that the drawing's
+    // other records have; what the drawing's version cannot carry is left out. The table, and its section, are put into
+    // a file that lacks them. On an error the record stays the caller's: eNotOpenForWrite, eAlreadyInDb,
+    // eNullObjectPointer, eInvalidInput for a record without a name, eDuplicateRecordName.
+    Acad::ErrorStatus add(Record* newRecord) {
+        AcDbObjectId recordId;
+        return this->addRecord(recordId, newRecord);
+    }
+    Acad::ErrorStatus add(AcDbObjectId& recordId, Record* newRecord) { return this->addRecord(recordId, newRecord); }
+
+  protected:
+    AcDbGrowingSymbolTable() = default;
+};
+
+// --- layers
+
+class AcDbLayerTable;
+
+class QRS_HOST_PORT AcDbLayerTableRecord : public AcDbSymbolTableRecord {
+  public:
+    using Table = AcDbLayerTable;
+    ACRX_DECLARE_MEMBERS(AcDbLayerTableRecord)
+    // On, thawed, unlocked, plottable, white, Continuous, default lineweight.
+    AcDbLayerTableRecord();
+
+    bool isOff() const;
+    Acad::ErrorStatus setIsOff(bool off);
+    bool isFrozen() const;
+    // eInvalidLayer when the current layer is to be frozen.
+    Acad::ErrorStatus setIsFrozen(bool frozen);
+    bool isLocked() const;
+    Acad::ErrorStatus setIsLocked(bool locked);
+    // Frozen in new viewports.
+    bool VPDFLT() const;
+    Acad::ErrorStatus setVPDFLT(bool frozen);
+
+    AcCmColor color() const;
+    // A palette or a true colour (eInvalidInput for others); on and off stay as they are. eNotApplicable for a true
+    // colour in a drawing older than AC1018.
+    Acad::ErrorStatus setColor(const AcCmColor& color);
+
+    // kLnWtByLwDefault when the drawing says nothing.
+    AcDb::LineWeight lineWeight() const;
+    // eNotApplicable in a drawing older than AC1015; eInvalidInput for by-layer, by-block and unknown weights.
+    Acad::ErrorStatus setLineWeight(AcDb::LineWeight weight);
+
+    bool isPlottable() const;
+    // eNotApplicable in a drawing older than AC1015.
+    Acad::ErrorStatus setIsPlottable(bool plottable);
+
+    // Null when the drawing has no linetype of that name.
+    AcDbObjectId linetypeObjectId() const;
+    // eNullObjectId; eWrongObjectType when the id is no linetype; eWrongDatabase when it is another drawing's.
+    Acad::ErrorStatus setLinetypeObjectId(AcDbObjectId id);
+
+  private:
+    friend class AcDbSymbolTable;
+    Acad::ErrorStatus setFlag(const char* call, int bit, bool on);
+    std::wstring recordedName() const;
+};
+
+using AcDbLayerTableIterator = AcDbTypedTableIterator<AcDbLayerTableRecord>;
+
+class QRS_HOST_PORT AcDbLayerTable : public AcDbGrowingSymbolTable<AcDbLayerTableRecord> {
+  public:
+    ACRX_DECLARE_MEMBERS(AcDbLayerTable)
+    AcDbLayerTable() = default;
+};
+
+// --- linetypes
+
+class AcDbLinetypeTable;
+
+class QRS_HOST_PORT AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {
+  public:
+    using Table = AcDbLinetypeTable;
+    ACRX_DECLARE_MEMBERS(AcDbLinetypeTableRecord)
+    // A continuous line.
+    AcDbLinetypeTableRecord();
+
+    // The text that describes the linetype. Released with acutDelString.
+    Acad::ErrorStatus asciiDescription(ACHAR*& text) const;
+    Acad::ErrorStatus setAsciiDescription(const ACHAR* text);
+    // Length of one pattern in drawing units.
+    double patternLength() const;
+    Acad::ErrorStatus setPatternLength(double length);
+    int numDashes() const;
+    // Sets the number of dashes; new ones have length 0.
+    Acad::ErrorStatus setNumDashes(int count);
+    // Dash lengths in drawing units: negative ones are gaps, 0 is a dot. 0.0 for an index out of range.
+    double dashLengthAt(int index) const;
+    // eInvalidIndex outside 0 to numDashes() - 1.
+    Acad::ErrorStatus setDashLengthAt(int index, double length);
+};
+
+using AcDbLinetypeTableIterator = AcDbTypedTableIterator<AcDbLinetypeTableRecord>;
+
+class QRS_HOST_PORT AcDbLinetypeTable : public AcDbGrowingSymbolTable<AcDbLinetypeTableRecord> {
+  public:
+    ACRX_DECLARE_MEMBERS(AcDbLinetypeTable)
+    AcDbLinetypeTable() = default;
+};
+
+// --- text styles
+
+class AcDbTextStyleTable;
+
+class QRS_HOST_PORT AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
+  public:
+    using Table = AcDbTextStyleTable;
+    ACRX_DECLARE_MEMBERS(AcDbTextStyleTableRecord)
+    // No fixed height, width factor 1, upright, font file "txt".
+    AcDbTextStyleTableRecord();
+
+    // Font files. Released with acutDelString.
+    Acad::ErrorStatus fileName(ACHAR*& name) const;
+    Acad::ErrorStatus setFileName(const ACHAR* name);
+    Acad::ErrorStatus bigFontFileName(ACHAR*& name) const;
+    Acad::ErrorStatus setBigFontFileName(const ACHAR* name);
+    // Fixed height in drawing units, 0 when the height is asked for.
+    double textSize() const;
+    Acad::ErrorStatus setTextSize(double size);
+    double xScale() const;
+    Acad::ErrorStatus setXScale(double factor);
+    // Radians.
+    double obliquingAngle() const;
+    Acad::ErrorStatus setObliquingAngle(double angle);
+};
+
+using AcDbTextStyleTableIterator = AcDbTypedTableIterator<AcDbTextStyleTableRecord>;
+
+class QRS_HOST_PORT AcDbTextStyleTable : public AcDbGrowingSymbolTable<AcDbTextStyleTableRecord> {
+  public:
+    ACRX_DECLARE_MEMBERS(AcDbTextStyleTable)
+    AcDbTextStyleTable() = default;
+};
+
+// --- registered applications
+
+class AcDbRegAppTable;
+
+class QRS_HOST_PORT AcDbRegAppTableRecord : public AcDbSymbolTableRecord {
+  public:
+    using Table = AcDbRegAppTable;
+    ACRX_DECLARE_MEMBERS(AcDbRegAppTableRecord)
+    AcDbRegAppTableRecord();
+};
+
+using AcDbRegAppTableIterator = AcDbTypedTableIterator<AcDbRegAppTableRecord>;
+
+class QRS_HOST_PORT AcDbRegAppTable : public AcDbGrowingSymbolTable<AcDbRegAppTableRecord> {
+  public:
+    ACRX_DECLARE_MEMBERS(AcDbRegAppTable)
+    AcDbRegAppTable() = default;
+};
+
+// --- dimension styles (names only)
+
+class AcDbDimStyleTable;
+
+class QRS_HOST_PORT AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
+  public:
+    using Table = AcDbDimStyleTable;
+    ACRX_DECLARE_MEMBERS(AcDbDimStyleTableRecord)
+    AcDbDimStyleTableRecord() = default;
+};
+
+using AcDbDimStyleTableIterator = AcDbTypedTableIterator<AcDbDimStyleTableRecord>;
+
+class QRS_HOST_PORT AcDbDimStyleTable : public AcDbTypedSymbolTable<AcDbDimStyleTableRecord> {
+  public:
+    ACRX_DECLARE_MEMBERS(AcDbDimStyleTable)
+    AcDbDimStyleTable() = default;
+};
+
+// --- blocks
+
+class AcDbBlockTable;
+
+// Walks the entities of a block, model space or paper space in drawing order. Vertices and attributes are passed over,
+// as are entities erased meanwhile.
+class QRS_HOST_PORT AcDbBlockTableRecordIterator {
+  public:
+    AcDbBlockTableRecordIterator(AcDbDatabase* database, std::uint32_t block, bool atBeginning);
+    void start(bool atBeginning = true, bool skipDeleted = true);
+    bool done() const;
+    void step(bool forward = true, bool skipDeleted = true);
+    // eEndOfObject when done.
+    Acad::ErrorStatus getEntityId(AcDbObjectId& entityId) const;
+    Acad::ErrorStatus getEntity(AcDbEntity*& entity, AcDb::OpenMode mode = AcDb::kForRead,
+                                bool openErased = false) const;
+    // eKeyNotFound, nothing changed, when the entity does not lie in the block.
+    Acad::ErrorStatus seek(AcDbObjectId entityId);
+
+  private:
+    enum class Space : std::uint8_t { All, Model, Paper };
+    bool shows(std::uint32_t record) const;
+    void gather();
+
+    AcDbDatabase* database_;
+    Space space_ = Space::All;
+    std::uint32_t head_;     // section or block whose entities are walked; none when the block has no content
+    std::uint32_t end_;      // the record that closes it
+    std::uint32_t current_;  // end_ when done
+    std::vector<std::uint32_t> walked_;  // all entities, once somebody walks backwards
+};
+
+class QRS_HOST_PORT AcDbBlockTableRecord : public AcDbSymbolTableRecord {
+  public:
+    using Table = AcDbBlockTable;
+    ACRX_DECLARE_MEMBERS(AcDbBlockTableRecord)
+    AcDbBlockTableRecord() = default;
+
+    // The iterator is deleted by the caller.
+    Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& iterator, bool atBeginning = true,
+                                  bool skipDeleted = true) const;
+    // True for model space and the paper spaces.
+    bool isLayout() const;
+    bool isAnonymous() const;
+    bool isFromExternalReference() const;
+    bool hasAttributeDefinitions() const;
+    AcGePoint3d origin() const;
+};
+
+using AcDbBlockTableIterator = AcDbTypedTableIterator<AcDbBlockTableRecord>;
+
+class QRS_HOST_PORT AcDbBlockTable : public AcDbTypedSymbolTable<AcDbBlockTableRecord> {
+  public:
+    ACRX_DECLARE_MEMBERS(AcDbBlockTable)
+    AcDbBlockTable() = default;
+};
