@@ -1,0 +1,253 @@
+// Groups of pipe systems: a list in display order and an index by name.
+#include <algorithm>
+
+#include "PipeNodes.h"
+#include "qrs_pipewire.h"
+#include "standard/layerlist.h"
+
+using qrs::standard::equalNoCase;
+
+PipeGroupNode::PipeGroupNode(const CString& groupName, bool canRename) : name_(groupName), canName_(canRename) {}
+
+PipeGroupNode::~PipeGroupNode() = default;
+
+void PipeGroupNode::AddPipeSystem(PipeNode* system) {
+    if (system == nullptr) return;
+    systems_.emplace_back(system);
+    index_[system->PipeName] = system;
+}
+
+bool PipeGroupNode::DeletePipeSystem(const CString& name) {
+    const auto entry = index_.find(name);
+    if (entry == index_.end()) return false;
+    const PipeNode* system = entry->second;
+    const auto place =
+        std::find_if(systems_.begin(), systems_.end(), [system](const auto& s) { return s.get() == system; });
+    if (place != systems_.end()) {
+        // The caller owns the system from here on.
+        static_cast<void>(place->release());
+        systems_.erase(place);
+    }
+    index_.erase(entry);
+    return true;
+}
+
+bool PipeGroupNode::MovePipeSystem(const CString& name, bool up, bool& found) {
+    const int index = GetSystemIndex(name);
+    if (index < 0) return false;
+    found = true;
+    const int other = up ? index - 1 : index + 1;
+    if (other < 0 || other >= GetSystemNum()) return false;
+    std::swap(systems_[static_cast<std::size_t>(index)], systems_[static_cast<std::size_t>(other)]);
+    return true;
+}
+
+bool PipeGroupNode::RenamePipeSystem(const CString& oldName, const CString& newName) {
+    return renameSystem(oldName, newName, false);
+}
+
+// Differs from RenamePipeSystem on purpose: callers with names typed by a person also reach layers whose system name
+// is written in another case.
+bool PipeGroupNode::RenameSystemName(const CString& oldName, const CString& newName) {
+    return renameSystem(oldName, newName, true);
+}
+
+bool PipeGroupNode::renameSystem(const CString& oldName, const CString& newName, bool ignoreCaseInLayers) {
+    const auto entry = index_.find(oldName);
+    if (entry == index_.end()) return false;
+    // Copies: either name may be a reference to the very field that is about to change.
+    const CString from = oldName;
+    const CString to = newName;
+    PipeNode* system = entry->second;
+    system->PipeName = to;
+    for (int i = 0; i < system->GetLayerNum(); ++i) {
+        LayerNode* layer = system->FindLayerNode(i);
+        const bool same = ignoreCaseInLayers ? equalNoCase(layer->SystemName, from) : layer->SystemName == from;
+        if (same) layer->SystemName = to;
+    }
+    index_.erase(entry);
+    index_[to] = system;
+    return true;
+}
+
+PipeNode* PipeGroupNode::FindPipeSystem(const CString& name) const {
+    const auto found = index_.find(name);
+    return found != index_.end() ? found->second : nullptr;
+}
+
+PipeNode* PipeGroupNode::FindPipeSystem(int index) const {
+    return index >= 0 && index < GetSystemNum() ? systems_[static_cast<std::size_t>(index)].get() : nullptr;
+}
+
+PipeNode* PipeGroupNode::FindPipeSystemByLayerName(const CString& layerName) const {
+    for (const auto& system : systems_) {
+        if (system->FindLayerNodeByLayerName(layerName) != nullptr) return system.get();
+    }
+    return nullptr;
+}
+
+int PipeGroupNode::GetSystemNum() const {
+    return static_cast<int>(systems_.size());
+}
+
+bool PipeGroupNode::IsEmpty() const {
+    return systems_.empty();
+}
+
+int PipeGroupNode::GetSystemIndex(const CString& name) const {
+    for (std::size_t i = 0; i < systems_.size(); ++i) {
+        if (systems_[i]->PipeName == name) return static_cast<int>(i);
+    }
+    return -1;
+}
+
+bool PipeGroupNode::GetSystemInfo(int index, PipeBasicNode& info) const {
+    const PipeNode* system = FindPipeSystem(index);
+    if (system == nullptr) return false;
+    info.PipeName = system->PipeName;
+    info.PipeOriginalName = system->PipeOriginalName;
+    info.Dim = system->Dim;
+    info.Remark = system->Remark;
+    info.CanDel = system->CanDel;
+    info.CanName = system->CanName;
+    return true;
+}
+
+void PipeGroupNode::GetAllPipeSystemNames(std::vector<CString>& names) const {
+    // System names are exact keys: two that differ in case are two systems, and both are listed.
+    for (const auto& system : systems_) {
+        if (std::find(names.begin(), names.end(), system->PipeName) == names.end()) names.push_back(system->PipeName);
+    }
+}
+
+bool PipeGroupNode::IsIncludedSystem(const CString& name) const {
+    return index_.count(name) > 0;
+}
+
+void PipeGroupNode::GetPipeGroupInfo(PipeClassificationNode& info, bool includeAliases) const {
+    info.GroupName = name_;
+    info.CanName = canName_;
+    info.Systems.assign(systems_.size(), {});
+    for (std::size_t i = 0; i < systems_.size(); ++i)
+        systems_[i]->GetPipeInfo(info.Systems[i], includeAliases);
+}
+
+bool PipeGroupNode::CanRenameLayerName(const CString& systemName, const CString& layerName) const {
+    return std::none_of(systems_.begin(), systems_.end(), [&](const auto& system) {
+        return !equalNoCase(system->PipeName, systemName) && system->FindLayerNodeByLayerName(layerName) != nullptr;
+    });
+}
+
+int PipeGroupNode::CountLayer(const CString& layerName) const {
+    int count = 0;
+    for (const auto& system : systems_)
+        count += system->CountLayer(layerName);
+    return count;
+}
+
+bool PipeGroupNode::OldSystemNameToCurrentName(const CString& oldName, CString& current) const {
+    for (const auto& system : systems_) {
+        if (system->PipeOriginalName == oldName) {
+            current = system->PipeName;
+            return true;
+        }
+    }
+    return false;
+}
+
+void PipeGroupNode::ConvertOldSysNameToCurrentName() const {
+    for (const auto& system : systems_) {
+        if (system->PipeOriginalName.IsEmpty()) continue;
+        SetPipeSystemName(system->PipeOriginalName.GetString(), system->PipeName.GetString());
+    }
+}
+
+LayerNode* PipeGroupNode::FindLayerNode(const CString& systemName, const CString& layerType) const {
+    for (const auto& system : systems_) {
+        if (!equalNoCase(system->PipeName, systemName)) continue;
+        if (LayerNode* layer = system->FindLayerNode(layerType)) return layer;
+    }
+    return nullptr;
+}
+
+LayerNode* PipeGroupNode::FindLayerNode(const CString& layerName) const {
+    const PipeNode* system = FindPipeSystemByLayerName(layerName);
+    return system != nullptr ? system->FindLayerNodeByLayerName(layerName) : nullptr;
+}
+
+LayerNode* PipeGroupNode::FindLayerNodeByLayerType(const CString& layerType, const CString& layerName) const {
+    for (const auto& system : systems_) {
+        LayerNode* layer = system->FindLayerNode(layerType);
+        if (layer != nullptr && equalNoCase(layer->LayerName, layerName)) return layer;
+    }
+    return nullptr;
+}
+
+bool PipeGroupNode::GetLayerNameByLayerTypeLayerName(const CString& layerType, const CString& layerName,
+                                                     const CString& targetType, CString& out) const {
+    for (const auto& system : systems_) {
+        const LayerNode* layer = system->FindLayerNode(layerType);
+        if (layer == nullptr || !equalNoCase(layer->LayerName, layerName)) continue;
+        const LayerNode* target = system->FindLayerNode(targetType);
+        out = target != nullptr ? target->LayerName : CString();
+        return true;
+    }
+    return false;
+}
+
+void PipeGroupNode::GetAllLayer(LayerNameMap& layers) const {
+    for (const auto& system : systems_)
+        system->GetAllLayer(layers);
+}
+
+void PipeGroupNode::GetAllLayerName(std::vector<CString>& names) const {
+    for (const auto& system : systems_)
+        system->GetAllLayerName(names);
+}
+
+void PipeGroupNode::GetLayerTypes(std::set<CString>& types) const {
+    for (const auto& system : systems_)
+        system->GetLayerTypes(types);
+}
+
+void PipeGroupNode::GetLayerAttachInfo(const CString& attachment, LayerAttachNode& info) const {
+    for (const auto& system : systems_)
+        system->GetLayerAttachInfo(attachment, info);
+}
+
+void PipeGroupNode::InitLayers(LayerNameMap& layers) {
+    for (const auto& system : systems_)
+        system->UpdateLayerTypeMap();
+    GetAllLayer(layers);
+}
+
+bool PipeGroupNode::UpdateLayer(const LayerNode& source) {
+    bool updated = false;
+    for (const auto& system : systems_) {
+        if (!source.SystemName.IsEmpty() && system->PipeName != source.SystemName) continue;
+        updated = system->UpdateLayer(source) || updated;
+    }
+    return updated;
+}
+
+void PipeGroupNode::UpdateLayerTo(PipeGroupNode* target) const {
+    if (target == nullptr || target == this) return;
+    for (const auto& system : systems_)
+        system->UpdateLayerTo(target->FindPipeSystem(system->PipeName));
+}
+
+void PipeGroupNode::CopyFrom(const PipeGroupNode* source) {
+    if (source == nullptr || source == this) return;
+    std::vector<std::unique_ptr<PipeNode>> systems;
+    std::map<const PipeNode*, PipeNode*> copies;
+    for (const auto& system : source->systems_) {
+        systems.emplace_back(system->Clone());
+        copies[system.get()] = systems.back().get();
+    }
+    index_.clear();
+    for (const auto& [name, system] : source->index_)
+        index_[name] = copies.at(system);
+    systems_ = std::move(systems);
+    name_ = source->name_;
+    canName_ = source->canName_;
+}

@@ -1,0 +1,39 @@
+// What the start of the module does with the standard, step by step; the frame calls the steps in its own order.
+//
+// Every step may run whatever the steps before it found. Messages go to the command line, one for each failure.
+#pragma once
+
+namespace qrs::standard {
+
+// Chooses the standard file and loads it. The user's choice (StandardFile of the PipeSystemSetting key) comes first:
+// a bare name lies in the system folder; one that names no file falls back silently to pwx.qdsl there; one that does
+// not load falls back to it with a message. Where that file is missing the built-in default serves; where it does not
+// load there is no standard, with a message. Only the load of the chosen (or, without a choice, the default) file
+// writes its path back. Nothing happens when a standard is loaded already.
+// False when no standard is loaded.
+bool loadCurrentStandard();
+
+// Reads LAYERDEF.DAT of the system folder, when there is one: settings of layers by their key in older standards.
+//
+// It is text in the ANSI code page. A line reads OldKey=LayerName[,colour[,linetype]] with the colour as an index (0 by
+// block, 256 by layer); empty parts change nothing; lines that begin with ';' and empty lines are skipped. Other lines
+// get one message with their line numbers and are skipped.
+void readOldLayerDefinitions();
+
+// Tells the pipe library the current names of the systems that have older ones.
+void convertOldSystemNames();
+
+// Gives the kinds of objects their own colours, then those of the standard.
+void applyObjectColors();
+
+// Reads LineTypeChnShx, LineTypeEngShx, LineTypeHeight and LineTypeScale of the PWXConfig key; a missing value leaves
+// the setting as it is. Needs no standard.
+void readLinetypeTextSettings();
+
+// Builds the look-up of layers by name.
+void initLayerMaps();
+
+// Deletes the standard and everything held with it.
+void releaseStandard();
+
+}  // namespace qrs::standard
