@@ -1,73 +1,33 @@
 // A drawing file: mapped, indexed, edited record by record, saved without loss.
 //
-// The whole file is a row of records that lie end to end: a record is a tag with group code 0 (in the HEADER section: 9)
-// and everything up to the next one, comments included. The index keeps one small Record each; a record's tags are read
-// when somebody asks. Editing copies the record's bytes once and changes only the tags asked for; saving copies
+// The whole file is a row of records that lie end to end: a record is a tag with group code 0 (in the HEADER section:
+// 9) and everything up to the next one, comments included. The index keeps one small Record each; a record's tags are
+// read when somebody asks. Editing copies the record's bytes once and changes only the tags asked for; saving copies
 // untouched stretches of the mapped file in bulk, so a drawing saved unchanged is byte-identical.
 #pragma once
 
 #include <cstdint>
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "host/dxf/arena.h"
+#include "host/dxf/handleindex.h"
+#include "host/dxf/index.h"
+#include "host/dxf/record.h"
 #include "host/dxf/tags.h"
 #include "host/platform/error.h"
 #include "host/platform/files.h"
 
 namespace qrs::dxf {
 
-using RecordId = std::uint32_t;
-constexpr RecordId kNoRecord = 0xFFFFFFFFu;
-using NameId = std::uint32_t;
-constexpr NameId kNoName = 0;
-
-enum class RecordKind : std::uint8_t {
-    Preamble,        // what stands before the first tag
-    Section,         // 0 SECTION, with its 2 name
-    HeaderVariable,  // 9 $NAME
-    Class,           // 0 CLASS
-    Table,           // 0 TABLE: head of a symbol table
-    TableRecord,     // a record of a symbol table
-    EndTable,
-    Block,   // 0 BLOCK: head of a block definition
-    Entity,  // entity of a block definition or of the ENTITIES section, sub-entities (VERTEX, ATTRIB, SEQEND) included
-    EndBlock,
-    Object,  // a record of the OBJECTS section
-    EndSection,
-    EndOfFile,
-    Other,  // a record of an unknown section, or anything behind EOF
-};
-
-enum RecordFlag : std::uint8_t {
-    kErased = 1,
-    kEdited = 2,       // bytes lie in memory, not in the file
-    kNew = 4,          // not in the file as it was read
-    kPaperSpace = 8,   // entity with 67 = 1
-    kInvisible = 16,   // entity with 60 other than 0
-    kSubEntity = 32,   // VERTEX, ATTRIB, SEQEND behind their owner
-    kHasXdata = 64,
-};
-
-struct Record {
-    std::uint64_t offset = 0;     // in the file, or in the edit arena when kEdited
-    std::uint32_t length = 0;     // bytes
-    NameId layer = kNoName;       // code 8, entities only, as spelled in the file
-    std::uint64_t handle = 0;     // code 5 (105 for DIMSTYLE); 0 when it has none
-    RecordId owner = kNoRecord;   // the Section, Table or Block record it lies under; kSubEntity: the main entity
-    std::uint16_t type = 0;       // interned type name (LINE, LAYER, $ACADVER ...): typeName()
-    RecordKind kind = RecordKind::Other;
-    std::uint8_t flags = 0;
-};
-
 class Drawing {
   public:
-    // Reads and indexes a file. Null, with "path:line: reason" in error, when it is damaged, truncated or no DXF; binary
-    // DXF is refused by name.
+    // Reads and indexes a file. Null, with "path:line: reason" in error, when it is damaged, truncated or no DXF;
+    // binary DXF is refused by name.
     static std::unique_ptr<Drawing> open(const std::filesystem::path& native, platform::Error& error);
     // The same from bytes that the drawing keeps; name stands in for the path in messages.
     static std::unique_ptr<Drawing> fromBytes(std::string bytes, const std::string& name, platform::Error& error);
@@ -76,17 +36,17 @@ class Drawing {
     Drawing(const Drawing&) = delete;
     Drawing& operator=(const Drawing&) = delete;
 
-    // Writes everything. False, with the reason in error, when it cannot; the old file is then as it was. keepBackup: an
-    // existing target stays as "<target>.bak". Saving to the file that is mapped is allowed. A save that succeeds clears
-    // isModified; the drawing goes on reading from the file it was opened from.
+    // Writes everything. False, with the reason in error, when it cannot; the old file is then as it was. keepBackup:
+    // an existing target stays as "<target>.bak". Saving to the file that is mapped is allowed. A save that succeeds
+    // clears isModified; the drawing goes on reading from the file it was opened from.
     bool save(const std::filesystem::path& native, bool keepBackup, platform::Error& error);
     bool isModified() const { return modified_; }
     // The drawing's whole text as it would be written; for tests and small drawings.
     std::string toBytes() const;
 
     // --- the index
-    std::size_t recordCount() const;  // new ones included, erased ones too
-    const Record& record(RecordId id) const;
+    std::size_t recordCount() const { return index_.records.size(); }  // new ones included, erased ones too
+    const Record& record(RecordId id) const { return index_.records[id]; }
     bool isErased(RecordId id) const { return (record(id).flags & kErased) != 0; }
     // The first record in drawing order, and the one behind another; erased ones are passed over. kNoRecord at the end.
     RecordId first() const;
@@ -105,7 +65,8 @@ class Drawing {
     std::string_view name(NameId id) const;  // raw bytes of an interned layer name
     std::size_t nameCount() const;
 
-    // --- tags
+    // --- tags. Bytes, tags and cursors of a record hold until that record is changed; those of other records stay
+    // good.
     std::string_view bytes(RecordId id) const;
     TagCursor tags(RecordId id) const { return TagCursor(bytes(id)); }
     // The nth tag with a code, counted from 0; xdata (codes from 1000 on) and tags inside 102 {...} groups are not
@@ -114,6 +75,7 @@ class Drawing {
 
     // --- changes; the index (handle, layer, flags) follows what is written. New lines take the line end and the
     // indentation of group codes that the drawing has.
+    // Line breaks in a value are written as drawings spell them, ^J and ^M.
     void setValue(RecordId id, const Tag& tag, std::string_view value);
     // Puts tags before the byte offset given (a Tag's begin, or the record's length for its end).
     void insertTags(RecordId id, std::uint32_t before, const std::vector<NewTag>& tags);
@@ -122,7 +84,11 @@ class Drawing {
     // A new record before another; the first tag carries code 0 (or 9). It lies under the same owner as the record it
     // stands before, or under that record's own container when it stands before an end.
     RecordId insertRecord(RecordId before, RecordKind kind, const std::vector<NewTag>& tags);
-    void eraseRecord(RecordId id);
+    // Takes a record out of the drawing, or back into it with erase = false. The sub-entities of a main entity go with
+    // it.
+    void eraseRecord(RecordId id, bool erase = true);
+    // Changes the count of records (code 70) in the head of a symbol table; a head without one stays without.
+    void adjustTableCount(RecordId table, int by);
 
     // --- what the whole drawing says of itself
     const std::string& version() const { return version_; }  // "AC1024"; "AC1009" when the header does not say
@@ -134,7 +100,54 @@ class Drawing {
     std::string encode(std::wstring_view text) const;
 
   private:
-    // The owner of this file lays out the private part.
+    // Where a new record stands: in the row of those put before the same record of the file.
+    struct NewPlace {
+        RecordId anchor;
+        RecordId previous;
+        RecordId next;
+    };
+    struct NewRow {
+        RecordId first;
+        RecordId last;
+    };
+    // How a record writes its lines.
+    struct Style {
+        std::string_view lineEnd;
+        std::size_t codeWidth;
+    };
+
+    Drawing() = default;
+    bool load(std::string_view bytes, const std::string& name, platform::Error& error);
+    void readHeader();
+    bool isNew(RecordId id) const { return id >= originalCount_; }
+    RecordId nextInOrder(RecordId id) const;
+    RecordId previousAlive(RecordId id) const;
+    RecordId findNamed(const std::vector<RecordId>& heads, std::string_view name) const;
+    Style styleOf(std::string_view record) const;
+    void rewrite(RecordId id, std::string_view bytes);
+    void reindex(RecordId id);
+    void link(RecordId id, RecordId before);
+    void settle(RecordId id);
+    void setErased(RecordId id, bool erase);
+    // Hands the drawing's bytes in order to a sink, untouched neighbours in one piece.
+    template <typename Sink>
+    void emit(Sink&& sink) const;
+
+    std::unique_ptr<platform::MappedFile> file_;
+    std::string ownBytes_;
+    std::string_view bytes_;  // of the file
+    Index index_;
+    RecordId originalCount_ = 0;
+    std::vector<NewPlace> newPlaces_;  // of record originalCount_ + i
+    std::unordered_map<RecordId, NewRow> newRows_;
+    std::unordered_map<RecordId, RecordId> newEnds_;
+    Arena arena_;
+    mutable HandleIndex handles_;  // built when first asked for
+    std::string version_ = "AC1009";
+    unsigned codePage_ = 0;
+    bool handling_ = false;
+    std::uint64_t seed_ = 0;  // next handle to be given, once one was asked for
+    bool modified_ = false;
 };
 
 }  // namespace qrs::dxf

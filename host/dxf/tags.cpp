@@ -1,1 +1,112 @@
-// Tags.
+// Tags of a record, and their values as numbers.
+#include "host/dxf/tags.h"
+
+#include <charconv>
+#include <cmath>
+
+#include "host/dxf/lines.h"
+
+namespace qrs::dxf {
+
+TagCursor::TagCursor(std::string_view record) : record_(record), lineEnd_(lineEndOf(record)) {}
+
+bool TagCursor::next(Tag& tag) {
+    const char* const begin = record_.data();
+    const char* const end = begin + record_.size();
+    RawTag raw{};
+    while (position_ < record_.size()) {
+        const std::size_t at = position_;
+        if (cutTag(begin + at, end, lineEnd_, raw) != Cut::Tag) break;
+        position_ = static_cast<std::size_t>(raw.next - begin);
+        if (raw.code == 999) continue;
+        tag.code = raw.code;
+        tag.value = textOf(raw);
+        tag.begin = static_cast<std::uint32_t>(at);
+        tag.end = static_cast<std::uint32_t>(position_);
+        return true;
+    }
+    position_ = record_.size();
+    return false;
+}
+
+std::string_view trimmed(std::string_view value) {
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+    while (!value.empty() && isBlank(value.front()))
+        value.remove_prefix(1);
+    while (!value.empty() && isBlank(value.back()))
+        value.remove_suffix(1);
+    return value;
+}
+
+namespace {
+
+// Drawings may write a plus sign, which from_chars does not take.
+std::string_view numeral(std::string_view value) {
+    value = trimmed(value);
+    if (value.size() > 1 && value[0] == '+' && value[1] != '-') value.remove_prefix(1);
+    return value;
+}
+
+}  // namespace
+
+std::int64_t toInteger(std::string_view value, std::int64_t fallback) {
+    value = numeral(value);
+    std::int64_t number = 0;
+    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
+    return error == std::errc() && end == value.data() + value.size() ? number : fallback;
+}
+
+double toReal(std::string_view value, double fallback) {
+    value = numeral(value);
+    double number = 0.0;
+    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
+    return error == std::errc() && end == value.data() + value.size() ? number : fallback;
+}
+
+std::uint64_t toHandle(std::string_view value) {
+    value = trimmed(value);
+    if (value.empty() || value.size() > 16) return 0;
+    std::uint64_t handle = 0;
+    for (const char c : value) {
+        unsigned digit = 0;
+        if (c >= '0' && c <= '9') {
+            digit = static_cast<unsigned>(c - '0');
+        } else if ((c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f')) {
+            digit = static_cast<unsigned>((c & ~0x20) - 'A') + 10;
+        } else {
+            return 0;
+        }
+        handle = handle << 4 | digit;
+    }
+    return handle;
+}
+
+std::string handleText(std::uint64_t handle) {
+    std::string text;
+    do {
+        text.insert(text.begin(), "0123456789ABCDEF"[handle & 15]);
+        handle >>= 4;
+    } while (handle != 0);
+    return text;
+}
+
+std::string realText(double value) {
+    if (!std::isfinite(value)) return "0.0";  // drawings have no spelling for these
+    char buffer[400];
+    // Plain digits where a drawing's reader of old expects them, an exponent only for extreme sizes.
+    const double size = std::fabs(value);
+    const auto format =
+        size == 0.0 || (size >= 1e-6 && size < 1e16) ? std::chars_format::fixed : std::chars_format::scientific;
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, format);
+    std::string text(buffer, result.ptr);
+    if (text.find('.') == std::string::npos) {
+        const std::size_t exponent = text.find('e');
+        text.insert(exponent == std::string::npos ? text.size() : exponent, ".0");
+    }
+    for (char& c : text) {
+        if (c == 'e') c = 'E';
+    }
+    return text;
+}
+
+}  // namespace qrs::dxf

@@ -25,13 +25,14 @@ struct NewTag {
 // Walks the tags of one record. Only well-formed records reach it: the reader checks each line when it opens a file.
 class TagCursor {
   public:
-    explicit TagCursor(std::string_view record) : record_(record) {}
-    // False at the end of the record. Comments (999) are passed over.
+    explicit TagCursor(std::string_view record);
+    // False at the end of the record, and where what follows is no tag (behind EOF). Comments (999) are passed over.
     bool next(Tag& tag);
 
   private:
     std::string_view record_;
     std::size_t position_ = 0;
+    char lineEnd_;
 };
 
 // Conversions of values; blanks around a number are allowed. The fallback for text that is no number.
@@ -40,7 +41,8 @@ double toReal(std::string_view value, double fallback = 0.0);
 // Hexadecimal handle; 0 when the value is none.
 std::uint64_t toHandle(std::string_view value);
 std::string handleText(std::uint64_t handle);
-// Shortest decimal text that reads back as the same double and always holds a '.', as drawings write reals.
+// Shortest decimal text that reads back as the same double and always holds a '.', as drawings write reals. What is no
+// finite number has no spelling in a drawing and becomes "0.0".
 std::string realText(double value);
 // The value without leading and trailing blanks.
 std::string_view trimmed(std::string_view value);

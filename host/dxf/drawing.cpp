@@ -1,0 +1,256 @@
+// Opening, looking at and saving a drawing.
+#include "host/dxf/drawing.h"
+
+#include <algorithm>
+
+#include "host/dxf/text.h"
+#include "host/platform/codepage.h"
+
+namespace qrs::dxf {
+
+namespace {
+
+char upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+bool sameName(std::string_view a, std::string_view b) {
+    return a.size() == b.size() &&
+           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return upper(x) == upper(y); });
+}
+
+// 1024 of "AC1024".
+std::int64_t versionNumber(const std::string& version) {
+    return version.size() > 2 ? toInteger(std::string_view(version).substr(2)) : 0;
+}
+constexpr std::int64_t kFirstWithHandles = 1012;
+constexpr std::int64_t kFirstInUtf8 = 1021;
+
+}  // namespace
+
+Drawing::~Drawing() = default;
+
+std::unique_ptr<Drawing> Drawing::open(const std::filesystem::path& native, platform::Error& error) {
+    std::unique_ptr<Drawing> drawing(new Drawing);
+    drawing->file_ = platform::MappedFile::open(native, error);
+    if (drawing->file_ == nullptr) return nullptr;
+    if (!drawing->load(drawing->file_->bytes(), native.u8string(), error)) return nullptr;
+    return drawing;
+}
+
+std::unique_ptr<Drawing> Drawing::fromBytes(std::string bytes, const std::string& name, platform::Error& error) {
+    std::unique_ptr<Drawing> drawing(new Drawing);
+    drawing->ownBytes_ = std::move(bytes);
+    if (!drawing->load(drawing->ownBytes_, name, error)) return nullptr;
+    return drawing;
+}
+
+bool Drawing::load(std::string_view bytes, const std::string& name, platform::Error& error) {
+    bytes_ = bytes;
+    Damage damage;
+    if (!buildIndex(bytes, index_, damage)) {
+        const std::string line =
+            damage.hasLine ? ":" + std::to_string(lineNumber(bytes, damage.offset, index_.lineEnd)) : std::string();
+        error.message = name + line + ": " + damage.reason;
+        return false;
+    }
+    originalCount_ = static_cast<RecordId>(index_.records.size());
+    readHeader();
+    return true;
+}
+
+void Drawing::readHeader() {
+    Tag tag;
+    const auto variable = [&](std::string_view name, int code) {
+        const RecordId id = findHeaderVariable(name);
+        return id != kNoRecord && findTag(id, code, tag);
+    };
+    if (variable("$ACADVER", 1)) version_ = trimmed(tag.value);
+    handling_ = variable("$HANDLING", 70) && toInteger(tag.value) != 0;
+    if (versionNumber(version_) >= kFirstInUtf8 || index_.hasUtf8Mark) {
+        codePage_ = platform::kUtf8;
+    } else {
+        if (variable("$DWGCODEPAGE", 3)) codePage_ = codePageOf(tag.value);
+        if (codePage_ == 0 || !platform::isKnownCodePage(codePage_)) codePage_ = platform::ansiCodePage();
+    }
+}
+
+template <typename Sink>
+void Drawing::emit(Sink&& sink) const {
+    std::uint64_t begin = 0;  // of the stretch of the file not yet handed out
+    std::uint64_t end = 0;
+    const auto flush = [&] {
+        if (end != begin) sink(bytes_.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin)));
+        begin = end;
+    };
+    for (RecordId id = first(); id != kNoRecord; id = next(id)) {
+        const Record& one = record(id);
+        if ((one.flags & kEdited) != 0) {
+            flush();
+            sink(arena_.at(one.offset, one.length));
+        } else {
+            if (one.offset != end) {
+                flush();
+                begin = one.offset;
+            }
+            end = one.offset + one.length;
+        }
+    }
+    flush();
+}
+
+bool Drawing::save(const std::filesystem::path& native, bool keepBackup, platform::Error& error) {
+    platform::AtomicFile file;
+    if (!file.begin(native, error)) return false;
+    emit([&](std::string_view piece) { file.write(piece); });
+    if (!file.commit(keepBackup, error)) return false;
+    modified_ = false;
+    return true;
+}
+
+std::string Drawing::toBytes() const {
+    std::string all;
+    all.reserve(bytes_.size());
+    emit([&](std::string_view piece) { all += piece; });
+    return all;
+}
+
+// --- order
+
+RecordId Drawing::nextInOrder(RecordId id) const {
+    RecordId following = id + 1;
+    if (isNew(id)) {
+        const NewPlace& place = newPlaces_[id - originalCount_];
+        if (place.next != kNoRecord) return place.next;
+        return place.anchor;
+    }
+    if (following >= originalCount_) return kNoRecord;
+    if (newRows_.empty()) return following;
+    const auto row = newRows_.find(following);
+    return row == newRows_.end() ? following : row->second.first;
+}
+
+RecordId Drawing::first() const {
+    if (originalCount_ == 0) return kNoRecord;
+    const auto row = newRows_.find(0);
+    const RecordId id = row == newRows_.end() ? 0 : row->second.first;
+    return isErased(id) ? next(id) : id;
+}
+
+RecordId Drawing::next(RecordId id) const {
+    do {
+        id = nextInOrder(id);
+    } while (id != kNoRecord && isErased(id));
+    return id;
+}
+
+RecordId Drawing::previousAlive(RecordId id) const {
+    do {
+        RecordId anchor = id;
+        RecordId before = kNoRecord;
+        if (isNew(id)) {
+            const NewPlace& place = newPlaces_[id - originalCount_];
+            anchor = place.anchor;
+            before = place.previous;
+        } else if (const auto row = newRows_.find(id); row != newRows_.end()) {
+            before = row->second.last;
+        }
+        if (before == kNoRecord && anchor != 0) before = anchor - 1;
+        id = before;
+    } while (id != kNoRecord && isErased(id));
+    return id;
+}
+
+// --- finding
+
+RecordId Drawing::findHandle(std::uint64_t handle) const {
+    if (!handles_.isBuilt()) handles_.build(index_.records);
+    return handles_.find(index_.records, handle);
+}
+
+RecordId Drawing::findNamed(const std::vector<RecordId>& heads, std::string_view name) const {
+    Tag tag;
+    for (const RecordId id : heads) {
+        if (!isErased(id) && findTag(id, 2, tag) && sameName(trimmed(tag.value), name)) return id;
+    }
+    return kNoRecord;
+}
+
+RecordId Drawing::findSection(std::string_view name) const {
+    return findNamed(index_.sections, name);
+}
+
+RecordId Drawing::findTable(std::string_view name) const {
+    return findNamed(index_.tables, name);
+}
+
+RecordId Drawing::findHeaderVariable(std::string_view name) const {
+    for (const RecordId id : index_.headerVariables) {
+        if (!isErased(id) && sameName(typeNameOf(id), name)) return id;
+    }
+    return kNoRecord;
+}
+
+RecordId Drawing::endOf(RecordId head) const {
+    if (const auto found = newEnds_.find(head); found != newEnds_.end()) return found->second;
+    const auto& ends = index_.ends;
+    const auto place =
+        std::lower_bound(ends.begin(), ends.end(), head, [](const auto& pair, RecordId id) { return pair.first < id; });
+    return place != ends.end() && place->first == head ? place->second : kNoRecord;
+}
+
+std::string_view Drawing::typeName(std::uint16_t type) const {
+    return type == kTypeUncounted ? std::string_view() : index_.types[type];
+}
+
+std::string_view Drawing::typeNameOf(RecordId id) const {
+    if (record(id).type != kTypeUncounted) return typeName(record(id).type);
+    Tag tag;
+    return tags(id).next(tag) ? trimmed(tag.value) : std::string_view();
+}
+
+std::string_view Drawing::name(NameId id) const {
+    return index_.layers[id];
+}
+
+std::size_t Drawing::nameCount() const {
+    return index_.layers.size();
+}
+
+// --- tags
+
+std::string_view Drawing::bytes(RecordId id) const {
+    const Record& one = record(id);
+    if ((one.flags & kEdited) != 0) return arena_.at(one.offset, one.length);
+    return bytes_.substr(static_cast<std::size_t>(one.offset), one.length);
+}
+
+bool Drawing::findTag(RecordId id, int code, Tag& tag, int nth) const {
+    TagCursor cursor = tags(id);
+    bool inGroup = false;
+    while (cursor.next(tag)) {
+        if (code < 1000 && tag.code >= 1000) return false;
+        const bool opensOrCloses = tag.code == 102 && !trimmed(tag.value).empty();
+        if (opensOrCloses && trimmed(tag.value).front() == '{') inGroup = true;
+        const bool hidden = inGroup && tag.code != 102 && tag.code < 1000;
+        if (opensOrCloses && trimmed(tag.value).front() == '}') inGroup = false;
+        if (tag.code == code && !hidden && nth-- == 0) return true;
+    }
+    return false;
+}
+
+// --- what the whole drawing says of itself
+
+bool Drawing::hasHandles() const {
+    return handling_ || versionNumber(version_) >= kFirstWithHandles || index_.greatestHandle != 0;
+}
+
+std::wstring Drawing::decode(std::string_view value) const {
+    return decodeText(codePage_, value);
+}
+
+std::string Drawing::encode(std::wstring_view text) const {
+    return encodeText(codePage_, text);
+}
+
+}  // namespace qrs::dxf

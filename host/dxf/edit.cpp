@@ -1,0 +1,250 @@
+// Changing a drawing's records. The bytes of a changed record move to memory; its index entry follows what they say.
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+
+#include "host/dxf/drawing.h"
+#include "host/dxf/lines.h"
+
+namespace qrs::dxf {
+
+namespace {
+
+// A place within a record that is no place within it means that the caller kept a tag over a change; going on would
+// write a damaged drawing. Stays on in release.
+void require(bool condition, const char* what) {
+    if (condition) return;
+    std::fprintf(stderr, "drawing: %s\n", what);
+    std::abort();
+}
+
+void appendValue(std::string& out, std::string_view value) {
+    for (const char c : value) {
+        if (c == '\n') {
+            out += "^J";
+        } else if (c == '\r') {
+            out += "^M";
+        } else {
+            out += c;
+        }
+    }
+}
+
+void appendTag(std::string& out, const NewTag& tag, std::size_t codeWidth, std::string_view lineEnd) {
+    const std::string code = std::to_string(tag.code);
+    if (code.size() < codeWidth) out.append(codeWidth - code.size(), ' ');
+    out += code;
+    out += lineEnd;
+    appendValue(out, tag.value);
+    out += lineEnd;
+}
+
+bool isHead(RecordKind kind) {
+    return kind == RecordKind::Section || kind == RecordKind::Table || kind == RecordKind::Block;
+}
+
+bool isEnd(RecordKind kind) {
+    return kind == RecordKind::EndSection || kind == RecordKind::EndTable || kind == RecordKind::EndBlock;
+}
+
+}  // namespace
+
+// The style a record shows in its first line: "  0" means codes three wide, "0" codes as long as they are.
+Drawing::Style Drawing::styleOf(std::string_view record) const {
+    const char* const begin = record.data();
+    const Line line = cutLine(begin, begin + record.size(), index_.lineEnd);
+    Style style{"\n", 0};
+    if (index_.lineEnd == '\r') {
+        style.lineEnd = "\r";
+    } else if (line.hasEnd && line.end + 1 != line.next) {
+        style.lineEnd = "\r\n";
+    }
+    const std::size_t digits =
+        std::string_view(line.begin, static_cast<std::size_t>(line.end - line.begin)).find_first_not_of(' ');
+    if (digits != std::string_view::npos && digits != 0) {
+        const char* end = line.end;
+        while (end[-1] == ' ' || end[-1] == '\t')
+            --end;
+        style.codeWidth = static_cast<std::size_t>(end - line.begin);
+    }
+    return style;
+}
+
+// Gives a record other bytes, which must not lie in the record itself.
+void Drawing::rewrite(RecordId id, std::string_view bytes) {
+    require(bytes.size() <= std::numeric_limits<std::uint32_t>::max(), "a record of more than 4 GB");
+    Record& one = index_.records[id];
+    if ((one.flags & kEdited) == 0 || !arena_.replace(one.offset, one.length, bytes)) one.offset = arena_.keep(bytes);
+    one.length = static_cast<std::uint32_t>(bytes.size());
+    one.flags |= kEdited;
+    modified_ = true;
+    reindex(id);
+}
+
+void Drawing::reindex(RecordId id) {
+    Record& one = index_.records[id];
+    const std::uint64_t handle = one.handle;
+    TagCursor cursor(bytes(id));
+    Tag tag;
+    FieldReader fields;
+    if (cursor.next(tag)) one.type = typeNumber(index_.types.internCopy(trimmed(tag.value)));
+    fields.begin(one);
+    while (cursor.next(tag)) {
+        if (isFieldCode(tag.code)) fields.take(tag.code, tag.value, index_.layers, true);
+    }
+    if (one.handle == handle) return;
+    if (one.handle > index_.greatestHandle) index_.greatestHandle = one.handle;
+    handles_.add(index_.records, id);
+}
+
+void Drawing::setValue(RecordId id, const Tag& tag, std::string_view value) {
+    const std::string_view old = bytes(id);
+    require(tag.begin < tag.end && tag.end <= old.size(), "a tag that lies outside of its record");
+    RawTag raw{};
+    require(cutTag(old.data() + tag.begin, old.data() + tag.end, index_.lineEnd, raw) == Cut::Tag,
+            "a place in a record that is no tag");
+    std::string changed;
+    changed.reserve(old.size() + value.size());
+    changed.append(old.data(), raw.value);
+    appendValue(changed, value);
+    changed.append(raw.valueEnd, old.data() + old.size());
+    if (changed != old) rewrite(id, changed);
+}
+
+void Drawing::insertTags(RecordId id, std::uint32_t before, const std::vector<NewTag>& tags) {
+    const std::string_view old = bytes(id);
+    require(before <= old.size(), "a place that lies outside of its record");
+    if (tags.empty()) return;
+    const Style style = styleOf(old);
+    std::string changed(old.substr(0, before));
+    // Only the last record of a file can lack its line end.
+    if (before == old.size() && !old.empty() && old.back() != '\n' && old.back() != '\r') changed += style.lineEnd;
+    for (const NewTag& tag : tags)
+        appendTag(changed, tag, style.codeWidth, style.lineEnd);
+    changed += old.substr(before);
+    rewrite(id, changed);
+}
+
+void Drawing::eraseTags(RecordId id, std::uint32_t begin, std::uint32_t end) {
+    const std::string_view old = bytes(id);
+    require(begin <= end && end <= old.size(), "a stretch that lies outside of its record");
+    if (begin == end) return;
+    std::string changed(old.substr(0, begin));
+    changed += old.substr(end);
+    rewrite(id, changed);
+}
+
+// --- whole records
+
+void Drawing::link(RecordId id, RecordId before) {
+    NewPlace place{before, kNoRecord, kNoRecord};
+    if (isNew(before)) {
+        NewPlace& following = newPlaces_[before - originalCount_];
+        place = {following.anchor, following.previous, before};
+        following.previous = id;
+    } else {
+        NewRow& row = newRows_.try_emplace(before, NewRow{kNoRecord, kNoRecord}).first->second;
+        place.previous = row.last;
+        row.last = id;
+    }
+    if (place.previous != kNoRecord) {
+        newPlaces_[place.previous - originalCount_].next = id;
+    } else {
+        newRows_[place.anchor].first = id;
+    }
+    newPlaces_.push_back(place);
+}
+
+// Finds out what a new record lies under, from the one it stands behind.
+void Drawing::settle(RecordId id) {
+    Record& one = index_.records[id];
+    const RecordId before = previousAlive(id);
+    if (one.kind == RecordKind::Section || one.kind == RecordKind::EndOfFile || before == kNoRecord) return;
+    RecordId container = kNoRecord;
+    RecordId main = kNoRecord;
+    const Record& neighbour = record(before);
+    if (isHead(neighbour.kind)) {
+        container = before;
+    } else if (isEnd(neighbour.kind)) {
+        container = record(neighbour.owner).owner;
+    } else if ((neighbour.flags & kSubEntity) != 0) {
+        if (neighbour.type != kTypeSeqend) main = neighbour.owner;
+        container = record(neighbour.owner).owner;
+    } else {
+        if (neighbour.type == kTypePolyline || neighbour.type == kTypeInsert) main = before;
+        container = neighbour.owner;
+    }
+    const bool isSub = one.kind == RecordKind::Entity && main != kNoRecord &&
+                       (one.type == kTypeVertex || one.type == kTypeAttrib || one.type == kTypeSeqend);
+    one.owner = isSub ? main : container;
+    if (isSub) one.flags |= kSubEntity;
+}
+
+RecordId Drawing::insertRecord(RecordId before, RecordKind kind, const std::vector<NewTag>& tags) {
+    require(before < recordCount(), "no record to put another before");
+    require(!tags.empty() && tags.front().code == (kind == RecordKind::HeaderVariable ? 9 : 0),
+            "a new record must begin with code 0, a header variable with 9");
+    const auto id = static_cast<RecordId>(recordCount());
+    require(id != kNoRecord, "too many records");
+    const Style style = styleOf(bytes(before));
+    std::string text;
+    for (const NewTag& tag : tags)
+        appendTag(text, tag, style.codeWidth, style.lineEnd);
+
+    Record& one = index_.records.append();
+    one.kind = kind;
+    one.flags = kNew;
+    link(id, before);
+    rewrite(id, text);
+    settle(id);
+    if (kind == RecordKind::Section) index_.sections.push_back(id);
+    if (kind == RecordKind::Table) index_.tables.push_back(id);
+    if (kind == RecordKind::HeaderVariable) index_.headerVariables.push_back(id);
+    if (isEnd(kind) && one.owner != kNoRecord) newEnds_[one.owner] = id;
+    return id;
+}
+
+void Drawing::setErased(RecordId id, bool erase) {
+    std::uint8_t& flags = index_.records[id].flags;
+    flags = static_cast<std::uint8_t>(erase ? flags | kErased : flags & ~kErased);
+    modified_ = true;
+}
+
+void Drawing::eraseRecord(RecordId id, bool erase) {
+    if (isErased(id) == erase) return;
+    setErased(id, erase);
+    const std::uint16_t type = record(id).type;
+    if (type != kTypePolyline && type != kTypeInsert) return;
+    for (RecordId sub = nextInOrder(id); sub != kNoRecord; sub = nextInOrder(sub)) {
+        const Record& one = record(sub);
+        if ((one.flags & kSubEntity) != 0 && one.owner == id) {
+            setErased(sub, erase);
+        } else if ((one.flags & kErased) == 0) {
+            break;
+        }
+    }
+}
+
+void Drawing::adjustTableCount(RecordId table, int by) {
+    Tag tag;
+    if (by == 0 || !findTag(table, 70, tag)) return;
+    const std::string_view value = tag.value;
+    std::string count = std::to_string(toInteger(value) + by);
+    const std::size_t width = value.find_last_not_of(" \t") + 1;
+    if (count.size() < width && value.front() == ' ') count.insert(0, width - count.size(), ' ');
+    setValue(table, tag, count);
+}
+
+std::uint64_t Drawing::newHandle() {
+    const RecordId variable = findHeaderVariable("$HANDSEED");
+    Tag tag;
+    const bool hasSeed = variable != kNoRecord && findTag(variable, 5, tag);
+    std::uint64_t handle = hasSeed ? toHandle(tag.value) : 0;
+    if (handle < seed_) handle = seed_;
+    if (handle <= index_.greatestHandle) handle = index_.greatestHandle + 1;
+    seed_ = handle + 1;
+    if (hasSeed) setValue(variable, tag, handleText(seed_));
+    return handle;
+}
+
+}  // namespace qrs::dxf

@@ -1,0 +1,93 @@
+// Reads a file's bytes once and makes the index of its records.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "host/dxf/interner.h"
+#include "host/dxf/record.h"
+
+namespace qrs::dxf {
+
+// Type names the reader itself knows; they have these numbers in every index.
+enum KnownType : std::uint16_t {
+    kTypeSection = 1,
+    kTypeEndSection,
+    kTypeEndOfFile,
+    kTypeTable,
+    kTypeEndTable,
+    kTypeBlock,
+    kTypeEndBlock,
+    kTypeClass,
+    kTypePolyline,
+    kTypeInsert,
+    kTypeVertex,
+    kTypeAttrib,
+    kTypeSeqend,
+    kTypeDimStyle,
+};
+// Stands for every type name behind the first 65534; such a name is read from the record.
+constexpr std::uint16_t kTypeUncounted = 0xFFFF;
+
+struct Index {
+    Index();
+
+    RecordStore records;
+    Interner types;
+    Interner layers;
+    std::vector<RecordId> sections;
+    std::vector<RecordId> tables;
+    std::vector<RecordId> headerVariables;
+    // Head and end of each section, table and block, in order of the heads.
+    std::vector<std::pair<RecordId, RecordId>> ends;
+    std::uint64_t greatestHandle = 0;
+    char lineEnd = '\n';
+    bool hasUtf8Mark = false;
+};
+
+// Where and why a file is no whole drawing.
+struct Damage {
+    std::size_t offset = 0;  // a byte of the line to be named
+    bool hasLine = true;     // false when no line of text can be named
+    std::string reason;
+};
+
+// False, with the damage told, when the bytes are no whole ASCII drawing. The bytes must outlive the index: names stay
+// in them.
+bool buildIndex(std::string_view bytes, Index& index, Damage& damage);
+
+// The number of the line that holds a byte, from 1.
+std::uint64_t lineNumber(std::string_view bytes, std::size_t offset, char lineEnd);
+
+// The type number of a type name: known ones keep theirs, behind 65534 of them kTypeUncounted.
+std::uint16_t typeNumber(std::uint32_t interned);
+
+// Takes handle, layer and flags of one record from its tags, met one after the other.
+class FieldReader {
+  public:
+    // Forgets what the record's fields held; its kind and type must be set.
+    void begin(Record& record);
+    // A tag behind the record's first one. Only codes 5, 8, 60, 67, 100, 102, 105 and those from 1000 on matter.
+    // copyNames: the value goes away, so a new layer name is kept as a copy.
+    void take(int code, std::string_view value, Interner& layers, bool copyNames);
+
+  private:
+    Record* record_ = nullptr;
+    int handleCode_ = 0;
+    int subclasses_ = 0;
+    bool isEntity_ = false;
+    bool hasLayer_ = false;
+    bool inGroup_ = false;
+    bool hasHandle_ = false;
+};
+
+// True when a tag of this code can matter to a FieldReader.
+constexpr bool isFieldCode(int code) {
+    return code == 5 || code == 8 || code == 60 || code == 67 || code == 100 || code == 102 || code == 105 ||
+           code >= 1000;
+}
+
+}  // namespace qrs::dxf

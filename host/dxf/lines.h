@@ -1,0 +1,82 @@
+// Cuts bytes into tags: pairs of a code line and a value line.
+//
+// Lines end in LF or CR LF, in any mixture, or in CR alone when the whole file does so.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <string_view>
+
+namespace qrs::dxf {
+
+// The byte that ends lines, told from the first line: CR only when no LF follows it.
+inline char lineEndOf(std::string_view bytes) {
+    const std::size_t at = bytes.find_first_of("\r\n");
+    if (at == std::string_view::npos || bytes[at] == '\n') return '\n';
+    return at + 1 < bytes.size() && bytes[at + 1] == '\n' ? '\n' : '\r';
+}
+
+// A line's bytes without its end, and where the next line begins. At the end of the bytes next == end and, when the
+// last line lacks its end, hasEnd is false.
+struct Line {
+    const char* begin;
+    const char* end;
+    const char* next;
+    bool hasEnd;
+};
+
+inline Line cutLine(const char* at, const char* end, char lineEnd) {
+    const auto* found = static_cast<const char*>(std::memchr(at, lineEnd, static_cast<std::size_t>(end - at)));
+    if (found == nullptr) return {at, end, end, false};
+    const bool twoBytes = lineEnd == '\n' && found != at && found[-1] == '\r';
+    return {at, twoBytes ? found - 1 : found, found + 1, true};
+}
+
+// A group code: blanks and tabs, perhaps a sign, digits, blanks and tabs. False when the line is anything else or the
+// number does not fit an int.
+inline bool parseCode(const char* at, const char* end, int& code) {
+    while (at != end && (*at == ' ' || *at == '\t'))
+        ++at;
+    while (at != end && (end[-1] == ' ' || end[-1] == '\t'))
+        --end;
+    const bool negative = at != end && *at == '-';
+    if (at != end && (*at == '-' || *at == '+')) ++at;
+    if (at == end) return false;
+    std::int64_t number = 0;
+    for (; at != end; ++at) {
+        if (*at < '0' || *at > '9') return false;
+        number = number * 10 + (*at - '0');
+        if (number > std::numeric_limits<int>::max()) return false;
+    }
+    code = static_cast<int>(negative ? -number : number);
+    return true;
+}
+
+// One tag as cut: its code, the value's bytes, and where the next tag begins.
+struct RawTag {
+    int code;
+    const char* value;
+    const char* valueEnd;
+    const char* next;
+};
+
+enum class Cut { Tag, NoValue, NoCode };
+
+inline Cut cutTag(const char* at, const char* end, char lineEnd, RawTag& tag) {
+    const Line codeLine = cutLine(at, end, lineEnd);
+    if (!parseCode(codeLine.begin, codeLine.end, tag.code)) return Cut::NoCode;
+    if (!codeLine.hasEnd || codeLine.next == end) return Cut::NoValue;
+    const Line valueLine = cutLine(codeLine.next, end, lineEnd);
+    tag.value = valueLine.begin;
+    tag.valueEnd = valueLine.end;
+    tag.next = valueLine.next;
+    return Cut::Tag;
+}
+
+inline std::string_view textOf(const RawTag& tag) {
+    return {tag.value, static_cast<std::size_t>(tag.valueEnd - tag.value)};
+}
+
+}  // namespace qrs::dxf
