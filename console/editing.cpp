@@ -11,6 +11,7 @@
 #include <cstring>
 
 #include "host/platform/codepage.h"
+#include "host/platform/process.h"
 
 namespace qrs::console {
 
@@ -37,6 +38,7 @@ class EditingTerminal : public ConsoleTerminal {
     EditingTerminal(std::function<std::vector<std::wstring>()> commandNames, const std::filesystem::path& history);
     ~EditingTerminal() override;
     host::Reply readLine(const std::wstring& prompt, std::wstring& line) override;
+    void progress(std::wstring_view label, int percent) override;
     bool isInteractive() const override { return true; }
 
   private:
@@ -92,7 +94,9 @@ EditingTerminal& EditingTerminal::of(EditLine* editor) {
     return *static_cast<EditingTerminal*>(self);
 }
 
-wchar_t* EditingTerminal::showPrompt(EditLine* editor) { return of(editor).prompt_.data(); }
+wchar_t* EditingTerminal::showPrompt(EditLine* editor) {
+    return of(editor).prompt_.data();
+}
 
 unsigned char EditingTerminal::cancel(EditLine* editor, wint_t) {
     of(editor).cancelled_ = true;
@@ -132,7 +136,8 @@ unsigned char EditingTerminal::complete(EditLine* editor, wint_t) {
         return el_winsertstr(editor, common.c_str()) == 0 ? CC_REFRESH : CC_ERROR;
     }
     std::string list = "\n";
-    for (const std::wstring& name : found) list += platform::toUtf8(name) + "\n";
+    for (const std::wstring& name : found)
+        list += platform::toUtf8(name) + "\n";
     self.write(list);
     return CC_REDISPLAY;
 }
@@ -143,30 +148,28 @@ void EditingTerminal::remember(const std::wstring& line) {
     history_w(history_.get(), &event, H_ENTER, line.c_str());
 }
 
+// A line of its own below the output, wiped when the work is over.
+void EditingTerminal::progress(std::wstring_view label, int percent) {
+    constexpr std::string_view kWipeLine = "\r\x1b[K";
+    std::string line(kWipeLine);
+    if (percent >= 0) line += platform::toUtf8(label) + " " + std::to_string(percent) + "%";
+    platform::writeStandardError(line);
+}
+
 host::Reply EditingTerminal::readLine(const std::wstring& prompt, std::wstring& line) {
     if (editor_ == nullptr || history_ == nullptr) return host::Reply::End;
-    // What stands before the prompt's own line is printed: the editor redraws a prompt of one line only.
-    std::wstring placed = placedPrompt(prompt);
-    const std::size_t lastLine = placed.rfind(L'\n');
-    if (lastLine != std::wstring::npos) {
-        print(placed.substr(0, lastLine + 1));
-        placed.erase(0, lastLine + 1);
-    }
-    prompt_ = placed;
+    prompt_ = prompt;
     cancelled_ = false;
     int count = 0;
     const wchar_t* typed = el_wgets(editor_.get(), &count);
-    answerEnded();
-    if (cancelled_) {
-        write("\n");
-        return host::Reply::Cancel;
-    }
+    if (cancelled_) return host::Reply::Cancel;
     if (typed == nullptr || count <= 0) {
         write("\n");
         return host::Reply::End;
     }
     line.assign(typed, static_cast<std::size_t>(count));
-    while (!line.empty() && (line.back() == L'\n' || line.back() == L'\r')) line.pop_back();
+    while (!line.empty() && (line.back() == L'\n' || line.back() == L'\r'))
+        line.pop_back();
     remember(line);
     return host::Reply::Line;
 }

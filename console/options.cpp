@@ -10,7 +10,9 @@ namespace qrs::console {
 
 namespace {
 
-std::filesystem::path pathOf(const std::string& argument) { return std::filesystem::u8path(argument); }
+std::filesystem::path pathOf(const std::string& argument) {
+    return std::filesystem::u8path(argument);
+}
 
 // What the library understands, as it came: no lists in brackets, no conversion.
 struct RawOptions {
@@ -93,10 +95,12 @@ Options optionsOf(const CLI::App& app, const RawOptions& raw) {
     options.script = optionalPath("--script", raw.script);
     options.output = pathOf(raw.output);
     options.inPlace = raw.inPlace;
-    for (const std::string& plugin : raw.plugins) options.plugins.push_back(pathOf(plugin));
+    for (const std::string& plugin : raw.plugins)
+        options.plugins.push_back(pathOf(plugin));
     options.system = optionalPath("--system", raw.system);
     options.settings = optionalPath("--settings", raw.settings);
-    for (const std::string& folder : raw.support) options.support.push_back(pathOf(folder));
+    for (const std::string& folder : raw.support)
+        options.support.push_back(pathOf(folder));
     if (app.count("--codepage") > 0) options.codePage = raw.codePage;
     options.timeoutSeconds = raw.timeout;
     options.keepGoing = raw.keepGoing;
@@ -104,7 +108,8 @@ Options optionsOf(const CLI::App& app, const RawOptions& raw) {
 }
 
 std::string onOneLine(std::string text) {
-    while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) text.pop_back();
+    while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
+        text.pop_back();
     std::replace(text.begin(), text.end(), '\n', ' ');
     return text;
 }

@@ -18,14 +18,14 @@ enum class ExitCode : int {
 };
 
 struct Options {
-    std::filesystem::path drawing;                   // empty: a new drawing
-    std::vector<std::string> lines;                  // --execute, in the order given; UTF-8
-    std::optional<std::filesystem::path> script;     // "-" is standard input
-    std::filesystem::path output;                    // empty: none
+    std::filesystem::path drawing;                // empty: a new drawing
+    std::vector<std::string> lines;               // --execute, in the order given; UTF-8
+    std::optional<std::filesystem::path> script;  // "-" is standard input
+    std::filesystem::path output;                 // empty: none
     bool inPlace = false;
-    std::vector<std::filesystem::path> plugins;      // empty: the module beside the program
-    std::optional<std::filesystem::path> system;     // nothing: the installed data
-    std::optional<std::filesystem::path> settings;   // nothing: the user's own
+    std::vector<std::filesystem::path> plugins;     // empty: the module beside the program
+    std::optional<std::filesystem::path> system;    // nothing: the installed data
+    std::optional<std::filesystem::path> settings;  // nothing: the user's own
     std::vector<std::filesystem::path> support;
     std::optional<unsigned> codePage;
     double timeoutSeconds = 0;  // 0: none

@@ -39,6 +39,8 @@ void Script::addBytes(std::string_view bytes, const std::string& name) {
     }
 }
 
-const ScriptLine* Script::next() { return position_ < lines_.size() ? &lines_[position_++] : nullptr; }
+const ScriptLine* Script::next() {
+    return position_ < lines_.size() ? &lines_[position_++] : nullptr;
+}
 
 }  // namespace qrs::console

@@ -13,8 +13,7 @@
 
 namespace qrs::console {
 
-// Prints to standard output and error, and keeps the lines apart: behind an answer the cursor already stands at the
-// start of a line, so the "\n" that opens most texts of the command line would leave an empty one.
+// Prints to standard output and error in UTF-8.
 class ConsoleTerminal : public host::Terminal {
   public:
     void print(std::wstring_view text) override;
@@ -23,21 +22,15 @@ class ConsoleTerminal : public host::Terminal {
     bool outputWorks() const { return outputWorks_; }
 
   protected:
-    // The text of a prompt as it is to appear here, "\n" in front when the line before it is not ended.
-    std::wstring placedPrompt(std::wstring_view prompt) const;
-    // The cursor stands behind an answer's line end.
-    void answerEnded() { atLineStart_ = afterAnswer_ = true; }
     // Where the answer that was read last stands, "show.scr:7: ", or nothing.
     virtual std::string answerOrigin() const { return {}; }
     void write(std::string_view utf8);
 
   private:
-    bool atLineStart_ = true;
-    bool afterAnswer_ = true;  // nothing printed yet: no empty first line either
     bool outputWorks_ = true;
 };
 
-// Answers from a script. Never waits; behind the last line every prompt finds the end.
+// Answers from a script, printed behind their prompts. Never waits; behind the last line every prompt finds the end.
 class ScriptTerminal : public ConsoleTerminal {
   public:
     explicit ScriptTerminal(Script script) : script_(std::move(script)) {}
@@ -48,8 +41,6 @@ class ScriptTerminal : public ConsoleTerminal {
 
   private:
     Script script_;
-    std::wstring rest_;  // of a line that began with ^C
-    bool hasRest_ = false;
 };
 
 // A person at a keyboard, without line editing.
@@ -60,7 +51,7 @@ class PlainTerminal : public ConsoleTerminal {
 };
 
 // A person at a terminal, as well as this build can: with line editing, history and completion, or plain.
-// commandNames gives the words to complete at the command prompt; an empty history path keeps no history.
+// commandNames gives the words to complete; an empty history path keeps no history.
 std::unique_ptr<ConsoleTerminal> makeInteractiveTerminal(std::function<std::vector<std::wstring>()> commandNames,
                                                          const std::filesystem::path& history);
 

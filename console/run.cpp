@@ -1,0 +1,184 @@
+// One run of the program: settings, drawing, plug-ins, commands, and the drawing written at the end.
+#include "console/run.h"
+
+#include <cstdio>
+#include <memory>
+
+#include "console/script.h"
+#include "console/terminals.h"
+#include "host/objectarx/hostapp.h"
+#include "host/platform/codepage.h"
+#include "host/platform/files.h"
+#include "host/platform/process.h"
+#include "host/platform/settings.h"
+#include "host/platform/watch.h"
+
+namespace qrs::console {
+
+namespace {
+
+#if defined(_WIN32)
+// The editor's own extension first, so that one folder can serve both.
+constexpr const char* kModuleNames[] = {"qrs_pipeSystem.arx", "qrs_pipeSystem.dll"};
+#else
+constexpr const char* kModuleNames[] = {"qrs_pipeSystem.so"};
+#endif
+
+// A failure that ends the run before or after the commands.
+struct Failure {
+    ExitCode code = ExitCode::Done;
+    std::string message;
+
+    explicit operator bool() const { return code != ExitCode::Done; }
+};
+
+std::string readStandardInput() {
+    std::string bytes;
+    char buffer[65536];
+    for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, stdin)) > 0;)
+        bytes.append(buffer, count);
+    return bytes;
+}
+
+Failure readScript(const Options& options, Script& script) {
+    int number = 0;
+    for (const std::string& line : options.lines)
+        script.addLine(line, ++number);
+    if (!options.script && options.hasScript()) return {};
+    if (!options.script || *options.script == "-") {
+        script.addBytes(readStandardInput(), "standard input");
+        return {};
+    }
+    std::string bytes;
+    platform::Error error;
+    if (!platform::readFile(*options.script, bytes, error)) return {ExitCode::CannotRead, error.message};
+    script.addBytes(bytes, options.script->u8string());
+    return {};
+}
+
+Failure useFolder(const std::filesystem::path& folder, const char* option) {
+    if (platform::folderExists(platform::innerPath(folder))) return {};
+    return {ExitCode::CannotRead, std::string(option) + ": " + folder.u8string() + " is no folder that can be read"};
+}
+
+// Folders are told to the application whole: the working folder may be no folder of theirs later.
+std::wstring innerFolder(const std::filesystem::path& folder) {
+    return platform::innerPath(std::filesystem::absolute(folder).lexically_normal());
+}
+
+Failure setFolders(const Options& options, host::Application& application) {
+    if (options.system) {
+        if (Failure failure = useFolder(*options.system, "--system")) return failure;
+        application.setSystemFolder(innerFolder(*options.system));
+    } else {
+        application.setSystemFolder(innerFolder(platform::programFolder() / ".." / "share" / "qrs_pipeSystem"));
+    }
+    for (const std::filesystem::path& folder : options.support) {
+        if (Failure failure = useFolder(folder, "--support")) return failure;
+        application.addSupportFolder(innerFolder(folder));
+    }
+    return {};
+}
+
+Failure setUp(const Options& options) {
+    platform::Error error;
+    if (options.codePage) platform::setAnsiCodePage(*options.codePage);
+    if (options.settings && !platform::Settings::user().useFile(*options.settings, error))
+        return {ExitCode::CannotRead, error.message};
+    return {};
+}
+
+Failure openDrawing(const Options& options, host::Application& application) {
+    platform::Error error;
+    const bool opened =
+        options.drawing.empty() ? application.newDocument(error) : application.openDocument(options.drawing, error);
+    if (!opened) return {ExitCode::CannotRead, error.message};
+    return {};
+}
+
+std::vector<std::filesystem::path> pluginsToLoad(const Options& options) {
+    if (!options.plugins.empty()) return options.plugins;
+    const std::filesystem::path folder = platform::programFolder();
+    for (const std::filesystem::path& place : {folder, folder / ".." / "lib" / "qrs_pipeSystem"})
+        for (const char* name : kModuleNames)
+            if (platform::fileExists(platform::innerPath(place / name))) return {place / name};
+    // Loading it tells that it is missing.
+    return {folder / kModuleNames[0]};
+}
+
+Failure loadPlugins(const Options& options, host::Application& application) {
+    for (const std::filesystem::path& plugin : pluginsToLoad(options)) {
+        platform::Error error;
+        if (!application.loadPlugin(plugin, error)) return {ExitCode::CannotRead, error.message};
+    }
+    return {};
+}
+
+// Writes the drawing the program was started with, as --output and --in-place ask.
+Failure writeDrawing(const Options& options, host::Application& application, const AcApDocument* started) {
+    if (options.output.empty() && !options.inPlace) return {};
+    if (application.currentDocument() != started)
+        return {ExitCode::CannotWrite,
+                options.drawing.u8string() + " is not the current drawing any more; not written"};
+    if (options.inPlace && !application.hasUnsavedChanges()) return {};
+    platform::Error error;
+    const std::filesystem::path& target = options.inPlace ? options.drawing : options.output;
+    if (!application.saveDocument(target, /*keepBackup=*/true, error)) return {ExitCode::CannotWrite, error.message};
+    return {};
+}
+
+bool isPersonAtTerminal(const Options& options) {
+    return !options.hasScript() && platform::isTerminal(0);
+}
+
+std::unique_ptr<ConsoleTerminal> makeTerminal(const Options& options, Script script) {
+    if (!isPersonAtTerminal(options)) return std::make_unique<ScriptTerminal>(std::move(script));
+    if (!platform::isTerminal(1)) return std::make_unique<PlainTerminal>();
+    const auto commandNames = [] {
+        const host::Application* application = host::Application::current();
+        return application == nullptr ? std::vector<std::wstring>() : application->commandNames();
+    };
+    return makeInteractiveTerminal(commandNames, {});
+}
+
+Failure prepare(const Options& options, host::Application& application) {
+    if (Failure failure = setFolders(options, application)) return failure;
+    if (Failure failure = openDrawing(options, application)) return failure;
+    return loadPlugins(options, application);
+}
+
+ExitCode end(const Failure& failure) {
+    complain(failure.message);
+    return failure.code;
+}
+
+}  // namespace
+
+void complain(const std::string& message) {
+    platform::writeStandardError("qrsconsole: " + message + "\n");
+}
+
+ExitCode run(const Options& options) {
+    std::unique_ptr<platform::Deadline> deadline;
+    if (options.timeoutSeconds > 0) {
+        char line[80];
+        std::snprintf(line, sizeof line, "qrsconsole: not done within %g seconds", options.timeoutSeconds);
+        deadline = std::make_unique<platform::Deadline>(options.timeoutSeconds, line,
+                                                        static_cast<int>(ExitCode::CommandFailed));
+    }
+    if (Failure failure = setUp(options)) return end(failure);
+    Script script;
+    if (!isPersonAtTerminal(options))
+        if (Failure failure = readScript(options, script)) return end(failure);
+    const std::unique_ptr<ConsoleTerminal> terminal = makeTerminal(options, std::move(script));
+    host::Application application(*terminal);
+    if (Failure failure = prepare(options, application)) return end(failure);
+    const AcApDocument* const started = application.currentDocument();
+    const bool allDone = application.run(options.keepGoing);
+    if (allDone || options.keepGoing)
+        if (Failure failure = writeDrawing(options, application, started)) return end(failure);
+    if (!terminal->outputWorks()) return end({ExitCode::CannotWrite, "standard output cannot be written"});
+    return allDone ? ExitCode::Done : ExitCode::CommandFailed;
+}
+
+}  // namespace qrs::console

@@ -1,0 +1,14 @@
+// One run of the program, from its options to its exit code.
+#pragma once
+
+#include "console/options.h"
+
+namespace qrs::console {
+
+// Prints what goes wrong itself.
+ExitCode run(const Options& options);
+
+// One line on standard error, behind "qrsconsole: ".
+void complain(const std::string& message);
+
+}  // namespace qrs::console

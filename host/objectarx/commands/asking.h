@@ -1,0 +1,24 @@
+// Questions the host's own commands ask.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host/platform/error.h"
+
+namespace qrs::host::commands {
+
+// One answer, with blanks inside when they are allowed and without those around it; nothing when the user cancelled.
+enum class Blanks { EndAnswer, Kept };
+std::optional<std::wstring> askText(const std::wstring& prompt, Blanks blanks);
+
+// A keyword as the list spells it (see acedInitGet), or empty for Enter; nothing when the user cancelled.
+std::optional<std::wstring> askKeyword(const std::wstring& keywords, const std::wstring& prompt);
+
+// Yes or no; Enter answers fallback. Nothing when the user cancelled.
+std::optional<bool> askYesNo(const std::wstring& prompt, bool fallback);
+
+// A host function's failure as the running command's.
+void failWith(const platform::Error& error);
+
+}  // namespace qrs::host::commands

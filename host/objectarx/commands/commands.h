@@ -1,0 +1,32 @@
+// The commands the host brings itself: those a script needs to look at a drawing, change its layers and save it.
+#pragma once
+
+namespace qrs::host {
+
+// Registers them in the group "HOST_COMMANDS".
+void registerHostCommands();
+
+namespace commands {
+
+// Drawings (documents.cpp).
+void openDrawing();
+void newDrawing();
+void saveDrawing();
+void saveDrawingAs();
+void closeDrawing();
+void quit();
+// Plug-ins (plugins.cpp).
+void managePlugins();
+// Entities (entities.cpp).
+void listEntities();
+void selectEntities();
+// The view; nothing is shown, the prompts alone are kept (views.cpp).
+void regenerate();
+void zoom();
+// System variables (variables.cpp).
+void setVariable();
+// Layers (layers.cpp).
+void changeLayers();
+
+}  // namespace commands
+}  // namespace qrs::host

@@ -1,0 +1,11 @@
+# Sources of the host's own commands.
+set(QRS_COMMAND_SOURCES
+    commands/asking.cpp
+    commands/documents.cpp
+    commands/entities.cpp
+    commands/layerlist.cpp
+    commands/layers.cpp
+    commands/plugins.cpp
+    commands/registration.cpp
+    commands/variables.cpp
+    commands/views.cpp)
