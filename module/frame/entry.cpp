@@ -1,1 +1,64 @@
 // The library entry and the message entry of the module.
+#include "frame/entry.h"
+
+#include "afxdllx.h"
+#include "frame/startup.h"
+#include "pipeport.h"
+#include "qrs_kernal.h"
+#include "rxdlinkr.h"
+#include "rxregsvc.h"
+
+namespace {
+
+HINSTANCE instanceHandle = nullptr;
+AFX_EXTENSION_MODULE extension = {FALSE, nullptr, nullptr};
+
+void registerMdiAware(void* application) {
+    AcRxDictionary* registry = acrxSysRegistry();
+    AcRxDynamicLinker* linker = registry ? AcRxDynamicLinker::cast(registry->at(ACRX_DYNAMIC_LINKER)) : nullptr;
+    if (linker) linker->registerAppMDIAware(application);
+}
+
+}  // namespace
+
+HINSTANCE qrs::frame::moduleInstance() {
+    return instanceHandle;
+}
+
+// acrxEntryPoint: every message is answered with kRetOK.
+extern "C" QRS_PIPE_PORT AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* application) {
+    switch (message) {
+        case AcRx::kInitAppMsg:
+            acrxUnlockApplication(application);
+            registerMdiAware(application);
+            qrs::frame::startUp();
+            break;
+        case AcRx::kUnloadAppMsg:
+            qrs::frame::tearDown();
+            break;
+        case AcRx::kLoadDwgMsg:
+            qrs::frame::drawingLoaded();
+            break;
+        case AcRx::kUnloadDwgMsg:
+            qrs::frame::drawingUnloads();
+            break;
+        default:
+            break;
+    }
+    return AcRx::kRetOK;
+}
+
+extern "C" int APIENTRY DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
+    if (reason == DLL_PROCESS_ATTACH) {
+        instanceHandle = instance;
+        if (AfxInitExtensionModule(extension, instance)) new CDynLinkLibrary(extension);
+        InitAol(L"_QRS");
+        QrsExport::InitGeLib(true);
+    } else if (reason == DLL_PROCESS_DETACH && extension.bInitialized) {
+        AfxTermExtensionModule(extension);
+        extension.bInitialized = FALSE;
+    }
+    return 1;
+}
+
+AFX_LIBRARY_ENTRY(DllMain)

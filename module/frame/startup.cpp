@@ -1,1 +1,152 @@
 // Start-up and tear-down, step by step.
+#include "frame/startup.h"
+
+#include <optional>
+
+#include "frame/cmdconfig.h"
+#include "frame/cmdreactor.h"
+#include "frame/cmdtable.h"
+#include "frame/docglobals.h"
+#include "frame/specdata.h"
+#include "layers/layertoolbar.h"
+#include "PipeSystemTool.h"
+#include "qrs_public.h"
+#include "standard/startup.h"
+
+namespace qrs::frame {
+
+namespace {
+
+std::unique_ptr<TPipeAppDocGlobals> docGlobals;
+std::unique_ptr<TCmdReactor> cmdReactor;
+
+constexpr const wchar_t* kAlignTypeValue = L"nAlignTypeForVPipeDim4";
+constexpr double kSamePoint = 0.001;  // drawing units
+
+// Commands that an older sibling of this module registers. All but "tcgj" are registered again by this one.
+constexpr const wchar_t* kStaleGroup = L"TAPI_CMD";
+const wchar_t* const staleCommands[] = {L"tcgj",          L"hbtc",          L"OpenLayer",    L"OpenSelLayer",
+                                        L"CloseSelLayer", L"EraseSelLayer", L"ConvertLayer", L"UnLockSelLayer",
+                                        L"LockSelLayer",  L"sfxc",          L"dcsz",         L"drsz"};
+
+// Items of the command configuration that set flags of the standard.
+struct FlagItem {
+    const wchar_t* function;
+    const wchar_t* item;
+    Adesk::Int32* flag;
+};
+const FlagItem flagItems[] = {
+    {L"图层功能", L"图层自动分组", &g_bLayerAutoGrouping},
+    {L"给水功能", L"重置法兰间距", &g_bResetFlangeSpace},
+    {L"给水功能", L"法兰样式", &g_nFlangeStyle},
+};
+
+TRegKey pwxConfig() {
+    return TRegKey(GetRegLocation(L"PWXConfig"));
+}
+
+void removeStaleCommands() {
+    for (const wchar_t* name : staleCommands)
+        if (AcEdCommandStack* commands = acedRegCmds) commands->removeCmd(kStaleGroup, name);
+}
+
+void registerCommands() {
+    for (const CommandRow& row : commandTable)
+        if (AcEdCommandStack* commands = acedRegCmds)
+            commands->addCommand(kCommandGroup, row.name, row.name, row.flags, row.handler, nullptr, -1, nullptr,
+                                 nullptr);
+}
+
+// What needs the tree finds none when no standard was loaded; the rest is done all the same.
+void loadStandard() {
+    standard::loadCurrentStandard();
+    standard::readOldLayerDefinitions();
+    standard::convertOldSystemNames();
+    standard::applyObjectColors();
+    standard::readLinetypeTextSettings();
+}
+
+void readAlignType() {
+    std::int32_t value = 0;
+    if (pwxConfig().ReadInteger(kAlignTypeValue, value)) g_nAlignTypeForVPipeDim4 = value;
+}
+
+std::optional<CmdConfig> readCmdConfig() {
+    std::optional<CmdConfig> config = CmdConfig::read();
+    if (!config) return config;
+    config->setDefaults();
+    for (const FlagItem& item : flagItems) {
+        int value = 0;
+        if (TDwgSettingDefaults::Current().GetInteger(item.function, item.item, value)) *item.flag = value;
+    }
+    return config;
+}
+
+void addCmdReactor() {
+    if (cmdReactor) return;
+    cmdReactor = std::make_unique<TCmdReactor>();
+    if (AcEditor* editor = acedEditor) editor->addReactor(cmdReactor.get());
+}
+
+void removeCmdReactor() {
+    if (!cmdReactor) return;
+    if (AcEditor* editor = acedEditor) editor->removeReactor(cmdReactor.get());
+    cmdReactor.reset();
+}
+
+void closeLayerPanel() {
+    LayerPanel& panel = layerPanel();
+    if (!panel.window) return;
+    acedRemoveFilterWinMsg(panel.filter);
+    if (IsWindow(panel.window->GetSafeHwnd())) panel.window->DestroyWindow();
+    panel = LayerPanel();
+}
+
+AcApDocument* currentDocument() {
+    AcApDocManager* manager = acDocManager;
+    return manager ? manager->curDocument() : nullptr;
+}
+
+}  // namespace
+
+LayerPanel& layerPanel() {
+    static LayerPanel panel;
+    return panel;
+}
+
+void startUp() {
+    removeStaleCommands();  // before the registering: eleven of the names are registered again
+    registerCommands();
+    loadStandard();
+    docGlobals = std::make_unique<TPipeAppDocGlobals>();
+    standard::initLayerMaps();
+    readAlignType();
+    const std::optional<CmdConfig> config = readCmdConfig();
+    // A missing file or item leaves the specification unread, although nothing disables it then: installations without
+    // the item have no specification.
+    if (config && config->usesDoublePipeFittings()) readDoublePipeFittings(kSamePoint);
+    addCmdReactor();
+}
+
+// Not the start-up backwards: the documents' entries outlive the standard, and the command reactor goes last, so that
+// it hears of everything until the module is gone.
+void tearDown() {
+    if (AcEdCommandStack* commands = acedRegCmds) commands->removeGroup(kCommandGroup);
+    CLayerToolBar::Release();
+    closeLayerPanel();
+    standard::releaseStandard();
+    docGlobals.reset();
+    pwxConfig().WriteInteger(kAlignTypeValue, g_nAlignTypeForVPipeDim4);
+    removeCmdReactor();
+}
+
+void drawingLoaded() {
+    TPipeDocEntry* entry = docGlobals ? docGlobals->find(currentDocument()) : nullptr;
+    if (entry) entry->attach();
+}
+
+void drawingUnloads() {
+    if (docGlobals) docGlobals->release(currentDocument());
+}
+
+}  // namespace qrs::frame

@@ -1,1 +1,24 @@
-// Opens XML files of the system folder.
+// XML files of the system folder.
+#include "frame/xmlfile.h"
+
+#include <cstring>
+
+#include "acutads.h"
+#include "host/platform/codepage.h"
+#include "qrs_kernal.h"
+#include "standard/itemtree.h"
+
+namespace qrs::frame {
+
+bool readXmlFile(const std::wstring& name, const char* root, pugi::xml_document& document) {
+    std::wstring path;
+    if (!QrsExport::FindFile(name, path)) return false;
+    platform::Error error;
+    if (standard::loadItemTree(path, document, error) && std::strcmp(document.document_element().name(), root) != 0)
+        error.message = platform::toUtf8(path) + ":1: <" + root + "> expected";
+    if (!error) return true;
+    acutPrintf(L"\n%s。按没有 %s 处理。\n", platform::fromUtf8(error.message).c_str(), name.c_str());
+    return false;
+}
+
+}  // namespace qrs::frame

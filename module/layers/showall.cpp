@@ -1,1 +1,81 @@
 // Shows every layer, system and object of a drawing again.
+#include <memory>
+
+#include "acutads.h"
+#include "axlock.h"
+#include "dbobjptr.h"
+#include "layers/layerstate.h"
+#include "layers/layertoolbar.h"
+#include "PwxTool.h"
+#include "qrs_pipewire.h"
+#include "rxmfcapi.h"
+#include "standard/holder.h"
+
+using namespace qrs::layers;
+
+namespace {
+
+void turnAllLayersOn(AcDbDatabase* database) {
+    AcDbObjectIdArray layers;
+    PwxTool::GetAllLayerIds(database, layers);
+    changeLayers(
+        layers, [](const AcDbLayerTableRecord& layer) { return !layer.isOff(); },
+        [](AcDbLayerTableRecord& layer) { layer.setIsOff(false); });
+}
+
+// Built-in systems are shown by type, those that users defined by name.
+void showAllSystems(AcDbDatabase* database) {
+    TDbPsConfig* config = GetDwgPsGlobal(database);
+    const qrs::standard::Standard* standard = qrs::standard::currentStandard();
+    if (!config || !standard) return;
+    for (const std::unique_ptr<PipeGroupNode>& group : standard->groups) {
+        for (int i = 0; i < group->GetSystemNum(); ++i) {
+            const std::wstring name = group->FindPipeSystem(i)->PipeName.GetString();
+            const int type = GetSysType(name);
+            if (type == kCustomSysType)
+                config->ShowCustomPipeSystem(name);
+            else
+                config->ShowSystem(type, 1);
+        }
+    }
+}
+
+std::unique_ptr<AcDbBlockTableRecordIterator> walkModelSpace(AcDbDatabase* database) {
+    const AcDbBlockTableRecordPointer modelSpace(ACDB_MODEL_SPACE, database, AcDb::kForRead);
+    AcDbBlockTableRecordIterator* pBlockIterator = nullptr;
+    Acad::ErrorStatus es = modelSpace.openStatus();
+    if (es == Acad::eOk) es = modelSpace->newIterator(pBlockIterator);
+    // The assertion is told and ends the walk; it must not take the program, and the user's other drawings, with it
+    // because of what one drawing holds.
+    if (!(es == Acad::eOk && pBlockIterator != nullptr))
+        acutPrintf(L"\nAssertion failed: es==Acad::eOk && pBlockIterator!=0, LayerToolBar\n");
+    return std::unique_ptr<AcDbBlockTableRecordIterator>(pBlockIterator);
+}
+
+// What must be redrawn. Objects that show already are only read.
+AcDbObjectIdArray showHiddenObjects(AcDbDatabase* database) {
+    AcDbObjectIdArray redrawn;
+    const std::unique_ptr<AcDbBlockTableRecordIterator> iterator = walkModelSpace(database);
+    if (!iterator) return redrawn;
+    AcDbEntityPointer entity;
+    for (; !iterator->done(); iterator->step()) {
+        AcDbObjectId id;
+        if (iterator->getEntityId(id) != Acad::eOk || entity.open(id, AcDb::kForRead) != Acad::eOk) continue;
+        const bool isInvisible = entity->visibility() == AcDb::kInvisible;
+        if (isInvisible || IsNoDrawingObject(entity)) redrawn.append(id);
+        if (isInvisible && entity->upgradeOpen() == Acad::eOk) entity->setVisibility(AcDb::kVisible);
+    }
+    return redrawn;
+}
+
+}  // namespace
+
+void CLayerToolBar::SetAllPipeLayOpen() {
+    const AcAxDocLock lock;
+    AcDbDatabase* database = workingDatabase();
+    if (!database) return;
+    turnAllLayersOn(database);
+    showAllSystems(database);
+    UpdateGraphic(showHiddenObjects(database));
+    acedUpdateDisplay();
+}

@@ -26,11 +26,10 @@ class QRS_HOST_PORT TPickEntSet {
     bool Get(const resbuf* filter);
 
     const AcDbObjectIdArray& ids() const { return ids_; }
-    bool isEmpty() const { return ids_.empty(); }
+    bool isEmpty() const { return ids_.isEmpty(); }
 
   private:
     friend QRS_HOST_PORT int SelectEntities(const std::wstring& prompt, TPickEntSet& picked, const resbuf* filter);
-    bool fill(const ads_name selection);
     AcDbObjectIdArray ids_;
 };
 

@@ -69,8 +69,8 @@ class QRS_HOST_PORT TDbPsConfig {
 // drawing is closed.
 QRS_HOST_PORT TDbPsConfig* GetDwgPsGlobal(AcDbDatabase* database);
 
-// True for an object of the suite (its class name begins with "QRS_") that draws nothing at the moment. The host has
-// no screen on which such an object could have been drawn, so every object of the suite counts.
+// True for an object of the suite (its name in drawing files begins with "QRS_") that draws nothing at the moment. The
+// host has no screen on which such an object could have been drawn, so every object of the suite counts.
 QRS_HOST_PORT bool IsNoDrawingObject(const AcDbEntity* entity);
 
 // Redraws the objects.

@@ -1,0 +1,31 @@
+// The table of the thirty commands.
+#pragma once
+
+#include "accmd.h"
+
+namespace qrs::frame {
+
+struct CommandRow {
+    const wchar_t* name;  // global and local name
+    AcRxFunctionPtr handler;
+    Adesk::Int32 flags;
+    const wchar_t* text;  // its first prompt or its message; null for a command that opens a dialog or asks nothing
+};
+
+constexpr int kCommandCount = 30;
+// In the order of registration.
+extern const CommandRow commandTable[kCommandCount];
+
+// The group the commands are registered in.
+constexpr const wchar_t* kCommandGroup = L"QRS_PIPESTSTEM";
+
+// For a command that is still to come: prints its text and that it is not available. row counts from 1.
+void printNotAvailable(int row);
+
+template <int row>
+void laterCommand() {
+    static_assert(row >= 1 && row <= kCommandCount, "no such row");
+    printNotAvailable(row);
+}
+
+}  // namespace qrs::frame

@@ -1,1 +1,0 @@
-// The reactor that listens to the editor's commands.
