@@ -2,6 +2,7 @@
 #include "host/platform/callrecord.h"
 
 #include "host/platform/codepage.h"
+#include "host/platform/number.h"
 
 namespace qrs::platform {
 
@@ -27,6 +28,10 @@ void CallRecorder::record(std::string call) {
 
 std::string recordedText(const std::wstring& text) {
     return toUtf8(text);
+}
+
+std::string recordedReal(double value) {
+    return formatReal(value);
 }
 
 }  // namespace qrs::platform

@@ -34,21 +34,37 @@ class QRS_HOST_PORT CallRecorder {
 };
 
 // Records name(arguments...) when somebody listens; costs one test otherwise. Arguments are std::string, std::wstring,
-// const wchar_t* or integers.
+// const wchar_t*, integers or doubles (a whole one ends in ".0").
 QRS_HOST_PORT std::string recordedText(const std::wstring& text);
-inline std::string recordedText(const std::string& text) { return text; }
-inline std::string recordedText(const char* text) { return text; }
-inline std::string recordedText(const wchar_t* text) { return recordedText(std::wstring(text ? text : L"")); }
-inline std::string recordedText(long long value) { return std::to_string(value); }
-inline std::string recordedText(int value) { return std::to_string(value); }
-inline std::string recordedText(unsigned value) { return std::to_string(value); }
+QRS_HOST_PORT std::string recordedReal(double value);
+inline std::string recordedText(const std::string& text) {
+    return text;
+}
+inline std::string recordedText(const char* text) {
+    return text;
+}
+inline std::string recordedText(const wchar_t* text) {
+    return recordedText(std::wstring(text ? text : L""));
+}
+inline std::string recordedText(long long value) {
+    return std::to_string(value);
+}
+inline std::string recordedText(int value) {
+    return std::to_string(value);
+}
+inline std::string recordedText(double value) {
+    return recordedReal(value);
+}
+inline std::string recordedText(unsigned value) {
+    return std::to_string(value);
+}
 
 template <typename... Arguments>
 void recordCall(const char* name, const Arguments&... arguments) {
     if (!CallRecorder::isRecording()) return;
     std::string call(name);
     call += '(';
-    const char* separator = "";
+    [[maybe_unused]] const char* separator = "";
     ((call += separator, call += recordedText(arguments), separator = ", "), ...);
     call += ')';
     CallRecorder::record(std::move(call));

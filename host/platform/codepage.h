@@ -1,6 +1,7 @@
 // Text in code pages. The ANSI code page is Windows' own there and 936 elsewhere unless a setting changes it.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -38,5 +39,7 @@ QRS_HOST_PORT void appendCodePoint(std::wstring& text, char32_t codePoint);
 // Comparison as the editor compares names: simple upper-case folding of each code point, no locale.
 QRS_HOST_PORT int compareNoCase(std::wstring_view a, std::wstring_view b);
 QRS_HOST_PORT std::wstring foldCase(std::wstring_view text);
+// The same characters in lower case.
+QRS_HOST_PORT std::wstring lowerCaseText(std::wstring_view text);
 
 }  // namespace qrs::platform

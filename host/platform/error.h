@@ -5,7 +5,8 @@
 
 namespace qrs::platform {
 
-// Empty when nothing failed. The message is UTF-8, one line, and names the file (and line or offset where there is one).
+// Empty when nothing failed. The message is UTF-8, one line, and names the file (and line or offset where there is
+// one).
 struct Error {
     std::string message;
 

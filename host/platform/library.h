@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "host/platform/error.h"
+#include "host/platform/port.h"
 
 namespace qrs::platform {
 
@@ -23,5 +24,8 @@ class Library {
   protected:
     Library() = default;
 };
+
+// Called by the entry of a library while it is being loaded: the load then fails, and the library leaves the process.
+QRS_HOST_PORT void refuseLibraryLoad();
 
 }  // namespace qrs::platform

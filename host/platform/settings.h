@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,22 +26,29 @@ class QRS_HOST_PORT Settings {
     // Uses another file instead (POSIX and Windows alike). False, with the reason in error, when the file exists and
     // cannot be read or is damaged (the message names the line); it is then neither used nor written over.
     bool useFile(const std::filesystem::path& native, Error& error);
+    // Back to the store of this user.
+    void useDefault();
+
+    // False, with the reason in error, when the store in use cannot be read or is damaged; every value is then missing
+    // and nothing can be written. A file that does not exist is an empty store.
+    bool check(Error& error) const;
 
     // The value, or nothing when it is missing or not of the kind asked for.
     std::optional<std::wstring> text(std::wstring_view key, std::wstring_view name) const;
     std::optional<std::int32_t> integer(std::wstring_view key, std::wstring_view name) const;
     std::optional<double> real(std::wstring_view key, std::wstring_view name) const;
 
-    // False, with the reason in error, when the store cannot be written (read-only file, damaged file, full disk); it is
-    // then left as it was.
+    // False, with the reason in error, when the store cannot be written (read-only file, damaged file, full disk); it
+    // is then left as it was.
     bool setText(std::wstring_view key, std::wstring_view name, std::wstring_view value, Error& error);
     bool setInteger(std::wstring_view key, std::wstring_view name, std::int32_t value, Error& error);
     bool setReal(std::wstring_view key, std::wstring_view name, double value, Error& error);
 
   private:
     Settings();
+    ~Settings();
     struct State;
-    State* state_;
+    std::unique_ptr<State> state_;
 };
 
 }  // namespace qrs::platform

@@ -1,0 +1,258 @@
+// Text in code pages and in UTF-8; comparison without regard to case.
+#include "host/platform/codepage.h"
+
+#include <atomic>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+
+#include "host/platform/casemap.h"
+#include "host/platform/codepagetable.h"
+
+namespace qrs::platform {
+
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+// Drawings of the house were made on Chinese systems; where the system has no ANSI code page of its own this one
+// serves.
+constexpr unsigned kDefaultAnsiCodePage = 936;
+
+std::atomic<unsigned>& currentAnsiCodePage() {
+    static std::atomic<unsigned> current{systemAnsiCodePage().value_or(kDefaultAnsiCodePage)};
+    return current;
+}
+
+bool isHighSurrogate(char32_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+bool isLowSurrogate(char32_t unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+bool isContinuation(std::string_view bytes, std::size_t i) {
+    return i < bytes.size() && (static_cast<unsigned char>(bytes[i]) & 0xC0) == 0x80;
+}
+
+// Number of bytes of the UTF-8 character at i, 0 when it is none. Surrogates count as characters here.
+std::size_t utf8Length(std::string_view bytes, std::size_t i, char32_t& codePoint) {
+    const auto first = static_cast<unsigned char>(bytes[i]);
+    std::size_t length = 0;
+    char32_t least = 0;
+    if (first < 0x80) {
+        codePoint = first;
+        return 1;
+    }
+    if (first >= 0xC2 && first <= 0xDF) {
+        length = 2, least = 0x80, codePoint = first & 0x1Fu;
+    } else if (first >= 0xE0 && first <= 0xEF) {
+        length = 3, least = 0x800, codePoint = first & 0x0Fu;
+    } else if (first >= 0xF0 && first <= 0xF4) {
+        length = 4, least = 0x10000, codePoint = first & 0x07u;
+    } else {
+        return 0;
+    }
+    for (std::size_t k = 1; k < length; ++k) {
+        if (!isContinuation(bytes, i + k)) return 0;
+        codePoint = codePoint << 6 | (static_cast<unsigned char>(bytes[i + k]) & 0x3Fu);
+    }
+    return codePoint >= least && codePoint <= 0x10FFFF ? length : 0;
+}
+
+void appendUtf8(std::string& out, char32_t codePoint) {
+    const auto put = [&out](char32_t byte) { out += static_cast<char>(static_cast<unsigned char>(byte)); };
+    if (codePoint < 0x80) {
+        put(codePoint);
+    } else if (codePoint < 0x800) {
+        put(0xC0 | codePoint >> 6), put(0x80 | (codePoint & 0x3F));
+    } else if (codePoint < 0x10000) {
+        put(0xE0 | codePoint >> 12), put(0x80 | (codePoint >> 6 & 0x3F)), put(0x80 | (codePoint & 0x3F));
+    } else {
+        put(0xF0 | codePoint >> 18), put(0x80 | (codePoint >> 12 & 0x3F));
+        put(0x80 | (codePoint >> 6 & 0x3F)), put(0x80 | (codePoint & 0x3F));
+    }
+}
+
+// Length of the run of ASCII at i.
+std::size_t asciiRun(std::string_view bytes, std::size_t i) {
+    const std::size_t start = i;
+    while (i + 8 <= bytes.size()) {
+        std::uint64_t word;
+        std::memcpy(&word, bytes.data() + i, 8);
+        if (word & 0x8080808080808080u) break;
+        i += 8;
+    }
+    while (i < bytes.size() && static_cast<unsigned char>(bytes[i]) < 0x80)
+        ++i;
+    return i - start;
+}
+
+void appendAscii(std::wstring& text, std::string_view ascii) {
+    const std::size_t at = text.size();
+    text.resize(at + ascii.size());
+    for (std::size_t k = 0; k < ascii.size(); ++k)
+        text[at + k] = static_cast<wchar_t>(ascii[k]);
+}
+
+// Appends the text of the bytes; false when some of them are none.
+bool decodeUtf8(std::string_view bytes, std::wstring& text) {
+    bool good = true;
+    for (std::size_t i = 0; i < bytes.size();) {
+        if (const std::size_t run = asciiRun(bytes, i)) {
+            appendAscii(text, bytes.substr(i, run));
+            i += run;
+            continue;
+        }
+        char32_t codePoint = 0;
+        const std::size_t length = utf8Length(bytes, i, codePoint);
+        // A surrogate is no UTF-8, but toUtf8 writes lone ones so; reading them back loses nothing.
+        if (length == 0 || isHighSurrogate(codePoint) || isLowSurrogate(codePoint)) good = false;
+        appendCodePoint(text, length ? codePoint : kReplacement);
+        i += length ? length : 1;
+    }
+    return good;
+}
+
+bool decodeTable(const CodePageTable* table, std::string_view bytes, std::wstring& text) {
+    bool good = true;
+    for (std::size_t i = 0; i < bytes.size();) {
+        if (const std::size_t run = asciiRun(bytes, i)) {
+            appendAscii(text, bytes.substr(i, run));
+            i += run;
+            continue;
+        }
+        std::optional<char32_t> codePoint;
+        if (table) {
+            codePoint = table->next(bytes, i);
+        } else {
+            ++i;
+        }
+        good = good && codePoint;
+        appendCodePoint(text, codePoint.value_or(kReplacement));
+    }
+    return good;
+}
+
+bool isAscii(std::string_view bytes) {
+    return asciiRun(bytes, 0) == bytes.size();
+}
+
+}  // namespace
+
+unsigned ansiCodePage() {
+    return currentAnsiCodePage();
+}
+
+bool setAnsiCodePage(unsigned codePage) {
+    if (!isKnownCodePage(codePage)) return false;
+    currentAnsiCodePage() = codePage;
+    return true;
+}
+
+bool isKnownCodePage(unsigned codePage) {
+    return codePage == kUtf8 || CodePageTable::find(codePage) != nullptr;
+}
+
+bool isLeadByte(unsigned codePage, unsigned char byte) {
+    return leadByteOf(codePage, byte);
+}
+
+bool decodeStrict(unsigned codePage, std::string_view bytes, std::wstring& text) {
+    text.clear();
+    text.reserve(bytes.size());
+    if (codePage == kUtf8) return decodeUtf8(bytes, text);
+    // ASCII needs no table, so a program that meets nothing else never makes one.
+    return decodeTable(isAscii(bytes) ? nullptr : CodePageTable::find(codePage), bytes, text);
+}
+
+std::wstring decode(unsigned codePage, std::string_view bytes) {
+    std::wstring text;
+    decodeStrict(codePage, bytes, text);
+    return text;
+}
+
+bool encode(unsigned codePage, std::wstring_view text, std::string& out) {
+    out.clear();
+    if (codePage == kUtf8) {
+        out = toUtf8(text);
+        return true;
+    }
+    const CodePageTable* table = nullptr;
+    for (std::size_t i = 0; i < text.size();) {
+        const char32_t codePoint = nextCodePoint(text, i);
+        if (codePoint < 0x80) {
+            out += static_cast<char>(codePoint);
+            continue;
+        }
+        if (!table) table = CodePageTable::find(codePage);
+        const std::uint16_t bytes = table ? table->encode(codePoint) : std::uint16_t{0};
+        if (bytes == 0) return false;
+        if (bytes > 0xFF) out += static_cast<char>(bytes >> 8);
+        out += static_cast<char>(bytes & 0xFF);
+    }
+    return true;
+}
+
+std::wstring fromUtf8(std::string_view bytes) {
+    return decode(kUtf8, bytes);
+}
+
+std::string toUtf8(std::wstring_view text) {
+    std::string out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size();)
+        appendUtf8(out, nextCodePoint(text, i));
+    return out;
+}
+
+char32_t nextCodePoint(std::wstring_view text, std::size_t& i) {
+    // Through wchar_t's own unsigned width, else a 16-bit unit above 0x7FFF would widen with its sign.
+    const auto unit = [text](std::size_t k) {
+        return sizeof(wchar_t) == 2 ? static_cast<char32_t>(static_cast<std::uint16_t>(text[k]))
+                                    : static_cast<char32_t>(text[k]);
+    };
+    const char32_t first = unit(i++);
+    if (isHighSurrogate(first) && i < text.size() && isLowSurrogate(unit(i))) {
+        return 0x10000 + ((first - 0xD800) << 10) + (unit(i++) - 0xDC00);
+    }
+    return first > 0x10FFFF ? kReplacement : first;
+}
+
+void appendCodePoint(std::wstring& text, char32_t codePoint) {
+    if (sizeof(wchar_t) == 2 && codePoint > 0xFFFF) {
+        text += static_cast<wchar_t>(0xD800 + ((codePoint - 0x10000) >> 10));
+        text += static_cast<wchar_t>(0xDC00 + ((codePoint - 0x10000) & 0x3FF));
+    } else {
+        text += static_cast<wchar_t>(codePoint);
+    }
+}
+
+int compareNoCase(std::wstring_view a, std::wstring_view b) {
+    std::size_t i = 0;
+    std::size_t k = 0;
+    while (i < a.size() && k < b.size()) {
+        const char32_t left = upperCase(nextCodePoint(a, i));
+        const char32_t right = upperCase(nextCodePoint(b, k));
+        if (left != right) return left < right ? -1 : 1;
+    }
+    return (i < a.size()) - (k < b.size());
+}
+
+std::wstring foldCase(std::wstring_view text) {
+    std::wstring folded;
+    folded.reserve(text.size());
+    for (std::size_t i = 0; i < text.size();)
+        appendCodePoint(folded, upperCase(nextCodePoint(text, i)));
+    return folded;
+}
+
+std::wstring lowerCaseText(std::wstring_view text) {
+    std::wstring lower;
+    lower.reserve(text.size());
+    for (std::size_t i = 0; i < text.size();)
+        appendCodePoint(lower, lowerCase(nextCodePoint(text, i)));
+    return lower;
+}
+
+}  // namespace qrs::platform

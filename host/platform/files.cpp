@@ -1,0 +1,97 @@
+// Files and names, as far as every system does it alike.
+#include "host/platform/files.h"
+
+#include "host/platform/codepage.h"
+#include "host/platform/fileerror.h"
+#include "host/platform/wildcard.h"
+
+namespace qrs::platform {
+
+namespace fs = std::filesystem;
+
+std::string shownPath(const fs::path& native) {
+#if defined(_WIN32)
+    std::string shown = toUtf8(native.native());
+#else
+    // Through wide text, so that bytes which are no UTF-8 do not reach the message.
+    std::string shown = toUtf8(fromUtf8(native.native()));
+#endif
+    for (char& character : shown) {
+        if (static_cast<unsigned char>(character) < 0x20 || character == 0x7F) character = '?';
+    }
+    return shown;
+}
+
+bool fail(Error& error, const fs::path& native, std::string_view reason) {
+    error.message = shownPath(native) + ": " + std::string(reason);
+    return false;
+}
+
+bool fail(Error& error, const fs::path& native, const std::error_code& reason) {
+    return fail(error, native, reason.message());
+}
+
+std::wstring innerFromTyped(std::wstring_view typed) {
+    std::wstring inner(typed);
+    for (wchar_t& unit : inner) {
+        if (unit == L'/') unit = L'\\';
+    }
+    return inner;
+}
+
+std::wstring joinPath(std::wstring_view folder, std::wstring_view name) {
+    while (!name.empty() && name.front() == L'\\')
+        name.remove_prefix(1);
+    std::wstring joined(folder);
+    if (joined.empty()) return std::wstring(name);
+    while (joined.size() > 1 && joined.back() == L'\\')
+        joined.pop_back();
+    if (joined.back() != L'\\') joined += L'\\';
+    return joined.append(name);
+}
+
+bool fileExists(std::wstring_view inner) {
+    std::error_code error;
+    const fs::file_status status = fs::status(nativePath(inner), error);
+    return fs::exists(status) && !fs::is_directory(status);
+}
+
+bool folderExists(std::wstring_view inner) {
+    std::error_code error;
+    return fs::is_directory(nativePath(inner), error);
+}
+
+std::vector<std::wstring> listFiles(std::wstring_view folder, std::wstring_view pattern) {
+    std::vector<std::wstring> names;
+    std::error_code error;
+    const fs::path native = folder.empty() ? fs::path(".") : nativePath(folder);
+    for (fs::directory_iterator entry(native, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+        std::error_code unknown;
+        if (entry->is_directory(unknown)) continue;
+        std::wstring name = innerPath(entry->path().filename());
+        if (matchesWildcard(name, pattern)) names.push_back(std::move(name));
+    }
+    return names;
+}
+
+bool writeFileAtomically(const fs::path& native, std::string_view content, bool keepBackup, Error& error) {
+    AtomicFile file;
+    if (!file.begin(native, error)) return false;
+    file.write(content);
+    return file.commit(keepBackup, error);
+}
+
+std::wstring temporaryFolder() {
+    std::error_code error;
+    fs::path folder = fs::temp_directory_path(error);
+#if !defined(_WIN32)
+    // TMPDIR names no folder: every POSIX system has this one.
+    if (error) folder = "/tmp";
+#endif
+    std::wstring inner = innerPath(folder);
+    if (inner.empty() || inner.back() != L'\\') inner += L'\\';
+    return inner;
+}
+
+}  // namespace qrs::platform

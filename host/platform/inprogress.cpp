@@ -1,0 +1,59 @@
+// The temporary files being written now.
+#include "host/platform/inprogress.h"
+
+#include <mutex>
+#include <random>
+#include <set>
+#include <system_error>
+
+namespace qrs::platform {
+
+namespace {
+
+struct InProgress {
+    std::mutex mutex;
+    std::set<std::filesystem::path> paths;
+};
+
+InProgress& inProgress() {
+    static InProgress list;
+    return list;
+}
+
+}  // namespace
+
+bool makeTemporary(const std::filesystem::path& path, const std::function<bool()>& make) {
+    InProgress& list = inProgress();
+    const std::lock_guard<std::mutex> lock(list.mutex);
+    if (!make()) return false;
+    list.paths.insert(path);
+    return true;
+}
+
+void forgetTemporary(const std::filesystem::path& path) {
+    InProgress& list = inProgress();
+    const std::lock_guard<std::mutex> lock(list.mutex);
+    list.paths.erase(path);
+}
+
+void removeTemporariesForGood() {
+    InProgress& list = inProgress();
+    list.mutex.lock();
+    for (const std::filesystem::path& path : list.paths) {
+        std::error_code ignored;  // it may be renamed just now
+        std::filesystem::remove(path, ignored);
+    }
+}
+
+std::string unpredictableName() {
+    std::random_device source;
+    std::string name;
+    for (int i = 0; i < 2; ++i) {
+        for (unsigned bits = source(), digit = 0; digit < 8; ++digit, bits >>= 4) {
+            name += "0123456789abcdef"[bits & 15];
+        }
+    }
+    return name;
+}
+
+}  // namespace qrs::platform

@@ -1,0 +1,21 @@
+// The temporary files being written now, for a program that must end at once.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+namespace qrs::platform {
+
+// Enters the path when make, called under the list's lock, gives true; make creates the file. Gives make's answer.
+bool makeTemporary(const std::filesystem::path& path, const std::function<bool()>& make);
+// Takes the path from the list: it was renamed or removed.
+void forgetTemporary(const std::filesystem::path& path);
+
+// Removes all of them and lets nobody make another one: to be followed by the end of the process.
+void removeTemporariesForGood();
+
+// 64 bits nobody can foretell, as 16 hexadecimal digits.
+std::string unpredictableName();
+
+}  // namespace qrs::platform

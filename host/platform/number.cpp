@@ -1,0 +1,36 @@
+// Numbers as text.
+#include "host/platform/number.h"
+
+#include <charconv>
+
+namespace qrs::platform {
+
+namespace {
+
+template <typename Number>
+std::optional<Number> parsed(std::string_view text) {
+    Number value{};
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (failure != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return value;
+}
+
+}  // namespace
+
+std::string formatReal(double value) {
+    char room[32];
+    const auto [end, failure] = std::to_chars(room, room + sizeof room, value);
+    std::string text(room, failure == std::errc() ? end : room);
+    if (text.find_first_not_of("-0123456789") == std::string::npos) text += ".0";
+    return text;
+}
+
+std::optional<double> parseReal(std::string_view text) {
+    return parsed<double>(text);
+}
+
+std::optional<std::int32_t> parseInteger(std::string_view text) {
+    return parsed<std::int32_t>(text);
+}
+
+}  // namespace qrs::platform

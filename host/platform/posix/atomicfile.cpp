@@ -1,0 +1,214 @@
+// AtomicFile on POSIX systems.
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstdio>
+
+#include "host/platform/fileerror.h"
+#include "host/platform/files.h"
+#include "host/platform/inprogress.h"
+#include "host/platform/posix/handle.h"
+#include "host/platform/posix/signalhold.h"
+
+namespace qrs::platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Small pieces are gathered to this size; a larger piece is written from where it lies.
+constexpr std::size_t kGather = std::size_t{256} << 10;
+// So much is written by one call. Between the calls the disk is set to work, so that the flush at the end finds little
+// left to do: 150 MB in these steps take half the time of one call and one flush.
+constexpr std::size_t kStep = std::size_t{8} << 20;
+
+// The file that the target names in the end, links followed; a link may point to a file that is still to be made.
+bool followLinks(const fs::path& target, fs::path& resolved, Error& error) {
+    resolved = target;
+    for (int links = 0; links < 40; ++links) {
+        std::error_code none;
+        if (!fs::is_symlink(fs::symlink_status(resolved, none))) return true;
+        const fs::path next = fs::read_symlink(resolved, none);
+        if (none) return fail(error, target, none);
+        resolved = next.is_absolute() ? next : resolved.parent_path() / next;
+    }
+    return fail(error, target, std::make_error_code(std::errc::too_many_symbolic_link_levels));
+}
+
+void syncFolder(const fs::path& folder) {
+    // The file is in place by now; a file system that cannot flush a folder leaves nothing to undo.
+    const Descriptor handle(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (handle) fsync(handle.number());
+}
+
+}  // namespace
+
+struct AtomicFile::State {
+    fs::path target;   // links followed
+    fs::path shown;    // as the caller named it
+    fs::path partial;  // the temporary file; empty when there is none
+    Descriptor file;
+    struct stat before {};  // of the target, when it existed
+    bool existed = false;
+    std::string gathered;
+    std::size_t flushed = 0;  // bytes handed to the system
+    std::error_code failure;
+
+    fs::path besideTarget() const { return target.parent_path() / (".qrs-" + unpredictableName() + ".tmp"); }
+
+    bool checkTarget(Error& error);
+    bool create(Error& error);
+    void put(std::string_view bytes);
+    bool keepAttributes();
+    bool finish(bool keepBackup, Error& error);
+    bool backUp(Error& error);
+    bool copyTo(const fs::path& copy, Error& error) const;
+    void discard();
+};
+
+bool AtomicFile::State::checkTarget(Error& error) {
+    existed = stat(target.c_str(), &before) == 0;
+    if (!existed) return errno == ENOENT || fail(error, shown, lastError());
+    if (S_ISDIR(before.st_mode)) return fail(error, shown, "is a folder");
+    if (!S_ISREG(before.st_mode)) return fail(error, shown, "is no ordinary file");
+    // The bits count even for a user who may write everything: they say that the file is meant to stay as it is.
+    if ((before.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) return fail(error, shown, "is read-only");
+    if (access(target.c_str(), W_OK) != 0) return fail(error, shown, lastError());
+    return true;
+}
+
+bool AtomicFile::State::create(Error& error) {
+    for (int attempt = 0; attempt < 16; ++attempt) {
+        const fs::path path = besideTarget();
+        const bool made = makeTemporary(path, [&] {
+            // A new file gets what the user's mask leaves; one that replaces another stays closed to others until it
+            // has the other's permissions.
+            const mode_t mode = existed ? S_IRUSR | S_IWUSR : S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
+            file = Descriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode));
+            return static_cast<bool>(file);
+        });
+        if (made) {
+            partial = path;
+            return true;
+        }
+        if (errno != EEXIST) break;
+    }
+    return fail(error, shown, lastError());
+}
+
+void AtomicFile::State::put(std::string_view bytes) {
+    const SignalHold hold;
+    while (!bytes.empty() && !failure) {
+        const ssize_t count = ::write(file.number(), bytes.data(), std::min(bytes.size(), kStep));
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) {
+            failure = count == 0 ? std::make_error_code(std::errc::no_space_on_device) : lastError();
+            return;
+        }
+        const auto written = static_cast<std::size_t>(count);
+        bytes.remove_prefix(written);
+#if defined(SYNC_FILE_RANGE_WRITE)
+        // Only a head start: what it does not do, the flush does.
+        if (written >= kGather) {
+            sync_file_range(file.number(), static_cast<off_t>(flushed), count, SYNC_FILE_RANGE_WRITE);
+        }
+#endif
+        flushed += written;
+    }
+}
+
+bool AtomicFile::State::keepAttributes() {
+    if (!existed) return true;
+    if (before.st_uid != geteuid() || before.st_gid != getegid()) {
+        // Allowed to few; where it is not, the file belongs to who wrote it, as with any newly made one.
+        if (fchown(file.number(), before.st_uid, before.st_gid) != 0) errno = 0;
+    }
+    return fchmod(file.number(), before.st_mode & 07777) == 0;
+}
+
+// Keeps the target's content under another name without ever taking its own name away.
+bool AtomicFile::State::backUp(Error& error) {
+    fs::path backup = target;
+    backup += ".bak";
+    const fs::path second = besideTarget();
+    const bool linked = makeTemporary(second, [&] { return link(target.c_str(), second.c_str()) == 0; });
+    if (!linked && errno == ENOENT) return true;  // removed meanwhile: nothing to keep
+    if (!linked) return copyTo(backup, error);    // a file system without second names
+    bool renamed = rename(second.c_str(), backup.c_str()) == 0;
+    if (!renamed) fail(error, backup, lastError());
+    unlink(second.c_str());  // still there when the rename failed, or when both were names of one file already
+    forgetTemporary(second);
+    return renamed;
+}
+
+bool AtomicFile::State::copyTo(const fs::path& copy, Error& error) const {
+    const std::unique_ptr<MappedFile> old = MappedFile::open(target, error);
+    return old && writeFileAtomically(copy, old->bytes(), false, error);
+}
+
+bool AtomicFile::State::finish(bool keepBackup, Error& error) {
+    put(gathered);
+    gathered.clear();
+    if (!failure && !keepAttributes()) failure = lastError();
+    if (!failure && fsync(file.number()) != 0) failure = lastError();
+    if (!file.close() && !failure) failure = lastError();
+    if (failure) return fail(error, shown, failure);
+    if (keepBackup && existed && !backUp(error)) return false;
+    if (rename(partial.c_str(), target.c_str()) != 0) return fail(error, shown, lastError());
+    forgetTemporary(partial);
+    partial.clear();
+    syncFolder(target.parent_path());
+    return true;
+}
+
+void AtomicFile::State::discard() {
+    if (partial.empty()) return;
+    file.close();
+    unlink(partial.c_str());
+    forgetTemporary(partial);
+    partial.clear();
+}
+
+AtomicFile::AtomicFile() = default;
+
+AtomicFile::~AtomicFile() {
+    if (state_) state_->discard();
+}
+
+bool AtomicFile::begin(const fs::path& target, Error& error) {
+    if (state_) state_->discard();
+    state_ = std::make_unique<State>();
+    state_->shown = target;
+    if (followLinks(target, state_->target, error) && state_->checkTarget(error) && state_->create(error)) return true;
+    state_.reset();
+    return false;
+}
+
+void AtomicFile::write(std::string_view bytes) {
+    if (!state_ || state_->failure) return;
+    if (state_->gathered.size() + bytes.size() < kGather) {
+        state_->gathered.append(bytes);
+        return;
+    }
+    state_->put(state_->gathered);
+    state_->gathered.clear();
+    if (bytes.size() < kGather) {
+        state_->gathered.assign(bytes);
+    } else {
+        state_->put(bytes);
+    }
+}
+
+bool AtomicFile::commit(bool keepBackup, Error& error) {
+    if (!state_) {
+        error.message = "no file was begun";
+        return false;
+    }
+    const bool done = state_->finish(keepBackup, error);
+    state_->discard();
+    state_.reset();
+    return done;
+}
+
+}  // namespace qrs::platform

@@ -1,0 +1,205 @@
+// Names, reading and mapping of files on POSIX systems.
+#include "host/platform/files.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+
+#include "host/platform/codepage.h"
+#include "host/platform/fileerror.h"
+#include "host/platform/posix/handle.h"
+
+namespace qrs::platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// A byte of a file name that is no UTF-8, and a backslash in one (which would read as a separator), become the lone
+// surrogate this far above the byte; no other name decodes to those.
+constexpr char32_t kEscapedByte = 0xDC00;
+
+bool isEscapedByte(char32_t codePoint) {
+    return (codePoint >= kEscapedByte + 0x80 && codePoint <= kEscapedByte + 0xFF) || codePoint == kEscapedByte + U'\\';
+}
+
+std::wstring decodeName(std::string_view bytes) {
+    std::wstring text;
+    if (bytes.find('\\') == std::string_view::npos && decodeStrict(kUtf8, bytes, text)) {
+        std::replace(text.begin(), text.end(), L'/', L'\\');
+        return text;
+    }
+    text.clear();
+    std::wstring piece;
+    for (std::size_t i = 0; i < bytes.size();) {
+        std::size_t length = 1;
+        while (length <= 4 && !decodeStrict(kUtf8, bytes.substr(i, length), piece))
+            ++length;
+        if (length <= 4 && bytes[i] != '\\') {
+            text += bytes[i] == '/' ? std::wstring(1, L'\\') : piece;
+            i += std::min(length, bytes.size() - i);
+        } else {
+            appendCodePoint(text, kEscapedByte + static_cast<unsigned char>(bytes[i]));
+            ++i;
+        }
+    }
+    return text;
+}
+
+std::string encodeName(std::wstring_view inner) {
+    std::string bytes;
+    std::size_t plain = 0;  // start of what toUtf8 can take in one piece
+    const auto flush = [&](std::size_t end) { bytes += toUtf8(inner.substr(plain, end - plain)); };
+    for (std::size_t i = 0; i < inner.size();) {
+        const std::size_t at = i;
+        const char32_t codePoint = nextCodePoint(inner, i);
+        if (codePoint == U'\\') {
+            flush(at);
+            bytes += '/';
+        } else if (isEscapedByte(codePoint)) {
+            flush(at);
+            bytes += static_cast<char>(codePoint - kEscapedByte);
+        } else {
+            continue;
+        }
+        plain = i;
+    }
+    flush(inner.size());
+    return bytes;
+}
+
+bool nameExists(const std::string& path) {
+    struct stat status;
+    return lstat(path.c_str(), &status) == 0;
+}
+
+// The name in the folder that equals the wanted one but for case; of several the first in byte order, which is the
+// order of the code points too. Empty when there is none.
+std::string nameNoCase(const std::string& folder, const std::string& wanted) {
+    const std::wstring wide = decodeName(wanted);
+    std::string found;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().native();
+        if ((found.empty() || name < found) && compareNoCase(decodeName(name), wide) == 0) found = name;
+    }
+    return found;
+}
+
+// Opens for reading. A folder opens too, but cannot be read; it is told apart here.
+Descriptor openForReading(const fs::path& native, struct stat& status, Error& error) {
+    // Not blocking, since opening a pipe nobody writes to would wait forever.
+    Descriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file || fstat(file.number(), &status) != 0) {
+        fail(error, native, lastError());
+        return Descriptor();
+    }
+    if (S_ISDIR(status.st_mode)) {
+        fail(error, native, "is a folder");
+        return Descriptor();
+    }
+    return file;
+}
+
+class PosixMappedFile : public MappedFile {
+  public:
+    PosixMappedFile(Descriptor file, std::string_view bytes) : file_(std::move(file)) { bytes_ = bytes; }
+    ~PosixMappedFile() override {
+        if (!bytes_.empty()) munmap(const_cast<char*>(bytes_.data()), bytes_.size());
+    }
+
+    bool isSameFile(const fs::path& native) const override {
+        struct stat mine;
+        struct stat other;
+        return fstat(file_.number(), &mine) == 0 && stat(native.c_str(), &other) == 0 && mine.st_dev == other.st_dev &&
+               mine.st_ino == other.st_ino;
+    }
+
+  private:
+    Descriptor file_;
+};
+
+}  // namespace
+
+fs::path nativePath(std::wstring_view inner) {
+    const std::string wanted = encodeName(inner);
+    if (wanted.empty() || nameExists(wanted)) return wanted;
+    std::string path;
+    for (std::size_t at = 0; at < wanted.size();) {
+        const std::size_t separators = std::min(wanted.find_first_not_of('/', at), wanted.size());
+        path.append(wanted, at, separators - at);
+        const std::size_t end = std::min(wanted.find('/', separators), wanted.size());
+        std::string name = wanted.substr(separators, end - separators);
+        at = end;
+        if (name.empty()) break;
+        if (!nameExists(path + name)) {
+            const std::string other = nameNoCase(path.empty() ? "." : path, name);
+            // Nothing of that name: the rest stays as it is written.
+            if (other.empty()) return path + wanted.substr(separators);
+            name = other;
+        }
+        path += name;
+    }
+    return path;
+}
+
+std::wstring innerPath(const fs::path& native) {
+    return decodeName(native.native());
+}
+
+bool readFile(const fs::path& native, std::string& content, Error& error) {
+    content.clear();
+    struct stat status;
+    const Descriptor file = openForReading(native, status, error);
+    if (!file) return false;
+    // A pipe or device says no size: read until its end, waiting for it.
+    if (!S_ISREG(status.st_mode)) fcntl(file.number(), F_SETFL, 0);
+    std::size_t room = static_cast<std::size_t>(status.st_size) + 1;
+    for (std::size_t at = 0;;) {
+        content.resize(std::max(room, at + 4096));
+        const ssize_t count = read(file.number(), content.data() + at, content.size() - at);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) {
+            content.clear();
+            return fail(error, native, lastError());
+        }
+        at += static_cast<std::size_t>(count);
+        if (count == 0) {
+            content.resize(at);
+            return true;
+        }
+        if (at == content.size()) room = at * 2;
+    }
+}
+
+std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& error) {
+    struct stat status;
+    Descriptor file = openForReading(native, status, error);
+    if (!file) return nullptr;
+    if (!S_ISREG(status.st_mode)) {
+        fail(error, native, "is no ordinary file");
+        return nullptr;
+    }
+    const auto size = static_cast<std::size_t>(status.st_size);
+    if (size == 0) return std::make_unique<PosixMappedFile>(std::move(file), std::string_view());
+    void* address = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.number(), 0);
+    if (address == MAP_FAILED) {
+        fail(error, native, lastError());
+        return nullptr;
+    }
+    madvise(address, size, MADV_SEQUENTIAL);
+    return std::make_unique<PosixMappedFile>(std::move(file),
+                                             std::string_view(static_cast<const char*>(address), size));
+}
+
+fs::path programFolder() {
+    std::error_code error;
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    // Without /proc the current folder is all there is to start from.
+    return error ? fs::current_path(error) : program.parent_path();
+}
+
+}  // namespace qrs::platform

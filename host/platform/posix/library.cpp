@@ -1,0 +1,64 @@
+// Shared libraries on POSIX systems.
+#include "host/platform/library.h"
+
+#include <dlfcn.h>
+
+#include <string>
+
+#include "host/platform/fileerror.h"
+
+namespace qrs::platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Set by an entry that runs inside dlopen, in the same thread.
+thread_local bool loadRefused = false;
+
+class PosixLibrary : public Library {
+  public:
+    explicit PosixLibrary(void* handle) : handle_(handle) {}
+    ~PosixLibrary() override { dlclose(handle_); }
+    void* symbol(const char* name) const override { return dlsym(handle_, name); }
+
+  private:
+    void* handle_;
+};
+
+// The system's reason without the path, which it puts in front of it.
+std::string loaderReason(const fs::path& path) {
+    const char* told = dlerror();
+    std::string reason = told ? told : "cannot be loaded";
+    const std::string prefix = path.native() + ": ";
+    if (reason.compare(0, prefix.size(), prefix) == 0) reason.erase(0, prefix.size());
+    return reason;
+}
+
+}  // namespace
+
+void refuseLibraryLoad() {
+    loadRefused = true;
+}
+
+std::unique_ptr<Library> Library::load(const fs::path& native, Error& error) {
+    std::error_code failure;
+    // A bare name would be looked for in the system's folders.
+    const fs::path path = fs::absolute(native, failure);
+    if (failure || !fs::exists(path, failure)) {
+        fail(error, native, failure ? failure : std::make_error_code(std::errc::no_such_file_or_directory));
+        return nullptr;
+    }
+    loadRefused = false;
+    void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!handle) {
+        fail(error, native, loaderReason(path));
+        return nullptr;
+    }
+    auto library = std::make_unique<PosixLibrary>(handle);
+    if (!loadRefused) return library;
+    fail(error, native, "its entry refused to start");
+    return nullptr;
+}
+
+}  // namespace qrs::platform
