@@ -25,6 +25,16 @@ constexpr NamedPlace kPlaces[] = {
     {"ENTITIES", Place::Entities, RecordKind::Entity}, {"OBJECTS", Place::Objects, RecordKind::Object},
 };
 
+// A piece of a file as a message can show it.
+std::string printable(std::string_view text) {
+    constexpr std::size_t kShown = 24;
+    std::string shown(text.substr(0, kShown));
+    for (char& c : shown) {
+        if (c < ' ' || c > '~') c = '?';
+    }
+    return text.size() > kShown ? shown + "..." : shown;
+}
+
 class Indexer {
   public:
     Indexer(std::string_view bytes, Index& index, Damage& damage)
@@ -79,7 +89,7 @@ Indexer::Step Indexer::fails(const char* at, std::string reason) {
 }
 
 std::string Indexer::sectionText() const {
-    return "section " + std::string(sectionName_);
+    return "section " + printable(sectionName_);
 }
 
 bool Indexer::close(const char* at) {
@@ -173,11 +183,7 @@ bool Indexer::cutFailure(const char* at, Cut cut) {
         if (text.find('\0') != std::string_view::npos) {
             fails(at, "NUL byte in a group code");
         } else {
-            std::string shown(text.substr(0, 24));
-            for (char& c : shown) {
-                if (c < ' ' || c > '~') c = '?';
-            }
-            fails(at, "group code expected, found \"" + shown + (text.size() > 24 ? "...\"" : "\""));
+            fails(at, "group code expected, found \"" + printable(text) + "\"");
         }
     }
     return false;
@@ -265,9 +271,8 @@ Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
 Indexer::Step Indexer::startOutside(const char* at, const RawTag& tag, std::uint16_t type) {
     if (type == kTypeSection) return startSection(at, tag);
     if (type == kTypeEndOfFile) return endOfFile(at, tag);
-    const std::string_view name = trimmed(textOf(tag)).substr(0, 32);
     if (type == kTypeEndSection) return fails(at, "ENDSEC without a SECTION");
-    return fails(at, std::string(name) + " outside of a section");
+    return fails(at, printable(trimmed(textOf(tag))) + " outside of a section");
 }
 
 bool Indexer::sectionName(const char* at, std::string_view& name) const {

@@ -66,7 +66,7 @@ class RecordStore {
     }
 
   private:
-    static constexpr unsigned kShift = 12;
+    static constexpr unsigned kShift = 14;
     static constexpr RecordId kMask = (RecordId{1} << kShift) - 1;
     std::vector<std::unique_ptr<Record[]>> chunks_;
     std::size_t size_ = 0;
