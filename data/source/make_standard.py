@@ -1,0 +1,194 @@
+#!/usr/bin/env python3
+"""Makes data/pwx.qdsl, the shipped pipe-system standard, from the tables beside this file.
+
+    python3 make_standard.py           writes ../pwx.qdsl
+    python3 make_standard.py --check   exits with 1 when ../pwx.qdsl is not what the tables make
+
+The tables are UTF-8, one row a line, with a head line:
+
+    groups.csv        groups of pipe systems
+    systems.csv       pipe systems; "kind" selects the layers of layers.csv, "lineweight" is in hundredths of a millimetre
+    layers.csv        layers of every system of the given kinds; "system" takes the system's own value
+    otherlayers.csv   groups of layers that belong to no pipe system, and othermaps.csv their mappings
+    createrules.csv   which kind of layers a new system of a group gets
+    textstyles.csv    text styles
+    objectcolors.csv  colours of the suite's objects
+
+Layer names of pipe systems are made of the system's name by the same rule that stands in the file for new systems.
+"""
+
+import csv
+import pathlib
+import sys
+from xml.sax.saxutils import escape, quoteattr
+
+SOURCE = pathlib.Path(__file__).resolve().parent
+TARGET = SOURCE.parent / "pwx.qdsl"
+PREFIX = "给排-"
+
+
+def table(name):
+    with open(SOURCE / name, encoding="utf-8", newline="") as file:
+        return list(csv.DictReader(file))
+
+
+class Item:
+    """One element: attributes in order, and text or children."""
+
+    def __init__(self, name, comment=None, text="", **attributes):
+        self.name = name
+        self.attributes = ([("Comment", comment)] if comment is not None else []) + list(attributes.items())
+        self.text = text
+        self.children = []
+
+    def add(self, *args, **kwargs):
+        self.children.append(Item(*args, **kwargs))
+        return self.children[-1]
+
+    def lines(self, depth=0):
+        head = "\t" * depth + "<" + self.name + "".join(f" {n}={quoteattr(v)}" for n, v in self.attributes)
+        if self.children:
+            yield head + ">"
+            for child in self.children:
+                yield from child.lines(depth + 1)
+            yield "\t" * depth + f"</{self.name}>"
+        elif self.text:
+            yield f"{head}>{escape(self.text)}</{self.name}>"
+        else:
+            yield head + " />"
+
+
+def real(text):
+    return f"{float(text):.2f}"
+
+
+def weight(hundredths):
+    return f"{int(hundredths) / 100:.2f}"
+
+
+def add_layer(parent, key, old_key, row, color, linetype, lineweight, attach=""):
+    """The children of one layer; key is None for layers of pipe systems."""
+    parent.add("OldKey", "旧版关键字", old_key)
+    if key is not None:
+        parent.add("LayerKey", "图层关键字", key)
+    parent.add("LayerName", "图层名", row["name"])
+    parent.add("LayerColor", "图层颜色", color)
+    parent.add("LineStyle", "线型", linetype)
+    parent.add("LineWeight", "线宽", lineweight)
+    parent.add("Remark", "备注", row["remark"])
+    parent.add("CanDel", "是否可以删除图层", "0")
+    parent.add("CanPlot", "是否可打印图层", row["plot"])
+    attachments = parent.add("LayerAttachSet", "图层归属集合")
+    for name in attach.split():
+        attachments.add("LayerAttach", "图层归属", name)
+
+
+def add_system(group, row, layers):
+    pipe = group.add("Pipe", "系统")
+    info = pipe.add("BaseInfo", "基本信息")
+    info.add("PipeOriginalName", "原始名称", row["original"])
+    info.add("PipeName", "名称", row["name"])
+    info.add("LineWidth", "线宽", real(row["width"]))
+    info.add("Dim", "标注", row["dim"])
+    info.add("Material", "管材", row["material"])
+    info.add("OutdoorMaterial", "室外管材", row["outdoor"])
+    info.add("VPipeType", "立管样式", row["vtype"])
+    info.add("VPipeRaidus", "立管半径", real(row["radius"]))
+    info.add("VPipeRaidus1", "立管大圆半径", real(row["radius1"]))
+    info.add("VPipeRaidus2", "立管小圆半径", real(row["radius2"]))
+    info.add("WaterFlowStatus", "水流状态", row["flow"])
+    info.add("Remark", "备注", row["remark"])
+    info.add("CanName", "是否可以更改管线关键字", "1")
+    # The suite's own systems stay; only what a user adds may go.
+    info.add("CanDel", "是否可以删除管线", "0" if row["original"] else "1")
+    info.add("Status", "状态标识", "0")
+    for layer in layers:
+        if row["kind"] not in layer["kinds"].split():
+            continue
+        own = dict(layer, name=PREFIX + row["name"] + "-" + layer["type"])
+        old_key = row["original"] + layer["type"] if row["original"] else ""
+        add_layer(
+            pipe.add("Layer", LayerType=layer["type"]), None, old_key, own,
+            row["color"] if layer["color"] == "system" else layer["color"],
+            row["linetype"] if layer["linetype"] == "system" else layer["linetype"],
+            weight(row["lineweight"]) if layer["lineweight"] == "system" else layer["lineweight"],
+            layer["attach"])
+
+
+def add_other_layers(section):
+    maps = table("othermaps.csv")
+    groups = {}
+    for row in table("otherlayers.csv"):
+        if row["group"] not in groups:
+            group = groups[row["group"]] = section.add("LayerGroup", LayerType=row["group"])
+            # The writer goes through a map ordered by code units, so sources stand in that order.
+            entries = sorted((m["source"], m["target"]) for m in maps if m["group"] == row["group"])
+            if entries:
+                mapping = group.add("OtherMap", "图层映射规则")
+            for source, target in entries:
+                entry = mapping.add("MapItem", "映射项")
+                entry.add("SrcItem", "映射源", source)
+                entry.add("DesItem", "映射目标", target)
+        add_layer(groups[row["group"]].add("Layer"), row["key"], "", row, row["color"], row["linetype"],
+                  row["lineweight"])
+
+
+def standard():
+    layers = table("layers.csv")
+    systems = table("systems.csv")
+    root = Item("Morvel", "Morvel管线系统配置文件")
+    section = root.add("PipeSystem", "管线系统")
+    for row in table("groups.csv"):
+        group = section.add("PipeGroup", "系统组", Name=row["name"], CanName=row["can_name"])
+        for system in systems:
+            if system["group"] == row["name"]:
+                add_system(group, system, layers)
+    add_other_layers(root.add("OtherLayer", "管线无关图层"))
+    section = root.add("LayerNameRule", "图层名命名规则")
+    for layer in layers:
+        rule = section.add("NameRule", "命名规则", LayerType=layer["type"])
+        rule.add("LayerPrefix", "图层前缀", PREFIX)
+        rule.add("LayerSuffix", "图层后缀", "-" + layer["type"])
+    links = root.add("CreatePipeSystemRule", "创建管道系统规则").add("LinkLayerType", "关联图层分类")
+    for row in table("createrules.csv"):
+        rule = links.add("CreateRule", "管道系统组", Name=row["group"])
+        for layer in layers:
+            if row["kind"] in layer["kinds"].split():
+                rule.add("LayerType", "图层分类", layer["type"])
+    styles = root.add("TextStyleSetting", "文字样式设置").add("TextStyleSet", "文字样式集合")
+    for row in table("textstyles.csv"):
+        style = styles.add("TextStyle", "文字样式", Key=row["key"])
+        style.add("Name", "文字样式名", row["name"])
+        style.add("ChineseFont", "中文字体名", row["chinese"])
+        style.add("EnglishFont", "英文字体名", row["english"])
+        style.add("WinFont", "win字体", row["winfont"])
+        style.add("FontHeigth", "字高", real(row["height"]))
+        style.add("WHScale", "宽高比", real(row["scale"]))
+        style.add("Bold", "粗体", row["bold"])
+        style.add("Italic", "斜体", row["italic"])
+        style.add("Encoded", "编码", row["encoded"])
+    colors = root.add("ObjectColorSetting", "对象颜色设置")
+    for row in table("objectcolors.csv"):
+        color = colors.add("ObjectColor", "对象颜色")
+        color.add("Name", "对象名", row["name"])
+        color.add("Color", "颜色", row["color"])
+    declaration = '<?xml version="1.0" encoding="utf-8" standalone="yes"?>\r\n'
+    return (declaration + "".join(line + "\n" for line in root.lines())).encode("utf-8")
+
+
+def main():
+    made = standard()
+    if sys.argv[1:] == ["--check"]:
+        if not TARGET.exists() or TARGET.read_bytes() != made:
+            print(f"{TARGET.name} is not what the tables make; run {pathlib.Path(__file__).name}", file=sys.stderr)
+            return 1
+        return 0
+    if sys.argv[1:]:
+        print(__doc__, file=sys.stderr)
+        return 2
+    TARGET.write_bytes(made)
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

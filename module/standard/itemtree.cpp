@@ -1,0 +1,186 @@
+// XML files as item trees.
+#include "standard/itemtree.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <new>
+
+#include "host/platform/codepage.h"
+#include "host/platform/files.h"
+#include "standard/text.h"
+
+namespace qrs::standard {
+namespace {
+
+struct DeclaredEncoding {
+    std::string_view name;
+    unsigned codePage;
+};
+
+constexpr unsigned kGbk = 936;
+constexpr unsigned kGb18030 = 54936;
+constexpr DeclaredEncoding kDeclaredEncodings[] = {
+    {"gbk", kGbk}, {"gb2312", kGbk}, {"gb18030", kGb18030}, {"utf-8", platform::kUtf8}, {"utf8", platform::kUtf8},
+};
+
+std::size_t lineAt(std::string_view bytes, std::size_t offset) {
+    const auto end = bytes.begin() + static_cast<std::ptrdiff_t>(std::min(offset, bytes.size()));
+    return 1 + static_cast<std::size_t>(std::count(bytes.begin(), end, '\n'));
+}
+
+void setError(platform::Error& error, const std::string& name, std::size_t line, const std::string& reason) {
+    error.message = name + "：第 " + std::to_string(line) + " 行：" + reason;
+}
+
+// The encoding that the declaration at the head of the bytes names, in lower case; empty when it names none.
+std::string declaredEncoding(std::string_view bytes) {
+    constexpr std::string_view kStart = "<?xml";
+    constexpr std::string_view kKey = "encoding";
+    if (bytes.substr(0, kStart.size()) != kStart) return {};
+    const std::string_view declaration = bytes.substr(0, std::min(bytes.find("?>"), bytes.size()));
+    const std::size_t key = declaration.find(kKey);
+    if (key == std::string_view::npos) return {};
+    const std::size_t open = declaration.find_first_of("'\"", key + kKey.size());
+    if (open == std::string_view::npos) return {};
+    const std::size_t close = declaration.find(declaration[open], open + 1);
+    if (close == std::string_view::npos) return {};
+    std::string name(declaration.substr(open + 1, close - open - 1));
+    for (char& c : name) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return name;
+}
+
+bool utf8FromUtf16(std::string_view bytes, bool bigEndian, const std::string& name, std::string& utf8,
+                   platform::Error& error) {
+    const auto unit = [&](std::size_t i) {
+        const auto first = static_cast<unsigned char>(bytes[i]);
+        const auto second = static_cast<unsigned char>(bytes[i + 1]);
+        return static_cast<std::uint32_t>(bigEndian ? first << 8 | second : second << 8 | first);
+    };
+    std::wstring wide;
+    std::size_t line = 1;
+    bool sound = bytes.size() % 2 == 0;
+    for (std::size_t i = 0; sound && i + 1 < bytes.size(); i += 2) {
+        std::uint32_t point = unit(i);
+        if (point >= 0xD800 && point < 0xE000) {
+            const std::uint32_t low = i + 3 < bytes.size() ? unit(i + 2) : 0;
+            sound = point < 0xDC00 && low >= 0xDC00 && low < 0xE000;
+            if (!sound) break;
+            point = 0x10000 + ((point - 0xD800) << 10) + (low - 0xDC00);
+            i += 2;
+        }
+        if (point == '\n') ++line;
+        platform::appendCodePoint(wide, static_cast<char32_t>(point));
+    }
+    if (sound) {
+        utf8 = platform::toUtf8(wide);
+    } else {
+        setError(error, name, line, "不是有效的 UTF-16 文本");
+    }
+    return sound;
+}
+
+bool utf8FromCodePage(std::string_view bytes, const std::string& name, std::string& utf8, platform::Error& error) {
+    const std::string declared = declaredEncoding(bytes);
+    unsigned codePage = platform::kUtf8;
+    for (const DeclaredEncoding& known : kDeclaredEncodings) {
+        if (declared == known.name) codePage = known.codePage;
+    }
+    if (codePage == kGb18030 && !platform::isKnownCodePage(kGb18030)) codePage = kGbk;
+    std::wstring wide;
+    if (platform::decodeStrict(codePage, bytes, wide)) {
+        utf8 = codePage == platform::kUtf8 ? std::string(bytes) : platform::toUtf8(wide);
+        return true;
+    }
+    std::size_t line = 1;
+    for (std::size_t start = 0; start < bytes.size(); ++line) {
+        const std::size_t end = std::min(bytes.find('\n', start), bytes.size());
+        if (!platform::decodeStrict(codePage, bytes.substr(start, end - start), wide)) break;
+        start = end + 1;
+    }
+    setError(error, name, line, "不是有效的 " + (declared.empty() ? std::string("utf-8") : declared) + " 文本");
+    return false;
+}
+
+// The bytes in UTF-8 without a byte-order mark. UTF-16 without a mark shows by the zero beside its first '<'.
+bool makeUtf8(std::string_view bytes, const std::string& name, std::string& utf8, platform::Error& error) {
+    using namespace std::string_view_literals;
+    const auto begins = [&bytes](std::string_view mark) { return bytes.substr(0, mark.size()) == mark; };
+    if (begins("\xEF\xBB\xBF"sv)) return utf8FromCodePage(bytes.substr(3), name, utf8, error);
+    if (begins("\xFF\xFE"sv)) return utf8FromUtf16(bytes.substr(2), false, name, utf8, error);
+    if (begins("\xFE\xFF"sv)) return utf8FromUtf16(bytes.substr(2), true, name, utf8, error);
+    if (begins("<\0"sv)) return utf8FromUtf16(bytes, false, name, utf8, error);
+    if (begins("\0<"sv)) return utf8FromUtf16(bytes, true, name, utf8, error);
+    return utf8FromCodePage(bytes, name, utf8, error);
+}
+
+bool parseUtf8(const std::string& utf8, const std::string& name, pugi::xml_document& tree, platform::Error& error) {
+    const std::size_t zero = utf8.find('\0');
+    if (zero != std::string::npos) {
+        setError(error, name, lineAt(utf8, zero), "含有空字符");
+        return false;
+    }
+    // White space alone is a value like any other, but not between elements.
+    const unsigned options = pugi::parse_default | pugi::parse_ws_pcdata_single;
+    const pugi::xml_parse_result result = tree.load_buffer(utf8.data(), utf8.size(), options, pugi::encoding_utf8);
+    if (!result) {
+        const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(result.offset, 0));
+        setError(error, name, lineAt(utf8, offset), std::string("不是完好的 XML（") + result.description() + "）");
+        return false;
+    }
+    for (pugi::xml_node other = tree.document_element().next_sibling(); other; other = other.next_sibling()) {
+        if (other.type() != pugi::node_element) continue;
+        const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(other.offset_debug(), 0));
+        setError(error, name, lineAt(utf8, offset), "不是完好的 XML（第二个根元素）");
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+bool parseItemTree(std::string_view bytes, const std::string& name, pugi::xml_document& tree, platform::Error& error) {
+    std::string utf8;
+    return makeUtf8(bytes, name, utf8, error) && parseUtf8(utf8, name, tree, error);
+}
+
+bool loadItemTree(std::wstring_view path, pugi::xml_document& tree, platform::Error& error) {
+    try {
+        std::string bytes;
+        if (!platform::readFile(platform::nativePath(path), bytes, error)) return false;
+        return parseItemTree(bytes, platform::toUtf8(path), tree, error);
+    } catch (const std::bad_alloc&) {
+        error.message = platform::toUtf8(path) + "：文件太大，内存不足";
+        return false;
+    }
+}
+
+pugi::xml_node findSubItem(const pugi::xml_node& owner, const char* name) {
+    // Without recursion: how deep a file nests is not ours to say.
+    pugi::xml_node item = owner.first_child();
+    while (item) {
+        if (std::string_view(item.name()) == name) return item;
+        pugi::xml_node next = item.first_child();
+        while (!next && item != owner) {
+            next = item.next_sibling();
+            if (!next) item = item.parent();
+        }
+        item = next;
+    }
+    return {};
+}
+
+CString itemText(const pugi::xml_node& item) {
+    std::string text;
+    for (const pugi::xml_node& child : item.children()) {
+        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) text += child.value();
+    }
+    return fromUtf8(text);
+}
+
+CString itemAttribute(const pugi::xml_node& item, const char* name) {
+    return fromUtf8(item.attribute(name).value());
+}
+
+}  // namespace qrs::standard

@@ -1,0 +1,76 @@
+// Chooses the standard file, loads it and remembers the choice.
+#include "acutads.h"
+#include "host/platform/codepage.h"
+#include "host/platform/files.h"
+#include "qrs_kernal.h"
+#include "standard/holder.h"
+#include "standard/startup.h"
+#include "standard/text.h"
+
+namespace qrs::standard {
+namespace {
+
+constexpr const wchar_t* kDefaultFile = L"pwx.qdsl";
+constexpr const wchar_t* kChoiceKey = L"PipeSystemSetting";
+constexpr const wchar_t* kChoiceValue = L"StandardFile";
+
+// The user's choice as a full path; empty when there is none or no file lies there.
+std::wstring chosenFile(const std::wstring& value) {
+    if (value.empty()) return {};
+    const bool bareName = value.find(L'\\') == std::wstring::npos;
+    std::wstring path = bareName ? platform::joinPath(view(g_csSysPath), value) : value;
+    return platform::fileExists(path) ? path : std::wstring();
+}
+
+// False, with a message, when the file does not load.
+bool load(StandardHolder& holder, const std::wstring& path) {
+    Standard standard;
+    platform::Error error;
+    if (!readStandard(path, standard, error)) {
+        acutPrintf(L"\n管线系统标准文件没有载入：%s", platform::fromUtf8(error.message).c_str());
+        return false;
+    }
+    holder.adopt(std::move(standard), makeText(path));
+    return true;
+}
+
+void remember(const std::wstring& path, const std::wstring& value) {
+    if (path == value) return;
+    if (!TRegKey(GetRegLocation(kChoiceKey)).WriteString(kChoiceValue, path)) {
+        acutPrintf(L"\n不能保存当前管线系统标准的设置：%s", path.c_str());
+    }
+}
+
+bool loadBuiltin(StandardHolder& holder, const std::wstring& path) {
+    Standard standard;
+    platform::Error error;
+    if (!parseStandard(builtinStandard(), platform::toUtf8(path), standard, error)) return false;
+    holder.adopt(std::move(standard), makeText(path));
+    return true;
+}
+
+}  // namespace
+
+bool loadCurrentStandard() {
+    StandardHolder& holder = StandardHolder::instance();
+    if (holder.isLoaded()) return true;
+    const std::wstring value = TRegKey(GetRegLocation(kChoiceKey)).GetString(kChoiceValue, L"");
+    const std::wstring chosen = chosenFile(value);
+    const std::wstring byDefault = platform::joinPath(view(g_csSysPath), kDefaultFile);
+    const bool choseDefault = chosen.empty() || platform::compareNoCase(chosen, byDefault) == 0;
+    if (!choseDefault) {
+        if (load(holder, chosen)) {
+            remember(chosen, value);
+            return true;
+        }
+        acutPrintf(L"\n改用默认的管线系统标准：%s", byDefault.c_str());
+    }
+    // A missing default file is no failure: the standard carried inside serves, and no choice is written.
+    if (!platform::fileExists(byDefault)) return loadBuiltin(holder, byDefault);
+    if (!load(holder, byDefault)) return false;
+    // When the chosen file failed, the choice stays: once the file is mended it counts again.
+    if (choseDefault) remember(byDefault, value);
+    return true;
+}
+
+}  // namespace qrs::standard

@@ -1,0 +1,46 @@
+// What the start of the module does with a standard once it is chosen.
+#include "standard/startup.h"
+
+#include "qrs_kernal.h"
+#include "qrs_pipewire.h"
+#include "standard/holder.h"
+#include "standard/text.h"
+
+namespace qrs::standard {
+
+void convertOldSystemNames() {
+    const Standard* standard = currentStandard();
+    if (standard == nullptr) return;
+    for (const auto& group : standard->groups)
+        group->ConvertOldSysNameToCurrentName();
+}
+
+void applyObjectColors() {
+    ObjectUtility::ResetObjectColors();
+    const Standard* standard = currentStandard();
+    if (standard == nullptr) return;
+    for (const ObjectColor& color : standard->objectColors) {
+        for (TObjectColor& kind : ObjectUtility::AllObjectColors()) {
+            if (view(color.Name) == kind.name) kind.color = color.Color;
+        }
+    }
+}
+
+void readLinetypeTextSettings() {
+    const TRegKey config(GetRegLocation(L"PWXConfig"));
+    LinetypeTextSettings& settings = StandardHolder::instance().linetypeText();
+    settings.chineseShx = makeText(config.GetString(L"LineTypeChnShx", settings.chineseShx.GetString()));
+    settings.englishShx = makeText(config.GetString(L"LineTypeEngShx", settings.englishShx.GetString()));
+    settings.height = config.GetDouble(L"LineTypeHeight", settings.height);
+    settings.scale = config.GetDouble(L"LineTypeScale", settings.scale);
+}
+
+void initLayerMaps() {
+    StandardHolder::instance().initLayers();
+}
+
+void releaseStandard() {
+    StandardHolder::release();
+}
+
+}  // namespace qrs::standard
