@@ -8,6 +8,7 @@
 #include "frame/cmdtable.h"
 #include "frame/docglobals.h"
 #include "frame/specdata.h"
+#include "host/platform/callrecord.h"
 #include "layers/layertoolbar.h"
 #include "PipeSystemTool.h"
 #include "qrs_public.h"
@@ -16,6 +17,9 @@
 namespace qrs::frame {
 
 namespace {
+
+// Steps that make no call to the host are recorded here, so that their place in the order can be seen too.
+using platform::recordCall;
 
 std::unique_ptr<TPipeAppDocGlobals> docGlobals;
 std::unique_ptr<TCmdReactor> cmdReactor;
@@ -102,6 +106,21 @@ void closeLayerPanel() {
     panel = LayerPanel();
 }
 
+void buildLayerMaps() {
+    recordCall("standard::initLayerMaps");
+    standard::initLayerMaps();
+}
+
+void deleteToolBar() {
+    recordCall("CLayerToolBar::Release");
+    CLayerToolBar::Release();
+}
+
+void releaseStandard() {
+    recordCall("standard::releaseStandard");
+    standard::releaseStandard();
+}
+
 AcApDocument* currentDocument() {
     AcApDocManager* manager = acDocManager;
     return manager ? manager->curDocument() : nullptr;
@@ -119,7 +138,7 @@ void startUp() {
     registerCommands();
     loadStandard();
     docGlobals = std::make_unique<TPipeAppDocGlobals>();
-    standard::initLayerMaps();
+    buildLayerMaps();
     readAlignType();
     const std::optional<CmdConfig> config = readCmdConfig();
     // A missing file or item leaves the specification unread, although nothing disables it then: installations without
@@ -132,9 +151,9 @@ void startUp() {
 // it hears of everything until the module is gone.
 void tearDown() {
     if (AcEdCommandStack* commands = acedRegCmds) commands->removeGroup(kCommandGroup);
-    CLayerToolBar::Release();
+    deleteToolBar();
     closeLayerPanel();
-    standard::releaseStandard();
+    releaseStandard();
     docGlobals.reset();
     pwxConfig().WriteInteger(kAlignTypeValue, g_nAlignTypeForVPipeDim4);
     removeCmdReactor();

@@ -1,0 +1,169 @@
+// The layer commands on small drawings, as they are typed.
+#include "layers/layertoolbar.h"
+#include "qrs_kernal.h"
+#include "qrs_pipewire.h"
+#include "rxregsvc.h"
+#include "support.h"
+
+extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* application);
+
+namespace qrs::test {
+
+namespace {
+
+const std::vector<Layer> kLayers = {{"0"}, {"A", 1}, {"B", 4}, {"C", 5, -3}, {"D", 0, -1}};
+
+class LayerCommands : public Frame {
+  protected:
+    LayerCommands() {
+        InitAol(L"_QRS");
+        acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
+    }
+    ~LayerCommands() override { acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr); }
+
+    // The letters of the layers that are in the state.
+    std::string layersThatAre(bool (AcDbLayerTableRecord::*state)() const) const {
+        std::string names;
+        for (const Layer& layer : kLayers) {
+            const AcDbLayerTableRecordPointer record(platform::fromUtf8(layer.name).c_str(), database(),
+                                                     AcDb::kForRead);
+            EXPECT_EQ(record.openStatus(), Acad::eOk) << layer.name;
+            if (record.openStatus() == Acad::eOk && (record.object()->*state)()) names += layer.name;
+        }
+        return names;
+    }
+    std::string content() const {
+        std::ifstream file(folder.path() / "drawing.dxf", std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    // The drawing as it would be saved.
+    std::string saved() {
+        platform::Error error;
+        EXPECT_TRUE(application.saveDocument(folder.path() / "saved.dxf", false, error)) << error.message;
+        std::ifstream file(folder.path() / "saved.dxf", std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    static std::vector<std::string> sentTexts(const platform::CallRecorder& recorder) {
+        std::vector<std::string> sent;
+        for (const std::string& call : recorder.calls())
+            if (call.find("sendStringToExecute") != std::string::npos) sent.push_back(call);
+        return sent;
+    }
+};
+
+}  // namespace
+
+TEST_F(LayerCommands, UnFrozenAllLayerThawsEveryLayerAndRefreshesTheLayerState) {
+    open(drawingText(kLayers, {{"0"}}));
+    platform::CallRecorder recorder;
+    run({L"UnFrozenAllLayer"});
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isFrozen), "");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "BC");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isOff), "CD");
+    const std::vector<std::string> sent = sentTexts(recorder);
+    ASSERT_EQ(sent.size(), 3u);
+    EXPECT_NE(sent[0].find("\x1b-layer\n"), std::string::npos);
+    EXPECT_NE(sent[1].find("\x1b"), std::string::npos);
+    EXPECT_EQ(sent[1].find("-layer"), std::string::npos);
+    EXPECT_NE(sent[2].find("re\n"), std::string::npos);
+
+    // The user can switch the regeneration off.
+    ASSERT_TRUE(TRegKey(GetRegLocation(L"PWXConfig")).WriteInteger(L"LayerLockShowUpdate", 0));
+    recorder.clear();
+    run({L"UnFrozenAllLayer"});
+    EXPECT_EQ(sentTexts(recorder).size(), 2u);
+}
+
+TEST_F(LayerCommands, UnLockSelLayerTakesEnterForAllAndEscForNone) {
+    const std::wstring prompt = L"请选择要解锁层上的图元(ESC退出,空格解开全部层) <全部>:";
+    open(drawingText(kLayers, {{"0"}}));
+    platform::CallRecorder recorder;
+    EXPECT_EQ(count(run({L"UnLockSelLayer", ScriptTerminal::kEsc}), prompt), 1u);
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "BC");
+    EXPECT_TRUE(sentTexts(recorder).empty());
+    EXPECT_FALSE(application.hasUnsavedChanges());
+
+    const std::wstring transcript = run({L"UnLockSelLayer", L""});
+    EXPECT_EQ(count(transcript, L"没有锁定"), 0u) << platform::toUtf8(transcript);
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "");
+    EXPECT_EQ(sentTexts(recorder).size(), 3u);
+}
+
+TEST_F(LayerCommands, UnLockSelLayerUnlocksThePickedLayersAndNamesThoseThatWereNotLocked) {
+    open(drawingText(kLayers, {{"0"}, {"b"}, {"B"}, {"A"}}));
+    const std::wstring transcript = run({L"UnLockSelLayer", L"ALL", L""});
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "C");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isFrozen), "AC");
+    EXPECT_EQ(count(transcript, L"\n0层本身就没有锁定！"), 1u) << platform::toUtf8(transcript);
+    EXPECT_EQ(count(transcript, L"层本身就没有锁定！"), transcript.find(L"\nA层") == std::wstring::npos ? 1u : 2u);
+}
+
+TEST_F(LayerCommands, SetAllPipeLayOpenShowsLayersSystemsAndHiddenObjects) {
+    open(drawingText(kLayers, {{"0"}, {"A", true}, {"B", true}, {"C"}}));
+    TDbPsConfig* config = GetDwgPsGlobal(database());
+    const int type = GetSysType(L"给水");
+    config->ShowSystem(type, 0);
+    config->HideCustomPipeSystem(L"别处的系统");
+    platform::CallRecorder recorder;
+    run({L"SetAllPipeLayOpen"});
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isOff), "");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isFrozen), "AC");
+    EXPECT_TRUE(config->IsSystemShown(type));
+    EXPECT_FALSE(config->IsCustomPipeSystemShown(L"别处的系统"));  // none of the standard's
+    EXPECT_NE(std::find(recorder.calls().begin(), recorder.calls().end(), "UpdateGraphic(2)"), recorder.calls().end());
+
+    // Only the colours of the layers that were off and the visibility of the hidden lines differ.
+    const std::string file = saved();
+    EXPECT_EQ(file.find("\n60\n1\n"), std::string::npos);
+    EXPECT_NE(file.find("\n62\n3\n"), std::string::npos);
+    EXPECT_EQ(file.find("\n62\n-"), std::string::npos);
+}
+
+TEST_F(LayerCommands, ADrawingThatIsAlreadyAsWantedStaysUntouched) {
+    open(drawingText({{"0"}, {"A"}, {"B"}, {"C"}, {"D"}}, {{"0"}, {"A"}}));
+    run({L"SetAllPipeLayOpen", L"UnFrozenAllLayer", L"UnLockSelLayer", L"", L"UnLockSelLayer", L"ALL", L""});
+    EXPECT_FALSE(application.hasUnsavedChanges());
+    EXPECT_EQ(saved(), content());
+}
+
+TEST_F(LayerCommands, OneToolBarServesAllCommandsUntilUnload) {
+    open(drawingText(kLayers, {{"0"}}));
+    const int before = CLayerToolBar::TimesMade();
+    run({L"SetAllPipeLayOpen", L"UnFrozenAllLayer", L"UnFrozenAllLayer", L"FrozenViewLayer", L"sfxc"});
+    EXPECT_EQ(CLayerToolBar::TimesMade(), before + 1);
+    acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr);
+    acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
+    EXPECT_EQ(CLayerToolBar::TimesMade(), before + 1);
+    run({L"UnFrozenAllLayer"});
+    EXPECT_EQ(CLayerToolBar::TimesMade(), before + 2);
+}
+
+// What a command shows: its name, what it says first, whether it is there already.
+TEST_F(LayerCommands, CommandsSayWhatTheyAskAndWhetherTheyAreThere) {
+    open(drawingText({{"0"}}, {{"0"}}));
+    struct Row {
+        const wchar_t* name;
+        const wchar_t* text;
+        bool available;
+    };
+    const Row rows[] = {
+        {L"gpsbs", L"此命令不能单独使用，请通过给排水\"图层控制\"中的给排水标识使用！", true},
+        {L"FrozenViewLayer", L"本命令必须在图纸布局中使用！", true},
+        {L"UnFrozenViewAllLayer", L"本命令必须在图纸布局中使用！", true},
+        {L"OpenLayer", L"所有图层都是打开的！", true},
+        {L"yshf", L"没有找到相关信息，图层颜色恢复失败！", true},
+        {L"drsz", L"选择导入设置文件的位置[读取默认位置(1)/到指定目录读取(2)]:<1>", false},
+        {L"xxyh", L"请选择待优化线型的对象[文字间隙%.3f(D)/文字放大%.3f倍(S)]:<退出>", false},
+        {L"hbtc", L"请选择要删除图层上的任意图元:<退出>", false},
+        {L"gxsz", L"", false},
+    };
+    for (const Row& row : rows) {
+        const std::wstring transcript = run({row.name});
+        EXPECT_EQ(count(transcript, row.text) > 0 || !*row.text, true) << platform::toUtf8(transcript);
+        EXPECT_EQ(count(transcript, L"命令 " + std::wstring(row.name) + L" 尚未提供。"), row.available ? 0u : 1u)
+            << platform::toUtf8(transcript);
+    }
+    EXPECT_FALSE(application.hasUnsavedChanges());
+}
+
+}  // namespace qrs::test

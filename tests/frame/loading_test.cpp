@@ -1,0 +1,181 @@
+// The module as the host loads and unloads it.
+#include <algorithm>
+
+#include "accmd.h"
+#include "support.h"
+
+namespace qrs::test {
+
+namespace {
+
+using Calls = std::vector<std::string>;
+
+struct Command {
+    const char* name;
+    int flags;
+};
+const Command kCommands[] = {{"gxsz", 2},
+                             {"dcsz", 4},
+                             {"drsz", 4},
+                             {"SetAllPipeLayOpen", 1},
+                             {"tckz", 2},
+                             {"gpsbs", 2},
+                             {"CleanOvraLayTag", 2},
+                             {"UnLockSelLayer", 2},
+                             {"LockSelLayer", 2},
+                             {"sfxc", 2},
+                             {"OpenLayer", 2},
+                             {"OpenSelLayer", 2},
+                             {"CloseSelLayer", 2},
+                             {"EraseSelLayer", 2},
+                             {"ConvertLayer", 2},
+                             {"hbtc", 2},
+                             {"gxgd", 2},
+                             {"tcdc", 2},
+                             {"tctq", 2},
+                             {"FrozenLayer", 2},
+                             {"UnFrozenAllLayer", 2},
+                             {"FrozenViewLayer", 2},
+                             {"UnFrozenViewAllLayer", 2},
+                             {"tbds", 2},
+                             {"yshf", 2},
+                             {"cztk", 2},
+                             {"jcjk", 2},
+                             {"gxfz", 2},
+                             {"xxyh", 2},
+                             {"xxyh2", 2}};
+const char* const kStale[] = {"tcgj",          "hbtc",          "OpenLayer",    "OpenSelLayer",
+                              "CloseSelLayer", "EraseSelLayer", "ConvertLayer", "UnLockSelLayer",
+                              "LockSelLayer",  "sfxc",          "dcsz",         "drsz"};
+
+// Loading with a drawing open: library entry, message entry, the steps of the start-up, then the drawing's message.
+Calls expectedLoading() {
+    Calls calls = {"AfxInitExtensionModule()",
+                   "CDynLinkLibrary::CDynLinkLibrary()",
+                   "InitAol(_QRS)",
+                   "QrsExport::InitGeLib(1)",
+                   "acrxUnlockApplication()",
+                   "AcRxDynamicLinker::registerAppMDIAware()"};
+    for (const char* name : kStale)
+        calls.push_back(std::string("AcEdCommandStack::removeCmd(TAPI_CMD, ") + name + ")");
+    for (const Command& command : kCommands)
+        calls.push_back(std::string("AcEdCommandStack::addCommand(QRS_PIPESTSTEM, ") + command.name + ", " +
+                        command.name + ", " + std::to_string(command.flags) + ")");
+    const std::string config = "(Software\\QRS\\PWX\\PWXConfig, ";
+    const Calls rest = {"TRegKey::ReadString(Software\\QRS\\PWX\\PipeSystemSetting, StandardFile)",
+                        "SetPipeSystemName",
+                        "ObjectUtility::ResetObjectColors()",
+                        "TRegKey::ReadString" + config + "LineTypeChnShx)",
+                        "TRegKey::ReadString" + config + "LineTypeEngShx)",
+                        "TRegKey::ReadDouble" + config + "LineTypeHeight)",
+                        "TRegKey::ReadDouble" + config + "LineTypeScale)",
+                        "AcApDocManager::addReactor()",
+                        "standard::initLayerMaps()",
+                        "TRegKey::ReadInteger" + config + "nAlignTypeForVPipeDim4)",
+                        "QrsExport::FindFile(CmdConfig.xml)",
+                        "AcEditor::addReactor()",
+                        "AcEditor::addReactor()"};
+    calls.insert(calls.end(), rest.begin(), rest.end());
+    return calls;
+}
+
+const Calls kExpectedUnloading = {"AcEditor::removeReactor()",
+                                  "AcEdCommandStack::removeGroup(QRS_PIPESTSTEM)",
+                                  "CLayerToolBar::Release()",
+                                  "standard::releaseStandard()",
+                                  "AcApDocManager::removeReactor()",
+                                  "TRegKey::WriteInteger(Software\\QRS\\PWX\\PWXConfig, nAlignTypeForVPipeDim4, 0)",
+                                  "AcEditor::removeReactor()",
+                                  "AfxTermExtensionModule()"};
+
+// The systems of the standard are many: one entry stands for all names told in a row.
+Calls gathered(const Calls& calls) {
+    Calls out;
+    for (const std::string& call : calls) {
+        const std::string name = call.rfind("SetPipeSystemName(", 0) == 0 ? "SetPipeSystemName" : call;
+        if (name != "SetPipeSystemName" || out.empty() || out.back() != name) out.push_back(name);
+    }
+    return out;
+}
+
+class Loading : public Frame {
+  protected:
+    void load() {
+        platform::Error error;
+        ASSERT_TRUE(application.loadPlugin(QRS_MODULE_FILE, error)) << error.message;
+    }
+    void unload() {
+        platform::Error error;
+        ASSERT_TRUE(application.unloadPlugin(L"qrs_pipeSystem", error)) << error.message;
+    }
+    static AcEdCommandStack* commands() { return acedRegCmds; }
+};
+
+void olderCommand() {}
+
+}  // namespace
+
+TEST_F(Loading, CallsTheHostInTheStatedOrderEveryTime) {
+    open(drawingText({{"0"}, {"A", 1}}, {{"0"}}));
+    const std::vector<std::wstring> before = application.commandNames();
+    for (int round = 0; round < 2; ++round) {
+        platform::CallRecorder recorder;
+        load();
+        EXPECT_EQ(gathered(recorder.calls()), expectedLoading());
+        const std::vector<std::wstring> names = application.commandNames();
+        EXPECT_EQ(names.size(), before.size() + std::size(kCommands));
+        recorder.clear();
+        unload();
+        EXPECT_EQ(gathered(recorder.calls()), kExpectedUnloading);
+        EXPECT_EQ(application.commandNames(), before);
+    }
+    EXPECT_FALSE(application.hasUnsavedChanges());
+}
+
+TEST_F(Loading, TakesOverTheNamesOfItsOlderSibling) {
+    open(drawingText({{"0"}}, {{"0"}}));
+    for (const char* name : kStale) {
+        const std::wstring wide = platform::fromUtf8(name);
+        ASSERT_EQ(commands()->addCommand(L"TAPI_CMD", wide.c_str(), wide.c_str(), 0, &olderCommand), Acad::eOk);
+    }
+    commands()->addCommand(L"TAPI_CMD", L"other", L"other", 0, &olderCommand);
+    load();
+    EXPECT_EQ(commands()->lookupGlobalCmd(L"tcgj"), nullptr);
+    EXPECT_NE(commands()->lookupGlobalCmd(L"other"), nullptr);
+    for (const Command& command : kCommands) {
+        const AcEdCommand* found = commands()->lookupGlobalCmd(platform::fromUtf8(command.name).c_str());
+        ASSERT_NE(found, nullptr) << command.name;
+        EXPECT_NE(found->functionAddr(), &olderCommand) << command.name;
+        EXPECT_EQ(found->commandFlags(), command.flags) << command.name;
+        EXPECT_EQ(commands()->lookupCmd(L"QRS_PIPESTSTEM", platform::fromUtf8(command.name).c_str(), true), found);
+    }
+    unload();
+    EXPECT_EQ(commands()->removeGroup(L"TAPI_CMD"), Acad::eOk);
+}
+
+// Drawings that open and close while the module is loaded have their entries from message to message.
+TEST_F(Loading, KeepsAnEntryForEachDrawingFromItsLoadingToItsEnd) {
+    open(drawingText({{"0"}}, {{"0"}}));
+    load();
+    platform::CallRecorder recorder;
+    const auto calls = [&](const std::string& name) {
+        return std::count(recorder.calls().begin(), recorder.calls().end(), name);
+    };
+    platform::Error error;
+    ASSERT_TRUE(application.newDocument(error)) << error.message;
+    EXPECT_EQ(calls("AcEditor::addReactor()"), 1);
+    ASSERT_TRUE(application.closeDocument(error)) << error.message;
+    EXPECT_EQ(calls("AcEditor::removeReactor()"), 1);
+    recorder.clear();
+    unload();
+    EXPECT_EQ(calls("AcEditor::removeReactor()"), 2);
+}
+
+TEST_F(Loading, LoadsAndUnloadsWithoutAnyDrawing) {
+    load();
+    run({L"UnFrozenAllLayer", L"SetAllPipeLayOpen", L"UnLockSelLayer", L""});
+    unload();
+    load();
+}
+
+}  // namespace qrs::test
