@@ -117,23 +117,22 @@ std::string Drawing::toBytes() const {
 
 // --- order
 
+// The first of the new records that stand before a record of the file, or that record itself.
+RecordId Drawing::firstOfRow(RecordId anchor) const {
+    return (record(anchor).flags & kHasNewBefore) == 0 ? anchor : newRows_.find(anchor)->second.first;
+}
+
 RecordId Drawing::nextInOrder(RecordId id) const {
-    RecordId following = id + 1;
     if (isNew(id)) {
         const NewPlace& place = newPlaces_[id - originalCount_];
-        if (place.next != kNoRecord) return place.next;
-        return place.anchor;
+        return place.next != kNoRecord ? place.next : place.anchor;
     }
-    if (following >= originalCount_) return kNoRecord;
-    if (newRows_.empty()) return following;
-    const auto row = newRows_.find(following);
-    return row == newRows_.end() ? following : row->second.first;
+    const RecordId following = id + 1;
+    return following < originalCount_ ? firstOfRow(following) : kNoRecord;
 }
 
 RecordId Drawing::first() const {
-    if (originalCount_ == 0) return kNoRecord;
-    const auto row = newRows_.find(0);
-    const RecordId id = row == newRows_.end() ? 0 : row->second.first;
+    const RecordId id = firstOfRow(0);  // no drawing is without records
     return isErased(id) ? next(id) : id;
 }
 
@@ -152,8 +151,8 @@ RecordId Drawing::previousAlive(RecordId id) const {
             const NewPlace& place = newPlaces_[id - originalCount_];
             anchor = place.anchor;
             before = place.previous;
-        } else if (const auto row = newRows_.find(id); row != newRows_.end()) {
-            before = row->second.last;
+        } else if ((record(id).flags & kHasNewBefore) != 0) {
+            before = newRows_.find(id)->second.last;
         }
         if (before == kNoRecord && anchor != 0) before = anchor - 1;
         id = before;

@@ -120,6 +120,7 @@ class Drawing {
     bool load(std::string_view bytes, const std::string& name, platform::Error& error);
     void readHeader();
     bool isNew(RecordId id) const { return id >= originalCount_; }
+    RecordId firstOfRow(RecordId anchor) const;
     RecordId nextInOrder(RecordId id) const;
     RecordId previousAlive(RecordId id) const;
     RecordId findNamed(const std::vector<RecordId>& heads, std::string_view name) const;
@@ -142,6 +143,7 @@ class Drawing {
     std::unordered_map<RecordId, NewRow> newRows_;
     std::unordered_map<RecordId, RecordId> newEnds_;
     Arena arena_;
+    std::string scratch_;          // for the bytes of a record while it is changed
     mutable HandleIndex handles_;  // built when first asked for
     std::string version_ = "AC1009";
     unsigned codePage_ = 0;

@@ -78,7 +78,6 @@ void Drawing::rewrite(RecordId id, std::string_view bytes) {
     one.length = static_cast<std::uint32_t>(bytes.size());
     one.flags |= kEdited;
     modified_ = true;
-    reindex(id);
 }
 
 void Drawing::reindex(RecordId id) {
@@ -93,7 +92,7 @@ void Drawing::reindex(RecordId id) {
         if (isFieldCode(tag.code)) fields.take(tag.code, tag.value, index_.layers, true);
     }
     if (one.handle == handle) return;
-    if (one.handle > index_.greatestHandle) index_.greatestHandle = one.handle;
+    index_.countHandle(one.handle);
     handles_.add(index_.records, id);
 }
 
@@ -103,12 +102,12 @@ void Drawing::setValue(RecordId id, const Tag& tag, std::string_view value) {
     RawTag raw{};
     require(cutTag(old.data() + tag.begin, old.data() + tag.end, index_.lineEnd, raw) == Cut::Tag,
             "a place in a record that is no tag");
-    std::string changed;
-    changed.reserve(old.size() + value.size());
-    changed.append(old.data(), raw.value);
-    appendValue(changed, value);
-    changed.append(raw.valueEnd, old.data() + old.size());
-    if (changed != old) rewrite(id, changed);
+    scratch_.assign(old.data(), raw.value);
+    appendValue(scratch_, value);
+    scratch_.append(raw.valueEnd, old.data() + old.size());
+    if (scratch_ == old) return;
+    rewrite(id, scratch_);
+    if (tag.begin == 0 || isFieldCode(raw.code)) reindex(id);
 }
 
 void Drawing::insertTags(RecordId id, std::uint32_t before, const std::vector<NewTag>& tags) {
@@ -129,9 +128,10 @@ void Drawing::eraseTags(RecordId id, std::uint32_t begin, std::uint32_t end) {
     const std::string_view old = bytes(id);
     require(begin <= end && end <= old.size(), "a stretch that lies outside of its record");
     if (begin == end) return;
-    std::string changed(old.substr(0, begin));
-    changed += old.substr(end);
-    rewrite(id, changed);
+    scratch_.assign(old.substr(0, begin));
+    scratch_ += old.substr(end);
+    rewrite(id, scratch_);
+    reindex(id);
 }
 
 // --- whole records
@@ -143,6 +143,7 @@ void Drawing::link(RecordId id, RecordId before) {
         place = {following.anchor, following.previous, before};
         following.previous = id;
     } else {
+        index_.records[before].flags |= kHasNewBefore;
         NewRow& row = newRows_.try_emplace(before, NewRow{kNoRecord, kNoRecord}).first->second;
         place.previous = row.last;
         row.last = id;
@@ -166,7 +167,7 @@ void Drawing::settle(RecordId id) {
     if (isHead(neighbour.kind)) {
         container = before;
     } else if (isEnd(neighbour.kind)) {
-        container = record(neighbour.owner).owner;
+        if (neighbour.owner != kNoRecord) container = record(neighbour.owner).owner;
     } else if ((neighbour.flags & kSubEntity) != 0) {
         if (neighbour.type != kTypeSeqend) main = neighbour.owner;
         container = record(neighbour.owner).owner;
@@ -195,7 +196,8 @@ RecordId Drawing::insertRecord(RecordId before, RecordKind kind, const std::vect
     one.kind = kind;
     one.flags = kNew;
     link(id, before);
-    rewrite(id, text);
+    rewrite(id, scratch_);
+    reindex(id);
     settle(id);
     if (kind == RecordKind::Section) index_.sections.push_back(id);
     if (kind == RecordKind::Table) index_.tables.push_back(id);
@@ -240,7 +242,7 @@ std::uint64_t Drawing::newHandle() {
     Tag tag;
     const bool hasSeed = variable != kNoRecord && findTag(variable, 5, tag);
     std::uint64_t handle = hasSeed ? toHandle(tag.value) : 0;
-    if (handle < seed_) handle = seed_;
+    if (handle < seed_ || handle > kGreatestHandle) handle = seed_;
     if (handle <= index_.greatestHandle) handle = index_.greatestHandle + 1;
     seed_ = handle + 1;
     if (hasSeed) setValue(variable, tag, handleText(seed_));

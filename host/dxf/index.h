@@ -32,8 +32,14 @@ enum KnownType : std::uint16_t {
 // Stands for every type name behind the first 65534; such a name is read from the record.
 constexpr std::uint16_t kTypeUncounted = 0xFFFF;
 
+// Handles above this, which no program gives, do not count when a new one is looked for: adding to them would overflow.
+constexpr std::uint64_t kGreatestHandle = 0x0FFFFFFFFFFFFFFF;
+
 struct Index {
     Index();
+    void countHandle(std::uint64_t handle) {
+        if (handle > greatestHandle && handle <= kGreatestHandle) greatestHandle = handle;
+    }
 
     RecordStore records;
     Interner types;

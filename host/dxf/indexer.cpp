@@ -100,7 +100,7 @@ bool Indexer::close(const char* at) {
         return false;
     }
     current_->length = static_cast<std::uint32_t>(length);
-    if (current_->handle > index_.greatestHandle) index_.greatestHandle = current_->handle;
+    index_.countHandle(current_->handle);
     return true;
 }
 

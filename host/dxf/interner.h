@@ -14,10 +14,7 @@ class Interner {
   public:
     Interner();
     // The number of a name, which must live as long as the interner (bytes of the mapped file).
-    std::uint32_t intern(std::string_view name) {
-        if (name == names_[last_] && last_ != 0) return last_;
-        return last_ = findOrAdd(name);
-    }
+    std::uint32_t intern(std::string_view name);
     // The same for a name that may go away: kept as a copy when it is new.
     std::uint32_t internCopy(std::string_view name);
     // 0 when the name was never seen.
@@ -26,14 +23,16 @@ class Interner {
     std::size_t size() const { return names_.size(); }
 
   private:
-    std::size_t slotOf(std::string_view name) const;
-    std::uint32_t findOrAdd(std::string_view name);
+    struct Slot {
+        std::uint32_t hash = 0;
+        std::uint32_t number = 0;
+    };
+    std::size_t slotOf(std::string_view name, std::uint32_t hash) const;
     void grow();
 
     std::vector<std::string_view> names_;
-    std::vector<std::uint32_t> slots_;  // open addressing, a power of two, at most half full
+    std::vector<Slot> slots_;  // open addressing, a power of two, at most half full
     std::deque<std::string> copies_;
-    std::uint32_t last_ = 0;  // neighbours mostly share their layer and type
 };
 
 }  // namespace qrs::dxf

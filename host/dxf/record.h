@@ -38,6 +38,7 @@ enum RecordFlag : std::uint8_t {
     kInvisible = 16,  // entity with 60 other than 0
     kSubEntity = 32,  // VERTEX, ATTRIB, SEQEND behind their owner
     kHasXdata = 64,
+    kHasNewBefore = 128,  // new records stand right before it; only for the drawing itself
 };
 
 struct Record {
