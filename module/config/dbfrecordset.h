@@ -42,8 +42,8 @@ class CDBFRecordset {
     bool GetFieldValue(std::wstring_view name, std::int32_t& value);
     // Number: as atof reads the field's text.
     bool GetFieldValue(std::wstring_view name, double& value);
-    // Text: up to a NUL, decoded from the ANSI code page, with the padding that the table stores. A memo that is missing
-    // or damaged reads empty.
+    // Text: up to a NUL, decoded from the ANSI code page, with the padding that the table stores. A memo that is
+    // missing or damaged reads empty.
     bool GetFieldValue(std::wstring_view name, std::wstring& value);
 
     // The number of the error that ended the last Open or step: 0 for none (Open may also refuse a file that is no
@@ -67,13 +67,13 @@ class CDBFRecordset {
     bool ReadFieldText(std::wstring_view name, std::string_view& text);
 
     CDBFTableDef table_;
-    std::vector<char> block_;        // whole records, read at once
-    std::uint32_t blockFirst_ = 0;   // number of the block's first record
-    std::uint32_t blockCount_ = 0;   // records in the block
-    std::uint32_t current_ = 0;      // number of the record under the cursor
-    const char* record_ = nullptr;   // the record under the cursor, in the block
+    std::vector<char> block_;       // whole records, read at once
+    std::uint32_t blockFirst_ = 0;  // number of the block's first record
+    std::uint32_t blockCount_ = 0;  // records in the block
+    std::uint32_t current_ = 0;     // number of the record under the cursor
+    const char* record_ = nullptr;  // the record under the cursor, in the block
     std::vector<ResolvedName> names_;
-    std::size_t nextName_ = 0;       // where the next name is looked for first
+    std::size_t nextName_ = 0;  // where the next name is looked for first
     std::string memoText_;
     NarrowBuffer buffer_;
     std::uint32_t errorNumber_ = 0;

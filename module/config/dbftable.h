@@ -15,9 +15,9 @@
 enum class CDBFOpenMode { read, readWrite };
 
 struct CDBFField {
-    std::wstring name;     // as stored, decoded from the ANSI code page
-    char type = 0;         // the type letter
-    unsigned length = 0;   // bytes
+    std::wstring name;    // as stored, decoded from the ANSI code page
+    char type = 0;        // the type letter
+    unsigned length = 0;  // bytes
     unsigned decimals = 0;
     std::uint64_t offset = 0;  // bytes from the start of the record, whose first byte is the deletion mark
 };
@@ -27,11 +27,14 @@ using CDBFMemoOpener = std::function<std::unique_ptr<qrs::platform::InputFile>(s
 
 class CDBFTableDef {
   public:
-    // Opens the table at a path (inner form), and its memo file beside it. False when the file cannot be opened or is no
-    // table. A table whose memo file is missing or damaged opens without it.
-    // Throws CDBFException(kShortRead) when the file ends within its field descriptors.
+    // Opens the table at a path (inner form), and its memo file beside it. False when the file cannot be opened or is
+    // no table. A table whose memo file is missing or damaged opens without it. Throws CDBFException(kShortRead) when
+    // the file ends within its field descriptors.
     bool Open(std::wstring_view path, CDBFOpenMode mode);
-    bool Open(std::unique_ptr<qrs::platform::InputFile> table, const CDBFMemoOpener& openMemo);
+    // The same for files that come from elsewhere than a path. isCatalogue: the table is the catalogue of a Visual
+    // FoxPro database (.DBC), whose memo file has the extension ".DCT".
+    bool Open(std::unique_ptr<qrs::platform::InputFile> table, const CDBFMemoOpener& openMemo,
+              bool isCatalogue = false);
     void Close();
 
     std::uint32_t RecordCount() const { return recordCount_; }
@@ -49,7 +52,7 @@ class CDBFTableDef {
     bool ReadRecords(std::uint32_t first, std::uint32_t count, char* target);
 
   private:
-    bool ReadHeader(const CDBFMemoOpener& openMemo);
+    bool ReadHeader(const CDBFMemoOpener& openMemo, bool isCatalogue);
     void ReadFields(std::uint32_t slots);
     void ReadVisualFoxProFields(std::uint32_t count);
     void AddField(const char* descriptor);

@@ -16,8 +16,7 @@ struct CDBFDateTime {
 };
 
 // Nothing, text as stored, or the value of a binary field.
-using CDBFVariant =
-    std::variant<std::monostate, std::string_view, std::int32_t, double, CDBFCurrency, CDBFDateTime>;
+using CDBFVariant = std::variant<std::monostate, std::string_view, std::int32_t, double, CDBFCurrency, CDBFDateTime>;
 
 // Room for the text of any binary value; the longest is a tiny double written without exponent.
 using NarrowBuffer = std::array<char, 1100>;

@@ -21,8 +21,7 @@ class PosixInputFile : public InputFile {
     std::size_t readAt(std::uint64_t offset, char* target, std::size_t count) override {
         std::size_t done = 0;
         while (done < count) {
-            const ssize_t got =
-                pread(file_.number(), target + done, count - done, static_cast<off_t>(offset + done));
+            const ssize_t got = pread(file_.number(), target + done, count - done, static_cast<off_t>(offset + done));
             if (got < 0 && errno == EINTR) continue;
             if (got <= 0) break;
             done += static_cast<std::size_t>(got);

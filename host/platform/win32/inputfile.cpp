@@ -1,12 +1,10 @@
 // Reading piece by piece on Windows.
 #include "host/platform/inputfile.h"
 
-#include <windows.h>
-
 #include <algorithm>
-#include <system_error>
 
 #include "host/platform/fileerror.h"
+#include "host/platform/win32/handle.h"
 
 namespace qrs::platform {
 
@@ -14,13 +12,12 @@ namespace {
 
 class Win32InputFile : public InputFile {
   public:
-    explicit Win32InputFile(HANDLE file) : file_(file) {}
-    ~Win32InputFile() override { CloseHandle(file_); }
+    explicit Win32InputFile(Handle file) : file_(std::move(file)) {}
 
     // False, with the system's error set, when the size cannot be told.
     bool findSize() {
         LARGE_INTEGER size;
-        if (!GetFileSizeEx(file_, &size)) return false;
+        if (!GetFileSizeEx(file_.value(), &size)) return false;
         size_ = static_cast<std::uint64_t>(size.QuadPart);
         return true;
     }
@@ -37,36 +34,34 @@ class Win32InputFile : public InputFile {
             at.OffsetHigh = static_cast<DWORD>(place >> 32);
             DWORD got = 0;
             const auto wanted = static_cast<DWORD>(std::min(count - done, kMost));
-            if (!ReadFile(file_, target + done, wanted, &got, &at) || got == 0) break;
+            if (!ReadFile(file_.value(), target + done, wanted, &got, &at) || got == 0) break;
             done += got;
         }
         return done;
     }
 
   private:
-    HANDLE file_;
+    Handle file_;
     std::uint64_t size_ = 0;
 };
 
 }  // namespace
 
 std::unique_ptr<InputFile> InputFile::open(const std::filesystem::path& native, Error& error) {
-    const auto systemError = [] { return std::error_code(static_cast<int>(GetLastError()), std::system_category()); };
     // Others may write, rename or delete the file meanwhile, as everywhere else.
-    const HANDLE handle =
-        CreateFileW(native.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (handle == INVALID_HANDLE_VALUE) {
-        fail(error, native, systemError());
+    Handle handle(CreateFileW(native.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                              nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!handle) {
+        fail(error, native, lastError());
         return nullptr;
     }
-    auto file = std::make_unique<Win32InputFile>(handle);
-    if (GetFileType(handle) != FILE_TYPE_DISK) {
+    if (GetFileType(handle.value()) != FILE_TYPE_DISK) {
         fail(error, native, "is no ordinary file");
         return nullptr;
     }
+    auto file = std::make_unique<Win32InputFile>(std::move(handle));
     if (!file->findSize()) {
-        fail(error, native, systemError());
+        fail(error, native, lastError());
         return nullptr;
     }
     return file;
