@@ -53,8 +53,9 @@ bool FileStore::refresh(Error& error) {
 }
 
 bool isWritableKey(std::wstring_view key) {
-    for (const wchar_t unit : key) {
-        if ((unit >= 0 && unit < 0x20) || unit == 0x7F) return false;
+    for (std::size_t i = 0; i < key.size();) {
+        const char32_t codePoint = nextCodePoint(key, i);
+        if (codePoint < 0x20 || codePoint == 0x7F) return false;
     }
     std::wstring sameKey;
     return decodeStrict(kUtf8, toUtf8(key), sameKey) && !normalKey(key).empty();

@@ -1,0 +1,169 @@
+// AtomicFile on Windows.
+#include <algorithm>
+
+#include "host/platform/fileerror.h"
+#include "host/platform/files.h"
+#include "host/platform/inprogress.h"
+#include "host/platform/win32/handle.h"
+
+namespace qrs::platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t kGather = std::size_t{256} << 10;
+constexpr std::size_t kStep = std::size_t{8} << 20;
+
+bool moveOver(const fs::path& from, const fs::path& to) {
+    return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+}  // namespace
+
+struct AtomicFile::State {
+    fs::path target;   // links followed
+    fs::path shown;    // as the caller named it
+    fs::path partial;  // the temporary file; empty when there is none
+    Handle file;
+    DWORD attributes = INVALID_FILE_ATTRIBUTES;  // of the target; invalid when it did not exist
+    std::string gathered;
+    std::error_code failure;
+
+    bool existed() const { return attributes != INVALID_FILE_ATTRIBUTES; }
+    fs::path besideTarget() const { return target.parent_path() / (".qrs-" + unpredictableName() + ".tmp"); }
+
+    bool checkTarget(Error& error);
+    bool create(Error& error);
+    void put(std::string_view bytes);
+    bool finish(bool keepBackup, Error& error);
+    bool backUp(Error& error);
+    void discard();
+};
+
+bool AtomicFile::State::checkTarget(Error& error) {
+    std::error_code failed;
+    target = fs::is_symlink(fs::symlink_status(shown, failed)) ? fs::weakly_canonical(shown, failed) : shown;
+    if (target.empty()) return fail(error, shown, failed);
+    attributes = GetFileAttributesW(target.c_str());
+    if (!existed()) {
+        const DWORD reason = GetLastError();
+        return reason == ERROR_FILE_NOT_FOUND || fail(error, shown, systemError(reason));
+    }
+    if (attributes & FILE_ATTRIBUTE_DIRECTORY) return fail(error, shown, "is a folder");
+    if (attributes & FILE_ATTRIBUTE_READONLY) return fail(error, shown, "is read-only");
+    return true;
+}
+
+bool AtomicFile::State::create(Error& error) {
+    for (int attempt = 0; attempt < 16; ++attempt) {
+        const fs::path path = besideTarget();
+        const bool made = makeTemporary(path, [&] {
+            file = Handle(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                                      CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+            return static_cast<bool>(file);
+        });
+        if (made) {
+            partial = path;
+            return true;
+        }
+        if (GetLastError() != ERROR_FILE_EXISTS) break;
+    }
+    return fail(error, shown, lastError());
+}
+
+void AtomicFile::State::put(std::string_view bytes) {
+    while (!bytes.empty() && !failure) {
+        DWORD count = 0;
+        if (!WriteFile(file.value(), bytes.data(), static_cast<DWORD>(std::min(bytes.size(), kStep)), &count,
+                       nullptr)) {
+            failure = lastError();
+        } else if (count == 0) {
+            failure = systemError(ERROR_DISK_FULL);
+        }
+        bytes.remove_prefix(count);
+    }
+}
+
+// Keeps the target's content under another name without ever taking its own name away.
+bool AtomicFile::State::backUp(Error& error) {
+    fs::path backup = target;
+    backup += L".bak";
+    const fs::path second = besideTarget();
+    const bool kept = makeTemporary(second, [&] {
+        // A file system without second names gets a copy.
+        return CreateHardLinkW(second.c_str(), target.c_str(), nullptr) ||
+               CopyFileW(target.c_str(), second.c_str(), TRUE);
+    });
+    if (!kept) return fail(error, backup, lastError());
+    const bool renamed = moveOver(second, backup);
+    if (!renamed) fail(error, backup, lastError());
+    if (!renamed) DeleteFileW(second.c_str());
+    forgetTemporary(second);
+    return renamed;
+}
+
+bool AtomicFile::State::finish(bool keepBackup, Error& error) {
+    put(gathered);
+    gathered.clear();
+    if (!failure && !FlushFileBuffers(file.value())) failure = lastError();
+    if (!file.close() && !failure) failure = lastError();
+    if (!failure && existed() && !SetFileAttributesW(partial.c_str(), attributes)) failure = lastError();
+    if (failure) return fail(error, shown, failure);
+    if (keepBackup && existed() && !backUp(error)) return false;
+    if (!moveOver(partial, target)) return fail(error, shown, lastError());
+    forgetTemporary(partial);
+    partial.clear();
+    return true;
+}
+
+void AtomicFile::State::discard() {
+    if (partial.empty()) return;
+    file.close();
+    DeleteFileW(partial.c_str());
+    forgetTemporary(partial);
+    partial.clear();
+}
+
+AtomicFile::AtomicFile() = default;
+
+AtomicFile::~AtomicFile() {
+    if (state_) state_->discard();
+}
+
+bool AtomicFile::begin(const fs::path& target, Error& error) {
+    if (state_) state_->discard();
+    state_ = std::make_unique<State>();
+    state_->shown = target;
+    if (state_->checkTarget(error) && state_->create(error)) return true;
+    state_.reset();
+    return false;
+}
+
+void AtomicFile::write(std::string_view bytes) {
+    if (!state_ || state_->failure) return;
+    if (state_->gathered.size() + bytes.size() < kGather) {
+        state_->gathered.append(bytes);
+        return;
+    }
+    state_->put(state_->gathered);
+    state_->gathered.clear();
+    if (bytes.size() < kGather) {
+        state_->gathered.assign(bytes);
+    } else {
+        state_->put(bytes);
+    }
+}
+
+bool AtomicFile::commit(bool keepBackup, Error& error) {
+    if (!state_) {
+        error.message = "no file was begun";
+        return false;
+    }
+    const bool done = state_->finish(keepBackup, error);
+    state_->discard();
+    state_.reset();
+    return done;
+}
+
+}  // namespace qrs::platform

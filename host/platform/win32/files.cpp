@@ -1,0 +1,119 @@
+// Names, reading and mapping of files on Windows.
+#include "host/platform/files.h"
+
+#include <limits>
+
+#include "host/platform/fileerror.h"
+#include "host/platform/win32/handle.h"
+
+namespace qrs::platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+Handle openForReading(const fs::path& native, Error& error) {
+    // A folder is opened as well, to be told apart from a file that may not be read.
+    Handle file(CreateFileW(native.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                            nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN | FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    BY_HANDLE_FILE_INFORMATION status;
+    if (!file) {
+        fail(error, native, lastError());
+    } else if (GetFileType(file.value()) == FILE_TYPE_DISK && GetFileInformationByHandle(file.value(), &status) &&
+               (status.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        fail(error, native, "is a folder");
+        return Handle();
+    }
+    return file;
+}
+
+class WindowsMappedFile : public MappedFile {
+  public:
+    WindowsMappedFile(Handle file, Handle mapping, std::string_view bytes)
+        : file_(std::move(file)), mapping_(std::move(mapping)) {
+        bytes_ = bytes;
+    }
+    ~WindowsMappedFile() override {
+        if (!bytes_.empty()) UnmapViewOfFile(bytes_.data());
+    }
+
+    bool isSameFile(const fs::path& native) const override {
+        Error unknown;
+        const Handle other = openForReading(native, unknown);
+        BY_HANDLE_FILE_INFORMATION a;
+        BY_HANDLE_FILE_INFORMATION b;
+        return other && GetFileInformationByHandle(file_.value(), &a) &&
+               GetFileInformationByHandle(other.value(), &b) && a.dwVolumeSerialNumber == b.dwVolumeSerialNumber &&
+               a.nFileIndexHigh == b.nFileIndexHigh && a.nFileIndexLow == b.nFileIndexLow;
+    }
+
+  private:
+    Handle file_;
+    Handle mapping_;
+};
+
+}  // namespace
+
+fs::path nativePath(std::wstring_view inner) {
+    return fs::path(inner);
+}
+
+std::wstring innerPath(const fs::path& native) {
+    return innerFromTyped(native.native());
+}
+
+bool readFile(const fs::path& native, std::string& content, Error& error) {
+    content.clear();
+    const Handle file = openForReading(native, error);
+    if (!file) return false;
+    constexpr DWORD kPiece = DWORD{1} << 20;
+    for (std::size_t at = 0;;) {
+        content.resize(at + kPiece);
+        DWORD count = 0;
+        if (!ReadFile(file.value(), content.data() + at, kPiece, &count, nullptr) &&
+            GetLastError() != ERROR_BROKEN_PIPE) {
+            content.clear();
+            return fail(error, native, lastError());
+        }
+        at += count;
+        content.resize(at);
+        if (count == 0) return true;
+    }
+}
+
+std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& error) {
+    Handle file = openForReading(native, error);
+    if (!file) return nullptr;
+    LARGE_INTEGER size;
+    if (GetFileType(file.value()) != FILE_TYPE_DISK || !GetFileSizeEx(file.value(), &size)) {
+        fail(error, native, "is no ordinary file");
+        return nullptr;
+    }
+    if (size.QuadPart == 0) return std::make_unique<WindowsMappedFile>(std::move(file), Handle(), std::string_view());
+    if (static_cast<unsigned long long>(size.QuadPart) > std::numeric_limits<std::size_t>::max()) {
+        fail(error, native, systemError(ERROR_NOT_ENOUGH_MEMORY));
+        return nullptr;
+    }
+    Handle mapping(CreateFileMappingW(file.value(), nullptr, PAGE_READONLY, 0, 0, nullptr));
+    const void* address = mapping ? MapViewOfFile(mapping.value(), FILE_MAP_READ, 0, 0, 0) : nullptr;
+    if (!address) {
+        fail(error, native, lastError());
+        return nullptr;
+    }
+    const std::string_view bytes(static_cast<const char*>(address), static_cast<std::size_t>(size.QuadPart));
+    return std::make_unique<WindowsMappedFile>(std::move(file), std::move(mapping), bytes);
+}
+
+fs::path programFolder() {
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (length < path.size()) {
+            path.resize(length);
+            return fs::path(path).parent_path();
+        }
+        path.resize(path.size() * 2);
+    }
+}
+
+}  // namespace qrs::platform

@@ -1,0 +1,82 @@
+// Arguments, environment and standard streams on Windows.
+#include "host/platform/process.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <algorithm>
+
+#include "host/platform/codepage.h"
+#include "host/platform/laststream.h"
+#include "host/platform/win32/handle.h"
+
+namespace qrs::platform {
+
+namespace {
+
+constexpr DWORD kStreams[] = {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
+
+bool isConsole(HANDLE stream) {
+    DWORD mode = 0;
+    return GetConsoleMode(stream, &mode) != 0;
+}
+
+// A console takes wide text, which needs no code page; everything else takes the bytes.
+bool writeAll(DWORD number, std::string_view bytes) {
+    const HANDLE stream = GetStdHandle(number);
+    DWORD count = 0;
+    if (isConsole(stream)) {
+        const std::wstring text = fromUtf8(bytes);
+        for (std::size_t at = 0; at < text.size(); at += count) {
+            const auto left = static_cast<DWORD>(std::min<std::size_t>(text.size() - at, 8192));
+            if (!WriteConsoleW(stream, text.data() + at, left, &count, nullptr) || count == 0) return false;
+        }
+        return true;
+    }
+    for (; !bytes.empty(); bytes.remove_prefix(count)) {
+        const auto left = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), std::size_t{1} << 20));
+        if (!WriteFile(stream, bytes.data(), left, &count, nullptr) || count == 0) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+std::vector<std::string> utf8Arguments(int count, char** arguments) {
+    std::vector<std::string> texts;
+    int wideCount = 0;
+    // The system's own line: main's arguments have been through the ANSI code page.
+    if (LPWSTR* wide = CommandLineToArgvW(GetCommandLineW(), &wideCount)) {
+        for (int i = 0; i < wideCount; ++i)
+            texts.push_back(toUtf8(wide[i]));
+        LocalFree(wide);
+        return texts;
+    }
+    for (int i = 0; i < count; ++i)
+        texts.push_back(toUtf8(decode(ansiCodePage(), arguments[i])));
+    return texts;
+}
+
+bool isTerminal(int descriptor) {
+    return descriptor >= 0 && descriptor <= 2 && isConsole(GetStdHandle(kStreams[descriptor]));
+}
+
+std::optional<std::wstring> environment(const char* name) {
+    const wchar_t* value = _wgetenv(fromUtf8(name).c_str());
+    return value ? std::optional<std::wstring>(value) : std::nullopt;
+}
+
+bool writeStandardOutput(std::string_view bytes) {
+    return writeAll(STD_OUTPUT_HANDLE, bytes);
+}
+
+bool writeStandardError(std::string_view bytes) {
+    return writeAll(STD_ERROR_HANDLE, bytes);
+}
+
+void writeLastLine(std::string_view bytes) {
+    writeStandardError(bytes);
+}
+
+}  // namespace qrs::platform
