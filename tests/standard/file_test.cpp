@@ -1,0 +1,270 @@
+// The standard file: exact output, round trips, value forms, encodings, irregular and damaged files.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "host/platform/codepage.h"
+#include "host/platform/files.h"
+#include "standard/standard.h"
+#include "standard/text.h"
+#include "standard/values.h"
+
+using namespace qrs::standard;
+namespace platform = qrs::platform;
+
+namespace {
+
+std::string fileBytes(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream out;
+    out << in.rdbuf();
+    return out.str();
+}
+
+std::string format(const Standard& standard) {
+    std::string bytes;
+    platform::Error error;
+    EXPECT_TRUE(formatStandard(standard, bytes, error)) << error.message;
+    return bytes;
+}
+
+Standard parse(std::string_view bytes) {
+    Standard standard;
+    platform::Error error;
+    EXPECT_TRUE(parseStandard(bytes, "test.qdsl", standard, error)) << error.message;
+    return standard;
+}
+
+std::string refusal(std::string_view bytes) {
+    Standard standard;
+    platform::Error error;
+    EXPECT_FALSE(parseStandard(bytes, "test.qdsl", standard, error));
+    return error.message;
+}
+
+// A root around sections.
+std::string file(const std::string& sections) {
+    return "<Morvel>" + sections + "</Morvel>";
+}
+
+TEST(StandardFile, ShippedStandardComesBackByteForByte) {
+    const std::string shipped = fileBytes(std::filesystem::path(QRS_SOURCE_DIR) / "data" / "pwx.qdsl");
+    EXPECT_TRUE(builtinStandard() == shipped);
+    const Standard standard = parse(shipped);
+    EXPECT_TRUE(format(standard) == shipped);
+    EXPECT_EQ(standard.textStyles.size(), 10u);
+    ASSERT_EQ(standard.otherLayers.size(), 3u);
+    EXPECT_EQ(standard.otherLayers[2]->GetLayerNum(), 46);
+    for (const auto& group : standard.groups) {
+        std::set<CString> types;
+        group->GetLayerTypes(types);
+        for (const wchar_t* type :
+             {L"管线", L"立管", L"阀门", L"文字", L"标注", L"设备", L"电动阀", L"喷头", L"消火栓", L"井"}) {
+            EXPECT_EQ(types.count(type), 1u);
+        }
+        for (int i = 0; i < group->GetSystemNum(); ++i) {
+            EXPECT_FALSE(group->FindPipeSystem(i)->Dim.IsEmpty());
+            EXPECT_TRUE(group->CanRenameLayerName(group->FindPipeSystem(i)->PipeName,
+                                                  group->FindPipeSystem(i)->FindLayerNode(0)->LayerName));
+        }
+    }
+}
+
+TEST(StandardFile, WritesEveryElementInOrder) {
+    Standard standard;
+    auto pipe = std::make_unique<PipeNode>();
+    pipe->PipeOriginalName = L"给水";
+    pipe->PipeName = L"J & <1>";
+    pipe->LineWidth = 0.375;
+    pipe->VPipeType = -2;
+    pipe->CanName = true;
+    auto layer = std::make_unique<LayerNode>();
+    layer->LayerType = L"标注";
+    layer->LayerName = L"a\"b";
+    layer->LayerColor.setRGB(255, 0, 7);
+    layer->LayerAttachSet = {L"甲", L""};
+    pipe->AddLayerNode(layer.release());
+    pipe->SetLayerTypeMapping(L"井文字", L"标注");
+    pipe->SetLayerTypeMapping(L"同", L"同");
+    auto group = std::make_unique<PipeGroupNode>(L"组", true);
+    group->AddPipeSystem(pipe.release());
+    standard.groups.push_back(std::move(group));
+    auto others = std::make_unique<OtherLayerNode>(L"建筑");
+    auto wall = std::make_unique<LayerNode>();
+    wall->LayerType = L"墙";
+    wall->LineWeight = 36;
+    wall->CanPlot = false;
+    others->AddLayerNode(wall.release());
+    others->AddMapping(L"柱", L"墙", true);
+    others->AddMapping(L"梁", L"墙", false);
+    standard.otherLayers.push_back(std::move(others));
+    standard.nameRules.push_back({L"管线", L"W-", L"-P"});
+    standard.createRules.push_back({L"组", {L"管线", L"立管"}});
+    TextStyleNode style;
+    style.Key = L"管径标注";
+    style.WinFont = 2;
+    style.FontHeigth = 3.0;
+    standard.textStyles.push_back(style);
+    standard.objectColors.push_back({L"管线", AcCmColor()});
+    const std::string written = format(standard);
+    EXPECT_EQ(written, fileBytes(std::filesystem::path(QRS_SOURCE_DIR) / "tests/standard/small.qdsl"));
+    EXPECT_EQ(format(parse(written)), written);
+}
+
+TEST(StandardFile, ValueForms) {
+    for (const auto& [text, back] : std::vector<std::pair<const wchar_t*, const wchar_t*>>{{L"7", L"7"},
+                                                                                           {L"256", L"256"},
+                                                                                           {L"0", L"0"},
+                                                                                           {L"255,0,0", L"255,0,0"},
+                                                                                           {L"1,2", L"1,2,0"},
+                                                                                           {L"1,2,3,4", L"1,2,3"},
+                                                                                           {L"007", L"7"},
+                                                                                           {L"", L"0"}}) {
+        EXPECT_EQ(formatColor(parseColor(text)), back) << toUtf8(text);
+    }
+    EXPECT_TRUE(parseColor(L"256").isByLayer());
+    for (const wchar_t* text : {L"ByLayer", L"ByBlock", L"257", L"99999999999999999999", L"-1", L"7 "}) {
+        EXPECT_TRUE(parseColor(text) == AcCmColor()) << toUtf8(text);
+    }
+    AcCmColor foreground;
+    foreground.setColorMethod(AcCmColor::kForeground);
+    EXPECT_EQ(formatColor(foreground), L"");
+
+    for (const Adesk::Int32 code : {-3, -2, -1, 0,  5,  9,  13,  15,  18,  20,  25,  30,  35, 40,
+                                    50, 53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211}) {
+        const CString text = formatLineWeight(code);
+        EXPECT_EQ(parseLineWeight(text), code);
+        if (code >= 0) {
+            EXPECT_EQ(text, formatReal(code / 100.0));
+        }
+    }
+    EXPECT_EQ(formatLineWeight(-2), L"随块");
+    EXPECT_EQ(formatLineWeight(parseLineWeight(L"0.36")), L"默认");
+    EXPECT_EQ(parseLineWeight(L"0.350"), -3);
+
+    EXPECT_EQ(formatReal(0.375), L"0.38");
+    EXPECT_EQ(formatReal(-1e300).GetLength(), 305);
+    EXPECT_EQ(parseReal(L" +1.5e1mm"), 15.0);
+    EXPECT_EQ(parseReal(L"-.5e"), -0.5);
+    EXPECT_EQ(parseReal(L"x1"), 0.0);
+    EXPECT_EQ(parseReal(L"1e999"), 0.0);
+    EXPECT_EQ(parseInteger(L" -12.9"), -12);
+    EXPECT_EQ(parseInteger(L"99999999999"), 2147483647);
+    EXPECT_EQ(parseInteger(L"是"), 0);
+}
+
+TEST(StandardFile, ReadsTheEncodingsPeopleSaveIn) {
+    const std::wstring body = L"<Morvel><PipeSystem><PipeGroup Name=\"给水系统\" CanName=\"5\"/></PipeSystem></Morvel>";
+    const auto expectRead = [](const std::string& bytes) {
+        const Standard standard = parse(bytes);
+        ASSERT_EQ(standard.groups.size(), 1u);
+        EXPECT_EQ(standard.groups[0]->GroupName(), L"给水系统");
+        EXPECT_TRUE(standard.groups[0]->CanRename());
+    };
+    expectRead(platform::toUtf8(body));
+    expectRead("\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"utf-8\"?>" + platform::toUtf8(body));
+    std::string gbk;
+    ASSERT_TRUE(platform::encode(936, body, gbk));
+    expectRead("<?xml version='1.0' encoding='GBK'?>" + gbk);
+    expectRead("<?xml version=\"1.0\" encoding = \"gb2312\"?>\r\n" + gbk);
+    for (const bool bigEndian : {false, true}) {
+        std::string utf16;
+        for (const wchar_t c : body) {
+            const char low = static_cast<char>(c & 0xFF);
+            const char high = static_cast<char>(c >> 8 & 0xFF);
+            utf16 += bigEndian ? std::string{high, low} : std::string{low, high};
+        }
+        expectRead((bigEndian ? "\xFE\xFF" : "\xFF\xFE") + utf16);
+        expectRead(utf16);
+        EXPECT_NE(refusal((bigEndian ? "\xFE\xFF" : "\xFF\xFE") + utf16 + "x"), "");
+    }
+    EXPECT_NE(refusal("<Morvel>\n" + gbk.substr(8)).find("第 2 行"), std::string::npos);
+}
+
+TEST(StandardFile, ReadsIrregularFiles) {
+    const Standard standard = parse(file(
+        "<OtherLayer><LayerGroup LayerType='其他'><lAYER><CanPlot>1</CanPlot><LayerKey>k</LayerKey>"
+        "<x><LayerName>deep</LayerName></x><LayerName>late</LayerName></lAYER><Layer/>"
+        "<anything><MapItem><SrcItem>a</SrcItem><DesItem>k</DesItem></MapItem></anything></LayerGroup></OtherLayer>"
+        "<OtherLayer><LayerGroup LayerType='second'/></OtherLayer>"
+        "<PipeSystem><Other/><PipeGroup><Pipe><Layer LayerType='标注'><LayerName>d<!-- -->im</LayerName></Layer>"
+        "<SysMap><MapItem><SrcItem>管线文字</SrcItem><DesItem>标注</DesItem></MapItem></SysMap>"
+        "<BaseInfo><CanDel>2</CanDel><VPipeRaidus1> </VPipeRaidus1><VPipeRaidus2></VPipeRaidus2>"
+        "<PipeName> J </PipeName></BaseInfo><layer LayerType='no'/></Pipe></PipeGroup></PipeSystem>"
+        "<TextStyleSetting><TextStyleSet><TextStyle Key='k'/></TextStyleSet></TextStyleSetting>"));
+    ASSERT_EQ(standard.otherLayers.size(), 1u);
+    const OtherLayerNode& others = *standard.otherLayers[0];
+    ASSERT_EQ(others.GetLayerNum(), 2);
+    EXPECT_EQ(others.FindLayerNode(L"a"), others.FindLayerNode(0));
+    EXPECT_EQ(others.FindLayerNode(0)->LayerName, L"deep");  // the first in document order, however deep
+    EXPECT_TRUE(others.FindLayerNode(0)->CanPlot);
+    EXPECT_FALSE(others.FindLayerNode(1)->CanPlot);
+    EXPECT_EQ(formatColor(others.FindLayerNode(1)->LayerColor), L"0");
+    const PipeNode& pipe = *standard.groups.at(0)->FindPipeSystem(L" J ");
+    EXPECT_TRUE(pipe.CanDel);
+    EXPECT_FALSE(pipe.CanName);
+    EXPECT_EQ(pipe.VPipeRaidus1, 0.0);  // white space is text, and no number
+    EXPECT_EQ(pipe.VPipeRaidus2, 0.25);
+    ASSERT_EQ(pipe.GetLayerNum(), 1);
+    EXPECT_EQ(pipe.FindLayerNode(L"管线文字")->LayerName, L"dim");
+    EXPECT_EQ(pipe.FindLayerNode(0)->SystemName, L" J ");
+    EXPECT_EQ(standard.textStyles.at(0).Encoded, L"CHINESE_GB2312");
+    EXPECT_TRUE(standard.nameRules.empty() && standard.createRules.empty() && standard.objectColors.empty());
+}
+
+TEST(StandardFile, RefusesWhatIsNoStandard) {
+    for (const auto& [bytes, line] :
+         std::vector<std::pair<std::string, std::string>>{{"", "1"},
+                                                          {"plain text", "1"},
+                                                          {"<Morvel>\n<PipeSystem>\n", "2"},
+                                                          {"<Morvel>\n\n</Other>", "3"},
+                                                          {"<Morvel/>\n<Morvel/>", "2"},
+                                                          {std::string("<Morvel>\n\0</Morvel>", 19), "2"},
+                                                          {"<Morvel>\n\xFF</Morvel>", "2"}}) {
+        const std::string message = refusal(bytes);
+        EXPECT_NE(message.find("test.qdsl：第 " + line + " 行"), std::string::npos) << message;
+        EXPECT_EQ(message.find('\n'), std::string::npos);
+    }
+    EXPECT_NE(refusal("<html/>").find("html"), std::string::npos);
+
+    const std::string shipped(builtinStandard());
+    for (std::size_t length = 0; length < shipped.size() - 10; length += 9973)
+        refusal(shipped.substr(0, length));
+    std::string deep;
+    for (int i = 0; i < 300000; ++i)
+        deep += "<a>";
+    EXPECT_NE(refusal(deep), "");
+    for (int i = 0; i < 300000; ++i)
+        deep += "</a>";
+    EXPECT_TRUE(parse(file(deep)).groups.empty());
+}
+
+TEST(StandardFile, WritesTheWholeFileOrNothing) {
+    const auto folder = std::filesystem::temp_directory_path() / "qrs_standard_file_test";
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directory(folder);
+    const std::wstring path = platform::innerPath(folder / "a.qdsl");
+    Standard standard = parse(builtinStandard());
+    standard.nameRules.push_back({L"\r\n\t", L" ", makeText(platform::fromUtf8("\xF0\xA0\x80\x80 ]]>"))});
+    platform::Error error;
+    ASSERT_TRUE(writeStandard(standard, path, error)) << error.message;
+    const std::string first = fileBytes(folder / "a.qdsl");
+    Standard back;
+    ASSERT_TRUE(readStandard(path, back, error)) << error.message;
+    EXPECT_TRUE(format(back) == first);
+    EXPECT_EQ(back.nameRules.back().LayerType, L"\r\n\t");
+    EXPECT_EQ(back.nameRules.back().LayerPrefix, L" ");
+    ASSERT_TRUE(writeStandard(back, path, error));
+    EXPECT_TRUE(fileBytes(folder / "a.qdsl") == first);
+
+    back.nameRules.back().LayerPrefix = L"\x1";
+    EXPECT_FALSE(writeStandard(back, path, error));
+    EXPECT_NE(error.message.find("LayerPrefix"), std::string::npos);
+    EXPECT_TRUE(fileBytes(folder / "a.qdsl") == first);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
+    std::filesystem::remove_all(folder);
+}
+
+}  // namespace
