@@ -29,7 +29,6 @@ class TPipeAppDocGlobals::ManagerReactor : public AcApDocManagerReactor {
   public:
     explicit ManagerReactor(TPipeAppDocGlobals& globals) : globals_(globals) {}
     void documentCreated(AcApDocument* document) override { globals_.create(document); }
-    void documentCreateCanceled(AcApDocument* document) override { globals_.release(document); }
 
   private:
     TPipeAppDocGlobals& globals_;

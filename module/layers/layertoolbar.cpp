@@ -64,6 +64,7 @@ int CLayerToolBar::TimesMade() {
 
 void CLayerToolBar::UnFrozenAllLayer() {
     const AcAxDocLock lock;
+    if (lock.lockStatus() != Acad::eOk) return;
     AcDbObjectIdArray layers;
     PwxTool::GetAllLayerIds(workingDatabase(), layers);
     freezeLayers(layers, false);
@@ -72,6 +73,7 @@ void CLayerToolBar::UnFrozenAllLayer() {
 
 void CLayerToolBar::UnLockSelLayer() {
     const AcAxDocLock lock;
+    if (lock.lockStatus() != Acad::eOk) return;
     TPickEntSet picked;
     const int answer = SelectEntities(L"\n请选择要解锁层上的图元(ESC退出,空格解开全部层) <全部>:", picked);
     if (answer == RTNORM) {

@@ -72,8 +72,8 @@ AcDbObjectIdArray showHiddenObjects(AcDbDatabase* database) {
 
 void CLayerToolBar::SetAllPipeLayOpen() {
     const AcAxDocLock lock;
+    if (lock.lockStatus() != Acad::eOk) return;
     AcDbDatabase* database = workingDatabase();
-    if (!database) return;
     turnAllLayersOn(database);
     showAllSystems(database);
     UpdateGraphic(showHiddenObjects(database));
