@@ -4,6 +4,7 @@
 //     if (commands) commands->addCommand(L"MY_GROUP", L"MYCMD", L"MYCMD", ACRX_CMD_MODAL, &myCommand);
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include "acadstrc.h"
@@ -15,13 +16,12 @@ typedef HINSTANCE__* HINSTANCE;
 
 class AcEdUIContext;
 
-// Command flags.
+// Command flags: run alone, or inside another command's prompts ("'NAME"); may use the pick-first set; redraws it
+// afterwards; not in model space; not in a layout; runs without a drawing and without locking it.
 #define ACRX_CMD_MODAL 0x00000000
 #define ACRX_CMD_TRANSPARENT 0x00000001
 #define ACRX_CMD_USEPICKSET 0x00000002
 #define ACRX_CMD_REDRAW 0x00000004
-#define ACRX_CMD_NOPERSPECTIVE 0x00000008
-#define ACRX_CMD_NOMULTIPLE 0x00000010
 #define ACRX_CMD_NOTILEMODE 0x00000020
 #define ACRX_CMD_NOPAPERSPACE 0x00000040
 #define ACRX_CMD_SESSION 0x00200000
@@ -95,8 +95,8 @@ class QRS_HOST_PORT AcEdCommandStack : public AcRxObject {
     // The caller deletes it. It sees the commands of the moment it was made.
     AcEdCommandIterator* iterator() const;
 
-    // Removes what a plug-in left behind.
-    void removeCommandsOf(const void* application);
+    // Removes what a plug-in left behind; the number of commands removed.
+    std::size_t removeCommandsOf(const void* application);
 
   private:
     struct Groups;

@@ -33,12 +33,12 @@ class QRS_HOST_PORT AcApDocument : public AcRxObject {
     // The file's name without its folder.
     const ACHAR* docTitle() const;
     AcDbDatabase* database() const;
-    // The strongest lock held; without the own ones only what the running command holds.
+    // The strongest lock held, kNotLocked without any. There is one context of execution, so every lock is an own one
+    // and lockMode(false) never finds another's.
     AcAp::DocLockMode lockMode(bool includeMyLocks = false) const;
     AcAp::DocLockMode myLockMode() const;
     // True when no command runs in it.
     bool isQuiescent() const;
-    bool isReadOnly() const;
     // True when the drawing came from, or was saved to, a file.
     bool isNamedDrawing() const;
 
@@ -70,7 +70,6 @@ class QRS_HOST_PORT AcApDocManagerReactor : public AcRxObject {
 
     virtual void documentCreateStarted(AcApDocument* document);
     virtual void documentCreated(AcApDocument* document);
-    virtual void documentCreateCanceled(AcApDocument* document);
     virtual void documentToBeDestroyed(AcApDocument* document);
     virtual void documentDestroyed(const ACHAR* fileName);
     // The command's name comes with the lock and, behind a '#', with the unlock; empty for locks taken by hand.
@@ -122,7 +121,7 @@ class QRS_HOST_PORT AcApDocManager : public AcRxObject {
     Acad::ErrorStatus closeDocument(AcApDocument* document);
     // Opens a drawing by its path in the inner form.
     Acad::ErrorStatus appContextOpenDocument(const ACHAR* fileName);
-    Acad::ErrorStatus appContextNewDocument(const ACHAR* templateName);
+    Acad::ErrorStatus appContextNewDocument();
 
     // Locks nest: each needs its unlocking. eLockViolation when there is nothing to unlock.
     Acad::ErrorStatus lockDocument(AcApDocument* document, AcAp::DocLockMode mode = AcAp::kWrite,

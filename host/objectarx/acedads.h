@@ -40,8 +40,6 @@ QRS_HOST_PORT int acedGetPoint(const ads_point base, const ACHAR* prompt, ads_po
 // Prints. acutPrintf formats.
 QRS_HOST_PORT int acedPrompt(const ACHAR* text);
 QRS_HOST_PORT int acedAlert(const ACHAR* text);
-// 1 when the user has cancelled and no prompt has told so yet.
-QRS_HOST_PORT int acedUsrBrk();
 
 // A set of entities. mode: null (the user selects), "X" (the whole drawing), "A" (what could be selected now), "I" (the
 // pick-first set), "P" (the previous set), "L" (the newest entity); ":$" with pt1 pointing to two texts gives the
