@@ -47,7 +47,10 @@ bool FileStore::refresh(Error& error) {
     if (!version) return false;
     version_.reset();
     std::string reason;
-    if (!text_.parse(content, reason)) return fail(error, path_, reason);
+    if (!text_.parse(content, reason)) {
+        error.message = shownPath(path_) + ':' + reason;
+        return false;
+    }
     version_ = std::move(version);
     return true;
 }

@@ -124,7 +124,7 @@ bool SettingsText::parse(std::string_view bytes, std::string& reason) {
         lines_.emplace_back(bytes.substr(at, end - at));
         at = end;
         if (const char* fault = parseLine(lines_.size() - 1)) {
-            reason = "line " + std::to_string(lines_.size()) + ": " + fault;
+            reason = std::to_string(lines_.size()) + ": " + fault;
             *this = SettingsText();
             return false;
         }

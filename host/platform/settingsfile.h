@@ -30,7 +30,7 @@ std::wstring normalKey(std::wstring_view key);
 // The lines of the file with an index of the values. Lines that are no values of ours keep their place and spelling.
 class SettingsText {
   public:
-    // False, with "line N: reason", when some line cannot be understood; nothing is then held.
+    // False, with "line number: reason", when some line cannot be understood; nothing is then held.
     bool parse(std::string_view bytes, std::string& reason);
 
     // The value, or null. Of several of one name the first counts.

@@ -1,0 +1,84 @@
+// Names in the inner form, and finding files by them.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "host/platform/files.h"
+#include "host/platform/wildcard.h"
+#include "scratch.h"
+
+using namespace qrs::platform;
+namespace fs = std::filesystem;
+
+TEST(Paths, RoundTripKeepsEveryByte) {
+    for (const std::string native : {"/srv/std/pwx.qdsl", "relative/name", "/", "", "/srv/\xE7\xBB\x99\xE6\xB0\xB4.dxf",
+                                     "/srv/\xB8\xF8\xCB\xAE.dxf", "/odd\\name/x", "/cut\xE7\xBB",
+                                     "/sur\xED\xB2\x80/\xF0\x9F\x98\x80", "/mixed\xFF\\\xE7\xBB\x99"}) {
+        EXPECT_EQ(nativePath(innerPath(native)).native(), native);
+    }
+    EXPECT_EQ(innerPath("/srv/std/pwx.qdsl"), L"\\srv\\std\\pwx.qdsl");
+    EXPECT_EQ(innerFromTyped(L"/srv\\a/b"), L"\\srv\\a\\b");
+    EXPECT_EQ(joinPath(L"\\srv\\", L"\\x.dbf"), L"\\srv\\x.dbf");
+    EXPECT_EQ(joinPath(L"\\srv", L"x.dbf"), L"\\srv\\x.dbf");
+    EXPECT_EQ(joinPath(L"\\", L"x.dbf"), L"\\x.dbf");
+    EXPECT_EQ(joinPath(L"", L"x.dbf"), L"x.dbf");
+}
+
+TEST(Paths, NamesAreFoundWithoutRegardToCase) {
+    const Scratch scratch;
+    const std::wstring inner = innerPath(scratch.folder());
+    fs::create_directories(scratch / "Std/\xC3\xA9tude");
+    scratch.put("Std/pwx.qdsl", "");
+    scratch.put("Std/\xC3\xA9tude/Pipe.DBF", "");
+    EXPECT_EQ(nativePath(inner + L"\\STD\\PWX.QDSL"), scratch / "Std/pwx.qdsl");
+    EXPECT_EQ(nativePath(inner + L"\\std\\\u00C9TUDE\\pipe.dbf"), scratch / "Std/\xC3\xA9tude/Pipe.DBF");
+    EXPECT_EQ(nativePath(inner + L"\\std\\..\\STD\\pwx.qdsl").lexically_normal(), scratch / "Std/pwx.qdsl");
+    // What does not exist stays as written, behind what does.
+    EXPECT_EQ(nativePath(inner + L"\\std\\New Folder\\New.dxf"), scratch / "Std/New Folder/New.dxf");
+    EXPECT_TRUE(fileExists(inner + L"\\sTd\\pWx.QdSl"));
+    EXPECT_FALSE(fileExists(inner + L"\\sTd"));
+    EXPECT_TRUE(folderExists(inner + L"\\sTd"));
+
+    // The exact name wins, else the first in order.
+    scratch.put("Std/PWX.qdsl", "");
+    scratch.put("Std/Pwx.qdsl", "");
+    EXPECT_EQ(nativePath(inner + L"\\Std\\pwx.qdsl"), scratch / "Std/pwx.qdsl");
+    EXPECT_EQ(nativePath(inner + L"\\Std\\pwx.QDSL"), scratch / "Std/PWX.qdsl");
+}
+
+TEST(Paths, FoldersAreListedByPattern) {
+    const Scratch scratch;
+    for (const char* name : {"a.dbf", "B.DBF", "ab.dbf", "c.txt", "noextension"})
+        scratch.put(name, "");
+    fs::create_directory(scratch / "folder.dbf");
+    const auto list = [&](const wchar_t* pattern) {
+        std::vector<std::wstring> names = listFiles(innerPath(scratch.folder()), pattern);
+        std::sort(names.begin(), names.end());
+        return names;
+    };
+    using List = std::vector<std::wstring>;
+    EXPECT_EQ(list(L"*.dbf"), (List{L"B.DBF", L"a.dbf", L"ab.dbf"}));
+    EXPECT_EQ(list(L"?.DBF"), (List{L"B.DBF", L"a.dbf"}));
+    EXPECT_EQ(list(L"*.*").size(), 5u);
+    EXPECT_TRUE(listFiles(L"\\no\\such\\folder", L"*").empty());
+    EXPECT_TRUE(matchesWildcard(L"aXbXc", L"a*x?"));
+    EXPECT_TRUE(matchesWildcard(L"aab", L"*ab"));
+    EXPECT_FALSE(matchesWildcard(L"ab", L"a?b"));
+    EXPECT_FALSE(matchesWildcard(L"", L"?"));
+    EXPECT_TRUE(matchesWildcard(L"\U0001F600", L"?"));
+}
+
+TEST(Paths, ReadingTellsWhyNot) {
+    const Scratch scratch;
+    std::string content;
+    Error error;
+    scratch.put("zeros", std::string("a\0b\r\n", 5) + std::string(100'000, 'z'));
+    ASSERT_TRUE(readFile(scratch / "zeros", content, error)) << error.message;
+    EXPECT_TRUE(content == scratch.get("zeros"));
+    EXPECT_TRUE(readFile("/proc/self/status", content, error));
+    EXPECT_NE(content.find("VmPeak"), std::string::npos) << "a file that tells no size";
+    EXPECT_FALSE(readFile(scratch.folder(), content, error));
+    EXPECT_EQ(error.message, scratch.folder().string() + ": is a folder");
+    EXPECT_FALSE(readFile(scratch / "none", content, error));
+    EXPECT_EQ(error.message, (scratch / "none").string() + ": No such file or directory");
+}

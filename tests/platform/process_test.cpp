@@ -1,0 +1,127 @@
+// Libraries, windows, streams and the time limit.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <thread>
+
+#include "afxdllx.h"
+#include "host/platform/callrecord.h"
+#include "host/platform/files.h"
+#include "host/platform/library.h"
+#include "host/platform/process.h"
+#include "host/platform/watch.h"
+#include "scratch.h"
+
+using namespace qrs::platform;
+
+TEST(Libraries, EntryIsCalledAtEachLoadAndUnload) {
+    const std::vector<std::string> attach = {"AfxInitExtensionModule()", "CDynLinkLibrary::CDynLinkLibrary()"};
+    for (int round = 0; round < 3; ++round) {
+        Error error;
+        CallRecorder recorder;
+        auto library = Library::load(ENTRY_ACCEPTING, error);
+        ASSERT_TRUE(library) << error.message;
+        EXPECT_EQ(recorder.calls(), attach);
+        EXPECT_EQ(AfxDynLinkLibraryCount(), 1);
+        using Module = HMODULE (*)();
+        const auto module = reinterpret_cast<Module>(library->symbol("entryModule"));
+        ASSERT_TRUE(module);
+        EXPECT_TRUE(module());
+        EXPECT_FALSE(library->symbol("DllMain")) << "hidden";
+        recorder.clear();
+        library.reset();
+        EXPECT_EQ(recorder.calls(), std::vector<std::string>{"AfxTermExtensionModule()"});
+        EXPECT_EQ(AfxDynLinkLibraryCount(), 0);
+    }
+}
+
+TEST(Libraries, FailedLoadsSayWhy) {
+    const Scratch scratch;
+    scratch.put("text.so", "no library");
+    Error error;
+    EXPECT_FALSE(Library::load(ENTRY_REFUSING, error));
+    EXPECT_EQ(error.message, std::string(ENTRY_REFUSING) + ": its entry refused to start");
+    EXPECT_EQ(AfxDynLinkLibraryCount(), 0);
+    EXPECT_TRUE(Library::load(ENTRY_ACCEPTING, error)) << "the next one is not held to it";
+    EXPECT_FALSE(Library::load(scratch / "text.so", error));
+    EXPECT_EQ(error.message.find((scratch / "text.so").string() + ": "), 0u);
+    EXPECT_EQ(error.message.find("text.so", scratch.folder().string().size() + 8), std::string::npos) << error.message;
+    EXPECT_FALSE(Library::load(scratch / "none.so", error));
+    EXPECT_NE(error.message.find(": No such file"), std::string::npos);
+}
+
+TEST(Windows, LiveUntilDestroyed) {
+    struct Panel : CWnd {
+        int* ends;
+        explicit Panel(int* count) : ends(count) {}
+        void PostNcDestroy() override { ++*ends; }
+    };
+    const RECT place{};
+    int ends = 0;
+    Panel panel(&ends);
+    CWnd child;
+    EXPECT_FALSE(panel.DestroyWindow());
+    ASSERT_TRUE(panel.Create(nullptr, L"图层", 0, place, nullptr, 0));
+    EXPECT_FALSE(panel.Create(nullptr, L"again", 0, place, nullptr, 0));
+    ASSERT_TRUE(child.Create(nullptr, L"", 0, place, &panel, 1));
+    CString title;
+    panel.GetWindowText(title);
+    EXPECT_EQ(title, L"图层");
+    const HWND handle = panel.m_hWnd;
+    EXPECT_TRUE(::IsWindow(handle));
+    EXPECT_TRUE(panel.DestroyWindow());
+    EXPECT_FALSE(::IsWindow(handle));
+    EXPECT_FALSE(::IsWindow(child.m_hWnd)) << "it goes with its parent";
+    EXPECT_EQ(ends, 1);
+    EXPECT_EQ(panel.m_hWnd, nullptr);
+    auto* frame = new CFrameWnd;
+    ASSERT_TRUE(frame->Create(nullptr, L"", 0, place, nullptr, 0));
+    EXPECT_TRUE(frame->DestroyWindow());  // deletes the object; a leak checker would tell
+}
+
+TEST(Streams, ClosedPipeIsAFailureAndNoEnd) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const int before = dup(STDOUT_FILENO);
+    dup2(ends[1], STDOUT_FILENO);
+    std::string received(1'000'000, '\0');
+    std::thread reader([&] {
+        for (std::size_t at = 0; at < received.size();) {
+            at += static_cast<std::size_t>(read(ends[0], received.data() + at, received.size() - at));
+        }
+    });
+    const bool whole = writeStandardOutput(std::string(1'000'000, 'x'));
+    reader.join();
+    close(ends[0]);
+    const bool broken = writeStandardOutput("x");
+    dup2(before, STDOUT_FILENO);
+    close(before);
+    close(ends[1]);
+    EXPECT_TRUE(whole);
+    EXPECT_EQ(received, std::string(1'000'000, 'x'));
+    EXPECT_FALSE(broken);
+}
+
+TEST(DeadlineDeathTest, EndsTheProgramAndLeavesNoTemporaryFile) {
+    const Scratch scratch;
+    scratch.put("plan.dxf", "old");
+    EXPECT_EXIT(
+        {
+            Error error;
+            AtomicFile file;
+            file.begin(scratch / "plan.dxf", error);
+            file.write(std::string(1'000'000, 'x'));
+            const Deadline deadline(0.05, "no answer within 0.05 seconds", 7);
+            for (;;)
+                pause();
+        },
+        testing::ExitedWithCode(7), "^no answer within 0.05 seconds\n$");
+    EXPECT_EQ(scratch.names(), std::set<std::string>{"plan.dxf"});
+    EXPECT_EQ(scratch.get("plan.dxf"), "old");
+
+    // Cancelled in time it does nothing, and its end does not wait for the limit.
+    const auto start = std::chrono::steady_clock::now();
+    Deadline(3600, "never", 7).cancel();
+    Deadline(1e300, "never", 7);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+}

@@ -1,0 +1,45 @@
+// A folder of a test's own, removed with everything in it.
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <set>
+#include <string>
+
+class Scratch {
+  public:
+    Scratch() {
+        std::random_device source;
+        do {
+            folder_ = std::filesystem::temp_directory_path() / ("qrs-test-" + std::to_string(source()));
+        } while (!std::filesystem::create_directory(folder_));
+    }
+    ~Scratch() {
+        std::error_code ignored;
+        std::filesystem::remove_all(folder_, ignored);
+    }
+    Scratch(const Scratch&) = delete;
+    Scratch& operator=(const Scratch&) = delete;
+
+    const std::filesystem::path& folder() const { return folder_; }
+    std::filesystem::path operator/(const std::string& name) const { return folder_ / name; }
+
+    void put(const std::string& name, const std::string& content) const {
+        std::ofstream(folder_ / name, std::ios::binary) << content;
+    }
+    std::string get(const std::string& name) const {
+        std::ifstream file(folder_ / name, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    }
+    std::set<std::string> names() const {
+        std::set<std::string> all;
+        for (const auto& entry : std::filesystem::directory_iterator(folder_))
+            all.insert(entry.path().filename());
+        return all;
+    }
+
+  private:
+    std::filesystem::path folder_;
+};

@@ -1,0 +1,171 @@
+// Per-user settings in a file.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <limits>
+#include <thread>
+
+#include "host/platform/callrecord.h"
+#include "host/platform/settings.h"
+#include "scratch.h"
+
+using namespace qrs::platform;
+
+namespace {
+
+constexpr const wchar_t* kKey = L"Software\\Morvel\\PWX\\PWXConfig";
+
+class SettingsTest : public testing::Test {
+  protected:
+    void SetUp() override { ASSERT_TRUE(settings.useFile(file, error)) << error.message; }
+    void TearDown() override { settings.useDefault(); }
+
+    const Scratch scratch;
+    const std::filesystem::path file = scratch / "deep/settings.ini";
+    Settings& settings = Settings::user();
+    Error error;
+};
+
+}  // namespace
+
+TEST_F(SettingsTest, ValuesComeBackAsTheirKind) {
+    EXPECT_EQ(settings.text(kKey, L"StandardFile"), std::nullopt);
+    EXPECT_FALSE(std::filesystem::exists(scratch / "deep")) << "reading makes nothing";
+    const std::wstring texts[] = {L"",
+                                  L"C:\\std\\pwx.qdsl",
+                                  L"  two  blanks ",
+                                  L"line\r\nnext\ttab",
+                                  L"\\n",
+                                  L"[a]=b;#c",
+                                  L"给水\U0001F600",
+                                  L"\x01\x7F\\",
+                                  L" ",
+                                  L"i:5",
+                                  std::wstring(1, static_cast<wchar_t>(0xD83D))};
+    int number = 0;
+    for (const std::wstring& text : texts) {
+        const std::wstring name = L"t" + std::to_wstring(number++);
+        ASSERT_TRUE(settings.setText(kKey, name, text, error)) << error.message;
+        EXPECT_EQ(settings.text(kKey, name), text);
+    }
+    // Names are as free as texts.
+    for (const std::wstring name : {L"[x]", L"a=b", L" #edge ", L";", L"", L"名=\\"}) {
+        ASSERT_TRUE(settings.setText(kKey, name, name, error)) << error.message;
+        EXPECT_EQ(settings.text(kKey, name), name);
+    }
+    for (const double real : {2.0, 0.1, -1e300, 1.0 / 3.0, 0.0, std::numeric_limits<double>::denorm_min()}) {
+        ASSERT_TRUE(settings.setReal(kKey, L"LineTypeScale", real, error)) << error.message;
+        EXPECT_EQ(settings.real(kKey, L"LineTypeScale"), real);
+    }
+    for (const std::int32_t integer : {0, -1, INT32_MIN, INT32_MAX}) {
+        ASSERT_TRUE(settings.setInteger(kKey, L"Colour", integer, error));
+        EXPECT_EQ(settings.integer(L"\\SOFTWARE\\morvel\\\\pwx\\PwxConfig\\", L"COLOUR"), integer);
+    }
+    EXPECT_EQ(settings.text(kKey, L"Colour"), std::nullopt);
+    EXPECT_EQ(settings.integer(kKey, L"LineTypeScale"), std::nullopt);
+    ASSERT_TRUE(settings.setText(kKey, L"colour", L"red", error));
+    EXPECT_EQ(settings.integer(kKey, L"Colour"), std::nullopt) << "a value has one kind";
+    EXPECT_FALSE(settings.setText(L"a\nb", L"x", L"", error));
+    EXPECT_FALSE(settings.setText(L"\\", L"x", L"", error));
+}
+
+TEST_F(SettingsTest, ForeignLinesKeepTheirPlace) {
+    ASSERT_TRUE(settings.setInteger(L"B", L"x", 1, error));
+    scratch.put("deep/settings.ini",
+                "# mine\r\n[Other\\Program]\r\n  odd = q:later kind\r\nText=s:\xE7\xBB\x99\r\n; between\r\n"
+                "\r\n[b]\r\n X = i:1\r\nx=i:7\r\n# end");
+    EXPECT_EQ(settings.integer(L"B", L"x"), 1);
+    EXPECT_EQ(settings.text(L"other\\program", L"odd"), std::nullopt);
+    ASSERT_TRUE(settings.setInteger(L"B", L"x", 2, error));
+    ASSERT_TRUE(settings.setInteger(L"Other\\Program", L"New", 3, error));
+    ASSERT_TRUE(settings.setReal(L"C", L"r", 2, error));
+    EXPECT_EQ(scratch.get("deep/settings.ini"),
+              "# mine\r\n[Other\\Program]\r\n  odd = q:later kind\r\nText=s:\xE7\xBB\x99\r\nNew=i:3\r\n; between\r\n"
+              "\r\n[b]\r\n X =i:2\r\nx=i:7\r\n# end\r\n\r\n[C]\r\nr=r:2.0\r\n");
+}
+
+TEST_F(SettingsTest, DamagedFileIsToldAndNeverWrittenOver) {
+    const std::pair<const char*, const char*> damages[] = {
+        {"[a]\nx=i:5\n\nx y z\n", ":4: neither a section"},
+        {"x=i:5\n", ":1: a value before"},
+        {"\xEF\xBB\xBF[a\n", ":1: a section without"},
+        {"[a]\nx=5\n", ":2: a value without"},
+        {"[a]\nx=i:99999999999\n", ":2: no whole number"},
+        {"[a]\nx=i:5z\n", ":2: no whole number"},
+        {"[a]\nx=r:\n", ":2: no number"},
+        {"[a]\nx=s:\\q\n", ":2: an unknown escape"},
+        {"[a]\nx=s:\\u{110000}\n", ":2: an unknown escape"},
+        {"[a]\nx=s:\xB8\xF8\n", ":2: is not UTF-8"},
+        {"[a]\nx=s:a\x01\n", ":2: holds a control character"},
+    };
+    ASSERT_TRUE(settings.setInteger(L"a", L"x", 1, error));
+    for (const auto& [content, message] : damages) {
+        scratch.put("deep/settings.ini", content);
+        EXPECT_FALSE(settings.check(error)) << content;
+        EXPECT_EQ(error.message.find(file.string() + message), 0u) << error.message;
+        EXPECT_EQ(settings.integer(L"a", L"x"), std::nullopt);
+        EXPECT_FALSE(settings.setInteger(L"a", L"x", 2, error));
+        EXPECT_EQ(scratch.get("deep/settings.ini"), content);
+    }
+    scratch.put("other.ini", "damaged");
+    scratch.put("deep/settings.ini", "\xEF\xBB\xBF[a]\nx=i:3");
+    EXPECT_FALSE(settings.useFile(scratch / "other.ini", error));
+    EXPECT_EQ(settings.integer(L"a", L"x"), 3) << "the former store stays in use";
+    chmod(file.c_str(), 0444);
+    EXPECT_FALSE(settings.setInteger(L"a", L"x", 4, error));
+    EXPECT_NE(error.message.find("is read-only"), std::string::npos);
+    EXPECT_EQ(settings.integer(L"a", L"x"), 3);
+}
+
+TEST_F(SettingsTest, ProgramsTogetherLoseNothing) {
+    constexpr int kPrograms = 4;
+    constexpr int kValues = 40;
+    const auto write = [&](int program) {
+        Error failure;
+        for (int value = 0; value < kValues; ++value) {
+            const std::wstring name = L"v" + std::to_wstring(program) + L"_" + std::to_wstring(value);
+            if (!settings.setInteger(kKey, name, value, failure)) return false;
+            if (settings.integer(kKey, name) != value) return false;
+        }
+        return true;
+    };
+    std::vector<pid_t> children;
+    for (int program = 0; program < kPrograms; ++program) {
+        children.push_back(fork());
+        if (children.back() == 0) _exit(write(program) ? 0 : 1);
+    }
+    // Threads of one program go along with them.
+    bool done[2] = {false, false};
+    std::thread first([&] { done[0] = write(kPrograms); });
+    std::thread second([&] { done[1] = write(kPrograms + 1); });
+    first.join();
+    second.join();
+    EXPECT_TRUE(done[0] && done[1]);
+    for (const pid_t child : children) {
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    int missing = 0;
+    for (int program = 0; program < kPrograms + 2; ++program) {
+        for (int value = 0; value < kValues; ++value) {
+            const std::wstring name = L"v" + std::to_wstring(program) + L"_" + std::to_wstring(value);
+            if (settings.integer(kKey, name) != value) ++missing;
+        }
+    }
+    EXPECT_EQ(missing, 0);
+}
+
+TEST_F(SettingsTest, AccessesAreRecordedInOrder) {
+    CallRecorder recorder;
+    settings.text(kKey, L"StandardFile");
+    settings.setInteger(L"K", L"n", -2, error);
+    settings.setReal(L"K", L"s", 3, error);
+    settings.setText(L"K", L"t", L"给", error);
+    const std::vector<std::string> expected = {"Settings::text(Software\\Morvel\\PWX\\PWXConfig, StandardFile)",
+                                               "Settings::setInteger(K, n, -2)", "Settings::setReal(K, s, 3.0)",
+                                               "Settings::setText(K, t, \xE7\xBB\x99)"};
+    EXPECT_EQ(recorder.calls(), expected);
+}
