@@ -26,7 +26,7 @@ struct RawOptions {
 // An option that may be given several times, each time with exactly one value taken as it is.
 CLI::Option* addRepeated(CLI::App& app, const std::string& names, std::vector<std::string>& values,
                          const std::string& description) {
-    auto take = [&values](const CLI::results_t& given) {
+    const CLI::callback_t take = [&values](const CLI::results_t& given) {
         values = given;
         return true;
     };

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 #include "console/script.h"
 #include "console/terminals.h"
@@ -83,8 +84,10 @@ Failure setFolders(const Options& options, host::Application& application) {
 Failure setUp(const Options& options) {
     platform::Error error;
     if (options.codePage) platform::setAnsiCodePage(*options.codePage);
-    if (options.settings && !platform::Settings::user().useFile(*options.settings, error))
-        return {ExitCode::CannotRead, error.message};
+    platform::Settings& settings = platform::Settings::user();
+    // The user's own store is looked at, too: a damaged one would be taken for empty.
+    const bool readable = options.settings ? settings.useFile(*options.settings, error) : settings.check(error);
+    if (!readable) return {ExitCode::CannotRead, error.message};
     return {};
 }
 
@@ -127,6 +130,17 @@ Failure writeDrawing(const Options& options, host::Application& application, con
     return {};
 }
 
+// The lines typed in earlier sessions: beside the user's settings.
+std::filesystem::path historyFile() {
+    for (const auto& [variable, below] : {std::pair("XDG_CONFIG_HOME", L""), std::pair("HOME", L".config")}) {
+        const std::optional<std::wstring> value = platform::environment(variable);
+        if (!value || value->empty()) continue;
+        const std::filesystem::path folder = platform::nativePath(platform::innerFromTyped(*value)) / below;
+        if (folder.is_absolute()) return folder / "qrs_pipeSystem" / "history";
+    }
+    return {};
+}
+
 bool isPersonAtTerminal(const Options& options) {
     return !options.hasScript() && platform::isTerminal(0);
 }
@@ -138,7 +152,7 @@ std::unique_ptr<ConsoleTerminal> makeTerminal(const Options& options, Script scr
         const host::Application* application = host::Application::current();
         return application == nullptr ? std::vector<std::wstring>() : application->commandNames();
     };
-    return makeInteractiveTerminal(commandNames, {});
+    return makeInteractiveTerminal(commandNames, historyFile());
 }
 
 Failure prepare(const Options& options, host::Application& application) {

@@ -8,6 +8,7 @@
 
 #include "acedads.h"
 #include "dbobjptr.h"
+#include "ed/wildcard.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::commands {
@@ -122,7 +123,7 @@ std::vector<NamedLayer> findLayers(AcDbDatabase* database, const std::wstring& l
         if (mark([&](const std::wstring& name) { return platform::compareNoCase(name, part) == 0; })) continue;
         if (part.find_first_of(L"*?#@.~[") == std::wstring::npos)
             acedPrompt((L"\nCannot find layer \"" + part + L"\".").c_str());
-        else if (!mark([&](const std::wstring& name) { return acutWcMatch(name.c_str(), part.c_str()) == RTNORM; }))
+        else if (!mark([&](const std::wstring& name) { return ed::matchesWildcard(name, part); }))
             acedPrompt(L"\nNo matching layer names found.");
     }
     std::vector<NamedLayer> found;

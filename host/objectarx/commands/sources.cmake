@@ -1,5 +1,5 @@
 # Sources of the host's own commands.
-set(QRS_COMMAND_SOURCES
+list(APPEND objectarx_sources
     commands/asking.cpp
     commands/documents.cpp
     commands/entities.cpp

@@ -1,0 +1,122 @@
+// The host's own commands on layers, entities and variables.
+#include <gtest/gtest.h>
+
+#include "program.h"
+
+namespace {
+
+bool has(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+}  // namespace
+
+TEST(LayerCommand, ChangesOnlyTheTagsItMust) {
+    const Workplace place;
+    const std::string before = readWhole(place.example("building.dxf"));
+    const Outcome outcome = place.run({"-o", "out.dxf", "building.dxf"},
+                                      "-LAYER\n"
+                                      "F\n给排-污水*, 建筑-门窗\n"
+                                      "T\n建筑-尺寸\n"
+                                      "OFF\n0,给排-洁具\n"
+                                      "ON\n给排-雨水-立管\n"
+                                      "LO\n给排-地漏\n"
+                                      "U\n建筑-*\n"
+                                      "C\nblue\n给排-生活给水-立管\n"
+                                      "S\n公用-图框\n\n");
+    EXPECT_EQ(outcome.code, 0) << outcome.error;
+    EXPECT_EQ(changedLines(before, place.read("out.dxf")),
+              (std::vector<std::string>{"给排-生活给水-管线 > 公用-图框",                 // $CLAYER
+                                        "7 > -7",                                         // 0 off
+                                        "4 > 0", "4 > 0",                                 // two layers unlocked
+                                        "0 > 1", "1 > 0",                                 // frozen, thawed
+                                        "6 > -6", "0 > 4", "3 > 5",                       // off, locked, blue
+                                        "0 > 1", "0 > 1", "0 > 1", "0 > 1", "-5 > 5"}));  // frozen, on
+}
+
+TEST(LayerCommand, KeepsTheCurrentLayerUsable) {
+    const Workplace place;
+    const std::string before = readWhole(place.example("building.dxf"));
+    const Outcome refused =
+        place.run({"-o", "out.dxf", "building.dxf"},
+                  "-LAYER\nF\n给排-生活给水-管线\nOFF\n给排-生活给水-管线\nN\nS\n建筑-尺寸\nS\nnone\n\n");
+    EXPECT_EQ(refused.code, 0) << refused.error;
+    EXPECT_TRUE(has(refused.out, "Cannot freeze layer \"给排-生活给水-管线\".  It is the CURRENT layer."))
+        << refused.out;
+    EXPECT_TRUE(has(refused.out, "Really want layer \"给排-生活给水-管线\" (the CURRENT layer) off?")) << refused.out;
+    EXPECT_TRUE(has(refused.out, "Cannot make layer \"建筑-尺寸\" current.  It is frozen.")) << refused.out;
+    EXPECT_TRUE(has(refused.out, "Cannot find layer \"none\".")) << refused.out;
+    EXPECT_EQ(place.read("out.dxf"), before);
+    place.run({"-o", "off.dxf", "building.dxf"}, "-LAYER\nOFF\n给排-生活给水-管线\nY\n\n");
+    EXPECT_EQ(changedLines(before, place.read("off.dxf")), std::vector<std::string>{"3 > -3"});
+}
+
+TEST(LayerCommand, MakesRenamesAndLists) {
+    const Workplace place;
+    for (const std::string name : {"building.dxf", "building-r12.dxf"}) {
+        place.example(name);
+        const Outcome outcome = place.run({"-o", "out.dxf", name},
+                                          "-LAYER\nN\nA-1,新图层\nC\n30\nA-1\nM\n当前\nR\n给排-洁具\n卫生洁具\n"
+                                          "N\nbad|name\n\n");
+        EXPECT_EQ(outcome.code, 0) << outcome.error;
+        const Outcome listed = place.run({"out.dxf"}, "-LAYER\n?\nA-1,新*,当前,卫生洁具,给排-洁具\n\n");
+        EXPECT_TRUE(has(listed.out,
+                        "Current layer:  \"当前\"\n"
+                        "Enter an option [?/Make/Set/New/Rename/ON/OFF/Color/Freeze/Thaw/LOck/Unlock]: ?\n"
+                        "Enter layer name(s) to list <*>: A-1,新*,当前,卫生洁具,给排-洁具\n"
+                        "Cannot find layer \"给排-洁具\".\n"
+                        "Layer name  State  Color        Linetype\n"
+                        "----------  -----  -----------  ----------\n"
+                        "\"卫生洁具\"  on     6 (magenta)  C"))
+            << listed.out;
+        EXPECT_TRUE(has(listed.out, "\"A-1\"       on     30 ")) << listed.out;
+        EXPECT_TRUE(has(listed.out, "\"新图层\"    on     7 (white)")) << listed.out;
+        // What lay on the renamed layer came along.
+        EXPECT_EQ(place.read("out.dxf").find("给排-洁具"), std::string::npos);
+    }
+}
+
+TEST(EntityCommands, ListWhatIsSelected) {
+    const Workplace place;
+    place.example("building.dxf");
+    const Outcome all = place.run({"-e", "LIST", "-e", "ALL", "-e", "", "building.dxf"});
+    EXPECT_EQ(all.code, 0) << all.error;
+    EXPECT_TRUE(has(all.out, "INSERT        Layer: \"给排-消火栓\"  Space: Model space  invisible\n")) << all.out;
+    EXPECT_FALSE(has(all.out, "公用-图框")) << all.out;
+
+    const std::size_t circle = all.out.find("CIRCLE        Layer: \"给排-污水-立管\"");
+    ASSERT_NE(circle, std::string::npos) << all.out;
+    const std::string line = all.out.substr(all.out.rfind('\n', circle) + 1, 60);
+    const std::string handle = line.substr(0, line.find(' '));
+    // SELECT makes the previous set and the pick-first set.
+    const Outcome picked = place.run({"building.dxf"}, "SELECT\n(handent \"" + handle + "\")\n\nLIST\nLIST\nP\n\n");
+    EXPECT_EQ(picked.code, 0) << picked.error;
+    const std::size_t first = picked.out.find(line.substr(0, line.find('\n')));
+    ASSERT_NE(first, std::string::npos) << picked.out;
+    EXPECT_NE(picked.out.find(line.substr(0, line.find('\n')), first + 1), std::string::npos) << picked.out;
+}
+
+TEST(ViewCommands, TakeTheAnswersOfTheEditor) {
+    const Workplace place;
+    place.example("building.dxf");
+    const Outcome outcome = place.run({"building.dxf"},
+                                      "ZOOM e\nZOOM\nW\n0,0\n10,10\nZOOM\n0,0\n5,5\nZOOM\n0.5xp\nZOOM\nC\n1,1\n20\n"
+                                      "Z a\nZOOM\nnonsense\nP\nRE\nREGENALL\n");
+    EXPECT_EQ(outcome.code, 0) << outcome.error << outcome.out;
+    EXPECT_TRUE(has(outcome.out, "Requires a point")) << outcome.out;
+    EXPECT_TRUE(has(outcome.out, "Command: REGENALL\nRegenerating model.\n")) << outcome.out;
+}
+
+TEST(VariableCommand, ShowsAndSets) {
+    const Workplace place;
+    place.example("building.dxf");
+    const Outcome outcome =
+        place.run({"building.dxf"}, "SETVAR\nCLAYER\n0\nSETVAR\nCLAYER\n\nSETVAR\n?\nTILE*\nSETVAR\nACADVER\n");
+    EXPECT_EQ(outcome.code, 0) << outcome.error;
+    EXPECT_TRUE(has(outcome.out, "Enter new value for CLAYER <\"给排-生活给水-管线\">: 0\n")) << outcome.out;
+    EXPECT_TRUE(has(outcome.out, "Enter new value for CLAYER <\"0\">: \n")) << outcome.out;
+    EXPECT_TRUE(has(outcome.out, "TILEMODE  1")) << outcome.out;
+    EXPECT_TRUE(has(outcome.out, "(read only)")) << outcome.out;
+    for (const char* bad : {"SETVAR\nNOSUCHVARIABLE\n", "SETVAR\nCLAYER\nno such layer\n", "SETVAR\nTILEMODE\nsoon\n"})
+        EXPECT_EQ(place.run({"building.dxf"}, bad).code, 1) << bad;
+}

@@ -1,0 +1,39 @@
+// Runs the console program as its users do: as a child process, with files in a folder of the test's own.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+struct Outcome {
+    int code = -1;
+    std::string out;
+    std::string error;
+};
+
+// A folder that disappears with the object.
+class Workplace {
+  public:
+    Workplace();
+    ~Workplace();
+    Workplace(const Workplace&) = delete;
+    Workplace& operator=(const Workplace&) = delete;
+
+    std::filesystem::path path(const std::string& name) const { return folder_ / name; }
+    std::filesystem::path write(const std::string& name, const std::string& content) const;
+    // A copy of examples/<name>.
+    std::filesystem::path example(const std::string& name) const;
+    std::string read(const std::string& name) const;
+    bool has(const std::string& name) const { return std::filesystem::exists(path(name)); }
+
+    // Runs it in the folder, with settings of its own; input is what it finds on standard input.
+    Outcome run(const std::vector<std::string>& arguments, const std::string& input = {}) const;
+
+  private:
+    std::filesystem::path folder_;
+};
+
+std::string readWhole(const std::filesystem::path& file);
+
+// The lines that differ between two texts of equally many lines: "old > new", without blanks around.
+std::vector<std::string> changedLines(const std::string& before, const std::string& after);

@@ -1,0 +1,94 @@
+#!/usr/bin/env python3
+"""Types at the console's prompt through a pseudo-terminal: completion, Chinese answers, ^C, history, asking before QUIT."""
+
+import os
+import pty
+import select
+import shutil
+import sys
+import tempfile
+import time
+
+
+class Typist:
+    def __init__(self, program, folder):
+        self.seen, self.mark = "", 0
+        environment = dict(os.environ, TERM="xterm", LC_ALL="C.UTF-8", XDG_CONFIG_HOME=folder)
+        self.pid, self.terminal = pty.fork()
+        if self.pid == 0:
+            os.chdir(folder)
+            os.execve(program, [program], environment)
+
+    def types(self, text):
+        os.write(self.terminal, text.encode())
+
+    def sees(self, text, seconds=20):
+        """Waits until the text appears behind what was seen before."""
+        end = time.monotonic() + seconds
+        while self.seen.find(text, self.mark) < 0:
+            ready, _, _ = select.select([self.terminal], [], [], max(0, end - time.monotonic()))
+            if not ready:
+                sys.exit("not seen: %r in %r" % (text, self.seen[self.mark:]))
+            try:
+                self.seen += os.read(self.terminal, 4096).decode("utf-8", "replace")
+            except OSError:
+                sys.exit("ended before %r in %r" % (text, self.seen[self.mark:]))
+        self.mark = self.seen.find(text, self.mark) + len(text)
+
+    def ends(self):
+        try:
+            while os.read(self.terminal, 4096):
+                pass
+        except OSError:
+            pass
+        return os.waitstatus_to_exitcode(os.waitpid(self.pid, 0)[1])
+
+
+def session(program, folder):
+    typist = Typist(program, folder)
+    typist.sees("Command: ")
+    typist.types("-lay\t")
+    typist.sees("-LAYER")
+    typist.types("\nN\n管道一\n?\n管*\n")
+    typist.sees('"管道一"')
+    typist.sees("Enter an option")
+    typist.types("OFF\n")
+    typist.sees("turn off")
+    typist.types("half\x03")
+    typist.sees("*Cancel*")
+    typist.sees("Command: ")
+    typist.types("NoSuchCommand\n")
+    typist.sees("NoSuchCommand")
+    typist.sees("Command: ")
+    # Something was changed: quitting asks.
+    typist.types("QUIT\n\n")
+    typist.sees("discard all changes")
+    typist.sees("Command: ")
+    typist.types("QUIT\nY\n")
+    code = typist.ends()
+    # One command failed.
+    assert code == 1, code
+
+
+def history(program, folder):
+    typist = Typist(program, folder)
+    typist.sees("Command: ")
+    typist.types("\x1b[A")
+    typist.sees("Y")
+    typist.types("\x1b[A")
+    typist.sees("QUIT")
+    typist.types("\n")
+    assert typist.ends() == 0
+
+
+def main():
+    folder = tempfile.mkdtemp()
+    try:
+        os.mkdir(os.path.join(folder, "qrs_pipeSystem"))
+        session(sys.argv[1], folder)
+        history(sys.argv[1], folder)
+    finally:
+        shutil.rmtree(folder)
+
+
+main()

@@ -1,0 +1,104 @@
+// Scripts: how they are read, what a transcript looks like, and what stops them.
+#include <gtest/gtest.h>
+
+#include "program.h"
+
+namespace {
+
+std::size_t countOf(const std::string& text, const std::string& part) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
+        ++count;
+    return count;
+}
+
+}  // namespace
+
+TEST(Script, ShowsEverythingAsTheExampleSays) {
+    const Workplace place;
+    place.example("building.dxf");
+    const std::filesystem::path scripts = std::filesystem::path(QRS_SOURCE_DIR) / "examples" / "scripts";
+    const Outcome outcome =
+        place.run({"-s", (scripts / "show-everything.scr").string(), "-o", "shown.dxf", "building.dxf"});
+    EXPECT_EQ(outcome.code, 0) << outcome.error;
+    EXPECT_EQ(outcome.error, "");
+    EXPECT_EQ(outcome.out, readWhole(scripts / "show-everything.txt"));
+
+    // Only flags, colours and visibility of what was hidden have changed.
+    std::vector<std::string> changes = changedLines(place.read("building.dxf"), place.read("shown.dxf"));
+    std::size_t expected = 0;
+    for (const std::string change : {"1 > 0", "4 > 0", "5 > 0", "-7 > 7", "-5 > 5", "-1 > 1"}) {
+        const auto behind = std::remove(changes.begin(), changes.end(), change);
+        expected += static_cast<std::size_t>(changes.end() - behind);
+        changes.erase(behind, changes.end());
+    }
+    EXPECT_TRUE(changes.empty()) << changes.front();
+    EXPECT_GE(expected, 15u);
+}
+
+TEST(Script, ReadsEveryFormOfTextFile) {
+    const Workplace place;
+    place.example("building.dxf");
+    const std::string name = "图层";
+    const std::string gbk = "\xCD\xBC\xB2\xE3";
+    const auto script = [](const std::string& layer, const std::string& end) {
+        return "; make it" + end + "-LAYER" + end + "N" + end + layer + end + "?" + end + layer + end;
+    };
+    const std::string forms[] = {script(name, "\n"), script(name, "\r\n"), "\xEF\xBB\xBF" + script(name, "\n"),
+                                 script(gbk, "\r\n"), script(name, "\n").substr(0, script(name, "\n").size() - 1)};
+    for (const std::string& form : forms) {
+        place.write("make.scr", form);
+        const Outcome outcome = place.run({"-s", "make.scr", "building.dxf"});
+        EXPECT_EQ(outcome.code, 0) << outcome.error;
+        EXPECT_NE(outcome.out.find("\"" + name + "\"    on"), std::string::npos) << outcome.out;
+    }
+    // Standard input is a script like any other, with "-s -" and without.
+    EXPECT_EQ(place.run({"-s", "-", "building.dxf"}, forms[3]).out, place.run({"building.dxf"}, forms[1]).out);
+}
+
+TEST(Script, RunsLinesBeforeTheScript) {
+    const Workplace place;
+    place.write("one.scr", "SETVAR\nUSERI1\n3\nSETVAR\nUSERI1\n");
+    const Outcome outcome = place.run({"-s", "one.scr", "-e", "SETVAR", "-e", "USERI1", "-e", "2"});
+    EXPECT_EQ(outcome.code, 0) << outcome.error;
+    const std::size_t first = outcome.out.find("<0>: 2"), second = outcome.out.find("<2>: 3");
+    EXPECT_LT(first, second) << outcome.out;
+    EXPECT_NE(second, std::string::npos) << outcome.out;
+    EXPECT_NE(outcome.out.find("<3>: "), std::string::npos) << outcome.out;
+}
+
+TEST(Script, StopsAtAFailureUnlessItKeepsGoing) {
+    const Workplace place;
+    const std::string building = readWhole(place.example("building.dxf"));
+    place.write("bad.scr", "; comment\nUnFrozenAllLayer\nNoSuchCommand\nREGEN\n");
+    const Outcome stopped = place.run({"-s", "bad.scr", "--in-place", "building.dxf"});
+    EXPECT_EQ(stopped.code, 1);
+    EXPECT_NE(stopped.error.find("bad.scr:3: "), std::string::npos) << stopped.error;
+    EXPECT_NE(stopped.error.find("NoSuchCommand"), std::string::npos) << stopped.error;
+    EXPECT_EQ(countOf(stopped.out, "REGEN\n"), 0u) << stopped.out;
+    EXPECT_EQ(place.read("building.dxf"), building);
+
+    const Outcome wentOn = place.run({"-s", "bad.scr", "--keep-going", "--in-place", "building.dxf"});
+    EXPECT_EQ(wentOn.code, 1);
+    EXPECT_EQ(countOf(wentOn.out, "Regenerating model."), 2u) << wentOn.out;
+    EXPECT_NE(place.read("building.dxf"), building);
+    EXPECT_EQ(place.read("building.dxf.bak"), building);
+
+    const Outcome opened = place.run({"-e", "OPEN", "-e", "none.dxf", "-e", "REGEN", "building.dxf"});
+    EXPECT_EQ(opened.code, 1);
+    EXPECT_NE(opened.error.find("--execute 2: "), std::string::npos) << opened.error;
+}
+
+TEST(Script, CancelsWhatIsLeftUnanswered) {
+    const Workplace place;
+    const std::string building = readWhole(place.example("building.dxf"));
+    // The prompt of UnLockSelLayer is not answered: nothing is unlocked.
+    const Outcome outcome = place.run({"-e", "UnLockSelLayer", "--in-place", "building.dxf"});
+    EXPECT_EQ(outcome.code, 0) << outcome.error;
+    EXPECT_EQ(place.read("building.dxf"), building);
+    // Esc in a script cancels, too, and the script goes on.
+    const Outcome cancelled = place.run({"building.dxf"}, "-LAYER\nOFF\n^C\nREGEN\n");
+    EXPECT_EQ(cancelled.code, 0) << cancelled.error;
+    EXPECT_EQ(countOf(cancelled.out, "*Cancel*"), 1u) << cancelled.out;
+    EXPECT_EQ(countOf(cancelled.out, "Regenerating model."), 1u) << cancelled.out;
+}

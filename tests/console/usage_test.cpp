@@ -1,0 +1,120 @@
+// The program's command line: help, version, wrong usage, and files that cannot be read.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "program.h"
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+struct Misuse {
+    Arguments arguments;
+    std::string told;
+};
+
+bool isOneLine(const std::string& text) {
+    return !text.empty() && std::count(text.begin(), text.end(), '\n') == 1 && text.back() == '\n';
+}
+
+// The one line of an error: prefix, and what it must speak of.
+void expectComplaint(const Outcome& outcome, int code, const std::string& told) {
+    EXPECT_EQ(outcome.code, code) << outcome.error;
+    EXPECT_TRUE(isOneLine(outcome.error)) << outcome.error;
+    EXPECT_EQ(outcome.error.rfind("qrsconsole: ", 0), 0u) << outcome.error;
+    EXPECT_NE(outcome.error.find(told), std::string::npos) << outcome.error;
+}
+
+}  // namespace
+
+TEST(Usage, TellsAboutItself) {
+    const Workplace place;
+    const Outcome help = place.run({"--help"});
+    EXPECT_EQ(help.code, 0);
+    for (const char* option : {"--script", "--execute", "--output", "--in-place", "--plugin", "--system", "--settings",
+                               "--support", "--codepage", "--timeout", "--keep-going", "--version"})
+        EXPECT_NE(help.out.find(option), std::string::npos) << option;
+    const Outcome version = place.run({"--version"});
+    EXPECT_EQ(version.code, 0);
+    EXPECT_EQ(version.out.rfind("qrsconsole 0.", 0), 0u) << version.out;
+}
+
+TEST(Usage, RefusesWhatMakesNoSense) {
+    const Workplace place;
+    place.example("building.dxf");
+    const Misuse misuses[] = {
+        {{"--colour"}, "--colour"},
+        {{"a.dxf", "b.dxf"}, "b.dxf"},
+        {{"-s"}, "--script"},
+        {{"-o", "x.dxf", "-e", "LIST"}, "--output needs a drawing"},
+        {{"--in-place"}, "--in-place needs a drawing"},
+        {{"-o", "x.dxf", "--in-place", "building.dxf"}, "excludes"},
+        {{"--codepage", "4711", "building.dxf"}, "4711"},
+        {{"--timeout", "soon", "building.dxf"}, "--timeout"},
+        {{"--timeout", "-1", "building.dxf"}, "--timeout"},
+        {{""}, "empty"},
+    };
+    for (const Misuse& misuse : misuses)
+        expectComplaint(place.run(misuse.arguments), 2, misuse.told);
+    EXPECT_FALSE(place.has("x.dxf"));
+}
+
+TEST(Usage, TellsWhichFileCannotBeRead) {
+    const Workplace place;
+    const std::string building = readWhole(place.example("building.dxf"));
+    const std::string half = building.substr(0, building.size() / 2);
+    place.write("half.dxf", half);
+    place.write("letter.dxf", "Dear Sir or Madam,\nplease find enclosed\n");
+    place.write("plugin.so", "no library");
+    place.write("settings.ini", "[Software\\QRS\nbroken");
+    const Misuse misuses[] = {
+        {{"none.dxf"}, "none.dxf"},
+        {{"."}, "."},
+        {{"half.dxf", "--in-place", "-e", "UnFrozenAllLayer"}, "half.dxf:"},
+        {{"letter.dxf"}, "letter.dxf:1"},
+        {{"-s", "none.scr", "building.dxf"}, "none.scr"},
+        {{"-p", "none.so", "building.dxf"}, "none.so"},
+        {{"-p", "plugin.so", "building.dxf"}, "plugin.so"},
+        {{"-p", QRS_HOST_LIBRARY, "building.dxf"}, "acrxEntryPoint"},
+        {{"--settings", "settings.ini", "building.dxf"}, "settings.ini:1"},
+        {{"--system", "nowhere", "building.dxf"}, "nowhere"},
+        {{"--support", "nowhere", "building.dxf"}, "nowhere"},
+    };
+    for (const Misuse& misuse : misuses)
+        expectComplaint(place.run(misuse.arguments), 3, misuse.told);
+    EXPECT_EQ(place.read("half.dxf"), half);
+    EXPECT_FALSE(place.has("half.dxf.bak"));
+    EXPECT_EQ(place.read("settings.ini"), "[Software\\QRS\nbroken");
+}
+
+TEST(Usage, GoesOnWithAStandardThatCannotBeUsed) {
+    const Workplace place;
+    place.example("building.dxf");
+    struct Standard {
+        std::string content, told;
+    };
+    const Standard standards[] = {{"not XML at all", "pwx.qdsl"},
+                                  {"<?xml version=\"1.0\"?><Other Comment=\"x\" />", "pwx.qdsl"}};
+    std::filesystem::create_directory(place.path("system"));
+    for (const Standard& standard : standards) {
+        place.write("system/pwx.qdsl", standard.content);
+        const Outcome outcome =
+            place.run({"--system", "system", "-e", "UnFrozenAllLayer", "-o", "thawed.dxf", "building.dxf"});
+        EXPECT_EQ(outcome.code, 0) << outcome.error;
+        EXPECT_NE((outcome.out + outcome.error).find(standard.told), std::string::npos) << outcome.out;
+        EXPECT_EQ(place.read("system/pwx.qdsl"), standard.content);
+        EXPECT_TRUE(place.has("thawed.dxf"));
+    }
+}
+
+TEST(Usage, GivesUpInTime) {
+    const Workplace place;
+    place.example("building.dxf");
+    std::string script;
+    for (int i = 0; i < 300000; ++i)
+        script += "REGEN\n";
+    place.write("long.scr", script);
+    expectComplaint(place.run({"--timeout", "0.2", "-s", "long.scr", "--in-place", "building.dxf"}), 1, "0.2 seconds");
+    EXPECT_FALSE(place.has("building.dxf.bak"));
+}
