@@ -115,13 +115,14 @@ void Drawing::insertTags(RecordId id, std::uint32_t before, const std::vector<Ne
     require(before <= old.size(), "a place that lies outside of its record");
     if (tags.empty()) return;
     const Style style = styleOf(old);
-    std::string changed(old.substr(0, before));
+    scratch_.assign(old.substr(0, before));
     // Only the last record of a file can lack its line end.
-    if (before == old.size() && !old.empty() && old.back() != '\n' && old.back() != '\r') changed += style.lineEnd;
+    if (before == old.size() && !old.empty() && old.back() != '\n' && old.back() != '\r') scratch_ += style.lineEnd;
     for (const NewTag& tag : tags)
-        appendTag(changed, tag, style.codeWidth, style.lineEnd);
-    changed += old.substr(before);
-    rewrite(id, changed);
+        appendTag(scratch_, tag, style.codeWidth, style.lineEnd);
+    scratch_ += old.substr(before);
+    rewrite(id, scratch_);
+    reindex(id);
 }
 
 void Drawing::eraseTags(RecordId id, std::uint32_t begin, std::uint32_t end) {
@@ -188,9 +189,9 @@ RecordId Drawing::insertRecord(RecordId before, RecordKind kind, const std::vect
     const auto id = static_cast<RecordId>(recordCount());
     require(id != kNoRecord, "too many records");
     const Style style = styleOf(bytes(before));
-    std::string text;
+    scratch_.clear();
     for (const NewTag& tag : tags)
-        appendTag(text, tag, style.codeWidth, style.lineEnd);
+        appendTag(scratch_, tag, style.codeWidth, style.lineEnd);
 
     Record& one = index_.records.append();
     one.kind = kind;

@@ -1,0 +1,168 @@
+// Reading: what the index says of a drawing in every line style, and what is said of a damaged one.
+#include "host/platform/codepage.h"
+#include "tests/dxf/sample.h"
+
+namespace qrs::dxf::test {
+namespace {
+
+std::string typeAt(const Drawing& drawing, std::uint64_t handle) {
+    const RecordId id = drawing.findHandle(handle);
+    return id == kNoRecord ? "none" : std::string(drawing.typeNameOf(id));
+}
+
+void checkSample(const Drawing& drawing) {
+    EXPECT_EQ(drawing.version(), "AC1015");
+    EXPECT_EQ(drawing.codePage(), 936u);
+    EXPECT_TRUE(drawing.hasHandles());
+    EXPECT_EQ(typeAt(drawing, 0x27), "DIMSTYLE");
+    EXPECT_EQ(typeAt(drawing, 0x11), "LAYER");
+    EXPECT_EQ(typeAt(drawing, 0x1A), "WIDGET");
+    for (const std::uint64_t notThere : {0x66u, 0x99u, 0x1Bu, 0x30u, 0u}) {
+        EXPECT_EQ(typeAt(drawing, notThere), "none") << notThere;
+    }
+
+    const RecordId block = drawing.findHandle(0x12);
+    EXPECT_EQ(drawing.record(drawing.findHandle(0x13)).owner, block);
+    EXPECT_EQ(drawing.endOf(block), drawing.findHandle(0x14));
+    EXPECT_EQ(drawing.record(block).owner, drawing.findSection("BLOCKS"));
+    const RecordId table = drawing.findTable("layer");
+    EXPECT_EQ(drawing.record(drawing.findHandle(0x11)).owner, table);
+    EXPECT_EQ(drawing.typeNameOf(drawing.endOf(table)), "ENDTAB");
+    EXPECT_EQ(drawing.typeNameOf(drawing.endOf(drawing.findSection("ENTITIES"))), "ENDSEC");
+
+    const RecordId insert = drawing.findHandle(0x15);
+    for (const std::uint64_t sub : {0x16u, 0x17u}) {
+        const Record& record = drawing.record(drawing.findHandle(sub));
+        EXPECT_EQ(record.owner, insert);
+        EXPECT_TRUE(record.flags & kSubEntity);
+    }
+    const Record& line = drawing.record(drawing.findHandle(0x18));
+    EXPECT_EQ(line.owner, drawing.findSection("ENTITIES"));
+    EXPECT_EQ(drawing.name(line.layer), "PIPE");
+    EXPECT_EQ(line.flags, kPaperSpace | kInvisible | kHasXdata);
+    const Record& widget = drawing.record(drawing.findHandle(0x1A));
+    EXPECT_EQ(drawing.name(widget.layer), "  padded ");
+    EXPECT_EQ(widget.flags, kHasXdata);
+    EXPECT_EQ(drawing.record(drawing.findHandle(0x1C)).layer, kNoName);
+
+    Tag tag;
+    const RecordId layer = drawing.findHandle(0x10);
+    EXPECT_FALSE(drawing.findTag(layer, 330, tag));
+    ASSERT_TRUE(drawing.findTag(layer, 102, tag, 1));
+    EXPECT_EQ(tag.value, "}");
+    ASSERT_TRUE(drawing.findTag(drawing.findHandle(0x18), 1003, tag));
+    EXPECT_EQ(tag.value, "PIPE");
+}
+
+TEST(Reading, EveryLineStyleGivesTheSameDrawing) {
+    const Tags tags = sampleTags();
+    std::vector<std::string> styles = {lay(tags), lay(tags, 1, "\r\n"), lay(tags, 6, "\n"), lay(tags, 1, "\r")};
+    // Mixed line ends and codes written in other ways, tag by tag.
+    const char* const codes[] = {"%d", "\t%d ", "%05d", "+%d", "          %d"};
+    std::string mixed = "\xEF\xBB\xBF\n \r\n";
+    for (std::size_t i = 0; i < tags.size(); ++i) {
+        char code[32];
+        std::snprintf(code, sizeof code, codes[i % 5], tags[i].code);
+        mixed += code + std::string(i % 2 ? "\r\n" : "\n") + tags[i].value + (i % 3 ? "\r\n" : "\n");
+    }
+    styles.push_back(mixed);
+    for (std::string style : styles) {
+        SCOPED_TRACE(style.substr(0, 60));
+        for (const std::string tail : {"", "\n\x1A", "\r\n\r\n  0\nnot read any more\n 7", "-"}) {
+            // The tail "-" takes the last line end away.
+            const std::string bytes = tail == "-" ? style.substr(0, style.find_last_of('F') + 1) : style + tail;
+            const auto drawing = parse(bytes);
+            ASSERT_NE(drawing, nullptr);
+            EXPECT_EQ(drawing->toBytes(), bytes);
+            if (style == mixed) {
+                EXPECT_EQ(drawing->codePage(), platform::kUtf8);  // its mark says so
+            } else {
+                checkSample(*drawing);
+            }
+        }
+        EXPECT_EQ(allTags(*parse(style)), allTags(*parse(styles.front())));
+    }
+}
+
+TEST(Reading, MoreTypeNamesThanNumbers) {
+    Tags tags = {{0, "SECTION"}, {2, "ENTITIES"}};
+    for (int i = 0; i < 66000; ++i)
+        tags.push_back({0, "T" + std::to_string(i)});
+    tags.insert(tags.end(), {{0, "LINE"}, {8, "PIPE"}, {0, "ENDSEC"}, {0, "EOF"}});
+    const auto drawing = parse(lay(tags));
+    RecordId id = drawing->next(drawing->first());
+    for (int i = 0; i < 66000; ++i, id = drawing->next(id)) {
+        ASSERT_EQ(drawing->typeNameOf(id), "T" + std::to_string(i));
+    }
+    EXPECT_EQ(drawing->typeNameOf(id), "LINE");
+}
+
+TEST(Reading, DamageIsToldWithItsLine) {
+    const auto replaced = [](std::string_view what, std::string_view by) {
+        std::string text = lay(sampleTags());
+        text.replace(text.find(what), what.size(), by);
+        return text;
+    };
+    const std::string whole = lay(sampleTags());
+    const std::string noEof = whole.substr(0, whole.size() - 8);
+    const struct {
+        std::string bytes;
+        std::string message;
+    } cases[] = {
+        {"", ":1: not a DXF file: nothing in it"},
+        {"\n\n", ":3: not a DXF file: nothing in it"},
+        {"hello\nworld\n", ":1: not a DXF file: first line is no group code"},
+        {"999\nhi\n\n{json}", ":4: not a DXF file: first line is no group code"},
+        {"  1\nAC1015\n", ":1: not a DXF file: 0 SECTION expected, found group code 1"},
+        {std::string("AutoCAD Binary DXF\r\n\x1A\0", 22),
+         ": binary drawings cannot be read yet, only drawings in text form"},
+        {noEof, ":" + std::to_string(2 * sampleTags().size() - 2) + ": the file is cut off: 0 EOF is missing"},
+        {noEof.substr(0, noEof.size() - 7), ":" + std::to_string(2 * sampleTags().size() - 3) +
+                                                ": the file is cut off: no value behind the last group code"},
+        {replaced("  3\nANSI", "3.5\nANSI"), ":13: group code expected, found \"3.5\""},
+        {replaced("  3\nANSI", "99999999999\nANSI"), ":13: group code expected, found \"99999999999\""},
+        {replaced("  3\nANSI", std::string("  3\0\nANSI", 9)), ":13: NUL byte in a group code"},
+        {replaced("  5\n10\n", "\n10\n"), ":35: group code expected, found \"\""},
+        {replaced("  0\nENDTAB\n", ""), ":59: TABLE inside a table: ENDTAB is missing"},
+        {replaced("  0\nENDBLK\n", "  0\nLINE\n"), ":105: ENDSEC inside a block: ENDBLK is missing"},
+        {replaced("  0\nENDBLK\n", "  0\nENDTAB\n"), ":99: ENDTAB without a TABLE"},
+        {replaced("  0\nATTRIB\n", "  0\nENDBLK\n"), ":121: ENDBLK without a BLOCK"},
+        {replaced("  0\nENDSEC\n", ""), ":19: SECTION inside section HEADER: ENDSEC is missing"},
+        {replaced("  0\nENDSEC\n  0\nEOF\n", "  0\nEOF\n"), ":203: EOF inside section OBJECTS: ENDSEC is missing"},
+        {replaced("  2\nHEADER\n", ""), ":3: a section without a name"},
+        {replaced("  0\nSECTION\n  2\nBLOCKS", "  2\nBLOCKS"), ":83: BLOCK outside of a section"},
+        {replaced("  0\nSECTION\n  2\nBLOCKS", "  0\nENDSEC\n  2\nBLOCKS"), ":81: ENDSEC without a SECTION"},
+    };
+    for (const auto& one : cases) {
+        for (const bool crOnly : {false, true}) {
+            std::string bytes = one.bytes;
+            if (crOnly) std::replace(bytes.begin(), bytes.end(), '\n', '\r');
+            platform::Error error;
+            EXPECT_EQ(Drawing::fromBytes(bytes, "bad.dxf", error), nullptr);
+            if (!crOnly || bytes.find("Binary") == std::string::npos) {
+                EXPECT_EQ(error.message, "bad.dxf" + one.message) << crOnly;
+            }
+        }
+    }
+}
+
+TEST(Reading, Numbers) {
+    EXPECT_EQ(toInteger("    -7 "), -7);
+    EXPECT_EQ(toInteger("+12"), 12);
+    EXPECT_EQ(toInteger("1.5", 9), 9);
+    EXPECT_EQ(toInteger("", 9), 9);
+    EXPECT_DOUBLE_EQ(toReal(" +1.5E+2"), 150.0);
+    EXPECT_DOUBLE_EQ(toReal("1,5", 9.0), 9.0);
+    EXPECT_EQ(toHandle(" 2a7 "), 0x2A7u);
+    EXPECT_EQ(toHandle("2G"), 0u);
+    EXPECT_EQ(toHandle("12345678123456789"), 0u);
+    EXPECT_EQ(handleText(0x2A7), "2A7");
+    for (const double value : {0.0, 1.0, -0.1, 1e-300, 1.0 / 3, 123456789012345680.0, 5e-324, 1e15, 1e22}) {
+        EXPECT_EQ(toReal(realText(value)), value) << realText(value);
+        EXPECT_NE(realText(value).find('.'), std::string::npos) << realText(value);
+    }
+    EXPECT_EQ(realText(100.0), "100.0");
+}
+
+}  // namespace
+}  // namespace qrs::dxf::test
