@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "dbmain.h"
 #include "host/platform/error.h"
@@ -49,6 +50,8 @@ class QRS_HOST_PORT DatabaseAccess {
 
 // True when the name is a header variable that is kept as data here, without regard to case.
 QRS_HOST_PORT bool isHeaderVariable(std::wstring_view name);
+// The names of all of them.
+QRS_HOST_PORT std::vector<std::wstring> headerVariableNames();
 // The value, with restype RTSHORT, RTREAL, RTSTR (text made by acutNewString) or RT3DPOINT / RTPOINT. A variable the
 // file lacks gives the value of a new drawing. eKeyNotFound for an unknown name, eNoDatabase for null.
 QRS_HOST_PORT Acad::ErrorStatus headerVariable(const AcDbDatabase* database, std::wstring_view name, resbuf& value);

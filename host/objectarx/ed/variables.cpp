@@ -167,6 +167,18 @@ bool Variables::set(Session& session, std::wstring_view name, const resbuf& valu
     return done;
 }
 
+std::vector<std::wstring> Variables::names() {
+    std::vector<std::wstring> names = headerVariableNames();
+    for (const Row& row : kRows)
+        names.emplace_back(row.name);
+    return names;
+}
+
+bool Variables::isReadOnly(std::wstring_view name) {
+    const Row* row = find(name);
+    return row && row->tell;
+}
+
 short Variables::integer(std::wstring_view name) const {
     const auto kept = integers_.find(std::wstring(name));
     if (kept != integers_.end()) return kept->second;

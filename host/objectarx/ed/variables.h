@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "adsdef.h"
 
@@ -18,6 +19,10 @@ class Variables {
     bool get(Session& session, std::wstring_view name, resbuf& value) const;
     // False when it cannot be set to the value; nothing is changed then.
     bool set(Session& session, std::wstring_view name, const resbuf& value);
+
+    // All names, those kept in drawings included.
+    static std::vector<std::wstring> names();
+    static bool isReadOnly(std::wstring_view name);
 
     // A whole number kept for the session; 0 when there is none of that name.
     short integer(std::wstring_view name) const;
