@@ -1,7 +1,7 @@
 // The few plain types of the system's own headers that the plug-in interface speaks in.
 //
-// They are the types the 32-bit system declares, so a file may see both these and the system's headers; where that
-// system is not, DWORD and LONG keep their 32 bits.
+// They are the types the 32-bit system declares, so a file may see both the system's headers and, behind them, these;
+// where that system is not, DWORD and LONG keep their 32 bits.
 #pragma once
 
 #include <cstddef>

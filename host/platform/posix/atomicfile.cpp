@@ -120,11 +120,14 @@ void AtomicFile::State::put(std::string_view bytes) {
 
 bool AtomicFile::State::keepAttributes() {
     if (!existed) return true;
-    if (before.st_uid != geteuid() || before.st_gid != getegid()) {
-        // Allowed to few; where it is not, the file belongs to who wrote it, as with any newly made one.
-        if (fchown(file.number(), before.st_uid, before.st_gid) != 0) errno = 0;
-    }
-    return fchmod(file.number(), before.st_mode & 07777) == 0;
+    // Giving a file away is allowed to few; where it is not, it belongs to who wrote it, as any newly made one does.
+    constexpr uid_t kSameUser = static_cast<uid_t>(-1);
+    constexpr gid_t kSameGroup = static_cast<gid_t>(-1);
+    mode_t mode = before.st_mode & 07777;
+    // Running with the rights of another than before would be more than was granted.
+    if (fchown(file.number(), before.st_uid, kSameGroup) != 0) mode &= ~static_cast<mode_t>(S_ISUID);
+    if (fchown(file.number(), kSameUser, before.st_gid) != 0) mode &= ~static_cast<mode_t>(S_ISGID);
+    return fchmod(file.number(), mode) == 0;
 }
 
 // Keeps the target's content under another name without ever taking its own name away.

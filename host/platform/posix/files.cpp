@@ -90,9 +90,8 @@ std::string nameNoCase(const std::string& folder, const std::string& wanted) {
 }
 
 // Opens for reading. A folder opens too, but cannot be read; it is told apart here.
-Descriptor openForReading(const fs::path& native, struct stat& status, Error& error) {
-    // Not blocking, since opening a pipe nobody writes to would wait forever.
-    Descriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+Descriptor openForReading(const fs::path& native, int flags, struct stat& status, Error& error) {
+    Descriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC | flags));
     if (!file || fstat(file.number(), &status) != 0) {
         fail(error, native, lastError());
         return Descriptor();
@@ -153,10 +152,9 @@ std::wstring innerPath(const fs::path& native) {
 bool readFile(const fs::path& native, std::string& content, Error& error) {
     content.clear();
     struct stat status;
-    const Descriptor file = openForReading(native, status, error);
+    const Descriptor file = openForReading(native, 0, status, error);
     if (!file) return false;
-    // A pipe or device says no size: read until its end, waiting for it.
-    if (!S_ISREG(status.st_mode)) fcntl(file.number(), F_SETFL, 0);
+    // A pipe or device says no size: everything is read until its end, one byte more than the size at least.
     std::size_t room = static_cast<std::size_t>(status.st_size) + 1;
     for (std::size_t at = 0;;) {
         content.resize(std::max(room, at + 4096));
@@ -177,7 +175,8 @@ bool readFile(const fs::path& native, std::string& content, Error& error) {
 
 std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& error) {
     struct stat status;
-    Descriptor file = openForReading(native, status, error);
+    // Not blocking, since a pipe nobody writes to would wait, only to be refused.
+    Descriptor file = openForReading(native, O_NONBLOCK, status, error);
     if (!file) return nullptr;
     if (!S_ISREG(status.st_mode)) {
         fail(error, native, "is no ordinary file");

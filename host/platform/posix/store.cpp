@@ -43,6 +43,9 @@ class PosixFileVersion : public FileVersion {
                now.st_mtim.tv_nsec == status_.st_mtim.tv_nsec;
     }
 
+    // A pipe or device has no versions, and reading it would take its content away.
+    bool isFileOrFolder() const { return S_ISREG(status_.st_mode) || S_ISDIR(status_.st_mode); }
+
   private:
     Descriptor file_;
     struct stat status_ {};
@@ -87,6 +90,10 @@ std::unique_ptr<FileVersion> FileVersion::read(const fs::path& native, std::stri
         return nullptr;
     }
     auto version = std::make_unique<PosixFileVersion>(std::move(file));
+    if (!version->isFileOrFolder()) {
+        fail(error, native, "is no ordinary file");
+        return nullptr;
+    }
     if (!readFile(native, content, error)) return nullptr;
     return version;
 }
