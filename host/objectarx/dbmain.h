@@ -71,7 +71,6 @@ class QRS_HOST_PORT AcDbObject : public AcRxObject {
     bool isErased() const;
     bool isReadEnabled() const { return readers_ > 0 || writer_; }
     bool isWriteEnabled() const { return writer_; }
-    bool isNotifyEnabled() const { return notified_; }
 
     // The chain of extended data of one application (1001 with its name, then the items), of all applications for null.
     // Released with acutRelRb. Null when there is none.
@@ -90,6 +89,8 @@ class QRS_HOST_PORT AcDbObject : public AcRxObject {
     AcDbObject();
 
     qrs::host::ObjectTags tags() const;
+    // Gives a new object tags of its own, until a drawing takes it over.
+    void setOwnTags(qrs::host::DetachedTags tags);
     // eOk when setters may change the object.
     Acad::ErrorStatus checkWrite() const;
     std::uint32_t record() const { return record_; }
@@ -101,7 +102,6 @@ class QRS_HOST_PORT AcDbObject : public AcRxObject {
     std::uint32_t record_;
     std::uint16_t readers_ = 0;
     bool writer_ = true;
-    bool notified_ = false;
     bool orphan_ = false;  // the drawing was closed while the object was open
     std::unique_ptr<qrs::host::DetachedTags> own_;
 };
@@ -236,7 +236,8 @@ class QRS_HOST_PORT AcDbDatabase : public AcRxObject {
 
 // Opens an object. It is closed with close() by the pointer's holder. eNullObjectId; eNoDatabase when its drawing is
 // closed; eInvalidIndex when the id is no object; eWasErased unless openErased; eWasOpenForWrite, eWasOpenForRead,
-// eAtMaxReaders (256) when others have it open; eNotThatKindOfClass. The pointer is null unless eOk.
+// eAtMaxReaders (256) when others have it open (opening for notification counts as reading); eNotThatKindOfClass. The
+// pointer is null unless eOk.
 QRS_HOST_PORT Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
                                                    bool openErased = false);
 QRS_HOST_PORT Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode,

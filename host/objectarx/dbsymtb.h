@@ -327,6 +327,7 @@ class QRS_HOST_PORT AcDbBlockTableRecordIterator {
     std::uint32_t end_;      // the record that closes it
     std::uint32_t current_;  // end_ when done
     std::vector<std::uint32_t> walked_;  // all entities, once somebody walks backwards
+    std::size_t place_ = 0;              // of current_ among them
 };
 
 class QRS_HOST_PORT AcDbBlockTableRecord : public AcDbSymbolTableRecord {

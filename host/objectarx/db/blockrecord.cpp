@@ -1,0 +1,167 @@
+// Blocks, and walking their entities.
+#include <algorithm>
+
+#include "dbsymtb.h"
+#include "host/objectarx/db/state.h"
+
+using qrs::host::Block;
+using qrs::host::DatabaseState;
+using qrs::host::ObjectTags;
+namespace dxf = qrs::dxf;
+
+ACRX_DEFINE_MEMBERS(AcDbBlockTable, AcDbSymbolTable)
+ACRX_DEFINE_DXF_MEMBERS(AcDbBlockTableRecord, AcDbSymbolTableRecord, "BLOCK_RECORD")
+
+namespace {
+
+constexpr int kFlagsCode = 70;
+constexpr int kAnonymousBit = 1;
+constexpr int kHasAttributesBit = 2;
+constexpr int kExternalBit = 4;
+
+const Block* blockOf(const AcDbBlockTableRecord& record) {
+    DatabaseState* state = DatabaseState::of(record.database());
+    return state ? state->blocks().byId(DatabaseState::recordNumber(record)) : nullptr;
+}
+
+// What the head of the block's definition says.
+ObjectTags headTags(const AcDbBlockTableRecord& record) {
+    const Block* block = blockOf(record);
+    if (!block || block->head == dxf::kNoRecord) return ObjectTags();
+    return ObjectTags(&DatabaseState::of(record.database())->drawing(), block->head, qrs::host::entityFormat(),
+                      ObjectTags::Part::Whole);
+}
+
+bool hasFlag(const AcDbBlockTableRecord& record, int bit) {
+    return (headTags(record).integer(kFlagsCode, 0) & bit) != 0;
+}
+
+}  // namespace
+
+// --- records
+
+Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator*& iterator, bool atBeginning,
+                                                    bool) const {
+    iterator = nullptr;
+    if (!isReadEnabled() || !database()) return Acad::eNotOpenForRead;
+    iterator = new AcDbBlockTableRecordIterator(database(), record(), atBeginning);
+    return Acad::eOk;
+}
+
+bool AcDbBlockTableRecord::isLayout() const {
+    const Block* block = blockOf(*this);
+    return block && (block->space != qrs::host::Space::None || tags().handle(340) != 0);
+}
+
+bool AcDbBlockTableRecord::isAnonymous() const {
+    return !isLayout() && hasFlag(*this, kAnonymousBit);
+}
+
+bool AcDbBlockTableRecord::isFromExternalReference() const {
+    return hasFlag(*this, kExternalBit);
+}
+
+bool AcDbBlockTableRecord::hasAttributeDefinitions() const {
+    return hasFlag(*this, kHasAttributesBit);
+}
+
+AcGePoint3d AcDbBlockTableRecord::origin() const {
+    return qrs::host::readPoint(headTags(*this), 10);
+}
+
+// --- entities of a block
+
+AcDbBlockTableRecordIterator::AcDbBlockTableRecordIterator(AcDbDatabase* database, std::uint32_t block,
+                                                           bool atBeginning)
+    : database_(database), head_(dxf::kNoRecord), end_(dxf::kNoRecord), current_(dxf::kNoRecord) {
+    DatabaseState* state = DatabaseState::of(database);
+    const Block* found = state ? state->blocks().byId(block) : nullptr;
+    if (found && found->space != qrs::host::Space::None) {
+        space_ = found->space == qrs::host::Space::Model ? Space::Model : Space::Paper;
+        head_ = state->drawing().findSection("ENTITIES");
+    } else if (found) {
+        head_ = found->head;
+    }
+    if (head_ != dxf::kNoRecord) end_ = state->drawing().endOf(head_);
+    start(atBeginning);
+}
+
+bool AcDbBlockTableRecordIterator::shows(std::uint32_t record) const {
+    const dxf::Record& entry = DatabaseState::of(database_)->drawing().record(record);
+    if (entry.kind != dxf::RecordKind::Entity || (entry.flags & (dxf::kSubEntity | dxf::kErased)) != 0) return false;
+    if (space_ == Space::All) return true;
+    return ((entry.flags & dxf::kPaperSpace) != 0) == (space_ == Space::Paper);
+}
+
+// The file is linked forward only.
+void AcDbBlockTableRecordIterator::gather() {
+    const dxf::Drawing& drawing = DatabaseState::of(database_)->drawing();
+    walked_.clear();
+    for (dxf::RecordId id = drawing.next(head_); id != end_ && id != dxf::kNoRecord; id = drawing.next(id))
+        if (shows(id)) walked_.push_back(id);
+}
+
+void AcDbBlockTableRecordIterator::start(bool atBeginning, bool) {
+    current_ = end_;
+    if (head_ == dxf::kNoRecord) return;
+    if (atBeginning) {
+        current_ = head_;
+        step();
+        return;
+    }
+    gather();
+    if (walked_.empty()) return;
+    place_ = walked_.size() - 1;
+    current_ = walked_.back();
+}
+
+bool AcDbBlockTableRecordIterator::done() const {
+    return current_ == end_ || current_ == dxf::kNoRecord;
+}
+
+void AcDbBlockTableRecordIterator::step(bool forward, bool) {
+    if (done()) return;
+    const dxf::Drawing& drawing = DatabaseState::of(database_)->drawing();
+    if (forward) {
+        do
+            current_ = drawing.next(current_);
+        while (!done() && !shows(current_));
+        return;
+    }
+    if (place_ >= walked_.size() || walked_[place_] != current_) {
+        gather();
+        const auto found = std::find(walked_.begin(), walked_.end(), current_);
+        place_ = static_cast<std::size_t>(found - walked_.begin());
+    }
+    do {
+        if (place_ == 0 || place_ >= walked_.size()) {
+            current_ = end_;
+            return;
+        }
+        current_ = walked_[--place_];
+    } while (!shows(current_));
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntityId(AcDbObjectId& entityId) const {
+    entityId.setNull();
+    const DatabaseState* state = DatabaseState::of(database_);
+    if (!state || done()) return Acad::eEndOfObject;
+    entityId = AcDbObjectId(state->number, current_);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntity(AcDbEntity*& entity, AcDb::OpenMode mode,
+                                                          bool openErased) const {
+    entity = nullptr;
+    AcDbObjectId entityId;
+    const Acad::ErrorStatus status = getEntityId(entityId);
+    return status == Acad::eOk ? acdbOpenObject(entity, entityId, mode, openErased) : status;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::seek(AcDbObjectId entityId) {
+    if (entityId.database() != database_ || head_ == dxf::kNoRecord) return Acad::eKeyNotFound;
+    gather();
+    if (std::find(walked_.begin(), walked_.end(), entityId.recordNumber()) == walked_.end()) return Acad::eKeyNotFound;
+    current_ = entityId.recordNumber();
+    return Acad::eOk;
+}

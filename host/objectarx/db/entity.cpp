@@ -1,0 +1,293 @@
+// Entities: what they all share, and the few kinds that tell more.
+#include <cmath>
+
+#include "acutads.h"
+#include "dbents.h"
+#include "host/objectarx/db/state.h"
+#include "host/platform/codepage.h"
+
+using qrs::host::DatabaseState;
+using qrs::host::newString;
+using qrs::host::ObjectTags;
+using qrs::host::TableKind;
+namespace dxf = qrs::dxf;
+
+ACRX_DEFINE_DXF_MEMBERS(AcDbBlockReference, AcDbEntity, "INSERT")
+ACRX_DEFINE_DXF_MEMBERS(AcDbText, AcDbEntity, "TEXT")
+ACRX_DEFINE_DXF_MEMBERS(AcDbViewport, AcDbEntity, "VIEWPORT")
+
+namespace {
+
+constexpr int kLayerCode = 8;
+constexpr int kLinetypeCode = 6;
+constexpr int kColorCode = 62;
+constexpr int kTrueColorCode = 420;
+constexpr int kColorNameCode = 430;
+constexpr int kVisibilityCode = 60;
+constexpr int kLinetypeScaleCode = 48;
+constexpr int kLineWeightCode = 370;
+constexpr int kByLayerIndex = 256;
+constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180.0;
+
+// The tags all entities share. Nothing for an entity outside a drawing.
+ObjectTags commonTags(const AcDbEntity& entity) {
+    const DatabaseState* state = DatabaseState::of(entity.database());
+    if (!state) return ObjectTags();
+    const dxf::RecordId record = state->recordOf(DatabaseState::recordNumber(entity));
+    return ObjectTags(&state->drawing(), record, qrs::host::entityFormat(), ObjectTags::Part::Common);
+}
+
+const dxf::Record* recordOf(const AcDbEntity& entity) {
+    const DatabaseState* state = DatabaseState::of(entity.database());
+    return state ? &state->drawing().record(DatabaseState::recordNumber(entity)) : nullptr;
+}
+
+}  // namespace
+
+AcRxClass* AcDbEntity::desc() {
+    static AcRxClass description(L"AcDbEntity", AcDbObject::desc());
+    return &description;
+}
+
+AcRxClass* AcDbEntity::isA() const {
+    DatabaseState* state = DatabaseState::of(database());
+    return state ? state->classOf(record()) : AcDbEntity::desc();
+}
+
+// Applies a change to the entity, then to the vertices that follow it.
+template <typename Change>
+Acad::ErrorStatus AcDbEntity::changeCommon(bool doSubents, Change&& change) {
+    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
+    DatabaseState* state = DatabaseState::of(database());
+    if (!state) return Acad::eNotInDatabase;
+    dxf::Drawing& drawing = state->drawing();
+    ObjectTags own = commonTags(*this);
+    change(own);
+    if (!doSubents) return Acad::eOk;
+    for (dxf::RecordId id = drawing.next(record()); id != dxf::kNoRecord; id = drawing.next(id)) {
+        const dxf::Record& sub = drawing.record(id);
+        if ((sub.flags & dxf::kSubEntity) == 0 || sub.owner != record()) break;
+        // Attributes of a block reference keep what they have.
+        if (drawing.typeName(sub.type) == "ATTRIB") continue;
+        ObjectTags tags(&drawing, id, qrs::host::entityFormat(), ObjectTags::Part::Common);
+        change(tags);
+    }
+    return Acad::eOk;
+}
+
+// --- layer
+
+AcDbObjectId AcDbEntity::layerId() const {
+    DatabaseState* state = DatabaseState::of(database());
+    return state ? state->idOf(state->layerOf(record())) : AcDbObjectId();
+}
+
+ACHAR* AcDbEntity::layer() const {
+    DatabaseState* state = DatabaseState::of(database());
+    if (!state) return newString(L"0");
+    const dxf::RecordId layer = state->layerOf(record());
+    if (layer != dxf::kNoRecord) return newString(state->tables().nameOf(layer));
+    return newString(commonTags(*this).text(kLayerCode, L"0"));
+}
+
+Acad::ErrorStatus AcDbEntity::setLayer(const ACHAR* newLayer, bool doSubents) {
+    DatabaseState* state = DatabaseState::of(database());
+    if (!state) return Acad::eNotInDatabase;
+    if (!newLayer) return Acad::eInvalidInput;
+    const dxf::RecordId layer = state->tables().find(TableKind::Layer, newLayer);
+    return layer == dxf::kNoRecord ? Acad::eKeyNotFound : setLayer(state->idOf(layer), doSubents);
+}
+
+Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId newLayer, bool doSubents) {
+    DatabaseState* state = DatabaseState::of(database());
+    if (!state) return Acad::eNotInDatabase;
+    TableKind kind = TableKind::Block;
+    const dxf::RecordId layer = newLayer.recordNumber();
+    const bool isLayer = newLayer.databaseNumber() == state->number && newLayer.isValid() && !newLayer.isErased() &&
+                         !DatabaseState::isTable(layer) && layer < state->drawing().recordCount() &&
+                         state->tables().kindOf(layer, kind) && kind == TableKind::Layer;
+    if (!isLayer) return Acad::eInvalidLayer;
+    const std::wstring name = state->tables().nameOf(layer);
+    return changeCommon(doSubents, [&](ObjectTags& tags) {
+        // Another spelling of the same layer is left as it is.
+        if (qrs::platform::compareNoCase(tags.text(kLayerCode), name) != 0) tags.setText(kLayerCode, name);
+    });
+}
+
+// --- colour
+
+AcCmColor AcDbEntity::color() const {
+    const ObjectTags tags = commonTags(*this);
+    AcCmColor color;
+    const std::int64_t trueColor = tags.integer(kTrueColorCode, -1);
+    if (trueColor >= 0) {
+        color.setRGB(static_cast<Adesk::UInt8>(trueColor >> 16), static_cast<Adesk::UInt8>(trueColor >> 8),
+                     static_cast<Adesk::UInt8>(trueColor));
+        return color;
+    }
+    color.setColorIndex(colorIndex());
+    return color;
+}
+
+Acad::ErrorStatus AcDbEntity::setColor(const AcCmColor& color, bool doSubents) {
+    if (color.isByColor()) {
+        if (!commonTags(*this).canCarry(kTrueColorCode)) return Acad::eNotApplicable;
+        return changeCommon(doSubents, [&](ObjectTags& tags) {
+            const int rgb = color.red() * 65536 + color.green() * 256 + color.blue();
+            if (tags.integer(kTrueColorCode, -1) == rgb) return;
+            tags.setInteger(kColorCode, color.colorIndex());
+            tags.setInteger(kTrueColorCode, rgb);
+            tags.removeAll(kColorNameCode);
+        });
+    }
+    if (!color.isByLayer() && !color.isByBlock() && !color.isByACI()) return Acad::eInvalidInput;
+    return setColorIndex(color.colorIndex(), doSubents);
+}
+
+Adesk::UInt16 AcDbEntity::colorIndex() const {
+    const std::int64_t index = commonTags(*this).integer(kColorCode, kByLayerIndex);
+    return static_cast<Adesk::UInt16>(index >= 0 && index <= kByLayerIndex ? index : kByLayerIndex);
+}
+
+Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool doSubents) {
+    if (index > kByLayerIndex) return Acad::eInvalidInput;
+    return changeCommon(doSubents, [&](ObjectTags& tags) {
+        tags.removeAll(kTrueColorCode);
+        tags.removeAll(kColorNameCode);
+        if (tags.integer(kColorCode, kByLayerIndex) != index) tags.setInteger(kColorCode, index);
+    });
+}
+
+// --- visibility
+
+AcDb::Visibility AcDbEntity::visibility() const {
+    const dxf::Record* record = recordOf(*this);
+    return record && (record->flags & dxf::kInvisible) != 0 ? AcDb::kInvisible : AcDb::kVisible;
+}
+
+Acad::ErrorStatus AcDbEntity::setVisibility(AcDb::Visibility visibility, bool doSubents) {
+    const int value = visibility == AcDb::kInvisible ? 1 : 0;
+    return changeCommon(doSubents, [&](ObjectTags& tags) {
+        if ((tags.integer(kVisibilityCode, 0) != 0) != (value != 0)) tags.setInteger(kVisibilityCode, value);
+    });
+}
+
+// --- linetype, lineweight
+
+ACHAR* AcDbEntity::linetype() const {
+    return newString(commonTags(*this).text(kLinetypeCode, L"ByLayer"));
+}
+
+AcDbObjectId AcDbEntity::linetypeId() const {
+    DatabaseState* state = DatabaseState::of(database());
+    if (!state) return AcDbObjectId();
+    return state->idOf(state->tables().find(TableKind::Linetype, commonTags(*this).text(kLinetypeCode, L"ByLayer")));
+}
+
+Acad::ErrorStatus AcDbEntity::setLinetype(const ACHAR* newLinetype, bool doSubents) {
+    DatabaseState* state = DatabaseState::of(database());
+    if (!state) return Acad::eNotInDatabase;
+    if (!newLinetype) return Acad::eInvalidInput;
+    // By layer and by block need no record: old drawings have none for them.
+    std::wstring name = newLinetype;
+    const dxf::RecordId linetype = state->tables().find(TableKind::Linetype, name);
+    const bool isLogical =
+        qrs::platform::compareNoCase(name, L"ByLayer") == 0 || qrs::platform::compareNoCase(name, L"ByBlock") == 0;
+    if (linetype == dxf::kNoRecord && !isLogical) return Acad::eKeyNotFound;
+    if (linetype != dxf::kNoRecord) name = state->tables().nameOf(linetype);
+    return changeCommon(doSubents, [&](ObjectTags& tags) {
+        if (qrs::platform::compareNoCase(tags.text(kLinetypeCode, L"ByLayer"), name) != 0)
+            tags.setText(kLinetypeCode, name);
+    });
+}
+
+Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId newLinetype, bool doSubents) {
+    DatabaseState* state = DatabaseState::of(database());
+    if (!state) return Acad::eNotInDatabase;
+    TableKind kind = TableKind::Block;
+    const dxf::RecordId linetype = newLinetype.recordNumber();
+    if (newLinetype.databaseNumber() != state->number || linetype >= state->drawing().recordCount() ||
+        newLinetype.isErased() || !state->tables().kindOf(linetype, kind) || kind != TableKind::Linetype)
+        return Acad::eInvalidInput;
+    return setLinetype(state->tables().nameOf(linetype).c_str(), doSubents);
+}
+
+double AcDbEntity::linetypeScale() const {
+    return commonTags(*this).real(kLinetypeScaleCode, 1.0);
+}
+
+Acad::ErrorStatus AcDbEntity::setLinetypeScale(double scale, bool doSubents) {
+    if (!(scale > 0.0) || !std::isfinite(scale)) return Acad::eInvalidInput;
+    if (scale == linetypeScale()) return checkWrite();
+    if (!commonTags(*this).canCarry(kLinetypeScaleCode)) return Acad::eNotApplicable;
+    return changeCommon(doSubents, [&](ObjectTags& tags) {
+        if (tags.real(kLinetypeScaleCode, 1.0) != scale) tags.setReal(kLinetypeScaleCode, scale);
+    });
+}
+
+AcDb::LineWeight AcDbEntity::lineWeight() const {
+    return static_cast<AcDb::LineWeight>(commonTags(*this).integer(kLineWeightCode, AcDb::kLnWtByLayer));
+}
+
+Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight weight, bool doSubents) {
+    if (weight == lineWeight()) return checkWrite();
+    if (!commonTags(*this).canCarry(kLineWeightCode)) return Acad::eNotApplicable;
+    return changeCommon(doSubents, [&](ObjectTags& tags) {
+        if (tags.integer(kLineWeightCode, AcDb::kLnWtByLayer) != weight) tags.setInteger(kLineWeightCode, weight);
+    });
+}
+
+// --- block references
+
+AcDbObjectId AcDbBlockReference::blockTableRecord() const {
+    DatabaseState* state = DatabaseState::of(database());
+    if (!state) return AcDbObjectId();
+    return state->idOf(state->findNamed(TableKind::Block, tags().text(2)));
+}
+
+AcGePoint3d AcDbBlockReference::position() const {
+    return qrs::host::readPoint(tags(), 10);
+}
+
+double AcDbBlockReference::rotation() const {
+    return tags().real(50, 0.0) * kRadiansPerDegree;
+}
+
+// --- text
+
+AcGePoint3d AcDbText::position() const {
+    return qrs::host::readPoint(tags(), 10);
+}
+
+double AcDbText::height() const {
+    return tags().real(40, 0.0);
+}
+
+ACHAR* AcDbText::textString() const {
+    return newString(tags().text(1));
+}
+
+Acad::ErrorStatus AcDbText::setTextString(const ACHAR* text) {
+    if (!text) return Acad::eInvalidInput;
+    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
+    tags().setText(1, text);
+    return Acad::eOk;
+}
+
+// --- viewports
+
+Adesk::Int16 AcDbViewport::number() const {
+    return static_cast<Adesk::Int16>(tags().integer(69, -1));
+}
+
+AcGePoint3d AcDbViewport::centerPoint() const {
+    return qrs::host::readPoint(tags(), 10);
+}
+
+double AcDbViewport::width() const {
+    return tags().real(40, 0.0);
+}
+
+double AcDbViewport::height() const {
+    return tags().real(41, 0.0);
+}

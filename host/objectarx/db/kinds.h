@@ -1,0 +1,23 @@
+// Which class of the interface an object of a drawing file has.
+#pragma once
+
+#include <string_view>
+
+#include "dbmain.h"
+#include "host/dxf/record.h"
+#include "host/objectarx/db/tableformat.h"
+
+namespace qrs::host {
+
+struct ObjectKind {
+    AcDbObject* (*make)();
+    AcRxClass* rxClass;
+};
+
+// By what the file calls it. Kinds without a C++ class of their own are made as AcDbEntity or AcDbObject; their
+// run-time class bears their name all the same. Lives as long as the program.
+const ObjectKind& objectKind(dxf::RecordKind recordKind, std::string_view dxfName);
+const ObjectKind& tableKind(TableKind kind);
+const ObjectKind& blockDefinitionKind();
+
+}  // namespace qrs::host

@@ -1,0 +1,193 @@
+// Layers.
+#include <algorithm>
+
+#include "dbsymtb.h"
+#include "host/objectarx/db/state.h"
+#include "host/platform/callrecord.h"
+#include "host/platform/codepage.h"
+
+using qrs::host::DatabaseState;
+using qrs::host::ObjectTags;
+using qrs::host::TableKind;
+using qrs::platform::recordCall;
+
+ACRX_DEFINE_MEMBERS(AcDbLayerTable, AcDbSymbolTable)
+ACRX_DEFINE_DXF_MEMBERS(AcDbLayerTableRecord, AcDbSymbolTableRecord, "LAYER")
+
+namespace {
+
+constexpr int kFlagsCode = 70;
+constexpr int kColorCode = 62;  // negative: the layer is off
+constexpr int kTrueColorCode = 420;
+constexpr int kColorNameCode = 430;
+constexpr int kLinetypeCode = 6;
+constexpr int kLineWeightCode = 370;
+constexpr int kPlottableCode = 290;
+constexpr int kFrozenBit = 1;
+constexpr int kFrozenInNewViewportsBit = 2;
+constexpr int kLockedBit = 4;
+constexpr int kWhite = 7;
+
+constexpr AcDb::LineWeight kWeights[] = {
+    AcDb::kLnWt000, AcDb::kLnWt005, AcDb::kLnWt009, AcDb::kLnWt013, AcDb::kLnWt015,
+    AcDb::kLnWt018, AcDb::kLnWt020, AcDb::kLnWt025, AcDb::kLnWt030, AcDb::kLnWt035,
+    AcDb::kLnWt040, AcDb::kLnWt050, AcDb::kLnWt053, AcDb::kLnWt060, AcDb::kLnWt070,
+    AcDb::kLnWt080, AcDb::kLnWt090, AcDb::kLnWt100, AcDb::kLnWt106, AcDb::kLnWt120,
+    AcDb::kLnWt140, AcDb::kLnWt158, AcDb::kLnWt200, AcDb::kLnWt211, AcDb::kLnWtByLwDefault,
+};
+
+// The palette index of a layer, without regard to on and off; white for what is no index.
+int layerIndex(const ObjectTags& tags) {
+    const std::int64_t value = tags.integer(kColorCode, kWhite);
+    const std::int64_t index = value < 0 ? -value : value;
+    return index >= 1 && index <= 255 ? static_cast<int>(index) : kWhite;
+}
+
+}  // namespace
+
+AcDbLayerTableRecord::AcDbLayerTableRecord() {
+    setOwnTags({&qrs::host::tableFormat(TableKind::Layer).record,
+                {{kFlagsCode, "0"}, {kColorCode, "7"}, {kLinetypeCode, "Continuous"}}});
+}
+
+std::wstring AcDbLayerTableRecord::recordedName() const {
+    return tags().text(2);
+}
+
+// --- states
+
+bool AcDbLayerTableRecord::isOff() const {
+    return tags().integer(kColorCode, kWhite) < 0;
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::setIsOff(bool off) {
+    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
+    recordCall("AcDbLayerTableRecord::setIsOff", recordedName(), off ? 1 : 0);
+    ObjectTags own = tags();
+    if (isOff() != off) own.setInteger(kColorCode, off ? -layerIndex(own) : layerIndex(own));
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::setFlag(const char* call, int bit, bool on) {
+    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
+    recordCall(call, recordedName(), on ? 1 : 0);
+    ObjectTags own = tags();
+    const std::int64_t flags = own.integer(kFlagsCode, 0);
+    if (((flags & bit) != 0) != on) own.setInteger(kFlagsCode, on ? flags | bit : flags & ~std::int64_t{bit});
+    return Acad::eOk;
+}
+
+bool AcDbLayerTableRecord::isFrozen() const {
+    return (tags().integer(kFlagsCode, 0) & kFrozenBit) != 0;
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::setIsFrozen(bool frozen) {
+    if (frozen && database() && database()->clayer() == objectId()) return Acad::eInvalidLayer;
+    return setFlag("AcDbLayerTableRecord::setIsFrozen", kFrozenBit, frozen);
+}
+
+bool AcDbLayerTableRecord::isLocked() const {
+    return (tags().integer(kFlagsCode, 0) & kLockedBit) != 0;
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::setIsLocked(bool locked) {
+    return setFlag("AcDbLayerTableRecord::setIsLocked", kLockedBit, locked);
+}
+
+bool AcDbLayerTableRecord::VPDFLT() const {
+    return (tags().integer(kFlagsCode, 0) & kFrozenInNewViewportsBit) != 0;
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::setVPDFLT(bool frozen) {
+    return setFlag("AcDbLayerTableRecord::setVPDFLT", kFrozenInNewViewportsBit, frozen);
+}
+
+// --- colour
+
+AcCmColor AcDbLayerTableRecord::color() const {
+    const ObjectTags own = tags();
+    AcCmColor color;
+    const std::int64_t trueColor = own.integer(kTrueColorCode, -1);
+    if (trueColor >= 0)
+        color.setRGB(static_cast<Adesk::UInt8>(trueColor >> 16), static_cast<Adesk::UInt8>(trueColor >> 8),
+                     static_cast<Adesk::UInt8>(trueColor));
+    else
+        color.setColorIndex(static_cast<Adesk::UInt16>(layerIndex(own)));
+    return color;
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::setColor(const AcCmColor& color) {
+    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
+    if (!color.isByACI() && !color.isByColor()) return Acad::eInvalidInput;
+    ObjectTags own = tags();
+    if (color.isByColor() && !own.canCarry(kTrueColorCode)) return Acad::eNotApplicable;
+    const int index = color.colorIndex();
+    const int rgb = color.red() * 65536 + color.green() * 256 + color.blue();
+    if (color.isByColor())
+        recordCall("AcDbLayerTableRecord::setColor", recordedName(), color.red(), color.green(), color.blue());
+    else
+        recordCall("AcDbLayerTableRecord::setColor", recordedName(), index);
+    if (color == this->color()) return Acad::eOk;
+    if (layerIndex(own) != index) own.setInteger(kColorCode, isOff() ? -index : index);
+    if (color.isByColor())
+        own.setInteger(kTrueColorCode, rgb);
+    else
+        own.removeAll(kTrueColorCode);
+    own.removeAll(kColorNameCode);  // the name of the colour that was
+    return Acad::eOk;
+}
+
+// --- plotting
+
+AcDb::LineWeight AcDbLayerTableRecord::lineWeight() const {
+    return static_cast<AcDb::LineWeight>(tags().integer(kLineWeightCode, AcDb::kLnWtByLwDefault));
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::setLineWeight(AcDb::LineWeight weight) {
+    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
+    if (std::find(std::begin(kWeights), std::end(kWeights), weight) == std::end(kWeights)) return Acad::eInvalidInput;
+    ObjectTags own = tags();
+    if (weight != lineWeight() && !own.canCarry(kLineWeightCode)) return Acad::eNotApplicable;
+    recordCall("AcDbLayerTableRecord::setLineWeight", recordedName(), static_cast<int>(weight));
+    if (weight != lineWeight()) own.setInteger(kLineWeightCode, weight);
+    return Acad::eOk;
+}
+
+bool AcDbLayerTableRecord::isPlottable() const {
+    return tags().integer(kPlottableCode, 1) != 0;
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::setIsPlottable(bool plottable) {
+    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
+    ObjectTags own = tags();
+    if (plottable != isPlottable() && !own.canCarry(kPlottableCode)) return Acad::eNotApplicable;
+    recordCall("AcDbLayerTableRecord::setIsPlottable", recordedName(), plottable ? 1 : 0);
+    if (plottable != isPlottable()) own.setInteger(kPlottableCode, plottable ? 1 : 0);
+    return Acad::eOk;
+}
+
+// --- linetype
+
+AcDbObjectId AcDbLayerTableRecord::linetypeObjectId() const {
+    DatabaseState* state = DatabaseState::of(database());
+    if (!state) return AcDbObjectId();
+    return state->idOf(state->tables().find(TableKind::Linetype, tags().text(kLinetypeCode, L"Continuous")));
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId id) {
+    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
+    if (id.isNull()) return Acad::eNullObjectId;
+    if (database() && id.database() != database()) return Acad::eWrongDatabase;
+    DatabaseState* state = DatabaseState::byNumber(id.databaseNumber());
+    TableKind kind = TableKind::Block;
+    if (!state || !id.isValid() || DatabaseState::isTable(id.recordNumber()) ||
+        state->recordOf(id.recordNumber()) == qrs::dxf::kNoRecord || !state->tables().kindOf(id.recordNumber(), kind) ||
+        kind != TableKind::Linetype)
+        return Acad::eWrongObjectType;
+    const std::wstring name = state->tables().nameOf(id.recordNumber());
+    recordCall("AcDbLayerTableRecord::setLinetypeObjectId", recordedName(), name);
+    ObjectTags own = tags();
+    if (qrs::platform::compareNoCase(own.text(kLinetypeCode, L"Continuous"), name) != 0)
+        own.setText(kLinetypeCode, name);
+    return Acad::eOk;
+}

@@ -1,0 +1,153 @@
+// Objects, their ids and handles, and how they are opened.
+#include "dbmain.h"
+#include "host/objectarx/db/state.h"
+#include "host/platform/codepage.h"
+
+using qrs::host::DatabaseState;
+using qrs::host::ObjectTags;
+
+ACRX_DEFINE_MEMBERS(AcDbObject, AcRxObject)
+
+// --- ids
+
+const AcDbObjectId AcDbObjectId::kNull;
+
+bool AcDbObjectId::isValid() const {
+    const DatabaseState* state = DatabaseState::byNumber(database_);
+    return state && state->isObject(record_);
+}
+
+bool AcDbObjectId::isErased() const {
+    const DatabaseState* state = DatabaseState::byNumber(database_);
+    return state && state->isErased(record_);
+}
+
+AcDbDatabase* AcDbObjectId::database() const {
+    const DatabaseState* state = DatabaseState::byNumber(database_);
+    return state ? &state->database : nullptr;
+}
+
+AcRxClass* AcDbObjectId::objectClass() const {
+    DatabaseState* state = DatabaseState::byNumber(database_);
+    return state ? state->classOf(record_) : nullptr;
+}
+
+AcDbHandle AcDbObjectId::handle() const {
+    const DatabaseState* state = DatabaseState::byNumber(database_);
+    return AcDbHandle(state ? state->handleOf(record_) : 0);
+}
+
+// --- handles
+
+AcDbHandle::AcDbHandle(const ACHAR* text) {
+    value_ = qrs::dxf::toHandle(qrs::platform::toUtf8(text ? text : L""));
+}
+
+bool AcDbHandle::getIntoAsciiBuffer(ACHAR* buffer, std::size_t length) const {
+    const std::string text = qrs::dxf::handleText(value_);
+    if (!buffer || text.size() >= length) return false;
+    for (const char digit : text)
+        *buffer++ = static_cast<ACHAR>(digit);
+    *buffer = L'\0';
+    return true;
+}
+
+// --- objects
+
+AcDbObject::AcDbObject() : record_(qrs::dxf::kNoRecord) {}
+
+AcDbObject::~AcDbObject() {
+    DatabaseState::forget(*this);
+}
+
+AcDbObjectId AcDbObject::objectId() const {
+    const DatabaseState* state = DatabaseState::of(database_);
+    return state ? AcDbObjectId(state->number, record_) : AcDbObjectId();
+}
+
+AcDbObjectId AcDbObject::ownerId() const {
+    DatabaseState* state = DatabaseState::of(database_);
+    return state ? state->idOf(state->ownerOf(record_)) : AcDbObjectId();
+}
+
+void AcDbObject::getAcDbHandle(AcDbHandle& handle) const {
+    handle = objectId().handle();
+}
+
+Acad::ErrorStatus AcDbObject::close() {
+    return DatabaseState::close(*this);
+}
+
+Acad::ErrorStatus AcDbObject::upgradeOpen() {
+    if (!database_) return Acad::eNotInDatabase;
+    if (writer_) return Acad::eWasOpenForWrite;
+    if (readers_ != 1) return Acad::eWasOpenForRead;
+    readers_ = 0;
+    writer_ = true;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::downgradeOpen() {
+    if (!database_) return Acad::eNotInDatabase;
+    if (!writer_) return Acad::eNotOpenForWrite;
+    readers_ = 1;
+    writer_ = false;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::erase(bool erasing) {
+    DatabaseState* state = DatabaseState::of(database_);
+    if (!state) return Acad::eNotInDatabase;
+    if (!writer_) return Acad::eNotOpenForWrite;
+    return state->erase(record_, erasing);
+}
+
+bool AcDbObject::isErased() const {
+    const DatabaseState* state = DatabaseState::of(database_);
+    return state && state->isErased(record_);
+}
+
+AcDbObjectId AcDbObject::extensionDictionary() const {
+    const DatabaseState* state = DatabaseState::of(database_);
+    const qrs::dxf::RecordId record = state ? state->recordOf(record_) : qrs::dxf::kNoRecord;
+    if (record == qrs::dxf::kNoRecord) return AcDbObjectId();
+    qrs::dxf::TagCursor cursor = state->drawing().tags(record);
+    qrs::dxf::Tag tag;
+    bool inGroup = false;
+    while (cursor.next(tag)) {
+        if (tag.code == 102) inGroup = qrs::dxf::trimmed(tag.value) == "{ACAD_XDICTIONARY";
+        if (inGroup && tag.code == 360) return state->idOf(state->drawing().findHandle(qrs::dxf::toHandle(tag.value)));
+    }
+    return AcDbObjectId();
+}
+
+ObjectTags AcDbObject::tags() const {
+    const DatabaseState* state = DatabaseState::of(database_);
+    if (!state) return own_ ? ObjectTags(own_.get()) : ObjectTags();
+    const qrs::dxf::RecordId record = state->recordOf(record_);
+    if (record == qrs::dxf::kNoRecord) return ObjectTags();
+    return ObjectTags(&state->drawing(), record, state->formatOf(record_), ObjectTags::Part::Whole);
+}
+
+void AcDbObject::setOwnTags(qrs::host::DetachedTags tags) {
+    own_ = std::make_unique<qrs::host::DetachedTags>(std::move(tags));
+}
+
+Acad::ErrorStatus AcDbObject::checkWrite() const {
+    if (orphan_) return Acad::eNoDatabase;
+    if (!database_ && !own_) return Acad::eNotInDatabase;
+    return writer_ ? Acad::eOk : Acad::eNotOpenForWrite;
+}
+
+// --- opening
+
+Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) {
+    object = nullptr;
+    if (id.isNull()) return Acad::eNullObjectId;
+    DatabaseState* state = DatabaseState::byNumber(id.databaseNumber());
+    return state ? state->open(object, id.recordNumber(), mode, openErased) : Acad::eNoDatabase;
+}
+
+Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) {
+    return acdbOpenObject(entity, id, mode, openErased);
+}

@@ -1,0 +1,99 @@
+// Everything a database keeps beside its drawing file: its number, names, tables, blocks, and the objects that are
+// open.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "dbmain.h"
+#include "gepnt3d.h"
+#include "host/dxf/drawing.h"
+#include "host/objectarx/db/blocks.h"
+#include "host/objectarx/db/kinds.h"
+#include "host/objectarx/db/tables.h"
+
+namespace qrs::host {
+
+class DatabaseState {
+  public:
+    DatabaseState(AcDbDatabase& owner, std::unique_ptr<dxf::Drawing> content);
+    ~DatabaseState();
+    DatabaseState(const DatabaseState&) = delete;
+    DatabaseState& operator=(const DatabaseState&) = delete;
+
+    // Null for null; null when no open drawing has the number.
+    static DatabaseState* of(const AcDbDatabase* database) { return database ? database->state_.get() : nullptr; }
+    static DatabaseState* byNumber(std::uint32_t number);
+    // Another drawing in place of the present one; not while objects are open.
+    void replace(std::unique_ptr<dxf::Drawing> content);
+    bool hasOpenObjects() const { return !open_.empty(); }
+
+    AcDbDatabase& database;
+    const std::uint32_t number;
+    std::filesystem::path path;  // native; empty for a new drawing
+    std::wstring fileName;       // inner form
+    std::wstring displayName;
+
+    dxf::Drawing& drawing() const { return *drawing_; }
+    SymbolTables& tables() { return *tables_; }
+    BlockIndex& blocks() { return *blocks_; }
+
+    // --- ids
+    AcDbObjectId idOf(std::uint32_t record) const;
+    // kNoRecord as well for tables that the file lacks and unnamed spaces.
+    dxf::RecordId recordOf(std::uint32_t object) const;
+    bool isObject(std::uint32_t object) const;
+    bool isErased(std::uint32_t object) const;
+    std::uint64_t handleOf(std::uint32_t object) const;
+    std::uint32_t ownerOf(std::uint32_t object);  // kNoRecord when unknown
+    static bool isTable(std::uint32_t object) { return object >= kTableIds && object < kTableIds + kTableCount; }
+    static std::uint32_t tableId(TableKind kind) { return kTableIds + static_cast<std::uint32_t>(kind); }
+
+    // --- the layer an entity names, and what is found by name in tables; kNoRecord when there is none
+    dxf::RecordId layerOf(dxf::RecordId entity);
+    dxf::RecordId layerNamed(dxf::NameId name);
+    std::uint32_t findNamed(TableKind kind, std::wstring_view name);
+
+    // --- objects
+    Acad::ErrorStatus open(AcDbObject*& object, std::uint32_t record, AcDb::OpenMode mode, bool openErased);
+    static Acad::ErrorStatus close(AcDbObject& object);
+    // A new object becomes the record's, open for writing.
+    void adopt(AcDbObject& object, std::uint32_t record);
+    static void forget(AcDbObject& object);
+    AcRxClass* classOf(std::uint32_t object);
+    // The tags of an object outside any drawing; null for others.
+    static DetachedTags* ownTags(const AcDbObject& object) { return object.own_.get(); }
+    static std::uint32_t recordNumber(const AcDbObject& object) { return object.record_; }
+    const RecordFormat& formatOf(std::uint32_t object) const;
+    Acad::ErrorStatus erase(std::uint32_t object, bool erasing);
+
+  private:
+    const ObjectKind& kindOf(std::uint32_t object);
+    static Acad::ErrorStatus addOpening(AcDbObject& object, AcDb::OpenMode mode);
+    Acad::ErrorStatus bringBack(std::uint32_t object);
+    void gatherBlock(const Block& block, std::vector<dxf::RecordId>& leaving) const;
+    void gatherExtension(dxf::RecordId record, std::vector<dxf::RecordId>& leaving) const;
+
+    std::unique_ptr<dxf::Drawing> drawing_;
+    std::unique_ptr<SymbolTables> tables_;
+    std::unique_ptr<BlockIndex> blocks_;
+    std::unordered_map<std::uint32_t, AcDbObject*> open_;
+    std::unordered_map<std::uint32_t, std::vector<dxf::RecordId>> erasedWith_;  // what left the drawing with an object
+    std::vector<dxf::RecordId> layerByName_;                                    // by NameId
+    unsigned layerAge_ = 0;
+    std::vector<const ObjectKind*> entityKinds_;  // by type
+};
+
+// The dictionary all others lie under; kNoRecord when the drawing has none.
+dxf::RecordId rootDictionary(const dxf::Drawing& drawing);
+
+// Coordinates from the tags code, code + 10 and code + 20; 0 for those missing.
+AcGePoint3d readPoint(const ObjectTags& tags, int code);
+
+// A copy for callers that release it with acutDelString.
+ACHAR* newString(const std::wstring& text);
+
+}  // namespace qrs::host

@@ -1,0 +1,213 @@
+// Symbol tables and their records in general.
+#include <cwchar>
+
+#include "acutads.h"
+#include "dbsymtb.h"
+#include "host/objectarx/db/state.h"
+#include "host/platform/callrecord.h"
+#include "host/platform/codepage.h"
+
+using qrs::host::DatabaseState;
+using qrs::host::TableKind;
+namespace dxf = qrs::dxf;
+
+ACRX_DEFINE_MEMBERS(AcDbSymbolTableRecord, AcDbObject)
+ACRX_DEFINE_MEMBERS(AcDbSymbolTable, AcDbObject)
+
+namespace {
+
+TableKind kindOfTable(std::uint32_t table) {
+    return static_cast<TableKind>(table - qrs::host::kTableIds);
+}
+
+bool isSymbolName(const ACHAR* name) {
+    return name && *name && !std::wcspbrk(name, L"<>/\\\":;?*|,=`\n\r");
+}
+
+std::vector<std::uint32_t> recordsOf(DatabaseState& state, TableKind kind) {
+    if (kind != TableKind::Block) return state.tables().records(kind);
+    std::vector<std::uint32_t> records;
+    for (const qrs::host::Block& block : state.blocks().blocks())
+        records.push_back(block.id);
+    return records;
+}
+
+// Everything that names a layer: entities, block heads, the current layer, and extended data.
+void renameLayerReferences(DatabaseState& state, dxf::RecordId layer, std::wstring_view name) {
+    dxf::Drawing& drawing = state.drawing();
+    const std::string spelled = qrs::host::writeText(drawing, name);
+    const std::wstring oldName = state.tables().nameOf(layer);
+    const auto isOld = [&](std::string_view value) {
+        return qrs::platform::compareNoCase(qrs::host::readText(drawing, value), oldName) == 0;
+    };
+    for (dxf::RecordId id = drawing.first(); id != dxf::kNoRecord; id = drawing.next(id)) {
+        dxf::Tag tag;
+        const dxf::Record& record = drawing.record(id);
+        const bool isCurrentLayer = record.kind == dxf::RecordKind::HeaderVariable &&
+                                    drawing.typeName(record.type) == "$CLAYER" && drawing.findTag(id, 8, tag) &&
+                                    isOld(tag.value);
+        const bool liesOnLayer = record.layer != dxf::kNoName && state.layerNamed(record.layer) == layer;
+        if ((isCurrentLayer || liesOnLayer) && drawing.findTag(id, 8, tag)) drawing.setValue(id, tag, spelled);
+        if ((drawing.record(id).flags & dxf::kHasXdata) == 0) continue;
+        for (int nth = 0; drawing.findTag(id, 1003, tag, nth); ++nth)
+            if (isOld(tag.value)) drawing.setValue(id, tag, spelled);
+    }
+}
+
+}  // namespace
+
+// --- records
+
+AcDbSymbolTableRecord::AcDbSymbolTableRecord() = default;
+
+Acad::ErrorStatus AcDbSymbolTableRecord::getName(const ACHAR*& name) const {
+    name = nullptr;
+    if (!isReadEnabled()) return Acad::eNotOpenForRead;
+    DatabaseState* state = DatabaseState::of(database());
+    const qrs::host::Block* block = state ? state->blocks().byId(record()) : nullptr;
+    nameText_ = block ? block->name : tags().text(2);
+    name = nameText_.c_str();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSymbolTableRecord::getName(ACHAR*& name) const {
+    const ACHAR* own = nullptr;
+    name = nullptr;
+    const Acad::ErrorStatus status = getName(own);
+    return status == Acad::eOk ? acutNewString(own, name) : status;
+}
+
+Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* name) {
+    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
+    if (!isSymbolName(name)) return Acad::eInvalidInput;
+    DatabaseState* state = DatabaseState::of(database());
+    if (state) {
+        TableKind kind;
+        if (!state->tables().kindOf(record(), kind)) return Acad::eNotApplicable;
+        const std::wstring present = state->tables().nameOf(record());
+        if (present == name) return Acad::eOk;
+        if (kind != TableKind::Layer) return Acad::eNotApplicable;
+        if (present == L"0") return Acad::eInvalidInput;
+        const dxf::RecordId other = state->tables().find(kind, name);
+        if (other != dxf::kNoRecord && other != record()) return Acad::eDuplicateRecordName;
+        renameLayerReferences(*state, record(), name);
+    }
+    qrs::platform::recordCall(
+        isA() == AcDbLayerTableRecord::desc() ? "AcDbLayerTableRecord::setName" : "AcDbSymbolTableRecord::setName",
+        name);
+    tags().setText(2, name);
+    if (state) state->tables().renamed(TableKind::Layer);
+    return Acad::eOk;
+}
+
+// --- iterators
+
+AcDbSymbolTableIterator::AcDbSymbolTableIterator(AcDbDatabase* database, std::uint32_t table, bool atBeginning)
+    : database_(database), table_(table) {
+    start(atBeginning);
+}
+
+void AcDbSymbolTableIterator::start(bool atBeginning, bool) {
+    DatabaseState* state = DatabaseState::of(database_);
+    records_.clear();
+    if (state) records_ = recordsOf(*state, kindOfTable(table_));
+    position_ = atBeginning || records_.empty() ? 0 : records_.size() - 1;
+}
+
+bool AcDbSymbolTableIterator::done() const {
+    return position_ >= records_.size();
+}
+
+void AcDbSymbolTableIterator::passErased(bool forward) {
+    const DatabaseState* state = DatabaseState::of(database_);
+    while (!done() && state && state->isErased(records_[position_]))
+        position_ = forward ? position_ + 1 : position_ == 0 ? records_.size() : position_ - 1;
+}
+
+void AcDbSymbolTableIterator::step(bool forward, bool) {
+    if (done()) return;
+    position_ = forward ? position_ + 1 : position_ == 0 ? records_.size() : position_ - 1;
+    passErased(forward);
+}
+
+Acad::ErrorStatus AcDbSymbolTableIterator::getRecordId(AcDbObjectId& recordId) const {
+    recordId.setNull();
+    const DatabaseState* state = DatabaseState::of(database_);
+    if (done() || !state) return Acad::eEndOfObject;
+    recordId = state->idOf(records_[position_]);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSymbolTableIterator::getRecord(AcDbSymbolTableRecord*& record, AcDb::OpenMode mode,
+                                                     bool openErased) const {
+    record = nullptr;
+    AcDbObjectId recordId;
+    const Acad::ErrorStatus status = getRecordId(recordId);
+    return status == Acad::eOk ? acdbOpenObject(record, recordId, mode, openErased) : status;
+}
+
+Acad::ErrorStatus AcDbSymbolTableIterator::seek(AcDbObjectId recordId) {
+    for (std::size_t i = 0; i < records_.size(); ++i) {
+        if (recordId.database() != database_ || records_[i] != recordId.recordNumber()) continue;
+        position_ = i;
+        return Acad::eOk;
+    }
+    return Acad::eKeyNotFound;
+}
+
+// --- tables
+
+Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* name, AcDbObjectId& recordId, bool) const {
+    recordId.setNull();
+    DatabaseState* state = DatabaseState::of(database());
+    if (!isReadEnabled() || !state) return Acad::eNotOpenForRead;
+    if (!name) return Acad::eInvalidInput;
+    const std::uint32_t found = state->findNamed(kindOfTable(record()), name);
+    if (found == dxf::kNoRecord) return Acad::eKeyNotFound;
+    recordId = state->idOf(found);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* name, AcDbSymbolTableRecord*& tableRecord, AcDb::OpenMode mode,
+                                         bool openErased) const {
+    tableRecord = nullptr;
+    AcDbObjectId recordId;
+    const Acad::ErrorStatus status = getAt(name, recordId, openErased);
+    return status == Acad::eOk ? acdbOpenObject(tableRecord, recordId, mode, openErased) : status;
+}
+
+bool AcDbSymbolTable::has(const ACHAR* name) const {
+    AcDbObjectId recordId;
+    return getAt(name, recordId) == Acad::eOk;
+}
+
+bool AcDbSymbolTable::has(AcDbObjectId recordId) const {
+    DatabaseState* state = DatabaseState::of(database());
+    return state && recordId.databaseNumber() == state->number && recordId.isValid() && !recordId.isErased() &&
+           state->ownerOf(recordId.recordNumber()) == record();
+}
+
+Acad::ErrorStatus AcDbSymbolTable::newIterator(AcDbSymbolTableIterator*& iterator, bool atBeginning, bool) const {
+    iterator = nullptr;
+    if (!isReadEnabled() || !database()) return Acad::eNotOpenForRead;
+    iterator = new AcDbSymbolTableIterator(database(), record(), atBeginning);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSymbolTable::addRecord(AcDbObjectId& recordId, AcDbSymbolTableRecord* newRecord) {
+    recordId.setNull();
+    DatabaseState* state = DatabaseState::of(database());
+    if (!state || !isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (!newRecord) return Acad::eNullObjectPointer;
+    const qrs::host::DetachedTags* own = DatabaseState::ownTags(*newRecord);
+    if (newRecord->database() || !own) return Acad::eAlreadyInDb;
+    const ACHAR* name = nullptr;
+    if (newRecord->getName(name) != Acad::eOk || !*name) return Acad::eInvalidInput;
+    const TableKind kind = kindOfTable(record());
+    if (state->tables().find(kind, name) != dxf::kNoRecord) return Acad::eDuplicateRecordName;
+    qrs::platform::recordCall("AcDbSymbolTable::add", qrs::host::tableFormat(kind).name, name);
+    const dxf::RecordId added = state->tables().add(kind, *own);
+    state->adopt(*newRecord, added);
+    recordId = state->idOf(added);
+    return Acad::eOk;
+}

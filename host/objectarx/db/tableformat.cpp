@@ -1,0 +1,50 @@
+// The symbol tables of drawing files, as data.
+#include "host/objectarx/db/tableformat.h"
+
+namespace qrs::host {
+
+namespace {
+
+constexpr CodeFormat kNamedCodes[] = {{2, ""}, {70, ""}};
+constexpr CodeFormat kLinetypeCodes[] = {{2, ""},  {70, ""}, {3, ""},  {72, ""},
+                                         {73, ""}, {40, ""}, {49, ""}, {74, "AC1012"}};
+constexpr CodeFormat kLayerCodes[] = {{2, ""},         {70, ""},        {62, ""},        {420, "AC1018"},
+                                      {430, "AC1018"}, {6, ""},         {290, "AC1015"}, {370, "AC1015"},
+                                      {390, "AC1015"}, {347, "AC1021"}, {348, "AC1021"}};
+constexpr CodeFormat kTextStyleCodes[] = {{2, ""},  {70, ""}, {40, ""}, {41, ""}, {50, ""},
+                                          {71, ""}, {42, ""}, {3, ""},  {4, ""}};
+
+// Plot style, material and visual style are those of the layer beside; the lineweight is the default one.
+constexpr SiblingTag kLayerSiblingTags[] = {{370, "-3"}, {390, nullptr}, {347, nullptr}, {348, nullptr}};
+
+template <std::size_t Count>
+constexpr RecordFormat formatOf(const CodeFormat (&codes)[Count]) {
+    return {codes, Count};
+}
+
+const TableFormat kTables[kTableCount] = {
+    {TableKind::Viewport, "VPORT", "AcDbViewportTableRecord", 5, formatOf(kNamedCodes), nullptr, 0},
+    {TableKind::Linetype, "LTYPE", "AcDbLinetypeTableRecord", 5, formatOf(kLinetypeCodes), nullptr, 0},
+    {TableKind::Layer, "LAYER", "AcDbLayerTableRecord", 5, formatOf(kLayerCodes), kLayerSiblingTags,
+     std::size(kLayerSiblingTags)},
+    {TableKind::TextStyle, "STYLE", "AcDbTextStyleTableRecord", 5, formatOf(kTextStyleCodes), nullptr, 0},
+    {TableKind::View, "VIEW", "AcDbViewTableRecord", 5, formatOf(kNamedCodes), nullptr, 0},
+    {TableKind::Ucs, "UCS", "AcDbUCSTableRecord", 5, formatOf(kNamedCodes), nullptr, 0},
+    {TableKind::RegApp, "APPID", "AcDbRegAppTableRecord", 5, formatOf(kNamedCodes), nullptr, 0},
+    {TableKind::DimStyle, "DIMSTYLE", "AcDbDimStyleTableRecord", 105, formatOf(kNamedCodes), nullptr, 0},
+    {TableKind::Block, "BLOCK_RECORD", "AcDbBlockTableRecord", 5, formatOf(kNamedCodes), nullptr, 0},
+};
+
+}  // namespace
+
+const TableFormat& tableFormat(TableKind kind) {
+    return kTables[static_cast<std::size_t>(kind)];
+}
+
+const TableFormat* findTableFormat(std::string_view name) {
+    for (const TableFormat& format : kTables)
+        if (format.name == name) return &format;
+    return nullptr;
+}
+
+}  // namespace qrs::host
