@@ -68,7 +68,7 @@ class Drawing {
     // --- tags. Bytes, tags and cursors of a record hold until that record is changed; those of other records stay
     // good.
     std::string_view bytes(RecordId id) const;
-    TagCursor tags(RecordId id) const { return TagCursor(bytes(id)); }
+    TagCursor tags(RecordId id) const { return TagCursor(bytes(id), index_.lineEnd); }
     // The nth tag with a code, counted from 0; xdata (codes from 1000 on) and tags inside 102 {...} groups are not
     // looked at unless the code itself is such. False when there is none.
     bool findTag(RecordId id, int code, Tag& tag, int nth = 0) const;

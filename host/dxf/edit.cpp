@@ -83,7 +83,7 @@ void Drawing::rewrite(RecordId id, std::string_view bytes) {
 void Drawing::reindex(RecordId id) {
     Record& one = index_.records[id];
     const std::uint64_t handle = one.handle;
-    TagCursor cursor(bytes(id));
+    TagCursor cursor = tags(id);
     Tag tag;
     FieldReader fields;
     if (cursor.next(tag)) one.type = typeNumber(index_.types.internCopy(trimmed(tag.value)));

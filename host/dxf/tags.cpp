@@ -8,7 +8,7 @@
 
 namespace qrs::dxf {
 
-TagCursor::TagCursor(std::string_view record) : record_(record), lineEnd_(lineEndOf(record)) {}
+TagCursor::TagCursor(std::string_view record) : TagCursor(record, lineEndOf(record)) {}
 
 bool TagCursor::next(Tag& tag) {
     const char* const begin = record_.data();

@@ -25,6 +25,9 @@ struct NewTag {
 // Walks the tags of one record. Only well-formed records reach it: the reader checks each line when it opens a file.
 class TagCursor {
   public:
+    // lineEnd is the byte that ends the drawing's lines: LF (a CR before it belongs to the end), or CR.
+    TagCursor(std::string_view record, char lineEnd) : record_(record), lineEnd_(lineEnd) {}
+    // For a record by itself: its first line tells.
     explicit TagCursor(std::string_view record);
     // False at the end of the record, and where what follows is no tag (behind EOF). Comments (999) are passed over.
     bool next(Tag& tag);
