@@ -58,7 +58,7 @@ def session(program, folder):
     typist.sees("*Cancel*")
     typist.sees("Command: ")
     typist.types("NoSuchCommand\n")
-    typist.sees("NoSuchCommand")
+    typist.sees("Unknown command")
     typist.sees("Command: ")
     # Something was changed: quitting asks.
     typist.types("QUIT\n\n")

@@ -1,6 +1,8 @@
 // Scripts: how they are read, what a transcript looks like, and what stops them.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "program.h"
 
 namespace {
@@ -74,7 +76,7 @@ TEST(Script, StopsAtAFailureUnlessItKeepsGoing) {
     const Outcome stopped = place.run({"-s", "bad.scr", "--in-place", "building.dxf"});
     EXPECT_EQ(stopped.code, 1);
     EXPECT_NE(stopped.error.find("bad.scr:3: "), std::string::npos) << stopped.error;
-    EXPECT_NE(stopped.error.find("NoSuchCommand"), std::string::npos) << stopped.error;
+    EXPECT_NE(stopped.error.find("NOSUCHCOMMAND"), std::string::npos) << stopped.error;
     EXPECT_EQ(countOf(stopped.out, "REGEN\n"), 0u) << stopped.out;
     EXPECT_EQ(place.read("building.dxf"), building);
 

@@ -106,9 +106,9 @@ bool isReadOnly(const std::wstring& name) {
 }
 
 void list(const std::wstring& patterns) {
-    std::vector<std::wstring> names = ed::Variables::names();
-    const auto isOut = [&](const std::wstring& name) { return !ed::matchesWildcard(name, patterns); };
-    names.erase(std::remove_if(names.begin(), names.end(), isOut), names.end());
+    std::vector<std::wstring> names;
+    for (const std::wstring& name : ed::Variables::names())
+        if (ed::matchesWildcard(name, patterns)) names.push_back(name);
     std::sort(names.begin(), names.end());
     std::size_t width = 0;
     for (const std::wstring& name : names)

@@ -269,6 +269,13 @@ bool isHeaderVariable(std::wstring_view name) {
     return findFormat(name) != nullptr;
 }
 
+std::vector<std::wstring> headerVariableNames() {
+    std::vector<std::wstring> names;
+    for (const HeaderFormat& format : kVariables)
+        names.push_back(platform::fromUtf8(format.name));
+    return names;
+}
+
 Acad::ErrorStatus headerVariable(const AcDbDatabase* database, std::wstring_view name, resbuf& value) {
     const DatabaseState* state = DatabaseState::of(database);
     if (!state) return Acad::eNoDatabase;
