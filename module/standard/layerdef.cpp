@@ -100,7 +100,7 @@ void report(const std::wstring& path, const std::vector<int>& badLines) {
         numbers += formatInteger(badLines[i]);
     }
     if (badLines.size() > kNamed) numbers += L"……";
-    acutPrintf(L"\n旧图层定义 %s：第 %s 行无法识别，共跳过 %d 行。", path.c_str(), numbers.GetString(),
+    acutPrintf(L"\n旧图层定义 %s：第 %s 行无法识别，共跳过 %d 行。\n", path.c_str(), numbers.GetString(),
                static_cast<int>(badLines.size()));
 }
 
@@ -113,7 +113,7 @@ void readOldLayerDefinitions() {
     std::string bytes;
     platform::Error error;
     if (!platform::readFile(platform::nativePath(path), bytes, error)) {
-        acutPrintf(L"\n旧图层定义没有读取：%s", platform::fromUtf8(error.message).c_str());
+        acutPrintf(L"\n旧图层定义没有读取：%s\n", platform::fromUtf8(error.message).c_str());
         return;
     }
     const std::vector<int> badLines =

@@ -22,12 +22,12 @@ std::wstring chosenFile(const std::wstring& value) {
     return platform::fileExists(path) ? path : std::wstring();
 }
 
-// False, with a message, when the file does not load.
-bool load(StandardHolder& holder, const std::wstring& path) {
+// False, with a message that ends in the consequence, when the file does not load.
+bool load(StandardHolder& holder, const std::wstring& path, const wchar_t* consequence) {
     Standard standard;
     platform::Error error;
     if (!readStandard(path, standard, error)) {
-        acutPrintf(L"\n管线系统标准文件没有载入：%s", platform::fromUtf8(error.message).c_str());
+        acutPrintf(L"\n管线系统标准文件没有载入：%s。%s\n", platform::fromUtf8(error.message).c_str(), consequence);
         return false;
     }
     holder.adopt(std::move(standard), makeText(path));
@@ -37,7 +37,7 @@ bool load(StandardHolder& holder, const std::wstring& path) {
 void remember(const std::wstring& path, const std::wstring& value) {
     if (path == value) return;
     if (!TRegKey(GetRegLocation(kChoiceKey)).WriteString(kChoiceValue, path)) {
-        acutPrintf(L"\n不能保存当前管线系统标准的设置：%s", path.c_str());
+        acutPrintf(L"\n不能保存当前管线系统标准的设置：%s\n", path.c_str());
     }
 }
 
@@ -59,15 +59,14 @@ bool loadCurrentStandard() {
     const std::wstring byDefault = platform::joinPath(view(g_csSysPath), kDefaultFile);
     const bool choseDefault = chosen.empty() || platform::compareNoCase(chosen, byDefault) == 0;
     if (!choseDefault) {
-        if (load(holder, chosen)) {
+        if (load(holder, chosen, L"本次改用默认标准。")) {
             remember(chosen, value);
             return true;
         }
-        acutPrintf(L"\n改用默认的管线系统标准：%s", byDefault.c_str());
     }
     // A missing default file is no failure: the standard carried inside serves, and no choice is written.
     if (!platform::fileExists(byDefault)) return loadBuiltin(holder, byDefault);
-    if (!load(holder, byDefault)) return false;
+    if (!load(holder, byDefault, L"现在没有管线系统标准。")) return false;
     // When the chosen file failed, the choice stays: once the file is mended it counts again.
     if (choseDefault) remember(byDefault, value);
     return true;

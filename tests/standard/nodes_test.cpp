@@ -189,7 +189,7 @@ TEST_F(Group, AnswersOverAllSystems) {
     EXPECT_EQ(current, L"RJ");
 
     group.FindPipeSystem(L"ZJ")->AddLayerNode(makeLayer(L"文字", L"j-PIPE"));
-    EXPECT_EQ(group.CountLayer(L"J-Pipe"), 3);  // pipe and bend of J, text of ZJ
+    EXPECT_EQ(group.CountLayer(L"J-Pipe"), 6);  // pipe and bend of J; text of ZJ and the three types that borrow it
     EXPECT_FALSE(group.CanRenameLayerName(L"j", L"J-pipe"));
     EXPECT_TRUE(group.CanRenameLayerName(L"rj", L"RJ-pipe"));
     std::vector<CString> layerNames;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 #include "host/objectarx/hostapp.h"
 #include "host/platform/codepage.h"
@@ -61,8 +62,13 @@ class Selection : public testing::Test {
         const Standard* standard = currentStandard();
         return standard != nullptr && !standard->groups.empty() ? toUtf8(standard->groups[0]->GroupName()) : "(none)";
     }
+    // Each message is one line.
     int messages() const {
-        return static_cast<int>(std::count(listener.printed.begin(), listener.printed.end(), '\n'));
+        std::istringstream lines(listener.printed);
+        int count = 0;
+        for (std::string line; std::getline(lines, line);)
+            count += line.empty() ? 0 : 1;
+        return count;
     }
 
     Listener listener;
@@ -115,6 +121,7 @@ TEST_F(Selection, AFileThatDoesNotLoadIsNeverRemembered) {
     EXPECT_EQ(loadedGroup(), "default");
     EXPECT_EQ(chosen(), L"bad.qdsl");
     EXPECT_NE(listener.printed.find("bad.qdsl：第 1 行"), std::string::npos) << listener.printed;
+    EXPECT_EQ(messages(), 1);
 
     releaseStandard();
     fs::remove(folder / "sys/pwx.qdsl");
