@@ -119,6 +119,16 @@ TEST_F(SettingsTest, DamagedFileIsToldAndNeverWrittenOver) {
     EXPECT_EQ(settings.integer(L"a", L"x"), 3);
 }
 
+TEST_F(SettingsTest, FileReplacedByAnotherProgramIsSeenAtOnce) {
+    std::filesystem::create_directory(scratch / "deep");
+    // Same size, within one tick of the clock, and numbers of removed files are given again.
+    for (int round = 0; round < 100; ++round) {
+        scratch.put("fresh", "[a]\nx=i:" + std::to_string(100 + round) + "\n");
+        std::filesystem::rename(scratch / "fresh", file);
+        ASSERT_EQ(settings.integer(L"a", L"x"), 100 + round);
+    }
+}
+
 TEST_F(SettingsTest, ProgramsTogetherLoseNothing) {
     constexpr int kPrograms = 4;
     constexpr int kValues = 40;
