@@ -60,6 +60,8 @@ class Drawing {
     // The record that closes a Section, Table or Block.
     RecordId endOf(RecordId head) const;
 
+    // The name of a type number; empty for the one number that all names behind the first 65,534 share. Of a record
+    // typeNameOf is always right.
     std::string_view typeName(std::uint16_t type) const;
     std::string_view typeNameOf(RecordId id) const;
     std::string_view name(NameId id) const;  // raw bytes of an interned layer name
@@ -81,8 +83,9 @@ class Drawing {
     void insertTags(RecordId id, std::uint32_t before, const std::vector<NewTag>& tags);
     // Removes the bytes [begin, end) of a record; both are tag bounds.
     void eraseTags(RecordId id, std::uint32_t begin, std::uint32_t end);
-    // A new record before another; the first tag carries code 0 (or 9). It lies under the same owner as the record it
-    // stands before, or under that record's own container when it stands before an end.
+    // A new record before another; the first tag carries code 0 (or 9). Its owner follows from the record it then
+    // stands behind: that record itself when it is a head, otherwise what that one lies under; a VERTEX, ATTRIB or
+    // SEQEND behind a POLYLINE or INSERT belongs to it. An end closes what it lies under.
     RecordId insertRecord(RecordId before, RecordKind kind, const std::vector<NewTag>& tags);
     // Takes a record out of the drawing, or back into it with erase = false. The sub-entities of a main entity go with
     // it.

@@ -64,11 +64,32 @@ struct RawTag {
 
 enum class Cut { Tag, NoValue, NoCode };
 
+// A code line as nearly all are written: blanks, at most nine digits, the line end. Null, without a judgement, for any
+// other; otherwise where the next line begins.
+inline const char* usualCode(const char* at, const char* end, char lineEnd, int& code) {
+    while (at != end && *at == ' ')
+        ++at;
+    int number = 0;
+    const char* const digits = at;
+    for (; at != end && *at >= '0' && *at <= '9' && at - digits < 9; ++at)
+        number = number * 10 + (*at - '0');
+    if (at == digits) return nullptr;
+    if (lineEnd == '\n' && at != end && *at == '\r') ++at;
+    if (at == end || *at != lineEnd) return nullptr;
+    code = number;
+    return at + 1;
+}
+
 inline Cut cutTag(const char* at, const char* end, char lineEnd, RawTag& tag) {
-    const Line codeLine = cutLine(at, end, lineEnd);
-    if (!parseCode(codeLine.begin, codeLine.end, tag.code)) return Cut::NoCode;
-    if (!codeLine.hasEnd || codeLine.next == end) return Cut::NoValue;
-    const Line valueLine = cutLine(codeLine.next, end, lineEnd);
+    const char* value = usualCode(at, end, lineEnd, tag.code);
+    if (value == nullptr) {
+        const Line codeLine = cutLine(at, end, lineEnd);
+        if (!parseCode(codeLine.begin, codeLine.end, tag.code)) return Cut::NoCode;
+        if (!codeLine.hasEnd) return Cut::NoValue;
+        value = codeLine.next;
+    }
+    if (value == end) return Cut::NoValue;
+    const Line valueLine = cutLine(value, end, lineEnd);
     tag.value = valueLine.begin;
     tag.valueEnd = valueLine.end;
     tag.next = valueLine.next;

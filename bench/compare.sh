@@ -1,0 +1,58 @@
+#!/bin/sh
+# Compares opening, editing and saving a large drawing with plain copying of the same file.
+#
+#     bench/compare.sh BUILD_FOLDER [ENTITIES]
+#
+# Prints medians (hyperfine) and the peak memory (GNU time) of
+#   cp        copying the file
+#   session   open, rewrite 200 layer records, save           (qrs_dxf_session)
+#   move      the same and every second entity to layer 0     (qrs_dxf_session ... move)
+#   console   open, UnFrozenAllLayer, save                    (qrsconsole, where it is built)
+# Ends with 1 when a row is above its limit: 5, 8 and 5 times cp, and 1.5 times the file for session and console.
+set -eu
+
+build=${1:?usage: bench/compare.sh BUILD_FOLDER [ENTITIES]}
+entities=${2:-1000000}
+bin=$build/bin
+folder=$(mktemp -d "${TMPDIR:-/tmp}/qrs_compare.XXXXXX")
+trap 'rm -rf "$folder"' EXIT INT TERM
+drawing=$folder/drawing.dxf
+output=$folder/output.dxf
+
+"$bin/qrs_make_drawing" "$entities" 200 AC1024 "$drawing"
+size=$(wc -c <"$drawing")
+echo "$entities entities on 200 layers, $size bytes"
+printf '%-10s %10s %8s %12s %8s\n' program 'median s' 'of cp' 'peak bytes' 'of file'
+
+copied=
+failed=0
+# measure NAME TIME_LIMIT MEMORY_LIMIT COMMAND...
+measure() {
+    name=$1
+    time_limit=$2
+    memory_limit=$3
+    shift 3
+    hyperfine --shell none --warmup 2 --runs 9 --style none --export-json "$folder/times.json" "$*" >/dev/null
+    median=$(sed -n 's/.*"median": *\([0-9.e-]*\).*/\1/p' "$folder/times.json" | head -n 1)
+    /usr/bin/time -v "$@" >/dev/null 2>"$folder/memory"
+    peak=$(sed -n 's/.*Maximum resident set size (kbytes): *//p' "$folder/memory")
+    copied=${copied:-$median}
+    awk -v name="$name" -v median="$median" -v copied="$copied" -v peak="$peak" -v size="$size" \
+        -v time_limit="$time_limit" -v memory_limit="$memory_limit" 'BEGIN {
+            times = median / copied
+            memory = peak * 1024 / size
+            printf "%-10s %10.3f %8.2f %12.0f %8.2f\n", name, median, times, peak * 1024, memory
+            exit (time_limit > 0 && times > time_limit) || (memory_limit > 0 && memory > memory_limit)
+        }' || {
+        failed=1
+        echo "$name is above its limit (time $time_limit, memory $memory_limit)"
+    }
+}
+
+measure cp 0 0 cp "$drawing" "$output"
+measure session 5 1.5 "$bin/qrs_dxf_session" "$drawing" "$output"
+measure move 8 0 "$bin/qrs_dxf_session" "$drawing" "$output" move
+if [ -x "$bin/qrsconsole" ]; then
+    measure console 5 1.5 "$bin/qrsconsole" -e UnFrozenAllLayer -o "$output" "$drawing"
+fi
+exit "$failed"
