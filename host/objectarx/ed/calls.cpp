@@ -1,4 +1,5 @@
 // Printing, and commands called by programs.
+#include <algorithm>
 #include <cstdarg>
 #include <cwchar>
 #include <deque>
@@ -10,6 +11,7 @@
 #include "entitynames.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/codepage.h"
+#include "host/platform/number.h"
 #include "session.h"
 
 namespace qrs::host::ed {
@@ -17,9 +19,7 @@ namespace qrs::host::ed {
 namespace {
 
 std::wstring realText(double value) {
-    wchar_t text[40];
-    const int length = std::swprintf(text, sizeof text / sizeof text[0], L"%.15g", value);
-    return length > 0 ? std::wstring(text, static_cast<std::size_t>(length)) : std::wstring();
+    return platform::fromUtf8(platform::formatReal(value));
 }
 
 std::wstring pointText(const double* point) {

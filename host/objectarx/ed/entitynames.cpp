@@ -35,7 +35,7 @@ std::optional<AcDbObjectIdArray> namedEntities(Session& session, AcDbDatabase& d
     AcDbObjectIdArray ids;
     const std::size_t opening = std::wstring_view(kSetOpening).size();
     if (text.compare(0, opening, kSetOpening) == 0) {
-        long long number = 0;
+        int number = 0;
         if (!parseInteger(text.substr(opening, text.size() - opening - 1), number)) return std::nullopt;
         const SelectionSet* set = session.sets.find(number);
         return set ? set->ids() : ids;

@@ -2,39 +2,24 @@
 #include "points.h"
 
 #include <cmath>
-#include <cstdlib>
-#include <locale>
-#include <sstream>
+#include <optional>
+
+#include "host/platform/codepage.h"
+#include "host/platform/number.h"
 
 namespace qrs::host::ed {
 
-namespace {
-
-bool isNumberText(const std::wstring& text) {
-    return !text.empty() && text.find_first_not_of(L"+-0123456789.eE") == std::wstring::npos;
-}
-
-}  // namespace
-
 bool parseReal(const std::wstring& text, double& value) {
-    if (!isNumberText(text)) return false;
-    // Numbers of the command line have a decimal point whatever the system's language is.
-    std::istringstream stream(std::string(text.begin(), text.end()));
-    stream.imbue(std::locale::classic());
-    double read = 0;
-    stream >> read;
-    if (stream.fail() || stream.peek() != std::istringstream::traits_type::eof() || !std::isfinite(read)) return false;
-    value = read;
+    const std::optional<double> read = platform::parseReal(platform::toUtf8(text));
+    if (!read || !std::isfinite(*read)) return false;
+    value = *read;
     return true;
 }
 
-bool parseInteger(const std::wstring& text, long long& value) {
-    if (text.empty() || text.size() > 15) return false;
-    if (text.find_first_not_of(L"0123456789", text.find_first_of(L"+-") == 0 ? 1 : 0) != std::wstring::npos)
-        return false;
-    if (text.find_first_of(L"0123456789") == std::wstring::npos) return false;
-    value = std::strtoll(std::string(text.begin(), text.end()).c_str(), nullptr, 10);
-    return true;
+bool parseInteger(const std::wstring& text, int& value) {
+    const std::optional<std::int32_t> read = platform::parseInteger(platform::toUtf8(text));
+    if (read) value = *read;
+    return read.has_value();
 }
 
 bool parsePoint(const std::wstring& text, const double* base, double* point) {

@@ -10,7 +10,7 @@ namespace qrs::host::ed {
 bool parsePoint(const std::wstring& text, const double* base, double* point);
 // A finite decimal number that takes the whole text.
 bool parseReal(const std::wstring& text, double& value);
-// A whole number that takes the whole text.
-bool parseInteger(const std::wstring& text, long long& value);
+// A whole number of 32 bits that takes the whole text.
+bool parseInteger(const std::wstring& text, int& value);
 
 }  // namespace qrs::host::ed

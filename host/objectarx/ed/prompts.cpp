@@ -215,11 +215,11 @@ int acedGetInt(const ACHAR* prompt, int* result) {
     Question question(*session);
     const std::wstring wanted = wantedText(L"an integer value", question);
     return question.ask(prompt, wanted, [&](const std::wstring& text) {
-        long long value = 0;
+        int value = 0;
         if (!parseInteger(text, value)) return wanted;
         if (value < -32768 || value > 32767) return Refusal(L"Requires an integer between -32768 and 32767.");
-        Refusal refusal = refuseNumber(static_cast<double>(value), question.flags());
-        if (refusal.empty()) *result = static_cast<int>(value);
+        Refusal refusal = refuseNumber(value, question.flags());
+        if (refusal.empty()) *result = value;
         return refusal;
     });
 }

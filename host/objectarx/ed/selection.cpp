@@ -100,13 +100,16 @@ class Selecting {
         return ids;
     }
 
-    // Those that still exist and are on layers that are not frozen.
+    // Those that still exist and that the user could reach by name in the space that is current.
     AcDbObjectIdArray existing(const AcDbObjectIdArray& ids) const {
         AcDbObjectIdArray rest;
         const Visibility visibility(database_);
+        const bool modelSpace = database_.tilemode();
         for (const AcDbObjectId& id : ids) {
             const dxf::RecordId record = recordOf(id);
-            if (record != dxf::kNoRecord && isReachable(visibility, record)) rest.append(id);
+            if (record != dxf::kNoRecord && liesInCurrentSpace(drawing_, modelSpace, record) &&
+                isReachable(visibility, record))
+                rest.append(id);
         }
         return rest;
     }
@@ -146,9 +149,8 @@ class Selecting {
         Running& command = session_.running.front();
         if (!std::exchange(command.takesPickFirst, false)) return false;
         const AcDbObjectIdArray found = existing(document_.state().pickFirst);
-        for (const AcDbObjectId& id : filtered(found))
-            chosen_.add(id);
         if (found.isEmpty()) return false;
+        chosen_ = SelectionSet(filtered(found));
         report(found.length(), 0, found.length() - chosen_.ids().length());
         if (chosen_.ids().isEmpty()) return false;
         document_.state().previousSelection = chosen_.ids();
@@ -194,10 +196,13 @@ class Selecting {
         const AcDbObjectIdArray passing = filtered(found);
         int duplicates = 0;
         int removed = 0;
-        for (const AcDbObjectId& id : passing) {
-            if (removing_)
+        if (removing_) {
+            for (const AcDbObjectId& id : passing)
                 removed += chosen_.remove(id) ? 1 : 0;
-            else
+        } else if (chosen_.isEmpty()) {
+            chosen_ = SelectionSet(passing);
+        } else {
+            for (const AcDbObjectId& id : passing)
                 duplicates += chosen_.add(id) ? 0 : 1;
         }
         report(found.length(), duplicates, found.length() - passing.length(), removed);
@@ -319,7 +324,7 @@ int acedSSGet(const ACHAR* modeText, const void* pt1, const void* pt2, const res
     else
         return RTREJ;
     if (ids.isEmpty()) return RTERROR;
-    session->sets.make(ids, set);
+    session->sets.make(std::move(ids), set);
     return RTNORM;
 }
 

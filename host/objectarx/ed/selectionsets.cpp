@@ -15,24 +15,45 @@ constexpr std::int64_t kSetMark = -1;
 
 }  // namespace
 
+std::unordered_set<std::int64_t>& SelectionSet::members() const {
+    if (!indexed_) {
+        members_.reserve(static_cast<std::size_t>(ids_.length()));
+        for (const AcDbObjectId& id : ids_)
+            members_.insert(id.asOldId());
+        indexed_ = true;
+    }
+    return members_;
+}
+
+const AcDbObjectIdArray& SelectionSet::ids() const {
+    if (holdsRemoved_) {
+        AcDbObjectIdArray rest;
+        for (const AcDbObjectId& id : ids_)
+            if (has(id)) rest.append(id);
+        ids_ = std::move(rest);
+        holdsRemoved_ = false;
+    }
+    return ids_;
+}
+
 bool SelectionSet::add(AcDbObjectId id) {
-    if (!members_.insert(id.asOldId()).second) return false;
+    // One that was removed and comes back goes to the end.
+    if (holdsRemoved_) ids();
+    if (!members().insert(id.asOldId()).second) return false;
     ids_.append(id);
     return true;
 }
 
 bool SelectionSet::remove(AcDbObjectId id) {
-    if (members_.erase(id.asOldId()) == 0) return false;
-    ids_.remove(id);
+    if (members().erase(id.asOldId()) == 0) return false;
+    holdsRemoved_ = true;
     return true;
 }
 
-void SelectionSets::make(const AcDbObjectIdArray& ids, ads_name name) {
+void SelectionSets::make(AcDbObjectIdArray ids, ads_name name) {
     name[0] = ++last_;
     name[1] = kSetMark;
-    SelectionSet& set = sets_[last_];
-    for (const AcDbObjectId& id : ids)
-        set.add(id);
+    sets_.emplace(last_, SelectionSet(std::move(ids)));
 }
 
 SelectionSet* SelectionSets::find(const ads_name name) {
@@ -50,10 +71,10 @@ bool SelectionSets::release(const ads_name name) {
 
 void SelectionSets::forget(std::uint32_t database) {
     for (auto& [number, set] : sets_) {
-        SelectionSet rest;
+        AcDbObjectIdArray rest;
         for (const AcDbObjectId& id : set.ids())
-            if (id.databaseNumber() != database) rest.add(id);
-        set = std::move(rest);
+            if (id.databaseNumber() != database) rest.append(id);
+        set = SelectionSet(std::move(rest));
     }
 }
 

@@ -5,28 +5,40 @@
 #include <cstdint>
 #include <map>
 #include <unordered_set>
+#include <utility>
 
 #include "adsdef.h"
 #include "dbid.h"
 
 namespace qrs::host::ed {
 
-// Entities in the order they came in, each once.
+// Entities in the order they came in, each once. Sets of whole drawings are common, so the index of the members is only
+// made when somebody asks for one of them, and removing costs no search.
 class SelectionSet {
   public:
+    SelectionSet() = default;
+    // Each id stands there once.
+    explicit SelectionSet(AcDbObjectIdArray ids) : ids_(std::move(ids)) {}
+
     bool add(AcDbObjectId id);
     bool remove(AcDbObjectId id);
-    bool has(AcDbObjectId id) const { return members_.count(id.asOldId()) != 0; }
-    const AcDbObjectIdArray& ids() const { return ids_; }
+    bool has(AcDbObjectId id) const { return members().count(id.asOldId()) != 0; }
+    bool isEmpty() const { return ids().isEmpty(); }
+    const AcDbObjectIdArray& ids() const;
 
   private:
-    AcDbObjectIdArray ids_;
-    std::unordered_set<std::int64_t> members_;
+    std::unordered_set<std::int64_t>& members() const;
+
+    mutable AcDbObjectIdArray ids_;
+    mutable std::unordered_set<std::int64_t> members_;
+    mutable bool indexed_ = false;
+    mutable bool holdsRemoved_ = false;  // ids_ names some that are no members any more
 };
 
 class SelectionSets {
   public:
-    void make(const AcDbObjectIdArray& ids, ads_name name);
+    // Each id stands there once.
+    void make(AcDbObjectIdArray ids, ads_name name);
     // Null when the name is no set.
     SelectionSet* find(const ads_name name);
     SelectionSet* find(std::int64_t number);
