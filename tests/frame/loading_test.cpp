@@ -49,7 +49,7 @@ const char* const kStale[] = {"tcgj",          "hbtc",          "OpenLayer",    
                               "LockSelLayer",  "sfxc",          "dcsz",         "drsz"};
 
 // Loading with a drawing open: library entry, message entry, the steps of the start-up, then the drawing's message.
-Calls expectedLoading() {
+Calls expectedLoading(const std::wstring& standardFile, bool firstTime) {
     Calls calls = {"AfxInitExtensionModule()",
                    "CDynLinkLibrary::CDynLinkLibrary()",
                    "InitAol(_QRS)",
@@ -62,16 +62,19 @@ Calls expectedLoading() {
         calls.push_back(std::string("AcEdCommandStack::addCommand(QRS_PIPESTSTEM, ") + command.name + ", " +
                         command.name + ", " + std::to_string(command.flags) + ")");
     const std::string config = "(Software\\QRS\\PWX\\PWXConfig, ";
-    const Calls rest = {"TRegKey::ReadString(Software\\QRS\\PWX\\PipeSystemSetting, StandardFile)",
-                        "SetPipeSystemName",
+    const std::string choice = "(Software\\QRS\\PWX\\PipeSystemSetting, StandardFile";
+    calls.push_back("Settings::text" + choice + ")");
+    // The path stands there already the second time.
+    if (firstTime) calls.push_back("Settings::setText" + choice + ", " + platform::toUtf8(standardFile) + ")");
+    const Calls rest = {"SetPipeSystemName",
                         "ObjectUtility::ResetObjectColors()",
-                        "TRegKey::ReadString" + config + "LineTypeChnShx)",
-                        "TRegKey::ReadString" + config + "LineTypeEngShx)",
-                        "TRegKey::ReadDouble" + config + "LineTypeHeight)",
-                        "TRegKey::ReadDouble" + config + "LineTypeScale)",
+                        "Settings::text" + config + "LineTypeChnShx)",
+                        "Settings::text" + config + "LineTypeEngShx)",
+                        "Settings::real" + config + "LineTypeHeight)",
+                        "Settings::real" + config + "LineTypeScale)",
                         "AcApDocManager::addReactor()",
                         "standard::initLayerMaps()",
-                        "TRegKey::ReadInteger" + config + "nAlignTypeForVPipeDim4)",
+                        "Settings::integer" + config + "nAlignTypeForVPipeDim4)",
                         "QrsExport::FindFile(CmdConfig.xml)",
                         "AcEditor::addReactor()",
                         "AcEditor::addReactor()"};
@@ -79,14 +82,11 @@ Calls expectedLoading() {
     return calls;
 }
 
-const Calls kExpectedUnloading = {"AcEditor::removeReactor()",
-                                  "AcEdCommandStack::removeGroup(QRS_PIPESTSTEM)",
-                                  "CLayerToolBar::Release()",
-                                  "standard::releaseStandard()",
-                                  "AcApDocManager::removeReactor()",
-                                  "TRegKey::WriteInteger(Software\\QRS\\PWX\\PWXConfig, nAlignTypeForVPipeDim4, 0)",
-                                  "AcEditor::removeReactor()",
-                                  "AfxTermExtensionModule()"};
+const Calls kExpectedUnloading = {
+    "AcEditor::removeReactor()",       "AcEdCommandStack::removeGroup(QRS_PIPESTSTEM)",
+    "CLayerToolBar::Release()",        "standard::releaseStandard()",
+    "AcApDocManager::removeReactor()", "Settings::setInteger(Software\\QRS\\PWX\\PWXConfig, nAlignTypeForVPipeDim4, 0)",
+    "AcEditor::removeReactor()",       "AfxTermExtensionModule()"};
 
 // The systems of the standard are many: one entry stands for all names told in a row.
 Calls gathered(const Calls& calls) {
@@ -96,6 +96,14 @@ Calls gathered(const Calls& calls) {
         if (name != "SetPipeSystemName" || out.empty() || out.back() != name) out.push_back(name);
     }
     return out;
+}
+
+// One call a line, so that a difference shows the call.
+std::string lines(const Calls& calls) {
+    std::string text;
+    for (const std::string& call : calls)
+        text += call + "\n";
+    return text;
 }
 
 class Loading : public Frame {
@@ -117,16 +125,18 @@ void olderCommand() {}
 
 TEST_F(Loading, CallsTheHostInTheStatedOrderEveryTime) {
     open(drawingText({{"0"}, {"A", 1}}, {{"0"}}));
+    std::filesystem::copy_file(QRS_SOURCE_DIR "/data/pwx.qdsl", folder.path() / "pwx.qdsl");
+    const std::wstring standardFile = platform::innerPath(folder.path() / "pwx.qdsl");
     const std::vector<std::wstring> before = application.commandNames();
     for (int round = 0; round < 2; ++round) {
         platform::CallRecorder recorder;
         load();
-        EXPECT_EQ(gathered(recorder.calls()), expectedLoading());
+        EXPECT_EQ(lines(gathered(recorder.calls())), lines(expectedLoading(standardFile, round == 0)));
         const std::vector<std::wstring> names = application.commandNames();
         EXPECT_EQ(names.size(), before.size() + std::size(kCommands));
         recorder.clear();
         unload();
-        EXPECT_EQ(gathered(recorder.calls()), kExpectedUnloading);
+        EXPECT_EQ(lines(gathered(recorder.calls())), lines(kExpectedUnloading));
         EXPECT_EQ(application.commandNames(), before);
     }
     EXPECT_FALSE(application.hasUnsavedChanges());

@@ -99,7 +99,7 @@ TEST_F(StartUp, CommandConfigurationSetsTheDefaultsOfDrawingSettings) {
     // A damaged one is told once, with its line, and then is as none.
     folder.write("CmdConfig.xml", "<CmdConfig>\n<Function Name=\"给水功能\">\n<Item Name=\n</CmdConfig>");
     load();
-    EXPECT_EQ(count(terminal.transcript, L"CmdConfig.xml:"), 1u) << platform::toUtf8(terminal.transcript);
+    EXPECT_EQ(count(terminal.transcript, L"CmdConfig.xml：第 4 行"), 1u) << platform::toUtf8(terminal.transcript);
     EXPECT_EQ(g_nFlangeStyle, 2);
 }
 

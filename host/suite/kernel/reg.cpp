@@ -3,10 +3,8 @@
 
 #include <utility>
 
-#include "host/platform/callrecord.h"
 #include "host/platform/settings.h"
 
-using qrs::platform::recordCall;
 using qrs::platform::Settings;
 
 std::wstring GetRegLocation(const std::wstring& name) {
@@ -26,17 +24,14 @@ bool taken(const std::optional<Value>& stored, Value& value) {
 }  // namespace
 
 bool TRegKey::ReadString(const std::wstring& name, std::wstring& value) const {
-    recordCall("TRegKey::ReadString", location_, name);
     return taken(Settings::user().text(location_, name), value);
 }
 
 bool TRegKey::ReadInteger(const std::wstring& name, std::int32_t& value) const {
-    recordCall("TRegKey::ReadInteger", location_, name);
     return taken(Settings::user().integer(location_, name), value);
 }
 
 bool TRegKey::ReadDouble(const std::wstring& name, double& value) const {
-    recordCall("TRegKey::ReadDouble", location_, name);
     return taken(Settings::user().real(location_, name), value);
 }
 
@@ -57,19 +52,16 @@ double TRegKey::GetDouble(const std::wstring& name, double defaultValue) const {
 }
 
 bool TRegKey::WriteString(const std::wstring& name, const std::wstring& value) const {
-    recordCall("TRegKey::WriteString", location_, name, value);
     qrs::platform::Error error;
     return Settings::user().setText(location_, name, value, error);
 }
 
 bool TRegKey::WriteInteger(const std::wstring& name, std::int32_t value) const {
-    recordCall("TRegKey::WriteInteger", location_, name, static_cast<long long>(value));
     qrs::platform::Error error;
     return Settings::user().setInteger(location_, name, value, error);
 }
 
 bool TRegKey::WriteDouble(const std::wstring& name, double value) const {
-    recordCall("TRegKey::WriteDouble", location_, name, value);
     qrs::platform::Error error;
     return Settings::user().setReal(location_, name, value, error);
 }
