@@ -81,7 +81,10 @@ TEST(EntityCommands, ListWhatIsSelected) {
     place.example("building.dxf");
     const Outcome all = place.run({"-e", "LIST", "-e", "ALL", "-e", "", "building.dxf"});
     EXPECT_EQ(all.code, 0) << all.error;
-    EXPECT_TRUE(has(all.out, "INSERT        Layer: \"给排-消火栓\"  Space: Model space  invisible\n")) << all.out;
+    // Neither what lies on frozen layers, nor what is hidden, nor what lies on a sheet.
+    EXPECT_TRUE(has(all.out, "INSERT        Layer: \"给排-消火栓\"  Space: Model space\n")) << all.out;
+    EXPECT_FALSE(has(all.out, "给排-热水给水-管线")) << all.out;
+    EXPECT_FALSE(has(all.out, "\nE2 ")) << all.out;
     EXPECT_FALSE(has(all.out, "公用-图框")) << all.out;
 
     const std::size_t circle = all.out.find("CIRCLE        Layer: \"给排-污水-立管\"");

@@ -48,7 +48,7 @@ def session(program, folder):
     typist = Typist(program, folder)
     typist.sees("Command: ")
     typist.types("-lay\t")
-    typist.sees("-LAYER")
+    typist.sees("LAYER")
     typist.types("\nN\n管道一\n?\n管*\n")
     typist.sees('"管道一"')
     typist.sees("Enter an option")

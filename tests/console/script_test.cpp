@@ -52,7 +52,7 @@ TEST(Script, ReadsEveryFormOfTextFile) {
         place.write("make.scr", form);
         const Outcome outcome = place.run({"-s", "make.scr", "building.dxf"});
         EXPECT_EQ(outcome.code, 0) << outcome.error;
-        EXPECT_NE(outcome.out.find("\"" + name + "\"    on"), std::string::npos) << outcome.out;
+        EXPECT_NE(outcome.out.find("\"" + name + "\"      on"), std::string::npos) << outcome.out;
     }
     // Standard input is a script like any other, with "-s -" and without.
     EXPECT_EQ(place.run({"-s", "-", "building.dxf"}, forms[3]).out, place.run({"building.dxf"}, forms[1]).out);

@@ -33,11 +33,8 @@ std::wstring describe(const AcDbEntity& entity) {
     entity.getAcDbHandle(number);
     if (!number.isNull()) number.getIntoAsciiBuffer(handle);
     const AcDbObjectId modelSpace = acdbSymUtil()->blockModelSpaceId(entity.database());
-    std::wstring line = padded(handle, 6) + L"  " + padded(entity.isA()->dxfName(), 12) + L"  Layer: \"" +
-                        taken(entity.layer()) + L"\"  Space: " +
-                        (entity.ownerId() == modelSpace ? L"Model space" : L"Paper space");
-    if (entity.visibility() == AcDb::kInvisible) line += L"  invisible";
-    return line;
+    return padded(handle, 6) + L"  " + padded(entity.isA()->dxfName(), 12) + L"  Layer: \"" + taken(entity.layer()) +
+           L"\"  Space: " + (entity.ownerId() == modelSpace ? L"Model space" : L"Paper space");
 }
 
 // A selection the user makes, released with the object.
