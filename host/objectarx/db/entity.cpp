@@ -54,7 +54,8 @@ AcRxClass* AcDbEntity::isA() const {
     return state ? state->classOf(record()) : AcDbEntity::desc();
 }
 
-// Applies a change to the entity, then to the vertices that follow it.
+// Applies a change to the entity, then to the vertices that follow it. The change tells whether there was anything to do;
+// vertices that differ from an entity that stays as it is are left alone.
 template <typename Change>
 Acad::ErrorStatus AcDbEntity::changeCommon(bool doSubents, Change&& change) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
@@ -62,8 +63,7 @@ Acad::ErrorStatus AcDbEntity::changeCommon(bool doSubents, Change&& change) {
     if (!state) return Acad::eNotInDatabase;
     dxf::Drawing& drawing = state->drawing();
     ObjectTags own = commonTags(*this);
-    change(own);
-    if (!doSubents) return Acad::eOk;
+    if (!change(own) || !doSubents) return Acad::eOk;
     for (dxf::RecordId id = drawing.next(record()); id != dxf::kNoRecord; id = drawing.next(id)) {
         const dxf::Record& sub = drawing.record(id);
         if ((sub.flags & dxf::kSubEntity) == 0 || sub.owner != record()) break;
@@ -110,7 +110,9 @@ Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId newLayer, bool doSubents) {
     const std::wstring name = state->tables().nameOf(layer);
     return changeCommon(doSubents, [&](ObjectTags& tags) {
         // Another spelling of the same layer is left as it is.
-        if (qrs::platform::compareNoCase(tags.text(kLayerCode), name) != 0) tags.setText(kLayerCode, name);
+        if (qrs::platform::compareNoCase(tags.text(kLayerCode), name) == 0) return false;
+        tags.setText(kLayerCode, name);
+        return true;
     });
 }
 
@@ -134,10 +136,11 @@ Acad::ErrorStatus AcDbEntity::setColor(const AcCmColor& color, bool doSubents) {
         if (!commonTags(*this).canCarry(kTrueColorCode)) return Acad::eNotApplicable;
         return changeCommon(doSubents, [&](ObjectTags& tags) {
             const int rgb = color.red() * 65536 + color.green() * 256 + color.blue();
-            if (tags.integer(kTrueColorCode, -1) == rgb) return;
+            if (tags.integer(kTrueColorCode, -1) == rgb) return false;
             tags.setInteger(kColorCode, color.colorIndex());
             tags.setInteger(kTrueColorCode, rgb);
             tags.removeAll(kColorNameCode);
+            return true;
         });
     }
     if (!color.isByLayer() && !color.isByBlock() && !color.isByACI()) return Acad::eInvalidInput;
@@ -152,9 +155,12 @@ Adesk::UInt16 AcDbEntity::colorIndex() const {
 Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool doSubents) {
     if (index > kByLayerIndex) return Acad::eInvalidInput;
     return changeCommon(doSubents, [&](ObjectTags& tags) {
+        const bool isEqual = tags.integer(kColorCode, kByLayerIndex) == index;
+        if (isEqual && !tags.has(kTrueColorCode)) return false;
         tags.removeAll(kTrueColorCode);
         tags.removeAll(kColorNameCode);
-        if (tags.integer(kColorCode, kByLayerIndex) != index) tags.setInteger(kColorCode, index);
+        if (!isEqual) tags.setInteger(kColorCode, index);
+        return true;
     });
 }
 
@@ -168,7 +174,9 @@ AcDb::Visibility AcDbEntity::visibility() const {
 Acad::ErrorStatus AcDbEntity::setVisibility(AcDb::Visibility visibility, bool doSubents) {
     const int value = visibility == AcDb::kInvisible ? 1 : 0;
     return changeCommon(doSubents, [&](ObjectTags& tags) {
-        if ((tags.integer(kVisibilityCode, 0) != 0) != (value != 0)) tags.setInteger(kVisibilityCode, value);
+        if ((tags.integer(kVisibilityCode, 0) != 0) == (value != 0)) return false;
+        tags.setInteger(kVisibilityCode, value);
+        return true;
     });
 }
 
@@ -196,8 +204,9 @@ Acad::ErrorStatus AcDbEntity::setLinetype(const ACHAR* newLinetype, bool doSuben
     if (linetype == dxf::kNoRecord && !isLogical) return Acad::eKeyNotFound;
     if (linetype != dxf::kNoRecord) name = state->tables().nameOf(linetype);
     return changeCommon(doSubents, [&](ObjectTags& tags) {
-        if (qrs::platform::compareNoCase(tags.text(kLinetypeCode, L"ByLayer"), name) != 0)
-            tags.setText(kLinetypeCode, name);
+        if (qrs::platform::compareNoCase(tags.text(kLinetypeCode, L"ByLayer"), name) == 0) return false;
+        tags.setText(kLinetypeCode, name);
+        return true;
     });
 }
 
@@ -221,7 +230,9 @@ Acad::ErrorStatus AcDbEntity::setLinetypeScale(double scale, bool doSubents) {
     if (scale == linetypeScale()) return checkWrite();
     if (!commonTags(*this).canCarry(kLinetypeScaleCode)) return Acad::eNotApplicable;
     return changeCommon(doSubents, [&](ObjectTags& tags) {
-        if (tags.real(kLinetypeScaleCode, 1.0) != scale) tags.setReal(kLinetypeScaleCode, scale);
+        if (tags.real(kLinetypeScaleCode, 1.0) == scale) return false;
+        tags.setReal(kLinetypeScaleCode, scale);
+        return true;
     });
 }
 
@@ -233,7 +244,9 @@ Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight weight, bool doSube
     if (weight == lineWeight()) return checkWrite();
     if (!commonTags(*this).canCarry(kLineWeightCode)) return Acad::eNotApplicable;
     return changeCommon(doSubents, [&](ObjectTags& tags) {
-        if (tags.integer(kLineWeightCode, AcDb::kLnWtByLayer) != weight) tags.setInteger(kLineWeightCode, weight);
+        if (tags.integer(kLineWeightCode, AcDb::kLnWtByLayer) == weight) return false;
+        tags.setInteger(kLineWeightCode, weight);
+        return true;
     });
 }
 
