@@ -29,12 +29,26 @@ constexpr int kLineWeightCode = 370;
 constexpr int kByLayerIndex = 256;
 constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180.0;
 
-// The tags all entities share. Nothing for an entity outside a drawing.
+// The tags all entities share. Some programs write them behind the second subclass; where the layer stands, the others
+// do.
+ObjectTags commonTags(dxf::Drawing& drawing, dxf::RecordId record) {
+    const ObjectTags common(&drawing, record, qrs::host::entityFormat(), ObjectTags::Part::Common);
+    if (common.has(kLayerCode)) return common;
+    const ObjectTags whole(&drawing, record, qrs::host::entityFormat(), ObjectTags::Part::Whole);
+    return whole.has(kLayerCode) ? whole : common;
+}
+
+// Nothing for an entity outside a drawing.
 ObjectTags commonTags(const AcDbEntity& entity) {
     const DatabaseState* state = DatabaseState::of(entity.database());
     if (!state) return ObjectTags();
-    const dxf::RecordId record = state->recordOf(DatabaseState::recordNumber(entity));
-    return ObjectTags(&state->drawing(), record, qrs::host::entityFormat(), ObjectTags::Part::Common);
+    return commonTags(state->drawing(), state->recordOf(DatabaseState::recordNumber(entity)));
+}
+
+// By layer for what is no index.
+Adesk::UInt16 indexOf(const ObjectTags& tags) {
+    const std::int64_t index = tags.integer(kColorCode, kByLayerIndex);
+    return static_cast<Adesk::UInt16>(index >= 0 && index <= kByLayerIndex ? index : kByLayerIndex);
 }
 
 const dxf::Record* recordOf(const AcDbEntity& entity) {
@@ -54,8 +68,8 @@ AcRxClass* AcDbEntity::isA() const {
     return state ? state->classOf(record()) : AcDbEntity::desc();
 }
 
-// Applies a change to the entity, then to the vertices that follow it. The change tells whether there was anything to do;
-// vertices that differ from an entity that stays as it is are left alone.
+// Applies a change to the entity, then to the vertices that follow it. The change tells whether there was anything to
+// do; vertices that differ from an entity that stays as it is are left alone.
 template <typename Change>
 Acad::ErrorStatus AcDbEntity::changeCommon(bool doSubents, Change&& change) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
@@ -69,7 +83,7 @@ Acad::ErrorStatus AcDbEntity::changeCommon(bool doSubents, Change&& change) {
         if ((sub.flags & dxf::kSubEntity) == 0 || sub.owner != record()) break;
         // Attributes of a block reference keep what they have.
         if (drawing.typeName(sub.type) == "ATTRIB") continue;
-        ObjectTags tags(&drawing, id, qrs::host::entityFormat(), ObjectTags::Part::Common);
+        ObjectTags tags = commonTags(drawing, id);
         change(tags);
     }
     return Acad::eOk;
@@ -148,14 +162,13 @@ Acad::ErrorStatus AcDbEntity::setColor(const AcCmColor& color, bool doSubents) {
 }
 
 Adesk::UInt16 AcDbEntity::colorIndex() const {
-    const std::int64_t index = commonTags(*this).integer(kColorCode, kByLayerIndex);
-    return static_cast<Adesk::UInt16>(index >= 0 && index <= kByLayerIndex ? index : kByLayerIndex);
+    return indexOf(commonTags(*this));
 }
 
 Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool doSubents) {
     if (index > kByLayerIndex) return Acad::eInvalidInput;
     return changeCommon(doSubents, [&](ObjectTags& tags) {
-        const bool isEqual = tags.integer(kColorCode, kByLayerIndex) == index;
+        const bool isEqual = indexOf(tags) == index;
         if (isEqual && !tags.has(kTrueColorCode)) return false;
         tags.removeAll(kTrueColorCode);
         tags.removeAll(kColorNameCode);
@@ -174,8 +187,10 @@ AcDb::Visibility AcDbEntity::visibility() const {
 Acad::ErrorStatus AcDbEntity::setVisibility(AcDb::Visibility visibility, bool doSubents) {
     const int value = visibility == AcDb::kInvisible ? 1 : 0;
     return changeCommon(doSubents, [&](ObjectTags& tags) {
-        if ((tags.integer(kVisibilityCode, 0) != 0) == (value != 0)) return false;
-        tags.setInteger(kVisibilityCode, value);
+        // The index of the drawing knows visibility from its proper place alone.
+        ObjectTags strict = tags.common();
+        if ((strict.integer(kVisibilityCode, 0) != 0) == (value != 0)) return false;
+        strict.setInteger(kVisibilityCode, value);
         return true;
     });
 }

@@ -56,6 +56,13 @@ class ObjectTags {
     // Of an object without tags: nothing is found, nothing can be set.
     ObjectTags() = default;
 
+    // The same object, but only the tags that all entities share.
+    ObjectTags common() const {
+        ObjectTags copy = *this;
+        copy.part_ = Part::Common;
+        return copy;
+    }
+
     bool has(int code) const;
     int count(int code) const;
     std::int64_t integer(int code, std::int64_t fallback, int nth = 0) const;
