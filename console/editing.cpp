@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 
@@ -18,6 +19,14 @@ namespace qrs::console {
 namespace {
 
 constexpr int kHistorySize = 500;
+constexpr const wchar_t* kCommandPrompt = L"Command: ";
+
+// ^C while a command runs: the prompt that follows finds itself cancelled, and no unsaved drawing is lost.
+volatile std::sig_atomic_t interrupted = 0;
+
+void rememberInterrupt(int) {
+    interrupted = 1;
+}
 
 struct EndEditLine {
     void operator()(EditLine* editor) const { el_end(editor); }
@@ -46,6 +55,7 @@ class EditingTerminal : public ConsoleTerminal {
     static wchar_t* showPrompt(EditLine* editor);
     static unsigned char cancel(EditLine* editor, wint_t key);
     static unsigned char complete(EditLine* editor, wint_t key);
+    static unsigned char leave(EditLine* editor, wint_t key);
     std::vector<std::wstring> candidates(const std::wstring& typed) const;
     void remember(const std::wstring& line);
 
@@ -55,6 +65,7 @@ class EditingTerminal : public ConsoleTerminal {
     std::unique_ptr<HistoryW, EndHistory> history_;
     std::wstring prompt_;
     bool cancelled_ = false;
+    bool leaves_ = false;
 };
 
 EditingTerminal::EditingTerminal(std::function<std::vector<std::wstring>()> commandNames,
@@ -75,13 +86,17 @@ EditingTerminal::EditingTerminal(std::function<std::vector<std::wstring>()> comm
     el_wset(editor, EL_EDITOR, L"emacs");
     el_wset(editor, EL_ADDFN, L"qrs-cancel", L"Cancel the command", &EditingTerminal::cancel);
     el_wset(editor, EL_ADDFN, L"qrs-complete", L"Complete a command name", &EditingTerminal::complete);
+    el_wset(editor, EL_ADDFN, L"qrs-leave", L"Leave the session", &EditingTerminal::leave);
     el_wset(editor, EL_BIND, L"^C", L"qrs-cancel", nullptr);
+    el_wset(editor, EL_BIND, L"^D", L"qrs-leave", nullptr);
     el_wset(editor, EL_BIND, L"^I", L"qrs-complete", nullptr);
-    // While a line is edited ^C is a key like the others; while a command runs it ends the program as usual.
+    // While a line is edited ^C is a key like the others.
     el_wset(editor, EL_SETTY, L"-d", L"-isig", nullptr);
+    std::signal(SIGINT, &rememberInterrupt);
 }
 
 EditingTerminal::~EditingTerminal() {
+    std::signal(SIGINT, SIG_DFL);
     if (history_ == nullptr || historyFile_.empty()) return;
     HistEventW event;
     // A history that cannot be kept is no reason to complain at the end of a session.
@@ -101,6 +116,13 @@ wchar_t* EditingTerminal::showPrompt(EditLine* editor) {
 unsigned char EditingTerminal::cancel(EditLine* editor, wint_t) {
     of(editor).cancelled_ = true;
     el_wset(editor, EL_REFRESH);
+    return CC_EOF;
+}
+
+unsigned char EditingTerminal::leave(EditLine* editor, wint_t) {
+    const LineInfoW* line = el_wline(editor);
+    if (line->lastchar != line->buffer) return CC_ERROR;
+    of(editor).leaves_ = true;
     return CC_EOF;
 }
 
@@ -158,11 +180,23 @@ void EditingTerminal::progress(std::wstring_view label, int percent) {
 
 host::Reply EditingTerminal::readLine(const std::wstring& prompt, std::wstring& line) {
     if (editor_ == nullptr || history_ == nullptr) return host::Reply::End;
+    if (interrupted != 0) {
+        interrupted = 0;
+        print(prompt);
+        return host::Reply::Cancel;
+    }
     prompt_ = prompt;
-    cancelled_ = false;
+    cancelled_ = leaves_ = false;
     int count = 0;
     const wchar_t* typed = el_wgets(editor_.get(), &count);
-    if (cancelled_) return host::Reply::Cancel;
+    interrupted = 0;
+    if (leaves_ && prompt == kCommandPrompt) {
+        // Typed out, so that the command asks before changes are lost.
+        line = L"QUIT";
+        write("QUIT\n");
+        return host::Reply::Line;
+    }
+    if (cancelled_ || leaves_) return host::Reply::Cancel;
     if (typed == nullptr || count <= 0) {
         write("\n");
         return host::Reply::End;

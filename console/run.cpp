@@ -188,7 +188,9 @@ ExitCode run(const Options& options) {
     host::Application application(*terminal);
     if (Failure failure = prepare(options, application)) return end(failure);
     const AcApDocument* const started = application.currentDocument();
-    const bool allDone = application.run(options.keepGoing);
+    // A person has seen what failed and gone on.
+    const bool isPerson = terminal->isInteractive();
+    const bool allDone = application.run(options.keepGoing || isPerson) || isPerson;
     if (allDone || options.keepGoing)
         if (Failure failure = writeDrawing(options, application, started)) return end(failure);
     if (!terminal->outputWorks()) return end({ExitCode::CannotWrite, "standard output cannot be written"});
