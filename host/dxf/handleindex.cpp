@@ -4,31 +4,35 @@
 namespace qrs::dxf {
 
 std::size_t HandleIndex::home(std::uint64_t handle) const {
-    return static_cast<std::size_t>((handle * 0x9E3779B97F4A7C15u) >> shift_);
+    const std::uint64_t hash = (handle * 0x9E3779B97F4A7C15u) >> 32;
+    return static_cast<std::size_t>((hash * slots_.size()) >> 32);
 }
 
 void HandleIndex::build(const RecordStore& records) {
     std::size_t count = 0;
     for (RecordId id = 0; id < records.size(); ++id)
         count += records[id].handle != 0;
-    std::size_t size = 64;
-    shift_ = 64 - 6;
-    while (size < count + count / 2) {
-        size *= 2;
-        --shift_;
-    }
+    // Three quarters full: a table of the next power of two would cost a large drawing several megabytes for nothing.
+    const std::size_t size = count + count / 3 + 64;
     slots_.assign(size, kNoRecord);
+    duplicates_.clear();
     used_ = 0;
     for (RecordId id = 0; id < records.size(); ++id) {
-        if (records[id].handle != 0) place(id, records[id].handle);
+        if (records[id].handle != 0) place(records, id);
     }
 }
 
-void HandleIndex::place(RecordId id, std::uint64_t handle) {
-    const std::size_t mask = slots_.size() - 1;
+void HandleIndex::place(const RecordStore& records, RecordId id) {
+    const std::uint64_t handle = records[id].handle;
     std::size_t slot = home(handle);
-    while (slots_[slot] != kNoRecord)
-        slot = (slot + 1) & mask;
+    for (; slots_[slot] != kNoRecord; slot = behind(slot)) {
+        if (slots_[slot] == id) return;
+        // There are drawings in which all entities have one handle; a row of a million equal ones is never walked.
+        if (records[slots_[slot]].handle == handle) {
+            duplicates_.emplace(handle, id);
+            return;
+        }
+    }
     slots_[slot] = id;
     ++used_;
 }
@@ -37,18 +41,20 @@ void HandleIndex::add(const RecordStore& records, RecordId id) {
     if (!isBuilt() || records[id].handle == 0) return;
     // A place once taken is never given back, so a record that changes its handle again and again must not fill the
     // table: it is made anew from the records then.
-    if ((used_ + 1) * 4 > slots_.size() * 3) return build(records);
-    place(id, records[id].handle);
+    if (used_ + 1 > slots_.size() - slots_.size() / 8) return build(records);
+    place(records, id);
 }
 
 RecordId HandleIndex::find(const RecordStore& records, std::uint64_t handle) const {
     if (handle == 0) return kNoRecord;
-    const std::size_t mask = slots_.size() - 1;
+    const auto isIt = [&](RecordId id) { return records[id].handle == handle && (records[id].flags & kErased) == 0; };
+    for (std::size_t slot = home(handle); slots_[slot] != kNoRecord; slot = behind(slot)) {
+        if (isIt(slots_[slot])) return slots_[slot];
+    }
     RecordId found = kNoRecord;
-    for (std::size_t slot = home(handle); slots_[slot] != kNoRecord; slot = (slot + 1) & mask) {
-        const RecordId id = slots_[slot];
-        const Record& record = records[id];
-        if (record.handle == handle && (record.flags & kErased) == 0 && id < found) found = id;
+    const auto [first, last] = duplicates_.equal_range(handle);
+    for (auto other = first; other != last; ++other) {
+        if (isIt(other->second) && other->second < found) found = other->second;
     }
     return found;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <unordered_map>
 #include <vector>
 
 #include "host/dxf/record.h"
@@ -15,16 +16,18 @@ class HandleIndex {
     void build(const RecordStore& records);
     // Tells it of a record that is new or got another handle.
     void add(const RecordStore& records, RecordId id);
-    // The living record that came first in the file when several share the handle; kNoRecord when none has it.
+    // The living record with the handle, of several that share it the first; kNoRecord when none has it.
     RecordId find(const RecordStore& records, std::uint64_t handle) const;
 
   private:
     std::size_t home(std::uint64_t handle) const;
-    void place(RecordId id, std::uint64_t handle);
+    std::size_t behind(std::size_t slot) const { return slot + 1 == slots_.size() ? 0 : slot + 1; }
+    void place(const RecordStore& records, RecordId id);
 
     std::vector<RecordId> slots_;
     std::size_t used_ = 0;
-    unsigned shift_ = 0;
+    // Records whose handle another one in the table has already.
+    std::unordered_multimap<std::uint64_t, RecordId> duplicates_;
 };
 
 }  // namespace qrs::dxf

@@ -97,6 +97,24 @@ TEST(Reading, MoreTypeNamesThanNumbers) {
     EXPECT_EQ(drawing->typeNameOf(id), "LINE");
 }
 
+// Some programs give all entities one handle; nothing slows down, and the first one alive is found.
+TEST(Reading, OneHandleForAll) {
+    constexpr int kCount = 200000;
+    std::string text = "0\nSECTION\n2\nENTITIES\n";
+    for (int i = 0; i < kCount; ++i)
+        text += "0\nPOINT\n5\nAB\n8\n0\n";
+    const auto drawing = parse(text + "0\nENDSEC\n0\nEOF\n");
+    for (RecordId id = 1; id <= 3; ++id) {
+        EXPECT_EQ(drawing->findHandle(0xAB), id);
+        drawing->eraseRecord(id);
+    }
+    EXPECT_EQ(drawing->findHandle(0xAB), 4u);
+    EXPECT_EQ(drawing->findHandle(0xAC), kNoRecord);
+    drawing->eraseRecord(2, false);
+    EXPECT_EQ(drawing->findHandle(0xAB), 2u);
+    EXPECT_EQ(drawing->newHandle(), 0xACu);
+}
+
 TEST(Reading, DamageIsToldWithItsLine) {
     const auto replaced = [](std::string_view what, std::string_view by) {
         std::string text = lay(sampleTags());
