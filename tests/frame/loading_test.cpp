@@ -138,6 +138,8 @@ TEST_F(Loading, CallsTheHostInTheStatedOrderEveryTime) {
         unload();
         EXPECT_EQ(lines(gathered(recorder.calls())), lines(kExpectedUnloading));
         EXPECT_EQ(application.commandNames(), before);
+        // The host tells of reactors and filters that are left behind.
+        EXPECT_EQ(terminal.transcript.find(L"<error>"), std::wstring::npos) << platform::toUtf8(terminal.transcript);
     }
     EXPECT_FALSE(application.hasUnsavedChanges());
 }
