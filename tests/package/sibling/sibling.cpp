@@ -27,7 +27,7 @@ void askStandard() {
     acutPrintf(L"\nstandard %s, elevation text on %s, water supply known: %d\n",
                static_cast<const ACHAR*>(PipeSystemTool::GetCurrentStandardName()),
                borrowed ? static_cast<const ACHAR*>(borrowed->LayerName) : L"-",
-               PipeSystemTool::IsPipeSystemOfCurrentStandard(L"给水") ? 1 : 0);
+               PipeSystemTool::IsPipeSystemOfCurrentStandard(L"生活给水") ? 1 : 0);
 }
 
 }  // namespace
