@@ -1,5 +1,6 @@
 // A plug-in for tests: registers a command and tells the host about each message by printing it.
 #include <stdexcept>
+#include <utility>
 
 #include "accmd.h"
 #include "acdocman.h"
@@ -16,7 +17,8 @@
 namespace {
 
 void* self = nullptr;
-AcEditorReactor* listener = nullptr;
+AcEditorReactor listener;
+bool listens = false;
 
 void work() {
     acutPrintf(L"\nplugin works");
@@ -33,7 +35,8 @@ void lockSelf() {
 void forget() {
     // A careless plug-in leaves all of this behind.
     acedRegCmds->addCommand(L"CARELESS", L"PLUGINLEFT", L"PLUGINLEFT", ACRX_CMD_MODAL, &work);
-    acedEditor->addReactor(listener = new AcEditorReactor);
+    acedEditor->addReactor(&listener);
+    listens = true;
     acedRegisterFilterWinMsg([](MSG*) -> BOOL { return FALSE; });
 }
 
@@ -62,7 +65,7 @@ extern "C" PLUGIN_PORT AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message,
         case AcRx::kUnloadAppMsg:
             tell(L"unload");
             acedRegCmds->removeGroup(L"PLUGIN");
-            if (!listener) break;
+            if (!std::exchange(listens, false)) break;
             throw std::runtime_error("lost its papers");
         case AcRx::kLoadDwgMsg:
             tell(L"load");
