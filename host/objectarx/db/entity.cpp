@@ -45,6 +45,19 @@ ObjectTags commonTags(const AcDbEntity& entity) {
     return commonTags(state->drawing(), state->recordOf(DatabaseState::recordNumber(entity)));
 }
 
+// Applies a change to an entity, then to the vertices that follow it. The change tells whether there was anything to
+// do; vertices that differ from an entity that stays as it is are left alone.
+template <typename Change>
+void changeParts(const dxf::Drawing& drawing, dxf::RecordId entity, bool doSubents, Change&& change) {
+    if (!change(entity) || !doSubents) return;
+    for (dxf::RecordId id = drawing.next(entity); id != dxf::kNoRecord; id = drawing.next(id)) {
+        const dxf::Record& sub = drawing.record(id);
+        if ((sub.flags & dxf::kSubEntity) == 0 || sub.owner != entity) break;
+        // Attributes of a block reference keep what they have.
+        if (drawing.typeName(sub.type) != "ATTRIB") change(id);
+    }
+}
+
 // By layer for what is no index.
 Adesk::UInt16 indexOf(const ObjectTags& tags) {
     const std::int64_t index = tags.integer(kColorCode, kByLayerIndex);
@@ -68,24 +81,15 @@ AcRxClass* AcDbEntity::isA() const {
     return state ? state->classOf(record()) : AcDbEntity::desc();
 }
 
-// Applies a change to the entity, then to the vertices that follow it. The change tells whether there was anything to
-// do; vertices that differ from an entity that stays as it is are left alone.
 template <typename Change>
 Acad::ErrorStatus AcDbEntity::changeCommon(bool doSubents, Change&& change) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     DatabaseState* state = DatabaseState::of(database());
     if (!state) return Acad::eNotInDatabase;
-    dxf::Drawing& drawing = state->drawing();
-    ObjectTags own = commonTags(*this);
-    if (!change(own) || !doSubents) return Acad::eOk;
-    for (dxf::RecordId id = drawing.next(record()); id != dxf::kNoRecord; id = drawing.next(id)) {
-        const dxf::Record& sub = drawing.record(id);
-        if ((sub.flags & dxf::kSubEntity) == 0 || sub.owner != record()) break;
-        // Attributes of a block reference keep what they have.
-        if (drawing.typeName(sub.type) == "ATTRIB") continue;
-        ObjectTags tags = commonTags(drawing, id);
-        change(tags);
-    }
+    changeParts(state->drawing(), record(), doSubents, [&](dxf::RecordId id) {
+        ObjectTags tags = commonTags(state->drawing(), id);
+        return change(tags);
+    });
     return Acad::eOk;
 }
 
@@ -121,13 +125,21 @@ Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId newLayer, bool doSubents) {
                          !DatabaseState::isTable(layer) && layer < state->drawing().recordCount() &&
                          state->tables().kindOf(layer, kind) && kind == TableKind::Layer;
     if (!isLayer) return Acad::eInvalidLayer;
-    const std::wstring name = state->tables().nameOf(layer);
-    return changeCommon(doSubents, [&](ObjectTags& tags) {
+    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
+    dxf::Drawing& drawing = state->drawing();
+    dxf::Tag tag;
+    // Both names lie in the same file, so the bytes are taken over as they are.
+    const std::string name(drawing.findTag(layer, 2, tag) ? tag.value : std::string_view());
+    changeParts(drawing, record(), doSubents, [&](dxf::RecordId id) {
         // Another spelling of the same layer is left as it is.
-        if (qrs::platform::compareNoCase(tags.text(kLayerCode), name) == 0) return false;
-        tags.setText(kLayerCode, name);
+        if (state->layerOf(id) == layer) return false;
+        if (drawing.findTag(id, kLayerCode, tag))
+            drawing.setValue(id, tag, name);
+        else
+            commonTags(drawing, id).setText(kLayerCode, state->tables().nameOf(layer));
         return true;
     });
+    return Acad::eOk;
 }
 
 // --- colour
