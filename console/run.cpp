@@ -7,6 +7,7 @@
 
 #include "console/script.h"
 #include "console/terminals.h"
+#include "host/objectarx/acdocman.h"
 #include "host/objectarx/hostapp.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
@@ -117,10 +118,27 @@ Failure loadPlugins(const Options& options, host::Application& application) {
     return {};
 }
 
+// The drawing the program was started with, as long as no command closes it.
+class StartedDrawing : public AcApDocManagerReactor {
+  public:
+    explicit StartedDrawing(AcApDocument* document) : document_(document) { acDocManager->addReactor(this); }
+    ~StartedDrawing() override { acDocManager->removeReactor(this); }
+
+    void documentToBeDestroyed(AcApDocument* document) override {
+        if (document == document_) document_ = nullptr;
+    }
+    bool isCurrent(const host::Application& application) const {
+        return document_ != nullptr && application.currentDocument() == document_;
+    }
+
+  private:
+    AcApDocument* document_;
+};
+
 // Writes the drawing the program was started with, as --output and --in-place ask.
-Failure writeDrawing(const Options& options, host::Application& application, const AcApDocument* started) {
+Failure writeDrawing(const Options& options, host::Application& application, const StartedDrawing& started) {
     if (options.output.empty() && !options.inPlace) return {};
-    if (application.currentDocument() != started)
+    if (!started.isCurrent(application))
         return {ExitCode::CannotWrite,
                 options.drawing.u8string() + " is not the current drawing any more; not written"};
     if (options.inPlace && !application.hasUnsavedChanges()) return {};
@@ -187,7 +205,7 @@ ExitCode run(const Options& options) {
     const std::unique_ptr<ConsoleTerminal> terminal = makeTerminal(options, std::move(script));
     host::Application application(*terminal);
     if (Failure failure = prepare(options, application)) return end(failure);
-    const AcApDocument* const started = application.currentDocument();
+    const StartedDrawing started(application.currentDocument());
     // A person has seen what failed and gone on.
     const bool isPerson = terminal->isInteractive();
     const bool allDone = application.run(options.keepGoing || isPerson) || isPerson;

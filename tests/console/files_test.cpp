@@ -25,7 +25,7 @@ TEST(Files, WritesInPlaceAndKeepsThePrevious) {
         EXPECT_EQ(outcome.code, 0) << outcome.error;
         EXPECT_EQ(place.read(name + ".bak"), before);
         const std::vector<std::string> changes = changedLines(before, place.read(name));
-        // Six frozen layers, one of them locked as well.
+        // Seven frozen layers, one of them locked as well.
         EXPECT_EQ(changes, (std::vector<std::string>{"1 > 0", "1 > 0", "1 > 0", "1 > 0", "1 > 0", "1 > 0", "5 > 4"}));
     }
 }
@@ -72,8 +72,13 @@ TEST(Files, OpensSavesAndCloses) {
     EXPECT_NE(again.out.find("\"fresh\"     on"), std::string::npos) << again.out;
 
     // What --in-place is asked to write must still be there.
-    const Outcome closed = place.run({"--in-place", "-e", kThaw, "-e", "CLOSE", "building.dxf"});
-    EXPECT_EQ(closed.code, 4) << closed.error;
+    for (const Arguments& left :
+         {Arguments{"-e", "CLOSE"}, Arguments{"-e", "CLOSE", "-e", "OPEN", "-e", "out/first"}}) {
+        Arguments arguments = {"--in-place", "building.dxf", "-e", kThaw};
+        arguments.insert(arguments.end(), left.begin(), left.end());
+        const Outcome outcomeOfLeaving = place.run(arguments);
+        EXPECT_EQ(outcomeOfLeaving.code, 4) << outcomeOfLeaving.error;
+    }
     EXPECT_EQ(place.read("building.dxf"), before);
 }
 

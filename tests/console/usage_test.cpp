@@ -108,6 +108,19 @@ TEST(Usage, GoesOnWithAStandardThatCannotBeUsed) {
     }
 }
 
+TEST(Usage, GoesOnWithSettingsThatCannotBeWritten) {
+    const Workplace place;
+    place.example("building.dxf");
+    std::filesystem::create_directory(place.path("locked"));
+    const std::filesystem::path settings = place.write("locked/settings.ini", "");
+    std::filesystem::permissions(settings, std::filesystem::perms::owner_read);
+    const Outcome outcome = place.run({"--settings", "locked/settings.ini", "-e", "REGEN", "building.dxf"});
+    EXPECT_EQ(outcome.code, 0) << outcome.error;
+    // One line in front of the transcript says so.
+    EXPECT_NE(outcome.out.find("pwx.qdsl\nCommand: REGEN\n"), std::string::npos) << outcome.out;
+    EXPECT_EQ(readWhole(settings), "");
+}
+
 TEST(Usage, GivesUpInTime) {
     const Workplace place;
     place.example("building.dxf");
