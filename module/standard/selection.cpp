@@ -34,8 +34,7 @@ bool load(StandardHolder& holder, const std::wstring& path, const wchar_t* conse
     return true;
 }
 
-void remember(const std::wstring& path, const std::wstring& value) {
-    if (path == value) return;
+void remember(const std::wstring& path) {
     if (!TRegKey(GetRegLocation(kChoiceKey)).WriteString(kChoiceValue, path)) {
         acutPrintf(L"\n不能保存当前管线系统标准的设置：%s\n", path.c_str());
     }
@@ -60,7 +59,7 @@ bool loadCurrentStandard() {
     const bool choseDefault = chosen.empty() || platform::compareNoCase(chosen, byDefault) == 0;
     if (!choseDefault) {
         if (load(holder, chosen, L"本次改用默认标准。")) {
-            remember(chosen, value);
+            remember(chosen);
             return true;
         }
     }
@@ -68,7 +67,7 @@ bool loadCurrentStandard() {
     if (!platform::fileExists(byDefault)) return loadBuiltin(holder, byDefault);
     if (!load(holder, byDefault, L"现在没有管线系统标准。")) return false;
     // When the chosen file failed, the choice stays: once the file is mended it counts again.
-    if (choseDefault) remember(byDefault, value);
+    if (choseDefault) remember(byDefault);
     return true;
 }
 

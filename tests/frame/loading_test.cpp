@@ -49,7 +49,7 @@ const char* const kStale[] = {"tcgj",          "hbtc",          "OpenLayer",    
                               "LockSelLayer",  "sfxc",          "dcsz",         "drsz"};
 
 // Loading with a drawing open: library entry, message entry, the steps of the start-up, then the drawing's message.
-Calls expectedLoading(const std::wstring& standardFile, bool firstTime) {
+Calls expectedLoading(const std::wstring& standardFile) {
     Calls calls = {"AfxInitExtensionModule()",
                    "CDynLinkLibrary::CDynLinkLibrary()",
                    "InitAol(_QRS)",
@@ -64,8 +64,7 @@ Calls expectedLoading(const std::wstring& standardFile, bool firstTime) {
     const std::string config = "(Software\\QRS\\PWX\\PWXConfig, ";
     const std::string choice = "(Software\\QRS\\PWX\\PipeSystemSetting, StandardFile";
     calls.push_back("Settings::text" + choice + ")");
-    // The path stands there already the second time.
-    if (firstTime) calls.push_back("Settings::setText" + choice + ", " + platform::toUtf8(standardFile) + ")");
+    calls.push_back("Settings::setText" + choice + ", " + platform::toUtf8(standardFile) + ")");
     const Calls rest = {"SetPipeSystemName",
                         "ObjectUtility::ResetObjectColors()",
                         "Settings::text" + config + "LineTypeChnShx)",
@@ -131,7 +130,7 @@ TEST_F(Loading, CallsTheHostInTheStatedOrderEveryTime) {
     for (int round = 0; round < 2; ++round) {
         platform::CallRecorder recorder;
         load();
-        EXPECT_EQ(lines(gathered(recorder.calls())), lines(expectedLoading(standardFile, round == 0)));
+        EXPECT_EQ(lines(gathered(recorder.calls())), lines(expectedLoading(standardFile)));
         const std::vector<std::wstring> names = application.commandNames();
         EXPECT_EQ(names.size(), before.size() + std::size(kCommands));
         recorder.clear();

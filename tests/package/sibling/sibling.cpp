@@ -1,10 +1,10 @@
 // A sibling module: asks the standard about one system and prints the answers.
+#include <accmd.h>
+#include <acutads.h>
 #include <FontTool.h>
 #include <PipeNodes.h>
 #include <PipeSystemTool.h>
 #include <PwxTool.h>
-#include <accmd.h>
-#include <acutads.h>
 #include <rxdict.h>
 #include <rxregsvc.h>
 
