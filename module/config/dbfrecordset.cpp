@@ -14,10 +14,6 @@ constexpr std::uint32_t kBlockSize = 128 * 1024;
 // More names than any caller asks; beyond, the oldest is resolved anew.
 constexpr std::size_t kMostNames = 256;
 
-bool IsAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-}
-
 }  // namespace
 
 template <typename OpenTable>
@@ -44,8 +40,8 @@ void CDBFRecordset::Close() {
     block_.clear();
     blockFirst_ = blockCount_ = current_ = 0;
     record_ = nullptr;
-    names_.clear();
-    nextName_ = 0;
+    resolved_.clear();
+    next_ = 0;
     errorNumber_ = 0;
 }
 
@@ -77,29 +73,40 @@ bool CDBFRecordset::MoveTo(std::uint32_t number) {
     return true;
 }
 
+CDBFRecordset::ResolvedField CDBFRecordset::Resolve(std::wstring_view name) const {
+    ResolvedField resolved;
+    resolved.name = name;
+    const int number = table_.FindField(name);
+    if (number < 0) return resolved;
+    const CDBFField& field = table_.Fields()[static_cast<std::size_t>(number)];
+    const std::uint64_t length = table_.RecordLength();
+    const std::uint64_t begin = std::min(field.offset, length);
+    resolved.isKnown = true;
+    resolved.type = field.type;
+    resolved.begin = static_cast<std::size_t>(begin);
+    resolved.size = static_cast<std::size_t>(std::min<std::uint64_t>(field.length, length - begin));
+    return resolved;
+}
+
 // Callers ask the same names for every record, in the same order: the name behind the last one asked is tried first.
-int CDBFRecordset::ResolveField(std::wstring_view name) {
-    for (std::size_t tried = 0; tried < names_.size(); ++tried) {
-        if (nextName_ >= names_.size()) nextName_ = 0;
-        const ResolvedName& resolved = names_[nextName_++];
-        if (resolved.name == name) return resolved.field;
+const CDBFRecordset::ResolvedField& CDBFRecordset::Resolved(std::wstring_view name) {
+    for (std::size_t tried = 0; tried < resolved_.size(); ++tried) {
+        if (next_ >= resolved_.size()) next_ = 0;
+        const ResolvedField& resolved = resolved_[next_++];
+        if (resolved.name == name) return resolved;
     }
-    if (names_.size() == kMostNames) names_.erase(names_.begin());
-    names_.push_back({std::wstring(name), table_.FindField(name)});
-    nextName_ = names_.size();
-    return names_.back().field;
+    if (resolved_.size() == kMostNames) resolved_.erase(resolved_.begin());
+    resolved_.push_back(Resolve(name));
+    next_ = resolved_.size();
+    return resolved_.back();
 }
 
 bool CDBFRecordset::ReadFieldText(std::wstring_view name, std::string_view& text) {
     text = {};
     if (IsEOF()) return false;
-    const int number = ResolveField(name);
-    if (number == kNoField) return false;
-    const CDBFField& field = table_.Fields()[static_cast<std::size_t>(number)];
-    // Of a field that reaches beyond the record only the part within it is there.
-    const std::uint64_t begin = std::min<std::uint64_t>(field.offset, table_.RecordLength());
-    const std::uint64_t size = std::min<std::uint64_t>(field.length, table_.RecordLength() - begin);
-    const std::string_view bytes(record_ + begin, static_cast<std::size_t>(size));
+    const ResolvedField& field = Resolved(name);
+    if (!field.isKnown) return false;
+    const std::string_view bytes(record_ + field.begin, field.size);
     if (!IsMemoType(field.type)) {
         text = NarrowText(ReadVariant(field.type, bytes), buffer_);
     } else if (table_.Memo() != nullptr) {
@@ -126,10 +133,17 @@ bool CDBFRecordset::GetFieldValue(std::wstring_view name, double& value) {
 bool CDBFRecordset::GetFieldValue(std::wstring_view name, std::wstring& value) {
     std::string_view text;
     const bool found = ReadFieldText(name, text);
-    if (IsAscii(text)) {
-        value.assign(text.begin(), text.end());
+    // Nearly all text is ASCII, which every ANSI code page has in common.
+    value.resize(text.size());
+    std::size_t size = 0;
+    while (size < text.size() && static_cast<unsigned char>(text[size]) - 1u < 0x7F) {
+        value[size] = static_cast<wchar_t>(text[size]);
+        ++size;
+    }
+    if (size < text.size() && text[size] != '\0') {
+        value = qrs::platform::decode(qrs::platform::ansiCodePage(), text.substr(0, text.find('\0')));
     } else {
-        value = qrs::platform::decode(qrs::platform::ansiCodePage(), text);
+        value.resize(size);
     }
     return found;
 }

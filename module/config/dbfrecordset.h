@@ -53,17 +53,20 @@ class CDBFRecordset {
     const CDBFTableDef& TableDef() const { return table_; }
 
   private:
-    static constexpr int kNoField = -1;
-
-    struct ResolvedName {
-        std::wstring name;
-        int field;
+    // Where and how a field is read, found once per name.
+    struct ResolvedField {
+        std::wstring name;  // as asked
+        bool isKnown = false;
+        char type = 0;
+        std::size_t begin = 0;  // within the record
+        std::size_t size = 0;   // the part of the field that lies within the record
     };
 
     template <typename OpenTable>
     bool OpenBy(OpenTable open);
     bool MoveTo(std::uint32_t number);
-    int ResolveField(std::wstring_view name);
+    ResolvedField Resolve(std::wstring_view name) const;
+    const ResolvedField& Resolved(std::wstring_view name);
     bool ReadFieldText(std::wstring_view name, std::string_view& text);
 
     CDBFTableDef table_;
@@ -72,8 +75,8 @@ class CDBFRecordset {
     std::uint32_t blockCount_ = 0;  // records in the block
     std::uint32_t current_ = 0;     // number of the record under the cursor
     const char* record_ = nullptr;  // the record under the cursor, in the block
-    std::vector<ResolvedName> names_;
-    std::size_t nextName_ = 0;  // where the next name is looked for first
+    std::vector<ResolvedField> resolved_;
+    std::size_t next_ = 0;  // where in resolved_ the next name is looked for first
     std::string memoText_;
     NarrowBuffer buffer_;
     std::uint32_t errorNumber_ = 0;

@@ -52,7 +52,7 @@ struct NarrowWriter {
 
     std::string_view operator()(std::monostate) const { return {}; }
 
-    std::string_view operator()(std::string_view text) const { return text.substr(0, text.find('\0')); }
+    std::string_view operator()(std::string_view text) const { return text; }
 
     std::string_view operator()(std::int32_t value) const { return Written(std::to_chars(begin(), end(), value)); }
 
@@ -107,10 +107,12 @@ bool IsSpace(char c) {
 
 // Takes leading white space and a sign off the text; true when the sign is a minus.
 bool TakeSign(std::string_view& text) {
-    while (!text.empty() && IsSpace(text.front()))
-        text.remove_prefix(1);
-    const bool negative = !text.empty() && text.front() == '-';
-    if (negative || (!text.empty() && text.front() == '+')) text.remove_prefix(1);
+    std::size_t i = 0;
+    while (i < text.size() && IsSpace(text[i]))
+        ++i;
+    const bool negative = i < text.size() && text[i] == '-';
+    if (negative || (i < text.size() && text[i] == '+')) ++i;
+    text.remove_prefix(i);
     return negative;
 }
 

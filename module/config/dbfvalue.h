@@ -27,9 +27,9 @@ bool IsMemoType(char type);
 // The value of a field that is no memo. A binary field that has not the size of its type is nothing.
 CDBFVariant ReadVariant(char type, std::string_view bytes);
 
-// The variant as narrow text, which ends at a NUL. Dates with time read "YYYYMMDD hh:mm:ss", so they begin as date
-// fields are stored; a date outside the years 1 to 9999 is an empty text. The text lives as long as the record's bytes
-// and the buffer.
+// The variant as narrow text; what follows a NUL in it does not count. Dates with time read "YYYYMMDD hh:mm:ss", so
+// they begin as date fields are stored; a date outside the years 1 to 9999 is an empty text. The text lives as long as
+// the record's bytes and the buffer.
 std::string_view NarrowText(const CDBFVariant& value, NarrowBuffer& buffer);
 
 // As atoi and atof read the text, whatever the locale; the integer is clamped to 32 bits.
