@@ -190,7 +190,8 @@ TEST_F(Plugins, LoadAndUnloadAnyNumberOfTimes) {
 TEST_F(Plugins, NothingOfACarelessOneStaysBehind) {
     ASSERT_TRUE(application->newDocument(error));
     ASSERT_TRUE(application->loadPlugin(plugin, error)) << error.message;
-    ASSERT_TRUE(run({L"PLUGINFORGETS", L"PLUGINLEFT"}));
+    ASSERT_TRUE(run({L"PLUGINFORGETS", L"PLUGINLEFT", L"REGEN"}));
+    EXPECT_EQ(std::wstring::npos, terminal.text.find(L"unloaded")) << "not while its reactor is called";
     ASSERT_TRUE(application->unloadPlugin(L"ed_plugin", error)) << error.message;
     ASSERT_EQ(2u, terminal.errors.size());
     EXPECT_NE(std::wstring::npos, terminal.errors[0].find(L"lost its papers"));

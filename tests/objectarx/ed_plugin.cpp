@@ -17,7 +17,13 @@
 namespace {
 
 void* self = nullptr;
-AcEditorReactor listener;
+// Tries to unload the plug-in from inside its own reactor.
+class Listener : public AcEditorReactor {
+    void commandEnded(const ACHAR*) override {
+        if (acrxUnloadModule(L"ed_plugin")) acutPrintf(L"\nreactor unloaded");
+    }
+};
+Listener listener;
 bool listens = false;
 
 void work() {

@@ -66,7 +66,7 @@ bool Plugins::unload(std::wstring_view name, platform::Error& error) {
         error.message = shown + ": no such plug-in is loaded";
     } else if (plugin->locked) {
         error.message = shown + ": the plug-in is locked";
-    } else if (plugin->busy > 0 || session_.isRunning(plugin)) {
+    } else if (isAtWork(plugin)) {
         error.message = shown + ": the plug-in is at work";
     } else {
         release(*plugin, true);
@@ -122,9 +122,7 @@ void Plugins::tellDocument(Plugin& plugin, AcRx::AppMsgCode message, AcApDocumen
 AcRx::AppRetCode Plugins::send(Plugin& plugin, AcRx::AppMsgCode message) {
     AcRx::AppRetCode answer = AcRx::kRetError;
     if (!plugin.entry) return answer;
-    ++plugin.busy;
     callOutside(&plugin, plugin.name.c_str(), [&] { answer = plugin.entry(message, &plugin); });
-    --plugin.busy;
     return answer;
 }
 

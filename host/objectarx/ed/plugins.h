@@ -27,7 +27,6 @@ struct Plugin {
     Entry entry = nullptr;
     bool locked = true;
     bool mdiAware = false;
-    int busy = 0;  // messages it is handling now
 };
 
 class Plugins {

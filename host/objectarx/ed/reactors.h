@@ -21,9 +21,16 @@ class ApplicationScope {
     ApplicationScope(const ApplicationScope&) = delete;
     ApplicationScope& operator=(const ApplicationScope&) = delete;
 
+    const void* application() const { return application_; }
+    const ApplicationScope* outer() const { return outer_; }
+
   private:
-    const void* previous_;
+    const void* application_;
+    const ApplicationScope* outer_;
 };
+
+// True when some call of the plug-in has not returned yet: a message, a command, a reactor.
+bool isAtWork(const void* application);
 
 // Tells of an exception that a plug-in let out; one line.
 void reportException(const std::wstring& where, const std::exception* exception);

@@ -125,7 +125,8 @@ void Session::tellCancel(const std::wstring& promptLine, const Answer& answer) {
     }
     if (answer.reply == Reply::Cancel) input.dropTypedWords();
     if (!tell) return;
-    output.print((answer.promptShown ? std::wstring() : promptLine) + L"*Cancel*\n");
+    const bool shown = answer.promptShown || (answer.reply == Reply::End && output.terminal().isInteractive());
+    output.print((shown ? std::wstring() : promptLine) + L"*Cancel*\n");
 }
 
 bool Session::mayStart(const Running& starting) {

@@ -16,20 +16,26 @@ namespace qrs::host::ed {
 namespace {
 
 Session* theSession = nullptr;
-const void* runningApplication = nullptr;
+const ApplicationScope* innermostScope = nullptr;
 
 }  // namespace
 
 const void* activeApplication() {
-    return runningApplication;
+    return innermostScope ? innermostScope->application() : nullptr;
 }
 
-ApplicationScope::ApplicationScope(const void* application) : previous_(runningApplication) {
-    runningApplication = application;
+bool isAtWork(const void* application) {
+    for (const ApplicationScope* scope = innermostScope; scope; scope = scope->outer())
+        if (scope->application() == application) return true;
+    return false;
+}
+
+ApplicationScope::ApplicationScope(const void* application) : application_(application), outer_(innermostScope) {
+    innermostScope = this;
 }
 
 ApplicationScope::~ApplicationScope() {
-    runningApplication = previous_;
+    innermostScope = outer_;
 }
 
 void reportException(const std::wstring& where, const std::exception* exception) {
@@ -98,11 +104,6 @@ Acad::ErrorStatus Session::findFile(ACHAR* pathOut, int length, const ACHAR* nam
     if (path.size() >= static_cast<std::size_t>(length)) return Acad::eInvalidInput;
     std::wmemcpy(pathOut, path.c_str(), path.size() + 1);
     return Acad::eOk;
-}
-
-bool Session::isRunning(const void* application) const {
-    return std::any_of(running.begin(), running.end(),
-                       [&](const Running& one) { return one.application == application; });
 }
 
 bool Session::isRunningIn(const AcApDocument* document) const {

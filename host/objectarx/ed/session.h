@@ -84,7 +84,6 @@ class Session : private AcDbHostApplicationServices {
     // The running command, or the run, has failed. An empty message prints nothing.
     void fail(std::wstring_view message);
     void setPickFirst(AcApDocument* document, AcDbObjectIdArray ids);
-    bool isRunning(const void* application) const;
     bool isRunningIn(const AcApDocument* document) const;
     // "LINE'ZOOM": the names of the running commands.
     std::wstring runningNames() const;
