@@ -129,6 +129,14 @@ TEST(DbLayers, NewOnesTakeTheFormOfTheDrawing) {
     EXPECT_EQ(addLayer(old, L"Pipe", id), Acad::eDuplicateRecordName);
     EXPECT_TRUE(id.isNull());
 
+    // Old drawings may carry handles without owners.
+    Sample handled(
+        dxfText("0=SECTION;2=HEADER;9=$ACADVER;1=AC1009;9=$HANDLING;70=1;9=$HANDSEED;5=A0;0=ENDSEC;"
+                "0=SECTION;2=TABLES;0=TABLE;2=LAYER;70=1;0=LAYER;5=1F;2=0;70=0;62=7;6=CONTINUOUS;0=ENDTAB;"
+                "0=ENDSEC;0=EOF"));
+    ASSERT_EQ(addLayer(handled, L"J", id), Acad::eOk);
+    EXPECT_EQ(handled.changes(), " -5=A0 +5=A1 -70=1 +70=2 +0=LAYER +5=A0 +2=J +70=0 +62=30 +6=Continuous");
+
     Sample newer(newerDrawing());
     ASSERT_EQ(addLayer(newer, L"\u7ED9\u6C34", id), Acad::eOk);
     EXPECT_EQ(newer.changes(),
@@ -154,7 +162,6 @@ TEST(DbLayers, AreAddedToDrawingsWithoutTables) {
     EXPECT_EQ(bare.changes(),
               " +2=TABLES +0=TABLE +2=LAYER +70=1 +0=LAYER +2=A +70=0 +62=30 +6=Continuous +0=ENDTAB"
               " +0=TABLE +2=APPID +70=1 +0=APPID +2=PWX +70=0 +0=ENDTAB +0=ENDSEC +0=SECTION");
-    AcDbObjectPointer<AcDbEntity> point(DatabaseAccess::idOf(*bare.database, 0));
     AcDbBlockTableRecordPointer space(ACDB_MODEL_SPACE, bare.database.get());
     AcDbBlockTableRecordIterator* made = nullptr;
     ASSERT_EQ(space->newIterator(made), Acad::eOk);
@@ -212,4 +219,53 @@ TEST(DbLayers, TellTheirSettingsInOrder) {
                                             "AcDbLayerTableRecord::setLinetypeObjectId(J, CONTINUOUS)",
                                             "AcDbSymbolTable::add(LAYER, J)"};
     EXPECT_EQ(recorder.calls(), expected);
+}
+
+TEST(DbLayers, LinetypesAndTextStylesAreMadeTheSameWay) {
+    const auto addTo = [](Sample& sample) {
+        AcDbObjectPointer<AcDbLinetypeTableRecord> linetype;
+        linetype.create();
+        linetype->setName(L"DASH");
+        linetype->setAsciiDescription(L"__ __");
+        linetype->setPatternLength(3.0);
+        EXPECT_EQ(linetype->setNumDashes(13), Acad::eOutOfRange);
+        linetype->setNumDashes(2);
+        linetype->setDashLengthAt(0, 2.0);
+        linetype->setDashLengthAt(1, -1.0);
+        EXPECT_EQ(linetype->setDashLengthAt(2, 1.0), Acad::eInvalidIndex);
+        AcDbLinetypeTablePointer table(sample.database.get(), AcDb::kForWrite);
+        EXPECT_EQ(table->add(linetype.object()), Acad::eOk);
+        // A change after it lies in the drawing.
+        EXPECT_EQ(linetype->setNumDashes(1), Acad::eOk);
+        EXPECT_EQ(linetype->dashLengthAt(0), 2.0);
+        EXPECT_EQ(linetype->dashLengthAt(1), 0.0);
+    };
+    Sample old(oldDrawing());
+    addTo(old);
+    EXPECT_EQ(old.changes(),
+              " -70=     1 +70=     2 +0=LTYPE +2=DASH +70=     0 +3=__ __ +72=    65 +73=     1 +40=3.0 +49=2.0");
+    Sample newer(newerDrawing());
+    addTo(newer);
+    EXPECT_NE(newer.changes().find("+73=1 +40=3.0 +49=2.0 +74=0"), std::string::npos) << newer.changes();
+
+    AcDbObjectPointer<AcDbTextStyleTableRecord> style;
+    style.create();
+    EXPECT_EQ(style->setXScale(0.0), Acad::eInvalidInput);
+    style->setName(L"HZ");
+    style->setBigFontFileName(L"gbcbig.shx");
+    style->setXScale(0.75);
+    AcDbTextStyleTablePointer table(old.database.get(), AcDb::kForWrite);
+    EXPECT_EQ(table->add(style.object()), Acad::eOk);
+    EXPECT_EQ(taken([&] {
+                  ACHAR* name = nullptr;
+                  style->bigFontFileName(name);
+                  return name;
+              }()),
+              L"gbcbig.shx");
+    // The table is made between its neighbours.
+    EXPECT_NE(
+        old.text().find(dxfText("0=ENDTAB;0=TABLE;2=STYLE;70=1;0=STYLE;2=HZ;70=0;40=0.0;41=0.75;50=0.0;71=0;42=2.5;"
+                                "3=txt;4=gbcbig.shx;0=ENDTAB;0=ENDSEC")),
+        std::string::npos)
+        << old.text();
 }
