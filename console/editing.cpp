@@ -188,6 +188,8 @@ host::Reply EditingTerminal::readLine(const std::wstring& prompt, std::wstring& 
     prompt_ = prompt;
     cancelled_ = leaves_ = false;
     int count = 0;
+    // Before the prompt is seen: what is typed at once is meant for it.
+    el_wset(editor_.get(), EL_PREP_TERM, 1);
     const wchar_t* typed = el_wgets(editor_.get(), &count);
     interrupted = 0;
     if (leaves_ && prompt == kCommandPrompt) {
