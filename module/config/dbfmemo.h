@@ -59,7 +59,7 @@ class CFPTMemoFile : public CMemoFile {
     bool ReadMemo(std::string_view field, std::string& text) override;
 };
 
-// Six (.SMT): kind, length and block number of a memo stand in the record itself.
+// SMT: kind, length and block number of a memo stand in the record itself.
 class CSMTMemoFile : public CMemoFile {
   protected:
     bool ReadHeader() override;

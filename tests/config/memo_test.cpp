@@ -92,8 +92,8 @@ TEST(Memo, FoxProPointersAreBinaryOrDigits) {
     EXPECT_EQ(memosOf(0x30, {bytesOf(8, 4), bytesOf(512, 4)}, memo), (Texts{L"", L""}));
 }
 
-TEST(Memo, SixKeepsKindLengthAndBlockInTheRecord) {
-    const std::string memo = padded(bytesOf(18, 4) + bytesOf(32, 4) + "SixMemo", 512) + "water and fire";
+TEST(Memo, SmtKeepsKindLengthAndBlockInTheRecord) {
+    const std::string memo = padded(bytesOf(18, 4) + bytesOf(32, 4), 512) + "water and fire";
     const auto pointer = [](std::uint64_t kind, std::uint64_t length, std::uint64_t block) {
         return bytesOf(kind, 2) + bytesOf(length, 4) + bytesOf(block, 4);
     };
