@@ -27,6 +27,7 @@
 #include "adesk.h"
 #include "afxstr.h"
 #include "dbcolor.h"
+#include "dbid.h"
 #include "pipeport.h"
 
 // Orders layer names as they compare: without regard to case.
@@ -50,6 +51,11 @@ struct QRS_PIPE_PORT LayerNode {
 
     // Whether the attachment of that name (exactly compared) is in LayerAttachSet.
     bool IsContainLayerAttach(const CString& name) const;
+
+    // The working database's layer of this name. A layer that the drawing has already stays as it is; a missing one is
+    // made with this colour, lineweight, plot flag and linetype, and *created (which may be null) becomes true; it is
+    // not touched otherwise. The null id when the layer cannot be made: no drawing, or no name that a layer may have.
+    AcDbObjectId CreateLayer(bool* created = nullptr) const;
 };
 
 // Layers by name. Of several layers of one name the first one seen is held.
@@ -195,6 +201,9 @@ class QRS_PIPE_PORT PipeNode {
     void GetLayerTypes(std::set<CString>& types) const;
     // Adds each own layer that takes part in the attachment.
     void GetLayerAttachInfo(const CString& attachment, LayerAttachNode& info) const;
+    // LayerNode::CreateLayer of the first own layer of that name; *found (which may be null) becomes true when there is
+    // one and is not touched otherwise. The null id when there is none.
+    AcDbObjectId CreateLayer(const CString& layerName, bool* found = nullptr) const;
     // Replaces info by what the system says of itself; LayerNames holds alias types only when includeAliases is true.
     void GetPipeInfo(PipeInfoNode& info, bool includeAliases) const;
 
@@ -301,6 +310,9 @@ class QRS_PIPE_PORT PipeGroupNode {
     void GetAllLayerName(std::vector<CString>& names) const;
     void GetLayerTypes(std::set<CString>& types) const;
     void GetLayerAttachInfo(const CString& attachment, LayerAttachNode& info) const;
+    // LayerNode::CreateLayer of the first own layer of that name in the first system that has one. The null id when
+    // there is none.
+    AcDbObjectId CreateLayer(const CString& layerName) const;
     // Brings every system's aliases up to date and adds the group's layers to a lookup map by name.
     void InitLayers(LayerNameMap& layers);
 

@@ -2,7 +2,9 @@
 set(QRS_STANDARD_SOURCES
     holder.cpp
     itemtree.cpp
+    layercreation.cpp
     layerdef.cpp
+    layerlookup.cpp
     layernode.cpp
     otherlayernode.cpp
     pipegroupnode.cpp

@@ -1,0 +1,31 @@
+// Finds groups, systems and layer definitions of a standard. Everything here is null on a miss.
+//
+// System names, group names, layer types and layer keys are exact, layer names are compared without regard to case;
+// groups are searched in order, the first hit wins.
+#pragma once
+
+#include "standard/standard.h"
+
+namespace qrs::standard {
+
+// The first group of that name.
+PipeGroupNode* groupNamed(const Standard& standard, const CString& groupName);
+// The first group that has a system of that name.
+PipeGroupNode* groupOfSystem(const Standard& standard, const CString& systemName);
+// That group's system.
+PipeNode* systemNamed(const Standard& standard, const CString& systemName);
+
+// The definition of a layer by the name of its pipe system (here without regard to case) and its type; where no system
+// answers, by its key and the name of its group of other layers.
+LayerNode* layerDefinition(const Standard& standard, const CString& nameOrKey, const CString& layerType);
+
+// The layer of that key in the first group of other layers that has one.
+LayerNode* independentLayer(const Standard& standard, const CString& layerKey);
+
+// The first definition of that name: pipe systems, then groups of other layers.
+LayerNode* layerNamed(const Standard& standard, const CString& layerName);
+
+// The group's first system in which a layer of that name answers for the type.
+PipeNode* systemOfLayer(const PipeGroupNode& group, const CString& layerType, const CString& layerName);
+
+}  // namespace qrs::standard
