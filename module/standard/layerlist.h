@@ -36,8 +36,10 @@ inline void addLayers(const LayerList& layers, LayerNameMap& map) {
 }
 
 inline void addLayerNames(const LayerList& layers, std::vector<CString>& names) {
+    LayerNameList list(names);
     for (const auto& layer : layers)
-        appendLayerName(names, layer->LayerName);
+        list.add(layer->LayerName);
+    list.appendTo(names);
 }
 
 // Whether a map and the map of its beginnings both have the key and give the same for it.

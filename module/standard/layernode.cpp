@@ -17,20 +17,14 @@ void LayerAttachNode::AddNonPipeSystemLayerNode(const LayerNode& layer) {
 }
 
 void LayerAttachNode::LayerNames(LayerTypeEnum which, CString& out, const CString& separator) const {
-    std::vector<CString> names;
+    qrs::standard::LayerNameList names;
     if ((which & kPipeSystemLayer) != 0) {
-        for (const PipeLayerKey& layer : pipeSystemLayers_) {
-            qrs::standard::appendLayerName(names, layer.LayerName);
-        }
+        for (const PipeLayerKey& layer : pipeSystemLayers_)
+            names.add(layer.LayerName);
     }
     if ((which & kNonPipeSystemLayer) != 0) {
-        for (const LayerNode& layer : nonPipeSystemLayers_) {
-            qrs::standard::appendLayerName(names, layer.LayerName);
-        }
+        for (const LayerNode& layer : nonPipeSystemLayers_)
+            names.add(layer.LayerName);
     }
-    out.Empty();
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (i > 0) out += separator;
-        out += names[i];
-    }
+    out = names.joined(separator);
 }

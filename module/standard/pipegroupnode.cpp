@@ -115,8 +115,9 @@ bool PipeGroupNode::GetSystemInfo(int index, PipeBasicNode& info) const {
 
 void PipeGroupNode::GetAllPipeSystemNames(std::vector<CString>& names) const {
     // System names are exact keys: two that differ in case are two systems, and both are listed.
+    std::set<CString> known(names.begin(), names.end());
     for (const auto& system : systems_) {
-        if (std::find(names.begin(), names.end(), system->PipeName) == names.end()) names.push_back(system->PipeName);
+        if (known.insert(system->PipeName).second) names.push_back(system->PipeName);
     }
 }
 
@@ -201,8 +202,13 @@ void PipeGroupNode::GetAllLayer(LayerNameMap& layers) const {
 }
 
 void PipeGroupNode::GetAllLayerName(std::vector<CString>& names) const {
-    for (const auto& system : systems_)
-        system->GetAllLayerName(names);
+    // One list for all systems: each of them would look through the names again.
+    qrs::standard::LayerNameList list(names);
+    for (const auto& system : systems_) {
+        for (int i = 0; i < system->GetLayerNum(); ++i)
+            list.add(system->FindLayerNode(i)->LayerName);
+    }
+    list.appendTo(names);
 }
 
 void PipeGroupNode::GetLayerTypes(std::set<CString>& types) const {

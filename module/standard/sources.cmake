@@ -9,6 +9,10 @@ set(QRS_STANDARD_SOURCES
     otherlayernode.cpp
     pipegroupnode.cpp
     pipenode.cpp
+    pipesizes.cpp
+    queries_layers.cpp
+    queries_sizes.cpp
+    queries_systems.cpp
     selection.cpp
     standardreader.cpp
     standardwriter.cpp

@@ -1,8 +1,9 @@
-// Texts of the tree: views, UTF-8, comparison, and lists of names that hold no name twice.
+// Texts of the tree: views, UTF-8, comparison, and lists of layer names.
 #pragma once
 
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "afxstr.h"
@@ -24,7 +25,23 @@ inline bool equalNoCase(const CString& a, const CString& b) {
     return a.CompareNoCase(b) == 0;
 }
 
-// Appends the name unless the list has it, in whatever case.
-void appendLayerName(std::vector<CString>& names, const CString& name);
+// Collects layer names in the order they are first seen, none twice in whatever case.
+class LayerNameList {
+  public:
+    LayerNameList() = default;
+    // Known names are not collected again.
+    explicit LayerNameList(const std::vector<CString>& known);
+
+    void add(const CString& name);
+    void appendTo(std::vector<CString>& out) const;
+    // The collected names with the separator between them.
+    CString joined(const CString& separator) const;
+
+  private:
+    bool isNew(const CString& name);
+
+    std::vector<CString> names_;
+    std::unordered_set<std::wstring> seen_;  // in one case
+};
 
 }  // namespace qrs::standard

@@ -9,17 +9,15 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "afxstr.h"
 #include "dbid.h"
 #include "host/platform/port.h"
+#include "qrs_list.h"
 #include "qrs_reg.h"
 #include "qrs_select.h"
 
 class AcDbDatabase;
-
-using TWCStringList = std::vector<std::wstring>;
 
 // The suite's system folder, ending in a backslash; empty while it is not known. InitAol takes it from the running
 // application; a program without one calls QrsExport::SetSystemFolder.
