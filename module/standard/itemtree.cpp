@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <new>
 
 #include "host/platform/codepage.h"
@@ -81,13 +82,8 @@ bool utf8FromUtf16(std::string_view bytes, bool bigEndian, const std::string& na
     return sound;
 }
 
-bool utf8FromCodePage(std::string_view bytes, const std::string& name, std::string& utf8, platform::Error& error) {
-    const std::string declared = declaredEncoding(bytes);
-    unsigned codePage = platform::kUtf8;
-    for (const DeclaredEncoding& known : kDeclaredEncodings) {
-        if (declared == known.name) codePage = known.codePage;
-    }
-    if (codePage == kGb18030 && !platform::isKnownCodePage(kGb18030)) codePage = kGbk;
+bool utf8FromCodePage(std::string_view bytes, unsigned codePage, const std::string& reason, const std::string& name,
+                      std::string& utf8, platform::Error& error) {
     std::wstring wide;
     if (platform::decodeStrict(codePage, bytes, wide)) {
         utf8 = codePage == platform::kUtf8 ? std::string(bytes) : platform::toUtf8(wide);
@@ -99,43 +95,73 @@ bool utf8FromCodePage(std::string_view bytes, const std::string& name, std::stri
         if (!platform::decodeStrict(codePage, bytes.substr(start, end - start), wide)) break;
         start = end + 1;
     }
-    setError(error, name, line, "不是有效的 " + (declared.empty() ? std::string("utf-8") : declared) + " 文本");
+    setError(error, name, line, reason);
     return false;
+}
+
+bool utf8FromDeclared(std::string_view bytes, const std::string& name, std::string& utf8, platform::Error& error) {
+    std::string declared = declaredEncoding(bytes);
+    if (declared.empty()) declared = "utf-8";
+    const auto* known = std::find_if(std::begin(kDeclaredEncodings), std::end(kDeclaredEncodings),
+                                     [&declared](const DeclaredEncoding& e) { return e.name == declared; });
+    // In an encoding that is not known, plain ASCII can still be read.
+    if (known == std::end(kDeclaredEncodings)) {
+        return utf8FromCodePage(bytes, platform::kUtf8, "不能识别的编码 " + declared, name, utf8, error);
+    }
+    unsigned codePage = known->codePage;
+    if (codePage == kGb18030 && !platform::isKnownCodePage(kGb18030)) codePage = kGbk;
+    return utf8FromCodePage(bytes, codePage, "不是有效的 " + declared + " 文本", name, utf8, error);
 }
 
 // The bytes in UTF-8 without a byte-order mark. UTF-16 without a mark shows by the zero beside its first '<'.
 bool makeUtf8(std::string_view bytes, const std::string& name, std::string& utf8, platform::Error& error) {
     using namespace std::string_view_literals;
     const auto begins = [&bytes](std::string_view mark) { return bytes.substr(0, mark.size()) == mark; };
-    if (begins("\xEF\xBB\xBF"sv)) return utf8FromCodePage(bytes.substr(3), name, utf8, error);
+    // The mark counts more than the declaration: an editor that changes the encoding leaves the declaration as it is.
+    if (begins("\xEF\xBB\xBF"sv)) {
+        return utf8FromCodePage(bytes.substr(3), platform::kUtf8, "不是有效的 utf-8 文本", name, utf8, error);
+    }
     if (begins("\xFF\xFE"sv)) return utf8FromUtf16(bytes.substr(2), false, name, utf8, error);
     if (begins("\xFE\xFF"sv)) return utf8FromUtf16(bytes.substr(2), true, name, utf8, error);
     if (begins("<\0"sv)) return utf8FromUtf16(bytes, false, name, utf8, error);
     if (begins("\0<"sv)) return utf8FromUtf16(bytes, true, name, utf8, error);
-    return utf8FromCodePage(bytes, name, utf8, error);
+    return utf8FromDeclared(bytes, name, utf8, error);
+}
+
+// One root, and no text beside it.
+bool checkRoot(const pugi::xml_document& tree, const std::string& utf8, const std::string& name,
+               platform::Error& error) {
+    const auto refuse = [&](std::ptrdiff_t offset, const char* reason) {
+        setError(error, name, lineAt(utf8, static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0))),
+                 std::string("不是完好的 XML（") + reason + "）");
+        return false;
+    };
+    bool hasRoot = false;
+    for (const pugi::xml_node& child : tree.children()) {
+        if (child.type() != pugi::node_element) return refuse(child.offset_debug(), "根元素之外有文字");
+        if (hasRoot) return refuse(child.offset_debug(), "第二个根元素");
+        hasRoot = true;
+    }
+    return hasRoot || refuse(static_cast<std::ptrdiff_t>(utf8.size()), "没有根元素");
 }
 
 bool parseUtf8(const std::string& utf8, const std::string& name, pugi::xml_document& tree, platform::Error& error) {
-    const std::size_t zero = utf8.find('\0');
-    if (zero != std::string::npos) {
-        setError(error, name, lineAt(utf8, zero), "含有空字符");
+    const auto control = std::find_if(utf8.begin(), utf8.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r';
+    });
+    if (control != utf8.end()) {
+        // What is read must also be possible to write.
+        setError(error, name, lineAt(utf8, static_cast<std::size_t>(control - utf8.begin())), "含有控制字符");
         return false;
     }
-    // White space alone is a value like any other, but not between elements.
-    const unsigned options = pugi::parse_default | pugi::parse_ws_pcdata_single;
+    // White space alone is a value like any other, but not between elements. A fragment, because what stands outside of
+    // the root would be skipped otherwise, and a damaged file taken for a sound one.
+    const unsigned options = pugi::parse_default | pugi::parse_ws_pcdata_single | pugi::parse_fragment;
     const pugi::xml_parse_result result = tree.load_buffer(utf8.data(), utf8.size(), options, pugi::encoding_utf8);
-    if (!result) {
-        const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(result.offset, 0));
-        setError(error, name, lineAt(utf8, offset), std::string("不是完好的 XML（") + result.description() + "）");
-        return false;
-    }
-    for (pugi::xml_node other = tree.document_element().next_sibling(); other; other = other.next_sibling()) {
-        if (other.type() != pugi::node_element) continue;
-        const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(other.offset_debug(), 0));
-        setError(error, name, lineAt(utf8, offset), "不是完好的 XML（第二个根元素）");
-        return false;
-    }
-    return true;
+    if (result) return checkRoot(tree, utf8, name, error);
+    const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(result.offset, 0));
+    setError(error, name, lineAt(utf8, offset), std::string("不是完好的 XML（") + result.description() + "）");
+    return false;
 }
 
 }  // namespace

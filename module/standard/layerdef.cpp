@@ -1,4 +1,5 @@
 // The layer definitions of older installations: LAYERDEF.DAT of the system folder.
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -50,29 +51,34 @@ std::optional<OldDefinition> parseLine(const CString& line) {
     return definition;
 }
 
+// The layers of a standard by their older key.
+using LayersByOldKey = std::multimap<CString, LayerNode*>;
+
+LayersByOldKey layersByOldKey(const Standard& standard) {
+    LayersByOldKey layers;
+    const auto add = [&layers](LayerNode* layer) { layers.emplace(layer->OldKey, layer); };
+    for (const auto& group : standard.groups) {
+        for (int i = 0; i < group->GetSystemNum(); ++i) {
+            const PipeNode& system = *group->FindPipeSystem(i);
+            for (int j = 0; j < system.GetLayerNum(); ++j)
+                add(system.FindLayerNode(j));
+        }
+    }
+    for (const auto& group : standard.otherLayers) {
+        for (int i = 0; i < group->GetLayerNum(); ++i)
+            add(group->FindLayerNode(i));
+    }
+    return layers;
+}
+
 void apply(const OldDefinition& definition, LayerNode& layer) {
-    if (layer.OldKey != definition.oldKey) return;
     if (!definition.layerName.IsEmpty()) layer.LayerName = definition.layerName;
     if (!definition.color.IsEmpty()) layer.LayerColor = parseColor(definition.color);
     if (!definition.linetype.IsEmpty()) layer.LineStyle = definition.linetype;
 }
 
-void applyToAll(const OldDefinition& definition, Standard& standard) {
-    for (const auto& group : standard.groups) {
-        for (int i = 0; i < group->GetSystemNum(); ++i) {
-            const PipeNode& system = *group->FindPipeSystem(i);
-            for (int j = 0; j < system.GetLayerNum(); ++j)
-                apply(definition, *system.FindLayerNode(j));
-        }
-    }
-    for (const auto& group : standard.otherLayers) {
-        for (int i = 0; i < group->GetLayerNum(); ++i)
-            apply(definition, *group->FindLayerNode(i));
-    }
-}
-
 // The numbers of the lines that are no definitions.
-std::vector<int> readDefinitions(const CString& text, Standard& standard) {
+std::vector<int> readDefinitions(const CString& text, const LayersByOldKey& layers) {
     std::vector<int> badLines;
     int number = 0;
     for (int start = 0; start < text.GetLength();) {
@@ -84,7 +90,9 @@ std::vector<int> readDefinitions(const CString& text, Standard& standard) {
         line.Trim();
         if (line.IsEmpty() || line[0] == L';') continue;
         if (const auto definition = parseLine(line)) {
-            applyToAll(*definition, standard);
+            const auto [first, last] = layers.equal_range(definition->oldKey);
+            for (auto entry = first; entry != last; ++entry)
+                apply(*definition, *entry->second);
         } else {
             badLines.push_back(number);
         }
@@ -107,7 +115,7 @@ void report(const std::wstring& path, const std::vector<int>& badLines) {
 }  // namespace
 
 void readOldLayerDefinitions() {
-    Standard* standard = currentStandard();
+    const Standard* standard = currentStandard();
     const std::wstring path = platform::joinPath(view(g_csSysPath), kFileName);
     if (standard == nullptr || !platform::fileExists(path)) return;
     std::string bytes;
@@ -117,7 +125,7 @@ void readOldLayerDefinitions() {
         return;
     }
     const std::vector<int> badLines =
-        readDefinitions(makeText(platform::decode(platform::ansiCodePage(), bytes)), *standard);
+        readDefinitions(makeText(platform::decode(platform::ansiCodePage(), bytes)), layersByOldKey(*standard));
     if (!badLines.empty()) report(path, badLines);
 }
 

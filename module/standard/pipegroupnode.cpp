@@ -60,6 +60,7 @@ bool PipeGroupNode::renameSystem(const CString& oldName, const CString& newName,
     const CString to = newName;
     PipeNode* system = entry->second;
     system->PipeName = to;
+    // The own layers are all there are: an alias shows one of them.
     for (int i = 0; i < system->GetLayerNum(); ++i) {
         LayerNode* layer = system->FindLayerNode(i);
         const bool same = ignoreCaseInLayers ? equalNoCase(layer->SystemName, from) : layer->SystemName == from;

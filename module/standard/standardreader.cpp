@@ -72,6 +72,8 @@ void readOtherLayer(const pugi::xml_node& section, Standard& standard) {
         auto group = std::make_unique<OtherLayerNode>(itemAttribute(item, "LayerType"));
         for (const pugi::xml_node& child : item.children()) {
             if (child.type() != pugi::node_element) continue;
+            // Here, and not in a system, case does not count, and whatever is no layer is the type map: files that
+            // older tools wrote come so.
             if (equalNoCase(fromUtf8(child.name()), L"layer")) {
                 group->AddLayerNode(readLayer(child, true).release());
             } else {
@@ -136,6 +138,7 @@ constexpr Section kSections[] = {
 
 bool readTree(const pugi::xml_document& tree, const std::string& name, Standard& out, platform::Error& error) {
     const pugi::xml_node root = tree.document_element();
+    // The root's Comment makes a file one that lists offer; a file that was chosen is loaded without it as well.
     if (!isElement(root, kRootName)) {
         error.message = name + "：不是管线系统标准文件（根元素是“" + root.name() + "”）";
         return false;

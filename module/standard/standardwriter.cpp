@@ -64,7 +64,8 @@ class Builder {
     std::string failure_;
 };
 
-// The entries that a reader would not have by itself. Without one there is no element.
+// The entries that a reader would not have by itself. Without one there is no element. A type that a system maps to
+// itself, which only keeps it from borrowing, is not stored either: programs that read these files do not expect it.
 template <class Node>
 void writeMap(Builder& builder, pugi::xml_node parent, const char* name, const char* comment, const Node& node,
               const std::map<CString, CString>& map, bool skipIdentity) {
@@ -167,10 +168,17 @@ constexpr Section kSections[] = {
 // The one line that ends in a carriage return as well; the lines below end in a line feed alone on every system.
 constexpr const char* kDeclaration = "<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>\r\n";
 
+// A carriage return in the text of an element would come back as a line feed, so it is written as a reference.
 class StringWriter : public pugi::xml_writer {
   public:
     explicit StringWriter(std::string& out) : out_(out) {}
-    void write(const void* data, std::size_t size) override { out_.append(static_cast<const char*>(data), size); }
+    void write(const void* data, std::size_t size) override {
+        std::string_view rest(static_cast<const char*>(data), size);
+        for (std::size_t at; (at = rest.find('\r')) != std::string_view::npos; rest.remove_prefix(at + 1)) {
+            out_.append(rest.substr(0, at)).append("&#13;");
+        }
+        out_.append(rest);
+    }
 
   private:
     std::string& out_;

@@ -159,7 +159,13 @@ TEST(StandardFile, ReadsTheEncodingsPeopleSaveIn) {
         expectRead(utf16);
         EXPECT_NE(refusal((bigEndian ? "\xFE\xFF" : "\xFF\xFE") + utf16 + "x"), "");
     }
+    // The mark wins over a declaration that an editor left as it was.
+    expectRead("\xEF\xBB\xBF<?xml version='1.0' encoding='gbk'?>" + platform::toUtf8(body));
     EXPECT_NE(refusal("<Morvel>\n" + gbk.substr(8)).find("第 2 行"), std::string::npos);
+    EXPECT_NE(refusal("<?xml version='1.0' encoding='Big5'?>\n" + gbk).find("不能识别的编码 big5"), std::string::npos);
+    gbk.insert(0, "<?xml version='1.0' encoding='gbk'?>");
+    for (std::size_t length = 0; length < gbk.size(); ++length)
+        refusal(gbk.substr(0, length));
 }
 
 TEST(StandardFile, ReadsIrregularFiles) {
@@ -200,6 +206,10 @@ TEST(StandardFile, RefusesWhatIsNoStandard) {
                                                           {"<Morvel>\n<PipeSystem>\n", "2"},
                                                           {"<Morvel>\n\n</Other>", "3"},
                                                           {"<Morvel/>\n<Morvel/>", "2"},
+                                                          {"<Morvel>\n</Morvel>\n\nm></Morvel>", "4"},
+                                                          {"\nmore<Morvel/>", "1"},
+                                                          {"<!-- no root -->\n", "2"},
+                                                          {"<Morvel>\n\x01</Morvel>", "2"},
                                                           {std::string("<Morvel>\n\0</Morvel>", 19), "2"},
                                                           {"<Morvel>\n\xFF</Morvel>", "2"}}) {
         const std::string message = refusal(bytes);
@@ -228,6 +238,7 @@ TEST(StandardFile, WritesTheWholeFileOrNothing) {
     Standard standard = parse(builtinStandard());
     standard.nameRules.push_back({L"\r\n\t", L" ", makeText(platform::fromUtf8("\xF0\xA0\x80\x80 ]]>"))});
     platform::Error error;
+    standard.groups[0]->FindPipeSystem(0)->Remark = L"two\r\nlines";
     ASSERT_TRUE(writeStandard(standard, path, error)) << error.message;
     const std::string first = fileBytes(folder / "a.qdsl");
     Standard back;
@@ -235,6 +246,7 @@ TEST(StandardFile, WritesTheWholeFileOrNothing) {
     EXPECT_TRUE(format(back) == first);
     EXPECT_EQ(back.nameRules.back().LayerType, L"\r\n\t");
     EXPECT_EQ(back.nameRules.back().LayerPrefix, L" ");
+    EXPECT_EQ(back.groups[0]->FindPipeSystem(0)->Remark, L"two\r\nlines");
     ASSERT_TRUE(writeStandard(back, path, error));
     EXPECT_TRUE(fileBytes(folder / "a.qdsl") == first);
 
