@@ -118,7 +118,9 @@ TEST(Sizes, OddRecords) {
     EXPECT_TRUE(table.sizes(L"").empty());
     EXPECT_EQ(table.find(L"b", 20.9005)->outer, 2);  // both are near enough: the first
     EXPECT_EQ(table.find(L"b", 20.9015)->inner, 5);
-    EXPECT_EQ(table.find(L"b", 20.899), nullptr);
+    EXPECT_EQ(table.find(L"b", 20.898), nullptr);
+    EXPECT_EQ(table.find(L"B", 0.001), nullptr);  // a whole thousandth away is another size
+    EXPECT_NE(table.find(L"B", 0.000999), nullptr);
     EXPECT_EQ(table.find(L"B", 0)->outer, 0);  // a zero that stands there is found
 
     table.read(L"\\nowhere\\pipe.dbf");
