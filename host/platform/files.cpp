@@ -1,6 +1,8 @@
 // Files and names, as far as every system does it alike.
 #include "host/platform/files.h"
 
+#include <fstream>
+
 #include "host/platform/codepage.h"
 #include "host/platform/fileerror.h"
 #include "host/platform/wildcard.h"
@@ -48,6 +50,20 @@ std::wstring joinPath(std::wstring_view folder, std::wstring_view name) {
         joined.pop_back();
     if (joined.back() != L'\\') joined += L'\\';
     return joined.append(name);
+}
+
+bool readFileStart(const fs::path& native, std::size_t length, std::string& content, Error& error) {
+    content.clear();
+    std::error_code problem;
+    // Opening a pipe would wait for whoever writes into it.
+    if (!fs::is_regular_file(native, problem))
+        return problem ? fail(error, native, problem) : fail(error, native, "is no ordinary file");
+    std::ifstream file(native, std::ios::binary);
+    content.resize(length);
+    if (file) file.read(content.data(), static_cast<std::streamsize>(length));
+    content.resize(file.is_open() ? static_cast<std::size_t>(file.gcount()) : 0);
+    if (!file.is_open() || file.bad()) return fail(error, native, "cannot be read");
+    return true;
 }
 
 bool fileExists(std::wstring_view inner) {

@@ -42,6 +42,11 @@ QRS_HOST_PORT std::vector<std::wstring> listFiles(std::wstring_view folder, std:
 // The whole content of a file. False, with the reason in error, when it cannot be read.
 QRS_HOST_PORT bool readFile(const std::filesystem::path& native, std::string& content, Error& error);
 
+// The first bytes of an ordinary file, length of them at most; a shorter file gives what it has. False, with the reason
+// in error, when it cannot be read.
+QRS_HOST_PORT bool readFileStart(const std::filesystem::path& native, std::size_t length, std::string& content,
+                                 Error& error);
+
 // A file mapped for reading. Empty files map to empty bytes.
 class MappedFile {
   public:
