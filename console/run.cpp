@@ -14,6 +14,7 @@
 #include "host/platform/process.h"
 #include "host/platform/settings.h"
 #include "host/platform/watch.h"
+#include "host/suite/kernel/qrs_reg.h"
 
 namespace qrs::console {
 
@@ -82,6 +83,18 @@ Failure setFolders(const Options& options, host::Application& application) {
     return {};
 }
 
+// A standard that a person named in the settings with slashes: the module knows paths in the inner form only, and would
+// look for a file of that whole name.
+Failure acceptTypedStandard() {
+    constexpr const wchar_t* kValue = L"StandardFile";
+    const TRegKey key(GetRegLocation(L"PipeSystemSetting"));
+    const std::wstring typed = key.GetString(kValue, L"");
+    const std::wstring inner = platform::innerFromTyped(typed);
+    if (inner == typed || key.WriteString(kValue, inner)) return {};
+    return {ExitCode::CannotWrite,
+            "StandardFile=" + platform::toUtf8(typed) + ": the settings cannot be written, so its slashes stay"};
+}
+
 Failure setUp(const Options& options) {
     platform::Error error;
     if (options.codePage) platform::setAnsiCodePage(*options.codePage);
@@ -89,7 +102,7 @@ Failure setUp(const Options& options) {
     // The user's own store is looked at, too: a damaged one would be taken for empty.
     const bool readable = options.settings ? settings.useFile(*options.settings, error) : settings.check(error);
     if (!readable) return {ExitCode::CannotRead, error.message};
-    return {};
+    return acceptTypedStandard();
 }
 
 Failure openDrawing(const Options& options, host::Application& application) {

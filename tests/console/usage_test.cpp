@@ -108,6 +108,20 @@ TEST(Usage, GoesOnWithAStandardThatCannotBeUsed) {
     }
 }
 
+TEST(Usage, TakesAStandardNamedWithSlashes) {
+    const Workplace place;
+    place.example("building.dxf");
+    const std::filesystem::path standard = place.write("mine.qdsl", "<Morvel/>");
+    const std::string head = "[Software\\QRS\\PWX\\PipeSystemSetting]\nStandardFile=s:";
+    place.write("settings.ini", head + standard.generic_u8string() + "\n");
+    const Outcome outcome = place.run({"--settings", "settings.ini", "-e", "REGEN", "building.dxf"});
+    EXPECT_EQ(outcome.code, 0) << outcome.error;
+    // The module has not fallen back to another standard and remembered that one.
+    const std::string settings = place.read("settings.ini");
+    EXPECT_NE(settings.find("\\\\mine.qdsl"), std::string::npos) << settings;
+    EXPECT_EQ(settings.find('/'), std::string::npos) << settings;
+}
+
 TEST(Usage, GoesOnWithSettingsThatCannotBeWritten) {
     const Workplace place;
     place.example("building.dxf");
