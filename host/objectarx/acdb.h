@@ -8,6 +8,21 @@ struct AcDb {
 
     enum Visibility { kInvisible = 1, kVisible = 0 };
 
+    // Forms of drawing files.
+    enum AcDbDwgVersion {
+        kDHL_Unknown = 0,
+        kDHL_1009,  // R11 and R12; older ones count as such
+        kDHL_1012,  // R13
+        kDHL_1014,  // R14
+        kDHL_1015,  // 2000
+        kDHL_1800,  // 2004
+        kDHL_1021,  // 2007
+        kDHL_1024,  // 2010
+        kDHL_1027,  // 2013
+        kDHL_1032,  // 2018
+        kDHL_CURRENT = kDHL_1032,
+    };
+
     // Hundredths of a millimetre; negative values are rules.
     enum LineWeight {
         kLnWt000 = 0,

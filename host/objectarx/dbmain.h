@@ -177,6 +177,8 @@ class QRS_HOST_PORT AcDbDatabase : public AcRxObject {
     // The path the drawing was read from or last written to, inner form; empty for a new one. Valid as long as the
     // database keeps its name.
     Acad::ErrorStatus getFilename(const ACHAR*& fileName) const;
+    // The form of the drawing file, which saving keeps: for a version between two known ones the older of them.
+    AcDb::AcDbDwgVersion originalFileVersion() const;
 
     // The symbol tables. A table the file lacks is there all the same, with nothing in it.
     Acad::ErrorStatus getSymbolTable(AcDbBlockTable*& table, AcDb::OpenMode mode);

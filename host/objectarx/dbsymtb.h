@@ -11,6 +11,7 @@
 
 #include "dbmain.h"
 #include "gepnt3d.h"
+#include "gevec2d.h"
 
 #define ACDB_MODEL_SPACE L"*Model_Space"
 #define ACDB_PAPER_SPACE L"*Paper_Space"
@@ -195,6 +196,9 @@ class QRS_HOST_PORT AcDbLayerTable : public AcDbGrowingSymbolTable<AcDbLayerTabl
 
 class AcDbLinetypeTable;
 
+// A pattern of dashes, gaps and dots. A dash may carry a text or a shape of a text style, which stands where the dash
+// ends. Setters that take an index give eInvalidIndex outside 0 to numDashes() - 1, getters what they state. Lengths
+// are in drawing units.
 class QRS_HOST_PORT AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {
   public:
     using Table = AcDbLinetypeTable;
@@ -202,19 +206,57 @@ class QRS_HOST_PORT AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {
     // A continuous line.
     AcDbLinetypeTableRecord();
 
-    // The text that describes the linetype. Released with acutDelString.
+    // The text that describes the linetype, by either name. Released with acutDelString.
     Acad::ErrorStatus asciiDescription(ACHAR*& text) const;
     Acad::ErrorStatus setAsciiDescription(const ACHAR* text);
-    // Length of one pattern in drawing units.
+    Acad::ErrorStatus comments(ACHAR*& text) const { return asciiDescription(text); }
+    Acad::ErrorStatus setComments(const ACHAR* text) { return setAsciiDescription(text); }
+    // Length of one pattern.
     double patternLength() const;
     Acad::ErrorStatus setPatternLength(double length);
+    // Whether the pattern is stretched so that both ends of a line show whole dashes.
+    bool isScaledToFit() const;
+    Acad::ErrorStatus setIsScaledToFit(bool scaledToFit);
     int numDashes() const;
-    // Sets the number of dashes; new ones have length 0.
+    // Sets the number of dashes, 12 at most (eOutOfRange); new ones have length 0 and carry nothing.
     Acad::ErrorStatus setNumDashes(int count);
-    // Dash lengths in drawing units: negative ones are gaps, 0 is a dot. 0.0 for an index out of range.
+    // Dash lengths: negative ones are gaps, 0 is a dot. 0.0 for an index out of range.
     double dashLengthAt(int index) const;
-    // eInvalidIndex outside 0 to numDashes() - 1.
     Acad::ErrorStatus setDashLengthAt(int index, double length);
+
+    // --- what a dash carries
+    //
+    // Drawings older than AC1012 cannot hold it: eNotApplicable in one of those; a new record that carries something
+    // loses it when such a drawing takes it, and its gap stays empty there. A dash that carries nothing answers
+    // with the null id, 0, false or an empty text, and a scale of 1; setting something of it makes it carry a text.
+
+    // The style whose font has the shape or writes the text; null as well in a record that no drawing holds yet.
+    // eNullObjectId; eNullHandle when the style has no handle, by which linetypes refer to it; eWrongObjectType
+    // when the id is no text style; eWrongDatabase when it is another drawing's.
+    AcDbObjectId shapeStyleAt(int index) const;
+    Acad::ErrorStatus setShapeStyleAt(int index, AcDbObjectId style);
+    // The shape's number in its font; a text has none, so setting one takes the text away.
+    int shapeNumberAt(int index) const;
+    Acad::ErrorStatus setShapeNumberAt(int index, int shapeNumber);
+    // Released with acutDelString. A dash carries a text or a shape: setting a text takes the shape away.
+    Acad::ErrorStatus textAt(int index, ACHAR*& text) const;
+    Acad::ErrorStatus setTextAt(int index, const ACHAR* text);
+    // Height of the text where its style has no fixed height, otherwise a factor of that height.
+    double shapeScaleAt(int index) const;
+    Acad::ErrorStatus setShapeScaleAt(int index, double scale);
+    // From the dash's end to the beginning of the text, along the line and to its left.
+    AcGeVector2d shapeOffsetAt(int index) const;
+    Acad::ErrorStatus setShapeOffsetAt(int index, const AcGeVector2d& offset);
+    // Radians against the line's direction, or against the x axis when the dash says so.
+    double shapeRotationAt(int index) const;
+    Acad::ErrorStatus setShapeRotationAt(int index, double rotation);
+    bool shapeIsUcsOrientedAt(int index) const;
+    Acad::ErrorStatus setShapeIsUcsOrientedAt(int index, bool oriented);
+
+  private:
+    Acad::ErrorStatus checkDash(int index) const;
+    Acad::ErrorStatus checkShape(int index) const;
+    qrs::host::ObjectTags carrying(int index, int kind);
 };
 
 using AcDbLinetypeTableIterator = AcDbTypedTableIterator<AcDbLinetypeTableRecord>;

@@ -142,6 +142,18 @@ AcDbObjectId AcDbDatabase::layerZero() const {
     return state_->idOf(state_->tables().find(TableKind::Layer, L"0"));
 }
 
+AcDb::AcDbDwgVersion AcDbDatabase::originalFileVersion() const {
+    static constexpr struct {
+        const char* name;
+        AcDb::AcDbDwgVersion version;
+    } kVersions[] = {{"AC1032", AcDb::kDHL_1032}, {"AC1027", AcDb::kDHL_1027}, {"AC1024", AcDb::kDHL_1024},
+                     {"AC1021", AcDb::kDHL_1021}, {"AC1018", AcDb::kDHL_1800}, {"AC1015", AcDb::kDHL_1015},
+                     {"AC1014", AcDb::kDHL_1014}, {"AC1012", AcDb::kDHL_1012}};
+    for (const auto& known : kVersions)
+        if (state_->drawing().version() >= known.name) return known.version;
+    return AcDb::kDHL_1009;
+}
+
 AcDbObjectId AcDbDatabase::continuousLinetype() const {
     return state_->idOf(state_->tables().find(TableKind::Linetype, L"Continuous"));
 }

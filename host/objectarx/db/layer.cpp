@@ -178,12 +178,8 @@ Acad::ErrorStatus AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId id) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     if (id.isNull()) return Acad::eNullObjectId;
     if (database() && id.database() != database()) return Acad::eWrongDatabase;
+    if (!DatabaseState::isRecordOf(id, TableKind::Linetype)) return Acad::eWrongObjectType;
     DatabaseState* state = DatabaseState::byNumber(id.databaseNumber());
-    TableKind kind = TableKind::Block;
-    if (!state || !id.isValid() || DatabaseState::isTable(id.recordNumber()) ||
-        state->recordOf(id.recordNumber()) == qrs::dxf::kNoRecord || !state->tables().kindOf(id.recordNumber(), kind) ||
-        kind != TableKind::Linetype)
-        return Acad::eWrongObjectType;
     const std::wstring name = state->tables().nameOf(id.recordNumber());
     recordCall("AcDbLayerTableRecord::setLinetypeObjectId", recordedName(), name);
     ObjectTags own = tags();

@@ -102,19 +102,26 @@ std::string paddedLike(std::string_view sample, std::string value) {
 
 template <typename Visit>
 void ObjectTags::visit(Visit&& visitor) const {
+    int group = -1;
+    // False when the tags looked for lie behind.
+    const auto passOn = [&](int code, const Found& found) {
+        if (groupCode_ < 0) return visitor(code, found);
+        if (code == groupCode_) ++group;
+        return group < groupNumber_ || (group == groupNumber_ && visitor(code, found));
+    };
     if (own_) {
         for (std::size_t i = 0; i < own_->tags.size(); ++i) {
             Found found;
             found.value = own_->tags[i].value;
             found.index = i;
-            if (!visitor(own_->tags[i].code, found)) return;
+            if (!passOn(own_->tags[i].code, found)) return;
         }
     } else if (drawing_) {
         visitOwn(drawing_->bytes(record_), part_, [&](const dxf::Tag& tag) {
             Found found;
             found.value = tag.value;
             found.tag = tag;
-            return visitor(tag.code, found);
+            return passOn(tag.code, found);
         });
     }
 }
@@ -224,14 +231,19 @@ void ObjectTags::insert(int code, std::string value) {
     drawing_->insertTags(record_, place, {{code, std::move(value)}});
 }
 
-void ObjectTags::appendBehind(int last, int code, std::string value) {
-    const int present = count(last);
-    Found found;
-    if (present == 0 || !find(last, present - 1, found)) return insert(code, std::move(value));
+void ObjectTags::append(int code, std::string value) {
+    Found last;
+    bool hasLast = false;
+    visit([&](int, const Found& found) {
+        last = found;
+        hasLast = true;
+        return true;
+    });
+    if (!hasLast) return insert(code, std::move(value));
     if (own_)
-        own_->tags.insert(own_->tags.begin() + static_cast<std::ptrdiff_t>(found.index) + 1, {code, std::move(value)});
+        own_->tags.insert(own_->tags.begin() + static_cast<std::ptrdiff_t>(last.index) + 1, {code, std::move(value)});
     else
-        drawing_->insertTags(record_, found.tag.end, {{code, std::move(value)}});
+        drawing_->insertTags(record_, last.tag.end, {{code, std::move(value)}});
 }
 
 void ObjectTags::removeAll(int code) {

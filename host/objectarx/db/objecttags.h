@@ -21,6 +21,7 @@ struct CodeFormat {
 struct RecordFormat {
     const CodeFormat* codes = nullptr;
     std::size_t count = 0;
+    int groupCode = -1;  // opens each of the groups that the rest of the row may repeat
 
     // Place in the order; -1 when the row does not have the code.
     int rankOf(int code) const;
@@ -63,6 +64,15 @@ class ObjectTags {
         return copy;
     }
 
+    // The same object, but only the tags of one of its repeating groups: from the nth tag with the code that opens each
+    // of them up to the next such tag.
+    ObjectTags group(int openingCode, int nth) const {
+        ObjectTags copy = *this;
+        copy.groupCode_ = openingCode;
+        copy.groupNumber_ = nth;
+        return copy;
+    }
+
     bool has(int code) const;
     int count(int code) const;
     std::int64_t integer(int code, std::int64_t fallback, int nth = 0) const;
@@ -77,8 +87,8 @@ class ObjectTags {
     void setInteger(int code, std::int64_t value, int nth = 0);
     void setReal(int code, double value, int nth = 0);
     void setText(int code, std::wstring_view value);
-    // Another tag behind the last one of a code; in its place in the order when there is none of that.
-    void appendBehind(int last, int code, std::string value);
+    // Another tag behind the last one; in its place in the order when there is none.
+    void append(int code, std::string value);
     void removeAll(int code);
 
   private:
@@ -98,6 +108,8 @@ class ObjectTags {
     DetachedTags* own_ = nullptr;
     const RecordFormat* format_ = nullptr;
     Part part_ = Part::Whole;
+    int groupCode_ = -1;  // none: all tags of the part
+    int groupNumber_ = 0;
 };
 
 }  // namespace qrs::host

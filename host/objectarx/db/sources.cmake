@@ -9,6 +9,7 @@ list(APPEND objectarx_sources
     db/header.cpp
     db/kinds.cpp
     db/layer.cpp
+    db/linetype.cpp
     db/newdrawing.cpp
     db/object.cpp
     db/objecttags.cpp

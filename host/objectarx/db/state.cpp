@@ -164,6 +164,14 @@ const RecordFormat& DatabaseState::formatOf(std::uint32_t object) const {
     return tables_->kindOf(object, kind) ? tableFormat(kind).record : entityFormat();
 }
 
+bool DatabaseState::isRecordOf(AcDbObjectId id, TableKind wanted) {
+    const DatabaseState* state = byNumber(id.databaseNumber());
+    TableKind kind = wanted;
+    return state && id.isValid() && !isTable(id.recordNumber()) &&
+           state->recordOf(id.recordNumber()) != dxf::kNoRecord && state->tables_->kindOf(id.recordNumber(), kind) &&
+           kind == wanted;
+}
+
 Acad::ErrorStatus DatabaseState::addOpening(AcDbObject& object, AcDb::OpenMode mode) {
     if (object.writer_) return Acad::eWasOpenForWrite;
     if (mode == AcDb::kForWrite) {

@@ -68,6 +68,8 @@ class DatabaseState {
     static DetachedTags* ownTags(const AcDbObject& object) { return object.own_.get(); }
     static std::uint32_t recordNumber(const AcDbObject& object) { return object.record_; }
     const RecordFormat& formatOf(std::uint32_t object) const;
+    // Whether the id is that of a record of such a table, in whatever open drawing.
+    static bool isRecordOf(AcDbObjectId id, TableKind kind);
     Acad::ErrorStatus erase(std::uint32_t object, bool erasing);
 
   private:

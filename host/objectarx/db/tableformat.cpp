@@ -6,8 +6,12 @@ namespace qrs::host {
 namespace {
 
 constexpr CodeFormat kNamedCodes[] = {{2, ""}, {70, ""}};
-constexpr CodeFormat kLinetypeCodes[] = {{2, ""},  {70, ""}, {3, ""},  {72, ""},
-                                         {73, ""}, {40, ""}, {49, ""}, {74, "AC1012"}};
+// 49 opens a dash, the rest of its tags follow.
+constexpr int kDashCode = 49;
+constexpr CodeFormat kLinetypeCodes[] = {{2, ""},        {70, ""},        {3, ""},         {72, ""},
+                                         {73, ""},       {40, ""},        {kDashCode, ""}, {74, "AC1012"},
+                                         {75, "AC1012"}, {340, "AC1012"}, {46, "AC1012"},  {50, "AC1012"},
+                                         {44, "AC1012"}, {45, "AC1012"},  {9, "AC1012"}};
 constexpr CodeFormat kLayerCodes[] = {{2, ""},         {70, ""},        {62, ""},        {420, "AC1018"},
                                       {430, "AC1018"}, {6, ""},         {290, "AC1015"}, {370, "AC1015"},
                                       {390, "AC1015"}, {347, "AC1021"}, {348, "AC1021"}};
@@ -18,13 +22,13 @@ constexpr CodeFormat kTextStyleCodes[] = {{2, ""},  {70, ""}, {40, ""}, {41, ""}
 constexpr SiblingTag kLayerSiblingTags[] = {{370, "-3"}, {390, nullptr}, {347, nullptr}, {348, nullptr}};
 
 template <std::size_t Count>
-constexpr RecordFormat formatOf(const CodeFormat (&codes)[Count]) {
-    return {codes, Count};
+constexpr RecordFormat formatOf(const CodeFormat (&codes)[Count], int groupCode = -1) {
+    return {codes, Count, groupCode};
 }
 
 const TableFormat kTables[kTableCount] = {
     {TableKind::Viewport, "VPORT", "AcDbViewportTableRecord", 5, formatOf(kNamedCodes), nullptr, 0},
-    {TableKind::Linetype, "LTYPE", "AcDbLinetypeTableRecord", 5, formatOf(kLinetypeCodes), nullptr, 0},
+    {TableKind::Linetype, "LTYPE", "AcDbLinetypeTableRecord", 5, formatOf(kLinetypeCodes, kDashCode), nullptr, 0},
     {TableKind::Layer, "LAYER", "AcDbLayerTableRecord", 5, formatOf(kLayerCodes), kLayerSiblingTags,
      std::size(kLayerSiblingTags)},
     {TableKind::TextStyle, "STYLE", "AcDbTextStyleTableRecord", 5, formatOf(kTextStyleCodes), nullptr, 0},

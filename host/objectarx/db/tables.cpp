@@ -128,8 +128,12 @@ std::vector<dxf::NewTag> SymbolTables::ownTags(const TableFormat& format, const 
         tags.push_back({wanted.code, wanted.value ? paddedLike(present, wanted.value) : present});
     }
     std::stable_sort(tags.begin(), tags.end(), [&](const dxf::NewTag& a, const dxf::NewTag& b) {
-        // Tags that repeat in groups (49, 74) keep their order.
-        const auto rank = [&](int code) { return format.record.rankOf(code == 74 ? 49 : code); };
+        // Tags that repeat in groups keep their order.
+        const int firstOfGroups = format.record.rankOf(format.record.groupCode);
+        const auto rank = [&](int code) {
+            const int place = format.record.rankOf(code);
+            return firstOfGroups < 0 ? place : std::min(place, firstOfGroups);
+        };
         return rank(a.code) < rank(b.code);
     });
     return tags;
