@@ -1,8 +1,6 @@
 // Texts of the tree.
 #include "standard/text.h"
 
-#include "host/platform/codepage.h"
-
 namespace qrs::standard {
 
 CString fromUtf8(std::string_view bytes) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "afxstr.h"
+#include "host/platform/codepage.h"
 
 namespace qrs::standard {
 
@@ -20,9 +21,9 @@ inline CString makeText(std::wstring_view text) {
 CString fromUtf8(std::string_view bytes);
 std::string toUtf8(const CString& text);
 
-// Layer names compare so.
+// Layer names compare so. A letter is as long in either case, so most names of a standard differ in length already.
 inline bool equalNoCase(const CString& a, const CString& b) {
-    return a.CompareNoCase(b) == 0;
+    return a.GetLength() == b.GetLength() && platform::compareNoCase(view(a), view(b)) == 0;
 }
 
 // Collects layer names in the order they are first seen, none twice in whatever case.

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "../objectarx/db_support.h"
+#include "host/platform/callrecord.h"
 #include "host/platform/files.h"
 #include "PipeSystemTool.h"
 #include "standard/holder.h"
@@ -200,6 +201,7 @@ TEST_F(Queries, GroupsAndTheirSystems) {
     PipeClassificationNode info;
     EXPECT_TRUE(GetPipeSystemGroup(L"FIRE", info));
     EXPECT_EQ(info.GroupName, L"Fire");
+    EXPECT_EQ(info.Systems[1].LayerNames[L"扣弯"], L"F-Pipe");  // borrowed layers too
     EXPECT_TRUE(info.CanName);
     EXPECT_FALSE(GetPipeSystemGroup(L"其他", info));
 
@@ -254,7 +256,17 @@ TEST_F(Queries, LayersAreMadeOnceAndThenLeftAlone) {
     pipe.LayerColor.setRGB(1, 2, 3);
     bool created = false;
     EXPECT_TRUE(GetLayerColor(L"J-pipe") == pipe.LayerColor);
-    const AcDbObjectId id = pipe.CreateLayer(&created);
+    AcDbObjectId id;
+    {
+        const qrs::platform::CallRecorder recorder;
+        id = pipe.CreateLayer(&created);
+        std::string calls;
+        for (const std::string& call : recorder.calls())
+            calls += call.substr(call.find(':') + 2) + " ";
+        EXPECT_EQ(calls,
+                  "setName(J-Pipe) setColor(J-Pipe, 1, 2, 3) setLineWeight(J-Pipe, 50) setIsPlottable(J-Pipe, 0) "
+                  "setLinetypeObjectId(J-Pipe, Continuous) add(LAYER, J-Pipe) ");
+    }
     EXPECT_TRUE(created);
     {
         const AcDbLayerTableRecordPointer layer(id, AcDb::kForRead);
@@ -348,6 +360,12 @@ TEST_F(Queries, AnswerTheSameFromFileDefaultAndMemory) {
     holder.adopt(std::move(read), L"");
     const std::string fromFile = allAnswers();
     EXPECT_NE(fromFile.find("给排-生活给水-立管"), std::string::npos);
+    // The shipped standard's last group has the independent layers, in the order of their keys.
+    Names keys;
+    GetIndependentLayerKey(keys);
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        EXPECT_EQ(currentStandard()->otherLayers.back()->FindLayerNode(static_cast<int>(i))->LayerType, keys[i]);
+    }
 
     Standard builtin;
     ASSERT_TRUE(parseStandard(builtinStandard(), "built-in", builtin, error)) << error.message;
