@@ -187,6 +187,26 @@ TEST_F(Plugins, LoadAndUnloadAnyNumberOfTimes) {
         << "at the end locks do not count";
 }
 
+// Another's reactor may ask for it when the command is about to start or has just ended.
+TEST_F(Plugins, StayWhileACommandOfTheirsIsOnItsWay) {
+    class Unloader : public AcEditorReactor {
+        void commandWillStart(const ACHAR*) override { unloaded |= acrxUnloadModule(L"ed_plugin"); }
+        void commandEnded(const ACHAR*) override { unloaded |= acrxUnloadModule(L"ed_plugin"); }
+
+      public:
+        bool unloaded = false;
+    } unloader;
+    ASSERT_TRUE(application->newDocument(error));
+    ASSERT_TRUE(application->loadPlugin(plugin, error)) << error.message;
+    acedEditor->addReactor(&unloader);
+    EXPECT_TRUE(run({L"PLUGINWORK"}));
+    EXPECT_NE(std::wstring::npos, terminal.text.find(L"plugin works"));
+    EXPECT_FALSE(unloader.unloaded);
+    EXPECT_TRUE(run({L"REGEN"}));
+    EXPECT_TRUE(unloader.unloaded);
+    acedEditor->removeReactor(&unloader);
+}
+
 TEST_F(Plugins, NothingOfACarelessOneStaysBehind) {
     ASSERT_TRUE(application->newDocument(error));
     ASSERT_TRUE(application->loadPlugin(plugin, error)) << error.message;

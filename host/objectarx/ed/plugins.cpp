@@ -66,7 +66,7 @@ bool Plugins::unload(std::wstring_view name, platform::Error& error) {
         error.message = shown + ": no such plug-in is loaded";
     } else if (plugin->locked) {
         error.message = shown + ": the plug-in is locked";
-    } else if (isAtWork(plugin)) {
+    } else if (isAtWork(plugin) || session_.isRunningCommandOf(plugin)) {
         error.message = shown + ": the plug-in is at work";
     } else {
         release(*plugin, true);
@@ -87,12 +87,11 @@ void Plugins::release(Plugin& plugin, bool initialised) {
         send(plugin, AcRx::kUnloadAppMsg);
     }
     removeLeftovers(plugin);
-    const auto place =
-        std::find_if(plugins_.begin(), plugins_.end(), [&](const auto& one) { return one.get() == &plugin; });
     // The library's own exit may still call; the plug-in is taken off the list only behind it.
     const ApplicationScope scope(&plugin);
     plugin.library.reset();
-    plugins_.erase(place);
+    plugins_.erase(
+        std::find_if(plugins_.begin(), plugins_.end(), [&](const auto& one) { return one.get() == &plugin; }));
 }
 
 // Whatever a plug-in leaves registered would be called in memory that is gone.
@@ -113,6 +112,8 @@ void Plugins::tellDocument(AcRx::AppMsgCode message, AcApDocument* document) {
 
 void Plugins::tellDocument(Plugin& plugin, AcRx::AppMsgCode message, AcApDocument* document) {
     AcApDocManager::State& documents = session_.documents.state();
+    // A plug-in told before may have closed it.
+    if (!documents.holds(document)) return;
     AcApDocument* const previous = documents.current();
     documents.makeCurrent(document);
     send(plugin, message);

@@ -110,6 +110,11 @@ bool Session::isRunningIn(const AcApDocument* document) const {
     return std::any_of(running.begin(), running.end(), [&](const Running& one) { return one.document == document; });
 }
 
+bool Session::isRunningCommandOf(const void* application) const {
+    return std::any_of(running.begin(), running.end(),
+                       [&](const Running& one) { return one.application == application; });
+}
+
 std::wstring Session::runningNames() const {
     std::wstring names;
     for (const Running& one : running) {

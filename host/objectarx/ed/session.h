@@ -85,6 +85,8 @@ class Session : private AcDbHostApplicationServices {
     void fail(std::wstring_view message);
     void setPickFirst(AcApDocument* document, AcDbObjectIdArray ids);
     bool isRunningIn(const AcApDocument* document) const;
+    // From before the reactors hear of its start until they have heard of its end.
+    bool isRunningCommandOf(const void* application) const;
     // "LINE'ZOOM": the names of the running commands.
     std::wstring runningNames() const;
 
