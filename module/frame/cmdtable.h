@@ -2,6 +2,9 @@
 #pragma once
 
 #include "accmd.h"
+#include "frame/entry.h"
+#include "frame/guard.h"
+#include "rxmfcapi.h"
 
 namespace qrs::frame {
 
@@ -18,6 +21,15 @@ extern const CommandRow commandTable[kCommandCount];
 
 // The group the commands are registered in.
 constexpr const wchar_t* kCommandGroup = L"QRS_PIPESTSTEM";
+
+// The handler of a command: its body among the module's own resources.
+template <AcRxFunctionPtr body>
+void command() {
+    guarded([] {
+        const CAcModuleResourceOverride resources(moduleInstance());
+        body();
+    });
+}
 
 // For a command that is still to come: prints its text and that it is not available. row counts from 1.
 void printNotAvailable(int row);

@@ -1,6 +1,8 @@
 // Per-document entries of the module and the reactor that keeps them.
 #include "frame/docglobals.h"
 
+#include "frame/guard.h"
+
 void TPipeDocReactor::databaseToBeDestroyed(AcDbDatabase* database) {
     if (database == database_) database_ = nullptr;
 }
@@ -28,7 +30,9 @@ void TPipeDocEntry::detach() {
 class TPipeAppDocGlobals::ManagerReactor : public AcApDocManagerReactor {
   public:
     explicit ManagerReactor(TPipeAppDocGlobals& globals) : globals_(globals) {}
-    void documentCreated(AcApDocument* document) override { globals_.create(document); }
+    void documentCreated(AcApDocument* document) override {
+        qrs::frame::guarded([&] { globals_.create(document); });
+    }
 
   private:
     TPipeAppDocGlobals& globals_;

@@ -2,6 +2,7 @@
 #include "frame/entry.h"
 
 #include "afxdllx.h"
+#include "frame/guard.h"
 #include "frame/startup.h"
 #include "pipeport.h"
 #include "qrs_kernal.h"
@@ -19,14 +20,7 @@ void registerMdiAware(void* application) {
     if (linker) linker->registerAppMDIAware(application);
 }
 
-}  // namespace
-
-HINSTANCE qrs::frame::moduleInstance() {
-    return instanceHandle;
-}
-
-// acrxEntryPoint: every message is answered with kRetOK.
-extern "C" QRS_PIPE_PORT AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* application) {
+void handle(AcRx::AppMsgCode message, void* application) {
     switch (message) {
         case AcRx::kInitAppMsg:
             acrxUnlockApplication(application);
@@ -45,16 +39,30 @@ extern "C" QRS_PIPE_PORT AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode messag
         default:
             break;
     }
+}
+
+void attach(HINSTANCE instance) {
+    instanceHandle = instance;
+    if (AfxInitExtensionModule(extension, instance)) new CDynLinkLibrary(extension);
+    InitAol(L"_QRS");
+    QrsExport::InitGeLib(true);
+}
+
+}  // namespace
+
+HINSTANCE qrs::frame::moduleInstance() {
+    return instanceHandle;
+}
+
+// acrxEntryPoint: every message is answered with kRetOK.
+extern "C" QRS_PIPE_PORT AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* application) {
+    qrs::frame::guarded([&] { handle(message, application); });
     return AcRx::kRetOK;
 }
 
 extern "C" int APIENTRY DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
-    if (reason == DLL_PROCESS_ATTACH) {
-        instanceHandle = instance;
-        if (AfxInitExtensionModule(extension, instance)) new CDynLinkLibrary(extension);
-        InitAol(L"_QRS");
-        QrsExport::InitGeLib(true);
-    } else if (reason == DLL_PROCESS_DETACH && extension.bInitialized) {
+    if (reason == DLL_PROCESS_ATTACH) return qrs::frame::guarded([&] { attach(instance); }) ? 1 : 0;
+    if (reason == DLL_PROCESS_DETACH && extension.bInitialized) {
         AfxTermExtensionModule(extension);
         extension.bInitialized = FALSE;
     }

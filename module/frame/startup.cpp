@@ -2,11 +2,14 @@
 #include "frame/startup.h"
 
 #include <optional>
+#include <utility>
 
+#include "acutads.h"
 #include "frame/cmdconfig.h"
 #include "frame/cmdreactor.h"
 #include "frame/cmdtable.h"
 #include "frame/docglobals.h"
+#include "frame/guard.h"
 #include "frame/specdata.h"
 #include "host/platform/callrecord.h"
 #include "layers/layertoolbar.h"
@@ -23,6 +26,8 @@ using platform::recordCall;
 
 std::unique_ptr<TPipeAppDocGlobals> docGlobals;
 std::unique_ptr<TCmdReactor> cmdReactor;
+// Between the two steps of the start-up that look into it.
+std::optional<CmdConfig> cmdConfig;
 
 constexpr const wchar_t* kAlignTypeValue = L"nAlignTypeForVPipeDim4";
 constexpr double kSamePoint = 0.001;  // drawing units
@@ -61,13 +66,8 @@ void registerCommands() {
                                  nullptr);
 }
 
-// What needs the tree finds none when no standard was loaded; the rest is done all the same.
-void loadStandard() {
-    standard::loadCurrentStandard();
-    standard::readOldLayerDefinitions();
-    standard::convertOldSystemNames();
-    standard::applyObjectColors();
-    standard::readLinetypeTextSettings();
+void createDocGlobals() {
+    docGlobals = std::make_unique<TPipeAppDocGlobals>();
 }
 
 void readAlignType() {
@@ -75,15 +75,21 @@ void readAlignType() {
     if (pwxConfig().ReadInteger(kAlignTypeValue, value)) g_nAlignTypeForVPipeDim4 = value;
 }
 
-std::optional<CmdConfig> readCmdConfig() {
-    std::optional<CmdConfig> config = CmdConfig::read();
-    if (!config) return config;
-    config->setDefaults();
+void readCmdConfig() {
+    cmdConfig = CmdConfig::read();
+    if (!cmdConfig) return;
+    cmdConfig->setDefaults();
     for (const FlagItem& item : flagItems) {
         int value = 0;
         if (TDwgSettingDefaults::Current().GetInteger(item.function, item.item, value)) *item.flag = value;
     }
-    return config;
+}
+
+// A missing file or item leaves the specification unread, although nothing disables it then: installations without the
+// item have no specification.
+void readFittings() {
+    const std::optional<CmdConfig> config = std::exchange(cmdConfig, std::nullopt);
+    if (config && config->usesDoublePipeFittings()) readDoublePipeFittings(kSamePoint);
 }
 
 void addCmdReactor() {
@@ -111,6 +117,15 @@ void buildLayerMaps() {
     standard::initLayerMaps();
 }
 
+void readOldLayerDefinitions() {
+    recordCall("standard::readOldLayerDefinitions");
+    standard::readOldLayerDefinitions();
+}
+
+void removeCommands() {
+    if (AcEdCommandStack* commands = acedRegCmds) commands->removeGroup(kCommandGroup);
+}
+
 void deleteToolBar() {
     recordCall("CLayerToolBar::Release");
     CLayerToolBar::Release();
@@ -120,6 +135,42 @@ void releaseStandard() {
     recordCall("standard::releaseStandard");
     standard::releaseStandard();
 }
+
+void deleteDocGlobals() {
+    docGlobals.reset();
+}
+
+// Told only when the next start would find another value than the one set now.
+void writeAlignType() {
+    const TRegKey config = pwxConfig();
+    if (config.WriteInteger(kAlignTypeValue, g_nAlignTypeForVPipeDim4)) return;
+    if (config.GetInteger(kAlignTypeValue, 0) != g_nAlignTypeForVPipeDim4)
+        acutPrintf(L"\n不能保存设置 %s。\n", kAlignTypeValue);
+}
+
+using Step = void (*)();
+
+const Step startSteps[] = {
+    removeStaleCommands,  // before the registering: eleven of the names are registered again
+    registerCommands,
+    // What needs the tree finds none when no standard was loaded; the rest is done all the same.
+    [] { standard::loadCurrentStandard(); },
+    readOldLayerDefinitions,
+    standard::convertOldSystemNames,
+    standard::applyObjectColors,
+    standard::readLinetypeTextSettings,
+    createDocGlobals,
+    buildLayerMaps,
+    readAlignType,
+    readCmdConfig,
+    readFittings,
+    addCmdReactor,
+};
+
+// Not the start-up backwards: the documents' entries outlive the standard, and the command reactor goes last, so that
+// it hears of everything until the module is gone.
+const Step endSteps[] = {removeCommands,   deleteToolBar,  closeLayerPanel, releaseStandard,
+                         deleteDocGlobals, writeAlignType, removeCmdReactor};
 
 AcApDocument* currentDocument() {
     AcApDocManager* manager = acDocManager;
@@ -134,29 +185,13 @@ LayerPanel& layerPanel() {
 }
 
 void startUp() {
-    removeStaleCommands();  // before the registering: eleven of the names are registered again
-    registerCommands();
-    loadStandard();
-    docGlobals = std::make_unique<TPipeAppDocGlobals>();
-    buildLayerMaps();
-    readAlignType();
-    const std::optional<CmdConfig> config = readCmdConfig();
-    // A missing file or item leaves the specification unread, although nothing disables it then: installations without
-    // the item have no specification.
-    if (config && config->usesDoublePipeFittings()) readDoublePipeFittings(kSamePoint);
-    addCmdReactor();
+    for (const Step step : startSteps)
+        guarded(step);
 }
 
-// Not the start-up backwards: the documents' entries outlive the standard, and the command reactor goes last, so that
-// it hears of everything until the module is gone.
 void tearDown() {
-    if (AcEdCommandStack* commands = acedRegCmds) commands->removeGroup(kCommandGroup);
-    deleteToolBar();
-    closeLayerPanel();
-    releaseStandard();
-    docGlobals.reset();
-    pwxConfig().WriteInteger(kAlignTypeValue, g_nAlignTypeForVPipeDim4);
-    removeCmdReactor();
+    for (const Step step : endSteps)
+        guarded(step);
 }
 
 void drawingLoaded() {

@@ -15,11 +15,12 @@ namespace qrs::frame {
 struct LayerPanel {
     std::unique_ptr<CWnd> window;
     AcedFilterWinMsgFn filter = nullptr;
+    void (*refresh)() = nullptr;  // lists the layers anew
 };
 // The one panel; its window is null while it is closed.
 LayerPanel& layerPanel();
 
-// Both run every step, whatever an earlier one found.
+// Both run every step, whatever an earlier one found or threw.
 void startUp();
 void tearDown();
 

@@ -4,33 +4,21 @@
 #include "acutads.h"
 #include "dbdict.h"
 #include "dbobjptr.h"
-#include "frame/entry.h"
 #include "layers/layerstate.h"
 #include "PwxTool.h"
-#include "rxmfcapi.h"
 
 namespace qrs::layers {
 
-namespace {
-
-// Runs one operation of the tool bar among the module's own resources.
-void run(void (CLayerToolBar::*operation)()) {
-    const CAcModuleResourceOverride resources(frame::moduleInstance());
-    (CLayerToolBar::Instance().*operation)();
-}
-
-}  // namespace
-
 void setAllPipeLayOpen() {
-    run(&CLayerToolBar::SetAllPipeLayOpen);
+    CLayerToolBar::Instance().SetAllPipeLayOpen();
 }
 
 void unLockSelLayer() {
-    run(&CLayerToolBar::UnLockSelLayer);
+    CLayerToolBar::Instance().UnLockSelLayer();
 }
 
 void unFrozenAllLayer() {
-    run(&CLayerToolBar::UnFrozenAllLayer);
+    CLayerToolBar::Instance().UnFrozenAllLayer();
 }
 
 void frozenViewLayer() {

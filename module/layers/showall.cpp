@@ -4,6 +4,7 @@
 #include "acutads.h"
 #include "axlock.h"
 #include "dbobjptr.h"
+#include "frame/startup.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
 #include "PwxTool.h"
@@ -77,5 +78,6 @@ void CLayerToolBar::SetAllPipeLayOpen() {
     turnAllLayersOn(database);
     showAllSystems(database);
     UpdateGraphic(showHiddenObjects(database));
+    if (const qrs::frame::LayerPanel& panel = qrs::frame::layerPanel(); panel.window && panel.refresh) panel.refresh();
     acedUpdateDisplay();
 }

@@ -1,7 +1,10 @@
 // The layer commands on small drawings, as they are typed.
+#include "accmd.h"
+#include "frame/entry.h"
 #include "layers/layertoolbar.h"
 #include "qrs_kernal.h"
 #include "qrs_pipewire.h"
+#include "rxmfcapi.h"
 #include "rxregsvc.h"
 #include "support.h"
 
@@ -100,6 +103,54 @@ TEST_F(LayerCommands, UnLockSelLayerUnlocksThePickedLayersAndNamesThoseThatWereN
     EXPECT_EQ(own(run({L"UnLockSelLayer", L"ALL", L""})), asked + "ALL\n4 found\n" + asked + "\n0层本身就没有锁定！\n");
     EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "C");
     EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isFrozen), "AC");
+}
+
+TEST_F(LayerCommands, UnLockSelLayerTakesWhatIsPickedFirst) {
+    open(drawingText(kLayers, {{"0"}, {"B"}}));
+    const std::wstring transcript = run({L"SELECT", L"ALL", L"", L"UnLockSelLayer"});
+    EXPECT_EQ(transcript.find(platform::fromUtf8(asked)), std::wstring::npos) << platform::toUtf8(transcript);
+    EXPECT_EQ(count(transcript, L"\n0层本身就没有锁定！"), 1u);
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "C");
+}
+
+TEST_F(LayerCommands, OnlySetAllPipeLayOpenRunsInsideOtherCommands) {
+    open(drawingText(kLayers, {{"0"}}));
+    const std::wstring transcript = run({L"UnLockSelLayer", L"'SetAllPipeLayOpen", L"'UnFrozenAllLayer", L""});
+    EXPECT_EQ(count(transcript, L"** That command may not be invoked transparently **"), 1u);
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isOff), "");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isFrozen), "AC");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "") << "the command outside went on";
+}
+
+TEST_F(LayerCommands, CommandsWorkOnTheCurrentDrawingOnly) {
+    open(drawingText(kLayers, {{"0"}}));
+    platform::Error error;
+    ASSERT_TRUE(application.newDocument(error)) << error.message;
+    run({L"UnFrozenAllLayer", L"SetAllPipeLayOpen", L"UnLockSelLayer", L""});
+    ASSERT_TRUE(application.closeDocument(error)) << error.message;
+    EXPECT_FALSE(application.hasUnsavedChanges());
+    run({L"UnFrozenAllLayer"});
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isFrozen), "");
+}
+
+TEST_F(LayerCommands, CommandsRunAmongTheModulesResourcesAndLetNothingOut) {
+    open(drawingText(kLayers, {{"0"}}));
+    std::vector<HINSTANCE> seen;
+    terminal.atPrompt = [&] { seen.push_back(AfxGetResourceHandle()); };
+    run({L"UnLockSelLayer", ScriptTerminal::kEsc});
+    ASSERT_NE(frame::moduleInstance(), nullptr);
+    EXPECT_EQ(seen, (std::vector<HINSTANCE>{nullptr, frame::moduleInstance(), nullptr}));
+
+    terminal.atPrompt = [] {
+        if (AfxGetResourceHandle()) throw std::runtime_error("the line is dead");
+    };
+    EXPECT_NO_THROW((acedRegCmds)->lookupGlobalCmd(L"UnLockSelLayer")->functionAddr()());
+    const std::wstring transcript = run({L"UnLockSelLayer", L"SetAllPipeLayOpen"});
+    EXPECT_EQ(count(transcript, L"<error>qrs_pipeSystem：the line is dead\n"), 1u) << platform::toUtf8(transcript);
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "BC");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isOff), "");
+    EXPECT_EQ(application.currentDocument()->lockMode(true), AcAp::kNotLocked);
+    EXPECT_EQ(AfxGetResourceHandle(), nullptr);
 }
 
 TEST_F(LayerCommands, SetAllPipeLayOpenShowsLayersSystemsAndHiddenObjects) {

@@ -65,7 +65,8 @@ Calls expectedLoading(const std::wstring& standardFile) {
     const std::string choice = "(Software\\QRS\\PWX\\PipeSystemSetting, StandardFile";
     calls.push_back("Settings::text" + choice + ")");
     calls.push_back("Settings::setText" + choice + ", " + platform::toUtf8(standardFile) + ")");
-    const Calls rest = {"SetPipeSystemName",
+    const Calls rest = {"standard::readOldLayerDefinitions()",
+                        "SetPipeSystemName",
                         "ObjectUtility::ResetObjectColors()",
                         "Settings::text" + config + "LineTypeChnShx)",
                         "Settings::text" + config + "LineTypeEngShx)",
@@ -158,6 +159,8 @@ TEST_F(Loading, TakesOverTheNamesOfItsOlderSibling) {
         ASSERT_NE(found, nullptr) << command.name;
         EXPECT_NE(found->functionAddr(), &olderCommand) << command.name;
         EXPECT_EQ(found->commandFlags(), command.flags) << command.name;
+        EXPECT_EQ(found->fcode(), -1) << command.name;
+        EXPECT_EQ(found->resourceHandle(), nullptr) << command.name;
         EXPECT_EQ(commands()->lookupCmd(L"QRS_PIPESTSTEM", platform::fromUtf8(command.name).c_str(), true), found);
     }
     unload();
@@ -182,9 +185,31 @@ TEST_F(Loading, KeepsAnEntryForEachDrawingFromItsLoadingToItsEnd) {
     EXPECT_EQ(calls("AcEditor::removeReactor()"), 2);
 }
 
+// Of drawings that were open before, only the current one has an entry; the messages about the others find none.
+TEST_F(Loading, DrawingsWithoutEntryAreLeftAlone) {
+    open(drawingText({{"0"}}, {{"0"}}));
+    platform::Error error;
+    ASSERT_TRUE(application.newDocument(error)) << error.message;
+    platform::CallRecorder recorder;
+    const auto reactors = [&](const std::string& change) {
+        const auto found = std::count(recorder.calls().begin(), recorder.calls().end(), "AcEditor::" + change);
+        recorder.clear();
+        return found;
+    };
+    load();
+    EXPECT_EQ(reactors("addReactor()"), 2);  // the command reactor and that of the current drawing
+    ASSERT_TRUE(application.closeDocument(error)) << error.message;
+    EXPECT_EQ(reactors("removeReactor()"), 1);
+    ASSERT_TRUE(application.closeDocument(error)) << error.message;
+    EXPECT_EQ(reactors("removeReactor()"), 0);
+    unload();
+    EXPECT_EQ(reactors("removeReactor()"), 1);
+}
+
 TEST_F(Loading, LoadsAndUnloadsWithoutAnyDrawing) {
     load();
-    run({L"UnFrozenAllLayer", L"SetAllPipeLayOpen", L"UnLockSelLayer", L""});
+    const std::wstring transcript = run({L"UnFrozenAllLayer", L"SetAllPipeLayOpen", L"UnLockSelLayer"});
+    EXPECT_EQ(count(transcript, L" needs an open drawing."), 3u) << platform::toUtf8(transcript);
     unload();
     load();
 }

@@ -121,7 +121,23 @@ TEST_F(StartUp, FittingsAreReadOnlyWhenTheItemThatDisablesThemIsThereAndZero) {
     EXPECT_EQ(bend->points[2].z, 1.5);
 }
 
-TEST_F(StartUp, TheLayerPanelClosesWithItsFilterAtUnload) {
+TEST_F(StartUp, AValueThatCannotBeSavedIsToldOnce) {
+    TRegKey config(GetRegLocation(L"PWXConfig"));
+    ASSERT_TRUE(config.WriteInteger(L"nAlignTypeForVPipeDim4", 3));
+    load();
+    std::filesystem::permissions(folder.path() / "settings.ini", std::filesystem::perms::owner_read);
+    const std::wstring message = L"不能保存设置 nAlignTypeForVPipeDim4。";
+    g_nAlignTypeForVPipeDim4 = 5;
+    unload();
+    EXPECT_EQ(count(terminal.transcript, message), 1u) << platform::toUtf8(terminal.transcript);
+    load();
+    unload();
+    EXPECT_EQ(count(terminal.transcript, message), 0u) << "nothing is lost this time";
+    EXPECT_EQ(g_nAlignTypeForVPipeDim4, 3);
+}
+
+TEST_F(StartUp, TheLayerPanelListsAnewAndClosesWithItsFilterAtUnload) {
+    open(drawingText({{"0"}}, {{"0"}}));
     load();
     frame::LayerPanel& panel = frame::layerPanel();
     panel.window = std::make_unique<CWnd>();
@@ -130,6 +146,11 @@ TEST_F(StartUp, TheLayerPanelClosesWithItsFilterAtUnload) {
     const HWND window = panel.window->GetSafeHwnd();
     ASSERT_TRUE(acedRegisterFilterWinMsg(panel.filter));
     const AcedFilterWinMsgFn filter = panel.filter;
+    static int timesListed;
+    timesListed = 0;
+    panel.refresh = [] { ++timesListed; };
+    run({L"SetAllPipeLayOpen"});
+    EXPECT_EQ(timesListed, 1);
     unload();
     EXPECT_EQ(frame::layerPanel().window, nullptr);
     EXPECT_FALSE(IsWindow(window));

@@ -7,6 +7,7 @@
 #include <deque>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,7 @@ class ScriptTerminal : public host::Terminal {
     static constexpr const wchar_t* kEsc = L"\x1b";
 
     host::Reply readLine(const std::wstring& prompt, std::wstring& line) override {
+        if (atPrompt) atPrompt();
         transcript += prompt;
         if (script.empty()) {
             transcript += L"<end>\n";
@@ -40,6 +42,7 @@ class ScriptTerminal : public host::Terminal {
     void error(std::wstring_view message) override { transcript += L"<error>" + std::wstring(message) + L"\n"; }
 
     std::deque<std::wstring> script;
+    std::function<void()> atPrompt;  // called before each answer
     std::wstring transcript;
 };
 

@@ -65,6 +65,10 @@ AcDbObjectId QrsExport::GetLayerIdFromString(const std::wstring& name) {
     return id;
 }
 
+void QrsExport::FailCommand(const std::wstring& message) {
+    qrs::host::failCommand(message);
+}
+
 bool QrsExport::PostCommand(const std::wstring& text) {
     AcApDocManager* manager = acDocManager;
     AcApDocument* document = manager ? manager->curDocument() : nullptr;

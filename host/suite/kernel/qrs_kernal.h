@@ -49,4 +49,7 @@ QRS_HOST_PORT AcDbObjectId GetLayerIdFromString(const std::wstring& name);
 // False when no document is open.
 QRS_HOST_PORT bool PostCommand(const std::wstring& text);
 
+// The running command, or without one the program's run, has failed; the message goes where errors go.
+QRS_HOST_PORT void FailCommand(const std::wstring& message);
+
 }  // namespace QrsExport

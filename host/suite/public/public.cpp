@@ -2,6 +2,7 @@
 #include "qrs_public.h"
 
 #include <climits>
+#include <cmath>
 #include <cwchar>
 
 int g_nAlignTypeForVPipeDim4 = 0;
@@ -50,7 +51,7 @@ bool TDwgSettingDefaults::GetDouble(const std::wstring& function, const std::wst
     if (!Get(function, item, text)) return false;
     wchar_t* end = nullptr;
     const double number = std::wcstod(text.c_str(), &end);
-    if (!isWholeText(text.c_str(), end)) return false;
+    if (!isWholeText(text.c_str(), end) || !std::isfinite(number)) return false;
     value = number;
     return true;
 }

@@ -1,0 +1,13 @@
+// Keeps what the module's functions throw inside the module.
+#include "frame/guard.h"
+
+#include "host/platform/codepage.h"
+#include "qrs_kernal.h"
+
+void qrs::frame::tellFailure(const char* reason) noexcept {
+    try {
+        QrsExport::FailCommand(L"qrs_pipeSystem：" + (reason ? platform::fromUtf8(reason) : L"未知错误"));
+    } catch (...) {
+        // Not even memory for the message: what is left is to go on.
+    }
+}

@@ -1,0 +1,26 @@
+// Keeps what the module's functions throw inside the module.
+#pragma once
+
+#include <exception>
+
+namespace qrs::frame {
+
+// Tells that something failed, with its reason (UTF-8; null: none known), as one error; the running command has failed
+// then.
+void tellFailure(const char* reason) noexcept;
+
+// Calls; the editor cannot take exceptions, so each becomes a message and the caller goes on. False when there was one.
+template <typename Call>
+bool guarded(Call&& call) noexcept {
+    try {
+        call();
+        return true;
+    } catch (const std::exception& exception) {
+        tellFailure(exception.what());
+    } catch (...) {
+        tellFailure(nullptr);
+    }
+    return false;
+}
+
+}  // namespace qrs::frame
