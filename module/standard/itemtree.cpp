@@ -2,9 +2,11 @@
 #include "standard/itemtree.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <iterator>
 #include <new>
+#include <system_error>
 
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
@@ -128,6 +130,28 @@ bool makeUtf8(std::string_view bytes, const std::string& name, std::string& utf8
     return utf8FromDeclared(bytes, name, utf8, error);
 }
 
+// Whether the text begins with a reference, like "&#1;", to a character that XML does not carry.
+bool beginsWithForbiddenReference(std::string_view text) {
+    if (text.substr(0, 2) != "&#") return false;
+    const bool hex = text.substr(2, 1) == "x";
+    text.remove_prefix(hex ? 3 : 2);
+    std::uint32_t point = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), point, hex ? 16 : 10);
+    return result.ec == std::errc::result_out_of_range || (result.ec == std::errc() && !isXmlCharacter(point));
+}
+
+// Where the first character stands that could not be written again; the size when there is none.
+std::size_t firstForbidden(std::string_view utf8) {
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(utf8[i]);
+        if (byte < 0x20 && !isXmlCharacter(byte)) return i;
+        if (byte == '&' && beginsWithForbiddenReference(utf8.substr(i))) return i;
+        const std::string_view three = byte == 0xEF ? utf8.substr(i, 3) : std::string_view();
+        if (three == "\xEF\xBF\xBE" || three == "\xEF\xBF\xBF") return i;
+    }
+    return utf8.size();
+}
+
 // One root, and no text beside it.
 bool checkRoot(const pugi::xml_document& tree, const std::string& utf8, const std::string& name,
                platform::Error& error) {
@@ -146,12 +170,9 @@ bool checkRoot(const pugi::xml_document& tree, const std::string& utf8, const st
 }
 
 bool parseUtf8(const std::string& utf8, const std::string& name, pugi::xml_document& tree, platform::Error& error) {
-    const auto control = std::find_if(utf8.begin(), utf8.end(), [](char c) {
-        return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r';
-    });
-    if (control != utf8.end()) {
-        // What is read must also be possible to write.
-        setError(error, name, lineAt(utf8, static_cast<std::size_t>(control - utf8.begin())), "含有控制字符");
+    const std::size_t forbidden = firstForbidden(utf8);
+    if (forbidden < utf8.size()) {
+        setError(error, name, lineAt(utf8, forbidden), "含有 XML 不允许的字符");
         return false;
     }
     // White space alone is a value like any other, but not between elements. A fragment, because what stands outside of

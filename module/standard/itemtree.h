@@ -10,6 +10,12 @@
 
 namespace qrs::standard {
 
+// XML carries no other control characters, no lone surrogates and no U+FFFE and U+FFFF.
+constexpr bool isXmlCharacter(char32_t c) {
+    if (c < 0x20) return c == '\t' || c == '\n' || c == '\r';
+    return (c < 0xD800 || c > 0xDFFF) && c != 0xFFFE && c != 0xFFFF && c <= 0x10FFFF;
+}
+
 // Reads an XML file (path in the inner form) in UTF-8, UTF-16 or a declared GBK, GB2312 or GB18030. False, with one
 // line that names the file, the line and the reason in error, when it cannot be read or is not well-formed.
 bool loadItemTree(std::wstring_view path, pugi::xml_document& tree, platform::Error& error);

@@ -4,17 +4,12 @@
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "standard/fields.h"
+#include "standard/itemtree.h"
 #include "standard/standard.h"
 #include "standard/text.h"
 
 namespace qrs::standard {
 namespace {
-
-// XML carries no other control characters, no lone surrogates and no U+FFFE and U+FFFF.
-bool isXmlCharacter(char32_t c) {
-    if (c < 0x20) return c == '\t' || c == '\n' || c == '\r';
-    return (c < 0xD800 || c > 0xDFFF) && c != 0xFFFE && c != 0xFFFF && c <= 0x10FFFF;
-}
 
 // Builds the items; remembers the first text that no file can hold.
 class Builder {

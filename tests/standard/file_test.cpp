@@ -60,8 +60,8 @@ TEST(StandardFile, ShippedStandardComesBackByteForByte) {
     for (const auto& group : standard.groups) {
         std::set<CString> types;
         group->GetLayerTypes(types);
-        for (const wchar_t* type :
-             {L"管线", L"立管", L"阀门", L"文字", L"标注", L"设备", L"电动阀", L"喷头", L"消火栓", L"井"}) {
+        for (const wchar_t* type : {L"管线", L"立管", L"扣弯", L"管径文字", L"阀门", L"文字", L"标注", L"设备",
+                                    L"电动阀", L"喷头", L"消火栓", L"井"}) {
             EXPECT_EQ(types.count(type), 1u);
         }
         for (int i = 0; i < group->GetSystemNum(); ++i) {
@@ -210,6 +210,9 @@ TEST(StandardFile, RefusesWhatIsNoStandard) {
                                                           {"\nmore<Morvel/>", "1"},
                                                           {"<!-- no root -->\n", "2"},
                                                           {"<Morvel>\n\x01</Morvel>", "2"},
+                                                          {"<Morvel>\n\n&#xD800;</Morvel>", "3"},
+                                                          {"<Morvel>\n&#99999999999;</Morvel>", "2"},
+                                                          {"<Morvel>\n\xEF\xBF\xBE</Morvel>", "2"},
                                                           {std::string("<Morvel>\n\0</Morvel>", 19), "2"},
                                                           {"<Morvel>\n\xFF</Morvel>", "2"}}) {
         const std::string message = refusal(bytes);
