@@ -5,13 +5,14 @@
 #include <CLI/CLI.hpp>
 
 #include "host/platform/codepage.h"
+#include "host/platform/files.h"
 
 namespace qrs::console {
 
 namespace {
 
 std::filesystem::path pathOf(const std::string& argument) {
-    return std::filesystem::u8path(argument);
+    return platform::nativeFromTyped(argument);
 }
 
 // What the library understands, as it came: no lists in brackets, no conversion.

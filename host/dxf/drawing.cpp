@@ -100,10 +100,12 @@ void Drawing::emit(Sink&& sink) const {
 }
 
 bool Drawing::save(const std::filesystem::path& native, bool keepBackup, platform::Error& error) {
+    // Looked at again behind the last byte: somebody may change the mapped file while it is copied.
+    const auto isMappedStill = [&] { return file_ == nullptr || file_->isUnchanged(error); };
     platform::AtomicFile file;
-    if (!file.begin(native, error)) return false;
+    if (!isMappedStill() || !file.begin(native, error)) return false;
     emit([&](std::string_view piece) { file.write(piece); });
-    if (!file.commit(keepBackup, error)) return false;
+    if (!isMappedStill() || !file.commit(keepBackup, error)) return false;
     modified_ = false;
     return true;
 }

@@ -38,7 +38,8 @@ class Drawing {
 
     // Writes everything. False, with the reason in error, when it cannot; the old file is then as it was. keepBackup:
     // an existing target stays as "<target>.bak". Saving to the file that is mapped is allowed. A save that succeeds
-    // clears isModified; the drawing goes on reading from the file it was opened from.
+    // clears isModified; the drawing goes on reading from the file it was opened from, and cannot be saved any more
+    // when another program has changed that very file.
     bool save(const std::filesystem::path& native, bool keepBackup, platform::Error& error);
     bool isModified() const { return modified_; }
     // The drawing's whole text as it would be written; for tests and small drawings.

@@ -13,6 +13,9 @@ namespace qrs::platform {
 bool fail(Error& error, const std::filesystem::path& native, std::string_view reason);
 bool fail(Error& error, const std::filesystem::path& native, const std::error_code& reason);
 
+// Why a mapped file cannot be gone on with.
+constexpr std::string_view kChangedSinceOpened = "was changed by another program after it was opened; not saved";
+
 // The path as UTF-8 on one line.
 std::string shownPath(const std::filesystem::path& native);
 

@@ -28,6 +28,10 @@ QRS_HOST_PORT std::wstring innerPath(const std::filesystem::path& native);
 // A path typed by a person: '/' is accepted as a separator on every system and turned into '\'.
 QRS_HOST_PORT std::wstring innerFromTyped(std::wstring_view typed);
 
+// The native path of one typed in a shell, in UTF-8 (on POSIX: any bytes). One with backslashes is read as an inner
+// path on POSIX, unless a file or folder has just that name.
+QRS_HOST_PORT std::filesystem::path nativeFromTyped(const std::string& typed);
+
 // Folder joined with a name: exactly one backslash between them.
 QRS_HOST_PORT std::wstring joinPath(std::wstring_view folder, std::wstring_view name);
 
@@ -61,6 +65,11 @@ class MappedFile {
 
     // True when the native path names the very file that is mapped (by identity, not by name).
     virtual bool isSameFile(const std::filesystem::path& native) const = 0;
+
+    // False, with the reason in error, when the size of the mapped file or the time of its last change are not those of
+    // its opening: another program has cut it short or writes into it, and bytes may be neither the old content nor the
+    // new one. A file that was renamed, removed or replaced is unchanged.
+    virtual bool isUnchanged(Error& error) const = 0;
 
   protected:
     MappedFile() = default;

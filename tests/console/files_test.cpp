@@ -47,6 +47,13 @@ TEST(Files, WritesToAnotherFile) {
     EXPECT_EQ(place.run({"-o", "kept.dxf", "--keep-going", "-e", "Nonsense", "-e", kThaw, "building.dxf"}).code, 1);
     EXPECT_EQ(place.read("kept.dxf"), place.read("thawed.dxf"));
 
+#if !defined(_WIN32)
+    // The other form of a path is as good.
+    std::filesystem::create_directory(place.path("out"));
+    EXPECT_EQ(place.run({"-o", "out\\thawed.dxf", "-e", kThaw, ".\\Building.dxf"}).code, 0);
+    EXPECT_EQ(place.read("out/thawed.dxf"), place.read("thawed.dxf"));
+#endif
+
     const Outcome refused = place.run({"-o", "nowhere/x.dxf", "building.dxf"});
     EXPECT_EQ(refused.code, 4);
     EXPECT_NE(refused.error.find("nowhere"), std::string::npos) << refused.error;

@@ -1,5 +1,6 @@
 // Editing and saving: only what is changed changes, in the drawing's own style, and the index follows.
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -218,6 +219,24 @@ TEST(Editing, SavesWholeOrNotAtAll) {
     ASSERT_TRUE(drawing->save(path, true, error)) << error.message;
     EXPECT_EQ(content(path), drawing->toBytes());
     EXPECT_EQ(content(folder / "a.dxf.bak"), changed);
+
+    // Somebody writes into the file that is mapped, or cuts it: neither it nor a copy is to be had any more.
+    for (const std::uintmax_t size : {bytes.size(), bytes.size() - 9}) {
+        std::ofstream(folder / "shared.dxf", std::ios::binary) << bytes;
+        fs::last_write_time(folder / "shared.dxf", fs::file_time_type::clock::now() - std::chrono::hours(1));
+        const auto shared = Drawing::open(folder / "shared.dxf", error);
+        ASSERT_NE(shared, nullptr) << error.message;
+        std::fstream(folder / "shared.dxf", std::ios::binary | std::ios::in | std::ios::out) << "  0";
+        fs::resize_file(folder / "shared.dxf", size);
+        for (const char* target : {"shared.dxf", "copy.dxf"}) {
+            EXPECT_FALSE(shared->save(folder / target, true, error));
+            EXPECT_EQ(error.message, (folder / "shared.dxf").u8string() +
+                                         ": was changed by another program after it was opened; not saved");
+        }
+        EXPECT_EQ(fs::file_size(folder / "shared.dxf"), size);
+        EXPECT_FALSE(fs::exists(folder / "copy.dxf"));
+        EXPECT_FALSE(fs::exists(folder / "shared.dxf.bak"));
+    }
 
     EXPECT_EQ(Drawing::open(folder / "missing.dxf", error), nullptr);
     EXPECT_NE(error.message.find("missing.dxf"), std::string::npos);

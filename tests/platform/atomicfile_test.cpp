@@ -184,6 +184,8 @@ TEST(MappedFile, StaysWhenItsNameIsGivenToAnotherFile) {
     EXPECT_FALSE(mapped->isSameFile(scratch / "plan.dxf"));
     EXPECT_EQ(scratch.get("plan.dxf"), "  0\nSECTION\nmore");
 
+    EXPECT_TRUE(mapped->isUnchanged(error)) << "replaced is not changed: " << error.message;
+
     const auto empty = MappedFile::open(scratch / "empty.dxf", error);
     ASSERT_TRUE(empty);
     EXPECT_TRUE(empty->bytes().empty());

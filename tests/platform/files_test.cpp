@@ -39,6 +39,14 @@ TEST(Paths, NamesAreFoundWithoutRegardToCase) {
     EXPECT_FALSE(fileExists(inner + L"\\sTd"));
     EXPECT_TRUE(folderExists(inner + L"\\sTd"));
 
+    // Typed with backslashes in a shell, unless a name holds them.
+    const std::string folder = scratch.folder().string();
+    EXPECT_EQ(nativeFromTyped(folder + "\\STD\\pwx.qdsl"), scratch / "Std/pwx.qdsl");
+    EXPECT_EQ(nativeFromTyped(folder + "/STD/pwx.qdsl"), scratch / "STD/pwx.qdsl");
+    EXPECT_EQ(nativeFromTyped("new\\\xB8\xF8.dxf"), fs::path("new/\xB8\xF8.dxf"));
+    scratch.put("odd\\name", "");
+    EXPECT_EQ(nativeFromTyped(folder + "/odd\\name"), scratch / "odd\\name");
+
     // The exact name wins, else the first in order.
     scratch.put("Std/PWX.qdsl", "");
     scratch.put("Std/Pwx.qdsl", "");

@@ -105,7 +105,10 @@ Descriptor openForReading(const fs::path& native, int flags, struct stat& status
 
 class PosixMappedFile : public MappedFile {
   public:
-    PosixMappedFile(Descriptor file, std::string_view bytes) : file_(std::move(file)) { bytes_ = bytes; }
+    PosixMappedFile(const fs::path& native, Descriptor file, const struct stat& status, std::string_view bytes)
+        : native_(native), file_(std::move(file)), opened_(status) {
+        bytes_ = bytes;
+    }
     ~PosixMappedFile() override {
         if (!bytes_.empty()) munmap(const_cast<char*>(bytes_.data()), bytes_.size());
     }
@@ -117,8 +120,19 @@ class PosixMappedFile : public MappedFile {
                mine.st_ino == other.st_ino;
     }
 
+    bool isUnchanged(Error& error) const override {
+        struct stat now;
+        if (fstat(file_.number(), &now) != 0) return fail(error, native_, lastError());
+        if (now.st_size == opened_.st_size && now.st_mtim.tv_sec == opened_.st_mtim.tv_sec &&
+            now.st_mtim.tv_nsec == opened_.st_mtim.tv_nsec)
+            return true;
+        return fail(error, native_, kChangedSinceOpened);
+    }
+
   private:
+    fs::path native_;
     Descriptor file_;
+    struct stat opened_;
 };
 
 }  // namespace
@@ -143,6 +157,13 @@ fs::path nativePath(std::wstring_view inner) {
         path += name;
     }
     return path;
+}
+
+fs::path nativeFromTyped(const std::string& typed) {
+    if (typed.find('\\') == std::string::npos || nameExists(typed)) return typed;
+    std::string slashed = typed;
+    std::replace(slashed.begin(), slashed.end(), '\\', '/');
+    return nativePath(innerPath(slashed));
 }
 
 std::wstring innerPath(const fs::path& native) {
@@ -183,14 +204,14 @@ std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& erro
         return nullptr;
     }
     const auto size = static_cast<std::size_t>(status.st_size);
-    if (size == 0) return std::make_unique<PosixMappedFile>(std::move(file), std::string_view());
+    if (size == 0) return std::make_unique<PosixMappedFile>(native, std::move(file), status, std::string_view());
     void* address = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.number(), 0);
     if (address == MAP_FAILED) {
         fail(error, native, lastError());
         return nullptr;
     }
     madvise(address, size, MADV_SEQUENTIAL);
-    return std::make_unique<PosixMappedFile>(std::move(file),
+    return std::make_unique<PosixMappedFile>(native, std::move(file), status,
                                              std::string_view(static_cast<const char*>(address), size));
 }
 

@@ -29,9 +29,10 @@ Handle openForReading(const fs::path& native, Error& error) {
 
 class WindowsMappedFile : public MappedFile {
   public:
-    WindowsMappedFile(Handle file, Handle mapping, std::string_view bytes)
-        : file_(std::move(file)), mapping_(std::move(mapping)) {
+    WindowsMappedFile(const fs::path& native, Handle file, Handle mapping, std::string_view bytes)
+        : native_(native), file_(std::move(file)), mapping_(std::move(mapping)) {
         bytes_ = bytes;
+        GetFileInformationByHandle(file_.value(), &opened_);
     }
     ~WindowsMappedFile() override {
         if (!bytes_.empty()) UnmapViewOfFile(bytes_.data());
@@ -47,15 +48,30 @@ class WindowsMappedFile : public MappedFile {
                a.nFileIndexHigh == b.nFileIndexHigh && a.nFileIndexLow == b.nFileIndexLow;
     }
 
+    bool isUnchanged(Error& error) const override {
+        BY_HANDLE_FILE_INFORMATION now;
+        if (!GetFileInformationByHandle(file_.value(), &now)) return fail(error, native_, lastError());
+        if (now.nFileSizeHigh == opened_.nFileSizeHigh && now.nFileSizeLow == opened_.nFileSizeLow &&
+            CompareFileTime(&now.ftLastWriteTime, &opened_.ftLastWriteTime) == 0)
+            return true;
+        return fail(error, native_, kChangedSinceOpened);
+    }
+
   private:
+    fs::path native_;
     Handle file_;
     Handle mapping_;
+    BY_HANDLE_FILE_INFORMATION opened_{};
 };
 
 }  // namespace
 
 fs::path nativePath(std::wstring_view inner) {
     return fs::path(inner);
+}
+
+fs::path nativeFromTyped(const std::string& typed) {
+    return fs::u8path(typed);
 }
 
 std::wstring innerPath(const fs::path& native) {
@@ -89,7 +105,8 @@ std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& erro
         fail(error, native, "is no ordinary file");
         return nullptr;
     }
-    if (size.QuadPart == 0) return std::make_unique<WindowsMappedFile>(std::move(file), Handle(), std::string_view());
+    if (size.QuadPart == 0)
+        return std::make_unique<WindowsMappedFile>(native, std::move(file), Handle(), std::string_view());
     if (static_cast<unsigned long long>(size.QuadPart) > std::numeric_limits<std::size_t>::max()) {
         fail(error, native, systemError(ERROR_NOT_ENOUGH_MEMORY));
         return nullptr;
@@ -101,7 +118,7 @@ std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& erro
         return nullptr;
     }
     const std::string_view bytes(static_cast<const char*>(address), static_cast<std::size_t>(size.QuadPart));
-    return std::make_unique<WindowsMappedFile>(std::move(file), std::move(mapping), bytes);
+    return std::make_unique<WindowsMappedFile>(native, std::move(file), std::move(mapping), bytes);
 }
 
 fs::path programFolder() {
