@@ -6,6 +6,10 @@
 
 int main(int count, char** arguments) {
     using namespace qrs::console;
+    qrs::platform::keepStandardStreams();
+    qrs::platform::endWhenMappedFileIsCut(
+        "qrsconsole: another program has cut short a file that was being read; nothing was written",
+        static_cast<int>(ExitCode::CannotRead));
     try {
         const ParsedOptions parsed = parseOptions(qrs::platform::utf8Arguments(count, arguments));
         if (parsed.options) return static_cast<int>(run(*parsed.options));

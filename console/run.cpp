@@ -85,14 +85,14 @@ Failure setFolders(const Options& options, host::Application& application) {
 
 // A standard that a person named in the settings with slashes: the module knows paths in the inner form only, and would
 // look for a file of that whole name.
-Failure acceptTypedStandard() {
+void acceptTypedStandard() {
     constexpr const wchar_t* kValue = L"StandardFile";
     const TRegKey key(GetRegLocation(L"PipeSystemSetting"));
     const std::wstring typed = key.GetString(kValue, L"");
-    const std::wstring inner = platform::innerFromTyped(typed);
-    if (inner == typed || key.WriteString(kValue, inner)) return {};
-    return {ExitCode::CannotWrite,
-            "StandardFile=" + platform::toUtf8(typed) + ": the settings cannot be written, so its slashes stay"};
+    const bool hasSlashes = typed.find(L'/') != std::wstring::npos && typed.find(L'\\') == std::wstring::npos;
+    if (!hasSlashes || key.WriteString(kValue, platform::innerFromTyped(typed))) return;
+    complain("StandardFile=" + platform::toUtf8(typed) +
+             ": the settings cannot be written, so its slashes stay and it is not found");
 }
 
 Failure setUp(const Options& options) {
@@ -102,7 +102,8 @@ Failure setUp(const Options& options) {
     // The user's own store is looked at, too: a damaged one would be taken for empty.
     const bool readable = options.settings ? settings.useFile(*options.settings, error) : settings.check(error);
     if (!readable) return {ExitCode::CannotRead, error.message};
-    return acceptTypedStandard();
+    acceptTypedStandard();
+    return {};
 }
 
 Failure openDrawing(const Options& options, host::Application& application) {
@@ -176,9 +177,13 @@ bool isPersonAtTerminal(const Options& options) {
     return !options.hasScript() && platform::isTerminal(0);
 }
 
+bool isEditedByPerson(const Options& options) {
+    return isPersonAtTerminal(options) && platform::isTerminal(1);
+}
+
 std::unique_ptr<ConsoleTerminal> makeTerminal(const Options& options, Script script) {
     if (!isPersonAtTerminal(options)) return std::make_unique<ScriptTerminal>(std::move(script));
-    if (!platform::isTerminal(1)) return std::make_unique<PlainTerminal>();
+    if (!isEditedByPerson(options)) return std::make_unique<PlainTerminal>();
     const auto commandNames = [] {
         const host::Application* application = host::Application::current();
         return application == nullptr ? std::vector<std::wstring>() : application->commandNames();
@@ -192,6 +197,27 @@ Failure prepare(const Options& options, host::Application& application) {
     return loadPlugins(options, application);
 }
 
+// Names and answers stand in messages as they were given: they may hold line ends, or be whole files by mistake.
+std::string onOneLine(std::string message) {
+    constexpr std::size_t kLongest = 6000;  // longer than any path
+    constexpr std::size_t kTail = 200;
+    const auto isInsideCharacter = [&](std::size_t at) {
+        return (static_cast<unsigned char>(message[at]) & 0xC0) == 0x80;
+    };
+    if (message.size() > kLongest) {
+        std::size_t cut = kLongest - kTail;
+        std::size_t tail = message.size() - kTail;
+        while (cut > 0 && isInsideCharacter(cut))
+            --cut;
+        while (tail + 1 < message.size() && isInsideCharacter(tail))
+            ++tail;
+        message.replace(cut, tail - cut, " ... ");
+    }
+    for (char& character : message)
+        if (static_cast<unsigned char>(character) < 0x20 || character == 0x7F) character = '?';
+    return message;
+}
+
 ExitCode end(const Failure& failure) {
     complain(failure.message);
     return failure.code;
@@ -200,10 +226,12 @@ ExitCode end(const Failure& failure) {
 }  // namespace
 
 void complain(const std::string& message) {
-    platform::writeStandardError("qrsconsole: " + message + "\n");
+    platform::writeStandardError("qrsconsole: " + onOneLine(message) + "\n");
 }
 
 ExitCode run(const Options& options) {
+    // A person's ^C is an answer, as long as it can be told from others.
+    platform::removeTemporariesWhenEnded(!isEditedByPerson(options));
     std::unique_ptr<platform::Deadline> deadline;
     if (options.timeoutSeconds > 0) {
         char line[80];

@@ -3,6 +3,7 @@
 
 #include <iostream>
 
+#include "console/run.h"
 #include "host/platform/codepage.h"
 #include "host/platform/process.h"
 
@@ -17,7 +18,7 @@ void ConsoleTerminal::print(std::wstring_view text) {
 }
 
 void ConsoleTerminal::error(std::wstring_view message) {
-    platform::writeStandardError("qrsconsole: " + answerOrigin() + platform::toUtf8(message) + "\n");
+    complain(answerOrigin() + platform::toUtf8(message));
 }
 
 host::Reply ScriptTerminal::readLine(const std::wstring& prompt, std::wstring& line) {

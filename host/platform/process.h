@@ -13,6 +13,15 @@ namespace qrs::platform {
 // The arguments of main in UTF-8, the program's name first. On POSIX the bytes are given as they came.
 QRS_HOST_PORT std::vector<std::string> utf8Arguments(int count, char** arguments);
 
+// Gives the program an empty standard input, and outputs that cannot be written, where it was started without: to be
+// called before the first file is opened, which would otherwise stand in for them.
+QRS_HOST_PORT void keepStandardStreams();
+
+// From now on the signals that ask a program to end (on POSIX SIGTERM, SIGHUP and, when withInterrupt, SIGINT; on
+// Windows Ctrl-C, Ctrl-Break and the closing of the window) first remove the temporary files AtomicFile has in
+// progress; then the program ends as it would have without. To be called before other threads are started.
+QRS_HOST_PORT void removeTemporariesWhenEnded(bool withInterrupt);
+
 // True when descriptor 0, 1 or 2 is a terminal.
 QRS_HOST_PORT bool isTerminal(int descriptor);
 
@@ -23,5 +32,10 @@ QRS_HOST_PORT std::optional<std::wstring> environment(const char* name);
 // does not end the process.
 QRS_HOST_PORT bool writeStandardOutput(std::string_view bytes);
 QRS_HOST_PORT bool writeStandardError(std::string_view bytes);
+
+// From now on, when bytes of a mapped file are gone because another program has cut the file short: prints the line to
+// standard error, removes the temporary files AtomicFile has in progress, and ends the process with the exit code.
+// Does nothing on Windows, which lets nobody cut a mapped file.
+QRS_HOST_PORT void endWhenMappedFileIsCut(std::string line, int exitCode);
 
 }  // namespace qrs::platform

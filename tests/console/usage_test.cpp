@@ -83,6 +83,11 @@ TEST(Usage, TellsWhichFileCannotBeRead) {
     };
     for (const Misuse& misuse : misuses)
         expectComplaint(place.run(misuse.arguments), 3, misuse.told);
+    // Whatever was given, the complaint about it is one line that can be read.
+    expectComplaint(place.run({"-e", "two\nlines"}), 1, "\"TWO?LINES\"");
+    const Outcome endless = place.run({}, std::string(100'000, 'x'));
+    expectComplaint(endless, 1, "XXX ... XXX");
+    EXPECT_LT(endless.error.size(), 10'000u);
     EXPECT_EQ(place.read("half.dxf"), half);
     EXPECT_FALSE(place.has("half.dxf.bak"));
     EXPECT_EQ(place.read("settings.ini"), "[Software\\QRS\nbroken");

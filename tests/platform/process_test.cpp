@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <thread>
 
 #include "afxdllx.h"
@@ -46,6 +47,11 @@ TEST(Libraries, FailedLoadsSayWhy) {
     EXPECT_FALSE(Library::load(scratch / "text.so", error));
     EXPECT_EQ(error.message.find((scratch / "text.so").string() + ": "), 0u);
     EXPECT_EQ(error.message.find("text.so", scratch.folder().string().size() + 8), std::string::npos) << error.message;
+    std::string whole;
+    ASSERT_TRUE(readFile(ENTRY_ACCEPTING, whole, error));
+    scratch.put("cut.so", whole.substr(0, 5000));
+    EXPECT_FALSE(Library::load(scratch / "cut.so", error));
+    EXPECT_EQ(error.message, (scratch / "cut.so").string() + ": the file is cut off");
     EXPECT_FALSE(Library::load(scratch / "none.so", error));
     EXPECT_NE(error.message.find(": No such file"), std::string::npos);
 }
@@ -102,6 +108,19 @@ TEST(Streams, ClosedPipeIsAFailureAndNoEnd) {
     EXPECT_FALSE(broken);
 }
 
+TEST(StreamsDeathTest, FilesDoNotStandInForMissingStreams) {
+    EXPECT_EXIT(
+        {
+            for (const int stream : {STDIN_FILENO, STDOUT_FILENO})
+                close(stream);
+            keepStandardStreams();
+            char byte;
+            const bool isFree = dup(STDIN_FILENO) <= STDERR_FILENO;
+            _exit(isFree || read(STDIN_FILENO, &byte, 1) != 0 || writeStandardOutput("x") ? 1 : 0);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
 TEST(DeadlineDeathTest, EndsTheProgramAndLeavesNoTemporaryFile) {
     const Scratch scratch;
     scratch.put("plan.dxf", "old");
@@ -118,6 +137,36 @@ TEST(DeadlineDeathTest, EndsTheProgramAndLeavesNoTemporaryFile) {
         testing::ExitedWithCode(7), "^no answer within 0.05 seconds\n$");
     EXPECT_EQ(scratch.names(), std::set<std::string>{"plan.dxf"});
     EXPECT_EQ(scratch.get("plan.dxf"), "old");
+
+    // The same when the bytes of a mapped file are gone.
+    scratch.put("cut.dxf", std::string(100'000, 'x'));
+    EXPECT_EXIT(
+        {
+            Error error;
+            AtomicFile file;
+            file.begin(scratch / "plan.dxf", error);
+            const auto mapped = MappedFile::open(scratch / "cut.dxf", error);
+            endWhenMappedFileIsCut("cut short", 3);
+            std::filesystem::resize_file(scratch / "cut.dxf", 10);
+            for (std::size_t at = 0; at < mapped->bytes().size(); at += 1000)
+                file.write(mapped->bytes().substr(at, 1000));
+        },
+        testing::ExitedWithCode(3), "^cut short\n$");
+    EXPECT_EQ(scratch.names(), (std::set<std::string>{"cut.dxf", "plan.dxf"}));
+
+    // Or when it is told to end.
+    EXPECT_EXIT(
+        {
+            removeTemporariesWhenEnded(true);
+            Error error;
+            AtomicFile file;
+            file.begin(scratch / "plan.dxf", error);
+            kill(getpid(), SIGINT);
+            for (;;)
+                pause();
+        },
+        testing::KilledBySignal(SIGINT), "");
+    EXPECT_EQ(scratch.names(), (std::set<std::string>{"cut.dxf", "plan.dxf"}));
 
     // Cancelled in time it does nothing, and its end does not wait for the limit.
     const auto start = std::chrono::steady_clock::now();

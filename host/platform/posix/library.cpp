@@ -2,10 +2,13 @@
 #include "host/platform/library.h"
 
 #include <dlfcn.h>
+#include <link.h>
 
+#include <cstring>
 #include <string>
 
 #include "host/platform/fileerror.h"
+#include "host/platform/files.h"
 
 namespace qrs::platform {
 
@@ -35,6 +38,25 @@ std::string loaderReason(const fs::path& path) {
     return reason;
 }
 
+// The loader maps what a library says of itself without looking at the file's size, and would be ended by a signal
+// where the file is shorter. True also for what is no library: the loader tells that better.
+bool isWhole(const MappedFile& file) {
+    const std::string_view bytes = file.bytes();
+    ElfW(Ehdr) head;
+    if (bytes.size() < sizeof head) return true;
+    std::memcpy(&head, bytes.data(), sizeof head);
+    constexpr unsigned char kClass = sizeof(void*) == 8 ? ELFCLASS64 : ELFCLASS32;
+    if (std::memcmp(head.e_ident, ELFMAG, SELFMAG) != 0 || head.e_ident[EI_CLASS] != kClass) return true;
+    for (std::size_t i = 0; i < head.e_phnum; ++i) {
+        ElfW(Phdr) part;
+        const std::size_t at = head.e_phoff + i * sizeof part;
+        if (at > bytes.size() || bytes.size() - at < sizeof part) return false;
+        std::memcpy(&part, bytes.data() + at, sizeof part);
+        if (part.p_offset > bytes.size() || bytes.size() - part.p_offset < part.p_filesz) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 void refuseLibraryLoad() {
@@ -47,6 +69,12 @@ std::unique_ptr<Library> Library::load(const fs::path& native, Error& error) {
     const fs::path path = fs::absolute(native, failure);
     if (failure || !fs::exists(path, failure)) {
         fail(error, native, failure ? failure : std::make_error_code(std::errc::no_such_file_or_directory));
+        return nullptr;
+    }
+    const std::unique_ptr<MappedFile> file = MappedFile::open(native, error);
+    if (!file) return nullptr;
+    if (!isWhole(*file)) {
+        fail(error, native, "the file is cut off");
         return nullptr;
     }
     loadRefused = false;

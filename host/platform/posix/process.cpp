@@ -1,19 +1,37 @@
 // Arguments, environment and standard streams on POSIX systems.
 #include "host/platform/process.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
+#include <thread>
 
 #include "host/platform/codepage.h"
+#include "host/platform/inprogress.h"
 #include "host/platform/laststream.h"
 #include "host/platform/posix/signalhold.h"
 
 namespace qrs::platform {
 
 namespace {
+
+struct LastWords {
+    std::string line;
+    int exitCode;
+};
+const LastWords* whenCut = nullptr;  // kept to the end of the process
+
+// The signal comes at the very instruction that reads the lost bytes. Neither the allocator nor the list of temporary
+// files reads such bytes, so both may be used here.
+void endAtLostBytes(int) {
+    removeTemporariesForGood();
+    writeLastLine(whenCut->line);
+    std::_Exit(whenCut->exitCode);
+}
 
 bool writeAll(int descriptor, std::string_view bytes) {
     const SignalHold hold;
@@ -38,6 +56,33 @@ std::vector<std::string> utf8Arguments(int count, char** arguments) {
     return std::vector<std::string>(arguments, arguments + count);
 }
 
+void keepStandardStreams() {
+    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
+        if (fcntl(stream, F_GETFD) != -1 || errno != EBADF) continue;
+        // The lowest free number: this one. Nothing can be written to it, so that lost output is noticed.
+        if (open("/dev/null", O_RDONLY) == -1) return;
+    }
+}
+
+void removeTemporariesWhenEnded(bool withInterrupt) {
+    sigset_t watched;
+    sigemptyset(&watched);
+    for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
+        struct sigaction now {};
+        const bool isIgnored = sigaction(signal, nullptr, &now) == 0 && now.sa_handler == SIG_IGN;
+        if (!isIgnored && (signal != SIGINT || withInterrupt)) sigaddset(&watched, signal);
+    }
+    // Taken by a thread that waits for them: a handler could use neither the allocator nor a lock.
+    pthread_sigmask(SIG_BLOCK, &watched, nullptr);
+    std::thread([watched] {
+        int signal = 0;
+        if (sigwait(&watched, &signal) != 0) return;
+        removeTemporariesForGood();
+        pthread_sigmask(SIG_UNBLOCK, &watched, nullptr);
+        raise(signal);
+    }).detach();
+}
+
 bool isTerminal(int descriptor) {
     return isatty(descriptor) == 1;
 }
@@ -53,6 +98,15 @@ bool writeStandardOutput(std::string_view bytes) {
 
 bool writeStandardError(std::string_view bytes) {
     return writeAll(STDERR_FILENO, bytes);
+}
+
+void endWhenMappedFileIsCut(std::string line, int exitCode) {
+    static LastWords words;
+    words = {std::move(line) + '\n', exitCode};
+    whenCut = &words;
+    struct sigaction action {};
+    action.sa_handler = &endAtLostBytes;
+    sigaction(SIGBUS, &action, nullptr);
 }
 
 void writeLastLine(std::string_view bytes) {

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "host/platform/codepage.h"
+#include "host/platform/inprogress.h"
 #include "host/platform/laststream.h"
 #include "host/platform/win32/handle.h"
 
@@ -58,6 +59,20 @@ std::vector<std::string> utf8Arguments(int count, char** arguments) {
     return texts;
 }
 
+// The system gives a started program its streams; a missing one is no number that a file could take.
+void keepStandardStreams() {}
+
+void removeTemporariesWhenEnded(bool withInterrupt) {
+    static bool interruptToo = false;
+    interruptToo = withInterrupt;
+    SetConsoleCtrlHandler(
+        [](DWORD event) -> BOOL {
+            if (event != CTRL_C_EVENT || interruptToo) removeTemporariesForGood();
+            return FALSE;  // whatever else is asked, or the end
+        },
+        TRUE);
+}
+
 bool isTerminal(int descriptor) {
     return descriptor >= 0 && descriptor <= 2 && isConsole(GetStdHandle(kStreams[descriptor]));
 }
@@ -74,6 +89,8 @@ bool writeStandardOutput(std::string_view bytes) {
 bool writeStandardError(std::string_view bytes) {
     return writeAll(STD_ERROR_HANDLE, bytes);
 }
+
+void endWhenMappedFileIsCut(std::string, int) {}
 
 void writeLastLine(std::string_view bytes) {
     writeStandardError(bytes);
