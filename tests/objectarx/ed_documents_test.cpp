@@ -187,23 +187,31 @@ TEST_F(Plugins, LoadAndUnloadAnyNumberOfTimes) {
         << "at the end locks do not count";
 }
 
-// Another's reactor may ask for it when the command is about to start or has just ended.
-TEST_F(Plugins, StayWhileACommandOfTheirsIsOnItsWay) {
+// Others' reactors may ask for it when the command is about to start or has just ended.
+TEST_F(Plugins, StayWithTheirDrawingWhileACommandIsOnItsWay) {
+    static bool unloaded;
+    unloaded = false;
     class Unloader : public AcEditorReactor {
         void commandWillStart(const ACHAR*) override { unloaded |= acrxUnloadModule(L"ed_plugin"); }
         void commandEnded(const ACHAR*) override { unloaded |= acrxUnloadModule(L"ed_plugin"); }
-
-      public:
-        bool unloaded = false;
     } unloader;
+    class Closer : public AcApDocManagerReactor {
+        void documentLockModeWillChange(AcApDocument* document, AcAp::DocLockMode, AcAp::DocLockMode, AcAp::DocLockMode,
+                                        const ACHAR*) override {
+            unloaded |= acrxUnloadModule(L"ed_plugin");
+            EXPECT_EQ(Acad::eLockViolation, acDocManager->closeDocument(document));
+        }
+    } closer;
     ASSERT_TRUE(application->newDocument(error));
     ASSERT_TRUE(application->loadPlugin(plugin, error)) << error.message;
     acedEditor->addReactor(&unloader);
+    acDocManager->addReactor(&closer);
     EXPECT_TRUE(run({L"PLUGINWORK"}));
     EXPECT_NE(std::wstring::npos, terminal.text.find(L"plugin works"));
-    EXPECT_FALSE(unloader.unloaded);
+    EXPECT_FALSE(unloaded);
+    acDocManager->removeReactor(&closer);
     EXPECT_TRUE(run({L"REGEN"}));
-    EXPECT_TRUE(unloader.unloaded);
+    EXPECT_TRUE(unloaded);
     acedEditor->removeReactor(&unloader);
 }
 

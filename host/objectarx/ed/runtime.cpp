@@ -156,25 +156,28 @@ Outcome Session::runCommand(const AcEdCommand& command, bool transparent) {
     starting.application = command.commandApp();
     starting.document = (starting.flags & ACRX_CMD_SESSION) ? nullptr : documents.curDocument();
     starting.transparent = transparent;
-    const bool outermost = running.empty();
-    if (!mayStart(starting)) return starting.document ? Outcome::Cancelled : Outcome::Failed;
-    if (outermost) startPickFirst(starting);
+    const std::size_t place = running.size();
+    const bool outermost = place == 0;
+    // While it stands here neither its plug-in nor its drawing may go, whatever reactors ask for.
+    running.push_back(starting);
+    if (!mayStart(starting)) {
+        running.resize(place);
+        return starting.document ? Outcome::Cancelled : Outcome::Failed;
+    }
+    if (outermost) startPickFirst(running[place]);
     initGet(0, std::wstring_view());
 
-    const std::size_t place = running.size();
-    running.push_back(starting);
     const std::wstring name = starting.name;
     auto& listeners = editor.reactors().list;
     listeners.tell([&](AcEditorReactor& reactor) { reactor.commandWillStart(name.c_str()); });
     callOutside(starting.application, name.c_str(), [&] { function(); });
     tellOutcome(running[place]);
     const Running ended = running[place];
-    running.resize(place);
-
-    if (documents.state().holds(ended.document)) {
+    if (ended.document) {
         documents.state().unlock(ended.document);
         if (outermost) endPickFirst(ended.document);
     }
+    running.resize(place);
     initGet(0, std::wstring_view());
     if (outermost) input.releaseWaiting();
     return outcomeOf(ended);
