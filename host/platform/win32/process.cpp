@@ -23,6 +23,14 @@ bool isConsole(HANDLE stream) {
     return GetConsoleMode(stream, &mode) != 0;
 }
 
+bool interruptEnds = false;
+
+// Called by the system in a thread of its own.
+BOOL WINAPI removeAtEnd(DWORD event) {
+    if (event != CTRL_C_EVENT || interruptEnds) removeTemporariesForGood();
+    return FALSE;  // the next handler decides; the last one ends the program
+}
+
 // A console takes wide text, which needs no code page; everything else takes the bytes.
 bool writeAll(DWORD number, std::string_view bytes) {
     const HANDLE stream = GetStdHandle(number);
@@ -63,14 +71,8 @@ std::vector<std::string> utf8Arguments(int count, char** arguments) {
 void keepStandardStreams() {}
 
 void removeTemporariesWhenEnded(bool withInterrupt) {
-    static bool interruptToo = false;
-    interruptToo = withInterrupt;
-    SetConsoleCtrlHandler(
-        [](DWORD event) -> BOOL {
-            if (event != CTRL_C_EVENT || interruptToo) removeTemporariesForGood();
-            return FALSE;  // whatever else is asked, or the end
-        },
-        TRUE);
+    interruptEnds = withInterrupt;
+    SetConsoleCtrlHandler(&removeAtEnd, TRUE);
 }
 
 bool isTerminal(int descriptor) {
