@@ -7,7 +7,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 cmake --install "$build" --prefix "$work/prefix" >/dev/null
-cmake -S "$source/tests/package/sibling" -B "$work/sibling" -G Ninja -DCMAKE_PREFIX_PATH="$work/prefix" \
+cmake -S "$source/examples/sibling" -B "$work/sibling" -G Ninja -DCMAKE_PREFIX_PATH="$work/prefix" \
     -DCMAKE_CXX_FLAGS="${SIBLING_FLAGS:-}" >/dev/null
 cmake --build "$work/sibling" >/dev/null
 
