@@ -169,6 +169,8 @@ TEST_F(Queries, FromALayerToItsSystem) {
     EXPECT_EQ(GetLayerByVPipeLayer(L"j-riser", L"管线", false), L"J-Pipe");
     EXPECT_EQ(GetLayerByVPipeLayer(L"j-riser", L"管径文字", false), L"");  // though the second group could answer
     EXPECT_EQ(GetLayerByVPipeLayer(L"R-Pipe", L"管线", false), L"");
+    system(1, 1).FindLayerNode(L"立管")->LayerName = L"F-Riser";
+    EXPECT_EQ(GetLayerByVPipeLayer(L"f-riser", L"管径文字", false), L"DIM");
     EXPECT_EQ(GetLayerByPipeLayer(L"J-Pipe", L"立管", false), L"");
 
     int kind = 7;
