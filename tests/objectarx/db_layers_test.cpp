@@ -183,6 +183,7 @@ TEST(DbLayers, KeepNamesFindableThroughRenamingAndErasing) {
         LayerPointer pipe(id, AcDb::kForWrite);
         EXPECT_EQ(pipe->setName(L"0"), Acad::eDuplicateRecordName);
         EXPECT_EQ(pipe->setName(L"A|B"), Acad::eInvalidInput);
+        EXPECT_EQ(pipe->setName(std::wstring(256, L'A').c_str()), Acad::eInvalidInput);
         EXPECT_EQ(pipe->erase(), Acad::eCannotBeErasedByCaller) << "it is the current layer";
         EXPECT_EQ(pipe->setName(L"J-1"), Acad::eOk);
     }

@@ -20,8 +20,11 @@ TableKind kindOfTable(std::uint32_t table) {
     return static_cast<TableKind>(table - qrs::host::kTableIds);
 }
 
+// A drawing with a longer name is one the editor cannot open.
+constexpr std::size_t kLongestName = 255;
+
 bool isSymbolName(const ACHAR* name) {
-    return name && *name && !std::wcspbrk(name, L"<>/\\\":;?*|,=`\n\r");
+    return name && *name && std::wcslen(name) <= kLongestName && !std::wcspbrk(name, L"<>/\\\":;?*|,=`\n\r");
 }
 
 std::vector<std::uint32_t> recordsOf(DatabaseState& state, TableKind kind) {
