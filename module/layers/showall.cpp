@@ -1,5 +1,6 @@
 // Shows every layer, system and object of a drawing again.
 #include <memory>
+#include <vector>
 
 #include "acutads.h"
 #include "axlock.h"
@@ -7,10 +8,10 @@
 #include "frame/startup.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
+#include "PipeSystemTool.h"
 #include "PwxTool.h"
 #include "qrs_pipewire.h"
 #include "rxmfcapi.h"
-#include "standard/holder.h"
 
 using namespace qrs::layers;
 
@@ -27,11 +28,12 @@ void turnAllLayersOn(AcDbDatabase* database) {
 // Built-in systems are shown by type, those that users defined by name.
 void showAllSystems(AcDbDatabase* database) {
     TDbPsConfig* config = GetDwgPsGlobal(database);
-    const qrs::standard::Standard* standard = qrs::standard::currentStandard();
-    if (!config || !standard) return;
-    for (const std::unique_ptr<PipeGroupNode>& group : standard->groups) {
-        for (int i = 0; i < group->GetSystemNum(); ++i) {
-            const std::wstring name = group->FindPipeSystem(i)->PipeName.GetString();
+    if (!config) return;
+    std::vector<PipeClassificationNode> groups;
+    PipeSystemTool::GetPipeSystems(groups, false);
+    for (const PipeClassificationNode& group : groups) {
+        for (const PipeInfoNode& system : group.Systems) {
+            const std::wstring name = system.PipeName.GetString();
             const int type = GetSysType(name);
             if (type == kCustomSysType)
                 config->ShowCustomPipeSystem(name);
