@@ -6,12 +6,14 @@
 #include <string>
 #include <string_view>
 
+#include "host/platform/port.h"
+
 namespace qrs::platform {
 
 // The shortest text that reads back as the same number; a whole one ends in ".0".
 std::string formatReal(double value);
 // The whole text as a number, or nothing.
-std::optional<double> parseReal(std::string_view text);
+QRS_HOST_PORT std::optional<double> parseReal(std::string_view text);
 std::optional<std::int32_t> parseInteger(std::string_view text);
 
 }  // namespace qrs::platform

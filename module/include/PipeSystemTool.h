@@ -259,6 +259,10 @@ QRS_PIPE_PORT AcDbObjectId InitLayer(const CString& systemName, const CString& l
 // to case): pipe systems first, then the groups of other layers. The null id when there is no definition either.
 QRS_PIPE_PORT AcDbObjectId InitLayer(const CString& layerName);
 
+// The linetype of a layer definition, loaded by PwxTool::LoadQdLineType when the drawing lacks it. The null id when there
+// is no definition or the linetype cannot be loaded. Callers are linked against this spelling of the name.
+QRS_PIPE_PORT AcDbObjectId InitLinetyle(const CString& systemName, const CString& layerType);
+
 // The layer of the first group of other layers that has the key (exactly compared), made when missing. *name (which may
 // be null) becomes its layer name. The null id, *name untouched, when no group has the key.
 QRS_PIPE_PORT AcDbObjectId InitIndependentLayer(const CString& layerKey, CString* name = nullptr);

@@ -2,9 +2,11 @@
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "PipeSystemTool.h"
+#include "PwxTool.h"
 #include "qrs_kernal.h"
 #include "standard/holder.h"
 #include "standard/layerlookup.h"
+#include "standard/linetypes.h"
 #include "standard/text.h"
 
 using qrs::standard::currentStandard;
@@ -27,23 +29,14 @@ AcDbDatabase* workingDatabase() {
     return acdbHostApplicationServices()->workingDatabase();
 }
 
-// The drawing's linetype of that name. A drawing that lacks it serves with its continuous one: a layer is worth more
-// than its dashes. The null id when it has neither.
-AcDbObjectId linetypeFor(const CString& name) {
-    AcDbObjectId linetype;
-    const AcDbLinetypeTablePointer table(workingDatabase(), AcDb::kForRead);
-    if (table.openStatus() != Acad::eOk) return linetype;
-    if (table->getAt(name, linetype) != Acad::eOk) linetype = workingDatabase()->continuousLinetype();
-    return linetype;
-}
-
-// A setting that a layer cannot have ("by layer") leaves that of a new layer.
-void setUp(AcDbLayerTableRecord& record, const LayerNode& layer) {
-    record.setName(layer.LayerName);
+// A setting that a layer cannot have ("by layer") leaves that of a new layer. False when the name is none.
+bool setUp(AcDbLayerTableRecord& record, const LayerNode& layer) {
+    if (record.setName(layer.LayerName) != Acad::eOk) return false;
     record.setColor(layer.LayerColor);
     record.setLineWeight(static_cast<AcDb::LineWeight>(layer.LineWeight));
     record.setIsPlottable(layer.CanPlot);
-    record.setLinetypeObjectId(linetypeFor(layer.LineStyle));
+    record.setLinetypeObjectId(qrs::standard::layerLinetype(layer.LineStyle));
+    return true;
 }
 
 LayerNode* currentDefinition(const CString& nameOrKey, const CString& layerType) {
@@ -64,9 +57,10 @@ AcDbObjectId LayerNode::CreateLayer(bool* created) const {
     // The record is destroyed behind the table, and deleted there when the table did not take it.
     AcDbLayerTableRecordPointer record;
     record.create();
-    setUp(*record.object(), *this);
+    // Opened before the linetype is loaded: where the layer cannot be made, the drawing stays as it is.
     const AcDbLayerTablePointer table(workingDatabase(), AcDb::kForWrite);
-    if (table.openStatus() != Acad::eOk || table->add(id, record.object()) != Acad::eOk) return {};
+    if (table.openStatus() != Acad::eOk || !setUp(*record.object(), *this)) return {};
+    if (table->add(id, record.object()) != Acad::eOk) return {};
     if (created != nullptr && id.isValid()) *created = true;
     return id;
 }
@@ -117,6 +111,11 @@ AcDbObjectId InitLayer(const CString& layerName) {
         if (const LayerNode* layer = group->FindLayerNodeByLayerName(layerName)) return layer->CreateLayer();
     }
     return {};
+}
+
+AcDbObjectId InitLinetyle(const CString& systemName, const CString& layerType) {
+    const LayerNode* layer = currentDefinition(systemName, layerType);
+    return layer != nullptr ? PwxTool::LoadQdLineType(layer->LineStyle) : AcDbObjectId();
 }
 
 AcDbObjectId InitIndependentLayer(const CString& layerKey, CString* name) {

@@ -4,8 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "config/dbfrecordset.h"
-#include "standard/text.h"
+#include "standard/tabletext.h"
 
 namespace qrs::standard {
 namespace {
@@ -14,14 +13,6 @@ constexpr double kSameDn = 0.001;
 
 // In DataStore.dbf, the records about materials.
 constexpr std::int32_t kMaterialRecords = 40;
-
-// A text without the padding that the table stores.
-CString trimmedText(CDBFRecordset& table, std::wstring_view field) {
-    std::wstring value;
-    table.GetFieldValue(field, value);
-    CString text = makeText(value);
-    return text.Trim();
-}
 
 double number(CDBFRecordset& table, std::wstring_view field) {
     double value = 0.0;

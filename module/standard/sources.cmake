@@ -6,6 +6,8 @@ set(QRS_STANDARD_SOURCES
     layerdef.cpp
     layerlookup.cpp
     layernode.cpp
+    linetypepattern.cpp
+    linetypes.cpp
     otherlayernode.cpp
     pipegroupnode.cpp
     pipenode.cpp

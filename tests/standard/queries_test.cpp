@@ -267,6 +267,7 @@ TEST_F(Queries, LayersAreMadeOnceAndThenLeftAlone) {
             calls += call.substr(call.find(':') + 2) + " ";
         EXPECT_EQ(calls,
                   "setName(J-Pipe) setColor(J-Pipe, 1, 2, 3) setLineWeight(J-Pipe, 50) setIsPlottable(J-Pipe, 0) "
+                  "FindFile(linetype.dbf) "
                   "setLinetypeObjectId(J-Pipe, Continuous) add(LAYER, J-Pipe) ");
     }
     EXPECT_TRUE(created);
