@@ -54,6 +54,8 @@ struct AcDb {
         kLnWtByLwDefault = -3,
     };
 
+    enum MaintenanceReleaseVersion { kMReleaseCurrent = 0 };
+
     enum DxfCode {
         kDxfInvalid = -9999,
         kDxfStart = 0,
@@ -63,6 +65,7 @@ struct AcDb {
         kDxfLinetypeName = 6,
         kDxfLayerName = 8,
         kDxfColor = 62,
+        kDxfSubclass = 100,
         kDxfRegAppName = 1001,
         kDxfXdAsciiString = 1000,
         kDxfXdControlString = 1002,

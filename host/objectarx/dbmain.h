@@ -26,6 +26,7 @@ class AcDbBlockTable;
 class AcDbDatabase;
 class AcDbDictionary;
 class AcDbDimStyleTable;
+class AcDbDxfFiler;
 class AcDbLayerTable;
 class AcDbLinetypeTable;
 class AcDbRegAppTable;
@@ -85,6 +86,20 @@ class QRS_HOST_PORT AcDbObject : public AcRxObject {
     // The dictionary that belongs to this object; null when it has none.
     AcDbObjectId extensionDictionary() const;
 
+    // What a class that an application brings keeps in drawing files. dxfInFields takes its values from the object's
+    // tags, dxfOutFields hands them out; both call those of their parent first and give filerStatus(). Tags that all
+    // entities share, and extended data, are none of their business. An object is read when one of its getters first
+    // calls assertReadEnabled, and written when it is closed after a setter has called assertWriteEnabled.
+    virtual Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer);
+    virtual Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const;
+    // What getters begin with.
+    void assertReadEnabled() const;
+    // What setters begin with, once they know that the object is open for writing: being wrong about that is a
+    // programmer's error and ends the program.
+    void assertWriteEnabled();
+    // True from assertWriteEnabled on until the object is written.
+    bool isModified() const { return modified_; }
+
   protected:
     AcDbObject();
 
@@ -103,10 +118,13 @@ class QRS_HOST_PORT AcDbObject : public AcRxObject {
     std::uint16_t readers_ = 0;
     bool writer_ = true;
     bool orphan_ = false;  // the drawing was closed while the object was open
+    mutable bool fieldsRead_ = false;
+    bool modified_ = false;
     std::unique_ptr<qrs::host::DetachedTags> own_;
 };
 
-// What can be seen in a drawing.
+// What can be seen in a drawing. A new entity takes the names of its layer and linetype from the working database; the
+// block that takes it over must have them in its own drawing.
 class QRS_HOST_PORT AcDbEntity : public AcDbObject {
   public:
     static AcRxClass* desc();
@@ -119,8 +137,8 @@ class QRS_HOST_PORT AcDbEntity : public AcDbObject {
 
     AcDbObjectId blockId() const { return ownerId(); }
 
-    // The layer's name, as the layer table spells it; as the entity spells it when the table has no such layer.
-    // Released with acutDelString.
+    // The layer's name, as the layer table spells it; as the entity spells it when the table has no such layer. "0" for
+    // a new entity. Released with acutDelString.
     ACHAR* layer() const;
     // Null when the table has no such layer.
     AcDbObjectId layerId() const;

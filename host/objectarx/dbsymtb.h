@@ -381,6 +381,13 @@ class QRS_HOST_PORT AcDbBlockTableRecord : public AcDbSymbolTableRecord {
     // The iterator is deleted by the caller.
     Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& iterator, bool atBeginning = true,
                                   bool skipDeleted = true) const;
+    // Takes over an entity made with new, behind the others; it is then open for writing. A drawing learns of a class
+    // that an application brings by a record of its own. On an error the entity stays the caller's, and the drawing is
+    // as it was: eNotOpenForWrite, eNullObjectPointer, eAlreadyInDb; eInvalidLayer or eKeyNotFound when the drawing
+    // lacks the entity's layer or linetype; eNotApplicable for a class without an rxInit that was called, in a drawing
+    // older than AC1015 for the class of an application, and for a block whose definition the file lacks.
+    Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& outputId, AcDbEntity* entity);
+    Acad::ErrorStatus appendAcDbEntity(AcDbEntity* entity);
     // True for model space and the paper spaces.
     bool isLayout() const;
     bool isAnonymous() const;

@@ -234,12 +234,14 @@ bool DatabaseAccess::save(AcDbDatabase& database, const std::filesystem::path& n
                           platform::Error& error) {
     DatabaseState* state = DatabaseState::of(&database);
     platform::recordCall("AcDbDatabase::save", platform::innerPath(native.filename()));
+    state->writeOpenObjects();
     if (!state->drawing().save(native, keepBackup, error)) return false;
     nameFile(*state, native);
     return true;
 }
 
 std::string DatabaseAccess::bytes(const AcDbDatabase& database) {
+    DatabaseState::of(&database)->writeOpenObjects();
     return DatabaseState::of(&database)->drawing().toBytes();
 }
 

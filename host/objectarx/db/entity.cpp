@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "acutads.h"
+#include "dbapserv.h"
 #include "dbents.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/codepage.h"
@@ -38,10 +39,13 @@ ObjectTags commonTags(dxf::Drawing& drawing, dxf::RecordId record) {
     return whole.has(kLayerCode) ? whole : common;
 }
 
-// Nothing for an entity outside a drawing.
+// Of an entity outside a drawing its own, once something was set.
 ObjectTags commonTags(const AcDbEntity& entity) {
     const DatabaseState* state = DatabaseState::of(entity.database());
-    if (!state) return ObjectTags();
+    if (!state) {
+        qrs::host::DetachedTags* own = DatabaseState::ownTags(entity);
+        return own ? ObjectTags(own) : ObjectTags();
+    }
     return commonTags(state->drawing(), state->recordOf(DatabaseState::recordNumber(entity)));
 }
 
@@ -64,6 +68,12 @@ Adesk::UInt16 indexOf(const ObjectTags& tags) {
     return static_cast<Adesk::UInt16>(index >= 0 && index <= kByLayerIndex ? index : kByLayerIndex);
 }
 
+// The drawing in which an entity's names mean something.
+DatabaseState* stateOf(const AcDbEntity& entity) {
+    AcDbDatabase* database = entity.database();
+    return DatabaseState::of(database ? database : acdbHostApplicationServices()->workingDatabase());
+}
+
 const dxf::Record* recordOf(const AcDbEntity& entity) {
     const DatabaseState* state = DatabaseState::of(entity.database());
     return state ? &state->drawing().record(DatabaseState::recordNumber(entity)) : nullptr;
@@ -83,9 +93,14 @@ AcRxClass* AcDbEntity::isA() const {
 
 template <typename Change>
 Acad::ErrorStatus AcDbEntity::changeCommon(bool doSubents, Change&& change) {
+    if (!database() && !DatabaseState::ownTags(*this)) setOwnTags({&qrs::host::entityFormat(), {}});
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     DatabaseState* state = DatabaseState::of(database());
-    if (!state) return Acad::eNotInDatabase;
+    if (!state) {
+        ObjectTags own = commonTags(*this);
+        change(own);
+        return Acad::eOk;
+    }
     changeParts(state->drawing(), record(), doSubents, [&](dxf::RecordId id) {
         ObjectTags tags = commonTags(state->drawing(), id);
         return change(tags);
@@ -96,35 +111,44 @@ Acad::ErrorStatus AcDbEntity::changeCommon(bool doSubents, Change&& change) {
 // --- layer
 
 AcDbObjectId AcDbEntity::layerId() const {
-    DatabaseState* state = DatabaseState::of(database());
-    return state ? state->idOf(state->layerOf(record())) : AcDbObjectId();
+    DatabaseState* state = stateOf(*this);
+    if (!state) return AcDbObjectId();
+    if (database()) return state->idOf(state->layerOf(record()));
+    return state->idOf(state->tables().find(TableKind::Layer, commonTags(*this).text(kLayerCode, L"0")));
 }
 
 ACHAR* AcDbEntity::layer() const {
     DatabaseState* state = DatabaseState::of(database());
-    if (!state) return newString(L"0");
+    if (!state) return newString(commonTags(*this).text(kLayerCode, L"0"));
     const dxf::RecordId layer = state->layerOf(record());
     if (layer != dxf::kNoRecord) return newString(state->tables().nameOf(layer));
     return newString(commonTags(*this).text(kLayerCode, L"0"));
 }
 
 Acad::ErrorStatus AcDbEntity::setLayer(const ACHAR* newLayer, bool doSubents) {
-    DatabaseState* state = DatabaseState::of(database());
-    if (!state) return Acad::eNotInDatabase;
+    DatabaseState* state = stateOf(*this);
+    if (!state) return Acad::eNoDatabase;
     if (!newLayer) return Acad::eInvalidInput;
     const dxf::RecordId layer = state->tables().find(TableKind::Layer, newLayer);
     return layer == dxf::kNoRecord ? Acad::eKeyNotFound : setLayer(state->idOf(layer), doSubents);
 }
 
 Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId newLayer, bool doSubents) {
-    DatabaseState* state = DatabaseState::of(database());
-    if (!state) return Acad::eNotInDatabase;
+    DatabaseState* state = database() ? DatabaseState::of(database()) : DatabaseState::of(newLayer.database());
+    if (!state) return Acad::eInvalidLayer;
     TableKind kind = TableKind::Block;
     const dxf::RecordId layer = newLayer.recordNumber();
     const bool isLayer = newLayer.databaseNumber() == state->number && newLayer.isValid() && !newLayer.isErased() &&
                          !DatabaseState::isTable(layer) && layer < state->drawing().recordCount() &&
                          state->tables().kindOf(layer, kind) && kind == TableKind::Layer;
     if (!isLayer) return Acad::eInvalidLayer;
+    if (!database()) {
+        const std::wstring name = state->tables().nameOf(layer);
+        return changeCommon(false, [&](ObjectTags& tags) {
+            tags.setText(kLayerCode, name);
+            return true;
+        });
+    }
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     dxf::Drawing& drawing = state->drawing();
     dxf::Tag tag;
@@ -192,6 +216,7 @@ Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool doSubents)
 // --- visibility
 
 AcDb::Visibility AcDbEntity::visibility() const {
+    if (!database()) return commonTags(*this).integer(kVisibilityCode, 0) != 0 ? AcDb::kInvisible : AcDb::kVisible;
     const dxf::Record* record = recordOf(*this);
     return record && (record->flags & dxf::kInvisible) != 0 ? AcDb::kInvisible : AcDb::kVisible;
 }
@@ -214,14 +239,14 @@ ACHAR* AcDbEntity::linetype() const {
 }
 
 AcDbObjectId AcDbEntity::linetypeId() const {
-    DatabaseState* state = DatabaseState::of(database());
+    DatabaseState* state = stateOf(*this);
     if (!state) return AcDbObjectId();
     return state->idOf(state->tables().find(TableKind::Linetype, commonTags(*this).text(kLinetypeCode, L"ByLayer")));
 }
 
 Acad::ErrorStatus AcDbEntity::setLinetype(const ACHAR* newLinetype, bool doSubents) {
-    DatabaseState* state = DatabaseState::of(database());
-    if (!state) return Acad::eNotInDatabase;
+    DatabaseState* state = stateOf(*this);
+    if (!state) return Acad::eNoDatabase;
     if (!newLinetype) return Acad::eInvalidInput;
     // By layer and by block need no record: old drawings have none for them.
     std::wstring name = newLinetype;
@@ -238,8 +263,8 @@ Acad::ErrorStatus AcDbEntity::setLinetype(const ACHAR* newLinetype, bool doSuben
 }
 
 Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId newLinetype, bool doSubents) {
-    DatabaseState* state = DatabaseState::of(database());
-    if (!state) return Acad::eNotInDatabase;
+    DatabaseState* state = stateOf(*this);
+    if (!state) return Acad::eNoDatabase;
     TableKind kind = TableKind::Block;
     const dxf::RecordId linetype = newLinetype.recordNumber();
     if (newLinetype.databaseNumber() != state->number || linetype >= state->drawing().recordCount() ||

@@ -26,13 +26,13 @@ class OpaqueObject : public AcDbObject {
 };
 
 template <class Object>
-AcDbObject* make() {
+AcRxObject* make() {
     return new Object;
 }
 
 struct ClassEntry {
     const char* dxfName;
-    AcDbObject* (*make)();
+    AcRxObject* (*make)();
     AcRxClass* (*desc)();
 };
 
@@ -133,15 +133,32 @@ bool fits(const AcRxClass* rxClass, dxf::RecordKind recordKind) {
     return rxClass->isDerivedFrom(AcDbEntity::desc()) == isEntityKind(recordKind);
 }
 
-}  // namespace
+using KnownKinds = std::map<std::string, ObjectKind, std::less<>>;
 
-const ObjectKind& objectKind(dxf::RecordKind recordKind, std::string_view dxfName) {
-    static std::map<std::pair<bool, std::string>, std::unique_ptr<NamedKind>> named;
-    static std::map<std::string, ObjectKind, std::less<>> known;
+// Libraries bring their classes while the program is still being set up, so this is made when first asked for.
+KnownKinds& knownKinds() {
+    static KnownKinds known;
     if (known.empty()) {
         for (const ClassEntry& entry : kClasses)
             known.emplace(entry.dxfName, ObjectKind{entry.make, entry.desc()});
     }
+    return known;
+}
+
+unsigned& age() {
+    static unsigned value = 0;
+    return value;
+}
+
+}  // namespace
+
+unsigned kindAge() {
+    return age();
+}
+
+const ObjectKind& objectKind(dxf::RecordKind recordKind, std::string_view dxfName) {
+    static std::map<std::pair<bool, std::string>, std::unique_ptr<NamedKind>> named;
+    const KnownKinds& known = knownKinds();
     const auto found = known.find(dxfName);
     if (found != known.end() && fits(found->second.rxClass, recordKind)) return found->second;
     std::unique_ptr<NamedKind>& kind = named[{isEntityKind(recordKind), std::string(dxfName)}];
@@ -184,3 +201,22 @@ const ObjectKind& blockDefinitionKind() {
 }
 
 }  // namespace qrs::host
+
+using qrs::host::ObjectKind;
+
+void acrxRegisterClass(AcRxClass* aClass) {
+    if (!aClass || !aClass->dxfName() || !aClass->pseudoConstructor() || !aClass->isDerivedFrom(AcDbObject::desc()))
+        return;
+    const std::string name = qrs::platform::toUtf8(aClass->dxfName());
+    ++qrs::host::age();
+    qrs::host::knownKinds().try_emplace(name, ObjectKind{aClass->pseudoConstructor(), aClass});
+}
+
+void deleteAcRxClass(AcRxClass* aClass) {
+    if (!aClass || !aClass->dxfName()) return;
+    const auto found = qrs::host::knownKinds().find(qrs::platform::toUtf8(aClass->dxfName()));
+    if (found == qrs::host::knownKinds().end() || found->second.rxClass != aClass || !aClass->pseudoConstructor())
+        return;
+    ++qrs::host::age();
+    qrs::host::knownKinds().erase(found);
+}

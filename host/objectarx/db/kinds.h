@@ -10,13 +10,16 @@
 namespace qrs::host {
 
 struct ObjectKind {
-    AcDbObject* (*make)();
+    // An AcDbObject.
+    AcRxObject* (*make)();
     AcRxClass* rxClass;
 };
 
 // By what the file calls it. Kinds without a C++ class of their own are made as AcDbEntity or AcDbObject; their
-// run-time class bears their name all the same. Lives as long as the program.
+// run-time class bears their name all the same. Good until kindAge() changes.
 const ObjectKind& objectKind(dxf::RecordKind recordKind, std::string_view dxfName);
+// Moves on whenever a class of an application comes or goes.
+unsigned kindAge();
 const ObjectKind& tableKind(TableKind kind);
 const ObjectKind& blockDefinitionKind();
 

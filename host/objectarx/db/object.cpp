@@ -1,5 +1,10 @@
 // Objects, their ids and handles, and how they are opened.
 #include "dbmain.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "dbfiler.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/codepage.h"
 
@@ -90,6 +95,7 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
 Acad::ErrorStatus AcDbObject::downgradeOpen() {
     if (!database_) return Acad::eNotInDatabase;
     if (!writer_) return Acad::eNotOpenForWrite;
+    DatabaseState::writeFields(*this);
     readers_ = 1;
     writer_ = false;
     return Acad::eOk;
@@ -119,6 +125,31 @@ AcDbObjectId AcDbObject::extensionDictionary() const {
         if (inGroup && tag.code == 360) return state->idOf(state->drawing().findHandle(qrs::dxf::toHandle(tag.value)));
     }
     return AcDbObjectId();
+}
+
+// --- values of applications' classes
+
+Acad::ErrorStatus AcDbObject::dxfInFields(AcDbDxfFiler* filer) {
+    return filer ? filer->filerStatus() : Acad::eInvalidInput;
+}
+
+Acad::ErrorStatus AcDbObject::dxfOutFields(AcDbDxfFiler* filer) const {
+    return filer ? filer->filerStatus() : Acad::eInvalidInput;
+}
+
+void AcDbObject::assertReadEnabled() const {
+    DatabaseState* state = DatabaseState::of(database_);
+    // Reading fills in what the object stands for; it does not change it.
+    if (state && !fieldsRead_) state->readFields(const_cast<AcDbObject&>(*this));
+}
+
+void AcDbObject::assertWriteEnabled() {
+    if (!writer_) {
+        std::fprintf(stderr, "an object that is not open for writing was to be changed\n");
+        std::abort();
+    }
+    assertReadEnabled();
+    modified_ = database_ != nullptr;
 }
 
 ObjectTags AcDbObject::tags() const {

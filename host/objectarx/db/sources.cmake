@@ -1,11 +1,14 @@
 # The drawing database.
 list(APPEND objectarx_sources
+    db/append.cpp
     db/blockrecord.cpp
     db/blocks.cpp
     db/color.cpp
     db/database.cpp
     db/dictionary.cpp
     db/entity.cpp
+    db/fields.cpp
+    db/filer.cpp
     db/header.cpp
     db/kinds.cpp
     db/layer.cpp
@@ -15,6 +18,7 @@ list(APPEND objectarx_sources
     db/objecttags.cpp
     db/records.cpp
     db/resbuf.cpp
+    db/sections.cpp
     db/services.cpp
     db/state.cpp
     db/symboltable.cpp

@@ -6,7 +6,9 @@
 
 #include "acutads.h"
 #include "dbapserv.h"
+#include "dbfiler.h"
 #include "dbsymtb.h"
+#include "host/objectarx/db/fields.h"
 #include "host/objectarx/db/kinds.h"
 #include "host/platform/codepage.h"
 
@@ -149,6 +151,8 @@ const ObjectKind& DatabaseState::kindOf(std::uint32_t object) {
     if (!isEntity && blocks_->byId(object)) return blockDefinitionKind();
     const dxf::Record& entry = drawing_->record(object);
     if (!isEntity) return objectKind(entry.kind, drawing_->typeName(entry.type));
+    if (kindAge_ != kindAge()) entityKinds_.clear();
+    kindAge_ = kindAge();
     if (entry.type >= entityKinds_.size()) entityKinds_.resize(entry.type + std::size_t{1}, nullptr);
     const ObjectKind*& kind = entityKinds_[entry.type];
     if (!kind) kind = &objectKind(entry.kind, drawing_->typeName(entry.type));
@@ -194,7 +198,7 @@ Acad::ErrorStatus DatabaseState::open(AcDbObject*& object, std::uint32_t record,
         if (status == Acad::eOk) object = place->second;
         return status;
     }
-    std::unique_ptr<AcDbObject> made(kindOf(record).make());
+    std::unique_ptr<AcDbObject> made(static_cast<AcDbObject*>(kindOf(record).make()));
     made->own_.reset();
     made->writer_ = false;
     made->database_ = &database;
@@ -210,6 +214,7 @@ Acad::ErrorStatus DatabaseState::close(AcDbObject& object) {
         return Acad::eNoDatabase;
     }
     if (!object.database_) return Acad::eNotInDatabase;
+    writeFields(object);
     if (object.writer_)
         object.writer_ = false;
     else
@@ -223,7 +228,30 @@ void DatabaseState::adopt(AcDbObject& object, std::uint32_t record) {
     object.database_ = &database;
     object.record_ = record;
     object.writer_ = true;
+    object.fieldsRead_ = true;
+    object.modified_ = false;
     open_[record] = &object;
+}
+
+// What an object lacks, or has wrong, it answers with what a new one has.
+void DatabaseState::readFields(AcDbObject& object) {
+    object.fieldsRead_ = true;
+    AcDbDxfFiler filer(std::make_unique<FieldFiler>(*this, recordOf(object.record_)));
+    object.dxfInFields(&filer);
+}
+
+void DatabaseState::writeFields(AcDbObject& object) {
+    DatabaseState* state = of(object.database_);
+    if (!state || !object.modified_) return;
+    object.modified_ = false;
+    AcDbDxfFiler filer(std::make_unique<FieldFiler>(*state, state->recordOf(object.record_)));
+    object.dxfOutFields(&filer);
+    filer.state_->merge();
+}
+
+void DatabaseState::writeOpenObjects() {
+    for (const auto& [record, object] : open_)
+        writeFields(*object);
 }
 
 void DatabaseState::forget(AcDbObject& object) {

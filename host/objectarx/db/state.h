@@ -63,6 +63,12 @@ class DatabaseState {
     // A new object becomes the record's, open for writing.
     void adopt(AcDbObject& object, std::uint32_t record);
     static void forget(AcDbObject& object);
+    // Puts a new entity behind the others of a block.
+    Acad::ErrorStatus append(AcDbEntity& entity, std::uint32_t blockId);
+    // The values of classes that applications bring, from the object's tags, and into them when it was modified.
+    void readFields(AcDbObject& object);
+    static void writeFields(AcDbObject& object);
+    void writeOpenObjects();
     AcRxClass* classOf(std::uint32_t object);
     // The tags of an object outside any drawing; null for others.
     static DetachedTags* ownTags(const AcDbObject& object) { return object.own_.get(); }
@@ -76,6 +82,7 @@ class DatabaseState {
     const ObjectKind& kindOf(std::uint32_t object);
     static Acad::ErrorStatus addOpening(AcDbObject& object, AcDb::OpenMode mode);
     Acad::ErrorStatus bringBack(std::uint32_t object);
+    Acad::ErrorStatus commonTags(const AcDbEntity& entity, const Block& block, std::vector<dxf::NewTag>& tags) const;
     void gatherBlock(const Block& block, std::vector<dxf::RecordId>& leaving) const;
     void gatherExtension(dxf::RecordId record, std::vector<dxf::RecordId>& leaving) const;
 
@@ -86,7 +93,8 @@ class DatabaseState {
     std::unordered_map<std::uint32_t, std::vector<dxf::RecordId>> erasedWith_;  // what left the drawing with an object
     std::vector<dxf::RecordId> layerByName_;                                    // by NameId
     unsigned layerAge_ = 0;
-    std::vector<const ObjectKind*> entityKinds_;  // by type
+    std::vector<const ObjectKind*> entityKinds_;  // by type, as of kindAge_
+    unsigned kindAge_ = 0;
 };
 
 // The dictionary all others lie under; kNoRecord when the drawing has none.

@@ -1,0 +1,322 @@
+// Pipes, their nodes and attachments.
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include "dbsymtb.h"
+#include "entities/fieldrow.h"
+#include "qrs_pipeentity.h"
+
+using qrs::suite::FieldRow;
+using qrs::suite::readRows;
+using qrs::suite::row;
+using qrs::suite::writeRows;
+
+ACRX_DEFINE_MEMBERS(TDbPipePrototype, AcDbEntity)
+ACRX_DXF_DEFINE_MEMBERS(TDbPipe, TDbPipePrototype, AcDb::kDHL_CURRENT, AcDb::kMReleaseCurrent, 0, QRS_PIPE,
+                        "qrs_pipewire")
+ACRX_DXF_DEFINE_MEMBERS(TDbPipeNode, AcDbEntity, AcDb::kDHL_CURRENT, AcDb::kMReleaseCurrent, 0, QRS_PIPENODE,
+                        "qrs_pipewire")
+ACRX_DXF_DEFINE_MEMBERS(TDbPipeAttachment, AcDbEntity, AcDb::kDHL_CURRENT, AcDb::kMReleaseCurrent, 0,
+                        QRS_PIPEATTACHMENT, "qrs_pipewire")
+
+namespace {
+
+constexpr const ACHAR* kPrototypeMark = L"TDbPipePrototype";
+constexpr const ACHAR* kPipeMark = L"TDbPipe";
+constexpr const ACHAR* kNodeMark = L"TDbPipeNode";
+constexpr const ACHAR* kAttachmentMark = L"TDbPipeAttachment";
+
+using Prototype = TDbPipePrototype::Values;
+const FieldRow<Prototype> kPrototypeRows[] = {
+    row<Prototype, &Prototype::systemName>(1),
+    {90, [](Prototype& values, const resbuf& item) { values.sysType = item.resval.rlong; },
+     [](const Prototype& values, AcDbDxfFiler& filer, Adesk::Int16 code) { filer.writeInt32(code, values.sysType); }},
+    row<Prototype, &Prototype::attachments>(330),
+};
+
+// A curve whose end is missing ends where it starts.
+struct PipeTags {
+    TDbPipe::Values values;
+    bool hasEnd = false;
+};
+
+template <auto Member>
+constexpr FieldRow<PipeTags> idRow(Adesk::Int16 code) {
+    return {code, [](PipeTags& tags, const resbuf& item) { tags.values.*Member = qrs::suite::objectOf(item); },
+            [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 itsCode) {
+                filer.writeObjectId(itsCode, tags.values.*Member);
+            }};
+}
+
+const FieldRow<PipeTags> kPipeRows[] = {
+    {70, [](PipeTags& tags, const resbuf& item) { tags.values.curve.kind = item.resval.rint; },
+     [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
+         filer.writeInt16(code, static_cast<Adesk::Int16>(tags.values.curve.kind));
+     }},
+    {10, [](PipeTags& tags, const resbuf& item) { qrs::suite::take(tags.values.curve.start, item); },
+     [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
+         filer.writePoint3d(code, tags.values.curve.start);
+     }},
+    {11,
+     [](PipeTags& tags, const resbuf& item) {
+         qrs::suite::take(tags.values.curve.end, item);
+         tags.hasEnd = true;
+     },
+     [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
+         filer.writePoint3d(code, tags.values.curve.end);
+     }},
+    {42, [](PipeTags& tags, const resbuf& item) { tags.values.curve.bulge = item.resval.rreal; },
+     [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
+         const TPipeCurve& curve = tags.values.curve;
+         if (curve.kind == TPipeCurve::kArc || curve.bulge != 0.0) filer.writeDouble(code, curve.bulge);
+     }},
+    idRow<&TDbPipe::Values::dimLayer>(340),
+    idRow<&TDbPipe::Values::arrowLayer>(341),
+    idRow<&TDbPipe::Values::startNode>(331),
+    idRow<&TDbPipe::Values::endNode>(332),
+};
+
+const FieldRow<TDbPipeNode::Values> kNodeRows[] = {row<TDbPipeNode::Values, &TDbPipeNode::Values::position>(10)};
+const FieldRow<TDbPipeAttachment::Values> kAttachmentRows[] = {
+    row<TDbPipeAttachment::Values, &TDbPipeAttachment::Values::position>(10)};
+
+bool isFinite(const AcGePoint3d& point) {
+    return std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.z);
+}
+
+bool isAlive(AcDbObjectId id, const AcRxClass* rxClass) {
+    const AcRxClass* itsClass = id.isValid() && !id.isErased() ? id.objectClass() : nullptr;
+    return itsClass && itsClass->isDerivedFrom(rxClass);
+}
+
+// The id when it is an object of the class, else null.
+AcDbObjectId aliveOrNull(AcDbObjectId id, const AcRxClass* rxClass) {
+    return isAlive(id, rxClass) ? id : AcDbObjectId();
+}
+
+// Gives a value of an open entity another content.
+template <class Value>
+Acad::ErrorStatus change(AcDbObject& object, Value& value, const Value& content) {
+    if (!object.isWriteEnabled()) return Acad::eNotOpenForWrite;
+    object.assertWriteEnabled();
+    value = content;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus changeId(AcDbObject& object, AcDbObjectId& value, AcDbObjectId content, const AcRxClass* rxClass,
+                           Acad::ErrorStatus otherwise) {
+    if (!content.isNull() && !isAlive(content, rxClass)) return otherwise;
+    return change(object, value, content);
+}
+
+}  // namespace
+
+// --- curves
+
+TPipeCurve TPipeCurve::Line(const AcGePoint3d& start, const AcGePoint3d& end) {
+    TPipeCurve curve;
+    curve.start = start;
+    curve.end = end;
+    return curve;
+}
+
+TPipeCurve TPipeCurve::Arc(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) {
+    TPipeCurve curve = Line(start, end);
+    curve.kind = kArc;
+    curve.bulge = bulge;
+    return curve;
+}
+
+double TPipeCurve::Length() const {
+    const double chord = start.distanceTo(end);
+    if (kind != kArc || bulge == 0.0) return chord;
+    const double angle = 4.0 * std::atan(std::fabs(bulge));
+    return chord / (2.0 * std::sin(angle / 2.0)) * angle;
+}
+
+bool TPipeCurve::operator==(const TPipeCurve& other) const {
+    const auto same = [](const AcGePoint3d& a, const AcGePoint3d& b) { return a.x == b.x && a.y == b.y && a.z == b.z; };
+    return kind == other.kind && same(start, other.start) && same(end, other.end) && (IsLine() || bulge == other.bulge);
+}
+
+// --- what pipes share
+
+std::wstring TDbPipePrototype::GetPipeSystemName() const {
+    assertReadEnabled();
+    return values_.systemName;
+}
+
+Acad::ErrorStatus TDbPipePrototype::SetPipeSystemName(const std::wstring& name) {
+    return change(*this, values_.systemName, name);
+}
+
+int TDbPipePrototype::GetPipeSysType() const {
+    assertReadEnabled();
+    return values_.sysType;
+}
+
+Acad::ErrorStatus TDbPipePrototype::SetPipeSysType(int sysType) {
+    return change(*this, values_.sysType, sysType);
+}
+
+void TDbPipePrototype::GetAttachments(AcDbObjectIdArray& out) const {
+    assertReadEnabled();
+    out.removeAll();
+    std::set<AcDbObjectId> seen;
+    for (const AcDbObjectId& id : values_.attachments)
+        if (isAlive(id, TDbPipeAttachment::desc()) && seen.insert(id).second) out.append(id);
+}
+
+Acad::ErrorStatus TDbPipePrototype::AddAttachment(AcDbObjectId attachment) {
+    if (!isAlive(attachment, TDbPipeAttachment::desc())) return Acad::eWrongObjectType;
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    AcDbObjectIdArray present;
+    GetAttachments(present);
+    if (present.contains(attachment)) return Acad::eDuplicateKey;
+    assertWriteEnabled();
+    values_.attachments.push_back(attachment);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus TDbPipePrototype::RemoveAttachment(AcDbObjectId attachment) {
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    assertReadEnabled();
+    std::vector<AcDbObjectId>& ids = values_.attachments;
+    if (std::find(ids.begin(), ids.end(), attachment) == ids.end()) return Acad::eKeyNotFound;
+    assertWriteEnabled();
+    ids.erase(std::remove(ids.begin(), ids.end(), attachment), ids.end());
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus TDbPipePrototype::dxfInFields(AcDbDxfFiler* filer) {
+    if (const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
+    readRows(*filer, kPrototypeMark, kPrototypeRows, values_);
+    return filer->filerStatus();
+}
+
+Acad::ErrorStatus TDbPipePrototype::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    writeRows(*filer, kPrototypeMark, kPrototypeRows, values_);
+    return filer->filerStatus();
+}
+
+// --- pipes
+
+TPipeCurve TDbPipe::GetCurve() const {
+    assertReadEnabled();
+    return values_.curve;
+}
+
+Acad::ErrorStatus TDbPipe::SetCurve(const TPipeCurve& curve) {
+    if (!isFinite(curve.start) || !isFinite(curve.end) || !std::isfinite(curve.bulge)) return Acad::eInvalidInput;
+    if (curve.kind < INT16_MIN || curve.kind > INT16_MAX) return Acad::eInvalidInput;
+    return change(*this, values_.curve, curve);
+}
+
+AcDbObjectId TDbPipe::GetDimLayerId() const {
+    assertReadEnabled();
+    return aliveOrNull(values_.dimLayer, AcDbLayerTableRecord::desc());
+}
+
+Acad::ErrorStatus TDbPipe::SetDimLayerId(AcDbObjectId layer) {
+    return changeId(*this, values_.dimLayer, layer, AcDbLayerTableRecord::desc(), Acad::eInvalidLayer);
+}
+
+AcDbObjectId TDbPipe::GetArrowLayerId() const {
+    assertReadEnabled();
+    return aliveOrNull(values_.arrowLayer, AcDbLayerTableRecord::desc());
+}
+
+Acad::ErrorStatus TDbPipe::SetArrowLayerId(AcDbObjectId layer) {
+    return changeId(*this, values_.arrowLayer, layer, AcDbLayerTableRecord::desc(), Acad::eInvalidLayer);
+}
+
+AcDbObjectId TDbPipe::GetStartNode() const {
+    assertReadEnabled();
+    return aliveOrNull(values_.startNode, TDbPipeNode::desc());
+}
+
+Acad::ErrorStatus TDbPipe::SetStartNode(AcDbObjectId node) {
+    return changeId(*this, values_.startNode, node, TDbPipeNode::desc(), Acad::eWrongObjectType);
+}
+
+AcDbObjectId TDbPipe::GetEndNode() const {
+    assertReadEnabled();
+    return aliveOrNull(values_.endNode, TDbPipeNode::desc());
+}
+
+Acad::ErrorStatus TDbPipe::SetEndNode(AcDbObjectId node) {
+    return changeId(*this, values_.endNode, node, TDbPipeNode::desc(), Acad::eWrongObjectType);
+}
+
+Acad::ErrorStatus TDbPipe::dxfInFields(AcDbDxfFiler* filer) {
+    if (const Acad::ErrorStatus status = TDbPipePrototype::dxfInFields(filer); status != Acad::eOk) return status;
+    PipeTags tags;
+    readRows(*filer, kPipeMark, kPipeRows, tags);
+    if (!tags.hasEnd) tags.values.curve.end = tags.values.curve.start;
+    values_ = tags.values;
+    return filer->filerStatus();
+}
+
+Acad::ErrorStatus TDbPipe::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const Acad::ErrorStatus status = TDbPipePrototype::dxfOutFields(filer); status != Acad::eOk) return status;
+    writeRows(*filer, kPipeMark, kPipeRows, PipeTags{values_, true});
+    return filer->filerStatus();
+}
+
+// --- nodes and attachments
+
+AcGePoint3d TDbPipeNode::GetPosition() const {
+    assertReadEnabled();
+    return values_.position;
+}
+
+Acad::ErrorStatus TDbPipeNode::SetPosition(const AcGePoint3d& position) {
+    return isFinite(position) ? change(*this, values_.position, position) : Acad::eInvalidInput;
+}
+
+Acad::ErrorStatus TDbPipeNode::dxfInFields(AcDbDxfFiler* filer) {
+    if (const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
+    readRows(*filer, kNodeMark, kNodeRows, values_);
+    return filer->filerStatus();
+}
+
+Acad::ErrorStatus TDbPipeNode::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    writeRows(*filer, kNodeMark, kNodeRows, values_);
+    return filer->filerStatus();
+}
+
+AcGePoint3d TDbPipeAttachment::GetPosition() const {
+    assertReadEnabled();
+    return values_.position;
+}
+
+Acad::ErrorStatus TDbPipeAttachment::SetPosition(const AcGePoint3d& position) {
+    return isFinite(position) ? change(*this, values_.position, position) : Acad::eInvalidInput;
+}
+
+Acad::ErrorStatus TDbPipeAttachment::dxfInFields(AcDbDxfFiler* filer) {
+    if (const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
+    readRows(*filer, kAttachmentMark, kAttachmentRows, values_);
+    return filer->filerStatus();
+}
+
+Acad::ErrorStatus TDbPipeAttachment::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    writeRows(*filer, kAttachmentMark, kAttachmentRows, values_);
+    return filer->filerStatus();
+}
+
+namespace {
+
+// Drawings that hold such entities are read before any module asks for them.
+const bool kRegistered = [] {
+    for (void (*const registerClass)() : {TDbPipe::rxInit, TDbPipeNode::rxInit, TDbPipeAttachment::rxInit})
+        registerClass();
+    acrxBuildClassHierarchy();
+    return true;
+}();
+
+}  // namespace

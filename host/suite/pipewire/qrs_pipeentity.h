@@ -1,0 +1,234 @@
+// Stand-in for the suite's closed pipe library: pipes, what belongs to them, and vertical sections, as entities of the
+// drawing. How they lie in drawing files is told in docs/pipe-entities.md.
+//
+//     auto* pipe = new TDbPipe;
+//     pipe->SetCurve(TPipeCurve::Line({0, 0, 0}, {3000, 0, 0}));
+//     pipe->SetPipeSystemName(L"生活给水");
+//     AcDbBlockTableRecordPointer modelSpace(ACDB_MODEL_SPACE, database, AcDb::kForWrite);
+//     if (modelSpace->appendAcDbEntity(pipe) == Acad::eOk) pipe->close();   // eNotApplicable in drawings before AC1015
+//     else delete pipe;
+//
+// Setters need the entity open for writing (eNotOpenForWrite), as a new one is. An entity that a drawing file holds
+// damaged answers with what a new one has; ids of objects that are gone are not handed out. Lengths are in drawing
+// units.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "dbmain.h"
+#include "gepnt3d.h"
+#include "host/platform/port.h"
+
+// The path of a pipe: a straight line segment, or an arc parallel to the XY plane.
+struct QRS_HOST_PORT TPipeCurve {
+    enum Kind { kLine = 0, kArc = 1 };
+
+    static TPipeCurve Line(const AcGePoint3d& start, const AcGePoint3d& end);
+    // bulge: the tangent of a quarter of the arc's angle, positive where it runs counterclockwise from start to end; 1
+    // is a half circle.
+    static TPipeCurve Arc(const AcGePoint3d& start, const AcGePoint3d& end, double bulge);
+
+    bool IsLine() const { return kind == kLine; }
+    // Along the curve; of a kind that is not known, the distance of its ends.
+    double Length() const;
+    bool operator==(const TPipeCurve& other) const;
+    bool operator!=(const TPipeCurve& other) const { return !(*this == other); }
+
+    int kind = kLine;  // a drawing may have other numbers: curves that are no line, known by their ends alone
+    AcGePoint3d start;
+    AcGePoint3d end;
+    double bulge = 0.0;  // of an arc
+};
+
+// What pipes of every form share.
+class QRS_HOST_PORT TDbPipePrototype : public AcDbEntity {
+  public:
+    ACRX_DECLARE_MEMBERS(TDbPipePrototype)
+
+    // The name the pipe itself bears; empty when it reports none, as pipes of built-in systems may.
+    std::wstring GetPipeSystemName() const;
+    Acad::ErrorStatus SetPipeSystemName(const std::wstring& name);
+    // The type code of its system (GetSysType); kCustomSysType for a new pipe.
+    int GetPipeSysType() const;
+    Acad::ErrorStatus SetPipeSysType(int sysType);
+
+    // The diameter text, arrows, valves and the like that follow the pipe, each once. out is replaced.
+    void GetAttachments(AcDbObjectIdArray& out) const;
+    // eWrongObjectType unless the id is a TDbPipeAttachment of an open drawing; eDuplicateKey when the pipe has it.
+    Acad::ErrorStatus AddAttachment(AcDbObjectId attachment);
+    // eKeyNotFound when the pipe does not have it.
+    Acad::ErrorStatus RemoveAttachment(AcDbObjectId attachment);
+
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+    // As drawing files hold them.
+    struct Values {
+        std::wstring systemName;
+        int sysType = 0;
+        std::vector<AcDbObjectId> attachments;
+    };
+
+  protected:
+    TDbPipePrototype() = default;
+
+  private:
+    Values values_;
+};
+
+// A pipe drawn as one line.
+class QRS_HOST_PORT TDbPipe : public TDbPipePrototype {
+  public:
+    ACRX_DECLARE_MEMBERS(TDbPipe)
+    TDbPipe() = default;
+
+    // A new pipe is a line of no length at the origin.
+    TPipeCurve GetCurve() const;
+    // eInvalidInput for coordinates or a bulge that are no finite numbers, and a kind of more than 16 bits.
+    Acad::ErrorStatus SetCurve(const TPipeCurve& curve);
+    AcGePoint3d GetStartPoint() const { return GetCurve().start; }
+    AcGePoint3d GetEndPoint() const { return GetCurve().end; }
+
+    // The layers that its diameter text and its flow arrows are drawn on; null when none is set. Setters take a layer
+    // of an open drawing, or null (eInvalidLayer otherwise).
+    AcDbObjectId GetDimLayerId() const;
+    Acad::ErrorStatus SetDimLayerId(AcDbObjectId layer);
+    AcDbObjectId GetArrowLayerId() const;
+    Acad::ErrorStatus SetArrowLayerId(AcDbObjectId layer);
+
+    // The nodes at its ends; null where there is none. Setters take a TDbPipeNode of an open drawing, or null
+    // (eWrongObjectType otherwise).
+    AcDbObjectId GetStartNode() const;
+    Acad::ErrorStatus SetStartNode(AcDbObjectId node);
+    AcDbObjectId GetEndNode() const;
+    Acad::ErrorStatus SetEndNode(AcDbObjectId node);
+
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+    // As drawing files hold them.
+    struct Values {
+        TPipeCurve curve;
+        AcDbObjectId dimLayer;
+        AcDbObjectId arrowLayer;
+        AcDbObjectId startNode;
+        AcDbObjectId endNode;
+    };
+
+  private:
+    Values values_;
+};
+
+// Where pipes meet or end: a well, a piece of equipment, a fitting.
+class QRS_HOST_PORT TDbPipeNode : public AcDbEntity {
+  public:
+    ACRX_DECLARE_MEMBERS(TDbPipeNode)
+    TDbPipeNode() = default;
+
+    virtual AcGePoint3d GetPosition() const;
+    // eInvalidInput for coordinates that are no finite numbers.
+    Acad::ErrorStatus SetPosition(const AcGePoint3d& position);
+
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+    // As drawing files hold them.
+    struct Values {
+        AcGePoint3d position;
+    };
+
+  private:
+    Values values_;
+};
+
+// What follows a pipe: a diameter text, an arrow, a valve.
+class QRS_HOST_PORT TDbPipeAttachment : public AcDbEntity {
+  public:
+    ACRX_DECLARE_MEMBERS(TDbPipeAttachment)
+    TDbPipeAttachment() = default;
+
+    AcGePoint3d GetPosition() const;
+    // eInvalidInput for coordinates that are no finite numbers.
+    Acad::ErrorStatus SetPosition(const AcGePoint3d& position);
+
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+    // As drawing files hold them.
+    struct Values {
+        AcGePoint3d position;
+    };
+
+  private:
+    Values values_;
+};
+
+// A list of named fields, each of which holds a flag. Names are compared exactly, and keep the order they came in.
+class QRS_HOST_PORT TEntityFields {
+  public:
+    struct Field {
+        std::wstring name;
+        bool flag = false;
+    };
+
+    // The field of that name; null when there is none. Good until a field is added.
+    const Field* Find(std::wstring_view name) const;
+    // Adds the field when there is none of that name.
+    void Set(std::wstring_view name, bool flag);
+    const std::vector<Field>& All() const { return fields_; }
+
+  private:
+    std::vector<Field> fields_;
+    std::map<std::wstring, std::size_t, std::less<>> places_;  // by name
+};
+
+// What drawings of vertical sections share: which pipe systems' pipes are shown where they cross the section. Flags are
+// kept by the system's name and by its type code; neither follows the other.
+class QRS_HOST_PORT TDbSectionDrawing : public AcDbEntity {
+  public:
+    ACRX_DECLARE_MEMBERS(TDbSectionDrawing)
+
+    // The flags by system name.
+    const TEntityFields& GetFields() const;
+    // False when no flag was set under the name, or the type code.
+    bool GetCrossPipeFlag(const std::wstring& systemName) const;
+    bool GetCrossPipeFlag(int sysType) const;
+    Acad::ErrorStatus SetCrossPipeFlag(const std::wstring& systemName, bool show);
+    Acad::ErrorStatus SetCrossPipeFlag(int sysType, bool show);
+
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+    // As drawing files hold them.
+    struct Values {
+        TEntityFields fields;
+        std::map<int, bool> flagsByType;
+        // While reading: the name and the type whose flags may come next.
+        std::wstring lastName;
+        int lastType = 0;
+    };
+
+  protected:
+    TDbSectionDrawing() = default;
+
+  private:
+    Values values_;
+};
+
+// The vertical section of a drain.
+class QRS_HOST_PORT TDbVerticalSection : public TDbSectionDrawing {
+  public:
+    ACRX_DECLARE_MEMBERS(TDbVerticalSection)
+    TDbVerticalSection() = default;
+};
+
+// The vertical section of a supply pipe.
+class QRS_HOST_PORT TDbVerticalSectionFeed : public TDbSectionDrawing {
+  public:
+    ACRX_DECLARE_MEMBERS(TDbVerticalSectionFeed)
+    TDbVerticalSectionFeed() = default;
+};
