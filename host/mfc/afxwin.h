@@ -40,6 +40,9 @@ class QRS_HOST_PORT CWnd : public CObject {
     virtual void PostNcDestroy() {}
 };
 
+// The inside of a frame, where a document is shown.
+class QRS_HOST_PORT CView : public CWnd {};
+
 // A frame; as the framework has it, it is made by new and deletes itself when its window goes.
 class QRS_HOST_PORT CFrameWnd : public CWnd {
   protected:

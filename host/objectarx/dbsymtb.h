@@ -27,7 +27,8 @@ class QRS_HOST_PORT AcDbSymbolTableRecord : public AcDbObject {
     Acad::ErrorStatus getName(const ACHAR*& name) const;
     // eInvalidInput for an empty name or one with characters that names may not hold; eDuplicateRecordName when another
     // record of the table has it; eNotApplicable for a record of a drawing whose entities refer to it by name and are
-    // not followed up (all but layers). Renaming a layer takes everything on it along; "0" keeps its name.
+    // not followed up (all but layers; but all except blocks may change the case of their name). Renaming a layer takes
+    // everything on it along; "0" keeps its name.
     Acad::ErrorStatus setName(const ACHAR* name);
 
   protected:
@@ -278,19 +279,35 @@ class QRS_HOST_PORT AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
     // No fixed height, width factor 1, upright, font file "txt".
     AcDbTextStyleTableRecord();
 
-    // Font files. Released with acutDelString.
+    // Font files. Released with acutDelString. A typeface (see setFont) stays when the file's name is the typeface
+    // itself, or the outline font file ("arial.ttf") that the style names already; any other file takes its place.
     Acad::ErrorStatus fileName(ACHAR*& name) const;
     Acad::ErrorStatus setFileName(const ACHAR* name);
     Acad::ErrorStatus bigFontFileName(ACHAR*& name) const;
     Acad::ErrorStatus setBigFontFileName(const ACHAR* name);
+
+    // The typeface of an outline font, which is drawn in place of the font files, with its character set (134: Chinese
+    // in GB2312) and its pitch and family as the Windows interface numbers them, 0 to 255 each. The typeface is
+    // released with acutDelString; it is empty, and the rest false and 0, in a style that has none.
+    Acad::ErrorStatus font(ACHAR*& typeface, bool& bold, bool& italic, int& charset, int& pitchAndFamily) const;
+    // An empty typeface takes the present one away. It is kept as extended data of the application "ACAD", which is
+    // registered when it is not. eNotApplicable in a drawing older than AC1012; a new record loses its typeface when
+    // such a drawing takes it.
+    Acad::ErrorStatus setFont(const ACHAR* typeface, bool bold, bool italic, int charset, int pitchAndFamily);
+
     // Fixed height in drawing units, 0 when the height is asked for.
     double textSize() const;
     Acad::ErrorStatus setTextSize(double size);
     double xScale() const;
+    // eInvalidInput unless positive.
     Acad::ErrorStatus setXScale(double factor);
     // Radians.
     double obliquingAngle() const;
     Acad::ErrorStatus setObliquingAngle(double angle);
+
+  private:
+    std::wstring typeface() const;
+    std::wstring recordedName() const;
 };
 
 using AcDbTextStyleTableIterator = AcDbTypedTableIterator<AcDbTextStyleTableRecord>;

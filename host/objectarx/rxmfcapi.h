@@ -15,6 +15,8 @@ QRS_HOST_PORT BOOL acedRemoveFilterWinMsg(const AcedFilterWinMsgFn filter);
 
 // Null: this editor has no window of its own.
 QRS_HOST_PORT CMDIFrameWnd* acedGetAcadFrame();
+// The window the current drawing is shown in. Null: nothing is shown.
+QRS_HOST_PORT CView* acedGetAcadDwgView();
 
 QRS_HOST_PORT void acedUpdateDisplay();
 

@@ -25,6 +25,7 @@
 #include "PipeNodes.h"
 #include "pipeport.h"
 #include "qrs_list.h"
+#include "TextStyleTool.h"
 
 // Settings held with the standard; CmdConfig.xml gives their values at start.
 extern QRS_PIPE_PORT Adesk::Int32 g_bLayerAutoGrouping;  // not 0: layers are grouped automatically

@@ -3,11 +3,19 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "host/platform/files.h"
 #include "qrs_kernal.h"
+#include "standard/fontlist.h"
+#include "standard/text.h"
+
+using qrs::standard::equalNoCase;
+using qrs::standard::WindowsFont;
+using qrs::standard::windowsFonts;
 
 namespace {
 
@@ -33,7 +41,8 @@ const Kind kinds[] = {{"shape", &ShxFonts::shape}, {"unifo", &ShxFonts::shape}, 
 Names* listFor(const std::wstring& path, ShxFonts& fonts) {
     std::string content;
     qrs::platform::Error error;
-    if (!qrs::platform::readFile(qrs::platform::nativePath(path), content, error) || content.size() < headerSize)
+    if (!qrs::platform::readFileStart(qrs::platform::nativePath(path), headerSize, content, error) ||
+        content.size() < headerSize)
         return nullptr;
     std::string word = content.substr(kindPosition, kindLength);
     for (char& character : word)
@@ -57,6 +66,15 @@ ShxFonts scanSearchPath() {
     return fonts;
 }
 
+// The scripts of the fonts that are meant.
+template <typename Predicate>
+void collectScripts(bool enumerateAgain, Names& scripts, Predicate&& isMeant) {
+    std::set<CString> found;
+    for (const WindowsFont& font : windowsFonts(enumerateAgain))
+        if (isMeant(font)) found.insert(CString(font.script).MakeUpper());
+    scripts.assign(found.begin(), found.end());
+}
+
 }  // namespace
 
 void FontTool::GetShxFont(std::vector<CString>& shapeFonts, std::vector<CString>& bigFonts, bool rescan) {
@@ -64,4 +82,30 @@ void FontTool::GetShxFont(std::vector<CString>& shapeFonts, std::vector<CString>
     if (rescan || !fonts) fonts = scanSearchPath();
     shapeFonts = fonts->shape;
     bigFonts = fonts->big;
+}
+
+void FontTool::GetWinFont(const CString& script, std::vector<CString>& faces, bool enumerateAgain) {
+    Names found;
+    for (const WindowsFont& font : windowsFonts(enumerateAgain))
+        if (equalNoCase(font.script, script)) found.push_back(font.face);
+    faces = std::move(found);
+}
+
+void FontTool::GetFontEncoded(const CString& face, std::vector<CString>& scripts, bool enumerateAgain) {
+    collectScripts(enumerateAgain, scripts, [&face](const WindowsFont& font) { return equalNoCase(font.face, face); });
+}
+
+void FontTool::GetFontEncoded(std::vector<CString>& scripts, bool enumerateAgain) {
+    collectScripts(enumerateAgain, scripts, [](const WindowsFont&) { return true; });
+}
+
+bool FontTool::IsWinFont(const CString& face, const CString& script, int* charset, int* pitchAndFamily,
+                         bool enumerateAgain) {
+    for (const WindowsFont& font : windowsFonts(enumerateAgain)) {
+        if (font.face != face || !equalNoCase(font.script, script)) continue;
+        if (charset != nullptr) *charset = font.charset;
+        if (pitchAndFamily != nullptr) *pitchAndFamily = font.pitchAndFamily;
+        return true;
+    }
+    return false;
 }

@@ -1,5 +1,6 @@
 # Sources of the standard; included where the target qrs_pipeSystem_objects is made.
 set(QRS_STANDARD_SOURCES
+    fontlist.cpp
     holder.cpp
     itemtree.cpp
     layercreation.cpp
@@ -20,6 +21,7 @@ set(QRS_STANDARD_SOURCES
     standardwriter.cpp
     startup.cpp
     text.cpp
+    textstyles.cpp
     tool.cpp
     values.cpp)
 

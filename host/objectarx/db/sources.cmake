@@ -24,4 +24,5 @@ list(APPEND objectarx_sources
     db/symboltable.cpp
     db/tableformat.cpp
     db/tables.cpp
+    db/textstyle.cpp
     db/xdata.cpp)

@@ -89,11 +89,13 @@ Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* name) {
         if (!state->tables().kindOf(record(), kind)) return Acad::eNotApplicable;
         const std::wstring present = state->tables().nameOf(record());
         if (present == name) return Acad::eOk;
-        if (kind != TableKind::Layer) return Acad::eNotApplicable;
+        // What refers to a record by name does so without regard to case. Of a block more than its record is named.
+        const bool isSpelling = kind != TableKind::Block && qrs::platform::compareNoCase(present, name) == 0;
+        if (kind != TableKind::Layer && !isSpelling) return Acad::eNotApplicable;
         if (present == L"0") return Acad::eInvalidInput;
         const dxf::RecordId other = state->tables().find(kind, name);
         if (other != dxf::kNoRecord && other != record()) return Acad::eDuplicateRecordName;
-        renameLayerReferences(*state, record(), name);
+        if (kind == TableKind::Layer) renameLayerReferences(*state, record(), name);
     }
     qrs::platform::recordCall(
         isA() == AcDbLayerTableRecord::desc() ? "AcDbLayerTableRecord::setName" : "AcDbSymbolTableRecord::setName",

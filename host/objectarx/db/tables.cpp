@@ -64,10 +64,20 @@ void SymbolTables::countChanged(TableKind kind, RecordId record, int by) {
 RecordId SymbolTables::add(TableKind kind, const DetachedTags& own) {
     RecordId table = head(kind);
     if (table == kNoRecord) table = makeHead(kind);
+    // Extended data stands under registered applications alone.
+    for (const dxf::NewTag& tag : own.tags)
+        if (tag.code == 1001 && drawing_.version() >= tableFormat(kind).record.sinceOf(tag.code))
+            registerApplication(platform::fromUtf8(tag.value));
     const RecordId end = drawing_.endOf(table);
     const RecordId added = drawing_.insertRecord(end, RecordKind::TableRecord, composed(tableFormat(kind), own, table));
     countChanged(kind, added, 1);
     return added;
+}
+
+void SymbolTables::registerApplication(std::wstring_view name) {
+    if (find(TableKind::RegApp, name) != kNoRecord) return;
+    const RecordFormat& format = tableFormat(TableKind::RegApp).record;
+    add(TableKind::RegApp, {&format, {{2, platform::toUtf8(name)}, {70, "0"}}});
 }
 
 // Layer "0" when there is one: it has what every layer of the drawing has.

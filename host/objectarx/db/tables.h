@@ -28,6 +28,8 @@ class SymbolTables {
 
     // Puts a record into the table, after making the table where the file has none.
     dxf::RecordId add(TableKind kind, const DetachedTags& own);
+    // Puts an application into the table "APPID" unless it is there.
+    void registerApplication(std::wstring_view name);
     // A record was erased or brought back.
     void countChanged(TableKind kind, dxf::RecordId record, int by);
     void renamed(TableKind kind) {

@@ -81,6 +81,10 @@ CMDIFrameWnd* acedGetAcadFrame() {
     return nullptr;
 }
 
+CView* acedGetAcadDwgView() {
+    return nullptr;
+}
+
 void acedUpdateDisplay() {
     // Nothing is drawn, so there is nothing to bring up to date; callers of the call recorder still see the wish.
     recordCall("acedUpdateDisplay");
