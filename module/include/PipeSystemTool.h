@@ -25,6 +25,11 @@
 #include "PipeNodes.h"
 #include "pipeport.h"
 #include "qrs_list.h"
+
+class TDbPipe;
+class TDbVerticalSection;
+class TDbVerticalSectionFeed;
+struct TEntitySet;
 #include "TextStyleTool.h"
 
 // Settings held with the standard; CmdConfig.xml gives their values at start.
@@ -278,5 +283,39 @@ QRS_PIPE_PORT void GetIndependentLayerKey(std::vector<CString>& out);
 // The colour of the drawing's layer of that name; where the drawing has none, that of the first definition of that name
 // in the standard, pipe systems first. A default-constructed colour (by block) when there is none either.
 QRS_PIPE_PORT AcCmColor GetLayerColor(const CString& layerName);
+
+// --- Pipes and vertical sections of a drawing
+//
+// By pointer, by id or by entity name; what is no such object, or cannot be opened, gets the answer of a miss and is
+// left as it is.
+
+// The name the pipe itself bears; where it bears none, the built-in name of its system's type code. "未知系统" on a
+// miss.
+QRS_PIPE_PORT CString GetPipeSystemName(const TDbPipe* pipe);
+QRS_PIPE_PORT CString GetPipeSystemName(AcDbObjectId pipe);
+QRS_PIPE_PORT CString GetPipeSystemName(const TEntitySet& pipe);
+
+// Gives the pipe the system's name and its type code. The pipe keeps its layers. False on a miss.
+QRS_PIPE_PORT void SetPipeSystemName(TDbPipe* pipe, const CString& systemName);
+QRS_PIPE_PORT bool SetPipeSystemName(AcDbObjectId pipe, const CString& systemName);
+
+// Puts the pipe on the system's layer of vertical pipes when it is one, else on its pipe layer, and gives it the
+// system's layers of diameter texts and flow arrows; they are made as InitLayer makes them. A pipe is vertical when it
+// is a straight line whose ends lie less than 0.1 drawing units apart in X and in Y. Without a definition of a layer
+// the pipe stays on its own, and has none for its texts or arrows. A pipe that is not open for writing is left as it
+// is.
+QRS_PIPE_PORT void SetPipeLayer(TDbPipe* pipe, const CString& systemName);
+QRS_PIPE_PORT void SetPipeLayer(AcDbObjectId pipe, const CString& systemName);
+
+// Whether a vertical section shows the pipes of the system that cross it: the flag kept under the system's name, where
+// there is one, else the flag kept under its type code; a flag that was never set is false.
+QRS_PIPE_PORT bool IsShowCrossPipe(const TDbVerticalSection* section, const CString& systemName);
+QRS_PIPE_PORT bool IsShowCrossPipe(const TDbVerticalSectionFeed* section, const CString& systemName);
+QRS_PIPE_PORT bool IsShowCrossPipe(AcDbObjectId section, const CString& systemName);
+
+// Sets both flags.
+QRS_PIPE_PORT void SetShowCrossPipe(TDbVerticalSection* section, const CString& systemName, bool shown);
+QRS_PIPE_PORT void SetShowCrossPipe(TDbVerticalSectionFeed* section, const CString& systemName, bool shown);
+QRS_PIPE_PORT void SetShowCrossPipe(AcDbObjectId section, const CString& systemName, bool shown);
 
 }  // namespace PipeSystemTool

@@ -12,6 +12,7 @@ set(QRS_STANDARD_SOURCES
     otherlayernode.cpp
     pipegroupnode.cpp
     pipenode.cpp
+    pipequeries.cpp
     pipesizes.cpp
     queries_layers.cpp
     queries_sizes.cpp
