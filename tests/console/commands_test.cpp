@@ -76,6 +76,43 @@ TEST(LayerCommand, MakesRenamesAndLists) {
     }
 }
 
+TEST(TableCommands, ListLinetypesAndTextStyles) {
+    const Workplace place;
+    place.write(
+        "styles.dxf",
+        "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1021\n0\nENDSEC\n0\nSECTION\n2\nTABLES\n"
+        "0\nTABLE\n2\nLTYPE\n70\n2\n0\nLTYPE\n2\nContinuous\n70\n0\n3\nSolid line\n72\n65\n73\n0\n40\n0.0\n"
+        "0\nLTYPE\n2\n虚线\n70\n0\n3\n__ __\n72\n65\n73\n2\n40\n3.5\n49\n2.5\n49\n-1.0\n0\nENDTAB\n"
+        "0\nTABLE\n2\nSTYLE\n70\n3\n0\nSTYLE\n2\n\n70\n1\n40\n0.0\n41\n1.0\n50\n0.0\n3\nltypeshp.shx\n4\n\n"
+        "0\nSTYLE\n2\nHZ\n70\n0\n40\n3.0\n41\n0.7\n50\n15.0\n3\ngbenor.shx\n4\ngbcbig.shx\n"
+        "0\nSTYLE\n2\n宋体\n70\n0\n40\n0.0\n41\n1.0\n50\n0.0\n3\nsimsun.ttc\n4\n\n1001\nACAD\n1000\n宋体\n1071\n"
+        "33588738\n0\nENDTAB\n0\nENDSEC\n0\nEOF\n");
+    const Outcome outcome =
+        place.run({"styles.dxf"}, "-LINETYPE\n?\n\n?\n虚*,none\n\n-STYLE\n?\n\n-ST\n?\nno*\n-LT\n\n");
+    EXPECT_EQ(outcome.code, 0) << outcome.error;
+    EXPECT_TRUE(has(outcome.out,
+                    "Enter an option [?]: ?\nEnter linetype name(s) to list <*>: \n"
+                    "Linetype name  Length  Description\n"
+                    "-------------  ------  -----------\n"
+                    "\"Continuous\"   0.0     Solid line\n"
+                    "\"虚线\"         3.5     __ __\n"
+                    "Enter an option [?]: ?\nEnter linetype name(s) to list <*>: 虚*,none\n"
+                    "Cannot find linetype \"none\".\n"
+                    "Linetype name  Length  Description\n"
+                    "-------------  ------  -----------\n"
+                    "\"虚线\"         3.5     __ __\n"))
+        << outcome.out;
+    // A shape file among the styles is no style.
+    EXPECT_TRUE(has(outcome.out,
+                    "Style name  Height  Width factor  Angle  Font\n"
+                    "----------  ------  ------------  -----  ---------------------\n"
+                    "\"HZ\"        3.0     0.7           15.0   gbenor.shx,gbcbig.shx\n"
+                    "\"宋体\"      0.0     1.0           0.0    宋体 (bold)\n"
+                    "Command: -ST\n"))
+        << outcome.out;
+    EXPECT_TRUE(has(outcome.out, "No matching text style names found.\n")) << outcome.out;
+}
+
 TEST(EntityCommands, ListWhatIsSelected) {
     const Workplace place;
     place.example("building.dxf");

@@ -27,6 +27,9 @@ void zoom();
 void setVariable();
 // Layers (layers.cpp).
 void changeLayers();
+// Linetypes and text styles; they are listed only (tables.cpp).
+void listLinetypes();
+void listTextStyles();
 
 }  // namespace commands
 }  // namespace qrs::host

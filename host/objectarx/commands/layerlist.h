@@ -5,17 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "commands/tablelist.h"
 #include "dbcolor.h"
-#include "dbid.h"
-
-class AcDbDatabase;
 
 namespace qrs::host::commands {
 
-struct NamedLayer {
-    AcDbObjectId id;
-    std::wstring name;
-};
+using NamedLayer = NamedRecord;
 
 // All layers in table order.
 std::vector<NamedLayer> allLayers(AcDbDatabase* database);
@@ -23,11 +18,7 @@ std::vector<NamedLayer> allLayers(AcDbDatabase* database);
 // The layer's name; empty when it cannot be opened.
 std::wstring layerName(AcDbObjectId id);
 
-// The parts of a list of names separated by commas, without blanks around them and without empty ones.
-std::vector<std::wstring> splitNames(const std::wstring& list);
-
-// The layers a typed list of names and wildcards means, each once, in table order. A name that a layer has means that
-// layer even when it holds wildcard characters. What cannot be found is told on the command line.
+// findRecords among all layers.
 std::vector<NamedLayer> findLayers(AcDbDatabase* database, const std::wstring& list);
 
 // "1 (red)", "8", "255,128,0".

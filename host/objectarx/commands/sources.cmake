@@ -7,5 +7,7 @@ list(APPEND objectarx_sources
     commands/layers.cpp
     commands/plugins.cpp
     commands/registration.cpp
+    commands/tablelist.cpp
+    commands/tables.cpp
     commands/variables.cpp
     commands/views.cpp)
