@@ -33,7 +33,8 @@ foreach(room platform mfc objectarx)
     file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/host/${room}/*.h)
     install(FILES ${headers} DESTINATION ${header_folder}/host/${room})
 endforeach()
-install(DIRECTORY host/suite/ DESTINATION ${header_folder}/host/suite FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY host/suite/ DESTINATION ${header_folder}/host/suite FILES_MATCHING PATTERN "*.h"
+    PATTERN "entities" EXCLUDE)
 
 install(EXPORT qrs_pipeSystemTargets NAMESPACE qrs:: DESTINATION ${package_folder})
 configure_package_config_file(cmake/qrs_pipeSystemConfig.cmake.in ${CMAKE_BINARY_DIR}/qrs_pipeSystemConfig.cmake

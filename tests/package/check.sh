@@ -12,11 +12,27 @@ cmake -S "$source/examples/sibling" -B "$work/sibling" -G Ninja -DCMAKE_PREFIX_P
 cmake --build "$work/sibling" >/dev/null
 
 # The module is found beside the installed program, the standard in the installed system folder.
-answer=$("$work/prefix/bin/qrsconsole" --settings "$work/settings.ini" -p "$work/prefix/lib/qrs_pipeSystem/qrs_pipeSystem.so" \
-    -p "$work/sibling/sibling.so" -e ASKSTANDARD)
+console() { "$work/prefix/bin/qrsconsole" --settings "$work/settings.ini" "$@"; }
+with_sibling() {
+    console -p "$work/prefix/lib/qrs_pipeSystem/qrs_pipeSystem.so" -p "$work/sibling/sibling.so" "$@"
+}
+answer=$(with_sibling -e ASKSTANDARD)
 echo "$answer"
 grep -qx 'standard pwx, elevation text on 试验标注, water supply known: 1' <<<"$answer"
-"$work/prefix/bin/qrsconsole" --settings "$work/settings.ini" -e SetAllPipeLayOpen >/dev/null
+
+# Pipes it draws in a new drawing lie on the layers of the standard; an old drawing cannot hold any.
+(cd "$work" && with_sibling -s "$source/examples/sibling/draw.scr" >drawn.txt)
+grep -q 'of 生活给水 on layer 给排-生活给水-管线\.$' "$work/drawn.txt"
+grep -q 'of 生活给水 on layer 给排-生活给水-立管\.$' "$work/drawn.txt"
+grep -q 'of 污水 on layer 给排-污水-管线\.$' "$work/drawn.txt"
+grep -qx 'The standard has no pipe system "牛奶"\.' "$work/drawn.txt"
+[ "$(grep -cx 'QRS_PIPE.\?' "$work/pipes.dxf")" = 4 ]   # three pipes, one class
+refused=$(printf 'DRAWPIPE\n污水\n0,0\n1,0\n' | with_sibling -s - "$source/examples/building-r12.dxf")
+grep -qx 'This drawing cannot hold pipes\.' <<<"$refused"
+# Whoever meets them again can ask what they are.
+with_sibling -s "$source/examples/sibling/ask.scr" "$source/examples/pipes.dxf" | diff "$source/examples/sibling/ask.txt" -
+
+console -e SetAllPipeLayOpen >/dev/null
 # Nothing the module does not mean to export leaves it (weak symbols are the compiler's copies of library templates).
 strange=$(nm -D --defined-only -C "$work/prefix/lib/qrs_pipeSystem/qrs_pipeSystem.so" |
     awk '$2 ~ /^[TDBRS]$/ { $1 = $2 = ""; print substr($0, 3) }' |
