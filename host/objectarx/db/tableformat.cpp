@@ -16,9 +16,9 @@ constexpr CodeFormat kLayerCodes[] = {{2, ""},         {70, ""},        {62, ""}
                                       {430, "AC1018"}, {6, ""},         {290, "AC1015"}, {370, "AC1015"},
                                       {390, "AC1015"}, {347, "AC1021"}, {348, "AC1021"}};
 // The typeface lies in extended data, which records of old drawings do not have.
-constexpr CodeFormat kTextStyleCodes[] = {{2, ""},          {70, ""},         {40, ""},        {41, ""},
-                                          {50, ""},         {71, ""},         {42, ""},        {3, ""},
-                                          {4, ""},          {1001, "AC1012"}, {1000, "AC1012"}, {1071, "AC1012"}};
+constexpr CodeFormat kTextStyleCodes[] = {{2, ""},  {70, ""},         {40, ""},         {41, ""},
+                                          {50, ""}, {71, ""},         {42, ""},         {3, ""},
+                                          {4, ""},  {1001, "AC1012"}, {1000, "AC1012"}, {1071, "AC1012"}};
 
 // Plot style, material and visual style are those of the layer beside; the lineweight is the default one.
 constexpr SiblingTag kLayerSiblingTags[] = {{370, "-3"}, {390, nullptr}, {347, nullptr}, {348, nullptr}};
