@@ -265,8 +265,8 @@ QRS_PIPE_PORT AcDbObjectId InitLayer(const CString& systemName, const CString& l
 // to case): pipe systems first, then the groups of other layers. The null id when there is no definition either.
 QRS_PIPE_PORT AcDbObjectId InitLayer(const CString& layerName);
 
-// The linetype of a layer definition, loaded by PwxTool::LoadQdLineType when the drawing lacks it. The null id when there
-// is no definition or the linetype cannot be loaded. Callers are linked against this spelling of the name.
+// The linetype of a layer definition, loaded by PwxTool::LoadQdLineType when the drawing lacks it. The null id when
+// there is no definition or the linetype cannot be loaded. Callers are linked against this spelling of the name.
 QRS_PIPE_PORT AcDbObjectId InitLinetyle(const CString& systemName, const CString& layerType);
 
 // The layer of the first group of other layers that has the key (exactly compared), made when missing. *name (which may
