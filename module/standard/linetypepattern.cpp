@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "config/dbfrecordset.h"
+#include "dbsymtb.h"
 #include "host/platform/codepage.h"
 #include "host/platform/number.h"
 #include "standard/tabletext.h"
@@ -17,6 +18,7 @@ namespace {
 constexpr std::size_t kMostElements = 12;
 // Lengths stand in the table with three decimals.
 constexpr double kLengthTolerance = 0.01;
+constexpr double kSmallestPart = 1e9;  // of a drawing unit
 
 std::wstring_view trimmed(std::wstring_view text) {
     const std::size_t begin = text.find_first_not_of(L' ');
@@ -54,6 +56,8 @@ bool readContent(std::wstring_view content, std::vector<PatternElement>& element
 }
 
 bool isDrawable(const LinetypePattern& pattern) {
+    // The editor knows which names a linetype may have.
+    if (AcDbLinetypeTableRecord().setName(pattern.name) != Acad::eOk) return false;
     const auto& elements = pattern.elements;
     if (elements.empty()) return true;
     const auto texts =
@@ -69,7 +73,8 @@ double LinetypePattern::length() const {
     double sum = 0.0;
     for (const PatternElement& element : elements)
         sum += std::fabs(element.length);
-    return sum;
+    // Without the dust of adding decimals.
+    return std::round(sum * kSmallestPart) / kSmallestPart;
 }
 
 bool readPattern(CDBFRecordset& table, LinetypePattern& pattern) {
