@@ -54,7 +54,9 @@ struct QRS_PIPE_PORT LayerNode {
 
     // The working database's layer of this name. A layer that the drawing has already stays as it is; a missing one is
     // made with this colour, lineweight, plot flag and linetype, and *created (which may be null) becomes true; it is
-    // not touched otherwise. The null id when the layer cannot be made: no drawing, or no name that a layer may have.
+    // not touched otherwise. What no layer has becomes what a new one has: by-layer and by-block the colour 7, the
+    // default lineweight and "Continuous", which also stands in for a linetype that cannot be loaded. The null id when
+    // the layer cannot be made: no drawing, or no name that a layer may have.
     AcDbObjectId CreateLayer(bool* created = nullptr) const;
 };
 

@@ -23,9 +23,9 @@ struct LinetypePattern {
     double length() const;
 };
 
-// The pattern in the record under the cursor. False, pattern undefined, when the record does not hold one: Content is
-// no list of numbers or has a text outside of a gap, begins with a gap, has no length or more elements than a linetype
-// may have, Num and Length do not tell of it, or Scale is not above 0.
+// The pattern in the record under the cursor. False, pattern undefined, when the record does not hold one: Name is no
+// name for a linetype; Content is no list of numbers, has a text outside of a gap, begins with a gap, has no length or
+// more elements than a linetype may have; Num and Length do not tell of it, or Scale is not above 0.
 bool readPattern(CDBFRecordset& table, LinetypePattern& pattern);
 
 }  // namespace qrs::standard
