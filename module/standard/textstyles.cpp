@@ -5,7 +5,7 @@
 
 #include "dbobjptr.h"
 #include "FontTool.h"
-#include "qrs_style.h"
+#include "qrs_kernal.h"
 #include "standard/holder.h"
 
 using qrs::standard::currentStandard;

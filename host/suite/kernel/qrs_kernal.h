@@ -16,6 +16,7 @@
 #include "qrs_list.h"
 #include "qrs_reg.h"
 #include "qrs_select.h"
+#include "qrs_style.h"
 
 class AcDbDatabase;
 
