@@ -3,6 +3,7 @@
 //     ASKSTANDARD   which standard is loaded
 //     DRAWPIPE      asks for a pipe system and two points, and puts a pipe on that system's layers
 //     ASKPIPE       asks for a pipe, or anything that lies on a pipe's layer, and tells all about its pipe system
+//     INITSTANDARD  makes every layer and text style of the standard that the drawing lacks
 //
 // It knows the module by its four headers, the suite's pipes by theirs, and the editor by its interface: commands,
 // prompts, entities and their layers.
@@ -152,12 +153,50 @@ void askPipe() {
     tellSystem(system);
 }
 
+// --- INITSTANDARD
+
+// Every layer the standard defines: of the pipe systems, of the independent keys, of the other groups.
+void initLayers() {
+    std::vector<PipeClassificationNode> groups;
+    PipeSystemTool::GetPipeSystems(groups, false);
+    for (const PipeClassificationNode& group : groups)
+        for (const PipeInfoNode& system : group.Systems)
+            for (const auto& layer : system.LayerNames)
+                PipeSystemTool::InitLayer(system.PipeName, layer.first, nullptr);
+    std::vector<CString> keys;
+    PipeSystemTool::GetIndependentLayerKey(keys);
+    for (const CString& key : keys)
+        PipeSystemTool::InitIndependentLayer(key, nullptr);
+    for (const ACHAR* group : {L"建筑", L"其他", L"默认"}) {
+        std::vector<CString> names;
+        PipeSystemTool::GetLayerNames(group, names);
+        for (const CString& name : names)
+            PipeSystemTool::InitLayer(name);
+    }
+}
+
+void initStandard() {
+    AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
+    AcDbObjectIdArray before, after;
+    PwxTool::GetAllLayerIds(database, before);
+    initLayers();
+    PwxTool::GetAllLayerIds(database, after);
+    std::vector<TextStyleNode> styles;
+    PipeSystemTool::GetAllTextStyleInfo(styles);
+    int ready = 0;
+    for (const TextStyleNode& style : styles)
+        ready += PipeSystemTool::InitTextStyle(style.Name).isNull() ? 0 : 1;
+    acutPrintf(L"\n%d layers made, %d of %d text styles ready.\n", after.length() - before.length(), ready,
+               static_cast<int>(styles.size()));
+}
+
 struct Command {
     const ACHAR* name;
     void (*run)();
 };
 
-const Command kCommands[] = {{L"ASKSTANDARD", askStandard}, {L"DRAWPIPE", drawPipe}, {L"ASKPIPE", askPipe}};
+const Command kCommands[] = {
+    {L"ASKSTANDARD", askStandard}, {L"DRAWPIPE", drawPipe}, {L"ASKPIPE", askPipe}, {L"INITSTANDARD", initStandard}};
 
 }  // namespace
 
