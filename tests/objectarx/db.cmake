@@ -1,4 +1,4 @@
 # Tests of the drawing database.
 qrs_test(objectarx_database_test
-    SOURCES db_layers_test.cpp db_linetypes_test.cpp db_objects_test.cpp db_drawing_test.cpp
+    SOURCES db_layers_test.cpp db_linetypes_test.cpp db_objects_test.cpp db_drawing_test.cpp db_classes_test.cpp
     LIBRARIES qrs_host)

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "host/objectarx/db/sections.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host {
@@ -150,8 +151,7 @@ std::vector<dxf::NewTag> SymbolTables::ownTags(const TableFormat& format, const 
 }
 
 RecordId SymbolTables::makeHead(TableKind kind) {
-    RecordId section = drawing_.findSection("TABLES");
-    if (section == kNoRecord) section = makeTablesSection();
+    const RecordId section = ensureSection(drawing_, "TABLES");
     RecordId before = drawing_.endOf(section);
     for (std::size_t later = static_cast<std::size_t>(kind) + 1; later < kTableCount; ++later) {
         const RecordId other = head(static_cast<TableKind>(later));
@@ -169,21 +169,6 @@ RecordId SymbolTables::makeHead(TableKind kind) {
     const RecordId table = drawing_.insertRecord(before, RecordKind::Table, tags);
     drawing_.insertRecord(before, RecordKind::EndTable, {{0, "ENDTAB"}});
     return table;
-}
-
-RecordId SymbolTables::makeTablesSection() {
-    RecordId before = kNoRecord;
-    for (const char* name : {"BLOCKS", "ENTITIES", "OBJECTS", "ACDSDATA", "THUMBNAILIMAGE"}) {
-        before = drawing_.findSection(name);
-        if (before != kNoRecord) break;
-    }
-    if (before == kNoRecord) {
-        for (RecordId id = drawing_.first(); id != kNoRecord; id = drawing_.next(id))
-            if (drawing_.record(id).kind == RecordKind::EndOfFile) before = id;
-    }
-    const RecordId section = drawing_.insertRecord(before, RecordKind::Section, {{0, "SECTION"}, {2, "TABLES"}});
-    drawing_.insertRecord(before, RecordKind::EndSection, {{0, "ENDSEC"}});
-    return section;
 }
 
 }  // namespace qrs::host

@@ -47,7 +47,6 @@ class SymbolTables {
     };
 
     dxf::RecordId makeHead(TableKind kind);
-    dxf::RecordId makeTablesSection();
     dxf::RecordId siblingOf(TableKind kind) const;
     std::vector<dxf::NewTag> composed(const TableFormat& format, const DetachedTags& own, dxf::RecordId head);
     std::vector<dxf::NewTag> ownTags(const TableFormat& format, const DetachedTags& own, dxf::RecordId sibling) const;
