@@ -37,7 +37,7 @@ QRS_PIPE_PORT void GetAllLayerIds(AcDbDatabase* database, AcDbObjectIdArray& out
 // A text of the pattern stands centred in its gap and along the line. It is as high as the setting LineTypeHeight says
 // (drawing units at linetype scale 1) and written in the text style "文字线形", which is made when the drawing lacks it
 // from the settings LineTypeEngShx and LineTypeChnShx (font files) and LineTypeScale (width divided by height).
-// Drawings of R12 have no texts in linetypes: there the gap stays empty, and no style is made.
+// Drawings of R12 have no texts in linetypes, nor have those whose text styles lack handles: there the gap stays empty.
 //
 // The null id when there is no working database, when neither the drawing nor the table knows the name, when the table
 // is missing, or when its row is damaged (no pattern, or one that Num and Length do not describe); of the last two a

@@ -153,6 +153,8 @@ AcDbObjectId addLinetype(const LinetypePattern& pattern) {
     hasText = hasText && workingDatabase()->originalFileVersion() >= AcDb::kDHL_1012;
     TextForm form;
     if (hasText && !findTextForm(form)) return id;
+    // A dash names its style by handle: where styles have none, a text could not be drawn.
+    if (hasText) hasText = !form.style.handle().isNull();
     record->setComments(pattern.comment);
     setDashes(*record.object(), pattern, hasText ? &form : nullptr);
     table->add(id, record.object());

@@ -25,9 +25,11 @@ bool isVertical(const TDbPipe& pipe) {
            std::fabs(curve.end.y - curve.start.y) < kUprightWithin;
 }
 
-// Does something with the section that the id stands for. False when it is none, or cannot be opened.
+// Does something with the section that the id stands for. False when it is none, or cannot be opened, and without a
+// standard, which leaves the object alone.
 template <class Act>
 bool withSection(AcDbObjectId section, AcDb::OpenMode mode, Act&& act) {
+    if (currentStandard() == nullptr) return false;
     const AcDbObjectPointer<TDbVerticalSection> drain(section, mode);
     if (drain.openStatus() == Acad::eOk) return act(drain.object()), true;
     const AcDbObjectPointer<TDbVerticalSectionFeed> feed(section, mode);
@@ -65,6 +67,7 @@ CString GetPipeSystemName(const TDbPipe* pipe) {
 }
 
 CString GetPipeSystemName(AcDbObjectId pipe) {
+    if (currentStandard() == nullptr) return kUnknownSystem;
     const AcDbObjectPointer<TDbPipe> opened(pipe, AcDb::kForRead);
     return GetPipeSystemName(opened.object());
 }
@@ -100,6 +103,7 @@ void SetPipeLayer(TDbPipe* pipe, const CString& systemName) {
 }
 
 void SetPipeLayer(AcDbObjectId pipe, const CString& systemName) {
+    if (currentStandard() == nullptr) return;
     const AcDbObjectPointer<TDbPipe> opened(pipe, AcDb::kForWrite);
     SetPipeLayer(opened.object(), systemName);
 }

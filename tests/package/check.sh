@@ -31,8 +31,8 @@ refused=$(printf 'DRAWPIPE\n污水\n0,0\n1,0\n' | with_sibling -s - "$source/exa
 grep -qx 'This drawing cannot hold pipes\.' <<<"$refused"
 # Whoever meets them again can ask what they are.
 with_sibling -s "$source/examples/sibling/ask.scr" "$source/examples/pipes.dxf" | diff "$source/examples/sibling/ask.txt" -
-# The whole standard comes into an empty and into a real drawing, once.
-for drawing in "" "$source/examples/building-r12.dxf"; do
+# The whole standard comes into an empty and into real drawings, once.
+for drawing in "" "$source/examples/building.dxf" "$source/examples/building-r12.dxf"; do
     with_sibling -s "$source/examples/sibling/init.scr" ${drawing:+-o "$work/ready.dxf" "$drawing"} >"$work/made.txt"
     grep -q '^[1-9][0-9]* layers made, 10 of 10 text styles ready\.$' "$work/made.txt"
     grep -qx '0 layers made, 10 of 10 text styles ready\.' "$work/made.txt"

@@ -70,7 +70,11 @@ TEST_F(Queries, PropertiesOfTheFirstSystemOfTheName) {
     first.VPipeType = -2;
     first.Material = L"in";
     first.OutdoorMaterial = L"out";
+    first.WaterFlowStatus = L"flow";
+    first.Remark = L"note";
     first.Status = -1;
+    EXPECT_EQ(GetPipeWaterFlowStatus(L"J"), L"flow");
+    EXPECT_EQ(GetPipeRemark(L"J"), L"note");
     EXPECT_EQ(GetPipeLineWidth(L"J"), 0.0);
     EXPECT_EQ(GetPipeLineWidth(L"r"), 0.35);
     EXPECT_EQ(GetVPipeRadius(L"J"), 1.5);
