@@ -1,4 +1,4 @@
-// The specification file SpecData.xml; of its sections the one with the fittings of double-line pipes is read:
+// The data file SpecData.xml; of its sections the one with the fittings of double-line pipes is read:
 //
 //     <SpecData>
 //         <DblPipeFittingSpec>
@@ -14,8 +14,8 @@
 
 namespace qrs::frame {
 
-// Replaces the suite's double-pipe fitting specification by that of the file, points closer than the tolerance taken as
-// one. Without the file, or when it is damaged (one message), the specification stays as it was. A fitting without
+// Replaces the suite's double-pipe fittings by those of the file, points closer than the tolerance taken as
+// one. Without the file, or when it is damaged (one message), the fittings stay as they were. A fitting without
 // name, or with something that is no number, is left out with a message.
 void readDoublePipeFittings(double tolerance);
 

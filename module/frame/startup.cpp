@@ -85,8 +85,8 @@ void readCmdConfig() {
     }
 }
 
-// A missing file or item leaves the specification unread, although nothing disables it then: installations without the
-// item have no specification.
+// A missing file or item leaves the fittings unread, although nothing disables them then: installations without the
+// item have no such file.
 void readFittings() {
     const std::optional<CmdConfig> config = std::exchange(cmdConfig, std::nullopt);
     if (config && config->usesDoublePipeFittings()) readDoublePipeFittings(kSamePoint);

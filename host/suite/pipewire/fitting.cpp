@@ -1,4 +1,4 @@
-// The specification of double-pipe fittings.
+// The fittings of double pipes.
 #include "qrs_fitting.h"
 
 #include <algorithm>

@@ -17,7 +17,7 @@ struct TDoublePipeFitting {
 
 class QRS_HOST_PORT TDoublePipeFittingSpec {
   public:
-    // The specification of this process; empty until one is read.
+    // The fittings of this process; empty until a file is read.
     static TDoublePipeFittingSpec& Current();
 
     void Clear();
