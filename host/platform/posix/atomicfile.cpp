@@ -1,4 +1,4 @@
-// AtomicFile on POSIX systems.
+// The temporary file of AtomicFile on POSIX.
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -8,6 +8,7 @@
 #include "host/platform/fileerror.h"
 #include "host/platform/files.h"
 #include "host/platform/inprogress.h"
+#include "host/platform/partialfile.h"
 #include "host/platform/posix/handle.h"
 #include "host/platform/posix/signalhold.h"
 
@@ -17,11 +18,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Small pieces are gathered to this size; a larger piece is written from where it lies.
-constexpr std::size_t kGather = std::size_t{256} << 10;
 // So much is written by one call. Between the calls the disk is set to work, so that the flush at the end finds little
 // left to do: 150 MB in these steps take half the time of one call and one flush.
 constexpr std::size_t kStep = std::size_t{8} << 20;
+constexpr std::size_t kWorthAStart = std::size_t{256} << 10;
 
 // The file that the target names in the end, links followed; a link may point to a file that is still to be made.
 bool followLinks(const fs::path& target, fs::path& resolved, Error& error) {
@@ -44,30 +44,27 @@ void syncFolder(const fs::path& folder) {
 
 }  // namespace
 
-struct AtomicFile::State {
-    fs::path target;   // links followed
-    fs::path shown;    // as the caller named it
-    fs::path partial;  // the temporary file; empty when there is none
+class PosixPartialFile final : public PartialFile {
+  public:
+    bool begin(const fs::path& named, Error& error) override;
+    void put(std::string_view bytes) override;
+    bool finish(bool keepBackup, Error& error) override;
+    void discard() override;
+
+  private:
     Descriptor file;
     struct stat before {};  // of the target, when it existed
     bool existed = false;
-    std::string gathered;
     std::size_t flushed = 0;  // bytes handed to the system
-    std::error_code failure;
-
-    fs::path besideTarget() const { return target.parent_path() / (".qrs-" + unpredictableName() + ".tmp"); }
 
     bool checkTarget(Error& error);
     bool create(Error& error);
-    void put(std::string_view bytes);
     bool keepAttributes();
-    bool finish(bool keepBackup, Error& error);
     bool backUp(Error& error);
     bool copyTo(const fs::path& copy, Error& error) const;
-    void discard();
 };
 
-bool AtomicFile::State::checkTarget(Error& error) {
+bool PosixPartialFile::checkTarget(Error& error) {
     existed = stat(target.c_str(), &before) == 0;
     if (!existed) return errno == ENOENT || fail(error, shown, lastError());
     if (S_ISDIR(before.st_mode)) return fail(error, shown, "is a folder");
@@ -78,7 +75,7 @@ bool AtomicFile::State::checkTarget(Error& error) {
     return true;
 }
 
-bool AtomicFile::State::create(Error& error) {
+bool PosixPartialFile::create(Error& error) {
     for (int attempt = 0; attempt < 16; ++attempt) {
         const fs::path path = besideTarget();
         const bool made = makeTemporary(path, [&] {
@@ -97,7 +94,7 @@ bool AtomicFile::State::create(Error& error) {
     return fail(error, shown, lastError());
 }
 
-void AtomicFile::State::put(std::string_view bytes) {
+void PosixPartialFile::put(std::string_view bytes) {
     const SignalHold hold;
     while (!bytes.empty() && !failure) {
         const ssize_t count = ::write(file.number(), bytes.data(), std::min(bytes.size(), kStep));
@@ -110,7 +107,7 @@ void AtomicFile::State::put(std::string_view bytes) {
         bytes.remove_prefix(written);
 #if defined(SYNC_FILE_RANGE_WRITE)
         // Only a head start: what it does not do, the flush does.
-        if (written >= kGather) {
+        if (written >= kWorthAStart) {
             sync_file_range(file.number(), static_cast<off_t>(flushed), count, SYNC_FILE_RANGE_WRITE);
         }
 #endif
@@ -118,7 +115,7 @@ void AtomicFile::State::put(std::string_view bytes) {
     }
 }
 
-bool AtomicFile::State::keepAttributes() {
+bool PosixPartialFile::keepAttributes() {
     if (!existed) return true;
     // Giving a file away is allowed to few; where it is not, it belongs to who wrote it, as any newly made one does.
     constexpr uid_t kSameUser = static_cast<uid_t>(-1);
@@ -131,7 +128,7 @@ bool AtomicFile::State::keepAttributes() {
 }
 
 // Keeps the target's content under another name without ever taking its own name away.
-bool AtomicFile::State::backUp(Error& error) {
+bool PosixPartialFile::backUp(Error& error) {
     fs::path backup = target;
     backup += ".bak";
     const fs::path second = besideTarget();
@@ -145,14 +142,12 @@ bool AtomicFile::State::backUp(Error& error) {
     return renamed;
 }
 
-bool AtomicFile::State::copyTo(const fs::path& copy, Error& error) const {
+bool PosixPartialFile::copyTo(const fs::path& copy, Error& error) const {
     const std::unique_ptr<MappedFile> old = MappedFile::open(target, error);
     return old && writeFileAtomically(copy, old->bytes(), false, error);
 }
 
-bool AtomicFile::State::finish(bool keepBackup, Error& error) {
-    put(gathered);
-    gathered.clear();
+bool PosixPartialFile::finish(bool keepBackup, Error& error) {
     if (!failure && !keepAttributes()) failure = lastError();
     if (!failure && fsync(file.number()) != 0) failure = lastError();
     if (!file.close() && !failure) failure = lastError();
@@ -165,7 +160,7 @@ bool AtomicFile::State::finish(bool keepBackup, Error& error) {
     return true;
 }
 
-void AtomicFile::State::discard() {
+void PosixPartialFile::discard() {
     if (partial.empty()) return;
     file.close();
     unlink(partial.c_str());
@@ -173,45 +168,13 @@ void AtomicFile::State::discard() {
     partial.clear();
 }
 
-AtomicFile::AtomicFile() = default;
-
-AtomicFile::~AtomicFile() {
-    if (state_) state_->discard();
+bool PosixPartialFile::begin(const fs::path& named, Error& error) {
+    shown = named;
+    return followLinks(shown, target, error) && checkTarget(error) && create(error);
 }
 
-bool AtomicFile::begin(const fs::path& target, Error& error) {
-    if (state_) state_->discard();
-    state_ = std::make_unique<State>();
-    state_->shown = target;
-    if (followLinks(target, state_->target, error) && state_->checkTarget(error) && state_->create(error)) return true;
-    state_.reset();
-    return false;
-}
-
-void AtomicFile::write(std::string_view bytes) {
-    if (!state_ || state_->failure) return;
-    if (state_->gathered.size() + bytes.size() < kGather) {
-        state_->gathered.append(bytes);
-        return;
-    }
-    state_->put(state_->gathered);
-    state_->gathered.clear();
-    if (bytes.size() < kGather) {
-        state_->gathered.assign(bytes);
-    } else {
-        state_->put(bytes);
-    }
-}
-
-bool AtomicFile::commit(bool keepBackup, Error& error) {
-    if (!state_) {
-        error.message = "no file was begun";
-        return false;
-    }
-    const bool done = state_->finish(keepBackup, error);
-    state_->discard();
-    state_.reset();
-    return done;
+std::unique_ptr<PartialFile> PartialFile::make() {
+    return std::make_unique<PosixPartialFile>();
 }
 
 }  // namespace qrs::platform

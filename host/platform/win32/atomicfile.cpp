@@ -1,9 +1,10 @@
-// AtomicFile on Windows.
+// The temporary file of AtomicFile on Windows.
 #include <algorithm>
 
 #include "host/platform/fileerror.h"
 #include "host/platform/files.h"
 #include "host/platform/inprogress.h"
+#include "host/platform/partialfile.h"
 #include "host/platform/win32/handle.h"
 
 namespace qrs::platform {
@@ -12,7 +13,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t kGather = std::size_t{256} << 10;
 constexpr std::size_t kStep = std::size_t{8} << 20;
 
 bool moveOver(const fs::path& from, const fs::path& to) {
@@ -21,27 +21,25 @@ bool moveOver(const fs::path& from, const fs::path& to) {
 
 }  // namespace
 
-struct AtomicFile::State {
-    fs::path target;   // links followed
-    fs::path shown;    // as the caller named it
-    fs::path partial;  // the temporary file; empty when there is none
+class WindowsPartialFile final : public PartialFile {
+  public:
+    bool begin(const fs::path& named, Error& error) override;
+    void put(std::string_view bytes) override;
+    bool finish(bool keepBackup, Error& error) override;
+    void discard() override;
+
+  private:
     Handle file;
     DWORD attributes = INVALID_FILE_ATTRIBUTES;  // of the target; invalid when it did not exist
-    std::string gathered;
-    std::error_code failure;
 
     bool existed() const { return attributes != INVALID_FILE_ATTRIBUTES; }
-    fs::path besideTarget() const { return target.parent_path() / (".qrs-" + unpredictableName() + ".tmp"); }
 
     bool checkTarget(Error& error);
     bool create(Error& error);
-    void put(std::string_view bytes);
-    bool finish(bool keepBackup, Error& error);
     bool backUp(Error& error);
-    void discard();
 };
 
-bool AtomicFile::State::checkTarget(Error& error) {
+bool WindowsPartialFile::checkTarget(Error& error) {
     std::error_code failed;
     target = fs::is_symlink(fs::symlink_status(shown, failed)) ? fs::weakly_canonical(shown, failed) : shown;
     if (target.empty()) return fail(error, shown, failed);
@@ -55,7 +53,7 @@ bool AtomicFile::State::checkTarget(Error& error) {
     return true;
 }
 
-bool AtomicFile::State::create(Error& error) {
+bool WindowsPartialFile::create(Error& error) {
     for (int attempt = 0; attempt < 16; ++attempt) {
         const fs::path path = besideTarget();
         const bool made = makeTemporary(path, [&] {
@@ -72,7 +70,7 @@ bool AtomicFile::State::create(Error& error) {
     return fail(error, shown, lastError());
 }
 
-void AtomicFile::State::put(std::string_view bytes) {
+void WindowsPartialFile::put(std::string_view bytes) {
     while (!bytes.empty() && !failure) {
         DWORD count = 0;
         if (!WriteFile(file.value(), bytes.data(), static_cast<DWORD>(std::min(bytes.size(), kStep)), &count,
@@ -86,7 +84,7 @@ void AtomicFile::State::put(std::string_view bytes) {
 }
 
 // Keeps the target's content under another name without ever taking its own name away.
-bool AtomicFile::State::backUp(Error& error) {
+bool WindowsPartialFile::backUp(Error& error) {
     fs::path backup = target;
     backup += L".bak";
     const fs::path second = besideTarget();
@@ -103,9 +101,7 @@ bool AtomicFile::State::backUp(Error& error) {
     return renamed;
 }
 
-bool AtomicFile::State::finish(bool keepBackup, Error& error) {
-    put(gathered);
-    gathered.clear();
+bool WindowsPartialFile::finish(bool keepBackup, Error& error) {
     if (!failure && !FlushFileBuffers(file.value())) failure = lastError();
     if (!file.close() && !failure) failure = lastError();
     if (!failure && existed() && !SetFileAttributesW(partial.c_str(), attributes)) failure = lastError();
@@ -117,7 +113,7 @@ bool AtomicFile::State::finish(bool keepBackup, Error& error) {
     return true;
 }
 
-void AtomicFile::State::discard() {
+void WindowsPartialFile::discard() {
     if (partial.empty()) return;
     file.close();
     DeleteFileW(partial.c_str());
@@ -125,45 +121,13 @@ void AtomicFile::State::discard() {
     partial.clear();
 }
 
-AtomicFile::AtomicFile() = default;
-
-AtomicFile::~AtomicFile() {
-    if (state_) state_->discard();
+bool WindowsPartialFile::begin(const fs::path& named, Error& error) {
+    shown = named;
+    return checkTarget(error) && create(error);
 }
 
-bool AtomicFile::begin(const fs::path& target, Error& error) {
-    if (state_) state_->discard();
-    state_ = std::make_unique<State>();
-    state_->shown = target;
-    if (state_->checkTarget(error) && state_->create(error)) return true;
-    state_.reset();
-    return false;
-}
-
-void AtomicFile::write(std::string_view bytes) {
-    if (!state_ || state_->failure) return;
-    if (state_->gathered.size() + bytes.size() < kGather) {
-        state_->gathered.append(bytes);
-        return;
-    }
-    state_->put(state_->gathered);
-    state_->gathered.clear();
-    if (bytes.size() < kGather) {
-        state_->gathered.assign(bytes);
-    } else {
-        state_->put(bytes);
-    }
-}
-
-bool AtomicFile::commit(bool keepBackup, Error& error) {
-    if (!state_) {
-        error.message = "no file was begun";
-        return false;
-    }
-    const bool done = state_->finish(keepBackup, error);
-    state_->discard();
-    state_.reset();
-    return done;
+std::unique_ptr<PartialFile> PartialFile::make() {
+    return std::make_unique<WindowsPartialFile>();
 }
 
 }  // namespace qrs::platform
