@@ -1,6 +1,7 @@
 # Sources of the standard; included where the target qrs_pipeSystem_objects is made.
 set(QRS_STANDARD_SOURCES
     fontlist.cpp
+    fonttool.cpp
     holder.cpp
     itemtree.cpp
     layercreation.cpp

@@ -1,0 +1,1 @@
+set(QRS_DIALOGS_SOURCES)

@@ -1,0 +1,1 @@
+set(QRS_TOOLS_SOURCES)
