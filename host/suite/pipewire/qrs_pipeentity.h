@@ -15,6 +15,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -107,12 +108,22 @@ class QRS_HOST_PORT TDbPipe : public TDbPipePrototype {
     AcDbObjectId GetEndNode() const;
     Acad::ErrorStatus SetEndNode(AcDbObjectId node);
 
+    // How wide it is drawn, millimetres on paper; 0 when it has no width of its own.
+    double GetLineWidth() const;
+    // eInvalidInput for a width that is negative or no finite number.
+    Acad::ErrorStatus SetLineWidth(double width);
+
+    // True when the drawing file holds it without one of its sections or without a start point: what the other getters
+    // answer is then made up. Never true of a new pipe.
+    bool IsDamaged() const;
+
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     // As drawing files hold them.
     struct Values {
         TPipeCurve curve;
+        std::optional<double> lineWidth;
         AcDbObjectId dimLayer;
         AcDbObjectId arrowLayer;
         AcDbObjectId startNode;
@@ -121,6 +132,7 @@ class QRS_HOST_PORT TDbPipe : public TDbPipePrototype {
 
   private:
     Values values_;
+    bool isDamaged_ = false;
 };
 
 // Where pipes meet or end: a well, a piece of equipment, a fitting.
@@ -128,6 +140,13 @@ class QRS_HOST_PORT TDbPipeNode : public AcDbEntity {
   public:
     ACRX_DECLARE_MEMBERS(TDbPipeNode)
     TDbPipeNode() = default;
+
+    // A drawing may have other numbers.
+    enum Kind { kJoint = 0, kWell = 1, kEquipment = 2 };
+    // kJoint for a new node.
+    int GetKind() const;
+    // eInvalidInput for a kind of more than 16 bits.
+    Acad::ErrorStatus SetKind(int kind);
 
     virtual AcGePoint3d GetPosition() const;
     // eInvalidInput for coordinates that are no finite numbers.
@@ -139,17 +158,28 @@ class QRS_HOST_PORT TDbPipeNode : public AcDbEntity {
     // As drawing files hold them.
     struct Values {
         AcGePoint3d position;
+        std::optional<int> kind;
     };
 
   private:
     Values values_;
 };
 
+// Whether the id is a TDbPipeNode of the kind kWell. False when it cannot be opened.
+QRS_HOST_PORT bool IsWell(AcDbObjectId id);
+
 // What follows a pipe: a diameter text, an arrow, a valve.
 class QRS_HOST_PORT TDbPipeAttachment : public AcDbEntity {
   public:
     ACRX_DECLARE_MEMBERS(TDbPipeAttachment)
     TDbPipeAttachment() = default;
+
+    // A drawing may have other numbers; those who drew an attachment before there were kinds left it kOther.
+    enum Kind { kOther = 0, kDimText = 1, kArrow = 2 };
+    // kOther for a new attachment.
+    int GetKind() const;
+    // eInvalidInput for a kind of more than 16 bits.
+    Acad::ErrorStatus SetKind(int kind);
 
     AcGePoint3d GetPosition() const;
     // eInvalidInput for coordinates that are no finite numbers.
@@ -161,6 +191,7 @@ class QRS_HOST_PORT TDbPipeAttachment : public AcDbEntity {
     // As drawing files hold them.
     struct Values {
         AcGePoint3d position;
+        std::optional<int> kind;
     };
 
   private:

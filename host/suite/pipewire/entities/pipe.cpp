@@ -3,6 +3,7 @@
 #include <cmath>
 #include <set>
 
+#include "dbobjptr.h"
 #include "dbsymtb.h"
 #include "entities/fieldrow.h"
 #include "qrs_pipeentity.h"
@@ -38,6 +39,7 @@ const FieldRow<Prototype> kPrototypeRows[] = {
 // A curve whose end is missing ends where it starts.
 struct PipeTags {
     TDbPipe::Values values;
+    bool hasStart = false;
     bool hasEnd = false;
 };
 
@@ -54,7 +56,11 @@ const FieldRow<PipeTags> kPipeRows[] = {
      [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
          filer.writeInt16(code, static_cast<Adesk::Int16>(tags.values.curve.kind));
      }},
-    {10, [](PipeTags& tags, const resbuf& item) { qrs::suite::take(tags.values.curve.start, item); },
+    {10,
+     [](PipeTags& tags, const resbuf& item) {
+         qrs::suite::take(tags.values.curve.start, item);
+         tags.hasStart = true;
+     },
      [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
          filer.writePoint3d(code, tags.values.curve.start);
      }},
@@ -71,15 +77,32 @@ const FieldRow<PipeTags> kPipeRows[] = {
          const TPipeCurve& curve = tags.values.curve;
          if (curve.kind == TPipeCurve::kArc || curve.bulge != 0.0) filer.writeDouble(code, curve.bulge);
      }},
+    {43, [](PipeTags& tags, const resbuf& item) { tags.values.lineWidth = item.resval.rreal; },
+     [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
+         if (tags.values.lineWidth) filer.writeDouble(code, *tags.values.lineWidth);
+     }},
     idRow<&TDbPipe::Values::dimLayer>(340),
     idRow<&TDbPipe::Values::arrowLayer>(341),
     idRow<&TDbPipe::Values::startNode>(331),
     idRow<&TDbPipe::Values::endNode>(332),
 };
 
-const FieldRow<TDbPipeNode::Values> kNodeRows[] = {row<TDbPipeNode::Values, &TDbPipeNode::Values::position>(10)};
+template <class Values>
+constexpr FieldRow<Values> kindRow() {
+    return {70, [](Values& values, const resbuf& item) { values.kind = item.resval.rint; },
+            [](const Values& values, AcDbDxfFiler& filer, Adesk::Int16 code) {
+                if (values.kind) filer.writeInt16(code, static_cast<Adesk::Int16>(*values.kind));
+            }};
+}
+
+const FieldRow<TDbPipeNode::Values> kNodeRows[] = {row<TDbPipeNode::Values, &TDbPipeNode::Values::position>(10),
+                                                   kindRow<TDbPipeNode::Values>()};
 const FieldRow<TDbPipeAttachment::Values> kAttachmentRows[] = {
-    row<TDbPipeAttachment::Values, &TDbPipeAttachment::Values::position>(10)};
+    row<TDbPipeAttachment::Values, &TDbPipeAttachment::Values::position>(10), kindRow<TDbPipeAttachment::Values>()};
+
+bool fitsInt16(int value) {
+    return value >= INT16_MIN && value <= INT16_MAX;
+}
 
 bool isFinite(const AcGePoint3d& point) {
     return std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.z);
@@ -102,6 +125,12 @@ Acad::ErrorStatus change(AcDbObject& object, Value& value, const Value& content)
     object.assertWriteEnabled();
     value = content;
     return Acad::eOk;
+}
+
+// A number that is not there means 0, so 0 is not put there.
+template <class Number>
+Acad::ErrorStatus changeNumber(AcDbObject& object, std::optional<Number>& value, Number content) {
+    return change(object, value, content == Number{} && !value ? value : std::optional<Number>(content));
 }
 
 Acad::ErrorStatus changeId(AcDbObject& object, AcDbObjectId& value, AcDbObjectId content, const AcRxClass* rxClass,
@@ -210,7 +239,7 @@ TPipeCurve TDbPipe::GetCurve() const {
 
 Acad::ErrorStatus TDbPipe::SetCurve(const TPipeCurve& curve) {
     if (!isFinite(curve.start) || !isFinite(curve.end) || !std::isfinite(curve.bulge)) return Acad::eInvalidInput;
-    if (curve.kind < INT16_MIN || curve.kind > INT16_MAX) return Acad::eInvalidInput;
+    if (!fitsInt16(curve.kind)) return Acad::eInvalidInput;
     return change(*this, values_.curve, curve);
 }
 
@@ -250,10 +279,25 @@ Acad::ErrorStatus TDbPipe::SetEndNode(AcDbObjectId node) {
     return changeId(*this, values_.endNode, node, TDbPipeNode::desc(), Acad::eWrongObjectType);
 }
 
+double TDbPipe::GetLineWidth() const {
+    assertReadEnabled();
+    return std::max(values_.lineWidth.value_or(0.0), 0.0);
+}
+
+Acad::ErrorStatus TDbPipe::SetLineWidth(double width) {
+    return std::isfinite(width) && width >= 0.0 ? changeNumber(*this, values_.lineWidth, width) : Acad::eInvalidInput;
+}
+
+bool TDbPipe::IsDamaged() const {
+    assertReadEnabled();
+    return isDamaged_;
+}
+
 Acad::ErrorStatus TDbPipe::dxfInFields(AcDbDxfFiler* filer) {
     if (const Acad::ErrorStatus status = TDbPipePrototype::dxfInFields(filer); status != Acad::eOk) return status;
     PipeTags tags;
     readRows(*filer, kPipeMark, kPipeRows, tags);
+    isDamaged_ = !tags.hasStart || !filer->atSubclassData(kPrototypeMark);
     if (!tags.hasEnd) tags.values.curve.end = tags.values.curve.start;
     values_ = tags.values;
     return filer->filerStatus();
@@ -261,7 +305,7 @@ Acad::ErrorStatus TDbPipe::dxfInFields(AcDbDxfFiler* filer) {
 
 Acad::ErrorStatus TDbPipe::dxfOutFields(AcDbDxfFiler* filer) const {
     if (const Acad::ErrorStatus status = TDbPipePrototype::dxfOutFields(filer); status != Acad::eOk) return status;
-    writeRows(*filer, kPipeMark, kPipeRows, PipeTags{values_, true});
+    writeRows(*filer, kPipeMark, kPipeRows, PipeTags{values_, true, true});
     return filer->filerStatus();
 }
 
@@ -274,6 +318,15 @@ AcGePoint3d TDbPipeNode::GetPosition() const {
 
 Acad::ErrorStatus TDbPipeNode::SetPosition(const AcGePoint3d& position) {
     return isFinite(position) ? change(*this, values_.position, position) : Acad::eInvalidInput;
+}
+
+int TDbPipeNode::GetKind() const {
+    assertReadEnabled();
+    return values_.kind.value_or(0);
+}
+
+Acad::ErrorStatus TDbPipeNode::SetKind(int kind) {
+    return fitsInt16(kind) ? changeNumber(*this, values_.kind, kind) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus TDbPipeNode::dxfInFields(AcDbDxfFiler* filer) {
@@ -297,6 +350,15 @@ Acad::ErrorStatus TDbPipeAttachment::SetPosition(const AcGePoint3d& position) {
     return isFinite(position) ? change(*this, values_.position, position) : Acad::eInvalidInput;
 }
 
+int TDbPipeAttachment::GetKind() const {
+    assertReadEnabled();
+    return values_.kind.value_or(0);
+}
+
+Acad::ErrorStatus TDbPipeAttachment::SetKind(int kind) {
+    return fitsInt16(kind) ? changeNumber(*this, values_.kind, kind) : Acad::eInvalidInput;
+}
+
 Acad::ErrorStatus TDbPipeAttachment::dxfInFields(AcDbDxfFiler* filer) {
     if (const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
     readRows(*filer, kAttachmentMark, kAttachmentRows, values_);
@@ -307,6 +369,11 @@ Acad::ErrorStatus TDbPipeAttachment::dxfOutFields(AcDbDxfFiler* filer) const {
     if (const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
     writeRows(*filer, kAttachmentMark, kAttachmentRows, values_);
     return filer->filerStatus();
+}
+
+bool IsWell(AcDbObjectId id) {
+    const AcDbObjectPointer<TDbPipeNode> node(id, AcDb::kForRead);
+    return node.openStatus() == Acad::eOk && node->GetKind() == TDbPipeNode::kWell;
 }
 
 namespace {
