@@ -19,6 +19,8 @@ enum SelectFlag : unsigned {
 // Asks with prompt for entities that pass the filter (see acedSSGet; null lets all pass). The pick-first set, when the
 // running command may use it, answers without asking. RTNORM with a set of one or more, which the caller frees; RTNONE
 // when the user ended the selection (Enter) without any; RTCAN when the user cancelled; RTERROR without a drawing.
+// RTKWORD for a keyword of acedInitGet, which acedGetInput then returns, with a set of what was chosen before it, or
+// the null set when that was nothing.
 QRS_HOST_PORT int selectObjects(const std::wstring& prompt, const resbuf* filter, unsigned flags, ads_name set);
 
 // The members of a selection set in their order; empty when it is none.

@@ -68,6 +68,8 @@ class Selecting {
             const Answer answer = session_.ask(removing_ ? removePrompt : addPrompt, Extent::Word);
             if (answer.reply != Reply::Line) return RTCAN;
             if (answer.text.empty()) break;
+            session_.lastKeyword = keywords_.match(answer.text);
+            if (!session_.lastKeyword.empty()) return RTKWORD;
             if (take(answer.text) && (flags_ & kSelectOnce) && !removing_) break;
         }
         if (chosen_.ids().isEmpty()) return RTNONE;
@@ -76,6 +78,9 @@ class Selecting {
     }
 
     const AcDbObjectIdArray& ids() const { return chosen_.ids(); }
+
+    // Answers that end the selection with RTKWORD.
+    void setKeywords(Keywords keywords) { keywords_ = std::move(keywords); }
 
     // The entities a user could reach now with ALL.
     AcDbObjectIdArray reachable() const {
@@ -226,6 +231,7 @@ class Selecting {
     dxf::Drawing& drawing_;
     EntityFilter filter_;
     unsigned flags_;
+    Keywords keywords_;
     bool removing_ = false;
     SelectionSet chosen_;
 };
@@ -337,8 +343,10 @@ int selectObjects(const std::wstring& prompt, const resbuf* filter, unsigned fla
     ads_name_clear(set);
     Selecting selecting(*session, *document, filter, false, flags);
     if (!selecting.isUsable()) return RTREJ;
+    selecting.setKeywords(session->takeKeywords());
     const int result = selecting.ask(prompt, prompt);
-    if (result == RTNORM) session->sets.make(selecting.ids(), set);
+    const bool chose = result == RTNORM || (result == RTKWORD && !selecting.ids().isEmpty());
+    if (chose) session->sets.make(selecting.ids(), set);
     return result;
 }
 

@@ -39,5 +39,6 @@ QRS_HOST_PORT int SelectEntity(const std::wstring& prompt, TEntitySet& entity, A
 
 // Asks for entities; a pick-first set, when the command takes it, answers at once. The filter (null: none) is a chain
 // of group codes as acedSSGet takes it.
-// RTNORM with at least one entity; RTNONE after Enter without one; RTCAN after Esc.
+// RTNORM with at least one entity; RTNONE after Enter without one; RTCAN after Esc; RTKWORD for a keyword of
+// acedInitGet, with what was picked before it, which may be nothing.
 QRS_HOST_PORT int SelectEntities(const std::wstring& prompt, TPickEntSet& picked, const resbuf* filter = nullptr);

@@ -34,8 +34,8 @@ int SelectEntity(const std::wstring& prompt, TEntitySet& entity, AcGePoint3d& po
 int SelectEntities(const std::wstring& prompt, TPickEntSet& picked, const resbuf* filter) {
     ads_name set;
     const int result = qrs::host::selectObjects(prompt, filter, 0, set);
-    if (result != RTNORM) return result;
+    if (result != RTNORM && result != RTKWORD) return result;
     picked.ids_ = qrs::host::selectedIds(set);
     acedSSFree(set);
-    return RTNORM;
+    return result;
 }
