@@ -7,6 +7,7 @@ list(APPEND objectarx_sources
     db/database.cpp
     db/dictionary.cpp
     db/entity.cpp
+    db/entnext.cpp
     db/fields.cpp
     db/filer.cpp
     db/header.cpp
