@@ -1,6 +1,4 @@
 // Questions about pipes and vertical sections of a drawing, and pipes put into a pipe system.
-#include <cmath>
-
 #include "adsdb.h"
 #include "dbobjptr.h"
 #include "PipeSystemTool.h"
@@ -16,14 +14,6 @@ using qrs::standard::makeText;
 namespace {
 
 constexpr const wchar_t* kUnknownSystem = L"未知系统";
-// Drawing units. Pipes drawn by hand are seldom exactly upright.
-constexpr double kUprightWithin = 0.1;
-
-bool isVertical(const TDbPipe& pipe) {
-    const TPipeCurve curve = pipe.GetCurve();
-    return curve.IsLine() && std::fabs(curve.end.x - curve.start.x) < kUprightWithin &&
-           std::fabs(curve.end.y - curve.start.y) < kUprightWithin;
-}
 
 // Does something with the section that the id stands for. False when it is none, or cannot be opened, and without a
 // standard, which leaves the object alone.
@@ -97,7 +87,7 @@ bool SetPipeSystemName(AcDbObjectId pipe, const CString& systemName) {
 
 void SetPipeLayer(TDbPipe* pipe, const CString& systemName) {
     if (currentStandard() == nullptr || pipe == nullptr || !pipe->isWriteEnabled()) return;
-    pipe->setLayer(InitLayer(systemName, isVertical(*pipe) ? L"立管" : L"管线"));
+    pipe->setLayer(InitLayer(systemName, pipe->GetCurve().IsVertical() ? L"立管" : L"管线"));
     pipe->SetDimLayerId(InitLayer(systemName, L"管径文字"));
     pipe->SetArrowLayerId(InitLayer(systemName, L"管线流向"));
 }

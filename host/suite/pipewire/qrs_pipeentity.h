@@ -34,8 +34,12 @@ struct QRS_HOST_PORT TPipeCurve {
     static TPipeCurve Arc(const AcGePoint3d& start, const AcGePoint3d& end, double bulge);
 
     bool IsLine() const { return kind == kLine; }
+    // A straight line whose ends lie less than 0.1 drawing units apart in X and in Y: the path of a vertical pipe.
+    bool IsVertical() const;
     // Along the curve; of a kind that is not known, the distance of its ends.
     double Length() const;
+    // Of a point from the nearest point of the curve; of a kind that is not known, from the nearer end.
+    double DistanceTo(const AcGePoint3d& point) const;
     bool operator==(const TPipeCurve& other) const;
     bool operator!=(const TPipeCurve& other) const { return !(*this == other); }
 

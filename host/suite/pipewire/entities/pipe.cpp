@@ -108,6 +108,50 @@ bool isFinite(const AcGePoint3d& point) {
     return std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.z);
 }
 
+// Drawing units. Pipes drawn by hand are seldom exactly upright.
+constexpr double kUprightWithin = 0.1;
+
+double dot(const AcGePoint3d& a, const AcGePoint3d& b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+
+double distanceToSegment(const TPipeCurve& line, const AcGePoint3d& point) {
+    const auto minus = [](const AcGePoint3d& a, const AcGePoint3d& b) {
+        return AcGePoint3d(a.x - b.x, a.y - b.y, a.z - b.z);
+    };
+    const AcGePoint3d along = minus(line.end, line.start);
+    const double square = dot(along, along);
+    const double part = square > 0.0 ? dot(minus(point, line.start), along) / square : 0.0;
+    const double t = std::min(std::max(part, 0.0), 1.0);
+    return point.distanceTo({line.start.x + t * along.x, line.start.y + t * along.y, line.start.z + t * along.z});
+}
+
+double distanceToEnds(const TPipeCurve& curve, const AcGePoint3d& point) {
+    return std::min(point.distanceTo(curve.start), point.distanceTo(curve.end));
+}
+
+// The arc lies at the height of its start.
+double distanceToArc(const TPipeCurve& arc, const AcGePoint3d& point) {
+    const double dx = arc.end.x - arc.start.x;
+    const double dy = arc.end.y - arc.start.y;
+    const double bulge = arc.bulge;
+    // From the chord's middle to the centre, as a part of the chord.
+    const double away = (1.0 - bulge * bulge) / (4.0 * bulge);
+    const AcGePoint3d centre(arc.start.x + dx / 2.0 - dy * away, arc.start.y + dy / 2.0 + dx * away, arc.start.z);
+    const double px = point.x - centre.x;
+    const double py = point.y - centre.y;
+    const auto angleFromStart = [&](double x, double y) {
+        const double sx = arc.start.x - centre.x;
+        const double sy = arc.start.y - centre.y;
+        const double angle = std::atan2(sx * y - sy * x, sx * x + sy * y) * (bulge < 0.0 ? -1.0 : 1.0);
+        constexpr double kRound = 6.283185307179586;
+        return angle < 0.0 ? angle + kRound : angle;
+    };
+    if (angleFromStart(px, py) > 4.0 * std::atan(std::fabs(bulge))) return distanceToEnds(arc, point);
+    const double radius = std::hypot(arc.start.x - centre.x, arc.start.y - centre.y);
+    return std::hypot(std::hypot(px, py) - radius, point.z - arc.start.z);
+}
+
 bool isAlive(AcDbObjectId id, const AcRxClass* rxClass) {
     const AcRxClass* itsClass = id.isValid() && !id.isErased() ? id.objectClass() : nullptr;
     return itsClass && itsClass->isDerivedFrom(rxClass);
@@ -162,6 +206,15 @@ double TPipeCurve::Length() const {
     if (kind != kArc || bulge == 0.0) return chord;
     const double angle = 4.0 * std::atan(std::fabs(bulge));
     return chord / (2.0 * std::sin(angle / 2.0)) * angle;
+}
+
+bool TPipeCurve::IsVertical() const {
+    return IsLine() && std::fabs(end.x - start.x) < kUprightWithin && std::fabs(end.y - start.y) < kUprightWithin;
+}
+
+double TPipeCurve::DistanceTo(const AcGePoint3d& point) const {
+    if (IsLine() || (kind == kArc && bulge == 0.0)) return distanceToSegment(*this, point);
+    return kind == kArc ? distanceToArc(*this, point) : distanceToEnds(*this, point);
 }
 
 bool TPipeCurve::operator==(const TPipeCurve& other) const {
