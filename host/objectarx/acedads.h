@@ -41,11 +41,14 @@ QRS_HOST_PORT int acedGetPoint(const ads_point base, const ACHAR* prompt, ads_po
 QRS_HOST_PORT int acedPrompt(const ACHAR* text);
 QRS_HOST_PORT int acedAlert(const ACHAR* text);
 
-// A set of entities. mode: null (the user selects), "X" (the whole drawing), "A" (what could be selected now), "I" (the
-// pick-first set), "P" (the previous set), "L" (the newest entity); ":$" with pt1 pointing to two texts gives the
-// user's prompts for adding and removing, ":S" lets the user make one selection. filter: 0 type, 8 layer, 67 space, 62
-// colour, 6 linetype, -3 application names; texts are wildcards of '*', '?', '#', '@', '.', '~' and commas. RTERROR
-// when nothing is selected. The set lives until acedSSFree or until its drawing closes.
+// A set of entities. mode: null (the user selects, or with the point pt1 what a pick there meets), "X" (the whole
+// drawing), "A" (what could be selected now), "I" (the pick-first set), "P" (the previous set), "L" (the newest
+// entity); "W" (inside the rectangle of the corners pt1 and pt2), "C" (inside or crossing it), "WP", "CP" (the same
+// with a polygon), "F" (crossing a line of several points); for polygon and line pt1 is a chain of RT3DPOINT or
+// RTPOINT. ":$" with pt1 pointing to two texts gives the user's prompts for adding and removing, ":S" lets the user
+// make one selection, ":E" takes all that a pick meets. filter: 0 type, 8 layer, 67 space, 62 colour, 6 linetype, -3
+// application names; texts are wildcards of '*', '?', '#', '@', '.', '~' and commas. RTERROR when nothing is selected.
+// The set lives until acedSSFree or until its drawing closes. Points are world coordinates.
 QRS_HOST_PORT int acedSSGet(const ACHAR* mode, const void* pt1, const void* pt2, const resbuf* filter, ads_name set);
 QRS_HOST_PORT int acedSSLength(const ads_name set, Adesk::Int32* length);
 QRS_HOST_PORT int acedSSName(const ads_name set, Adesk::Int32 index, ads_name entity);
@@ -64,6 +67,18 @@ QRS_HOST_PORT int acedSSSetFirst(const ads_name pickFirstSet, const ads_name unu
 // One entity. RTERROR for an empty answer (ERRNO 52) and for a pick that met nothing (ERRNO 7). The point is the one
 // picked; (0, 0, 0) when the entity was named and not picked.
 QRS_HOST_PORT int acedEntSel(const ACHAR* prompt, ads_name entity, ads_point point);
+
+// One entity as acedEntSel, but the innermost one inside block references and dimensions, attributes included.
+// useGivenPoint other than 0: point is the pick, nobody is asked. toWorld: from the coordinates of the definition the
+// entity lies in to world ones (the identity for an entity in none). containers: the block references around it, the
+// innermost first, as a chain of RTENAME that the caller releases; null when it lies in none. An entity of an external
+// reference is no object of this drawing: the innermost block reference that is one is given instead
+// (qrs::host::pickNested tells more).
+QRS_HOST_PORT int acedNEntSelP(const ACHAR* prompt, ads_name entity, ads_point point, int useGivenPoint,
+                               ads_matrix toWorld, resbuf** containers);
+// The same, always asking; toWorld in four rows: the images of the axes and the offset.
+QRS_HOST_PORT int acedNEntSel(const ACHAR* prompt, ads_name entity, ads_point point, ads_point toWorld[4],
+                              resbuf** containers);
 
 // The value with its type: RTSHORT, RTREAL, RTSTR (the caller releases it with acutDelString) or RT3DPOINT. RTERROR
 // when there is no such variable, when it is read-only, or when the value is of another type or out of range.
