@@ -10,6 +10,7 @@
 
 #include "accmd.h"
 #include "acedads.h"
+#include "dbcolor.h"
 #include "dbid.h"
 #include "rxevent.h"
 
@@ -63,3 +64,19 @@ class QRS_HOST_PORT AcEditor : public AcRxObject {
 
 // The viewport that takes the user's input; the null id in model space and when a layout has none.
 QRS_HOST_PORT AcDbObjectId acedGetCurViewportObjectId();
+
+namespace AcCm {
+// The tabs of the colour dialog; flags. Without the tab of true colours only an index can be chosen.
+enum DialogTabs {
+    kACITab = 0x1,
+    kTrueColorTab = 0x2,
+    kColorBookTab = 0x4,
+    kDefaultTabs = kACITab | kTrueColorTab,
+};
+}  // namespace AcCm
+
+// The editor's colour dialog, seeded with color, which becomes the chosen colour. bAllowMetaColor also lets by-layer
+// and by-block be chosen; curLayerColor is the colour that by-layer shows. false, color untouched, when cancelled.
+QRS_HOST_PORT bool acedSetColorDialogTrueColor(AcCmColor& color, Adesk::Boolean bAllowMetaColor,
+                                               const AcCmColor& curLayerColor,
+                                               AcCm::DialogTabs tabs = AcCm::kDefaultTabs);
