@@ -17,11 +17,11 @@ std::filesystem::path pathOf(const std::string& argument) {
 
 // What the library understands, as it came: no lists in brackets, no conversion.
 struct RawOptions {
-    std::string drawing, script, output, system, settings;
-    std::vector<std::string> lines, plugins, support;
+    std::string drawing, script, output, system, settings, described;
+    std::vector<std::string> lines, plugins, support, compared;
     unsigned codePage = 0;
     double timeout = 0;
-    bool inPlace = false, keepGoing = false;
+    bool inPlace = false, keepGoing = false, asJson = false;
 };
 
 // An option that may be given several times, each time with exactly one value taken as it is.
@@ -60,9 +60,28 @@ void describe(CLI::App& app, RawOptions& raw) {
         ->type_name("N");
     app.add_option("--timeout", raw.timeout, "Give up after this time")->type_name("SECONDS");
     app.add_flag("--keep-going", raw.keepGoing, "Go on with the script after a command has failed");
+    app.add_option("--info", raw.described, "Print what a drawing holds, and run nothing")->type_name("FILE");
+    app.add_option("--compare", raw.compared, "Print where two drawings differ, and run nothing")
+        ->type_name("FILE")
+        ->expected(2);
+    app.add_flag("--json", raw.asJson, "Print the report of --info or --compare for programs");
     app.footer(
-        "Exit codes: 0 done, 1 a command failed, 2 wrong usage, 3 a file cannot be read,\n"
+        "Exit codes: 0 done, 1 a command failed or two drawings differ, 2 wrong usage, 3 a file cannot be read,\n"
         "4 a file cannot be written.");
+}
+
+// What is wrong with the options of a report, or nothing.
+std::string findReportMisuse(const CLI::App& app, const RawOptions& raw) {
+    const bool describes = app.count("--info") > 0;
+    const bool compares = app.count("--compare") > 0;
+    if (!describes && !compares) return raw.asJson ? "--json needs --info or --compare" : "";
+    if (describes && compares) return "--info and --compare exclude each other";
+    for (const char* other : {"DRAWING", "--script", "--execute", "--output", "--in-place", "--plugin", "--system",
+                              "--settings", "--support", "--keep-going"})
+        if (app.count(other) > 0)
+            return std::string(describes ? "--info" : "--compare") + " runs nothing and excludes " + other;
+    const bool isNameless = describes ? raw.described.empty() : raw.compared[0].empty() || raw.compared[1].empty();
+    return isNameless ? "the drawing's name is empty" : "";
 }
 
 // What is wrong with options that are each well-formed, or nothing.
@@ -83,7 +102,7 @@ std::string findMisuse(const CLI::App& app, const RawOptions& raw) {
     // A day is far beyond any drawing; the bound keeps the clock's arithmetic safe.
     if (app.count("--timeout") > 0 && !(raw.timeout > 0 && raw.timeout <= 86400))
         return "--timeout needs a number of seconds above 0 and at most 86400";
-    return {};
+    return findReportMisuse(app, raw);
 }
 
 Options optionsOf(const CLI::App& app, const RawOptions& raw) {
@@ -105,6 +124,10 @@ Options optionsOf(const CLI::App& app, const RawOptions& raw) {
     if (app.count("--codepage") > 0) options.codePage = raw.codePage;
     options.timeoutSeconds = raw.timeout;
     options.keepGoing = raw.keepGoing;
+    options.described = pathOf(raw.described);
+    for (const std::string& drawing : raw.compared)
+        options.compared.push_back(pathOf(drawing));
+    options.asJson = raw.asJson;
     return options;
 }
 

@@ -11,7 +11,7 @@ namespace qrs::console {
 // What the program returns to the system.
 enum class ExitCode : int {
     Done = 0,
-    CommandFailed = 1,
+    CommandFailed = 1,  // or: --compare has found differences
     WrongUsage = 2,
     CannotRead = 3,   // drawing, script, plug-in, settings file, folder
     CannotWrite = 4,  // drawing
@@ -30,6 +30,10 @@ struct Options {
     std::optional<unsigned> codePage;
     double timeoutSeconds = 0;  // 0: none
     bool keepGoing = false;
+    // Reports instead of a run.
+    std::filesystem::path described;              // --info; empty: none
+    std::vector<std::filesystem::path> compared;  // --compare: two, or none
+    bool asJson = false;
 
     bool hasScript() const { return script.has_value() || !lines.empty(); }
 };

@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "console/report.h"
 #include "console/script.h"
 #include "console/terminals.h"
 #include "host/objectarx/acdocman.h"
@@ -238,6 +239,10 @@ ExitCode run(const Options& options) {
         std::snprintf(line, sizeof line, "qrsconsole: not done within %g seconds", options.timeoutSeconds);
         deadline = std::make_unique<platform::Deadline>(options.timeoutSeconds, line,
                                                         static_cast<int>(ExitCode::CommandFailed));
+    }
+    if (!options.described.empty() || !options.compared.empty()) {
+        if (options.codePage) platform::setAnsiCodePage(*options.codePage);
+        return report(options);
     }
     if (Failure failure = setUp(options)) return end(failure);
     Script script;

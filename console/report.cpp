@@ -1,0 +1,225 @@
+// Prints reports, for people and for programs.
+#include "console/report.h"
+
+#include <cstdio>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "console/run.h"
+#include "host/objectarx/hostreport.h"
+#include "host/platform/codepage.h"
+#include "host/platform/process.h"
+
+namespace qrs::console {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using host::Difference;
+using host::DrawingInfo;
+using platform::toUtf8;
+
+// What a value holds of control characters would move a terminal's cursor.
+std::string shown(const std::wstring& value) {
+    std::string text = toUtf8(value);
+    for (char& character : text)
+        if (static_cast<unsigned char>(character) < 0x20 || character == 0x7F) character = '?';
+    return text;
+}
+
+std::string counts(const host::EntityCount& entities) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%10zu %10zu", entities.inLayouts, entities.inBlocks);
+    return text;
+}
+
+// Columns of figures first, so that names of any width and script may follow.
+std::string textOf(const DrawingInfo& info, const std::string& file) {
+    std::string text = file + "\n";
+    const auto row = [&text](const std::string& name, const std::string& value) {
+        text += "  " + name + std::string(name.size() < 14 ? 14 - name.size() : 1, ' ') + value + "\n";
+    };
+    row("version", info.version + (info.release.empty() ? "" : " (" + shown(info.release) + ")"));
+    row("form", info.isBinary ? "binary" : "text");
+    const std::string codePage = info.codePage == platform::kUtf8 ? "UTF-8" : std::to_string(info.codePage);
+    row("code page", codePage + (info.codePageName.empty() ? "" : " ($DWGCODEPAGE " + shown(info.codePageName) + ")"));
+    row("size", std::to_string(info.bytes) + " bytes");
+    row("handles", info.hasHandles ? "yes" : "no");
+    row("blocks", std::to_string(info.blocks));
+
+    const auto title = [&text](const char* columns) { text += std::string("\n") + columns + "\n"; };
+    title("in layouts  in blocks  entities");
+    for (const host::TypeInfo& type : info.types)
+        text += counts(type.entities) + "  " + shown(type.name) + "\n";
+    title("in layouts  in blocks  layer");
+    for (const host::LayerInfo& layer : info.layers) {
+        text += counts(layer.entities) + "  " + shown(layer.name);
+        if (!layer.isDefined) text += "  (not in the layer table)";
+        if (layer.isOff) text += "  off";
+        if (layer.isFrozen) text += "  frozen";
+        if (layer.isLocked) text += "  locked";
+        text += "\n";
+    }
+    title("  entities  layout");
+    for (const host::LayoutInfo& layout : info.layouts) {
+        char count[32];
+        std::snprintf(count, sizeof count, "%10zu", layout.entities);
+        text += count + std::string("  ") + shown(layout.name) + "\n";
+    }
+    if (!info.externalReferences.empty()) title("external references");
+    for (const host::ExternalReferenceInfo& reference : info.externalReferences)
+        text += "  " + shown(reference.name) + "  " + shown(reference.path) + "\n";
+    if (!info.classes.empty()) title(" instances  class");
+    for (const host::ClassInfo& one : info.classes) {
+        char count[32];
+        std::snprintf(count, sizeof count, "%10zu", one.instances);
+        text += count + std::string("  ") + shown(one.dxfName) + "  " + shown(one.className) + "  " +
+                shown(one.application) + "\n";
+    }
+    if (!info.warnings.empty()) title("warnings");
+    for (const std::string& warning : info.warnings)
+        text += "  " + warning + "\n";
+    return text;
+}
+
+Json jsonOf(const host::EntityCount& entities) {
+    return {{"inLayouts", entities.inLayouts}, {"inBlocks", entities.inBlocks}};
+}
+
+Json jsonOf(const DrawingInfo& info, const std::string& file) {
+    Json json = {{"file", file},
+                 {"version", info.version},
+                 {"release", toUtf8(info.release)},
+                 {"form", info.isBinary ? "binary" : "text"},
+                 {"codePage", info.codePage},
+                 {"dwgCodePage", toUtf8(info.codePageName)},
+                 {"bytes", info.bytes},
+                 {"handles", info.hasHandles},
+                 {"blocks", info.blocks}};
+    for (const char* list : {"entities", "layers", "layouts", "externalReferences", "classes", "warnings"})
+        json[list] = Json::array();
+    for (const host::TypeInfo& type : info.types)
+        json["entities"].push_back({{"type", toUtf8(type.name)}, {"count", jsonOf(type.entities)}});
+    for (const host::LayerInfo& layer : info.layers)
+        json["layers"].push_back({{"name", toUtf8(layer.name)},
+                                  {"defined", layer.isDefined},
+                                  {"off", layer.isOff},
+                                  {"frozen", layer.isFrozen},
+                                  {"locked", layer.isLocked},
+                                  {"count", jsonOf(layer.entities)}});
+    for (const host::LayoutInfo& layout : info.layouts)
+        json["layouts"].push_back(
+            {{"name", toUtf8(layout.name)}, {"block", toUtf8(layout.block)}, {"entities", layout.entities}});
+    for (const host::ExternalReferenceInfo& reference : info.externalReferences)
+        json["externalReferences"].push_back({{"name", toUtf8(reference.name)}, {"path", toUtf8(reference.path)}});
+    for (const host::ClassInfo& one : info.classes)
+        json["classes"].push_back({{"dxfName", toUtf8(one.dxfName)},
+                                   {"className", toUtf8(one.className)},
+                                   {"application", toUtf8(one.application)},
+                                   {"instances", one.instances}});
+    json["warnings"] = info.warnings;
+    return json;
+}
+
+// Values and names come from files that may hold bytes of any kind.
+std::string dump(const Json& json) {
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+struct DifferenceForm {
+    Difference::Kind kind;
+    const char* name;
+};
+
+constexpr DifferenceForm kForms[] = {
+    {Difference::Kind::OnlyInFirst, "onlyInFirst"}, {Difference::Kind::OnlyInSecond, "onlyInSecond"},
+    {Difference::Kind::TagRemoved, "removed"},      {Difference::Kind::TagAdded, "added"},
+    {Difference::Kind::TagChanged, "changed"},
+};
+
+bool isWholeRecord(const Difference& difference) {
+    return difference.kind == Difference::Kind::OnlyInFirst || difference.kind == Difference::Kind::OnlyInSecond;
+}
+
+std::string textOf(const Difference& difference) {
+    const std::string object = shown(difference.object) + ": ";
+    const std::string tag = object + std::to_string(difference.code) + ": ";
+    switch (difference.kind) {
+        case Difference::Kind::OnlyInFirst:
+            return object + "only in the first\n";
+        case Difference::Kind::OnlyInSecond:
+            return object + "only in the second\n";
+        case Difference::Kind::TagRemoved:
+            return tag + shown(difference.before) + " > (none)\n";
+        case Difference::Kind::TagAdded:
+            return tag + "(none) > " + shown(difference.after) + "\n";
+        case Difference::Kind::TagChanged:
+            break;
+    }
+    return tag + shown(difference.before) + " > " + shown(difference.after) + "\n";
+}
+
+Json jsonOf(const Difference& difference) {
+    Json json = {{"object", toUtf8(difference.object)}};
+    for (const DifferenceForm& form : kForms)
+        if (form.kind == difference.kind) json["difference"] = form.name;
+    if (isWholeRecord(difference)) return json;
+    json["code"] = difference.code;
+    if (difference.kind != Difference::Kind::TagAdded) json["before"] = toUtf8(difference.before);
+    if (difference.kind != Difference::Kind::TagRemoved) json["after"] = toUtf8(difference.after);
+    return json;
+}
+
+ExitCode print(const std::string& text, ExitCode code) {
+    if (platform::writeStandardOutput(text)) return code;
+    complain("standard output cannot be written");
+    return ExitCode::CannotWrite;
+}
+
+ExitCode describe(const Options& options) {
+    DrawingInfo info;
+    platform::Error error;
+    if (!host::describeDrawing(options.described, info, error)) {
+        complain(error.message);
+        return ExitCode::CannotRead;
+    }
+    const std::string file = options.described.u8string();
+    return print(options.asJson ? dump(jsonOf(info, file)) : textOf(info, file), ExitCode::Done);
+}
+
+ExitCode compare(const Options& options) {
+    Json list = Json::array();
+    std::string text;
+    bool differs = false;
+    bool written = true;
+    const auto take = [&](const Difference& difference) {
+        differs = true;
+        if (options.asJson) {
+            list.push_back(jsonOf(difference));
+            return;
+        }
+        text += textOf(difference);
+        // Two drawings of a million entities may have as many differences.
+        if (text.size() < 65536) return;
+        written = platform::writeStandardOutput(text) && written;
+        text.clear();
+    };
+    platform::Error error;
+    if (!host::compareDrawings(options.compared[0], options.compared[1], take, error)) {
+        complain(error.message);
+        return ExitCode::CannotRead;
+    }
+    if (options.asJson) text = dump({{"differences", std::move(list)}});
+    const ExitCode code = print(text, differs ? ExitCode::CommandFailed : ExitCode::Done);
+    if (written || code == ExitCode::CannotWrite) return code;
+    complain("standard output cannot be written");
+    return ExitCode::CannotWrite;
+}
+
+}  // namespace
+
+ExitCode report(const Options& options) {
+    return options.described.empty() ? compare(options) : describe(options);
+}
+
+}  // namespace qrs::console
