@@ -21,6 +21,8 @@ class Descriptor {
 
     explicit operator bool() const { return number_ >= 0; }
     int number() const { return number_; }
+    // The number, which somebody else closes from now on.
+    int release() { return std::exchange(number_, -1); }
     // False, with errno set, when the system tells a late failure of a write.
     bool close() { return number_ < 0 || ::close(std::exchange(number_, -1)) == 0; }
 

@@ -12,9 +12,10 @@
 //     喷头半径=1.5
 //
 // A file that is read and written again keeps everything that was not set as it is: other sections and keys, comments,
-// order, blanks, line ends and encoding (UTF-8 with and without mark, UTF-16 with mark, or else the ANSI code page). New
-// keys stand behind the last one of their section, new sections at the end. A new file is UTF-8 with a mark and CRLF.
-// Sections and keys match without regard to case and to blanks around them; of several of one name the first counts.
+// order, blanks, line ends and encoding (UTF-8 with and without mark, UTF-16 with mark, or else the ANSI code page; a
+// file in the ANSI code page becomes UTF-8 with a mark when what is set needs other characters). New keys stand behind
+// the last one of their section, new sections at the end. A new file is UTF-8 with a mark and CRLF. Sections and keys
+// match without regard to case and to blanks around them; of several of one name the first counts.
 #pragma once
 
 #include <cstdint>
@@ -37,20 +38,20 @@ class QRS_HOST_PORT TWDict {
     // reason (one line) and everything as it was, when it cannot be read or is no text.
     bool ReadFile(const std::wstring& path, std::wstring& reason);
 
-    // Writes the file whole or not at all. When the encoding that was read has no place for a character of a new key or
-    // value, the file becomes UTF-8 with a mark. False, with the reason (one line), when it cannot be written. A link of
-    // that name is followed, or gives way to the file.
+    // Writes the file whole or not at all. False, with the reason (one line), when it cannot be written. A link of that
+    // name is followed, or gives way to the file.
     bool WriteFile(const std::wstring& path, std::wstring& reason, bool followLink = true) const;
 
-    // The section of that name, made when it is missing. Good until the next ReadFile. Null for a section itself and for
-    // a name that is empty, holds a line break or ']', or begins or ends with a blank.
+    // The section of that name, made when it is missing; it lives until the next ReadFile. Null for a section itself
+    // and for a name that is empty, holds a line break or ']', or begins or ends with a blank.
     TWDict* FindOrAddDict(const std::wstring& name);
     // Null when there is none.
     const TWDict* FindDict(const std::wstring& name) const;
 
     // The value of a key, replaced where it stands or added. Real numbers always show a point. False, nothing changed,
-    // for a key that is empty, holds a line break or '=', begins with '[' or ';' or begins or ends with a blank, and for
-    // a text that holds a line break. A text that begins or ends with a blank or a quote is written in quotes.
+    // for a key that is empty, holds a line break or '=', begins with '[' or ';' or begins or ends with a blank, for a
+    // text that holds a line break and for a number that is not finite. A text that begins or ends with a blank or a
+    // quote is written in quotes.
     bool SetValue(const std::wstring& key, const std::wstring& text);
     bool SetValue(const std::wstring& key, std::int32_t number);
     bool SetValue(const std::wstring& key, double number);

@@ -2,9 +2,9 @@
 //
 //     double radius = GetPipeOption(L"喷头半径");
 //
-// Each is kept per user under its name in the key "PipeOption" (see GetRegLocation), and read afresh on every call. What
-// a user never chose has the value of CmdConfig.xml (the item of that name in the function named as its section), and
-// where that has none, or none that makes sense, the one of the table below.
+// Each is kept per user under its name in the key "PipeOption" (see GetRegLocation), and read afresh on every call.
+// What a user never chose has the value of CmdConfig.xml (the item of that name in the function named as its section),
+// and where that has none, or none that makes sense, the one of the table below.
 #pragma once
 
 #include <cstddef>
