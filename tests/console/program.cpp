@@ -72,10 +72,13 @@ std::string Workplace::read(const std::string& name) const {
     return readWhole(path(name));
 }
 
-Outcome Workplace::run(const std::vector<std::string>& arguments, const std::string& input) const {
+Outcome Workplace::run(const std::vector<std::string>& arguments, const std::string& input,
+                       const std::vector<std::string>& environment) const {
     write("stdin.tmp", input);
-    std::string command = "cd " + quoted(folder_.string()) + " && XDG_CONFIG_HOME=" + quoted(folder_.string()) + " " +
-                          quoted(QRS_CONSOLE);
+    std::string command = "cd " + quoted(folder_.string()) + " && XDG_CONFIG_HOME=" + quoted(folder_.string());
+    for (const std::string& variable : environment)
+        command += " " + variable.substr(0, variable.find('=') + 1) + quoted(variable.substr(variable.find('=') + 1));
+    command += " " + quoted(QRS_CONSOLE);
     for (const std::string& argument : arguments)
         command += " " + quoted(argument);
     command += " <stdin.tmp >stdout.tmp 2>stderr.tmp";

@@ -26,8 +26,10 @@ class Workplace {
     std::string read(const std::string& name) const;
     bool has(const std::string& name) const { return std::filesystem::exists(path(name)); }
 
-    // Runs it in the folder, with settings of its own; input is what it finds on standard input.
-    Outcome run(const std::vector<std::string>& arguments, const std::string& input = {}) const;
+    // Runs it in the folder, with settings of its own; input is what it finds on standard input, environment are
+    // "NAME=value" texts.
+    Outcome run(const std::vector<std::string>& arguments, const std::string& input = {},
+                const std::vector<std::string>& environment = {}) const;
 
   private:
     std::filesystem::path folder_;

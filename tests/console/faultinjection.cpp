@@ -1,0 +1,105 @@
+// Lets one chosen call to the system go wrong in the program it is preloaded into.
+//
+// QRS_FAULT is "<function> <number> <what>": the numberth call of the function fails with the error number given, or
+// the program is killed there (what = kill), or only half of a write is done (what = 0). When that has happened, a file
+// QRS_FAULT_MARK is there.
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+struct Fault {
+    char function[16] = "";
+    int number = 0;
+    char what[16] = "";
+
+    Fault() {
+        const char* text = std::getenv("QRS_FAULT");
+        if (text) std::sscanf(text, "%15s %d %15s", function, &number, what);
+    }
+};
+
+template <typename Function>
+Function* original(const char* name) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+// True when this call is to go wrong; kills the program when it is to end here.
+bool strikes(const char* function) {
+    static Fault fault;
+    if (std::strcmp(fault.function, function) != 0 || --fault.number != 0) return false;
+    if (const char* mark = std::getenv("QRS_FAULT_MARK")) {
+        static auto* const realOpen = original<int(const char*, int, ...)>("open");
+        realOpen(mark, O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
+    }
+    if (std::strcmp(fault.what, "kill") == 0) raise(SIGKILL);
+    errno = std::atoi(fault.what);
+    return true;
+}
+
+}  // namespace
+
+extern "C" {
+
+int open(const char* path, int flags, ...) {
+    static auto* const real = original<int(const char*, int, ...)>("open");
+    mode_t mode = 0;
+    if (flags & O_CREAT) {
+        va_list arguments;
+        va_start(arguments, flags);
+        mode = va_arg(arguments, mode_t);
+        va_end(arguments);
+        if (strikes("open")) return -1;
+    }
+    return real(path, flags, mode);
+}
+
+ssize_t write(int file, const void* bytes, size_t count) {
+    static auto* const real = original<ssize_t(int, const void*, size_t)>("write");
+    if (file > 2 && strikes("write")) {
+        if (errno != 0) return -1;
+        count = count / 2 + 1;
+    }
+    return real(file, bytes, count);
+}
+
+int fsync(int file) {
+    static auto* const real = original<int(int)>("fsync");
+    return strikes("fsync") ? -1 : real(file);
+}
+
+int close(int file) {
+    static auto* const real = original<int(int)>("close");
+    if (file > 2 && strikes("close")) {
+        const int error = errno;
+        real(file);
+        errno = error;
+        return -1;
+    }
+    return real(file);
+}
+
+int fchmod(int file, mode_t mode) {
+    static auto* const real = original<int(int, mode_t)>("fchmod");
+    return strikes("fchmod") ? -1 : real(file, mode);
+}
+
+int link(const char* from, const char* to) noexcept {
+    static auto* const real = original<int(const char*, const char*)>("link");
+    return strikes("link") ? -1 : real(from, to);
+}
+
+int rename(const char* from, const char* to) noexcept {
+    static auto* const real = original<int(const char*, const char*)>("rename");
+    return strikes("rename") ? -1 : real(from, to);
+}
+
+}  // extern "C"

@@ -1,0 +1,87 @@
+// Every call by which a drawing is written goes wrong in turn: the old drawing or the new one is there, whole.
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include "program.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// So many entities that the file is written in several pieces.
+std::string bigDrawing() {
+    std::string text =
+        "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n70\n1\n0\nLAYER\n2\nPIPE\n70\n1\n62\n1\n6\nCONTINUOUS\n"
+        "0\nENDTAB\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n";
+    for (int i = 0; i < 15000; ++i)
+        text += "0\nLINE\n8\nPIPE\n10\n" + std::to_string(i) + ".0\n20\n1.0\n11\n2.0\n21\n3.0\n";
+    return text + "0\nENDSEC\n0\nEOF\n";
+}
+
+class Faults : public testing::Test {
+  protected:
+    void SetUp() override {
+        before_ = bigDrawing();
+        after_ = before_;
+        after_.replace(after_.find("70\n1\n62"), 4, "70\n0");
+    }
+
+    // One run with a fault. False when the program has made no such call any more.
+    bool strike(const std::string& function, int number, const std::string& what) {
+        const Workplace place;
+        place.write("plan.dxf", before_);
+        outcome_ = place.run({"--in-place", "-e", "UnFrozenAllLayer", "plan.dxf"}, {},
+                             {"LD_PRELOAD=" QRS_FAULT_LIBRARY, "QRS_FAULT_MARK=" + place.path("struck").string(),
+                              "QRS_FAULT=" + function + " " + std::to_string(number) + " " + what,
+                              // The sanitizers want to be first; the preloaded library has nothing of theirs.
+                              "ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0"});
+        const bool struck = place.has("struck");
+        const std::string now = place.read("plan.dxf");
+        EXPECT_TRUE(now == before_ || now == after_) << now.size() << " bytes";
+        EXPECT_TRUE(!place.has("plan.dxf.bak") || place.read("plan.dxf.bak") == before_);
+        isNew_ = now == after_;
+        temporaries_ = 0;
+        for (const fs::directory_entry& entry : fs::directory_iterator(place.path("")))
+            temporaries_ += entry.path().filename().string().rfind(".qrs-", 0) == 0;
+        return struck;
+    }
+
+    std::string before_;
+    std::string after_;
+    Outcome outcome_;
+    bool isNew_ = false;
+    int temporaries_ = 0;
+};
+
+}  // namespace
+
+TEST_F(Faults, EveryCallFailsInTurn) {
+    int failed = 0;
+    for (const char* function : {"open", "write", "fsync", "close", "fchmod", "link", "rename"}) {
+        for (int number = 1; number < 200 && strike(function, number, std::to_string(ENOSPC)); ++number) {
+            const std::string call = std::string(function) + " " + std::to_string(number);
+            // The run has told either that the drawing is as it was, or that it is the new one.
+            EXPECT_EQ(outcome_.code, isNew_ ? 0 : 4) << call << ": " << outcome_.error;
+            if (!isNew_) {
+                ++failed;
+                EXPECT_NE(outcome_.error.find("plan.dxf"), std::string::npos) << call << ": " << outcome_.error;
+            }
+            EXPECT_EQ(temporaries_, 0) << call;
+        }
+        EXPECT_EQ(outcome_.code, 0) << function << ": without a fault the run is done";
+        EXPECT_TRUE(isNew_) << function;
+    }
+    EXPECT_GE(failed, 8) << "several writes, a flush, two renames at least";
+}
+
+TEST_F(Faults, KilledAtEveryCall) {
+    for (const char* function : {"open", "write", "fsync", "close", "link", "rename"})
+        for (int number = 1; number < 200 && strike(function, number, "kill"); ++number)
+            EXPECT_EQ(outcome_.code, 137) << function << number;
+}
+
+TEST_F(Faults, HalfAWriteIsGoneOnWith) {
+    for (int number = 1; number < 200 && strike("write", number, "0"); ++number)
+        EXPECT_TRUE(isNew_) << number << outcome_.error;
+}
