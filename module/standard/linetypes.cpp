@@ -80,18 +80,6 @@ AcDbObjectId textStyle(const LinetypeTextSettings& settings) {
     return id;
 }
 
-// Drawing units, for a text one unit high in a style as wide as high.
-double widthOf(const CString& text) {
-    const std::wstring_view characters = view(text);
-    double width = 0.0;
-    double blank = 0.0;
-    for (std::size_t i = 0; i < characters.size();) {
-        blank = platform::nextCodePoint(characters, i) < kFirstWideCharacter ? kBlankBehindLetter : 0.0;
-        width += kAdvance;
-    }
-    return width - blank;
-}
-
 // How a text is written in the linetypes of this drawing.
 struct TextForm {
     AcDbObjectId style;
@@ -123,7 +111,8 @@ void setText(AcDbLinetypeTableRecord& record, int dash, const CString& text, con
     record.setShapeRotationAt(dash, 0.0);
     record.setShapeIsUcsOrientedAt(dash, false);
     // From the middle of the gap to the text's lower left corner.
-    record.setShapeOffsetAt(dash, {-widthOf(text) * form.height * form.widthFactor / 2.0, -form.height / 2.0});
+    record.setShapeOffsetAt(dash,
+                            {-linetypeTextWidth(text) * form.height * form.widthFactor / 2.0, -form.height / 2.0});
 }
 
 // form: null where texts are left out.
@@ -162,6 +151,17 @@ AcDbObjectId addLinetype(const LinetypePattern& pattern) {
 }
 
 }  // namespace
+
+double linetypeTextWidth(const CString& text) {
+    const std::wstring_view characters = view(text);
+    double width = 0.0;
+    double blank = 0.0;
+    for (std::size_t i = 0; i < characters.size();) {
+        blank = platform::nextCodePoint(characters, i) < kFirstWideCharacter ? kBlankBehindLetter : 0.0;
+        width += kAdvance;
+    }
+    return width - blank;
+}
 
 AcDbObjectId layerLinetype(const CString& name) {
     AcDbObjectId id;

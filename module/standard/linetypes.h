@@ -11,4 +11,8 @@ namespace qrs::standard {
 // when the drawing lacks it. The null id only without a working database.
 AcDbObjectId layerLinetype(const CString& name);
 
+// How long a text of a linetype is, in drawing units, written one unit high in a style as wide as high: estimated, as
+// shape fonts cannot be measured here.
+double linetypeTextWidth(const CString& text);
+
 }  // namespace qrs::standard

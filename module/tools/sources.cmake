@@ -1,1 +1,2 @@
-set(QRS_TOOLS_SOURCES)
+set(QRS_TOOLS_SOURCES
+    changeable.cpp interfacecount.cpp layertag.cpp linetypeoptimize.cpp pipeupdate.cpp textpattern.cpp)

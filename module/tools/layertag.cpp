@@ -1,0 +1,96 @@
+// Tags that tell which discipline an entity belongs to.
+#include "tools/layertag.h"
+
+#include <memory>
+#include <set>
+
+#include "acedads.h"
+#include "axlock.h"
+#include "PwxTool.h"
+#include "qrs_select.h"
+#include "tools/changeable.h"
+
+namespace qrs::tools {
+namespace {
+
+using ResBuf = std::unique_ptr<resbuf, int (*)(resbuf*)>;
+
+constexpr int kXdataFollows = -3;  // in a filter
+
+enum Outcome { kDone, kLocked, kNothingToDo, kRefused, kOutcomeCount };
+
+using Counts = int[kOutcomeCount];
+
+void clear(AcDbEntity& entity) {
+    const ResBuf item(acutBuildList(AcDb::kDxfRegAppName, kLayerTagItem, RTNONE), acutRelRb);
+    entity.setXData(item.get());
+}
+
+// Lets act change the entity when needs says so.
+template <class Needs, class Act>
+Outcome change(AcDbObjectId id, Needs&& needs, Act&& act) {
+    AcDbEntityPointer entity(id, AcDb::kForRead);
+    if (entity.openStatus() != Acad::eOk) return kRefused;
+    if (!needs(*entity.object())) return kNothingToDo;
+    if (liesOnLockedLayer(*entity.object())) return kLocked;
+    if (entity->upgradeOpen() != Acad::eOk) return kRefused;
+    act(*entity.object());
+    return kDone;
+}
+
+void cleanAndTell(const AcDbObjectIdArray& ids) {
+    Counts counts = {};
+    for (const AcDbObjectId& id : ids)
+        ++counts[change(
+            id, [](const AcDbEntity& entity) { return layerTag(entity) == kArchitectureTag; }, clear)];
+    if (counts[kDone] + counts[kLocked] + counts[kRefused] == 0) acutPrintf(L"\n没有找到带建筑标识的图元！");
+    tellCount(L"\n清除了%d个图元的建筑标识。", counts[kDone]);
+    tellCount(L"\n%d个图元在锁定的图层上，没有清除。", counts[kLocked]);
+    tellCount(L"\n%d个图元不能修改，没有清除。", counts[kRefused]);
+}
+
+// Of every space, but not of block definitions.
+AcDbObjectIdArray allTagged() {
+    const ResBuf filter(acutBuildList(kXdataFollows, AcDb::kDxfRegAppName, kLayerTagItem, RTNONE), acutRelRb);
+    TPickEntSet all;
+    all.Get(filter.get());
+    return all.ids();
+}
+
+}  // namespace
+
+CString layerTag(const AcDbEntity& entity) {
+    return PwxTool::ReadXdata(&entity, kLayerTagItem);
+}
+
+void tagPicked(const CString& discipline) {
+    const AcAxDocLock lock;
+    if (lock.lockStatus() != Acad::eOk) return;
+    CString prompt;
+    prompt.Format(L"\n请选择要加%s标识的图元<退出>:", discipline.GetString());
+    TPickEntSet picked;
+    if (SelectEntities(prompt.GetString(), picked) != RTNORM) return;
+    Counts counts = {};
+    for (const AcDbObjectId& id : picked.ids())
+        ++counts[change(
+            id, [&](const AcDbEntity& entity) { return layerTag(entity) != discipline; },
+            [&](AcDbEntity& entity) { PwxTool::WriteXdata(&entity, kLayerTagItem, discipline.GetString()); })];
+    acutPrintf(L"\n%d个图元加了%s标识。", counts[kDone], discipline.GetString());
+    tellCount(L"\n%d个图元已有该标识，没有改动。", counts[kNothingToDo]);
+    tellCount(L"\n%d个图元在锁定的图层上，没有加标识。", counts[kLocked]);
+    tellCount(L"\n%d个图元不能修改，没有加标识。", counts[kRefused]);
+}
+
+void cleanArchitectureTags() {
+    const AcAxDocLock lock;
+    if (lock.lockStatus() != Acad::eOk) return;
+    acedInitGet(0, L"A");
+    TPickEntSet picked;
+    const int answer = SelectEntities(L"\n请选择要清除建筑标识的图元[清除全部A]<退出>", picked);
+    if (answer == RTKWORD)
+        cleanAndTell(allTagged());
+    else if (answer == RTNORM)
+        cleanAndTell(picked.ids());
+}
+
+}  // namespace qrs::tools
