@@ -25,10 +25,10 @@ void walk(const Drawing& drawing, std::size_t size) {
         const Record& record = drawing.record(id);
         check(record.owner == kNoRecord || record.owner < id, "an owner behind its record");
         check(record.offset == total, "records do not lie end to end");
-        total += record.length;
+        total += record.stored;
         std::uint32_t end = 0;
         for (TagCursor cursor = drawing.tags(id); cursor.next(tag);) {
-            check(tag.begin >= end && tag.end > tag.begin && tag.end <= record.length, "tags overlap");
+            check(tag.begin >= end && tag.end > tag.begin && tag.end <= drawing.length(id), "tags overlap");
             end = tag.end;
             (void)drawing.encode(drawing.decode(tag.value));
         }
@@ -66,7 +66,7 @@ void edit(Drawing& drawing, std::uint32_t choice) {
         if (kind == RecordKind::TableRecord || kind == RecordKind::Entity) {
             const std::uint32_t what = (choice >> (number++ % 16 * 2)) & 3;
             if (what == 1 && drawing.findTag(id, 8, tag)) drawing.setValue(id, tag, "MOVED\n");
-            if (what == 2) drawing.insertTags(id, drawing.record(id).length, {{1001, "QRS"}, {1000, "x"}});
+            if (what == 2) drawing.insertTags(id, drawing.length(id), {{1001, "QRS"}, {1000, "x"}});
             if (what == 3) drawing.eraseRecord(id);
         }
         if (kind == RecordKind::EndBlock && (choice & 16) != 0) {

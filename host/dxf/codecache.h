@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "host/dxf/handlecheck.h"
 #include "host/dxf/index.h"
 #include "host/dxf/lines.h"
 
@@ -106,7 +107,9 @@ class CodeCache {
         entries_[slotOf(key)] = {key, tag.code, mattersToIndex(tag.code)};
     }
 
-    static constexpr bool mattersToIndex(int code) { return code == 0 || code == 9 || isFieldCode(code); }
+    static constexpr bool mattersToIndex(int code) {
+        return code == 0 || code == 9 || isFieldCode(code) || isPointerCode(code);
+    }
 
   private:
     // The code line's bytes with blanks in front; length is 1 to 7, and 8 bytes at the place are readable.

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "host/dxf/binary.h"
 #include "host/dxf/text.h"
 #include "host/platform/codepage.h"
 
@@ -49,14 +50,48 @@ bool Drawing::load(std::string_view bytes, const std::string& name, platform::Er
     bytes_ = bytes;
     Damage damage;
     if (!buildIndex(bytes, index_, damage)) {
-        const std::string line =
-            damage.hasLine ? ":" + std::to_string(lineNumber(bytes, damage.offset, index_.lineEnd)) : std::string();
-        error.message = name + line + ": " + damage.reason;
+        const std::string place = isBinary() ? " byte " + std::to_string(damage.offset)
+                                             : std::to_string(lineNumber(bytes, damage.offset, index_.lineEnd));
+        error.message = name + ":" + place + ": " + damage.reason;
         return false;
     }
     originalCount_ = static_cast<RecordId>(index_.records.size());
+    if (isBinary()) texts_ = std::make_unique<TextCache>();
     readHeader();
+    gatherWarnings();
     return true;
+}
+
+void Drawing::gatherWarnings() {
+    std::vector<Doubt>& doubts = index_.doubts;
+    std::stable_sort(doubts.begin(), doubts.end(), [](const Doubt& a, const Doubt& b) { return a.offset < b.offset; });
+    std::size_t counted = 0;
+    std::uint64_t line = 1;
+    for (Doubt& doubt : doubts) {
+        Warning warning;
+        warning.offset = doubt.offset;
+        if (!isBinary()) {
+            line += lineNumber(bytes_.substr(counted), doubt.offset - counted, index_.lineEnd) - 1;
+            counted = doubt.offset;
+            warning.line = line;
+        }
+        if (doubt.record != kNoRecord) warning.handle = record(doubt.record).handle;
+        warning.text = std::move(doubt.text);
+        warnings_.push_back(std::move(warning));
+    }
+    if (index_.furtherDoubts != 0) {
+        Warning warning = warnings_.back();
+        warning.handle = 0;
+        warning.text = std::to_string(index_.furtherDoubts) + " further errors";
+        warnings_.push_back(std::move(warning));
+    }
+    doubts = {};
+}
+
+std::string Warning::message() const {
+    std::string place = line != 0 ? "line " + std::to_string(line) : "byte " + std::to_string(offset);
+    if (handle != 0) place += ", handle " + handleText(handle);
+    return place + ": " + text;
 }
 
 void Drawing::readHeader() {
@@ -87,13 +122,13 @@ void Drawing::emit(Sink&& sink) const {
         const Record& one = record(id);
         if ((one.flags & kEdited) != 0) {
             flush();
-            sink(arena_.at(one.offset, one.length));
+            sink(arena_.at(one.offset, one.stored));
         } else {
             if (one.offset != end) {
                 flush();
                 begin = one.offset;
             }
-            end = one.offset + one.length;
+            end = one.offset + one.stored;
         }
     }
     flush();
@@ -102,6 +137,10 @@ void Drawing::emit(Sink&& sink) const {
 bool Drawing::save(const std::filesystem::path& native, bool keepBackup, platform::Error& error) {
     // Looked at again behind the last byte: somebody may change the mapped file while it is copied.
     const auto isMappedStill = [&] { return file_ == nullptr || file_->isUnchanged(error); };
+    if (!unwritable_.empty()) {
+        error.message = native.u8string() + ": " + unwritable_;
+        return false;
+    }
     platform::AtomicFile file;
     if (!isMappedStill() || !file.begin(native, error)) return false;
     emit([&](std::string_view piece) { file.write(piece); });
@@ -221,9 +260,19 @@ std::size_t Drawing::nameCount() const {
 // --- tags
 
 std::string_view Drawing::bytes(RecordId id) const {
+    if (!isBinary()) return storedBytes(id);
+    const std::string_view known = texts_->find(id);
+    if (known.data() != nullptr) return known;
+    std::string text;
+    appendRecordText(index_.codeForm, record(id).kind == RecordKind::Preamble ? std::string_view() : storedBytes(id),
+                     text);
+    return texts_->keep(id, text);
+}
+
+std::string_view Drawing::storedBytes(RecordId id) const {
     const Record& one = record(id);
-    if ((one.flags & kEdited) != 0) return arena_.at(one.offset, one.length);
-    return bytes_.substr(static_cast<std::size_t>(one.offset), one.length);
+    if ((one.flags & kEdited) != 0) return arena_.at(one.offset, one.stored);
+    return bytes_.substr(static_cast<std::size_t>(one.offset), one.stored);
 }
 
 bool Drawing::findTag(RecordId id, int code, Tag& tag, int nth) const {

@@ -4,6 +4,9 @@
 // 9) and everything up to the next one, comments included. The index keeps one small Record each; a record's tags are
 // read when somebody asks. Editing copies the record's bytes once and changes only the tags asked for; saving copies
 // untouched stretches of the mapped file in bulk, so a drawing saved unchanged is byte-identical.
+//
+// Binary drawings work the same way and stay binary: their records are handed out in text form (see binary.h), and a
+// change encodes only the tags it writes. Those who look at tags need not know which form a drawing has.
 #pragma once
 
 #include <cstdint>
@@ -19,15 +22,27 @@
 #include "host/dxf/index.h"
 #include "host/dxf/record.h"
 #include "host/dxf/tags.h"
+#include "host/dxf/textcache.h"
 #include "host/platform/error.h"
 #include "host/platform/files.h"
 
 namespace qrs::dxf {
 
+// What is wrong in a drawing that was opened all the same.
+struct Warning {
+    std::uint64_t line = 0;    // from 1; 0 in a binary drawing
+    std::uint64_t offset = 0;  // of a byte of that place in the file
+    std::uint64_t handle = 0;  // of the record; 0 when it has none
+    std::string text;          // "SEQEND of the POLYLINE is missing"
+    // "line 12, handle 2A: SEQEND ..."; "byte 345: ..." in a binary drawing.
+    std::string message() const;
+};
+
 class Drawing {
   public:
-    // Reads and indexes a file. Null, with "path:line: reason" in error, when it is damaged, truncated or no DXF;
-    // binary DXF is refused by name.
+    // Reads and indexes a file. Null, with "path:line: reason" in error ("path: byte N: reason" for a binary one), when
+    // it is truncated, no DXF, or cannot be cut into tags. What can be worked on in spite of an error opens with
+    // warnings; a file is truncated when it ends within a section, and only lacks its EOF when it ends behind one.
     static std::unique_ptr<Drawing> open(const std::filesystem::path& native, platform::Error& error);
     // The same from bytes that the drawing keeps; name stands in for the path in messages.
     static std::unique_ptr<Drawing> fromBytes(std::string bytes, const std::string& name, platform::Error& error);
@@ -42,6 +57,9 @@ class Drawing {
     // when another program has changed that very file.
     bool save(const std::filesystem::path& native, bool keepBackup, platform::Error& error);
     bool isModified() const { return modified_; }
+    // What was wrong in the file, in its order: missing ends, counts too small, handles given twice, pointers to
+    // nothing. The first hundred, and then one that counts the others.
+    const std::vector<Warning>& warnings() const { return warnings_; }
     // The drawing's whole text as it would be written; for tests and small drawings.
     std::string toBytes() const;
 
@@ -69,8 +87,10 @@ class Drawing {
     std::size_t nameCount() const;
 
     // --- tags. Bytes, tags and cursors of a record hold until that record is changed; those of other records stay
-    // good.
+    // good (in a binary drawing, until at least TextCache::kKept bytes of others have been read: do not gather them).
+    // Places of tags count in these bytes, whose number is length(), not Record::stored.
     std::string_view bytes(RecordId id) const;
+    std::uint32_t length(RecordId id) const { return static_cast<std::uint32_t>(bytes(id).size()); }
     TagCursor tags(RecordId id) const { return TagCursor(bytes(id), index_.lineEnd); }
     // The nth tag with a code, counted from 0; xdata (codes from 1000 on) and tags inside 102 {...} groups are not
     // looked at unless the code itself is such. False when there is none.
@@ -78,7 +98,8 @@ class Drawing {
 
     // --- changes; the index (handle, layer, flags) follows what is written. New lines take the line end and the
     // indentation of group codes that the drawing has.
-    // Line breaks in a value are written as drawings spell them, ^J and ^M.
+    // Line breaks in a value are written as drawings spell them, ^J and ^M. A value that a binary drawing cannot hold
+    // under its group code is not written; the drawing then cannot be saved any more, and save tells why.
     void setValue(RecordId id, const Tag& tag, std::string_view value);
     // Puts tags before the byte offset given (a Tag's begin, or the record's length for its end).
     void insertTags(RecordId id, std::uint32_t before, const std::vector<NewTag>& tags);
@@ -95,6 +116,7 @@ class Drawing {
     void adjustTableCount(RecordId table, int by);
 
     // --- what the whole drawing says of itself
+    bool isBinary() const { return index_.lineEnd == kBinaryLineEnd; }
     const std::string& version() const { return version_; }  // "AC1024"; "AC1009" when the header does not say
     bool hasHandles() const;                                 // records carry handles ($HANDLING or from R13 on)
     unsigned codePage() const { return codePage_; }          // kUtf8 from AC1021 on
@@ -123,12 +145,20 @@ class Drawing {
     Drawing() = default;
     bool load(std::string_view bytes, const std::string& name, platform::Error& error);
     void readHeader();
+    void gatherWarnings();
+    std::string_view storedBytes(RecordId id) const;
     bool isNew(RecordId id) const { return id >= originalCount_; }
     RecordId firstOfRow(RecordId anchor) const;
     RecordId nextInOrder(RecordId id) const;
     RecordId previousAlive(RecordId id) const;
     RecordId findNamed(const std::vector<RecordId>& heads, std::string_view name) const;
     Style styleOf(std::string_view record) const;
+    Style styleNear(RecordId id) const;
+    void endLastLine(RecordId behind);
+    void replaceBinary(RecordId id, std::uint32_t begin, std::uint32_t end, const std::vector<NewTag>& tags);
+    void setBinaryValue(RecordId id, const Tag& tag, std::string_view value);
+    void appendBinary(const std::vector<NewTag>& tags, std::string& out);
+    void cannotWrite(int code, std::string_view value);
     void rewrite(RecordId id, std::string_view bytes);
     void reindex(RecordId id);
     void link(RecordId id, RecordId before);
@@ -154,6 +184,9 @@ class Drawing {
     bool handling_ = false;
     std::uint64_t seed_ = 0;  // next handle to be given, once one was asked for
     bool modified_ = false;
+    std::vector<Warning> warnings_;
+    mutable std::unique_ptr<TextCache> texts_;  // of a binary drawing
+    std::string unwritable_;                    // why the drawing cannot be saved any more
 };
 
 }  // namespace qrs::dxf

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <limits>
 
+#include "host/dxf/binary.h"
 #include "host/dxf/drawing.h"
 #include "host/dxf/lines.h"
 
@@ -70,26 +71,57 @@ Drawing::Style Drawing::styleOf(std::string_view record) const {
     return style;
 }
 
+// The style of a record, or, when it stands for an end that is missing, of the one before it.
+Drawing::Style Drawing::styleNear(RecordId id) const {
+    while (bytes(id).empty()) {
+        const RecordId before = previousAlive(id);
+        if (before == kNoRecord) break;
+        id = before;
+    }
+    return styleOf(bytes(id));
+}
+
+// A file without its EOF may lack the last line's end as well, which something put behind it needs.
+void Drawing::endLastLine(RecordId behind) {
+    const RecordId last = previousAlive(behind);
+    if (last == kNoRecord || bytes(last).empty() || bytes(last).back() == '\n' || bytes(last).back() == '\r') return;
+    scratch_.assign(bytes(last));
+    scratch_ += styleOf(bytes(last)).lineEnd;
+    rewrite(last, scratch_);
+}
+
 // Gives a record other bytes, which must not lie in the record itself.
 void Drawing::rewrite(RecordId id, std::string_view bytes) {
     require(bytes.size() <= std::numeric_limits<std::uint32_t>::max(), "a record of more than 4 GB");
     Record& one = index_.records[id];
-    if ((one.flags & kEdited) == 0 || !arena_.replace(one.offset, one.length, bytes)) one.offset = arena_.keep(bytes);
-    one.length = static_cast<std::uint32_t>(bytes.size());
+    if ((one.flags & kEdited) == 0 || !arena_.replace(one.offset, one.stored, bytes)) one.offset = arena_.keep(bytes);
+    one.stored = static_cast<std::uint32_t>(bytes.size());
     one.flags |= kEdited;
     modified_ = true;
+    if (texts_ != nullptr) texts_->forget(id);
 }
 
 void Drawing::reindex(RecordId id) {
     Record& one = index_.records[id];
     const std::uint64_t handle = one.handle;
-    TagCursor cursor = tags(id);
-    Tag tag;
     FieldReader fields;
-    if (cursor.next(tag)) one.type = typeNumber(index_.types.internCopy(trimmed(tag.value)));
-    fields.begin(one);
-    while (cursor.next(tag)) {
-        if (isFieldCode(tag.code)) fields.take(tag.code, tag.value, index_.layers, true);
+    bool isFirst = true;
+    const auto take = [&](int code, std::string_view value) {
+        if (isFirst) {
+            one.type = typeNumber(index_.types.internCopy(trimmed(value)));
+            fields.begin(one);
+        } else if (isFieldCode(code)) {
+            fields.take(code, value, index_.layers, true);
+        }
+        isFirst = false;
+    };
+    if (isBinary()) {
+        forEachBinaryTag(
+            index_.codeForm, storedBytes(id), [](int code) { return isFieldCode(code); }, take);
+    } else {
+        Tag tag;
+        for (TagCursor cursor = tags(id); cursor.next(tag);)
+            take(tag.code, tag.value);
     }
     if (one.handle == handle) return;
     index_.countHandle(one.handle);
@@ -97,6 +129,7 @@ void Drawing::reindex(RecordId id) {
 }
 
 void Drawing::setValue(RecordId id, const Tag& tag, std::string_view value) {
+    if (isBinary()) return setBinaryValue(id, tag, value);
     const std::string_view old = bytes(id);
     require(tag.begin < tag.end && tag.end <= old.size(), "a tag that lies outside of its record");
     RawTag raw{};
@@ -111,6 +144,7 @@ void Drawing::setValue(RecordId id, const Tag& tag, std::string_view value) {
 }
 
 void Drawing::insertTags(RecordId id, std::uint32_t before, const std::vector<NewTag>& tags) {
+    if (isBinary()) return replaceBinary(id, before, before, tags);
     const std::string_view old = bytes(id);
     require(before <= old.size(), "a place that lies outside of its record");
     if (tags.empty()) return;
@@ -126,6 +160,7 @@ void Drawing::insertTags(RecordId id, std::uint32_t before, const std::vector<Ne
 }
 
 void Drawing::eraseTags(RecordId id, std::uint32_t begin, std::uint32_t end) {
+    if (isBinary()) return replaceBinary(id, begin, end, {});
     const std::string_view old = bytes(id);
     require(begin <= end && end <= old.size(), "a stretch that lies outside of its record");
     if (begin == end) return;
@@ -133,6 +168,59 @@ void Drawing::eraseTags(RecordId id, std::uint32_t begin, std::uint32_t end) {
     scratch_ += old.substr(end);
     rewrite(id, scratch_);
     reindex(id);
+}
+
+// --- binary drawings
+
+void Drawing::cannotWrite(int code, std::string_view value) {
+    if (unwritable_.empty()) {
+        unwritable_ = "\"" + std::string(value) + "\" has no place under group code " + std::to_string(code) +
+                      " of a binary drawing";
+    }
+}
+
+void Drawing::appendBinary(const std::vector<NewTag>& tags, std::string& out) {
+    std::string value;
+    for (const NewTag& tag : tags) {
+        value.clear();
+        appendValue(value, tag.value);
+        if (!appendBinaryTag(index_.codeForm, tag.code, value, out)) cannotWrite(tag.code, tag.value);
+    }
+}
+
+// Puts tags in the place of others, given by their places in the record's text form.
+void Drawing::replaceBinary(RecordId id, std::uint32_t begin, std::uint32_t end, const std::vector<NewTag>& tags) {
+    const std::string_view old = storedBytes(id);
+    std::size_t first = begin;
+    std::size_t last = end;
+    require(begin <= end && binaryStretch(index_.codeForm, old, bytes(id), first, last),
+            "a stretch that lies outside of its record");
+    if (begin == end && tags.empty()) return;
+    scratch_.assign(old.substr(0, first));
+    appendBinary(tags, scratch_);
+    scratch_ += old.substr(last);
+    rewrite(id, scratch_);
+    reindex(id);
+}
+
+void Drawing::setBinaryValue(RecordId id, const Tag& tag, std::string_view value) {
+    const std::string_view old = storedBytes(id);
+    std::size_t first = tag.begin;
+    std::size_t last = tag.end;
+    require(tag.begin < tag.end && binaryStretch(index_.codeForm, old, bytes(id), first, last),
+            "a tag that lies outside of its record");
+    RawTag raw{};
+    require(cutBinary(index_.codeForm, old.data() + first, old.data() + last, raw) == Cut::Tag &&
+                raw.next == old.data() + last,
+            "a place in a record that is no tag");
+    std::string spelled;
+    appendValue(spelled, value);
+    scratch_.assign(old.substr(0, first + codeSize(index_.codeForm, old.data() + first)));
+    if (!appendValueBytes(raw.code, spelled, scratch_)) return cannotWrite(raw.code, value);
+    scratch_ += old.substr(last);
+    if (scratch_ == old) return;
+    rewrite(id, scratch_);
+    if (tag.begin == 0 || isFieldCode(raw.code)) reindex(id);
 }
 
 // --- whole records
@@ -188,10 +276,15 @@ RecordId Drawing::insertRecord(RecordId before, RecordKind kind, const std::vect
             "a new record must begin with code 0, a header variable with 9");
     const auto id = static_cast<RecordId>(recordCount());
     require(id != kNoRecord, "too many records");
-    const Style style = styleOf(bytes(before));
+    if (!isBinary() && record(before).stored == 0) endLastLine(before);
     scratch_.clear();
-    for (const NewTag& tag : tags)
-        appendTag(scratch_, tag, style.codeWidth, style.lineEnd);
+    if (isBinary()) {
+        appendBinary(tags, scratch_);
+    } else {
+        const Style style = styleNear(before);
+        for (const NewTag& tag : tags)
+            appendTag(scratch_, tag, style.codeWidth, style.lineEnd);
+    }
 
     Record& one = index_.records.append();
     one.kind = kind;

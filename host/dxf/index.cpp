@@ -9,7 +9,7 @@ namespace qrs::dxf {
 
 Index::Index() {
     for (const char* name : {"SECTION", "ENDSEC", "EOF", "TABLE", "ENDTAB", "BLOCK", "ENDBLK", "CLASS", "POLYLINE",
-                             "INSERT", "VERTEX", "ATTRIB", "SEQEND", "DIMSTYLE"}) {
+                             "INSERT", "VERTEX", "ATTRIB", "SEQEND", "DIMSTYLE", "LWPOLYLINE"}) {
         types.intern(name);
     }
 }
@@ -55,6 +55,7 @@ void FieldReader::begin(Record& record) {
     inGroup_ = false;
     hasHandle_ = false;
     hasLayer_ = false;
+    inEmbedded_ = false;
 }
 
 void FieldReader::take(int code, std::string_view value, Interner& layers, bool copyNames) {
@@ -70,7 +71,9 @@ void FieldReader::take(int code, std::string_view value, Interner& layers, bool 
         if (!value.empty() && value.front() == '}') inGroup_ = false;
         return;
     }
-    if (inGroup_) return;
+    if (code == 101) inEmbedded_ = true;
+    // What an embedded object says of itself is not said of the record.
+    if (inGroup_ || inEmbedded_) return;
     if (code == handleCode_) {
         if (!hasHandle_) record.handle = toHandle(value);
         hasHandle_ = true;

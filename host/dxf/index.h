@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/dxf/codeform.h"
 #include "host/dxf/interner.h"
 #include "host/dxf/record.h"
 
@@ -28,6 +29,7 @@ enum KnownType : std::uint16_t {
     kTypeAttrib,
     kTypeSeqend,
     kTypeDimStyle,
+    kTypeLwPolyline,
 };
 // Stands for every type name behind the first 65534; such a name is read from the record.
 constexpr std::uint16_t kTypeUncounted = 0xFFFF;
@@ -35,8 +37,24 @@ constexpr std::uint16_t kTypeUncounted = 0xFFFF;
 // Handles above this, which no program gives, do not count when a new one is looked for: adding to them would overflow.
 constexpr std::uint64_t kGreatestHandle = 0x0FFFFFFFFFFFFFFF;
 
+// What is wrong in a drawing that can be worked on all the same.
+struct Doubt {
+    std::size_t offset = 0;       // a byte of the line to be named
+    RecordId record = kNoRecord;  // whose handle is to be named
+    std::string text;
+};
+// A drawing damaged all over shall not fill the memory with what is wrong in it.
+constexpr std::size_t kMostDoubts = 100;
+
 struct Index {
     Index();
+    void doubt(std::size_t offset, RecordId record, std::string text) {
+        if (doubts.size() < kMostDoubts) {
+            doubts.push_back({offset, record, std::move(text)});
+        } else {
+            ++furtherDoubts;
+        }
+    }
     void countHandle(std::uint64_t handle) {
         if (handle > greatestHandle && handle <= kGreatestHandle) greatestHandle = handle;
     }
@@ -50,19 +68,25 @@ struct Index {
     // Head and end of each section, table and block, in order of the heads.
     std::vector<std::pair<RecordId, RecordId>> ends;
     std::uint64_t greatestHandle = 0;
-    char lineEnd = '\n';
+    std::vector<Doubt> doubts;  // the first of them, in no order
+    std::uint64_t furtherDoubts = 0;
+    char lineEnd = '\n';                 // kBinaryLineEnd for a binary drawing
+    CodeForm codeForm = CodeForm::Long;  // of a binary drawing
     bool hasUtf8Mark = false;
 };
 
 // Where and why a file is no whole drawing.
 struct Damage {
     std::size_t offset = 0;  // a byte of the line to be named
-    bool hasLine = true;     // false when no line of text can be named
     std::string reason;
 };
 
-// False, with the damage told, when the bytes are no whole ASCII drawing. The bytes must outlive the index: names stay
-// in them.
+// False, with the damage told, when the bytes are no drawing, are cut off or cannot be cut into tags. The bytes must
+// outlive the index: names stay in them.
+//
+// What is wrong but can be passed over becomes a doubt: a missing ENDSEC, ENDTAB or ENDBLK stands in the index as an
+// end without bytes; EOF may be missing where the last section is closed (otherwise the file is cut off); ends without
+// a beginning and records outside of sections are kept as Other.
 bool buildIndex(std::string_view bytes, Index& index, Damage& damage);
 
 // The number of the line that holds a byte, from 1.
@@ -76,7 +100,7 @@ class FieldReader {
   public:
     // Forgets what the record's fields held; its kind and type must be set.
     void begin(Record& record);
-    // A tag behind the record's first one. Only codes 5, 8, 60, 67, 100, 102, 105 and those from 1000 on matter.
+    // A tag behind the record's first one. Only codes 5, 8, 60, 67, 100, 101, 102, 105 and those from 1000 on matter.
     // copyNames: the value goes away, so a new layer name is kept as a copy.
     void take(int code, std::string_view value, Interner& layers, bool copyNames);
 
@@ -88,11 +112,12 @@ class FieldReader {
     bool hasLayer_ = false;
     bool inGroup_ = false;
     bool hasHandle_ = false;
+    bool inEmbedded_ = false;
 };
 
 // True when a tag of this code can matter to a FieldReader.
 constexpr bool isFieldCode(int code) {
-    return code == 5 || code == 8 || code == 60 || code == 67 || code == 100 || code == 102 || code == 105 ||
+    return code == 5 || code == 8 || code == 60 || code == 67 || (code >= 100 && code <= 102) || code == 105 ||
            code >= 1000;
 }
 

@@ -1,5 +1,7 @@
 // The one pass over a file that finds its records.
+#include "host/dxf/binary.h"
 #include "host/dxf/codecache.h"
+#include "host/dxf/handlecheck.h"
 #include "host/dxf/index.h"
 #include "host/dxf/lines.h"
 #include "host/dxf/tags.h"
@@ -8,8 +10,6 @@ namespace qrs::dxf {
 
 namespace {
 
-// The signature bytes a binary drawing begins with.
-constexpr std::string_view kBinarySignature = "AutoCAD Binary DXF";
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 enum class Place { Outside, Header, Classes, Tables, Blocks, Entities, Objects, Unknown };
@@ -35,33 +35,69 @@ std::string printable(std::string_view text) {
     return text.size() > kShown ? shown + "..." : shown;
 }
 
+// Kinds of records that have handles and name those of others.
+bool hasPointers(RecordKind kind) {
+    switch (kind) {
+        case RecordKind::Table:
+        case RecordKind::TableRecord:
+        case RecordKind::Block:
+        case RecordKind::Entity:
+        case RecordKind::EndBlock:
+        case RecordKind::Object:
+            return true;
+        default:
+            return false;
+    }
+}
+
 class Indexer {
   public:
     Indexer(std::string_view bytes, Index& index, Damage& damage)
-        : start_(bytes.data()), end_(bytes.data() + bytes.size()), index_(index), damage_(damage) {}
+        : start_(bytes.data()),
+          end_(bytes.data() + bytes.size()),
+          index_(index),
+          damage_(damage),
+          given_(bytes.size()),
+          pointedTo_(bytes.size()) {}
 
     bool run();
 
   private:
     enum class Step { Goes, Ends, Fails };
 
+    bool text();
+    bool binary();
     bool preamble(const char*& at);
+    bool takePreamble(const char* at, const RawTag& tag);
     template <char lineEnd>
-    bool scan(const char* at);
+    bool scanText(const char* at);
+    template <CodeForm form>
+    bool scanBinary(const char* at);
+    Step take(const char* at, const RawTag& tag, std::string_view value);
+    bool atEnd(const char* at, Cut cut);
     bool cutFailure(const char* at, Cut cut);
+    Cut cut(const char* at, RawTag& tag) const;
     Step startRecord(const char* at, const RawTag& tag);
     Step startOutside(const char* at, const RawTag& tag, std::uint16_t type);
     Step startSection(const char* at, const RawTag& tag);
     Step startInTables(const char* at, std::uint16_t type);
     Step startInBlocks(const char* at, std::uint16_t type);
     Step startEntity(const char* at, std::uint16_t type, RecordId container);
+    Step endSection(const char* at, bool isThere);
+    Step endGroup(const char* at, bool isThere);
     Step endOfFile(const char* at, const RawTag& tag);
     bool sectionName(const char* at, std::string_view& name) const;
+    void closeMain(const char* at);
+    void checkCount(const char* at);
+    void checkPointers();
 
     Step open(const char* at, RecordKind kind, std::uint16_t type, RecordId owner);
     Step openHead(const char* at, RecordKind kind, std::uint16_t type, RecordId owner, std::size_t& slot);
     bool close(const char* at);
     Step fails(const char* at, std::string reason);
+    void doubt(const char* at, RecordId record, std::string text) {
+        index_.doubt(static_cast<std::size_t>(at - start_), record, std::move(text));
+    }
     std::string sectionText() const;
     RecordId lastId() const { return static_cast<RecordId>(index_.records.size() - 1); }
 
@@ -71,12 +107,15 @@ class Indexer {
     Damage& damage_;
     CodeCache cache_;
     FieldReader fields_;
+    HandleSet given_;
+    HandleSet pointedTo_;
     Record* current_ = nullptr;
     Place place_ = Place::Outside;
     RecordKind plainKind_ = RecordKind::Other;
     RecordId section_ = kNoRecord;
     RecordId group_ = kNoRecord;  // the open table or block
     RecordId main_ = kNoRecord;   // the polyline or block reference whose sub-entities may follow
+    bool hasSubs_ = false;        // one of them did
     std::size_t sectionSlot_ = 0;
     std::size_t groupSlot_ = 0;
     std::string_view sectionName_;
@@ -99,8 +138,11 @@ bool Indexer::close(const char* at) {
         fails(start_ + current_->offset, "a record of more than 4 GB");
         return false;
     }
-    current_->length = static_cast<std::uint32_t>(length);
+    current_->stored = static_cast<std::uint32_t>(length);
     index_.countHandle(current_->handle);
+    if (current_->handle != 0 && !given_.add(current_->handle)) {
+        doubt(start_ + current_->offset, lastId(), "another record has this handle too");
+    }
     return true;
 }
 
@@ -128,15 +170,36 @@ Indexer::Step Indexer::openHead(const char* at, RecordKind kind, std::uint16_t t
 
 bool Indexer::run() {
     const std::string_view bytes(start_, static_cast<std::size_t>(end_ - start_));
-    if (bytes.substr(0, kBinarySignature.size()) == kBinarySignature) {
-        damage_.hasLine = false;
-        fails(start_, "binary drawings cannot be read yet, only drawings in text form");
-        return false;
-    }
-    index_.lineEnd = lineEndOf(bytes);
+    const bool isWhole = bytes.substr(0, kBinarySignature.size()) == kBinarySignature ? binary() : text();
+    if (isWhole) checkPointers();
+    return isWhole;
+}
+
+bool Indexer::text() {
+    index_.lineEnd = lineEndOf({start_, static_cast<std::size_t>(end_ - start_)});
     const char* at = start_;
     if (!preamble(at)) return false;
-    return index_.lineEnd == '\r' ? scan<'\r'>(at) : scan<'\n'>(at);
+    return index_.lineEnd == '\r' ? scanText<'\r'>(at) : scanText<'\n'>(at);
+}
+
+bool Indexer::binary() {
+    index_.lineEnd = kBinaryLineEnd;
+    const char* at = start_ + kBinarySignature.size();
+    index_.codeForm = codeFormOf({at, static_cast<std::size_t>(end_ - at)});
+    RawTag tag{};
+    Cut result = cut(at, tag);
+    while (result == Cut::Tag && tag.code == 999) {
+        at = tag.next;
+        result = cut(at, tag);
+    }
+    if (result != Cut::Tag) return cutFailure(at, result);
+    if (!takePreamble(at, tag)) return false;
+    return index_.codeForm == CodeForm::Long ? scanBinary<CodeForm::Long>(at) : scanBinary<CodeForm::Short>(at);
+}
+
+Cut Indexer::cut(const char* at, RawTag& tag) const {
+    return index_.lineEnd == kBinaryLineEnd ? cutBinary(index_.codeForm, at, end_, tag)
+                                            : cutTag(at, end_, index_.lineEnd, tag);
 }
 
 // Passes over byte-order mark, blank lines and comments before the first tag.
@@ -151,24 +214,36 @@ bool Indexer::preamble(const char*& at) {
             at = line.next;
             continue;
         }
-        const Cut cut = cutTag(at, end_, index_.lineEnd, tag);
-        if (cut == Cut::Tag && tag.code == 999) {
+        const Cut result = cut(at, tag);
+        if (result == Cut::Tag && tag.code == 999) {
             at = tag.next;
             continue;
         }
         if (at == end_) {
             fails(at, "not a DXF file: nothing in it");
-        } else if (cut == Cut::NoCode) {
+        } else if (result == Cut::NoCode) {
             fails(at, "not a DXF file: first line is no group code");
-        } else if (cut == Cut::NoValue) {
-            return cutFailure(at, cut);
-        } else if (tag.code != 0) {
-            fails(at, "not a DXF file: 0 SECTION expected, found group code " + std::to_string(tag.code));
+        } else if (result == Cut::NoValue) {
+            return cutFailure(at, result);
         } else {
-            return at == start_ || open(start_, RecordKind::Preamble, 0, kNoRecord) == Step::Goes;
+            return takePreamble(at, tag);
         }
         return false;
     }
+}
+
+// The first tag decides whether this is a drawing at all.
+bool Indexer::takePreamble(const char* at, const RawTag& tag) {
+    if (tag.code != 0) {
+        fails(at, "not a DXF file: 0 SECTION expected, found group code " + std::to_string(tag.code));
+        return false;
+    }
+    const std::uint16_t type = typeNumber(index_.types.intern(trimmed(textOf(tag))));
+    if (type != kTypeSection && type != kTypeEndOfFile) {
+        fails(at, "not a DXF file: 0 SECTION expected, found " + printable(trimmed(textOf(tag))));
+        return false;
+    }
+    return at == start_ || open(start_, RecordKind::Preamble, 0, kNoRecord) == Step::Goes;
 }
 
 bool Indexer::cutFailure(const char* at, Cut cut) {
@@ -176,7 +251,8 @@ bool Indexer::cutFailure(const char* at, Cut cut) {
         const char* last = at == start_ ? at : at - 1;
         fails(last, "the file is cut off: 0 EOF is missing");
     } else if (cut == Cut::NoValue) {
-        fails(at, "the file is cut off: no value behind the last group code");
+        fails(at, index_.lineEnd == kBinaryLineEnd ? "the file is cut off: a group code or its value is not whole"
+                                                   : "the file is cut off: no value behind the last group code");
     } else {
         const Line line = cutLine(at, end_, index_.lineEnd);
         const std::string_view text(line.begin, static_cast<std::size_t>(line.end - line.begin));
@@ -189,8 +265,15 @@ bool Indexer::cutFailure(const char* at, Cut cut) {
     return false;
 }
 
+// No tag begins here: the file's end, where only EOF may be missing, or damage.
+bool Indexer::atEnd(const char* at, Cut cut) {
+    if (at != end_ || place_ != Place::Outside) return cutFailure(at, cut);
+    doubt(at == start_ ? at : at - 1, kNoRecord, "EOF is missing");
+    return open(at, RecordKind::EndOfFile, kTypeEndOfFile, kNoRecord) == Step::Goes && close(end_);
+}
+
 template <char lineEnd>
-bool Indexer::scan(const char* at) {
+bool Indexer::scanText(const char* at) {
     RawTag tag{};
     for (;;) {
         bool matters = true;
@@ -202,19 +285,50 @@ bool Indexer::scan(const char* at) {
             matters = known->matters;
         } else {
             const Cut cut = cutTag(at, end_, lineEnd, tag);
-            if (cut != Cut::Tag) return cutFailure(at, cut);
+            if (cut != Cut::Tag) return atEnd(at, cut);
             if (left >= CodeCache::kReach) cache_.learn(at, tag, lineEnd);
             matters = CodeCache::mattersToIndex(tag.code);
+            if (tag.code == kUnreadableCode) doubt(at, lastId(), "a number that is no group code");
         }
         at = tag.next;
         if (!matters) continue;
-        if (tag.code == 0 || (tag.code == 9 && place_ == Place::Header)) {
-            const Step step = startRecord(begin, tag);
-            if (step != Step::Goes) return step == Step::Ends;
-        } else if (tag.code != 9) {
-            fields_.take(tag.code, textOf(tag), index_.layers, false);
-        }
+        const Step step = take(begin, tag, textOf(tag));
+        if (step != Step::Goes) return step == Step::Ends;
     }
+}
+
+template <CodeForm form>
+bool Indexer::scanBinary(const char* at) {
+    RawTag tag{};
+    std::string number;
+    for (;;) {
+        const char* const begin = at;
+        const Cut cut = cutBinary<form>(at, end_, tag);
+        if (cut != Cut::Tag) return atEnd(at, cut);
+        at = tag.next;
+        if (!CodeCache::mattersToIndex(tag.code)) continue;
+        std::string_view value = textOf(tag);
+        if (tag.code < 1000 && encodingOf(tag.code) != Encoding::Text) {
+            number.clear();
+            appendValueText(tag, number);
+            value = number;
+        }
+        const Step step = take(begin, tag, value);
+        if (step != Step::Goes) return step == Step::Ends;
+    }
+}
+
+// A tag that matters to the index.
+Indexer::Step Indexer::take(const char* at, const RawTag& tag, std::string_view value) {
+    if (tag.code == 0 || (tag.code == 9 && place_ == Place::Header)) return startRecord(at, tag);
+    if (isPointerCode(tag.code)) {
+        if (const std::uint64_t handle = toHandle(value); handle != 0 && hasPointers(current_->kind)) {
+            pointedTo_.add(handle);
+        }
+    } else if (tag.code != 9) {
+        fields_.take(tag.code, value, index_.layers, false);
+    }
+    return Step::Goes;
 }
 
 Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
@@ -228,29 +342,20 @@ Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
     std::string_view name;
     switch (type) {
         case kTypeEndSection:
-            if (group_ != kNoRecord) {
-                return fails(at, std::string("ENDSEC inside a ") +
-                                     (place_ == Place::Tables ? "table: ENDTAB" : "block: ENDBLK") + " is missing");
-            }
-            place_ = Place::Outside;
-            main_ = kNoRecord;
-            if (open(at, RecordKind::EndSection, type, section_) != Step::Goes) return Step::Fails;
-            index_.ends[sectionSlot_].second = lastId();
-            return Step::Goes;
+            return endSection(at, true);
         case kTypeEndOfFile:
-            return fails(at, "EOF inside " + sectionText() + ": ENDSEC is missing");
+            if (endSection(at, false) != Step::Goes) return Step::Fails;
+            return endOfFile(at, tag);
         case kTypeSection:
             // An entity may be called SECTION too; the head of a section goes on with its name.
-            if (sectionName(tag.next, name)) {
-                return fails(at, "SECTION inside " + sectionText() + ": ENDSEC is missing");
-            }
-            break;
+            if (!sectionName(tag.next, name)) break;
+            if (endSection(at, false) != Step::Goes) return Step::Fails;
+            return startSection(at, tag);
         case kTypeEndTable:
-            if (group_ == kNoRecord || place_ != Place::Tables) return fails(at, "ENDTAB without a TABLE");
-            break;
         case kTypeEndBlock:
-            if (group_ == kNoRecord || place_ != Place::Blocks) return fails(at, "ENDBLK without a BLOCK");
-            break;
+            if (group_ != kNoRecord && place_ == (type == kTypeEndTable ? Place::Tables : Place::Blocks)) break;
+            doubt(at, kNoRecord, type == kTypeEndTable ? "ENDTAB without a TABLE" : "ENDBLK without a BLOCK");
+            return open(at, RecordKind::Other, type, section_);
         default:
             break;
     }
@@ -268,16 +373,42 @@ Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
     }
 }
 
+// An end that is not there is an end without bytes at the place where it was missed.
+Indexer::Step Indexer::endSection(const char* at, bool isThere) {
+    if (group_ != kNoRecord && endGroup(at, false) != Step::Goes) return Step::Fails;
+    closeMain(at);
+    if (!isThere) doubt(at, section_, "ENDSEC of " + sectionText() + " is missing");
+    place_ = Place::Outside;
+    if (open(at, RecordKind::EndSection, kTypeEndSection, section_) != Step::Goes) return Step::Fails;
+    index_.ends[sectionSlot_].second = lastId();
+    return Step::Goes;
+}
+
+Indexer::Step Indexer::endGroup(const char* at, bool isThere) {
+    const bool isTable = place_ == Place::Tables;
+    if (isTable) checkCount(at);
+    closeMain(at);
+    if (!isThere) doubt(at, group_, isTable ? "ENDTAB of a table is missing" : "ENDBLK of a block is missing");
+    const Step step = open(at, isTable ? RecordKind::EndTable : RecordKind::EndBlock,
+                           isTable ? kTypeEndTable : kTypeEndBlock, group_);
+    if (step == Step::Goes) index_.ends[groupSlot_].second = lastId();
+    group_ = kNoRecord;
+    return step;
+}
+
 Indexer::Step Indexer::startOutside(const char* at, const RawTag& tag, std::uint16_t type) {
     if (type == kTypeSection) return startSection(at, tag);
     if (type == kTypeEndOfFile) return endOfFile(at, tag);
-    if (type == kTypeEndSection) return fails(at, "ENDSEC without a SECTION");
-    return fails(at, printable(trimmed(textOf(tag))) + " outside of a section");
+    const Step step = open(at, RecordKind::Other, type, kNoRecord);
+    doubt(at, kNoRecord,
+          type == kTypeEndSection ? std::string("ENDSEC without a SECTION")
+                                  : printable(trimmed(textOf(tag))) + " outside of a section");
+    return step;
 }
 
 bool Indexer::sectionName(const char* at, std::string_view& name) const {
     RawTag tag{};
-    while (cutTag(at, end_, index_.lineEnd, tag) == Cut::Tag) {
+    while (cut(at, tag) == Cut::Tag) {
         if (tag.code != 999) {
             name = trimmed(textOf(tag));
             return tag.code == 2;
@@ -288,7 +419,11 @@ bool Indexer::sectionName(const char* at, std::string_view& name) const {
 }
 
 Indexer::Step Indexer::startSection(const char* at, const RawTag& tag) {
-    if (!sectionName(tag.next, sectionName_)) return fails(at, "a section without a name");
+    if (!sectionName(tag.next, sectionName_)) {
+        if (index_.sections.empty()) return fails(at, "a section without a name");
+        sectionName_ = {};
+        doubt(at, kNoRecord, "a section without a name");
+    }
     place_ = Place::Unknown;
     plainKind_ = RecordKind::Other;
     for (const NamedPlace& known : kPlaces) {
@@ -306,7 +441,7 @@ Indexer::Step Indexer::startSection(const char* at, const RawTag& tag) {
 
 Indexer::Step Indexer::startInTables(const char* at, std::uint16_t type) {
     if (type == kTypeTable) {
-        if (group_ != kNoRecord) return fails(at, "TABLE inside a table: ENDTAB is missing");
+        if (group_ != kNoRecord && endGroup(at, false) != Step::Goes) return Step::Fails;
         const Step step = openHead(at, RecordKind::Table, type, section_, groupSlot_);
         if (step != Step::Goes) return step;
         group_ = lastId();
@@ -314,40 +449,82 @@ Indexer::Step Indexer::startInTables(const char* at, std::uint16_t type) {
         return Step::Goes;
     }
     if (group_ == kNoRecord) return open(at, RecordKind::Other, type, section_);
-    if (type != kTypeEndTable) return open(at, RecordKind::TableRecord, type, group_);
-    const Step step = open(at, RecordKind::EndTable, type, group_);
-    if (step == Step::Goes) index_.ends[groupSlot_].second = lastId();
-    group_ = kNoRecord;
-    return step;
+    return type == kTypeEndTable ? endGroup(at, true) : open(at, RecordKind::TableRecord, type, group_);
 }
 
 Indexer::Step Indexer::startInBlocks(const char* at, std::uint16_t type) {
     if (type == kTypeBlock) {
-        if (group_ != kNoRecord) return fails(at, "BLOCK inside a block: ENDBLK is missing");
+        if (group_ != kNoRecord && endGroup(at, false) != Step::Goes) return Step::Fails;
         const Step step = openHead(at, RecordKind::Block, type, section_, groupSlot_);
         if (step == Step::Goes) group_ = lastId();
         return step;
     }
     if (group_ == kNoRecord) return open(at, RecordKind::Other, type, section_);
-    if (type != kTypeEndBlock) return startEntity(at, type, group_);
-    main_ = kNoRecord;
-    const Step step = open(at, RecordKind::EndBlock, type, group_);
-    if (step == Step::Goes) index_.ends[groupSlot_].second = lastId();
-    group_ = kNoRecord;
-    return step;
+    return type == kTypeEndBlock ? endGroup(at, true) : startEntity(at, type, group_);
 }
 
 Indexer::Step Indexer::startEntity(const char* at, std::uint16_t type, RecordId container) {
     const bool isSub = main_ != kNoRecord && (type == kTypeVertex || type == kTypeAttrib || type == kTypeSeqend);
     if (!isSub) {
+        closeMain(at);
         const Step step = open(at, RecordKind::Entity, type, container);
-        main_ = type == kTypePolyline || type == kTypeInsert ? lastId() : kNoRecord;
+        if (type == kTypePolyline || type == kTypeInsert) main_ = lastId();
         return step;
     }
     const Step step = open(at, RecordKind::Entity, type, main_);
     if (step == Step::Goes) current_->flags |= kSubEntity;
+    hasSubs_ = true;
     if (type == kTypeSeqend) main_ = kNoRecord;
     return step;
+}
+
+// What follows is no part of the polyline or block reference any more.
+void Indexer::closeMain(const char* at) {
+    if (main_ != kNoRecord && (hasSubs_ || index_.records[main_].type == kTypePolyline)) {
+        doubt(at, main_, "SEQEND of the " + std::string(index_.types[index_.records[main_].type]) + " is missing");
+    }
+    main_ = kNoRecord;
+    hasSubs_ = false;
+}
+
+// The count in a table's head is the most it may hold; older programs write more than there is.
+void Indexer::checkCount(const char* at) {
+    const char* place = start_ + index_.records[group_].offset;
+    const char* const headEnd = lastId() == group_ ? at : start_ + index_.records[group_ + 1].offset;
+    std::string value;
+    for (RawTag tag{}; place != headEnd && cut(place, tag) == Cut::Tag; place = tag.next) {
+        if (tag.code != 70) continue;
+        if (index_.lineEnd == kBinaryLineEnd) {
+            appendValueText(tag, value);
+        } else {
+            value = textOf(tag);
+        }
+        const std::int64_t count = lastId() - group_;
+        if (toInteger(value, count) < count) {
+            doubt(place, group_,
+                  "the table says " + std::string(trimmed(value)) + " records and holds " + std::to_string(count));
+        }
+        return;
+    }
+}
+
+// Looks for pointers to nothing once more, for their places, when there are any.
+void Indexer::checkPointers() {
+    if (pointedTo_.isPartOf(given_)) return;
+    for (RecordId id = 0; id < index_.records.size(); ++id) {
+        const Record& record = index_.records[id];
+        if (!hasPointers(record.kind)) continue;
+        const char* place = start_ + record.offset;
+        const char* const recordEnd = place + record.stored;
+        for (RawTag tag{}; place != recordEnd && cut(place, tag) == Cut::Tag; place = tag.next) {
+            if (!isPointerCode(tag.code)) continue;
+            const std::uint64_t handle = toHandle(textOf(tag));
+            if (handle == 0 || given_.has(handle)) continue;
+            doubt(
+                place, id,
+                "group code " + std::to_string(tag.code) + " points to " + handleText(handle) + ", which no record is");
+        }
+    }
 }
 
 Indexer::Step Indexer::endOfFile(const char* at, const RawTag& tag) {

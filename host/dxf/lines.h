@@ -1,6 +1,7 @@
 // Cuts bytes into tags: pairs of a code line and a value line.
 //
-// Lines end in LF or CR LF, in any mixture, or in CR alone when the whole file does so.
+// Lines end in LF or CR LF, in any mixture, or in CR alone when the whole file does so. Records of binary drawings come
+// as lines that end in NUL.
 #pragma once
 
 #include <cstddef>
@@ -34,8 +35,11 @@ inline Line cutLine(const char* at, const char* end, char lineEnd) {
     return {at, twoBytes ? found - 1 : found, found + 1, true};
 }
 
-// A group code: blanks and tabs, perhaps a sign, digits, blanks and tabs. False when the line is anything else or the
-// number does not fit an int.
+// Stands for a group code that is a number, but none a code can be.
+constexpr int kUnreadableCode = std::numeric_limits<int>::min();
+
+// A group code: blanks and tabs, perhaps a sign, digits, blanks and tabs. False when the line is anything else. A
+// number that does not fit an int becomes kUnreadableCode.
 inline bool parseCode(const char* at, const char* end, int& code) {
     while (at != end && (*at == ' ' || *at == '\t'))
         ++at;
@@ -47,10 +51,10 @@ inline bool parseCode(const char* at, const char* end, int& code) {
     std::int64_t number = 0;
     for (; at != end; ++at) {
         if (*at < '0' || *at > '9') return false;
-        number = number * 10 + (*at - '0');
-        if (number > std::numeric_limits<int>::max()) return false;
+        if (number <= std::numeric_limits<int>::max()) number = number * 10 + (*at - '0');
     }
-    code = static_cast<int>(negative ? -number : number);
+    const bool isReadable = number <= std::numeric_limits<int>::max();
+    code = !isReadable ? kUnreadableCode : static_cast<int>(negative ? -number : number);
     return true;
 }
 

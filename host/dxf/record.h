@@ -43,7 +43,7 @@ enum RecordFlag : std::uint8_t {
 
 struct Record {
     std::uint64_t offset = 0;    // in the file, or in the edit arena when kEdited
-    std::uint32_t length = 0;    // bytes
+    std::uint32_t stored = 0;    // bytes there; Drawing::length() is what places of tags count in
     NameId layer = kNoName;      // code 8 as spelled in the file; entities and the heads and ends of blocks only
     std::uint64_t handle = 0;    // code 5 (105 for DIMSTYLE); 0 when it has none
     RecordId owner = kNoRecord;  // the Section, Table or Block record it lies under; kSubEntity: the main entity

@@ -4,11 +4,22 @@
 #include <charconv>
 #include <cmath>
 
+#include "host/dxf/codeform.h"
 #include "host/dxf/lines.h"
 
 namespace qrs::dxf {
 
-TagCursor::TagCursor(std::string_view record) : TagCursor(record, lineEndOf(record)) {}
+namespace {
+
+// No group code holds a NUL, so one in the first line ends it.
+char lineEndOfRecord(std::string_view record) {
+    const std::size_t at = record.find_first_of(std::string_view("\r\n\0", 3));
+    return at != std::string_view::npos && record[at] == kBinaryLineEnd ? kBinaryLineEnd : lineEndOf(record);
+}
+
+}  // namespace
+
+TagCursor::TagCursor(std::string_view record) : TagCursor(record, lineEndOfRecord(record)) {}
 
 bool TagCursor::next(Tag& tag) {
     const char* const begin = record_.data();

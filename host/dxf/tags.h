@@ -25,7 +25,8 @@ struct NewTag {
 // Walks the tags of one record. Only well-formed records reach it: the reader checks each line when it opens a file.
 class TagCursor {
   public:
-    // lineEnd is the byte that ends the drawing's lines: LF (a CR before it belongs to the end), or CR.
+    // lineEnd is the byte that ends the drawing's lines: LF (a CR before it belongs to the end), CR, or, for records of
+    // binary drawings, NUL.
     TagCursor(std::string_view record, char lineEnd) : record_(record), lineEnd_(lineEnd) {}
     // For a record by itself: its first line tells.
     explicit TagCursor(std::string_view record);

@@ -56,7 +56,7 @@ TEST(Editing, ChangesOnlyTheTagsAskedFor) {
     ASSERT_TRUE(drawing->findTag(line, 67, tag));
     drawing->eraseTags(line, tag.begin, tag.end);
     ASSERT_TRUE(drawing->findTag(line, 1001, tag));
-    drawing->eraseTags(line, tag.begin, drawing->record(line).length);
+    drawing->eraseTags(line, tag.begin, drawing->length(line));
     EXPECT_EQ(drawing->name(drawing->record(line).layer), "two^M^Jlines");
     EXPECT_EQ(drawing->record(line).flags, kEdited);
     EXPECT_EQ(drawing->findHandle(0x40), line);
@@ -84,7 +84,7 @@ TEST(Editing, NewTagsTakeTheStyleOfTheDrawing) {
         const std::string bytes = lay(sampleTags(), style.width, style.lineEnd);
         const auto drawing = parse(bytes);
         const RecordId layer = drawing->findHandle(0x11);
-        drawing->insertTags(layer, drawing->record(layer).length, {{62, "7"}, {1071, "8"}});
+        drawing->insertTags(layer, drawing->length(layer), {{62, "7"}, {1071, "8"}});
         EXPECT_TRUE(drawing->record(layer).flags & kHasXdata);
         const std::string after = std::string("frozen") + style.lineEnd;
         std::string expected = bytes;
@@ -99,7 +99,7 @@ TEST(Editing, NewTagsTakeTheStyleOfTheDrawing) {
     // The last line of a file may lack its end.
     const auto drawing = parse("0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF");
     const RecordId eof = drawing->next(drawing->endOf(drawing->findSection("ENTITIES")));
-    drawing->insertTags(eof, drawing->record(eof).length, {{999, "bye"}});
+    drawing->insertTags(eof, drawing->length(eof), {{999, "bye"}});
     EXPECT_EQ(drawing->toBytes(), "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n999\nbye\n");
 }
 
