@@ -1,0 +1,107 @@
+#!/usr/bin/env python3
+"""Checks the command pages of docs/commands: each example is run, and must print and change what its page shows.
+
+    pages.py CONSOLE            checks
+    pages.py CONSOLE --update   writes what the examples print and change into the pages
+
+An example is a line with a link to its drawing, [examples/NAME](../../examples/NAME) or "a new drawing", and behind it a block
+```script; a block ```transcript shows what it prints, a block ```changes what `qrsconsole --compare` tells of the drawing
+before and after, and a block ```settings what it leaves in the user's settings. The pages in both languages show the same.
+"""
+import re
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+PAGES = ROOT / "docs" / "commands"
+BLOCK = re.compile(r"^```(script|transcript|changes|settings)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+DRAWING = re.compile(r"\]\(\.\./\.\./(examples/[^)]+\.dxf)\)")
+
+
+def command_names():
+    table = (ROOT / "module/frame/cmdtable.cpp").read_text(encoding="utf-8")
+    return re.findall(r'^    \{L"(\w+)", &command<', table, re.MULTILINE)
+
+
+def run_example(console, drawing, script):
+    """What the script prints, changes in the drawing, and leaves in the settings."""
+    with tempfile.TemporaryDirectory() as folder:
+        folder = Path(folder)
+        (folder / "example.scr").write_text(script, encoding="utf-8")
+        name = folder / "drawing.dxf"
+        arguments = [console, "--settings", "settings.ini", "-s", "example.scr"]
+        if drawing:
+            name.write_bytes((ROOT / drawing).read_bytes())
+            arguments += ["-o", "after.dxf", "drawing.dxf"]
+        ran = subprocess.run(arguments, cwd=folder, capture_output=True, timeout=120,
+                             env={"PATH": "/usr/bin:/bin", "TMPDIR": str(folder), "HOME": str(folder)})
+        if ran.returncode != 0 or ran.stderr:
+            raise RuntimeError(f"exit code {ran.returncode}: {ran.stderr.decode()}{ran.stdout.decode()}")
+        changes = ""
+        if drawing:
+            compared = subprocess.run([console, "--compare", "drawing.dxf", "after.dxf"], cwd=folder, capture_output=True)
+            changes = compared.stdout.decode()
+        settings = folder / "settings.ini"
+        return {"transcript": ran.stdout.decode(), "changes": changes,
+                "settings": settings.read_text(encoding="utf-8") if settings.exists() else ""}
+
+
+def checked_page(console, text):
+    """The page with its examples' results as they are."""
+    parts, at, drawing, result = [], 0, None, None
+    for block in BLOCK.finditer(text):
+        kind, shown = block.groups()
+        links = DRAWING.findall(text, at, block.start())
+        drawing = links[-1] if links else drawing
+        if kind == "script":
+            result = run_example(console, drawing, shown)
+        elif result is None:
+            raise RuntimeError(f"```{kind} without a ```script before it")
+        else:
+            result[kind] += "" if result[kind].endswith("\n") or not result[kind] else "\n"
+            shown = result[kind]
+        parts += [text[at:block.start()], f"```{kind}\n{shown}```"]
+        at = block.end()
+    if result is None:
+        raise RuntimeError("no example")
+    return "".join(parts) + text[at:]
+
+
+def main():
+    console, update = str(Path(sys.argv[1]).resolve()), "--update" in sys.argv[2:]
+    faults = []
+    names = command_names()
+    if len(names) != 30:
+        faults.append(f"{len(names)} commands found in the table")
+    for name in names:
+        blocks = []
+        for page in (PAGES / f"{name}.md", PAGES / f"{name}.zh-CN.md"):
+            if not page.exists():
+                faults.append(f"{page.name} is missing")
+                continue
+            text = page.read_text(encoding="utf-8")
+            blocks.append(BLOCK.findall(text))
+            try:
+                made = checked_page(console, text)
+            except (RuntimeError, subprocess.TimeoutExpired) as error:
+                faults.append(f"{page.name}: {error}")
+                continue
+            if made != text and update:
+                page.write_text(made, encoding="utf-8")
+            elif made != text:
+                old, new = text.split("\n"), made.split("\n")
+                line = next((i for i, (a, b) in enumerate(zip(old, new)) if a != b), min(len(old), len(new)))
+                faults.append(f"{page.name}:{line + 1}: shown {old[line:line + 1]}, is {new[line:line + 1]}")
+        if len(blocks) == 2 and blocks[0] != blocks[1] and not update:
+            faults.append(f"{name}: the two languages show different examples")
+        for readme in (PAGES / "README.md", PAGES / "README.zh-CN.md"):
+            if not readme.exists() or f"({name}" not in readme.read_text(encoding="utf-8"):
+                faults.append(f"{readme.name} does not lead to {name}")
+    print("\n".join(faults) if faults else f"{len(names)} commands: the pages show what they do")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
