@@ -48,14 +48,21 @@ bool loadBuiltin(StandardHolder& holder, const std::wstring& path) {
     return true;
 }
 
+std::wstring chosenFile() {
+    return chosenFile(TRegKey(GetRegLocation(kChoiceKey)).GetString(kChoiceValue, L""));
+}
+
+std::wstring defaultFile() {
+    return platform::joinPath(view(g_csSysPath), kDefaultFile);
+}
+
 }  // namespace
 
 bool loadCurrentStandard() {
     StandardHolder& holder = StandardHolder::instance();
     if (holder.isLoaded()) return true;
-    const std::wstring value = TRegKey(GetRegLocation(kChoiceKey)).GetString(kChoiceValue, L"");
-    const std::wstring chosen = chosenFile(value);
-    const std::wstring byDefault = platform::joinPath(view(g_csSysPath), kDefaultFile);
+    const std::wstring chosen = chosenFile();
+    const std::wstring byDefault = defaultFile();
     const bool choseDefault = chosen.empty() || platform::compareNoCase(chosen, byDefault) == 0;
     if (!choseDefault) {
         if (load(holder, chosen, L"本次改用默认标准。")) {
@@ -68,6 +75,25 @@ bool loadCurrentStandard() {
     if (!load(holder, byDefault, L"现在没有管线系统标准。")) return false;
     // When the chosen file failed, the choice stays: once the file is mended it counts again.
     if (choseDefault) remember(byDefault);
+    return true;
+}
+
+bool reloadCurrentStandard() {
+    StandardHolder& holder = StandardHolder::instance();
+    if (holder.isLoaded()) {
+        const std::wstring chosen = chosenFile();
+        const std::wstring path = chosen.empty() ? defaultFile() : chosen;
+        // Without any file what serves now serves on.
+        if (!platform::fileExists(path) || !load(holder, path, L"仍使用已载入的标准。")) return false;
+        remember(path);
+    } else if (!loadCurrentStandard()) {
+        return false;
+    }
+    readOldLayerDefinitions();
+    convertOldSystemNames();
+    applyObjectColors();
+    readLinetypeTextSettings();
+    initLayerMaps();
     return true;
 }
 

@@ -13,6 +13,11 @@ namespace qrs::standard {
 // False when no standard is loaded.
 bool loadCurrentStandard();
 
+// Loads the standard again, chosen as at the start, and does with it what the start does. Where the file does not load,
+// the one in memory stays, with a message. Pointers into the old tree end when a new one is loaded.
+// False when no new one was loaded.
+bool reloadCurrentStandard();
+
 // Reads LAYERDEF.DAT of the system folder, when there is one: settings of layers by their key in older standards.
 //
 // It is text in the ANSI code page. A line reads OldKey=LayerName[,colour[,linetype]] with the colour as an index (0 by

@@ -1,0 +1,66 @@
+// The command drsz: exported settings are copied back over the installed ones.
+#include "dialogs/importsetting.h"
+
+#include <iterator>
+#include <optional>
+
+#include "acedads.h"
+#include "acutads.h"
+#include "dialogs/settingfiles.h"
+#include "frame/startup.h"
+#include "host/platform/dialog.h"
+#include "host/platform/files.h"
+#include "standard/startup.h"
+
+namespace qrs::dialogs {
+
+namespace {
+
+constexpr const wchar_t* kPrompt = L"\n选择导入设置文件的位置[读取默认位置(1)/到指定目录读取(2)]:<1>";
+
+// Not the order of the export: CmdConfig.xml comes last, so that it is not replaced by an import that is cut off.
+const SettingGroup importOrder[] = {kShortcuts, kToolBars, kLayers, kLinetypes, kPipes, kUserLibrary, kInitial};
+
+void reloadStandard() {
+    standard::reloadCurrentStandard();
+    if (frame::layerPanel().refresh) frame::layerPanel().refresh();
+}
+
+}  // namespace
+
+void importSettings(const std::wstring& folder) {
+    if (!platform::folderExists(folder)) {
+        acutPrintf(L"没有找到导出的文件，请确认首先进行导出设置。\n");
+        return;
+    }
+    readOptions(folder);
+    bool hasNewShortcuts = false;
+    for (const SettingGroup group : importOrder) {
+        for (const wchar_t* name : settingGroupRows[group].files)
+            if (copyBack(folder, name) && name == kShortcutsFile) hasNewShortcuts = true;
+        if (group != kLayers) continue;
+        copyStandardsBack(folder);
+        reloadStandard();
+    }
+    acutPrintf(L"已经完成导入设置。\n");
+    if (hasNewShortcuts) acutPrintf(L"您更新了acad.pgp文件。需要重新启动ACAD才能生效。\n");
+}
+
+void drsz() {
+    wchar_t answer[133];
+    if (acedGetString(0, kPrompt, answer, std::size(answer)) != RTNORM) return;
+    if (std::wstring(answer) == L"2") {
+        const std::optional<std::wstring> chosen = platform::chooseFolder(L"指定导入目录");
+        if (chosen) importSettings(endedFolder(*chosen));
+        return;
+    }
+    std::wstring reason;
+    const std::wstring folder = defaultSettingFolder();
+    if (defaultFolderState(reason) == FolderState::Refused) {
+        acutPrintf(L"\n不能使用默认设置目录 %s：%s。请从指定目录读取。\n", folder.c_str(), reason.c_str());
+        return;
+    }
+    importSettings(folder);
+}
+
+}  // namespace qrs::dialogs
