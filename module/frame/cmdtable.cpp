@@ -2,6 +2,8 @@
 #include "frame/cmdtable.h"
 
 #include "acutads.h"
+#include "dialogs/exportsetting.h"
+#include "dialogs/importsetting.h"
 #include "layers/layercommands.h"
 #include "tools/interfacecount.h"
 #include "tools/layertag.h"
@@ -24,12 +26,12 @@ using namespace layers;
 // The group's name is misspelled in every menu and tool bar that calls it, so it stays.
 const CommandRow commandTable[kCommandCount] = {
     {L"gxsz", &command<laterCommand<1>>, 2, nullptr},
-    {L"dcsz", &command<laterCommand<2>>, 4, nullptr},
-    {L"drsz", &command<laterCommand<3>>, 4, L"\n选择导入设置文件的位置[读取默认位置(1)/到指定目录读取(2)]:<1>"},
+    {L"dcsz", &command<dialogs::dcsz>, 4, nullptr},
+    {L"drsz", &command<dialogs::drsz>, 4, nullptr},
     {L"SetAllPipeLayOpen", &command<layerCommand<&CLayerToolBar::SetAllPipeLayOpen>>, 1, nullptr},
     {L"tckz", &command<laterCommand<5>>, 2, nullptr},
     {L"gpsbs", &command<gpsbs>, 2, L"\n此命令不能单独使用，请通过给排水\"图层控制\"中的给排水标识使用！"},
-    {L"CleanOvraLayTag", &command<tools::cleanArchitectureTags>, 2, L"\n请选择要清除建筑标识的图元[清除全部A]<退出>"},
+    {L"CleanOvraLayTag", &command<tools::cleanArchitectureTags>, 2, nullptr},
     {L"UnLockSelLayer", &command<layerCommand<&CLayerToolBar::UnLockSelLayer>>, 2, nullptr},
     {L"LockSelLayer", &command<layerCommand<&CLayerToolBar::LockSelLayer>>, 2, nullptr},
     {L"sfxc", &command<layerCommand<&CLayerToolBar::LockOtherLayers>>, 2, nullptr},
@@ -39,7 +41,7 @@ const CommandRow commandTable[kCommandCount] = {
     {L"EraseSelLayer", &command<layerCommand<&CLayerToolBar::EraseSelLayer>>, 2, nullptr},
     {L"ConvertLayer", &command<layerCommand<&CLayerToolBar::ConvertLayer>>, 2, nullptr},
     {L"hbtc", &command<laterLayerCommand<16>>, 2, L"\n请选择要删除图层上的任意图元:<退出>"},
-    {L"gxgd", &command<tools::updatePipes>, 2, L"\n请选择需要更新的管线<全图>:"},
+    {L"gxgd", &command<tools::updatePipes>, 2, nullptr},
     {L"tcdc", &command<layerCommand<&CLayerToolBar::ExportLayer>>, 2, nullptr},
     {L"tctq", &command<laterLayerCommand<19>>, 2, nullptr},
     {L"FrozenLayer", &command<layerCommand<&CLayerToolBar::FrozenLayer>>, 2, nullptr},
@@ -50,10 +52,9 @@ const CommandRow commandTable[kCommandCount] = {
      L"\n请输入平面图要变成的颜色(1-红/2-黄/3-绿/4-青/5-蓝/6-粉/7-白)[选择图层(E)/选择颜色(C)]<当前颜色值(%d)>:"},
     {L"yshf", &command<laterLayerCommand<25>>, 2, nullptr},
     {L"cztk", &command<laterCommand<26>>, 2, L"\n请选择需要重置的图块<退出>:"},
-    {L"jcjk", &command<tools::countInterfaces>, 2, L"\n请选择需要检查接口数的对象<退出>:"},
+    {L"jcjk", &command<tools::countInterfaces>, 2, nullptr},
     {L"gxfz", &command<layerCommand<&CLayerToolBar::CollectBimLayer>>, 2, nullptr},
-    {L"xxyh", &command<tools::optimizeLinetypes>, 2,
-     L"\n请选择待优化线型的对象[文字间隙%.3f(D)/文字放大%.3f倍(S)]:<退出>"},
+    {L"xxyh", &command<tools::optimizeLinetypes>, 2, nullptr},
     {L"xxyh2", &command<tools::optimizeLinetypesByDialog>, 2, nullptr},
 };
 
