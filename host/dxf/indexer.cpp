@@ -1,4 +1,6 @@
 // The one pass over a file that finds its records.
+#include <algorithm>
+
 #include "host/dxf/binary.h"
 #include "host/dxf/codecache.h"
 #include "host/dxf/handlecheck.h"
@@ -24,6 +26,14 @@ constexpr NamedPlace kPlaces[] = {
     {"TABLES", Place::Tables, RecordKind::Other},      {"BLOCKS", Place::Blocks, RecordKind::Other},
     {"ENTITIES", Place::Entities, RecordKind::Entity}, {"OBJECTS", Place::Objects, RecordKind::Object},
 };
+
+// Records that tables hold without counting them: the linetypes ByLayer and ByBlock, the blocks of model and paper
+// space, the editor's own application.
+struct Uncounted {
+    std::string_view name;
+    int records;
+};
+constexpr Uncounted kUncounted[] = {{"LTYPE", 2}, {"BLOCK_RECORD", 3}, {"APPID", 1}};
 
 // A piece of a file as a message can show it.
 std::string printable(std::string_view text) {
@@ -88,7 +98,9 @@ class Indexer {
     Step endOfFile(const char* at, const RawTag& tag);
     bool sectionName(const char* at, std::string_view& name) const;
     void closeMain(const char* at);
+    std::string valueIn(const char* place, const char* end, int code, const char*& found) const;
     void checkCount(const char* at);
+    void checkVertices(const char* at);
     void checkPointers();
 
     Step open(const char* at, RecordKind kind, std::uint16_t type, RecordId owner);
@@ -143,6 +155,7 @@ bool Indexer::close(const char* at) {
     if (current_->handle != 0 && !given_.add(current_->handle)) {
         doubt(start_ + current_->offset, lastId(), "another record has this handle too");
     }
+    if (current_->type == kTypeLwPolyline) checkVertices(at);
     return true;
 }
 
@@ -487,25 +500,49 @@ void Indexer::closeMain(const char* at) {
     hasSubs_ = false;
 }
 
-// The count in a table's head is the most it may hold; older programs write more than there is.
-void Indexer::checkCount(const char* at) {
-    const char* place = start_ + index_.records[group_].offset;
-    const char* const headEnd = lastId() == group_ ? at : start_ + index_.records[group_ + 1].offset;
+// The first value of a code in the open record or table head; empty when it has none.
+std::string Indexer::valueIn(const char* place, const char* end, int code, const char*& found) const {
     std::string value;
-    for (RawTag tag{}; place != headEnd && cut(place, tag) == Cut::Tag; place = tag.next) {
-        if (tag.code != 70) continue;
+    for (RawTag tag{}; place != end && cut(place, tag) == Cut::Tag; place = tag.next) {
+        if (tag.code != code) continue;
+        found = place;
         if (index_.lineEnd == kBinaryLineEnd) {
             appendValueText(tag, value);
         } else {
-            value = textOf(tag);
+            value = trimmed(textOf(tag));
         }
-        const std::int64_t count = lastId() - group_;
-        if (toInteger(value, count) < count) {
-            doubt(place, group_,
-                  "the table says " + std::string(trimmed(value)) + " records and holds " + std::to_string(count));
-        }
-        return;
+        break;
     }
+    return value;
+}
+
+// The count in a table's head is the most it may hold, so a greater one is none the worse.
+void Indexer::checkCount(const char* at) {
+    const char* const head = start_ + index_.records[group_].offset;
+    const char* const headEnd = lastId() == group_ ? at : start_ + index_.records[group_ + 1].offset;
+    const char* place = head;
+    const char* ignored = head;
+    const std::string name = valueIn(head, headEnd, 2, ignored);
+    const std::string value = valueIn(head, headEnd, 70, place);
+    if (value.empty()) return;
+    std::int64_t count = lastId() - group_;
+    for (const Uncounted& table : kUncounted) {
+        if (table.name == name) count = std::max(std::int64_t{0}, count - table.records);
+    }
+    if (toInteger(value, -1) >= count) return;
+    doubt(place, group_, "the table says " + value + " records and holds " + std::to_string(lastId() - group_));
+}
+
+// The vertices of a polyline are as many as it says.
+void Indexer::checkVertices(const char* at) {
+    const char* place = start_ + current_->offset;
+    const char* counted = place;
+    const std::string value = valueIn(place, at, 90, counted);
+    std::int64_t count = 0;
+    for (RawTag tag{}; place != at && cut(place, tag) == Cut::Tag; place = tag.next)
+        count += tag.code == 10;
+    if (toInteger(value, count) == count) return;
+    doubt(counted, lastId(), "the polyline says " + value + " vertices and has " + std::to_string(count));
 }
 
 // Looks for pointers to nothing once more, for their places, when there are any.
