@@ -1,1 +1,5 @@
-set(QRS_DIALOGS_SOURCES)
+set(QRS_DIALOGS_SOURCES
+    exportsetting.cpp
+    importsetting.cpp
+    settingfiles.cpp
+    settingoptions.cpp)
