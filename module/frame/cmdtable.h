@@ -12,7 +12,7 @@ struct CommandRow {
     const wchar_t* name;  // global and local name
     AcRxFunctionPtr handler;
     Adesk::Int32 flags;
-    const wchar_t* text;  // its first prompt or its message; null for a command that opens a dialog or asks nothing
+    const wchar_t* text;  // what a command without a routine of its own says first; null: nothing
 };
 
 constexpr int kCommandCount = 30;

@@ -6,13 +6,10 @@
 
 namespace qrs::layers {
 
-void setAllPipeLayOpen();
-void unLockSelLayer();
-void unFrozenAllLayer();
-void frozenViewLayer();
-void unFrozenViewAllLayer();
-void openLayer();
-void yshf();
+template <void (CLayerToolBar::*operation)()>
+void layerCommand() {
+    (CLayerToolBar::Instance().*operation)();
+}
 
 // A layer command that is still to come.
 template <int row>

@@ -1,2 +1,3 @@
 set(QRS_LAYERS_SOURCES
-    layercommands.cpp layerstate.cpp layertoolbar.cpp pwxlayers.cpp showall.cpp)
+    bimlayers.cpp contents.cpp externalblocks.cpp freezing.cpp layerexport.cpp layerstate.cpp layertoolbar.cpp locks.cpp
+    onoff.cpp picking.cpp pwxlayers.cpp showall.cpp)

@@ -1,0 +1,110 @@
+// Erasing and moving what lies on layers.
+#include "layers/contents.h"
+
+#include <string>
+
+#include "acutads.h"
+#include "adsdb.h"
+#include "axlock.h"
+#include "dbents.h"
+#include "dbobjptr.h"
+#include "layers/chain.h"
+#include "layers/layertoolbar.h"
+#include "layers/picking.h"
+
+using namespace qrs::layers;
+
+namespace {
+
+// Only these have objects behind them that belong to them.
+bool hasParts(const AcDbEntity& entity) {
+    const std::wstring kind = entity.isA()->dxfName();
+    return kind == L"INSERT" || kind == L"POLYLINE";
+}
+
+void moveParts(AcDbObjectId owner, AcDbObjectId from, AcDbObjectId to) {
+    ads_name name;
+    if (acdbGetAdsName(name, owner) != Acad::eOk) return;
+    AcDbEntityPointer part;
+    for (AcDbObjectId id; acdbEntNext(name, name) == RTNORM && acdbGetObjectId(id, name) == Acad::eOk;) {
+        if (part.open(id, AcDb::kForRead) != Acad::eOk || part->ownerId() != owner) return;
+        if (part->layerId() == from && part->upgradeOpen() == Acad::eOk) part->setLayer(to, false);
+    }
+}
+
+// The sheet of paper of a layout, which shows the layout itself and goes with it alone.
+bool isPaper(const AcDbEntity& entity) {
+    constexpr int kPaperNumber = 1;
+    const AcDbViewport* viewport = AcDbViewport::cast(&entity);
+    return viewport && viewport->number() == kPaperNumber;
+}
+
+void eraseObjects(const AcDbObjectIdArray& objects) {
+    AcDbEntityPointer entity;
+    for (const AcDbObjectId& id : objects)
+        if (entity.open(id, AcDb::kForWrite) == Acad::eOk && !isPaper(*entity.object())) entity->erase();
+}
+
+}  // namespace
+
+AcDbObjectIdArray qrs::layers::objectsOn(AcDbObjectId layer) {
+    const std::wstring name = nameOf(layer);
+    const Chain filter(acutBuildList(RTDXF0, L"*", AcDb::kDxfLayerName, name.c_str(), RTNONE));
+    TPickEntSet found;
+    if (!name.empty() && filter) found.Get(filter.get());
+    return found.ids();
+}
+
+bool qrs::layers::moveObject(AcDbObjectId object, AcDbObjectId layer) {
+    AcDbEntityPointer entity(object, AcDb::kForWrite);
+    if (entity.openStatus() != Acad::eOk) return false;
+    const AcDbObjectId from = entity->layerId();
+    const bool parts = hasParts(*entity.object());
+    if (entity->setLayer(layer, false) != Acad::eOk) return false;
+    entity.close();
+    if (parts) moveParts(object, from, layer);
+    return true;
+}
+
+void qrs::layers::moveObjects(AcDbObjectId source, AcDbObjectId target) {
+    for (const AcDbObjectId& id : objectsOn(source))
+        moveObject(id, target);
+}
+
+bool qrs::layers::refuseAsTarget(const std::wstring& layer) {
+    if (!isOfReference(layer)) return false;
+    acutPrintf(L"\n%s是外部参照的图层，不能作为目标图层！", layer.c_str());
+    return true;
+}
+
+void CLayerToolBar::EraseSelLayer() {
+    const AcAxDocLock lock;
+    if (lock.lockStatus() != Acad::eOk) return;
+    TPickEntSet picked;
+    if (SelectEntities(L"\n请选择删除层上的图元 <退出>:", picked) != RTNORM) return;
+    for (const AcDbObjectId& layer : layersOf(picked.ids())) {
+        if (isLocked(layer))
+            acutPrintf(L"\n%s层已经锁定，层上的图元没有删除！", nameOf(layer).c_str());
+        else
+            eraseObjects(objectsOn(layer));
+    }
+}
+
+void CLayerToolBar::ConvertLayer() {
+    const AcAxDocLock lock;
+    if (lock.lockStatus() != Acad::eOk) return;
+    AcDbObjectId source;
+    AcDbObjectId target;
+    if (pickLayer(L"\n请选择要转换图层(源)上的任意图元:<退出>", source) != RTNORM) return;
+    if (pickLayer(L"\n请选择要转换图层(目标)上的任意图元:<退出>", target) != RTNORM) return;
+    const std::wstring from = nameOf(source);
+    const std::wstring to = nameOf(target);
+    if (source == target) {
+        acutPrintf(L"\n图层相同，不需要转换！\n");
+    } else if (isLocked(source)) {
+        acutPrintf(L"\n%s层已经锁定，层上的图元没有转换！", from.c_str());
+    } else if (!refuseAsTarget(to)) {
+        moveObjects(source, target);
+        acutPrintf(L"\n%s层 已经成功转换到 %s层了！", from.c_str(), to.c_str());
+    }
+}

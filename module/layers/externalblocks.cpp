@@ -1,0 +1,40 @@
+// PwxTool: block references that show external references.
+#include "acutads.h"
+#include "dbents.h"
+#include "dbobjptr.h"
+#include "hostselect.h"
+#include "layers/picking.h"
+#include "PwxTool.h"
+
+namespace PwxTool {
+
+bool IsExternalBlock(AcDbObjectId object) {
+    const AcDbObjectPointer<AcDbBlockReference> reference(object, AcDb::kForRead);
+    if (reference.openStatus() != Acad::eOk) return false;
+    const AcDbBlockTableRecordPointer block(reference->blockTableRecord(), AcDb::kForRead);
+    return block.openStatus() == Acad::eOk && block->isFromExternalReference();
+}
+
+bool IsExternalBlock(const TEntitySet& object) {
+    return IsExternalBlock(qrs::layers::idOf(object));
+}
+
+int SelectEntityFromExternalBlock(const CString& prompt, const TEntitySet& reference, AcDbObjectId& layer) {
+    layer.setNull();
+    for (;;) {
+        qrs::host::NestedPick picked;
+        const int answer = qrs::host::pickNested(prompt.GetString(), reference.ent, picked);
+        if (answer == RTERROR && qrs::layers::pickMissed()) {
+            acutPrintf(L"\n没有选中外部参照上的图元！");
+        } else if (answer != RTNORM) {
+            return answer;
+        } else if (picked.layerId.isNull()) {
+            acutPrintf(L"\n图元所在的图层没有定义！");
+        } else {
+            layer = picked.layerId;
+            return RTNORM;
+        }
+    }
+}
+
+}  // namespace PwxTool

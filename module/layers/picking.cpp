@@ -1,0 +1,110 @@
+// Asking for objects, and the layers they lie on.
+#include "layers/picking.h"
+
+#include <set>
+
+#include "acedads.h"
+#include "acutads.h"
+#include "adsdb.h"
+#include "afxstr.h"
+#include "dbobjptr.h"
+#include "layers/layerstate.h"
+#include "PwxTool.h"
+#include "qrs_pipeentity.h"
+
+namespace qrs::layers {
+
+namespace {
+
+constexpr short kPickMissed = 7;  // the system variable ERRNO after a pick where nothing lies
+
+}  // namespace
+
+AcDbObjectId layerOf(AcDbObjectId object) {
+    const AcDbEntityPointer entity(object, AcDb::kForRead);
+    return entity.openStatus() == Acad::eOk ? entity->layerId() : AcDbObjectId();
+}
+
+bool pickMissed() {
+    resbuf value{};
+    return acedGetVar(L"ERRNO", &value) == RTNORM && value.restype == RTSHORT && value.resval.rint == kPickMissed;
+}
+
+int pickObject(const std::wstring& prompt, TEntitySet& picked) {
+    AcGePoint3d point;
+    for (;;) {
+        const int answer = SelectEntity(prompt, picked, point);
+        if (answer != RTERROR || !pickMissed()) return answer;
+    }
+}
+
+AcDbObjectId layerOfPick(const TEntitySet& picked) {
+    const AcDbObjectId layer = layerOf(idOf(picked));
+    if (layer.isNull()) acutPrintf(L"\n图元所在的图层没有定义！");
+    return layer;
+}
+
+int pickLayer(const std::wstring& prompt, AcDbObjectId& layer) {
+    for (TEntitySet picked;;) {
+        const int answer = pickObject(prompt, picked);
+        if (answer != RTNORM) return answer;
+        layer = layerOfPick(picked);
+        if (!layer.isNull()) return RTNORM;
+    }
+}
+
+AcDbObjectId idOf(const TEntitySet& picked) {
+    AcDbObjectId id;
+    return acdbGetObjectId(id, picked.ent) == Acad::eOk ? id : AcDbObjectId();
+}
+
+AcDbObjectIdArray companionsOf(AcDbObjectId object) {
+    AcDbObjectIdArray companions;
+    const AcDbObjectPointer<TDbPipe> pipe(object, AcDb::kForRead);
+    if (pipe.openStatus() != Acad::eOk) return companions;
+    pipe->GetAttachments(companions);
+    companions.append(pipe->GetStartNode());
+    companions.append(pipe->GetEndNode());
+    return companions;
+}
+
+AcDbObjectIdArray layersOf(const AcDbObjectIdArray& objects) {
+    AcDbObjectIdArray layers;
+    std::set<AcDbObjectId> seen;
+    for (const AcDbObjectId& id : objects) {
+        const AcDbObjectId layer = layerOf(id);
+        if (!layer.isNull() && seen.insert(layer).second) layers.append(layer);
+    }
+    return layers;
+}
+
+AcDbObjectIdArray layersBut(const AcDbObjectIdArray& layers) {
+    const std::set<AcDbObjectId> left(layers.begin(), layers.end());
+    AcDbObjectIdArray all;
+    AcDbObjectIdArray others;
+    PwxTool::GetAllLayerIds(workingDatabase(), all);
+    for (const AcDbObjectId& id : all)
+        if (left.count(id) == 0) others.append(id);
+    return others;
+}
+
+std::wstring nameOf(AcDbObjectId layer) {
+    const AcDbLayerTableRecordPointer record(layer, AcDb::kForRead);
+    const ACHAR* name = nullptr;
+    return record.openStatus() == Acad::eOk && record->getName(name) == Acad::eOk ? name : L"";
+}
+
+bool sameName(const std::wstring& a, const std::wstring& b) {
+    return CString(a.c_str()).CompareNoCase(b.c_str()) == 0;
+}
+
+bool isLocked(AcDbObjectId layer) {
+    const AcDbLayerTableRecordPointer record(layer, AcDb::kForRead);
+    return record.openStatus() == Acad::eOk && record->isLocked();
+}
+
+bool isOfReference(const std::wstring& layerName) {
+    return layerName.find(L'|') != std::wstring::npos;
+}
+
+}  // namespace qrs::layers
