@@ -80,7 +80,11 @@ void edit(Drawing& drawing, std::uint32_t choice) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    std::string bytes(reinterpret_cast<const char*>(data), size);
+#if defined(QRS_FUZZ_BINARY)
+    // Every input is a binary drawing, so that no time goes into finding the signature.
+    if (bytes.substr(0, kBinarySignature.size()) != kBinarySignature) bytes.insert(0, kBinarySignature);
+#endif
     qrs::platform::Error error;
     const auto drawing = Drawing::fromBytes(bytes, "input", error);
     if (drawing == nullptr) {
@@ -88,7 +92,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     check(drawing->toBytes() == bytes, "unchanged but not the same");
-    walk(*drawing, size);
+    walk(*drawing, bytes.size());
+    for (const Warning& warning : drawing->warnings())
+        check(warning.offset <= bytes.size() && !warning.message().empty(), "a warning of no place");
     std::uint32_t choice = static_cast<std::uint32_t>(size);
     for (std::size_t i = 0; i < size; i += 7)
         choice = choice * 31 + data[i];
