@@ -28,3 +28,7 @@ QRS_HOST_PORT void acutDelString(ACHAR*& text);
 
 // Prints to the command line as printf does; %s takes const ACHAR*. RTNORM, RTERROR when the format is null.
 QRS_HOST_PORT int acutPrintf(const ACHAR* format, ...);
+
+// The point at a distance from another in a direction (radians, counterclockwise from the X axis), at its height.
+// result may be the point itself.
+QRS_HOST_PORT void acutPolar(const ads_point point, double angle, double distance, ads_point result);

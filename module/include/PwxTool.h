@@ -17,7 +17,6 @@ class AcDbEntity;
 class CStringArray;
 struct SSearchPipeList;
 struct TEntitySet;
-struct TEntitySet;
 
 // What a list of linetypes shows of one.
 struct QRS_PIPE_PORT LinetypeNode {
@@ -120,9 +119,10 @@ QRS_PIPE_PORT void SetPipeCanalLendimType(int value);
 // beyond 32 bits count as the largest (smallest) one; the number after the largest is the largest.
 
 // Cuts a serial into pieces of digits and of other characters; whether there is any. After the first change of kind a
-// piece takes its kind from its second character, and the last piece lacks its last one:
+// piece takes its kind from its second character, and the last piece lacks a character (of two the first, else the
+// last; one that stands alone is no piece). pieces is replaced.
 //
-//     123 -> 123   WL-1 -> WL-   WL-12 -> WL-, 1   1A -> 1   A1B -> A, 1      pieces is replaced
+//     123 -> 123   1A -> 1   A1B -> A, B   WL-1 -> WL-   WL-12 -> WL-, 2   WL-123 -> WL-, 12
 QRS_PIPE_PORT bool SplitSerial(const CString& serial, std::vector<CString>& pieces);
 
 // The order of two serials, piece by piece: -1, 0 or 1. Where a has a piece of digits, the numbers that the whole
@@ -145,7 +145,7 @@ QRS_PIPE_PORT void SplitText(const CString& text, const CString& delimiters, CSt
 // character without a place there counts as "?", for one outside the basic plane two of them. A full-width question
 // mark in the pattern is a "?". Without caseSensitive the bytes of "A" to "Z" equal those of "a" to "z", also where
 // they are the second half of a character. What stands between two "*" is met at its leftmost place, and no other is
-// tried. The time grows with the length of the text, and with the pattern's parts per 64 bytes.
+// tried. The time grows with the length of the text times that of the pattern's longest part in words of 64 bytes.
 QRS_PIPE_PORT bool MatchingString(const CString& text, const CString& pattern, bool caseSensitive);
 
 // The same with patterns separated by commas. matchAll other than 0: whether all fit, empty ones too (which only an
@@ -184,5 +184,6 @@ QRS_PIPE_PORT void SearchTkBlkSerial(const CString& blockDirectory, const CStrin
 }  // namespace PwxTool
 
 // Whether the text is a plain decimal number: digits, one "." at most, a "-" only as the first character, and any "e",
-// wherever they stand ("1e5e" counts). One that begins with "." or "-" and is zero does not count ("-0", ".0").
+// wherever they stand ("1e5e" counts). One that begins with "." or "-" and is zero does not count ("-0", ".0"); an
+// empty text does.
 QRS_PIPE_PORT bool IsStrAllNum(CString text);

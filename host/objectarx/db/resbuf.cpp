@@ -1,4 +1,5 @@
 // Result buffers: chains of values.
+#include <cmath>
 #include <cstdarg>
 #include <cstring>
 #include <cwchar>
@@ -189,4 +190,12 @@ Acad::ErrorStatus acutNewString(const ACHAR* text, ACHAR*& copy) {
 void acutDelString(ACHAR*& text) {
     delete[] text;
     text = nullptr;
+}
+
+void acutPolar(const ads_point point, double angle, double distance, ads_point result) {
+    const ads_real x = point[0] + distance * std::cos(angle);
+    const ads_real y = point[1] + distance * std::sin(angle);
+    result[0] = x;
+    result[1] = y;
+    result[2] = point[2];
 }
