@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "afx.h"
@@ -100,7 +101,7 @@ class QRS_HOST_PORT CDialog : public CWnd {
     virtual INT_PTR DoModal();
 
   protected:
-    // Adds the controls to form(), which is empty then.
+    // Adds the controls to form(), which is empty then. A dialog that ends here is not shown.
     virtual BOOL OnInitDialog() { return TRUE; }
     // OK was pressed: ends the dialog. An override that does not call this keeps it open and has told why.
     virtual void OnOK() { EndDialog(IDOK); }
@@ -114,4 +115,5 @@ class QRS_HOST_PORT CDialog : public CWnd {
   private:
     std::wstring formTitle_;
     std::unique_ptr<qrs::platform::Dialog> form_;
+    std::optional<int> ended_;
 };

@@ -18,6 +18,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "host/platform/port.h"
@@ -82,7 +83,7 @@ struct QRS_HOST_PORT Control {
 
 class QRS_HOST_PORT Dialog {
   public:
-    explicit Dialog(std::wstring title) : title(std::move(title)) {}
+    explicit Dialog(std::wstring text) : title(std::move(text)) {}
     Dialog(const Dialog&) = delete;
     Dialog& operator=(const Dialog&) = delete;
 
@@ -110,7 +111,7 @@ class QRS_HOST_PORT Dialog {
     std::deque<Control>& controls() { return controls_; }
     const std::deque<Control>& controls() const { return controls_; }
 
-    // From inside an action: the dialog ends with this result (kDialogOk asks refuseOk no more).
+    // From inside an action, or refuseOk: the dialog ends with this result; refuseOk is not asked (again).
     void close(int result) { closing_ = result; }
     std::optional<int> closing() const { return closing_; }
     // Before it is shown again.

@@ -6,36 +6,9 @@
 #include "acedads.h"
 #include "ed/wildcard.h"
 #include "host/platform/codepage.h"
+#include "host/platform/textwidth.h"
 
 namespace qrs::host::commands {
-
-namespace {
-
-// Code points that take two columns of a terminal, and those that take none.
-struct Range {
-    char32_t first, last;
-};
-constexpr Range kWide[] = {{0x1100, 0x115F}, {0x2E80, 0x303E},   {0x3041, 0xA4CF},   {0xA960, 0xA97F},
-                           {0xAC00, 0xD7A3}, {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF01, 0xFF60},
-                           {0xFFE0, 0xFFE6}, {0x1F300, 0x1F64F}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD}};
-constexpr Range kZeroWidth[] = {{0x0300, 0x036F}, {0x200B, 0x200F}, {0xFE00, 0xFE0F}};
-
-template <std::size_t Count>
-bool isIn(const Range (&ranges)[Count], char32_t codePoint) {
-    return std::any_of(std::begin(ranges), std::end(ranges),
-                       [codePoint](const Range& range) { return codePoint >= range.first && codePoint <= range.last; });
-}
-
-std::size_t columnsOf(const std::wstring& text) {
-    std::size_t columns = 0;
-    for (std::size_t i = 0; i < text.size();) {
-        const char32_t codePoint = platform::nextCodePoint(text, i);
-        columns += isIn(kWide, codePoint) ? 2u : isIn(kZeroWidth, codePoint) ? 0u : 1u;
-    }
-    return columns;
-}
-
-}  // namespace
 
 std::vector<std::wstring> splitNames(const std::wstring& list) {
     std::vector<std::wstring> names;
@@ -77,12 +50,12 @@ void printTable(const std::vector<Row>& rows) {
     std::vector<std::size_t> widths(rows.front().size());
     for (const Row& row : rows)
         for (std::size_t i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths[i], columnsOf(row[i]));
+            widths[i] = std::max(widths[i], platform::columnsOf(row[i]));
     std::wstring text;
     for (std::size_t line = 0; line < rows.size(); ++line) {
         for (std::size_t i = 0; i < widths.size(); ++i) {
-            text += (i == 0 ? L"\n" : L"  ") + rows[line][i];
-            if (i + 1 < widths.size()) text.append(widths[i] - columnsOf(rows[line][i]), L' ');
+            text += i == 0 ? L"\n" : L"  ";
+            text += i + 1 < widths.size() ? platform::paddedTo(rows[line][i], widths[i]) : rows[line][i];
         }
         if (line > 0) continue;
         for (std::size_t i = 0; i < widths.size(); ++i)

@@ -14,6 +14,7 @@
 #include "acdocman.h"
 #include "aced.h"
 #include "dbapserv.h"
+#include "dialogs.h"
 #include "frame.h"
 #include "host/objectarx/hostapp.h"
 #include "input.h"
@@ -60,6 +61,7 @@ class Session : private AcDbHostApplicationServices {
     SelectionSets sets;
     Variables variables;
     Frame frame;
+    Dialogs dialogs{*this};
     std::vector<Running> running;  // the innermost last
 
     std::wstring systemFolder;

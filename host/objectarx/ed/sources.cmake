@@ -2,7 +2,9 @@
 list(APPEND objectarx_sources
     ed/application.cpp
     ed/calls.cpp
+    ed/colordialog.cpp
     ed/commandstack.cpp
+    ed/dialogs.cpp
     ed/docmanager.cpp
     ed/documents.cpp
     ed/editor.cpp

@@ -1,0 +1,115 @@
+// The colour dialog.
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "aced.h"
+#include "host/platform/codepage.h"
+#include "host/platform/dialog.h"
+
+namespace qrs::host::ed {
+
+namespace {
+
+struct ColorName {
+    Adesk::UInt16 index;
+    const wchar_t* english;
+    const wchar_t* chinese;
+};
+constexpr ColorName kColorNames[] = {
+    {0, L"ByBlock", L"随块"}, {1, L"red", L"红"},   {2, L"yellow", L"黄"},
+    {3, L"green", L"绿"},     {4, L"cyan", L"青"},  {5, L"blue", L"蓝"},
+    {6, L"magenta", L"粉"},   {7, L"white", L"白"}, {256, L"ByLayer", L"随层"},
+};
+constexpr Adesk::UInt16 kLastIndex = 255;
+
+const ColorName* findName(Adesk::UInt16 index) {
+    const auto found = std::find_if(std::begin(kColorNames), std::end(kColorNames),
+                                    [index](const ColorName& name) { return name.index == index; });
+    return found != std::end(kColorNames) ? found : nullptr;
+}
+
+std::wstring colorText(const AcCmColor& color) {
+    if (color.isByColor())
+        return std::to_wstring(color.red()) + L"," + std::to_wstring(color.green()) + L"," +
+               std::to_wstring(color.blue());
+    const ColorName* name = findName(color.colorIndex());
+    return name ? name->english : std::to_wstring(color.colorIndex());
+}
+
+// A whole number below 256; false for any other text.
+bool parseByte(const std::wstring& text, Adesk::UInt16& value) {
+    const std::size_t begin = text.find_first_not_of(L' ');
+    if (begin == std::wstring::npos) return false;
+    const std::wstring digits = text.substr(begin, text.find_last_not_of(L' ') + 1 - begin);
+    if (digits.size() > 3 || digits.find_first_not_of(L"0123456789") != std::wstring::npos) return false;
+    value = static_cast<Adesk::UInt16>(std::stoul(digits));
+    return value <= kLastIndex;
+}
+
+bool parseTrueColor(const std::wstring& text, AcCmColor& color) {
+    const std::size_t first = text.find(L','), second = text.find(L',', first + 1);
+    Adesk::UInt16 red = 0, green = 0, blue = 0;
+    if (first == std::wstring::npos || second == std::wstring::npos || !parseByte(text.substr(0, first), red) ||
+        !parseByte(text.substr(first + 1, second - first - 1), green) || !parseByte(text.substr(second + 1), blue))
+        return false;
+    return color.setRGB(static_cast<Adesk::UInt8>(red), static_cast<Adesk::UInt8>(green),
+                        static_cast<Adesk::UInt8>(blue)) == Acad::eOk;
+}
+
+// What the user may type.
+class ColorText {
+  public:
+    ColorText(bool allowMeta, bool allowTrueColor) : allowMeta_(allowMeta), allowTrueColor_(allowTrueColor) {}
+
+    bool parse(const std::wstring& text, AcCmColor& color) const {
+        for (const ColorName& name : kColorNames)
+            if (platform::compareNoCase(text, name.english) == 0 || text == name.chinese)
+                return isAllowed(name.index) && color.setColorIndex(name.index) == Acad::eOk;
+        Adesk::UInt16 index = 0;
+        if (parseByte(text, index)) return index > 0 && color.setColorIndex(index) == Acad::eOk;
+        return allowTrueColor_ && parseTrueColor(text, color);
+    }
+
+    std::vector<std::wstring> choices() const {
+        std::vector<std::wstring> names;
+        for (const ColorName& name : kColorNames)
+            if (isAllowed(name.index)) names.emplace_back(name.english);
+        return names;
+    }
+
+    std::wstring wanted() const {
+        return std::wstring(L"A color is a number from 1 to 255") + (allowTrueColor_ ? L", red,green,blue" : L"") +
+               L" or one of the names listed.";
+    }
+
+  private:
+    bool isAllowed(Adesk::UInt16 index) const { return allowMeta_ || (index > 0 && index <= kLastIndex); }
+
+    bool allowMeta_;
+    bool allowTrueColor_;
+};
+
+}  // namespace
+
+}  // namespace qrs::host::ed
+
+bool acedSetColorDialogTrueColor(AcCmColor& color, Adesk::Boolean bAllowMetaColor, const AcCmColor& curLayerColor,
+                                 AcCm::DialogTabs tabs) {
+    using namespace qrs::host::ed;
+    using namespace qrs::platform;
+    const ColorText text(bAllowMetaColor != Adesk::kFalse, (tabs & AcCm::kTrueColorTab) != 0);
+    AcCmColor chosen = color;
+    Dialog dialog(L"Select Color");
+    dialog.okCaption = L"OK";
+    dialog.cancelCaption = L"Cancel";
+    if (bAllowMetaColor) dialog.addLabel(L"ByLayer is " + colorText(curLayerColor));
+    Control& field = dialog.addCombo(L"Color:", text.choices(), colorText(color), true);
+    field.refuse = [&](const std::wstring& typed) {
+        return text.parse(typed, chosen) ? std::wstring() : text.wanted();
+    };
+    field.changed = [&] { field.text = colorText(chosen); };
+    if (showDialog(dialog) != kDialogOk) return false;
+    color = chosen;
+    return true;
+}

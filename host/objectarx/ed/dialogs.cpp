@@ -1,0 +1,29 @@
+// Dialogs at the command line: asked as text, answered like every prompt.
+#include "dialogs.h"
+
+#include "session.h"
+
+namespace qrs::host::ed {
+
+Dialogs::Dialogs(Session& session)
+    : session_(session), presenter_(*this), before_(platform::setDialogPresenter(&presenter_)) {}
+
+Dialogs::~Dialogs() {
+    platform::setDialogPresenter(before_);
+}
+
+void Dialogs::print(std::wstring_view text) {
+    session_.output.print(text);
+}
+
+bool Dialogs::ask(const std::wstring& prompt, std::wstring& answer) {
+    // Flags and keywords that a command set for its next prompt are not meant for a dialog.
+    session_.takeFlags();
+    session_.takeKeywords();
+    Answer given = session_.ask(prompt, Extent::Line);
+    if (given.reply != Reply::Line) return false;
+    answer = std::move(given.text);
+    return true;
+}
+
+}  // namespace qrs::host::ed

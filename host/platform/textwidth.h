@@ -1,0 +1,18 @@
+// How wide a text is on a terminal.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "host/platform/port.h"
+
+namespace qrs::platform {
+
+// In columns: Chinese characters and their like take two, combining marks none.
+QRS_HOST_PORT std::size_t columnsOf(std::wstring_view text);
+
+// The text with blanks behind it up to so many columns; a wider one stays as it is.
+QRS_HOST_PORT std::wstring paddedTo(std::wstring_view text, std::size_t columns);
+
+}  // namespace qrs::platform
