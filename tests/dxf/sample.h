@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -24,6 +27,57 @@ inline std::string lay(const Tags& tags, int width = 3, std::string_view lineEnd
         text.append(code).append(lineEnd).append(tag.value).append(lineEnd);
     }
     return text;
+}
+
+// The same as a binary drawing: group codes in one byte (255 before longer ones) or in two.
+inline std::string layBinary(const Tags& tags, bool twoByteCodes) {
+    std::string bytes("AutoCAD Binary DXF\r\n\x1A\0", 22);
+    const auto append = [&](std::int64_t number, int size) {
+        for (int i = 0; i < size; ++i)
+            bytes += static_cast<char>(number >> 8 * i & 0xFF);
+    };
+    for (const NewTag& tag : tags) {
+        if (!twoByteCodes && tag.code >= 255) bytes += '\xFF';
+        append(tag.code, twoByteCodes || tag.code >= 255 ? 2 : 1);
+        const double real = std::atof(tag.value.c_str());
+        std::int64_t bits = 0;
+        std::memcpy(&bits, &real, sizeof bits);
+        switch (tag.code) {
+            case 10:
+            case 1040:
+                append(bits, 8);
+                break;
+            case 60:
+            case 66:
+            case 67:
+            case 62:
+            case 70:
+            case 1070:
+                append(std::atoi(tag.value.c_str()), 2);
+                break;
+            case 90:
+            case 420:
+            case 1071:
+                append(std::atoll(tag.value.c_str()), 4);
+                break;
+            case 160:
+                append(std::atoll(tag.value.c_str()), 8);
+                break;
+            case 290:
+                append(std::atoi(tag.value.c_str()), 1);
+                break;
+            case 310:
+            case 1004:
+                append(static_cast<std::int64_t>(tag.value.size() / 2), 1);
+                for (std::size_t i = 0; i < tag.value.size(); i += 2)
+                    append(std::stoi(tag.value.substr(i, 2), nullptr, 16), 1);
+                break;
+            default:
+                bytes += tag.value + '\0';
+                break;
+        }
+    }
+    return bytes;
 }
 
 inline Tags sampleTags() {
