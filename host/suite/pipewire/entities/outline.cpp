@@ -1,0 +1,42 @@
+// The shapes of pipes and what belongs to them, for picking. They are told from the tags alone: opening an entity for
+// each of a drawing's many pipes would take too long.
+#include "host/objectarx/pick/outline.h"
+
+#include "qrs_pipeentity.h"
+
+using qrs::host::pick::EntityTags;
+using qrs::host::pick::Outline;
+
+namespace {
+
+constexpr int kKind = 70;
+constexpr int kStart = 10;
+constexpr int kEnd = 11;
+constexpr int kBulge = 42;
+
+// A path of a kind that is not known is shown by its ends.
+void tracePipe(const EntityTags& tags, Outline& outline) {
+    const std::optional<AcGePoint3d> start = tags.point(kStart);
+    if (!start) return;
+    const AcGePoint3d end = tags.point(kEnd).value_or(*start);
+    const long kind = tags.integer(kKind, TPipeCurve::kLine);
+    const double bulge = tags.real(kBulge, 0.0);
+    if (kind == TPipeCurve::kArc && bulge != 0.0) {
+        outline.arc(*start, end, bulge);
+    } else if (kind == TPipeCurve::kLine || kind == TPipeCurve::kArc) {
+        outline.segment(*start, end);
+    } else {
+        outline.point(*start);
+        outline.point(end);
+    }
+}
+
+void tracePosition(const EntityTags& tags, Outline& outline) {
+    if (const std::optional<AcGePoint3d> position = tags.point(kStart)) outline.point(*position);
+}
+
+const bool kRegistered = qrs::host::pick::registerOutline("QRS_PIPE", &tracePipe) &&
+                         qrs::host::pick::registerOutline("QRS_PIPENODE", &tracePosition) &&
+                         qrs::host::pick::registerOutline("QRS_PIPEATTACHMENT", &tracePosition);
+
+}  // namespace
