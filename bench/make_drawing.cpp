@@ -1,10 +1,13 @@
-// Writes a drawing of any size for measurements: qrs_make_drawing ENTITIES LAYERS VERSION OUTPUT
+// Writes a drawing of any size for measurements: qrs_make_drawing ENTITIES LAYERS VERSION OUTPUT [RISERS]
+//     qrs_make_drawing --binary ENTITIES ...      the same as a binary drawing
 //
+// RISERS of the entities are vertical pipes of twenty systems, with serials and buildings (from AC1015 on).
 // The same arguments give the same bytes. VERSION is AC1009 or from AC1015 on. Every third layer is frozen; lines,
 // circles, polylines, texts and block references alternate, every eighth carries xdata; about 150 bytes each.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <string>
 #include <string_view>
@@ -27,24 +30,45 @@ enum FixedHandle : std::uint64_t {
 
 class Writer {
   public:
-    Writer(const std::string& path, bool modern) : out_(path, std::ios::binary), modern_(modern) {}
+    Writer(const std::string& path, bool modern, bool binary)
+        : out_(path, std::ios::binary), modern_(modern), binary_(binary) {
+        if (binary_) buffer_.assign("AutoCAD Binary DXF\r\n\x1A\0", 22);
+    }
 
     bool isModern() const { return modern_; }
     std::uint64_t nextHandle() const { return next_; }
     void setNextHandle(std::uint64_t next) { next_ = next; }
 
     void tag(int code, std::string_view value) {
+        if (binary_) {
+            binaryCode(code);
+            buffer_ += value;
+            buffer_ += '\0';
+            return flushWhenLarge();
+        }
         char line[16];
         const int length = std::snprintf(line, sizeof line, "%3d\n", code);
         buffer_.append(line, static_cast<std::size_t>(length));
         buffer_ += value;
         buffer_ += '\n';
-        if (buffer_.size() > (std::size_t{1} << 20)) flush();
+        flushWhenLarge();
     }
-    void tag(int code, long long value) { tag(code, std::string_view(std::to_string(value))); }
+    void tag(int code, long long value) {
+        if (!binary_) return tag(code, std::string_view(std::to_string(value)));
+        binaryCode(code);
+        const bool isLong = (code >= 90 && code <= 99) || (code >= 420 && code <= 459) || code == 1071;
+        littleEndian(static_cast<std::uint64_t>(value), isLong ? 4 : 2);
+    }
     void real(int code, double value) {
         char text[40];
-        tag(code, {text, static_cast<std::size_t>(std::snprintf(text, sizeof text, "%.3f", value))});
+        const auto length = static_cast<std::size_t>(std::snprintf(text, sizeof text, "%.3f", value));
+        if (!binary_) return tag(code, {text, length});
+        // The number the text form would have.
+        const double written = std::strtod(text, nullptr);
+        std::uint64_t bits = 0;
+        std::memcpy(&bits, &written, sizeof bits);
+        binaryCode(code);
+        littleEndian(bits, 8);
     }
     void point(int code, double x, double y) {
         real(code, x);
@@ -80,6 +104,18 @@ class Writer {
     }
 
   private:
+    void littleEndian(std::uint64_t bits, int size) {
+        for (int i = 0; i < size; ++i)
+            buffer_ += static_cast<char>(bits >> 8 * i & 0xFF);
+    }
+    // One byte up to AC1009, with 255 before longer codes; two bytes from then on.
+    void binaryCode(int code) {
+        if (!modern_ && code >= 255) buffer_ += '\xFF';
+        littleEndian(static_cast<std::uint64_t>(code), modern_ || code >= 255 ? 2 : 1);
+    }
+    void flushWhenLarge() {
+        if (buffer_.size() > (std::size_t{1} << 20)) flush();
+    }
     void flush() {
         out_.write(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
         buffer_.clear();
@@ -88,6 +124,7 @@ class Writer {
     std::ofstream out_;
     std::string buffer_;
     bool modern_;
+    bool binary_;
     std::uint64_t next_ = kFirstFree;
 };
 
@@ -129,16 +166,22 @@ void header(Writer& out, std::string_view version, std::uint64_t seed) {
     out.endSection();
 }
 
-void classes(Writer& out) {
-    out.section("CLASSES");
+void classRecord(Writer& out, std::string_view name, std::string_view className, std::string_view application,
+                 unsigned count, bool isEntity) {
     out.tag(0, "CLASS");
-    out.tag(1, "ACDBDICTIONARYWDFLT");
-    out.tag(2, "AcDbDictionaryWithDefault");
-    out.tag(3, "ObjectDBX Classes");
+    out.tag(1, name);
+    out.tag(2, className);
+    out.tag(3, application);
     out.tag(90, 0LL);
-    out.tag(91, 0LL);
+    out.tag(91, static_cast<long long>(count));
     out.tag(280, 0LL);
-    out.tag(281, 0LL);
+    out.tag(281, isEntity ? 1LL : 0LL);
+}
+
+void classes(Writer& out, unsigned risers) {
+    out.section("CLASSES");
+    classRecord(out, "ACDBDICTIONARYWDFLT", "AcDbDictionaryWithDefault", "ObjectDBX Classes", 0, false);
+    if (risers > 0) classRecord(out, "QRS_PIPE", "TDbPipe", "qrs_pipewire", risers, true);
     out.endSection();
 }
 
@@ -188,7 +231,7 @@ void layers(Writer& out, unsigned count) {
     out.tag(0, "ENDTAB");
 }
 
-void otherTables(Writer& out) {
+void otherTables(Writer& out, bool hasRisers) {
     for (const std::string_view name : {"VIEW", "UCS", "VPORT"}) {
         table(out, name, 0);
         out.tag(0, "ENDTAB");
@@ -204,8 +247,10 @@ void otherTables(Writer& out) {
     out.tag(3, "txt");
     out.tag(4, "");
     out.tag(0, "ENDTAB");
-    owner = table(out, "APPID", 2);
-    for (const std::string_view name : {"ACAD", "QRS_BENCH"}) {
+    std::vector<std::string_view> applications = {"ACAD", "QRS_BENCH"};
+    if (hasRisers) applications.insert(applications.end(), {"PIPE-SERIAL", "BUILDING-SERIAL"});
+    owner = table(out, "APPID", static_cast<unsigned>(applications.size()));
+    for (const std::string_view name : applications) {
         tableRecord(out, "APPID", out.newHandle(), owner, "AcDbRegAppTableRecord", name);
         out.tag(70, 0LL);
     }
@@ -292,6 +337,25 @@ void polyline(Writer& out, std::uint64_t owner, std::string_view layer, Numbers&
     entityHead(out, "SEQEND", owner, layer, {});
 }
 
+// Numbers, letters and buildings as drawings of several houses have them.
+void riser(Writer& out, unsigned number, std::string_view layer, Numbers& numbers) {
+    entityHead(out, "QRS_PIPE", kModelRecord, layer, "TDbPipePrototype");
+    out.tag(1, "SYSTEM-" + std::to_string(number % 20));
+    out.tag(90, 0LL);
+    out.sub("TDbPipe");
+    out.tag(70, 0LL);
+    const double x = numbers.coordinate(), y = numbers.coordinate();
+    out.point(10, x, y);
+    out.real(11, x);
+    out.real(21, y);
+    out.real(31, 3000.0);
+    out.tag(1001, "PIPE-SERIAL");
+    out.tag(1000, (number % 2 == 0 ? "" : "WL-") + std::to_string(number / 20 + 1));
+    if (number % 3 == 0) return;
+    out.tag(1001, "BUILDING-SERIAL");
+    out.tag(1000, std::to_string(number % 9 + 1) + "#");
+}
+
 void entity(Writer& out, unsigned number, const std::vector<std::string>& names, Numbers& numbers) {
     const std::string& layer = names[numbers.below(static_cast<unsigned>(names.size()))];
     switch (numbers.below(8)) {
@@ -355,12 +419,12 @@ void objects(Writer& out) {
     out.endSection();
 }
 
-void body(Writer& out, unsigned entities, unsigned layerCount) {
-    if (out.isModern()) classes(out);
+void body(Writer& out, unsigned entities, unsigned layerCount, unsigned risers) {
+    if (out.isModern()) classes(out, risers);
     out.section("TABLES");
     lineTypes(out);
     layers(out, layerCount);
-    otherTables(out);
+    otherTables(out, risers > 0);
     if (out.isModern()) blockRecords(out);
     out.endSection();
     blocks(out);
@@ -370,8 +434,14 @@ void body(Writer& out, unsigned entities, unsigned layerCount) {
         names.push_back(layerName(number));
     if (names.empty()) names.emplace_back("0");
     Numbers numbers;
-    for (unsigned number = 0; number < entities; ++number)
-        entity(out, number, names, numbers);
+    unsigned written = 0;
+    for (unsigned number = 0; number < entities; ++number) {
+        // Spread evenly.
+        if (std::uint64_t{number + 1} * risers / entities > written)
+            riser(out, written++, names[numbers.below(static_cast<unsigned>(names.size()))], numbers);
+        else
+            entity(out, number, names, numbers);
+    }
     out.endSection();
     if (out.isModern()) objects(out);
     out.tag(0, "EOF");
@@ -380,8 +450,13 @@ void body(Writer& out, unsigned entities, unsigned layerCount) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    if (count != 5) {
-        std::fprintf(stderr, "usage: qrs_make_drawing ENTITIES LAYERS VERSION OUTPUT\n");
+    const bool binary = count > 1 && std::string_view(arguments[1]) == "--binary";
+    if (binary) {
+        ++arguments;
+        --count;
+    }
+    if (count != 5 && count != 6) {
+        std::fprintf(stderr, "usage: qrs_make_drawing [--binary] ENTITIES LAYERS VERSION OUTPUT [RISERS]\n");
         return 2;
     }
     const auto entities = static_cast<unsigned>(std::strtoul(arguments[1], nullptr, 10));
@@ -391,10 +466,15 @@ int main(int count, char** arguments) {
         std::fprintf(stderr, "qrs_make_drawing: VERSION must be AC1009 or from AC1015 on\n");
         return 2;
     }
-    Writer out(arguments[4], version != "AC1009");
+    const auto risers = count == 6 ? static_cast<unsigned>(std::strtoul(arguments[5], nullptr, 10)) : 0u;
+    if (risers > entities || (risers > 0 && version == "AC1009")) {
+        std::fprintf(stderr, "qrs_make_drawing: RISERS are some of the ENTITIES, in drawings from AC1015 on\n");
+        return 2;
+    }
+    Writer out(arguments[4], version != "AC1009", binary);
     // Every record takes at most one handle, the vertices of a polyline one each.
     header(out, version, kFirstFree + 1000 + layerCount + std::uint64_t{entities} * 5);
-    body(out, entities, layerCount);
+    body(out, entities, layerCount, risers);
     if (!out.finish()) {
         std::fprintf(stderr, "qrs_make_drawing: cannot write %s\n", arguments[4]);
         return 1;

@@ -33,6 +33,7 @@ Drawing::~Drawing() = default;
 
 std::unique_ptr<Drawing> Drawing::open(const std::filesystem::path& native, platform::Error& error) {
     std::unique_ptr<Drawing> drawing(new Drawing);
+    drawing->marks_.push_back(platform::fileMark(native));
     drawing->file_ = platform::MappedFile::open(native, error);
     if (drawing->file_ == nullptr) return nullptr;
     if (!drawing->load(drawing->file_->bytes(), native.u8string(), error)) return nullptr;
@@ -142,11 +143,38 @@ bool Drawing::save(const std::filesystem::path& native, bool keepBackup, platfor
         return false;
     }
     platform::AtomicFile file;
+    const platform::FileMark target = platform::fileMark(native);
+    if (!isOverwritable(target, native, error)) return false;
     if (!isMappedStill() || !file.begin(native, error)) return false;
     emit([&](std::string_view piece) { file.write(piece); });
     if (!isMappedStill() || !file.commit(keepBackup, error)) return false;
     modified_ = false;
+    noteSaved(platform::fileMark(native));
     return true;
+}
+
+bool Drawing::isOverwritable(const platform::FileMark& target, const std::filesystem::path& native,
+                             platform::Error& error) const {
+    for (std::size_t i = 0; i < marks_.size() && target.exists; ++i) {
+        if (marks_[i].place != target.place) continue;
+        // Of the mapped file its identity tells; whether it was written into is looked at apart.
+        const bool isMapped = i == 0 && isOpenedStill_ && file_ != nullptr;
+        if (isMapped ? file_->isSameFile(native) : platform::isSameState(marks_[i], target)) continue;
+        error.message = native.u8string() + ": was saved by somebody else since this drawing was opened; not saved";
+        return false;
+    }
+    return true;
+}
+
+void Drawing::noteSaved(const platform::FileMark& saved) {
+    for (std::size_t i = 0; i < marks_.size(); ++i) {
+        if (marks_[i].place != saved.place) continue;
+        marks_[i] = saved;
+        if (i == 0) isOpenedStill_ = false;
+        return;
+    }
+    marks_.push_back(saved);
+    if (marks_.size() == 1) isOpenedStill_ = false;
 }
 
 std::string Drawing::toBytes() const {

@@ -54,7 +54,8 @@ class Drawing {
     // Writes everything. False, with the reason in error, when it cannot; the old file is then as it was. keepBackup:
     // an existing target stays as "<target>.bak". Saving to the file that is mapped is allowed. A save that succeeds
     // clears isModified; the drawing goes on reading from the file it was opened from, and cannot be saved any more
-    // when another program has changed that very file.
+    // when another program has changed that very file. A target this drawing was opened from or saved to is refused
+    // when somebody else, another drawing of this program for one, has saved to it since: that save would be lost.
     bool save(const std::filesystem::path& native, bool keepBackup, platform::Error& error);
     bool isModified() const { return modified_; }
     // What was wrong in the file, in its order: missing ends, counts too small, handles given twice, pointers to
@@ -116,6 +117,8 @@ class Drawing {
     void adjustTableCount(RecordId table, int by);
 
     // --- what the whole drawing says of itself
+    // Bytes of the file as it was opened.
+    std::uint64_t fileSize() const { return bytes_.size(); }
     bool isBinary() const { return index_.lineEnd == kBinaryLineEnd; }
     const std::string& version() const { return version_; }  // "AC1024"; "AC1009" when the header does not say
     bool hasHandles() const;                                 // records carry handles ($HANDLING or from R13 on)
@@ -126,6 +129,10 @@ class Drawing {
     std::string encode(std::wstring_view text) const;
 
   private:
+    void noteSaved(const platform::FileMark& saved);
+    bool isOverwritable(const platform::FileMark& target, const std::filesystem::path& native,
+                        platform::Error& error) const;
+
     // Where a new record stands: in the row of those put before the same record of the file.
     struct NewPlace {
         RecordId anchor;
@@ -169,6 +176,8 @@ class Drawing {
     void emit(Sink&& sink) const;
 
     std::unique_ptr<platform::MappedFile> file_;
+    std::vector<platform::FileMark> marks_;  // of the files opened and saved, as this drawing knows them
+    bool isOpenedStill_ = true;              // the first of the marks is that of the mapped file
     std::string ownBytes_;
     std::string_view bytes_;  // of the file
     Index index_;

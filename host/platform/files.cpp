@@ -91,6 +91,22 @@ std::vector<std::wstring> listFiles(std::wstring_view folder, std::wstring_view 
     return names;
 }
 
+FileMark fileMark(const fs::path& native) {
+    FileMark mark;
+    std::error_code error;
+    mark.place = fs::weakly_canonical(native, error);
+    if (error) mark.place = native;
+    mark.size = fs::file_size(native, error);
+    mark.exists = !error;
+    if (!mark.exists) mark.size = 0;
+    if (mark.exists) mark.changed = fs::last_write_time(native, error);
+    return mark;
+}
+
+bool isSameState(const FileMark& a, const FileMark& b) {
+    return a.place == b.place && a.exists == b.exists && a.size == b.size && a.changed == b.changed;
+}
+
 bool writeFileAtomically(const fs::path& native, std::string_view content, bool keepBackup, Error& error) {
     AtomicFile file;
     if (!file.begin(native, error)) return false;

@@ -51,6 +51,18 @@ QRS_HOST_PORT bool readFile(const std::filesystem::path& native, std::string& co
 QRS_HOST_PORT bool readFileStart(const std::filesystem::path& native, std::size_t length, std::string& content,
                                  Error& error);
 
+// What tells the states of a file apart: size and time of the last change.
+struct FileMark {
+    std::filesystem::path place;  // absolute, links followed
+    bool exists = false;
+    std::uintmax_t size = 0;
+    std::filesystem::file_time_type changed;
+};
+// The mark of a path; exists is false when no file is there.
+QRS_HOST_PORT FileMark fileMark(const std::filesystem::path& native);
+// True when both name one place and nothing has happened there between the two.
+QRS_HOST_PORT bool isSameState(const FileMark& a, const FileMark& b);
+
 // A file mapped for reading. Empty files map to empty bytes.
 class MappedFile {
   public:

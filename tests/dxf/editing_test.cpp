@@ -238,6 +238,22 @@ TEST(Editing, SavesWholeOrNotAtAll) {
         EXPECT_FALSE(fs::exists(folder / "shared.dxf.bak"));
     }
 
+    // Of two drawings of one file the first to be saved wins; the other is not lost but needs another name.
+    std::ofstream(folder / "twice.dxf", std::ios::binary) << bytes;
+    const auto one = Drawing::open(folder / "twice.dxf", error);
+    const auto other = Drawing::open(folder / "." / "twice.dxf", error);
+    one->eraseRecord(one->findHandle(0x18));
+    ASSERT_TRUE(one->save(folder / "twice.dxf", true, error)) << error.message;
+    EXPECT_FALSE(other->save(folder / "twice.dxf", true, error));
+    EXPECT_EQ(error.message, (folder / "twice.dxf").u8string() +
+                                 ": was saved by somebody else since this drawing was opened; not saved");
+    EXPECT_EQ(content(folder / "twice.dxf"), one->toBytes());
+    ASSERT_TRUE(other->save(folder / "other.dxf", true, error)) << error.message;
+    std::ofstream(folder / "other.dxf", std::ios::binary) << "shorter";
+    EXPECT_FALSE(other->save(folder / "other.dxf", true, error));
+    fs::remove(folder / "other.dxf");
+    EXPECT_TRUE(other->save(folder / "other.dxf", true, error)) << error.message;
+
     EXPECT_EQ(Drawing::open(folder / "missing.dxf", error), nullptr);
     EXPECT_NE(error.message.find("missing.dxf"), std::string::npos);
     drawing.reset();
