@@ -26,20 +26,25 @@ TEST(Report, TellsWhatADrawingHolds) {
     place.example("building.dxf");
     const Outcome text = place.run({"--info", "building.dxf"});
     EXPECT_EQ(text.code, 0) << text.error;
-    for (const char* line : {"  version       AC1024 (2010)\n", "  code page     UTF-8 ($DWGCODEPAGE ANSI_936)\n",
-                             "        12          8  LWPOLYLINE\n", "         0         19  0\n",
-                             "         5          0  给排-废水-管线  frozen  locked\n", "       112  Model\n",
-                             "         7  布局1\n", "         2  LAYOUT  AcDbLayout  ObjectDBX Classes\n"})
+    for (const char* line :
+         {"  version       AC1024 (2010)\n", "  form          text\n",
+          "  code page     UTF-8 ($DWGCODEPAGE ANSI_936)\n", "        12          8  LWPOLYLINE\n",
+          "         0         19  0\n", "         5          0  给排-废水-管线  frozen  locked\n",
+          "       112  Model\n", "         7  布局1\n", "         2  LAYOUT  AcDbLayout  ObjectDBX Classes\n"})
         EXPECT_NE(text.out.find(line), std::string::npos) << line << text.out;
+
+    EXPECT_NE(text.out.find("  size          " + std::to_string(place.read("building.dxf").size()) + " bytes\n"),
+              std::string::npos);
 
     // A layer that no table defines, an external reference, a damaged name.
     place.write("odd.dxf",
                 "0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n2\nSITE\n70\n4\n1\nsite\\plan.dxf\n0\nENDBLK\n0\nENDSEC\n"
-                "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\nA\x1b[2J\n67\n1\n0\nLINE\n8\na\x1b[2J\n0\nENDSEC\n0\nEOF\n");
+                "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\nA\x1b[2J\n67\n1\n0\nLINE\n8\na\x1b[2J\n0\nENDSEC\n");
     const Outcome odd = place.run({"--info", "odd.dxf"});
     EXPECT_EQ(odd.code, 0) << odd.error;
     EXPECT_NE(odd.out.find("         2          0  A?[2J  (not in the layer table)\n"), std::string::npos) << odd.out;
     EXPECT_NE(odd.out.find("  SITE  site\\plan.dxf\n"), std::string::npos) << odd.out;
+    EXPECT_NE(odd.out.find("\nwarnings\n  line "), std::string::npos) << odd.out;
     const Outcome json = place.run({"--info", "odd.dxf", "--json"});
     EXPECT_NE(json.out.find("\"name\": \"A\\u001b[2J\""), std::string::npos) << json.out;
     EXPECT_NE(json.out.find("\"inLayouts\": 2"), std::string::npos) << json.out;

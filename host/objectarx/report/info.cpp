@@ -92,6 +92,10 @@ void Description::describeFile() {
     info_.version = drawing_.version();
     for (const Release& release : kReleases)
         if (release.version == info_.version) info_.release = release.name;
+    info_.isBinary = drawing_.isBinary();
+    info_.bytes = drawing_.fileSize();
+    for (const dxf::Warning& warning : drawing_.warnings())
+        info_.warnings.push_back(warning.message());
     info_.hasHandles = drawing_.hasHandles();
     info_.codePage = drawing_.codePage();
     const RecordId codePage = drawing_.findHeaderVariable("$DWGCODEPAGE");
