@@ -3,7 +3,9 @@
 #include "commands/commands.h"
 #include "db/access.h"
 #include "documents.h"
+#include "host/dxf/drawing.h"
 #include "host/platform/callrecord.h"
+#include "host/platform/files.h"
 #include "hostapp.h"
 #include "session.h"
 
@@ -76,6 +78,25 @@ bool Application::newDocument(platform::Error& error) {
 
 bool Application::openDocument(const std::filesystem::path& native, platform::Error& error) {
     return state_->session.documents.state().open(native, error);
+}
+
+std::vector<std::string> Application::documentWarnings() const {
+    constexpr std::size_t kShown = 20;
+    std::vector<std::string> lines;
+    AcApDocument* document = currentDocument();
+    if (!document) return lines;
+    const auto& warnings = DatabaseAccess::drawing(*document->database()).warnings();
+    const ACHAR* fileName = nullptr;
+    document->database()->getFilename(fileName);
+    const std::string name = fileName ? platform::nativePath(fileName).filename().u8string() : std::string();
+    for (const dxf::Warning& warning : warnings) {
+        if (lines.size() == kShown) {
+            lines.push_back(name + ": further errors: " + std::to_string(warnings.size() - kShown));
+            break;
+        }
+        lines.push_back(name + ": " + warning.message());
+    }
+    return lines;
 }
 
 bool Application::closeDocument(platform::Error& error) {

@@ -9,8 +9,10 @@
 #include "acdocman.h"
 #include "dbid.h"
 #include "dbmain.h"
+#include "host/objectarx/pick/references.h"
 #include "host/platform/error.h"
 #include "reactors.h"
+#include "viewport.h"
 
 namespace qrs::host::ed {
 class Session;
@@ -29,6 +31,8 @@ struct AcApDocument::State {
     AcDbObjectIdArray pickFirst;
     bool pickFirstSetAnew = false;  // by the command that runs
     AcDbObjectIdArray previousSelection;
+    qrs::host::ed::ViewMemory views;
+    qrs::host::pick::References references;
     // Texts whose addresses were given out.
     mutable std::wstring fileName;
     mutable std::wstring title;

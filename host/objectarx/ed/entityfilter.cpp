@@ -16,7 +16,6 @@ constexpr int kColorCode = 62;
 constexpr int kSpaceCode = 67;
 constexpr int kXdataSentinel = -3;
 constexpr int kXdataName = 1001;
-constexpr int kFlagsCode = 70;
 constexpr int kNameCode = 2;
 constexpr int kColorByLayer = 256;
 
@@ -27,11 +26,6 @@ bool isText(int code) {
 bool startsWithNoCase(std::string_view text, std::string_view start) {
     if (text.size() < start.size()) return false;
     return platform::compareNoCase(platform::fromUtf8(text.substr(0, start.size())), platform::fromUtf8(start)) == 0;
-}
-
-std::wstring nameOf(const dxf::Drawing& drawing, dxf::RecordId id) {
-    dxf::Tag tag;
-    return drawing.findTag(id, kNameCode, tag) ? drawing.decode(tag.value) : std::wstring();
 }
 
 std::int64_t integerOf(const dxf::Drawing& drawing, dxf::RecordId id, int code, std::int64_t fallback) {
@@ -119,28 +113,6 @@ bool EntityFilter::hasXdataOf(dxf::RecordId id, const std::wstring& applications
     return false;
 }
 
-Visibility::Visibility(AcDbDatabase& database) : drawing_(DatabaseAccess::drawing(database)) {
-    const dxf::RecordId table = drawing_.findTable("LAYER");
-    if (table == dxf::kNoRecord) return;
-    for (dxf::RecordId id = drawing_.next(table); id != dxf::kNoRecord; id = drawing_.next(id)) {
-        if (drawing_.record(id).kind != dxf::RecordKind::TableRecord) break;
-        const int frozen = (integerOf(drawing_, id, kFlagsCode, 0) & 1) != 0 ? 1 : 0;
-        const int off = integerOf(drawing_, id, kColorCode, 7) < 0 ? 2 : 0;
-        layers_[platform::foldCase(nameOf(drawing_, id))] = frozen | off;
-    }
-}
-
-int Visibility::stateOf(dxf::RecordId id) const {
-    const dxf::NameId layer = drawing_.record(id).layer;
-    const auto [known, fresh] = known_.emplace(layer, 0);
-    if (fresh) {
-        const std::wstring name = layer == dxf::kNoName ? L"0" : drawing_.decode(dxf::trimmed(drawing_.name(layer)));
-        const auto found = layers_.find(platform::foldCase(name));
-        known->second = found == layers_.end() ? 0 : found->second;
-    }
-    return known->second;
-}
-
 bool liesInLayout(const dxf::Drawing& drawing, dxf::RecordId id) {
     const dxf::RecordId owner = drawing.record(id).owner;
     if (owner == dxf::kNoRecord) return false;
@@ -154,7 +126,7 @@ bool liesInLayout(const dxf::Drawing& drawing, dxf::RecordId id) {
            startsWithNoCase(name, "$Paper_Space") || startsWithNoCase(name, "$Model_Space");
 }
 
-bool liesInCurrentSpace(const dxf::Drawing& drawing, bool modelSpace, dxf::RecordId id) {
+bool liesInSpace(const dxf::Drawing& drawing, bool modelSpace, dxf::RecordId id) {
     const dxf::Record& record = drawing.record(id);
     if (record.owner == dxf::kNoRecord || drawing.record(record.owner).kind != dxf::RecordKind::Section) return false;
     return ((record.flags & dxf::kPaperSpace) != 0) != modelSpace;

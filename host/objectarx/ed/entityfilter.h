@@ -45,25 +45,24 @@ class EntityFilter {
     mutable std::unordered_map<std::uint64_t, bool> known_;
 };
 
-// What can be seen and reached by the user: the state of the layers when the object is made.
-class Visibility {
-  public:
-    explicit Visibility(AcDbDatabase& database);
-    bool isFrozen(dxf::RecordId id) const { return (stateOf(id) & 1) != 0; }
-    bool isOff(dxf::RecordId id) const { return (stateOf(id) & 2) != 0; }
-
-  private:
-    int stateOf(dxf::RecordId id) const;
-
-    dxf::Drawing& drawing_;
-    std::unordered_map<std::wstring, int> layers_;
-    mutable std::unordered_map<dxf::NameId, int> known_;
-};
-
 // True for an entity that lies in a layout, not in a block definition.
 bool liesInLayout(const dxf::Drawing& drawing, dxf::RecordId id);
-// True when the entity lies in the space that is current (TILEMODE).
-bool liesInCurrentSpace(const dxf::Drawing& drawing, bool modelSpace, dxf::RecordId id);
+// True when the entity lies in model space, or in the paper space that is current.
+bool liesInSpace(const dxf::Drawing& drawing, bool modelSpace, dxf::RecordId id);
+
+// The main entities of model space, or of the paper space that is current, in drawing order.
+template <typename Take>
+void forEachEntityOfSpace(const dxf::Drawing& drawing, bool modelSpace, Take&& take) {
+    const dxf::RecordId head = drawing.findSection("ENTITIES");
+    if (head == dxf::kNoRecord) return;
+    for (dxf::RecordId id = drawing.next(head); id != dxf::kNoRecord; id = drawing.next(id)) {
+        const dxf::Record& record = drawing.record(id);
+        if (record.kind == dxf::RecordKind::EndSection) break;
+        const bool onPaper = (record.flags & dxf::kPaperSpace) != 0;
+        if (record.kind == dxf::RecordKind::Entity && !(record.flags & dxf::kSubEntity) && onPaper != modelSpace)
+            take(id);
+    }
+}
 
 // The main entities of the layouts (no vertices, no attributes): those of the current layout and of model space in
 // drawing order, then those of the other layouts.

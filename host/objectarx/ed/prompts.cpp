@@ -1,17 +1,12 @@
-// Prompts for texts, numbers, points, keywords and single entities.
+// Prompts for texts, numbers, points and keywords.
 #include <algorithm>
 #include <cmath>
 #include <cwchar>
-#include <optional>
 #include <string>
 
 #include "acedads.h"
-#include "adsdb.h"
-#include "documents.h"
-#include "entitynames.h"
-#include "host/platform/codepage.h"
 #include "points.h"
-#include "selecting.h"
+#include "question.h"
 #include "session.h"
 
 namespace qrs::host::ed {
@@ -21,10 +16,6 @@ namespace {
 // Room in the buffers of functions that are not told a size.
 constexpr std::size_t kTextSize = 133;
 
-// Values of ERRNO.
-constexpr short kPickMissed = 7;
-constexpr short kPickEmpty = 52;
-
 int copyText(const std::wstring& text, ACHAR* buffer, std::size_t size) {
     if (!buffer || size == 0) return RTREJ;
     const std::size_t length = std::min(text.size(), size - 1);
@@ -32,52 +23,6 @@ int copyText(const std::wstring& text, ACHAR* buffer, std::size_t size) {
     buffer[length] = L'\0';
     return RTNORM;
 }
-
-std::wstring promptText(const ACHAR* prompt) {
-    return prompt ? prompt : L"";
-}
-
-// What an answer is refused with; empty when it is taken.
-using Refusal = std::wstring;
-
-// A prompt with what acedInitGet said for it.
-class Question {
-  public:
-    explicit Question(Session& session)
-        : session_(session), flags_(session.takeFlags()), keywords_(session.takeKeywords()) {}
-
-    int flags() const { return flags_; }
-    bool hasKeywords() const { return !keywords_.empty(); }
-
-    // Asks until an answer is taken. take(text) gives the refusal.
-    template <typename Take>
-    int ask(const ACHAR* prompt, const std::wstring& emptyRefusal, Take&& take) {
-        for (;;) {
-            const Answer answer = session_.ask(promptText(prompt), Extent::Word);
-            if (answer.reply != Reply::Line) return RTCAN;
-            if (answer.text.empty() && !(flags_ & RSG_NONULL)) return RTNONE;
-            Refusal refusal = emptyRefusal;
-            if (!answer.text.empty()) {
-                const std::wstring keyword = keywords_.match(answer.text);
-                if (!keyword.empty()) return keywordResult(keyword);
-                refusal = take(answer.text);
-                if (refusal.empty()) return RTNORM;
-                if (flags_ & RSG_OTHER) return keywordResult(answer.text);
-            }
-            session_.output.print(L"\n" + refusal + L"\n");
-        }
-    }
-
-  private:
-    int keywordResult(const std::wstring& keyword) {
-        session_.lastKeyword = keyword;
-        return RTKWORD;
-    }
-
-    Session& session_;
-    int flags_;
-    Keywords keywords_;
-};
 
 // The refusal of a number by the flags of acedInitGet.
 Refusal refuseNumber(double value, int flags) {
@@ -138,38 +83,6 @@ int getDist(Session& session, const ads_point base, const ACHAR* prompt, ads_rea
     }
     *result = std::hypot(second[0] - first[0], second[1] - first[1], second[2] - first[2]);
     return RTNORM;
-}
-
-// One entity by name or as the last one; picks with the pointer need the places of entities.
-int pickEntity(Session& session, AcApDocument& document, const ACHAR* prompt, AcDbObjectId& picked) {
-    Question question(session);
-    bool missed = false;
-    const std::wstring wanted = L"*Invalid selection*\nExpects a point or Last";
-    const int result =
-        question.ask(prompt ? prompt : L"\nSelect object: ", wanted, [&](const std::wstring& text) -> Refusal {
-            double point[3];
-            if (parsePoint(text, nullptr, point)) return L"Picking by point is not available yet.";
-            const std::wstring word = platform::foldCase(text);
-            std::optional<AcDbObjectIdArray> found;
-            if (word == L"L" || word == L"LAST" || word == L"_L" || word == L"_LAST")
-                found = lastEntity(document);
-            else
-                found = namedEntities(session, *document.database(), text);
-            if (!found) return wanted;
-            *found = reachableOf(document, *found);
-            missed = found->length() != 1;
-            if (!missed) picked = (*found)[0];
-            return Refusal();
-        });
-    if (result == RTNORM && missed) {
-        session.variables.setErrno(kPickMissed);
-        return RTERROR;
-    }
-    if (result == RTNONE) {
-        session.variables.setErrno(kPickEmpty);
-        return RTERROR;
-    }
-    return result;
 }
 
 }  // namespace
@@ -256,16 +169,4 @@ int acedGetKword(const ACHAR* prompt, ACHAR* result, std::size_t bufferSize) {
     const std::wstring wanted = L"Invalid option keyword.";
     const int answered = question.ask(prompt, wanted, [&](const std::wstring&) { return wanted; });
     return answered == RTKWORD ? copyText(session->lastKeyword, result, bufferSize) : answered;
-}
-
-int acedEntSel(const ACHAR* prompt, ads_name entity, ads_point point) {
-    Session* session = Session::current();
-    AcApDocument* document = session ? session->documents.curDocument() : nullptr;
-    if (!document) return RTERROR;
-    if (!entity || !point) return RTREJ;
-    AcDbObjectId picked;
-    const int result = pickEntity(*session, *document, prompt, picked);
-    if (result != RTNORM) return result;
-    std::fill(point, point + 3, 0.0);
-    return acdbGetAdsName(entity, picked) == Acad::eOk ? RTNORM : RTERROR;
 }

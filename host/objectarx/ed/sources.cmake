@@ -10,13 +10,16 @@ list(APPEND objectarx_sources
     ed/editor.cpp
     ed/entityfilter.cpp
     ed/entitynames.cpp
+    ed/entitypicks.cpp
     ed/frame.cpp
     ed/input.cpp
     ed/keywords.cpp
     ed/output.cpp
+    ed/picking.cpp
     ed/plugins.cpp
     ed/points.cpp
     ed/prompts.cpp
+    ed/regions.cpp
     ed/runtime.cpp
     ed/selection.cpp
     ed/selectionsets.cpp

@@ -20,6 +20,7 @@ namespace {
 struct Told {
     short number = 0;
     std::wstring text;
+    ads_point reals = {0, 0, 0};
 };
 
 constexpr wchar_t kRelease[] = L"18.0";
@@ -30,49 +31,69 @@ AcDbDatabase* databaseOf(const Session& session) {
 }
 
 Told tellVersion(const Session&) {
-    return Told{0, kRelease};
+    return Told{0, kRelease, {}};
 }
 
 Told tellCommandNames(const Session& session) {
-    return Told{0, session.runningNames()};
+    return Told{0, session.runningNames(), {}};
 }
 
 Told tellCommandActive(const Session& session) {
-    if (session.running.empty()) return Told{0, {}};
+    if (session.running.empty()) return Told{0, {}, {}};
     const bool transparent =
         std::any_of(session.running.begin(), session.running.end(), [](const Running& one) { return one.transparent; });
-    return Told{static_cast<short>(transparent ? 3 : 1), {}};
+    return Told{static_cast<short>(transparent ? 3 : 1), {}, {}};
 }
 
 Told tellViewport(const Session& session) {
     AcDbDatabase* database = databaseOf(session);
-    return Told{static_cast<short>(database ? currentViewport(*database).number : 0), {}};
+    return Told{static_cast<short>(database ? currentViewport(*database).number : 0), {}, {}};
+}
+
+Told tellViewHeight(const Session& session) {
+    AcApDocument* document = session.documents.curDocument();
+    return Told{0, {}, {document ? currentView(*document).height : 0.0, 0, 0}};
+}
+
+Told tellViewCenter(const Session& session) {
+    AcApDocument* document = session.documents.curDocument();
+    const View view = document ? currentView(*document) : View{};
+    return Told{0, {}, {view.centerX, view.centerY, 0}};
+}
+
+Told tellScreenSize(const Session&) {
+    return Told{0, {}, {kScreenWidth, kScreenHeight, 0}};
+}
+
+bool changeViewport(const Session& session, short number) {
+    AcApDocument* document = session.documents.curDocument();
+    return document && setCurrentViewport(*document, number);
 }
 
 Told tellModified(const Session& session) {
     const AcDbDatabase* database = databaseOf(session);
-    return Told{static_cast<short>(database && DatabaseAccess::isModified(*database) ? 1 : 0), {}};
+    return Told{static_cast<short>(database && DatabaseAccess::isModified(*database) ? 1 : 0), {}, {}};
 }
 
 Told tellDrawingName(const Session& session) {
     const AcApDocument* document = session.documents.curDocument();
-    return Told{0, document ? document->docTitle() : L""};
+    return Told{0, document ? document->docTitle() : L"", {}};
 }
 
 Told tellDrawingFolder(const Session& session) {
     const AcApDocument* document = session.documents.curDocument();
     if (!document || !document->isNamedDrawing()) return Told();
     const std::wstring path = document->fileName();
-    return Told{0, path.substr(0, path.rfind(L'\\') + 1)};
+    return Told{0, path.substr(0, path.rfind(L'\\') + 1), {}};
 }
 
 Told tellTitled(const Session& session) {
     const AcApDocument* document = session.documents.curDocument();
-    return Told{static_cast<short>(document && document->isNamedDrawing() ? 1 : 0), {}};
+    return Told{static_cast<short>(document && document->isNamedDrawing() ? 1 : 0), {}, {}};
 }
 
 Told tellTemporaryFolder(const Session&) {
-    return Told{0, platform::temporaryFolder()};
+    return Told{0, platform::temporaryFolder(), {}};
 }
 
 // A whole number that a program may pass as one of several types.
@@ -94,7 +115,10 @@ struct Variables::Row {
     short least;
     short most;
     short first;                   // the value of the start
-    Told (*tell)(const Session&);  // read-only when given
+    Told (*tell)(const Session&);  // read-only when given, unless
+    bool (*change)(const Session&, short) = nullptr;
+
+    bool isReadOnly() const { return tell && !change; }
 };
 
 // Variables that are kept in the drawing are not listed here; the drawing knows them itself.
@@ -104,7 +128,7 @@ const Variables::Row Variables::kRows[] = {
     {L"CMDDIA", RTSHORT, 0, 1, 1, nullptr},
     {L"CMDECHO", RTSHORT, 0, 1, 1, nullptr},
     {L"CMDNAMES", RTSTR, 0, 0, 0, &tellCommandNames},
-    {L"CVPORT", RTSHORT, 0, 0, 0, &tellViewport},
+    {L"CVPORT", RTSHORT, 1, 32767, 0, &tellViewport, &changeViewport},
     {L"DBMOD", RTSHORT, 0, 0, 0, &tellModified},
     {L"DWGNAME", RTSTR, 0, 0, 0, &tellDrawingName},
     {L"DWGPREFIX", RTSTR, 0, 0, 0, &tellDrawingFolder},
@@ -116,13 +140,18 @@ const Variables::Row Variables::kRows[] = {
     {L"NOMUTT", RTSHORT, 0, 1, 0, nullptr},
     {L"OSMODE", RTSHORT, 0, 32767, 4133, nullptr},
     {L"PICKADD", RTSHORT, 0, 2, 1, nullptr},
+    {L"PICKAUTO", RTSHORT, 0, 1, 1, nullptr},
+    {L"PICKBOX", RTSHORT, 0, 50, 3, nullptr},
     {L"PICKFIRST", RTSHORT, 0, 1, 1, nullptr},
+    {L"SCREENSIZE", RTPOINT, 0, 0, 0, &tellScreenSize},
     {L"TEMPPREFIX", RTSTR, 0, 0, 0, &tellTemporaryFolder},
     {L"USERS1", RTSTR, 0, 0, 0, nullptr},
     {L"USERS2", RTSTR, 0, 0, 0, nullptr},
     {L"USERS3", RTSTR, 0, 0, 0, nullptr},
     {L"USERS4", RTSTR, 0, 0, 0, nullptr},
     {L"USERS5", RTSTR, 0, 0, 0, nullptr},
+    {L"VIEWCTR", RT3DPOINT, 0, 0, 0, &tellViewCenter},
+    {L"VIEWSIZE", RTREAL, 0, 0, 0, &tellViewHeight},
 };
 
 const Variables::Row* Variables::find(std::wstring_view name) {
@@ -134,10 +163,18 @@ const Variables::Row* Variables::find(std::wstring_view name) {
 bool Variables::get(Session& session, std::wstring_view name, resbuf& value) const {
     const Row* row = find(name);
     if (!row) return headerVariable(databaseOf(session), name, value) == Acad::eOk;
-    const Told told = row->tell ? row->tell(session) : Told{integer(row->name), {}};
+    const Told told = row->tell ? row->tell(session) : Told{integer(row->name), {}, {}};
     value.restype = row->type;
     if (row->type == RTSHORT) {
         value.resval.rint = told.number;
+        return true;
+    }
+    if (row->type == RTREAL) {
+        value.resval.rreal = told.reals[0];
+        return true;
+    }
+    if (row->type == RTPOINT || row->type == RT3DPOINT) {
+        std::copy(told.reals, told.reals + 3, value.resval.rpoint);
         return true;
     }
     const auto kept = texts_.find(row->name);
@@ -149,7 +186,7 @@ bool Variables::get(Session& session, std::wstring_view name, resbuf& value) con
 bool Variables::set(Session& session, std::wstring_view name, const resbuf& value) {
     const Row* row = find(name);
     const std::wstring upper = platform::foldCase(name);
-    if (row ? row->tell != nullptr : !isHeaderVariable(name)) return false;
+    if (row ? row->isReadOnly() : !isHeaderVariable(name)) return false;
     auto& listeners = session.editor.reactors().list;
     listeners.tell([&](AcEditorReactor& reactor) { reactor.sysVarWillChange(upper.c_str()); });
     bool done = false;
@@ -161,7 +198,10 @@ bool Variables::set(Session& session, std::wstring_view name, const resbuf& valu
         if (done) texts_[row->name] = value.resval.rstring;
     } else {
         done = integerOf(value, number) && number >= row->least && number <= row->most;
-        if (done) integers_[row->name] = static_cast<short>(number);
+        if (done && row->change)
+            done = row->change(session, static_cast<short>(number));
+        else if (done)
+            integers_[row->name] = static_cast<short>(number);
     }
     listeners.tell([&](AcEditorReactor& reactor) { reactor.sysVarChanged(upper.c_str(), done); });
     return done;
@@ -176,7 +216,7 @@ std::vector<std::wstring> Variables::names() {
 
 bool Variables::isReadOnly(std::wstring_view name) {
     const Row* row = find(name);
-    return row && row->tell;
+    return row && row->isReadOnly();
 }
 
 short Variables::integer(std::wstring_view name) const {
