@@ -2,25 +2,47 @@
 #pragma once
 
 #include <memory>
-#include <vector>
 
 #include "afxwin.h"
-#include "PipeNodes.h"
+#include "dialogs/layerfields.h"
+#include "dialogs/standardedit.h"
 
 // The user picks an object, chooses the group, the system and the layer type that are to get the name, colour, linetype
-// and lineweight of its layer, and applies them, as often as wanted. OK saves the standard file and makes the changes
-// the current standard; Cancel leaves file and standard as they were. A file that cannot be written is told in one
-// message and the dialog stays open, so that nothing is lost.
+// and lineweight of its layer, or some of them, and applies them, as often as wanted. OK also applies what was picked
+// last, saves the standard file and makes the changes the current standard; Cancel leaves file and standard as they
+// were. A file that cannot be written is told in one message and the dialog stays open, so that nothing is lost.
 class CLayerPickUpDlg : public CDialog {
   public:
     CLayerPickUpDlg();
-    ~CLayerPickUpDlg() override;
+    // Without a standard: one message, and no dialog.
+    INT_PTR DoModal() override;
 
   protected:
     BOOL OnInitDialog() override;
     void OnOK() override;
 
   private:
-    class Work;
-    std::unique_ptr<Work> work_;
+    PipeGroupNode* group() const;
+    OtherLayerNode* otherGroup() const;
+    PipeNode* system() const;
+    LayerNode* target() const;
+    void pick();
+    void showPicked();
+    void listSystems();
+    void listTypes();
+    void listTypesOf(const PipeNode* system, const OtherLayerNode* others);
+    void showTarget();
+    std::wstring refuseName() const;
+    bool apply();
+
+    std::unique_ptr<qrs::dialogs::StandardEdit> edit_;
+    qrs::dialogs::DrawnLayer picked_;
+    bool pending_ = false;  // picked and not applied yet
+    bool changed_ = false;
+    qrs::platform::Control* pickedLabel_ = nullptr;
+    qrs::platform::Control* takes_[4] = {};  // name, colour, linetype, lineweight
+    qrs::platform::Control* groups_ = nullptr;
+    qrs::platform::Control* systems_ = nullptr;
+    qrs::platform::Control* types_ = nullptr;
+    qrs::platform::Control* targetLabel_ = nullptr;
 };

@@ -1,5 +1,13 @@
 set(QRS_DIALOGS_SOURCES
     exportsetting.cpp
     importsetting.cpp
+    layercontrolbar.cpp
+    layerdefdlg.cpp
+    layerfields.cpp
+    layerlistdlg.cpp
+    layerpickupdlg.cpp
+    pipesettingdlg.cpp
+    pipesystemdlg.cpp
     settingfiles.cpp
-    settingoptions.cpp)
+    settingoptions.cpp
+    standardedit.cpp)

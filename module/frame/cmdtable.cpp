@@ -4,6 +4,8 @@
 #include "acutads.h"
 #include "dialogs/exportsetting.h"
 #include "dialogs/importsetting.h"
+#include "dialogs/layercontrolbar.h"
+#include "dialogs/pipesettingdlg.h"
 #include "layers/layercommands.h"
 #include "tools/interfacecount.h"
 #include "tools/layertag.h"
@@ -25,11 +27,11 @@ using namespace layers;
 
 // The group's name is misspelled in every menu and tool bar that calls it, so it stays.
 const CommandRow commandTable[kCommandCount] = {
-    {L"gxsz", &command<laterCommand<1>>, 2, nullptr},
+    {L"gxsz", &command<dialogs::gxsz>, 2, nullptr},
     {L"dcsz", &command<dialogs::dcsz>, 4, nullptr},
     {L"drsz", &command<dialogs::drsz>, 4, nullptr},
     {L"SetAllPipeLayOpen", &command<layerCommand<&CLayerToolBar::SetAllPipeLayOpen>>, 1, nullptr},
-    {L"tckz", &command<laterCommand<5>>, 2, nullptr},
+    {L"tckz", &command<dialogs::tckz>, 2, nullptr},
     {L"gpsbs", &command<gpsbs>, 2, L"\n此命令不能单独使用，请通过给排水\"图层控制\"中的给排水标识使用！"},
     {L"CleanOvraLayTag", &command<tools::cleanArchitectureTags>, 2, nullptr},
     {L"UnLockSelLayer", &command<layerCommand<&CLayerToolBar::UnLockSelLayer>>, 2, nullptr},

@@ -248,6 +248,15 @@ QRS_PIPE_PORT double GetPipeThick(const CString& material, double dn);
 QRS_PIPE_PORT CString GetPrefixOfPipeMaterial(const CString& material);
 QRS_PIPE_PORT CString GetPrefixOfPipeMaterial(int index);
 
+// --- The settings dialog
+
+// Shows the systems and layers of the current standard. editable lets the user change them; OK then writes the standard
+// file and makes the changes the current standard, Cancel leaves both. updatesDrawing also gives the drawing's layers
+// of the standard, as far as they exist, the colours, lineweights, plot flags and linetypes set there. page is the page
+// shown first; there is one, so it is only kept for callers. True when closed with OK; false when cancelled, and, after
+// a message, without a standard.
+QRS_PIPE_PORT bool ShowPipeSettingDlg(int page, bool editable, bool updatesDrawing);
+
 // --- Layers of the standard in the drawing
 //
 // They act on the working database. A layer that the drawing has already is taken as it is; a missing one is made with

@@ -1,0 +1,44 @@
+// The layer control panel: the standard's layers in the current drawing, with their states, to be changed there.
+#pragma once
+
+#include <vector>
+
+#include "afxwin.h"
+#include "dialogs/layerfields.h"
+
+// The panel. Where it is asked as text, it lists the layers when it is shown and takes answers until it is closed;
+// it then counts as shown until the command hides it.
+class CLayerControlBar : public CWnd {
+  public:
+    // Shows the panel when there is none, else hides it. The command tckz.
+    static void Toggle();
+    // Reads the layers' states again.
+    void Refresh();
+
+  private:
+    struct Row {
+        CString system;  // name of the pipe system, or of the group of other layers
+        CString type;
+        CString layer;
+    };
+    // One of the panel's buttons that changes the layers chosen in its list.
+    struct StateButton;
+
+    void run();
+    void addButtons(qrs::platform::Dialog& dialog);
+    void readStandard();
+    void fill();
+    void change(const StateButton& button);
+
+    std::vector<Row> standardLayers_;
+    std::vector<qrs::dialogs::DrawnLayer> listed_;  // by row of the list
+    qrs::platform::Control* systems_ = nullptr;     // null while the panel takes no answers
+    qrs::platform::Control* list_ = nullptr;
+};
+
+namespace qrs::dialogs {
+
+// The command tckz.
+void tckz();
+
+}  // namespace qrs::dialogs

@@ -1,0 +1,39 @@
+// Dialogs in which layers of a drawing are chosen from a list.
+#include "dialogs/layerlistdlg.h"
+
+#include "dialogs/layerfields.h"
+
+using namespace qrs::dialogs;
+using qrs::platform::ListKind;
+
+CLayerListDlg::CLayerListDlg(LPCWSTR title, LPCWSTR listCaption, const AcDbObjectIdArray& layers,
+                             const AcDbObjectIdArray& checked)
+    : CDialog(title), listCaption_(listCaption), layers_(layers), checked_(checked) {}
+
+BOOL CLayerListDlg::OnInitDialog() {
+    listed_.removeAll();
+    chosen_.removeAll();
+    list_ = &form().addList(listCaption_.GetString(), layerColumns(), ListKind::Many);
+    for (int i = 0; i < layers_.length(); ++i) {
+        DrawnLayer layer;
+        if (!readLayer(layers_[i], layer)) continue;
+        list_->addRow(layerCells(layer), checked_.contains(layers_[i]));
+        listed_.append(layers_[i]);
+    }
+    return TRUE;
+}
+
+void CLayerListDlg::OnOK() {
+    for (int i = 0; i < listed_.length(); ++i)
+        if (list_->rows[static_cast<std::size_t>(i)].chosen) chosen_.append(listed_[i]);
+    CDialog::OnOK();
+}
+
+COpenLayerDlg::COpenLayerDlg(const AcDbObjectIdArray& layersOff)
+    : CLayerListDlg(L"打开图层", L"请选择要打开的图层", layersOff) {}
+
+CLayerFilterDlg::CLayerFilterDlg(LPCWSTR title, const AcDbObjectIdArray& layers)
+    : CLayerListDlg(title, L"请选择图层", layers) {}
+
+CSelectLayerDlg::CSelectLayerDlg(const AcDbObjectIdArray& layers, const AcDbObjectIdArray& chosenBefore)
+    : CLayerListDlg(L"选择图层", L"请选择图层", layers, chosenBefore) {}

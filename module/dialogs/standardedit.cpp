@@ -1,0 +1,89 @@
+// Editing the current standard on a copy, and making the copy the current standard.
+#include "dialogs/standardedit.h"
+
+#include "afxwin.h"
+#include "dbapserv.h"
+#include "dbobjptr.h"
+#include "dbsymtb.h"
+#include "frame/startup.h"
+#include "host/platform/codepage.h"
+#include "PwxTool.h"
+#include "standard/holder.h"
+#include "standard/startup.h"
+#include "standard/text.h"
+
+namespace qrs::dialogs {
+
+namespace {
+
+template <class Node>
+std::vector<std::unique_ptr<Node>> copiesOf(const std::vector<std::unique_ptr<Node>>& nodes) {
+    std::vector<std::unique_ptr<Node>> copies;
+    for (const std::unique_ptr<Node>& node : nodes) {
+        copies.push_back(std::make_unique<Node>());
+        copies.back()->CopyFrom(node.get());
+    }
+    return copies;
+}
+
+void updateLayer(const LayerNode& layer, AcDbLayerTableRecord& record) {
+    if (layer.LayerColor.isByACI() || layer.LayerColor.isByColor()) record.setColor(layer.LayerColor);
+    record.setLineWeight(static_cast<AcDb::LineWeight>(layer.LineWeight));
+    record.setIsPlottable(layer.CanPlot);
+    const AcDbObjectId linetype = PwxTool::LoadQdLineType(layer.LineStyle);
+    if (!linetype.isNull()) record.setLinetypeObjectId(linetype);
+}
+
+}  // namespace
+
+std::unique_ptr<StandardEdit> StandardEdit::begin() {
+    const standard::Standard* current = standard::currentStandard();
+    if (!current) {
+        AfxMessageBox(L"没有管线系统标准。", MB_OK | MB_ICONEXCLAMATION);
+        return nullptr;
+    }
+    std::unique_ptr<StandardEdit> edit(new StandardEdit);
+    edit->copy_.groups = copiesOf(current->groups);
+    edit->copy_.otherLayers = copiesOf(current->otherLayers);
+    edit->copy_.nameRules = current->nameRules;
+    edit->copy_.createRules = current->createRules;
+    edit->copy_.textStyles = current->textStyles;
+    edit->copy_.objectColors = current->objectColors;
+    return edit;
+}
+
+bool StandardEdit::save() {
+    standard::StandardHolder& holder = standard::StandardHolder::instance();
+    const CString path = holder.path();
+    platform::Error error;
+    if (!standard::writeStandard(copy_, standard::view(path), error)) {
+        const std::wstring reason = platform::fromUtf8(error.message);
+        AfxMessageBox((L"不能保存管线系统标准：" + reason).c_str(), MB_OK | MB_ICONERROR);
+        return false;
+    }
+    holder.adopt(std::move(copy_), path);
+    standard::convertOldSystemNames();
+    standard::applyObjectColors();
+    standard::initLayerMaps();
+    if (const frame::LayerPanel& panel = frame::layerPanel(); panel.window && panel.refresh) panel.refresh();
+    return true;
+}
+
+void updateDrawingLayers() {
+    const standard::Standard* current = standard::currentStandard();
+    AcDbLayerTablePointer table(acdbHostApplicationServices()->workingDatabase(), AcDb::kForRead);
+    if (!current || table.openStatus() != Acad::eOk) return;
+    LayerNameMap layers;
+    for (const auto& group : current->groups)
+        group->GetAllLayer(layers);
+    for (const auto& group : current->otherLayers)
+        group->GetAllLayer(layers);
+    for (const auto& [name, layer] : layers) {
+        AcDbObjectId id;
+        if (table->getAt(name.GetString(), id) != Acad::eOk) continue;
+        const AcDbObjectPointer<AcDbLayerTableRecord> record(id, AcDb::kForWrite);
+        if (record.openStatus() == Acad::eOk) updateLayer(*layer, *record);
+    }
+}
+
+}  // namespace qrs::dialogs

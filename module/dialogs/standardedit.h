@@ -1,0 +1,31 @@
+// Editing the current standard on a copy, and making the copy the current standard.
+#pragma once
+
+#include <memory>
+
+#include "standard/standard.h"
+
+namespace qrs::dialogs {
+
+class StandardEdit {
+  public:
+    // A deep copy of the current standard. Null, with a message, when there is none.
+    static std::unique_ptr<StandardEdit> begin();
+
+    standard::Standard& standard() { return copy_; }
+
+    // Writes the copy to the file of the current standard and makes it the current one: old names, object colours and
+    // layer look-up follow, and a layer control panel that is open. False, with one message box, when the file cannot
+    // be written; the file, the current standard and the copy are then as they were. At most once true.
+    bool save();
+
+  private:
+    StandardEdit() = default;
+    standard::Standard copy_;
+};
+
+// Gives the drawing's layers that the current standard defines the colour, lineweight, plot flag and linetype of their
+// definitions. Layers that the drawing lacks are not made.
+void updateDrawingLayers();
+
+}  // namespace qrs::dialogs
