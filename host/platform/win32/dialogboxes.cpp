@@ -1,1 +1,114 @@
-// Dialogs as windows.
+// Message boxes, folder and file dialogs of the system, and who shows dialogs as windows.
+#include <windows.h>
+
+#include <commdlg.h>
+#include <objbase.h>
+#include <shlobj.h>
+
+#include <memory>
+
+#include "host/platform/dialogwindow.h"
+#include "host/platform/win32/dialogwindow.h"
+
+namespace qrs::platform {
+
+namespace {
+
+// Behind every path the system gives back.
+constexpr std::size_t kLongestPath = 32768;
+
+UINT buttonsOf(MessageButtons buttons) {
+    switch (buttons) {
+        case MessageButtons::OkCancel:
+            return MB_OKCANCEL;
+        case MessageButtons::YesNo:
+            return MB_YESNO;
+        case MessageButtons::YesNoCancel:
+            return MB_YESNOCANCEL;
+        default:
+            return MB_OK;
+    }
+}
+
+UINT iconOf(MessageIcon icon) {
+    switch (icon) {
+        case MessageIcon::Error:
+            return MB_ICONERROR;
+        case MessageIcon::Question:
+            return MB_ICONQUESTION;
+        case MessageIcon::Warning:
+            return MB_ICONEXCLAMATION;
+        case MessageIcon::Information:
+            return MB_ICONINFORMATION;
+        default:
+            return 0;
+    }
+}
+
+// The shell's lists of folders live on its components.
+class ShellComponents {
+  public:
+    ShellComponents() : started_(SUCCEEDED(CoInitialize(nullptr))) {}
+    ~ShellComponents() {
+        if (started_) CoUninitialize();
+    }
+    ShellComponents(const ShellComponents&) = delete;
+    ShellComponents& operator=(const ShellComponents&) = delete;
+
+  private:
+    bool started_;
+};
+
+struct FreeItem {
+    void operator()(ITEMIDLIST* item) const { CoTaskMemFree(item); }
+};
+
+class WindowPresenter : public DialogPresenter {
+  public:
+    int showDialog(Dialog& dialog) override { return showDialogWindow(dialog, GetActiveWindow()); }
+
+    int showMessage(const MessageQuestion& question) override {
+        const UINT type = buttonsOf(question.buttons) | iconOf(question.icon) |
+                          static_cast<UINT>(question.defaultButton) * MB_DEFBUTTON2;
+        const wchar_t* const title = question.title.empty() ? L"qrs_pipeSystem" : question.title.c_str();
+        const int pressed = MessageBoxW(GetActiveWindow(), question.text.c_str(), title, type | MB_TASKMODAL);
+        return pressed == 0 ? escapeOf(question.buttons) : pressed;
+    }
+
+    std::optional<std::wstring> chooseFolder(const std::wstring& title) override {
+        const ShellComponents components;
+        BROWSEINFOW info{};
+        info.hwndOwner = GetActiveWindow();
+        info.lpszTitle = title.c_str();
+        info.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
+        const std::unique_ptr<ITEMIDLIST, FreeItem> item(SHBrowseForFolderW(&info));
+        wchar_t path[MAX_PATH] = {};
+        if (!item || !SHGetPathFromIDListW(item.get(), path)) return std::nullopt;
+        return std::wstring(path);
+    }
+
+    std::optional<std::wstring> chooseFile(const FileQuestion& question) override {
+        std::wstring path = question.path;
+        path.resize(kLongestPath);
+        const std::wstring extension = question.extension.empty() ? std::wstring() : question.extension.substr(1);
+        OPENFILENAMEW info{};
+        info.lStructSize = sizeof info;
+        info.hwndOwner = GetActiveWindow();
+        info.lpstrTitle = question.title.c_str();
+        info.lpstrFile = path.data();
+        info.nMaxFile = static_cast<DWORD>(path.size());
+        info.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
+        info.Flags = OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST | (question.save ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST);
+        if (!(question.save ? GetSaveFileNameW(&info) : GetOpenFileNameW(&info))) return std::nullopt;
+        return std::wstring(path.c_str());
+    }
+};
+
+}  // namespace
+
+DialogPresenter* windowPresenter() {
+    static WindowPresenter presenter;
+    return &presenter;
+}
+
+}  // namespace qrs::platform

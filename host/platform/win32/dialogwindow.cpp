@@ -1,1 +1,399 @@
-// Dialogs as windows.
+// One dialog as a window: an empty template in memory, and the controls laid out below one another when it opens.
+#include "host/platform/win32/dialogwindow.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace qrs::platform {
+
+namespace {
+
+// Sizes in dialog units.
+constexpr int kWidth = 320;
+constexpr int kMargin = 7;
+constexpr int kGap = 3;
+constexpr int kLineHeight = 10;
+constexpr int kFieldHeight = 13;
+constexpr int kCaptionWidth = 80;
+constexpr int kButtonWidth = 72;
+constexpr int kListHeight = 120;
+constexpr int kComboDrop = 120;
+constexpr int kFirstNumber = 1000;  // of the controls; each has room for its choices
+constexpr int kNumbersEach = 1000;
+
+// The controls of the window that stand for one control of the dialog.
+struct Shown {
+    Shown(Control* shown, int first) : control(shown), number(first) {}
+    Control* control;
+    int number;
+    HWND label = nullptr;
+    HWND window = nullptr;
+    std::vector<HWND> choices;  // of a radio control
+    std::vector<std::wstring> columns;
+};
+
+class DialogWindow {
+  public:
+    explicit DialogWindow(Dialog& dialog) : dialog_(dialog) {
+        int number = kFirstNumber;
+        for (Control& control : dialog.controls()) {
+            shown_.emplace_back(&control, number);
+            number += kNumbersEach;
+        }
+    }
+
+    int run(HWND owner) {
+        INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES};
+        InitCommonControlsEx(&classes);
+        // A template without controls: menu, class and title follow it as empty texts, then the font.
+        struct {
+            DLGTEMPLATE head;
+            WORD menu, windowClass, title, pointSize;
+            wchar_t font[13];
+        } form{};
+        form.head.style = DS_MODALFRAME | DS_SETFONT | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU;
+        form.head.cx = kWidth;
+        form.head.cy = static_cast<short>(height());
+        form.pointSize = 9;
+        std::copy_n(L"MS Shell Dlg", 13, form.font);
+        const INT_PTR result = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), &form.head, owner, &handle,
+                                                       reinterpret_cast<LPARAM>(this));
+        return result > 0 ? static_cast<int>(result) : kDialogCancel;
+    }
+
+  private:
+    static INT_PTR CALLBACK handle(HWND window, UINT message, WPARAM word, LPARAM value) {
+        if (message == WM_INITDIALOG) SetWindowLongPtrW(window, DWLP_USER, static_cast<LONG_PTR>(value));
+        auto* const self = reinterpret_cast<DialogWindow*>(GetWindowLongPtrW(window, DWLP_USER));
+        if (!self) return FALSE;
+        switch (message) {
+            case WM_INITDIALOG:
+                self->window_ = window;
+                self->build();
+                return TRUE;
+            case WM_COMMAND:
+                self->command(LOWORD(word), HIWORD(word));
+                return TRUE;
+            case WM_NOTIFY:
+                self->notify(*reinterpret_cast<const NMHDR*>(value));
+                return FALSE;
+            default:
+                return FALSE;
+        }
+    }
+
+    static int heightOf(const Control& control) {
+        switch (control.kind) {
+            case ControlKind::Group:
+                return control.caption.empty() ? 0 : kLineHeight + kGap;
+            case ControlKind::Radio:
+                return (static_cast<int>(control.choices.size()) + 1) * (kLineHeight + kGap);
+            case ControlKind::List:
+                return kLineHeight + kGap + kListHeight + kGap;
+            case ControlKind::Button:
+                return 0;  // side by side; counted by rows
+            case ControlKind::Label:
+                return kLineHeight + kGap;
+            default:
+                return kFieldHeight + kGap;
+        }
+    }
+
+    static int buttonsPerRow() { return (kWidth - 2 * kMargin) / (kButtonWidth + kGap); }
+
+    int height() const {
+        int total = kMargin, buttons = 0;
+        for (const Shown& one : shown_) {
+            const bool isButton = one.control->kind == ControlKind::Button;
+            if (isButton && buttons++ % buttonsPerRow() == 0) total += kFieldHeight + kGap;
+            if (!isButton) buttons = 0;
+            total += heightOf(*one.control);
+        }
+        return total + kGap + kFieldHeight + kMargin;
+    }
+
+    HWND make(const wchar_t* windowClass, const std::wstring& text, DWORD style, int x, int y, int width, int high,
+              int number, DWORD extended = 0) {
+        RECT place{x, y, x + width, y + high};
+        MapDialogRect(window_, &place);
+        HWND made =
+            CreateWindowExW(extended, windowClass, text.c_str(), WS_CHILD | WS_VISIBLE | style, place.left, place.top,
+                            place.right - place.left, place.bottom - place.top, window_,
+                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)), GetModuleHandleW(nullptr), nullptr);
+        SendMessageW(made, WM_SETFONT, static_cast<WPARAM>(SendMessageW(window_, WM_GETFONT, 0, 0)), TRUE);
+        return made;
+    }
+
+    void build() {
+        SetWindowTextW(window_, dialog_.title.c_str());
+        int y = kMargin, buttons = 0;
+        for (Shown& one : shown_) {
+            if (one.control->kind == ControlKind::Button) {
+                const int place = buttons++ % buttonsPerRow();
+                if (place == 0) y += kFieldHeight + kGap;
+                one.window = make(L"BUTTON", one.control->caption, WS_TABSTOP | BS_PUSHBUTTON,
+                                  kMargin + place * (kButtonWidth + kGap), y - kFieldHeight - kGap, kButtonWidth,
+                                  kFieldHeight, one.number);
+                continue;
+            }
+            buttons = 0;
+            buildOne(one, y);
+            y += heightOf(*one.control);
+        }
+        y += kGap;
+        make(L"BUTTON", dialog_.okCaption, WS_TABSTOP | BS_DEFPUSHBUTTON, kWidth - kMargin - 2 * kButtonWidth - kGap, y,
+             kButtonWidth, kFieldHeight, IDOK);
+        make(L"BUTTON", dialog_.cancelCaption, WS_TABSTOP | BS_PUSHBUTTON, kWidth - kMargin - kButtonWidth, y,
+             kButtonWidth, kFieldHeight, IDCANCEL);
+        show();
+    }
+
+    void buildOne(Shown& one, int y) {
+        const Control& control = *one.control;
+        const int width = kWidth - 2 * kMargin;
+        switch (control.kind) {
+            case ControlKind::Group:
+            case ControlKind::Label:
+                one.window = make(L"STATIC", {}, SS_LEFT | SS_NOPREFIX, kMargin, y, width, kLineHeight, one.number);
+                break;
+            case ControlKind::CheckBox:
+                one.window = make(L"BUTTON", control.caption, WS_TABSTOP | BS_AUTOCHECKBOX, kMargin, y, width,
+                                  kFieldHeight, one.number);
+                break;
+            case ControlKind::Radio:
+                one.label = make(L"STATIC", control.caption, SS_LEFT | SS_NOPREFIX, kMargin, y, width, kLineHeight, -1);
+                for (std::size_t i = 0; i < control.choices.size(); ++i) {
+                    y += kLineHeight + kGap;
+                    one.choices.push_back(make(L"BUTTON", control.choices[i],
+                                               (i == 0 ? WS_GROUP | WS_TABSTOP : 0u) | BS_AUTORADIOBUTTON, 2 * kMargin,
+                                               y, width - kMargin, kLineHeight, one.number + static_cast<int>(i)));
+                }
+                break;
+            case ControlKind::List:
+                one.label = make(L"STATIC", control.caption, SS_LEFT | SS_NOPREFIX, kMargin, y, width, kLineHeight, -1);
+                one.window =
+                    make(WC_LISTVIEWW, {}, WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_SHOWSELALWAYS | LVS_SINGLESEL,
+                         kMargin, y + kLineHeight + kGap, width, kListHeight, one.number);
+                ListView_SetExtendedListViewStyle(
+                    one.window, LVS_EX_FULLROWSELECT | (control.listKind == ListKind::Many ? LVS_EX_CHECKBOXES : 0));
+                break;
+            case ControlKind::Edit:
+            case ControlKind::Combo:
+                one.label = make(L"STATIC", control.caption, SS_LEFT | SS_NOPREFIX, kMargin, y + 2, kCaptionWidth,
+                                 kLineHeight, -1);
+                buildField(one, y, width - kCaptionWidth);
+                break;
+            case ControlKind::Button:
+                break;
+        }
+    }
+
+    void buildField(Shown& one, int y, int width) {
+        const int x = kMargin + kCaptionWidth;
+        if (one.control->kind == ControlKind::Edit)
+            one.window =
+                make(L"EDIT", {}, WS_TABSTOP | ES_AUTOHSCROLL, x, y, width, kFieldHeight, one.number, WS_EX_CLIENTEDGE);
+        else
+            one.window = make(L"COMBOBOX", {},
+                              WS_TABSTOP | WS_VSCROLL | (one.control->editable ? CBS_DROPDOWN : CBS_DROPDOWNLIST), x, y,
+                              width, kComboDrop, one.number);
+    }
+
+    // Brings the window up to what the dialog's data says.
+    void show() {
+        filling_ = true;
+        for (Shown& one : shown_)
+            showOne(one);
+        filling_ = false;
+    }
+
+    static void showOne(Shown& one) {
+        const Control& control = *one.control;
+        if (one.window) EnableWindow(one.window, control.enabled);
+        switch (control.kind) {
+            case ControlKind::Group:
+                SetWindowTextW(one.window, control.caption.c_str());
+                break;
+            case ControlKind::Label:
+                SetWindowTextW(one.window, (control.caption + control.text).c_str());
+                break;
+            case ControlKind::CheckBox:
+                SendMessageW(one.window, BM_SETCHECK, control.checked ? BST_CHECKED : BST_UNCHECKED, 0);
+                break;
+            case ControlKind::Radio:
+                for (std::size_t i = 0; i < one.choices.size(); ++i)
+                    SendMessageW(one.choices[i], BM_SETCHECK, i == control.choice ? BST_CHECKED : BST_UNCHECKED, 0);
+                break;
+            case ControlKind::List:
+                showList(one);
+                break;
+            case ControlKind::Edit:
+                SetWindowTextW(one.window, control.text.c_str());
+                break;
+            case ControlKind::Combo:
+                SendMessageW(one.window, CB_RESETCONTENT, 0, 0);
+                for (const std::wstring& choice : control.choices)
+                    SendMessageW(one.window, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(choice.c_str()));
+                if (control.editable)
+                    SetWindowTextW(one.window, control.text.c_str());
+                else
+                    SendMessageW(one.window, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                                 reinterpret_cast<LPARAM>(control.text.c_str()));
+                break;
+            case ControlKind::Button:
+                break;
+        }
+    }
+
+    static void showList(Shown& one) {
+        const Control& list = *one.control;
+        if (one.columns != list.columns) {
+            while (ListView_DeleteColumn(one.window, 0)) {
+            }
+            LVCOLUMNW column{};
+            column.mask = LVCF_TEXT | LVCF_WIDTH;
+            column.cx = 100;
+            for (std::size_t i = 0; i < list.columns.size(); ++i) {
+                column.pszText = const_cast<wchar_t*>(list.columns[i].c_str());
+                SendMessageW(one.window, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
+            }
+            one.columns = list.columns;
+        }
+        ListView_DeleteAllItems(one.window);
+        for (std::size_t i = 0; i < list.rows.size(); ++i)
+            showRow(one, static_cast<int>(i));
+        for (std::size_t i = 0; i < list.columns.size(); ++i)
+            ListView_SetColumnWidth(one.window, static_cast<int>(i), LVSCW_AUTOSIZE_USEHEADER);
+    }
+
+    static void showRow(const Shown& one, int row) {
+        const Control& list = *one.control;
+        const ListRow& data = list.rows[static_cast<std::size_t>(row)];
+        LVITEMW item{};
+        item.mask = LVIF_TEXT;
+        item.iItem = row;
+        for (std::size_t i = 0; i < data.cells.size(); ++i) {
+            item.iSubItem = static_cast<int>(i);
+            item.pszText = const_cast<wchar_t*>(data.cells[i].c_str());
+            SendMessageW(one.window, i == 0 ? LVM_INSERTITEMW : LVM_SETITEMTEXTW, i == 0 ? 0 : static_cast<WPARAM>(row),
+                         reinterpret_cast<LPARAM>(&item));
+        }
+        if (list.listKind == ListKind::Many) {
+            ListView_SetCheckState(one.window, row, data.chosen);
+        } else if (data.chosen) {
+            ListView_SetItemState(one.window, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+        }
+    }
+
+    static std::wstring textOf(HWND window) {
+        std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+        text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+        return text;
+    }
+
+    // Reads the fields that were typed into; the first one that cannot be taken is told and keeps the focus.
+    bool readFields() {
+        for (Shown& one : shown_) {
+            Control& control = *one.control;
+            const bool typed =
+                control.kind == ControlKind::Edit || (control.kind == ControlKind::Combo && control.editable);
+            const std::wstring text = typed ? textOf(one.window) : std::wstring();
+            if (!typed || text == control.text) continue;
+            const std::wstring refusal = control.refuse ? control.refuse(text) : std::wstring();
+            if (!refusal.empty()) {
+                MessageBoxW(window_, refusal.c_str(), dialog_.title.c_str(), MB_OK | MB_ICONEXCLAMATION);
+                SetFocus(one.window);
+                return false;
+            }
+            control.text = text;
+            if (control.changed) control.changed();
+        }
+        return true;
+    }
+
+    void changed(Control& control) {
+        if (control.changed) control.changed();
+        afterAction();
+    }
+
+    void afterAction() {
+        if (dialog_.closing())
+            EndDialog(window_, *dialog_.closing());
+        else
+            show();
+    }
+
+    void command(int number, int notice) {
+        if (number == IDCANCEL) EndDialog(window_, kDialogCancel);
+        if (number == IDOK) pressOk();
+        if (filling_ || number < kFirstNumber) return;
+        const std::size_t position = static_cast<std::size_t>((number - kFirstNumber) / kNumbersEach);
+        if (position >= shown_.size()) return;
+        Shown& one = shown_[position];
+        Control& control = *one.control;
+        if (control.kind == ControlKind::Button && notice == BN_CLICKED) {
+            press(control);
+        } else if (control.kind == ControlKind::CheckBox && notice == BN_CLICKED) {
+            control.checked = SendMessageW(one.window, BM_GETCHECK, 0, 0) == BST_CHECKED;
+            changed(control);
+        } else if (control.kind == ControlKind::Radio && notice == BN_CLICKED) {
+            control.choice = static_cast<std::size_t>((number - kFirstNumber) % kNumbersEach);
+            changed(control);
+        } else if (control.kind == ControlKind::Combo && !control.editable && notice == CBN_SELCHANGE) {
+            const LRESULT chosen = SendMessageW(one.window, CB_GETCURSEL, 0, 0);
+            if (chosen < 0) return;
+            control.text = control.choices[static_cast<std::size_t>(chosen)];
+            changed(control);
+        }
+    }
+
+    void pressOk() {
+        if (!readFields()) return;
+        const std::wstring refusal = dialog_.refuseOk ? dialog_.refuseOk() : std::wstring();
+        if (!dialog_.closing() && refusal.empty()) dialog_.close(kDialogOk);
+        if (!refusal.empty() && refusal != L"\n")
+            MessageBoxW(window_, refusal.c_str(), dialog_.title.c_str(), MB_OK | MB_ICONEXCLAMATION);
+        afterAction();
+    }
+
+    void press(const Control& control) {
+        if (!readFields() || !control.pressed) return;
+        if (control.stepsAside) ShowWindow(window_, SW_HIDE);
+        control.pressed();
+        if (control.stepsAside) ShowWindow(window_, SW_SHOW);
+        afterAction();
+    }
+
+    void notify(const NMHDR& notice) {
+        if (filling_ || notice.code != static_cast<UINT>(LVN_ITEMCHANGED)) return;
+        const auto found =
+            std::find_if(shown_.begin(), shown_.end(), [&](const Shown& one) { return one.window == notice.hwndFrom; });
+        if (found == shown_.end()) return;
+        Control& list = *found->control;
+        bool isOther = false;
+        for (std::size_t i = 0; i < list.rows.size(); ++i) {
+            const int row = static_cast<int>(i);
+            const bool chosen = list.listKind == ListKind::Many
+                                    ? ListView_GetCheckState(found->window, row) != 0
+                                    : ListView_GetItemState(found->window, row, LVIS_SELECTED) != 0;
+            isOther = isOther || chosen != list.rows[i].chosen;
+            list.rows[i].chosen = chosen;
+        }
+        if (isOther && list.changed) changed(list);
+    }
+
+    Dialog& dialog_;
+    std::vector<Shown> shown_;
+    HWND window_ = nullptr;
+    bool filling_ = false;  // what changes now is the window's doing, not the user's
+};
+
+}  // namespace
+
+int showDialogWindow(Dialog& dialog, HWND owner) {
+    return DialogWindow(dialog).run(owner);
+}
+
+}  // namespace qrs::platform
