@@ -50,7 +50,7 @@ std::unique_ptr<Drawing> Drawing::fromBytes(std::string bytes, const std::string
 bool Drawing::load(std::string_view bytes, const std::string& name, platform::Error& error) {
     bytes_ = bytes;
     Damage damage;
-    if (!buildIndex(bytes, index_, damage)) {
+    if (!buildIndex(bytes, file_.get(), index_, damage)) {
         const std::string place = isBinary() ? " byte " + std::to_string(damage.offset)
                                              : std::to_string(lineNumber(bytes, damage.offset, index_.lineEnd));
         error.message = name + ":" + place + ": " + damage.reason;
@@ -146,7 +146,20 @@ bool Drawing::save(const std::filesystem::path& native, bool keepBackup, platfor
     const platform::FileMark target = platform::fileMark(native);
     if (!isOverwritable(target, native, error)) return false;
     if (!isMappedStill() || !file.begin(native, error)) return false;
-    emit([&](std::string_view piece) { file.write(piece); });
+    std::size_t released = 0;
+    emit([&](std::string_view piece) {
+        // Steps of a size, each given back when it is written: memory does not grow to that of the file.
+        for (; !piece.empty(); piece.remove_prefix(std::min(piece.size(), kReleaseStep))) {
+            const std::string_view step = piece.substr(0, kReleaseStep);
+            file.write(step);
+            if (file_ == nullptr || step.data() < bytes_.data() || step.data() >= bytes_.data() + bytes_.size())
+                continue;
+            const auto written = static_cast<std::size_t>(step.data() + step.size() - bytes_.data());
+            if (written - released < kReleaseStep) continue;
+            file_->release(released, written);
+            released = written;
+        }
+    });
     if (!isMappedStill() || !file.commit(keepBackup, error)) return false;
     modified_ = false;
     noteSaved(platform::fileMark(native));

@@ -10,6 +10,7 @@
 #include "host/dxf/codeform.h"
 #include "host/dxf/interner.h"
 #include "host/dxf/record.h"
+#include "host/platform/files.h"
 
 namespace qrs::dxf {
 
@@ -75,6 +76,9 @@ struct Index {
     bool hasUtf8Mark = false;
 };
 
+// So much of a mapped file is read or written before it is given back.
+constexpr std::size_t kReleaseStep = std::size_t{8} << 20;
+
 // Where and why a file is no whole drawing.
 struct Damage {
     std::size_t offset = 0;  // a byte of the line to be named
@@ -87,7 +91,10 @@ struct Damage {
 // What is wrong but can be passed over becomes a doubt: a missing ENDSEC, ENDTAB or ENDBLK stands in the index as an
 // end without bytes; EOF may be missing where the last section is closed (otherwise the file is cut off); ends without
 // a beginning and records outside of sections are kept as Other.
-bool buildIndex(std::string_view bytes, Index& index, Damage& damage);
+//
+// file is the one whose bytes these are, null when they are none of a file: what has been read is given back to the
+// system, so that a large drawing needs little more memory than its index.
+bool buildIndex(std::string_view bytes, const platform::MappedFile* file, Index& index, Damage& damage);
 
 // The number of the line that holds a byte, from 1.
 std::uint64_t lineNumber(std::string_view bytes, std::size_t offset, char lineEnd);

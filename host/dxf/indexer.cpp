@@ -62,9 +62,10 @@ bool hasPointers(RecordKind kind) {
 
 class Indexer {
   public:
-    Indexer(std::string_view bytes, Index& index, Damage& damage)
+    Indexer(std::string_view bytes, const platform::MappedFile* file, Index& index, Damage& damage)
         : start_(bytes.data()),
           end_(bytes.data() + bytes.size()),
+          file_(file),
           index_(index),
           damage_(damage),
           given_(bytes.size()),
@@ -115,6 +116,8 @@ class Indexer {
 
     const char* start_;
     const char* end_;
+    const platform::MappedFile* file_;
+    std::size_t released_ = 0;
     Index& index_;
     Damage& damage_;
     CodeCache cache_;
@@ -162,6 +165,10 @@ bool Indexer::close(const char* at) {
 Indexer::Step Indexer::open(const char* at, RecordKind kind, std::uint16_t type, RecordId owner) {
     if (!close(at)) return Step::Fails;
     if (index_.records.size() >= kNoRecord) return fails(at, "too many records");
+    if (const auto read = static_cast<std::size_t>(at - start_); read - released_ >= kReleaseStep) {
+        if (file_ != nullptr) file_->release(released_, read);
+        released_ = read;
+    }
     current_ = &index_.records.append();
     current_->offset = static_cast<std::uint64_t>(at - start_);
     current_->owner = owner;
@@ -573,8 +580,8 @@ Indexer::Step Indexer::endOfFile(const char* at, const RawTag& tag) {
 
 }  // namespace
 
-bool buildIndex(std::string_view bytes, Index& index, Damage& damage) {
-    return Indexer(bytes, index, damage).run();
+bool buildIndex(std::string_view bytes, const platform::MappedFile* file, Index& index, Damage& damage) {
+    return Indexer(bytes, file, index, damage).run();
 }
 
 }  // namespace qrs::dxf

@@ -83,6 +83,10 @@ class MappedFile {
     // new one. A file that was renamed, removed or replaced is unchanged.
     virtual bool isUnchanged(Error& error) const = 0;
 
+    // A hint that the bytes [begin, end) will not be read for a while: they need not stay in this program's memory.
+    // They can be read again at any time.
+    virtual void release(std::size_t /*begin*/, std::size_t /*end*/) const {}
+
   protected:
     MappedFile() = default;
     std::string_view bytes_;

@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 
@@ -127,6 +128,14 @@ class PosixMappedFile : public MappedFile {
             now.st_mtim.tv_nsec == opened_.st_mtim.tv_nsec)
             return true;
         return fail(error, native_, kChangedSinceOpened);
+    }
+
+    // Whole pages within the bytes only; the system keeps the content for the next reader.
+    void release(std::size_t begin, std::size_t end) const override {
+        const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+        begin = (begin + page - 1) / page * page;
+        end = end == bytes_.size() ? end : end / page * page;
+        if (begin < end) madvise(const_cast<char*>(bytes_.data()) + begin, end - begin, MADV_DONTNEED);
     }
 
   private:
