@@ -38,6 +38,12 @@ void changeLayers(const AcDbObjectIdArray& layers, const std::function<bool(cons
     }
 }
 
+void turnLayers(const AcDbObjectIdArray& layers, bool off) {
+    changeLayers(
+        layers, [off](const AcDbLayerTableRecord& layer) { return layer.isOff() == off; },
+        [off](AcDbLayerTableRecord& layer) { layer.setIsOff(off); });
+}
+
 AcDbDatabase* workingDatabase() {
     return acdbHostApplicationServices()->workingDatabase();
 }

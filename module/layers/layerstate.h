@@ -22,6 +22,9 @@ bool freezeLayers(const AcDbObjectIdArray& layers, bool freeze);
 void changeLayers(const AcDbObjectIdArray& layers, const std::function<bool(const AcDbLayerTableRecord&)>& has,
                   const std::function<void(AcDbLayerTableRecord&)>& set);
 
+// Turns off, or on, those of the layers that are not so yet.
+void turnLayers(const AcDbObjectIdArray& layers, bool off);
+
 // The drawing the commands work on; null when none is open.
 AcDbDatabase* workingDatabase();
 

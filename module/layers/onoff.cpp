@@ -47,16 +47,10 @@ class PickingFilter {
     static BOOL pass(MSG*) { return FALSE; }
 };
 
-void turn(const AcDbObjectIdArray& layers, bool off) {
-    changeLayers(
-        layers, [off](const AcDbLayerTableRecord& layer) { return layer.isOff() == off; },
-        [off](AcDbLayerTableRecord& layer) { layer.setIsOff(off); });
-}
-
 void turnOff(AcDbObjectId layer) {
     AcDbObjectIdArray one;
     one.append(layer);
-    turn(one, true);
+    turnLayers(one, true);
 }
 
 // Whoever hides pipes means their diameter texts, too.
@@ -104,8 +98,8 @@ void CLayerToolBar::OpenSelLayer() {
     TPickEntSet picked;
     if (SelectEntities(L"\n请选择打开层上的图元 <退出>:", picked) != RTNORM) return;
     const AcDbObjectIdArray kept = layersOf(picked.ids());
-    turn(kept, false);
+    turnLayers(kept, false);
     // The current layer goes off like any other.
-    turn(layersBut(kept), true);
+    turnLayers(layersBut(kept), true);
     acedUpdateDisplay();
 }

@@ -20,9 +20,7 @@ namespace {
 void turnAllLayersOn(AcDbDatabase* database) {
     AcDbObjectIdArray layers;
     PwxTool::GetAllLayerIds(database, layers);
-    changeLayers(
-        layers, [](const AcDbLayerTableRecord& layer) { return !layer.isOff(); },
-        [](AcDbLayerTableRecord& layer) { layer.setIsOff(false); });
+    turnLayers(layers, false);
 }
 
 // Built-in systems are shown by type, those that users defined by name.

@@ -1,0 +1,46 @@
+// The layer commands that are little more than a dialog.
+#include "acutads.h"
+#include "axlock.h"
+#include "dbobjptr.h"
+#include "dialogs/layerlistdlg.h"
+#include "dialogs/layerpickupdlg.h"
+#include "layers/layerstate.h"
+#include "layers/layertoolbar.h"
+#include "PwxTool.h"
+
+using namespace qrs::layers;
+
+namespace {
+
+AcDbObjectIdArray layersThatAreOff() {
+    AcDbObjectIdArray all;
+    AcDbObjectIdArray off;
+    PwxTool::GetAllLayerIds(workingDatabase(), all);
+    for (const AcDbObjectId& id : all) {
+        const AcDbLayerTableRecordPointer layer(id, AcDb::kForRead);
+        if (layer.openStatus() == Acad::eOk && layer->isOff()) off.append(id);
+    }
+    return off;
+}
+
+}  // namespace
+
+void CLayerToolBar::OpenLayer() {
+    const AcAxDocLock lock;
+    if (lock.lockStatus() != Acad::eOk) return;
+    const AcDbObjectIdArray off = layersThatAreOff();
+    if (off.isEmpty()) {
+        acutPrintf(L"\n所有图层都是打开的！");
+        return;
+    }
+    COpenLayerDlg dialog(off);
+    if (dialog.DoModal() != IDOK) return;
+    turnLayers(dialog.ChosenLayers(), false);
+    refreshLayerState();
+}
+
+void CLayerToolBar::PickUpLayer() {
+    const AcAxDocLock lock;
+    if (lock.lockStatus() != Acad::eOk) return;
+    CLayerPickUpDlg().DoModal();
+}
