@@ -67,13 +67,6 @@ void refreshPanel() {
     if (CLayerControlBar* panel = shownPanel()) panel->Refresh();
 }
 
-void hidePanel() {
-    qrs::frame::LayerPanel& panel = qrs::frame::layerPanel();
-    acedRemoveFilterWinMsg(panel.filter);
-    if (IsWindow(panel.window->GetSafeHwnd())) panel.window->DestroyWindow();
-    panel = qrs::frame::LayerPanel();
-}
-
 std::wstring wide(const CString& text) {
     return std::wstring(view(text));
 }
@@ -82,7 +75,7 @@ std::wstring wide(const CString& text) {
 
 void CLayerControlBar::Toggle() {
     qrs::frame::LayerPanel& panel = qrs::frame::layerPanel();
-    if (panel.window) return hidePanel();
+    if (panel.window) return qrs::frame::closeLayerPanel();
     auto bar = std::make_unique<CLayerControlBar>();
     if (!bar->Create(nullptr, kTitle, 0, RECT{0, 0, 0, 0}, nullptr, 0)) return;
     CLayerControlBar* const shown = bar.get();
@@ -95,7 +88,6 @@ void CLayerControlBar::Toggle() {
 
 void CLayerControlBar::run() {
     Dialog dialog(kTitle);
-    dialog.okCaption = L"确定";
     readStandard();
     std::vector<std::wstring> systems = {kAllSystems};
     for (const Row& row : standardLayers_)

@@ -27,7 +27,9 @@ std::wstring wide(const CString& text) {
 std::wstring linetypeName(AcDbObjectId id) {
     const AcDbObjectPointer<AcDbLinetypeTableRecord> linetype(id, AcDb::kForRead);
     const ACHAR* name = nullptr;
-    return linetype.openStatus() == Acad::eOk && linetype->getName(name) == Acad::eOk ? name : L"";
+    const bool isKnown = linetype.openStatus() == Acad::eOk && linetype->getName(name) == Acad::eOk;
+    // What the editor draws where the drawing does not define the linetype.
+    return isKnown ? name : L"Continuous";
 }
 
 }  // namespace

@@ -104,14 +104,6 @@ void removeCmdReactor() {
     cmdReactor.reset();
 }
 
-void closeLayerPanel() {
-    LayerPanel& panel = layerPanel();
-    if (!panel.window) return;
-    acedRemoveFilterWinMsg(panel.filter);
-    if (IsWindow(panel.window->GetSafeHwnd())) panel.window->DestroyWindow();
-    panel = LayerPanel();
-}
-
 void buildLayerMaps() {
     recordCall("standard::initLayerMaps");
     standard::initLayerMaps();
@@ -182,6 +174,14 @@ AcApDocument* currentDocument() {
 LayerPanel& layerPanel() {
     static LayerPanel panel;
     return panel;
+}
+
+void closeLayerPanel() {
+    LayerPanel& panel = layerPanel();
+    if (!panel.window) return;
+    acedRemoveFilterWinMsg(panel.filter);
+    if (IsWindow(panel.window->GetSafeHwnd())) panel.window->DestroyWindow();
+    panel = LayerPanel();
 }
 
 void startUp() {

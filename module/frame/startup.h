@@ -19,6 +19,8 @@ struct LayerPanel {
 };
 // The one panel; its window is null while it is closed.
 LayerPanel& layerPanel();
+// Removes its filter and its window; nothing happens while it is closed.
+void closeLayerPanel();
 
 // Both run every step, whatever an earlier one found or threw.
 void startUp();
