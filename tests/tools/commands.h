@@ -1,0 +1,82 @@
+// The module's commands over small drawings with entities of the suite, as they are typed.
+#pragma once
+
+#include "../frame/support.h"
+#include "acutads.h"
+#include "dbents.h"
+#include "frame/entry.h"
+#include "qrs_kernal.h"
+#include "qrs_pipeentity.h"
+#include "rxregsvc.h"
+#include "standard/startup.h"
+
+extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* application);
+
+namespace qrs::test {
+
+class ToolCommands : public Frame {
+  protected:
+    ToolCommands() {
+        application.setSystemFolder(platform::innerPath(std::filesystem::path(QRS_SOURCE_DIR) / "data"));
+        InitAol(L"_QRS");
+        acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
+    }
+    ~ToolCommands() override { acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr); }
+
+    // "LINE;8=0;10=1" as tags; the handle and what every entity has come first.
+    static std::string entity(int handle, const std::string& typeAndTags) {
+        char head[64];
+        std::snprintf(head, sizeof head, "\n5\n%X\n330\n1F\n100\nAcDbEntity\n", static_cast<unsigned>(handle));
+        std::string text = "0\n";
+        const std::size_t type = typeAndTags.find(';');
+        text += typeAndTags.substr(0, type) + head;
+        for (std::size_t at = type + 1; at < typeAndTags.size();) {
+            const std::size_t equals = typeAndTags.find('=', at);
+            const std::size_t end = typeAndTags.find(';', at);
+            text +=
+                typeAndTags.substr(at, equals - at) + "\n" + typeAndTags.substr(equals + 1, end - equals - 1) + "\n";
+            at = end + 1;
+        }
+        return text;
+    }
+    // Opens a drawing of these layers (their handles begin at 40) and entities.
+    void openWith(const std::vector<Layer>& layers, const std::string& entities, const std::string& tables = {}) {
+        std::string text = drawingText(layers, {});
+        text.insert(text.rfind("0\nENDSEC\n0\nEOF"), entities);
+        text.insert(text.find("0\nTABLE\n2\nBLOCK_RECORD"), tables);
+        open(text);
+    }
+    AcDbObjectId byHandle(int handle) const {
+        AcDbObjectId id;
+        database()->getAcDbObjectId(id, false, AcDbHandle(static_cast<Adesk::UInt64>(handle)));
+        return id;
+    }
+    std::string layerOf(int handle) const {
+        const AcDbEntityPointer opened(byHandle(handle), AcDb::kForRead);
+        return opened.openStatus() == Acad::eOk ? taken(opened->layer()) : "-";
+    }
+    std::string linetypeOf(int handle) const {
+        const AcDbEntityPointer opened(byHandle(handle), AcDb::kForRead);
+        return opened.openStatus() == Acad::eOk ? taken(opened->linetype()) : "-";
+    }
+    static std::string taken(ACHAR* text) {
+        const std::string copy = platform::toUtf8(text ? text : L"");
+        acutDelString(text);
+        return copy;
+    }
+    static std::string nameOf(AcDbObjectId record) {
+        const AcDbObjectPointer<AcDbSymbolTableRecord> opened(record, AcDb::kForRead);
+        const ACHAR* name = nullptr;
+        return opened.openStatus() == Acad::eOk && opened->getName(name) == Acad::eOk ? platform::toUtf8(name) : "-";
+    }
+    // The drawing as it would be saved.
+    std::string saved() {
+        platform::Error error;
+        EXPECT_TRUE(application.saveDocument(folder.path() / "saved.dxf", false, error)) << error.message;
+        std::ifstream file(folder.path() / "saved.dxf", std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    std::string told(std::deque<std::wstring> lines) { return platform::toUtf8(run(std::move(lines))); }
+};
+
+}  // namespace qrs::test
