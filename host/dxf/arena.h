@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "host/dxf/sizes.h"
+
 namespace qrs::dxf {
 
 // A place is the chunk's number in the upper half and the offset within it in the lower half.
@@ -42,8 +44,7 @@ class Arena {
     // Pieces are a little longer than asked for, so that a name or number that grows mostly stays in place.
     static std::size_t rounded(std::size_t length) { return (length + 15) & ~std::size_t{15}; }
     void open(std::size_t atLeast) {
-        constexpr std::size_t kChunk = std::size_t{1} << 18;
-        size_ = atLeast > kChunk ? atLeast : kChunk;
+        size_ = atLeast > kArenaPiece ? atLeast : kArenaPiece;
         chunks_.emplace_back(new char[size_]);
         used_ = 0;
     }

@@ -6,6 +6,8 @@
 #include <memory>
 #include <vector>
 
+#include "host/dxf/sizes.h"
+
 namespace qrs::dxf {
 
 using RecordId = std::uint32_t;
@@ -67,7 +69,7 @@ class RecordStore {
     }
 
   private:
-    static constexpr unsigned kShift = 14;
+    static constexpr unsigned kShift = kRecordPieceBits;
     static constexpr RecordId kMask = (RecordId{1} << kShift) - 1;
     std::vector<std::unique_ptr<Record[]>> chunks_;
     std::size_t size_ = 0;

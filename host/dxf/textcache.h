@@ -7,6 +7,7 @@
 
 #include "host/dxf/arena.h"
 #include "host/dxf/record.h"
+#include "host/dxf/sizes.h"
 
 namespace qrs::dxf {
 
@@ -14,7 +15,7 @@ namespace qrs::dxf {
 // at most.
 class TextCache {
   public:
-    static constexpr std::size_t kKept = std::size_t{4} << 20;
+    static constexpr std::size_t kKept = kTextsKept;
 
     // Null data when the record's text is not there any more.
     std::string_view find(RecordId id) const {
@@ -39,7 +40,7 @@ class TextCache {
     }
 
   private:
-    static constexpr RecordId kSlots = 2048;
+    static constexpr RecordId kSlots = kTextSlots;
     struct Slot {
         std::string_view text;
         RecordId id = kNoRecord;
