@@ -8,7 +8,9 @@
 #   session   open, rewrite 200 layer records, save           (qrs_dxf_session)
 #   move      the same and every second entity to layer 0     (qrs_dxf_session ... move)
 #   console   open, UnFrozenAllLayer, save                    (qrsconsole, where it is built)
-# Ends with 1 when a row is above its limit: 5, 8 and 5 times cp, and 1.5 times the file for session and console.
+#   convert   open, move half of the entities to another layer (ConvertLayer), save; the other half lies there
+#   erase     open, erase half of the entities (EraseSelLayer), save
+# Ends with 1 when a row is above its limit: 5, 8, 5, 8 and 8 times cp, and 1.5 times the file for session and console.
 set -eu
 
 build=${1:?usage: bench/compare.sh BUILD_FOLDER [ENTITIES]}
@@ -54,5 +56,21 @@ measure session 5 1.5 "$bin/qrs_dxf_session" "$drawing" "$output"
 measure move 8 0 "$bin/qrs_dxf_session" "$drawing" "$output" move
 if [ -x "$bin/qrsconsole" ]; then
     measure console 5 1.5 "$bin/qrsconsole" -e UnFrozenAllLayer -o "$output" "$drawing"
+
+    # On two layers each entity lies on one half's; the first entity of each stands for it.
+    "$bin/qrs_make_drawing" "$entities" 2 AC1024 "$drawing"
+    first_of() {
+        awk -v layer="$1" '
+            $1 == "ENTITIES" { inside = 1 }
+            previous == "5" { handle = $1 }
+            inside && previous == "8" && $1 == layer { print "(handent \"" handle "\")"; exit }
+            { previous = previous_is_code ? "" : $1; previous_is_code = !previous_is_code }' "$drawing"
+    }
+    { echo ConvertLayer; first_of PIPE-001; first_of PIPE-002; } >"$folder/convert.scr"
+    { echo EraseSelLayer; first_of PIPE-001; echo; } >"$folder/erase.scr"
+    for name in convert erase; do
+        measure $name 8 0 "$bin/qrsconsole" --settings "$folder/settings.ini" -s "$folder/$name.scr" -o "$output" \
+            "$drawing"
+    done
 fi
 exit "$failed"
