@@ -102,6 +102,8 @@ class Drawing {
     // Line breaks in a value are written as drawings spell them, ^J and ^M. A value that a binary drawing cannot hold
     // under its group code is not written; the drawing then cannot be saved any more, and save tells why.
     void setValue(RecordId id, const Tag& tag, std::string_view value);
+    // Many changes of one record at once, in the order of its tags.
+    void editTags(RecordId id, const std::vector<TagEdit>& edits);
     // Puts tags before the byte offset given (a Tag's begin, or the record's length for its end).
     void insertTags(RecordId id, std::uint32_t before, const std::vector<NewTag>& tags);
     // Removes the bytes [begin, end) of a record; both are tag bounds.

@@ -143,6 +143,45 @@ void Drawing::setValue(RecordId id, const Tag& tag, std::string_view value) {
     if (tag.begin == 0 || isFieldCode(raw.code)) reindex(id);
 }
 
+void Drawing::editTags(RecordId id, const std::vector<TagEdit>& edits) {
+    if (edits.empty()) return;
+    if (isBinary()) {
+        // From behind, so that the places in front hold.
+        for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit) {
+            insertTags(id, edit->tag.end, edit->behind);
+            if (edit->hasValue) setValue(id, edit->tag, edit->value);
+        }
+        return;
+    }
+    const std::string_view old = bytes(id);
+    const Style style = styleOf(old);
+    scratch_.clear();
+    std::uint32_t copied = 0;
+    for (const TagEdit& edit : edits) {
+        require(copied <= edit.tag.begin && edit.tag.begin < edit.tag.end && edit.tag.end <= old.size(),
+                "a tag that lies outside of its record");
+        RawTag raw{};
+        require(cutTag(old.data() + edit.tag.begin, old.data() + edit.tag.end, index_.lineEnd, raw) == Cut::Tag,
+                "a place in a record that is no tag");
+        if (edit.hasValue) {
+            scratch_.append(old.data() + copied, raw.value);
+            appendValue(scratch_, edit.value);
+            scratch_.append(raw.valueEnd, old.data() + edit.tag.end);
+        } else {
+            scratch_ += old.substr(copied, edit.tag.end - copied);
+        }
+        copied = edit.tag.end;
+        const bool lacksEnd = !scratch_.empty() && scratch_.back() != '\n' && scratch_.back() != '\r';
+        if (!edit.behind.empty() && lacksEnd) scratch_ += style.lineEnd;
+        for (const NewTag& tag : edit.behind)
+            appendTag(scratch_, tag, style.codeWidth, style.lineEnd);
+    }
+    scratch_ += old.substr(copied);
+    if (scratch_ == old) return;
+    rewrite(id, scratch_);
+    reindex(id);
+}
+
 void Drawing::insertTags(RecordId id, std::uint32_t before, const std::vector<NewTag>& tags) {
     if (isBinary()) return replaceBinary(id, before, before, tags);
     const std::string_view old = bytes(id);

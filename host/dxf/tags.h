@@ -22,6 +22,14 @@ struct NewTag {
     std::string value;
 };
 
+// A change of one tag of many: another value, and tags put behind it.
+struct TagEdit {
+    Tag tag;
+    bool hasValue = false;
+    std::string value;
+    std::vector<NewTag> behind;
+};
+
 // Walks the tags of one record. Only well-formed records reach it: the reader checks each line when it opens a file.
 class TagCursor {
   public:

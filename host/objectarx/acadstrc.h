@@ -52,5 +52,6 @@ struct Acad {
         eUnsupportedFileFormat,
         eXdataSizeExceeded,
         eEndOfObject,
+        eCannotScaleNonUniformly,
     };
 };

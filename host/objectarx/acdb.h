@@ -56,6 +56,16 @@ struct AcDb {
 
     enum MaintenanceReleaseVersion { kMReleaseCurrent = 0 };
 
+    enum TextHorzMode {
+        kTextLeft = 0,
+        kTextCenter = 1,
+        kTextRight = 2,
+        kTextAlign = 3,
+        kTextMid = 4,
+        kTextFit = 5,
+    };
+    enum TextVertMode { kTextBase = 0, kTextBottom = 1, kTextVertMid = 2, kTextTop = 3 };
+
     enum DxfCode {
         kDxfInvalid = -9999,
         kDxfStart = 0,

@@ -30,7 +30,8 @@ class QRS_HOST_PORT AcDbDictionaryIterator {
 class QRS_HOST_PORT AcDbDictionary : public AcDbObject {
   public:
     ACRX_DECLARE_MEMBERS(AcDbDictionary)
-    AcDbDictionary() = default;
+    // Empty.
+    AcDbDictionary();
 
     // Names are compared without regard to case. eKeyNotFound when there is none.
     Acad::ErrorStatus getAt(const ACHAR* entryName, AcDbObjectId& entryId) const;
@@ -38,6 +39,14 @@ class QRS_HOST_PORT AcDbDictionary : public AcDbObject {
     bool has(const ACHAR* entryName) const;
     bool has(AcDbObjectId entryId) const;
     Adesk::UInt32 numEntries() const;
+    // Puts an object under a name, in the place of another that has it (which is erased). newValue was made with new;
+    // the drawing takes it over, with a handle, and it is then open for writing. eNotOpenForWrite, eNullObjectPointer,
+    // eAlreadyInDb for an object of a drawing; eInvalidInput for an empty name; eNotApplicable for a class that drawing
+    // files have no name for, and in a drawing older than AC1012. The object then stays the caller's.
+    Acad::ErrorStatus setAt(const ACHAR* entryName, AcDbObject* newValue, AcDbObjectId& entryId);
+    // Takes an entry out; its object goes with it, and what that owns. eKeyNotFound.
+    Acad::ErrorStatus remove(const ACHAR* entryName);
+    Acad::ErrorStatus remove(AcDbObjectId entryId);
     // The iterator is deleted by the caller; null when the dictionary is not open.
     AcDbDictionaryIterator* newIterator() const;
 

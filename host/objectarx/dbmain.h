@@ -27,11 +27,13 @@ class AcDbDatabase;
 class AcDbDictionary;
 class AcDbDimStyleTable;
 class AcDbDxfFiler;
+class AcDbIdMapping;
 class AcDbLayerTable;
 class AcDbLinetypeTable;
 class AcDbRegAppTable;
 class AcDbSymbolTable;
 class AcDbTextStyleTable;
+class AcGeMatrix3d;
 
 namespace qrs::host {
 class DatabaseState;
@@ -85,6 +87,11 @@ class QRS_HOST_PORT AcDbObject : public AcRxObject {
 
     // The dictionary that belongs to this object; null when it has none.
     AcDbObjectId extensionDictionary() const;
+    // Gives it an empty one unless it has one. eNotApplicable in a drawing older than AC1012.
+    Acad::ErrorStatus createExtensionDictionary();
+    // The objects of the drawing that want to hear of its changes, in the order of the file; erased ones left out.
+    AcDbObjectIdArray reactors() const;
+    bool hasPersistentReactor(AcDbObjectId id) const;
 
     // What a class that an application brings keeps in drawing files. dxfInFields takes its values from the object's
     // tags, dxfOutFields hands them out; both call those of their parent first and give filerStatus(). Tags that all
@@ -106,6 +113,8 @@ class QRS_HOST_PORT AcDbObject : public AcRxObject {
     qrs::host::ObjectTags tags() const;
     // Gives a new object tags of its own, until a drawing takes it over.
     void setOwnTags(qrs::host::DetachedTags tags);
+    // The same, made only when the object is not about to stand for one of a drawing.
+    void setOwnTags(qrs::host::DetachedTags (*make)());
     // eOk when setters may change the object.
     Acad::ErrorStatus checkWrite() const;
     std::uint32_t record() const { return record_; }
@@ -170,6 +179,11 @@ class QRS_HOST_PORT AcDbEntity : public AcDbObject {
     // eNotApplicable in a drawing older than AC1015.
     Acad::ErrorStatus setLineWeight(AcDb::LineWeight weight, bool doSubents = true);
 
+    // Moves, turns, scales or mirrors it with what belongs to it (vertices, attributes). eCannotScaleNonUniformly for a
+    // transformation that changes angles, eNotApplicable for a kind whose coordinates are not known, and for a
+    // dimension that is to be more than moved; the entity is then as it was.
+    virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& transformation);
+
   private:
     template <typename Change>
     Acad::ErrorStatus changeCommon(bool doSubents, Change&& change);
@@ -226,7 +240,8 @@ class QRS_HOST_PORT AcDbDatabase : public AcRxObject {
     AcDbObjectId regAppTableId() const;
     AcDbObjectId textStyleTableId() const;
 
-    // eKeyNotFound when the drawing has none (old formats).
+    // Opened for writing, it is put into a drawing that lacks it. eNotApplicable in a drawing older than AC1012, which
+    // cannot hold one; eKeyNotFound for another that has none, opened for reading.
     Acad::ErrorStatus getNamedObjectsDictionary(AcDbDictionary*& dictionary, AcDb::OpenMode mode);
     AcDbObjectId namedObjectsDictionaryId() const;
 
@@ -234,6 +249,24 @@ class QRS_HOST_PORT AcDbDatabase : public AcRxObject {
     // accepted and of no effect: an id without an object has no use here.
     Acad::ErrorStatus getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound, const AcDbHandle& handle,
                                       Adesk::UInt32 xRefId = 0);
+
+    // How many objects need each of these records: entities that lie on a layer or name a linetype, a text style or a
+    // block, in all spaces and block definitions, vertices and attributes included; and every object whose tags point
+    // to the record as one it needs. Lists of layers that viewports freeze, and what names a record only to be found
+    // again (dictionaries, saved layer states, extended data), do not count. counts: one number per id, each counted
+    // anew. A record that one object needs twice counts once for it. eNullObjectPointer; eWrongDatabase for an id of
+    // another drawing; eInvalidInput for one that is no object. One pass over the drawing however many ids there are.
+    Acad::ErrorStatus countHardReferences(const AcDbObjectIdArray& ids, Adesk::UInt32* counts);
+
+    // Copies entities into a block of this drawing, behind what lies in it, every tag kept; handles, owners and the
+    // space they lie in follow. Vertices and attributes come along, extension dictionaries and groups' memberships do
+    // not. idMap tells the copies. eNullObjectId; eWrongDatabase; eWrongObjectType for what is no entity of its own or
+    // no block; eNotApplicable for a block the file has no definition of. Nothing is copied then.
+    Acad::ErrorStatus deepCloneObjects(const AcDbObjectIdArray& ids, AcDbObjectId owner, AcDbIdMapping& idMap);
+
+    // eKeyNotFound when the drawing has none (old formats).
+    Acad::ErrorStatus getLayoutDictionary(AcDbDictionary*& dictionary, AcDb::OpenMode mode);
+    AcDbObjectId layoutDictionaryId() const;
 
     // The current layer; layer "0" when the header names none that exists. Null when that is missing too.
     AcDbObjectId clayer() const;

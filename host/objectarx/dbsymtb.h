@@ -393,7 +393,8 @@ class QRS_HOST_PORT AcDbBlockTableRecord : public AcDbSymbolTableRecord {
   public:
     using Table = AcDbBlockTable;
     ACRX_DECLARE_MEMBERS(AcDbBlockTableRecord)
-    AcDbBlockTableRecord() = default;
+    // An empty block with its base point at the origin.
+    AcDbBlockTableRecord();
 
     // The iterator is deleted by the caller.
     Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& iterator, bool atBeginning = true,
@@ -411,6 +412,13 @@ class QRS_HOST_PORT AcDbBlockTableRecord : public AcDbSymbolTableRecord {
     bool isFromExternalReference() const;
     bool hasAttributeDefinitions() const;
     AcGePoint3d origin() const;
+    // eNotApplicable for a block whose definition the file lacks.
+    Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
+    // The file an external reference shows, as the drawing spells it; empty for other blocks. Released with
+    // acutDelString.
+    Acad::ErrorStatus pathName(ACHAR*& path) const;
+    // The layout whose entities it holds; null when it holds none's.
+    AcDbObjectId getLayoutId() const;
 };
 
 using AcDbBlockTableIterator = AcDbTypedTableIterator<AcDbBlockTableRecord>;
@@ -419,4 +427,9 @@ class QRS_HOST_PORT AcDbBlockTable : public AcDbTypedSymbolTable<AcDbBlockTableR
   public:
     ACRX_DECLARE_MEMBERS(AcDbBlockTable)
     AcDbBlockTable() = default;
+
+    // Takes over a block made with new, under the rules of the other tables' add; "*U" as a name is completed by a
+    // number nobody has.
+    Acad::ErrorStatus add(AcDbObjectId& recordId, AcDbBlockTableRecord* newRecord);
+    Acad::ErrorStatus add(AcDbBlockTableRecord* newRecord);
 };

@@ -1,7 +1,9 @@
 // Blocks, and walking their entities.
 #include <algorithm>
+#include <cmath>
 
 #include "dbsymtb.h"
+#include "host/objectarx/db/entityformat.h"
 #include "host/objectarx/db/state.h"
 
 using qrs::host::Block;
@@ -28,7 +30,7 @@ const Block* blockOf(const AcDbBlockTableRecord& record) {
 ObjectTags headTags(const AcDbBlockTableRecord& record) {
     const Block* block = blockOf(record);
     if (!block || block->head == dxf::kNoRecord) return ObjectTags();
-    return ObjectTags(&DatabaseState::of(record.database())->drawing(), block->head, qrs::host::entityFormat(),
+    return ObjectTags(&DatabaseState::of(record.database())->drawing(), block->head, qrs::host::entityFormatOf("BLOCK"),
                       ObjectTags::Part::Whole);
 }
 
@@ -66,7 +68,25 @@ bool AcDbBlockTableRecord::hasAttributeDefinitions() const {
 }
 
 AcGePoint3d AcDbBlockTableRecord::origin() const {
-    return qrs::host::readPoint(headTags(*this), 10);
+    return qrs::host::readPoint(database() ? headTags(*this) : tags(), 10);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& origin) {
+    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
+    if (!std::isfinite(origin.x) || !std::isfinite(origin.y) || !std::isfinite(origin.z)) return Acad::eInvalidInput;
+    ObjectTags head = database() ? headTags(*this) : tags();
+    const Block* block = blockOf(*this);
+    if (database() && (!block || block->head == dxf::kNoRecord)) return Acad::eNotApplicable;
+    for (unsigned axis = 0; axis < 3; ++axis)
+        head.setReal(10 + static_cast<int>(axis) * 10, origin[axis]);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::pathName(ACHAR*& path) const {
+    path = nullptr;
+    if (!isReadEnabled()) return Acad::eNotOpenForRead;
+    path = qrs::host::newString(isFromExternalReference() ? headTags(*this).text(1) : std::wstring());
+    return Acad::eOk;
 }
 
 // --- entities of a block

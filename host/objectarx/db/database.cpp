@@ -125,6 +125,8 @@ AcDbObjectId AcDbDatabase::namedObjectsDictionaryId() const {
 
 Acad::ErrorStatus AcDbDatabase::getNamedObjectsDictionary(AcDbDictionary*& dictionary, AcDb::OpenMode mode) {
     dictionary = nullptr;
+    if (state_->drawing().version() < "AC1012") return Acad::eNotApplicable;
+    if (mode == AcDb::kForWrite) state_->ensureRootDictionary();
     const AcDbObjectId id = namedObjectsDictionaryId();
     return id.isNull() ? Acad::eKeyNotFound : acdbOpenObject(dictionary, id, mode);
 }

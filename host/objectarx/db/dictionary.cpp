@@ -1,15 +1,12 @@
 // Dictionaries and records of values.
 #include "dbdict.h"
-#include "dbxrecrd.h"
 #include "host/objectarx/db/state.h"
-#include "host/objectarx/db/xdata.h"
 #include "host/platform/codepage.h"
 
 using qrs::host::DatabaseState;
 namespace dxf = qrs::dxf;
 
 ACRX_DEFINE_DXF_MEMBERS(AcDbDictionary, AcDbObject, "DICTIONARY")
-ACRX_DEFINE_DXF_MEMBERS(AcDbXrecord, AcDbObject, "XRECORD")
 
 namespace {
 
@@ -18,6 +15,37 @@ constexpr int kEntryNameCode = 3;
 constexpr int kSoftOwnerCode = 350;
 constexpr int kHardOwnerCode = 360;
 constexpr int kFirstXdata = 1000;
+
+// Where an entry stands in a dictionary, or where a new one is to be put: before value.begin, with value.code.
+struct Place {
+    bool isFound = false;
+    std::uint32_t nameBegin = 0;
+    dxf::Tag value;
+};
+
+Place placeOf(const dxf::Drawing& drawing, dxf::RecordId dictionary, std::wstring_view entryName) {
+    Place end;
+    end.value.code = kSoftOwnerCode;
+    dxf::TagCursor cursor = drawing.tags(dictionary);
+    dxf::Tag tag;
+    dxf::Tag name;
+    bool isOwn = false;
+    bool hasName = false;
+    while (cursor.next(tag) && tag.code < kFirstXdata) {
+        if (tag.code == 100) isOwn = dxf::trimmed(tag.value) == "AcDbDictionary";
+        if (hasName && (tag.code == kSoftOwnerCode || tag.code == kHardOwnerCode)) {
+            end.value.code = tag.code;
+            if (qrs::platform::compareNoCase(qrs::host::readText(drawing, name.value), entryName) == 0)
+                return {true, name.begin, tag};
+        }
+        // A dictionary that says so owns what it names.
+        if (isOwn && tag.code == 280 && dxf::toInteger(tag.value) != 0) end.value.code = kHardOwnerCode;
+        hasName = isOwn && tag.code == kEntryNameCode;
+        if (hasName) name = tag;
+        if (isOwn) end.value.begin = tag.end;
+    }
+    return end;
+}
 
 }  // namespace
 
@@ -76,6 +104,57 @@ Adesk::UInt32 AcDbDictionary::numEntries() const {
     return static_cast<Adesk::UInt32>(entries().size());
 }
 
+AcDbDictionary::AcDbDictionary() {
+    setOwnTags([] {
+        static const qrs::host::RecordFormat format;
+        return qrs::host::DetachedTags{&format, {}};
+    });
+}
+
+Acad::ErrorStatus AcDbDictionary::setAt(const ACHAR* entryName, AcDbObject* newValue, AcDbObjectId& entryId) {
+    entryId.setNull();
+    DatabaseState* state = DatabaseState::of(database());
+    if (!state || !isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (!newValue) return Acad::eNullObjectPointer;
+    if (!entryName || !*entryName) return Acad::eInvalidInput;
+    if (newValue->database()) return Acad::eAlreadyInDb;
+    dxf::Drawing& drawing = state->drawing();
+    const Acad::ErrorStatus status = state->appendObject(*newValue, drawing.record(record()).handle);
+    if (status != Acad::eOk) return status;
+    entryId = newValue->objectId();
+    const std::string handle = dxf::handleText(Adesk::UInt64(entryId.handle()));
+    const Place place = placeOf(drawing, record(), entryName);
+    if (!place.isFound) {
+        drawing.insertTags(record(), place.value.begin,
+                           {{kEntryNameCode, qrs::host::writeText(drawing, entryName)}, {place.value.code, handle}});
+        return Acad::eOk;
+    }
+    const dxf::RecordId old = drawing.findHandle(dxf::toHandle(place.value.value));
+    drawing.setValue(record(), place.value, handle);
+    if (old != dxf::kNoRecord && drawing.record(old).kind == dxf::RecordKind::Object) state->eraseObject(old);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDictionary::remove(const ACHAR* entryName) {
+    DatabaseState* state = DatabaseState::of(database());
+    if (!state || !isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (!entryName) return Acad::eInvalidInput;
+    dxf::Drawing& drawing = state->drawing();
+    const Place place = placeOf(drawing, record(), entryName);
+    if (!place.isFound) return Acad::eKeyNotFound;
+    const dxf::RecordId object = drawing.findHandle(dxf::toHandle(place.value.value));
+    drawing.eraseTags(record(), place.nameBegin, place.value.end);
+    if (object != dxf::kNoRecord && drawing.record(object).kind == dxf::RecordKind::Object) state->eraseObject(object);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDictionary::remove(AcDbObjectId entryId) {
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    for (const auto& [name, id] : entries())
+        if (id == entryId) return remove(name.c_str());
+    return Acad::eKeyNotFound;
+}
+
 AcDbDictionaryIterator* AcDbDictionary::newIterator() const {
     if (!isReadEnabled()) return nullptr;
     std::unique_ptr<AcDbDictionaryIterator> iterator(new AcDbDictionaryIterator);
@@ -99,26 +178,4 @@ Acad::ErrorStatus AcDbDictionaryIterator::getObject(AcDbObject*& object, AcDb::O
 bool AcDbDictionaryIterator::next() {
     if (!done()) ++position_;
     return !done();
-}
-
-// --- records of values
-
-Acad::ErrorStatus AcDbXrecord::rbChain(resbuf** chain, AcDbDatabase*) const {
-    if (!chain) return Acad::eInvalidInput;
-    *chain = nullptr;
-    DatabaseState* state = DatabaseState::of(database());
-    if (!state || !isReadEnabled()) return Acad::eNotOpenForRead;
-    qrs::host::ChainBuilder values(*state);
-    dxf::TagCursor cursor = state->drawing().tags(record());
-    dxf::Tag tag;
-    bool isContent = false;
-    bool isFirst = false;
-    while (cursor.next(tag) && tag.code < kFirstXdata) {
-        // 280 right behind the subclass tells how duplicates are kept; it is no value.
-        if (isContent && !(isFirst && tag.code == 280)) values.add(tag);
-        isFirst = tag.code == 100 && dxf::trimmed(tag.value) == "AcDbXrecord";
-        isContent = isContent || isFirst;
-    }
-    *chain = values.take();
-    return Acad::eOk;
 }

@@ -1,4 +1,4 @@
-// Entities: what they all share, and the few kinds that tell more.
+// Entities: what they all share.
 #include <cmath>
 
 #include "acutads.h"
@@ -13,10 +13,6 @@ using qrs::host::ObjectTags;
 using qrs::host::TableKind;
 namespace dxf = qrs::dxf;
 
-ACRX_DEFINE_DXF_MEMBERS(AcDbBlockReference, AcDbEntity, "INSERT")
-ACRX_DEFINE_DXF_MEMBERS(AcDbText, AcDbEntity, "TEXT")
-ACRX_DEFINE_DXF_MEMBERS(AcDbViewport, AcDbEntity, "VIEWPORT")
-
 namespace {
 
 constexpr int kLayerCode = 8;
@@ -28,7 +24,6 @@ constexpr int kVisibilityCode = 60;
 constexpr int kLinetypeScaleCode = 48;
 constexpr int kLineWeightCode = 370;
 constexpr int kByLayerIndex = 256;
-constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180.0;
 
 // The tags all entities share. Some programs write them behind the second subclass; where the layer stands, the others
 // do.
@@ -68,12 +63,6 @@ Adesk::UInt16 indexOf(const ObjectTags& tags) {
     return static_cast<Adesk::UInt16>(index >= 0 && index <= kByLayerIndex ? index : kByLayerIndex);
 }
 
-// The drawing in which an entity's names mean something.
-DatabaseState* stateOf(const AcDbEntity& entity) {
-    AcDbDatabase* database = entity.database();
-    return DatabaseState::of(database ? database : acdbHostApplicationServices()->workingDatabase());
-}
-
 const dxf::Record* recordOf(const AcDbEntity& entity) {
     const DatabaseState* state = DatabaseState::of(entity.database());
     return state ? &state->drawing().record(DatabaseState::recordNumber(entity)) : nullptr;
@@ -111,7 +100,7 @@ Acad::ErrorStatus AcDbEntity::changeCommon(bool doSubents, Change&& change) {
 // --- layer
 
 AcDbObjectId AcDbEntity::layerId() const {
-    DatabaseState* state = stateOf(*this);
+    DatabaseState* state = DatabaseState::ofNames(*this);
     if (!state) return AcDbObjectId();
     if (database()) return state->idOf(state->layerOf(record()));
     return state->idOf(state->tables().find(TableKind::Layer, commonTags(*this).text(kLayerCode, L"0")));
@@ -126,7 +115,7 @@ ACHAR* AcDbEntity::layer() const {
 }
 
 Acad::ErrorStatus AcDbEntity::setLayer(const ACHAR* newLayer, bool doSubents) {
-    DatabaseState* state = stateOf(*this);
+    DatabaseState* state = DatabaseState::ofNames(*this);
     if (!state) return Acad::eNoDatabase;
     if (!newLayer) return Acad::eInvalidInput;
     const dxf::RecordId layer = state->tables().find(TableKind::Layer, newLayer);
@@ -239,13 +228,13 @@ ACHAR* AcDbEntity::linetype() const {
 }
 
 AcDbObjectId AcDbEntity::linetypeId() const {
-    DatabaseState* state = stateOf(*this);
+    DatabaseState* state = DatabaseState::ofNames(*this);
     if (!state) return AcDbObjectId();
     return state->idOf(state->tables().find(TableKind::Linetype, commonTags(*this).text(kLinetypeCode, L"ByLayer")));
 }
 
 Acad::ErrorStatus AcDbEntity::setLinetype(const ACHAR* newLinetype, bool doSubents) {
-    DatabaseState* state = stateOf(*this);
+    DatabaseState* state = DatabaseState::ofNames(*this);
     if (!state) return Acad::eNoDatabase;
     if (!newLinetype) return Acad::eInvalidInput;
     // By layer and by block need no record: old drawings have none for them.
@@ -263,7 +252,7 @@ Acad::ErrorStatus AcDbEntity::setLinetype(const ACHAR* newLinetype, bool doSuben
 }
 
 Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId newLinetype, bool doSubents) {
-    DatabaseState* state = stateOf(*this);
+    DatabaseState* state = DatabaseState::ofNames(*this);
     if (!state) return Acad::eNoDatabase;
     TableKind kind = TableKind::Block;
     const dxf::RecordId linetype = newLinetype.recordNumber();
@@ -300,59 +289,4 @@ Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight weight, bool doSube
         tags.setInteger(kLineWeightCode, weight);
         return true;
     });
-}
-
-// --- block references
-
-AcDbObjectId AcDbBlockReference::blockTableRecord() const {
-    DatabaseState* state = DatabaseState::of(database());
-    if (!state) return AcDbObjectId();
-    return state->idOf(state->findNamed(TableKind::Block, tags().text(2)));
-}
-
-AcGePoint3d AcDbBlockReference::position() const {
-    return qrs::host::readPoint(tags(), 10);
-}
-
-double AcDbBlockReference::rotation() const {
-    return tags().real(50, 0.0) * kRadiansPerDegree;
-}
-
-// --- text
-
-AcGePoint3d AcDbText::position() const {
-    return qrs::host::readPoint(tags(), 10);
-}
-
-double AcDbText::height() const {
-    return tags().real(40, 0.0);
-}
-
-ACHAR* AcDbText::textString() const {
-    return newString(tags().text(1));
-}
-
-Acad::ErrorStatus AcDbText::setTextString(const ACHAR* text) {
-    if (!text) return Acad::eInvalidInput;
-    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
-    tags().setText(1, text);
-    return Acad::eOk;
-}
-
-// --- viewports
-
-Adesk::Int16 AcDbViewport::number() const {
-    return static_cast<Adesk::Int16>(tags().integer(69, -1));
-}
-
-AcGePoint3d AcDbViewport::centerPoint() const {
-    return qrs::host::readPoint(tags(), 10);
-}
-
-double AcDbViewport::width() const {
-    return tags().real(40, 0.0);
-}
-
-double AcDbViewport::height() const {
-    return tags().real(41, 0.0);
 }

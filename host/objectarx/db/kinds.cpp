@@ -7,6 +7,7 @@
 
 #include "dbdict.h"
 #include "dbents.h"
+#include "dblayout.h"
 #include "dbsymtb.h"
 #include "dbxrecrd.h"
 #include "host/objectarx/db/state.h"
@@ -37,6 +38,9 @@ struct ClassEntry {
 };
 
 const ClassEntry kClasses[] = {
+    {"LINE", make<AcDbLine>, AcDbLine::desc},
+    {"CIRCLE", make<AcDbCircle>, AcDbCircle::desc},
+    {"LAYOUT", make<AcDbLayout>, AcDbLayout::desc},
     {"INSERT", make<AcDbBlockReference>, AcDbBlockReference::desc},
     {"TEXT", make<AcDbText>, AcDbText::desc},
     {"VIEWPORT", make<AcDbViewport>, AcDbViewport::desc},
@@ -67,16 +71,13 @@ constexpr NameEntry kNames[] = {
     {"ATTRIB", L"AcDbAttribute"},
     {"BLOCK", L"AcDbBlockBegin"},
     {"BODY", L"AcDbBody"},
-    {"CIRCLE", L"AcDbCircle"},
     {"DIMENSION", L"AcDbDimension"},
     {"ELLIPSE", L"AcDbEllipse"},
     {"ENDBLK", L"AcDbBlockEnd"},
     {"GROUP", L"AcDbGroup"},
     {"HATCH", L"AcDbHatch"},
     {"IMAGE", L"AcDbRasterImage"},
-    {"LAYOUT", L"AcDbLayout"},
     {"LEADER", L"AcDbLeader"},
-    {"LINE", L"AcDbLine"},
     {"LWPOLYLINE", L"AcDbPolyline"},
     {"MATERIAL", L"AcDbMaterial"},
     {"MESH", L"AcDbSubDMesh"},

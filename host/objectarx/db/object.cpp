@@ -113,20 +113,6 @@ bool AcDbObject::isErased() const {
     return state && state->isErased(record_);
 }
 
-AcDbObjectId AcDbObject::extensionDictionary() const {
-    const DatabaseState* state = DatabaseState::of(database_);
-    const qrs::dxf::RecordId record = state ? state->recordOf(record_) : qrs::dxf::kNoRecord;
-    if (record == qrs::dxf::kNoRecord) return AcDbObjectId();
-    qrs::dxf::TagCursor cursor = state->drawing().tags(record);
-    qrs::dxf::Tag tag;
-    bool inGroup = false;
-    while (cursor.next(tag)) {
-        if (tag.code == 102) inGroup = qrs::dxf::trimmed(tag.value) == "{ACAD_XDICTIONARY";
-        if (inGroup && tag.code == 360) return state->idOf(state->drawing().findHandle(qrs::dxf::toHandle(tag.value)));
-    }
-    return AcDbObjectId();
-}
-
 // --- values of applications' classes
 
 Acad::ErrorStatus AcDbObject::dxfInFields(AcDbDxfFiler* filer) {
@@ -162,6 +148,10 @@ ObjectTags AcDbObject::tags() const {
 
 void AcDbObject::setOwnTags(qrs::host::DetachedTags tags) {
     own_ = std::make_unique<qrs::host::DetachedTags>(std::move(tags));
+}
+
+void AcDbObject::setOwnTags(qrs::host::DetachedTags (*make)()) {
+    if (!DatabaseState::isOpening()) setOwnTags(make());
 }
 
 Acad::ErrorStatus AcDbObject::checkWrite() const {

@@ -55,6 +55,12 @@ int RecordFormat::rankOf(int code) const {
     return -1;
 }
 
+int RecordFormat::rankOfMark(std::string_view mark, int behind) const {
+    for (auto i = static_cast<std::size_t>(behind + 1); i < count; ++i)
+        if (codes[i].mark && mark == codes[i].mark) return static_cast<int>(i);
+    return -1;
+}
+
 const char* RecordFormat::sinceOf(int code) const {
     const int rank = rankOf(code);
     return rank < 0 ? "" : codes[rank].since;
@@ -214,8 +220,11 @@ void ObjectTags::insert(int code, std::string value) {
     Found before;
     bool hasAfter = false;
     bool hasBefore = false;
+    int mark = -1;
     visit([&](int tagCode, const Found& found) {
-        const int other = format_->rankOf(tagCode);
+        int other =
+            tagCode == kSubclass ? format_->rankOfMark(dxf::trimmed(found.value), mark) : format_->rankOf(tagCode);
+        if (tagCode == kSubclass && other >= 0) mark = other;
         if (other >= 0 && other < rank) after = found, hasAfter = true;
         if (other > rank && !hasBefore) before = found, hasBefore = true;
         return true;

@@ -15,6 +15,7 @@ namespace qrs::host {
 struct CodeFormat {
     int code;
     const char* since;
+    const char* mark = nullptr;  // of a row with code 100: the subclass mark behind which the following rows stand
 };
 
 // The row for a kind of object.
@@ -27,6 +28,8 @@ struct RecordFormat {
     int rankOf(int code) const;
     // Empty when every version knows it.
     const char* sinceOf(int code) const;
+    // Place of a subclass mark behind another place; -1 when it has no place there.
+    int rankOfMark(std::string_view mark, int behind) const;
 };
 
 // The format of what all entities share.

@@ -3,21 +3,27 @@ list(APPEND objectarx_sources
     db/append.cpp
     db/blockrecord.cpp
     db/blocks.cpp
+    db/clone.cpp
     db/color.cpp
     db/database.cpp
     db/dictionary.cpp
+    db/entities.cpp
     db/entity.cpp
+    db/entityformat.cpp
     db/entnext.cpp
+    db/extension.cpp
     db/fields.cpp
     db/filer.cpp
     db/header.cpp
     db/kinds.cpp
     db/layer.cpp
     db/linetype.cpp
+    db/matrix.cpp
     db/newdrawing.cpp
     db/object.cpp
     db/objecttags.cpp
     db/records.cpp
+    db/references.cpp
     db/resbuf.cpp
     db/sections.cpp
     db/services.cpp
@@ -26,4 +32,7 @@ list(APPEND objectarx_sources
     db/tableformat.cpp
     db/tables.cpp
     db/textstyle.cpp
-    db/xdata.cpp)
+    db/transform.cpp
+    db/viewport.cpp
+    db/xdata.cpp
+    db/xrecord.cpp)

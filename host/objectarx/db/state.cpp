@@ -8,6 +8,7 @@
 #include "dbapserv.h"
 #include "dbfiler.h"
 #include "dbsymtb.h"
+#include "host/objectarx/db/entityformat.h"
 #include "host/objectarx/db/fields.h"
 #include "host/objectarx/db/kinds.h"
 #include "host/platform/codepage.h"
@@ -36,6 +37,8 @@ bool isObjectKind(RecordKind kind) {
 
 }  // namespace
 
+bool DatabaseState::opening_ = false;
+
 DatabaseState::DatabaseState(AcDbDatabase& owner, std::unique_ptr<dxf::Drawing> content)
     : database(owner), number(static_cast<std::uint32_t>(allStates().size() + 1)) {
     allStates().push_back(this);
@@ -56,12 +59,18 @@ DatabaseState* DatabaseState::byNumber(std::uint32_t number) {
     return number == 0 || number > allStates().size() ? nullptr : allStates()[number - 1];
 }
 
+DatabaseState* DatabaseState::ofNames(const AcDbEntity& entity) {
+    AcDbDatabase* own = entity.database();
+    return of(own ? own : acdbHostApplicationServices()->workingDatabase());
+}
+
 void DatabaseState::replace(std::unique_ptr<dxf::Drawing> content) {
     drawing_ = std::move(content);
     tables_ = std::make_unique<SymbolTables>(*drawing_);
     blocks_ = std::make_unique<BlockIndex>(*drawing_);
     layerByName_.clear();
     entityKinds_.clear();
+    classByType_.clear();
 }
 
 // --- ids
@@ -165,7 +174,10 @@ AcRxClass* DatabaseState::classOf(std::uint32_t object) {
 
 const RecordFormat& DatabaseState::formatOf(std::uint32_t object) const {
     TableKind kind;
-    return tables_->kindOf(object, kind) ? tableFormat(kind).record : entityFormat();
+    const RecordId record = recordOf(object);
+    if (record == kNoRecord) return entityFormat();
+    if (tables_->kindOf(record, kind)) return tableFormat(kind).record;
+    return entityFormatOf(drawing_->typeNameOf(record));
 }
 
 bool DatabaseState::isRecordOf(AcDbObjectId id, TableKind wanted) {
@@ -198,7 +210,9 @@ Acad::ErrorStatus DatabaseState::open(AcDbObject*& object, std::uint32_t record,
         if (status == Acad::eOk) object = place->second;
         return status;
     }
+    opening_ = true;
     std::unique_ptr<AcDbObject> made(static_cast<AcDbObject*>(kindOf(record).make()));
+    opening_ = false;
     made->own_.reset();
     made->writer_ = false;
     made->database_ = &database;
@@ -281,12 +295,28 @@ Acad::ErrorStatus DatabaseState::erase(std::uint32_t object, bool erasing) {
     }
     leaving.push_back(object);
     gatherExtension(object, leaving);
-    for (const RecordId id : leaving)
-        drawing_->eraseRecord(id);
-    blocks_->changed();
+    leave(object, std::move(leaving));
     if (tables_->kindOf(object, table)) tables_->countChanged(table, object, -1);
-    erasedWith_[object] = std::move(leaving);
     return Acad::eOk;
+}
+
+void DatabaseState::leave(std::uint32_t object, std::vector<RecordId> leaving) {
+    // Looking the blocks over again for every entity that goes would take longer than all the rest.
+    bool isContent = true;
+    for (const RecordId id : leaving) {
+        if (!drawing_->isErased(id)) countInstance(id, -1);
+        const RecordKind kind = drawing_->record(id).kind;
+        isContent = isContent && (kind == RecordKind::Entity || kind == RecordKind::Object);
+        drawing_->eraseRecord(id);
+    }
+    if (!isContent) blocks_->changed();
+    erasedWith_[object] = std::move(leaving);
+}
+
+void DatabaseState::eraseObject(RecordId object) {
+    std::vector<RecordId> leaving{object};
+    gatherExtension(object, leaving);
+    leave(object, std::move(leaving));
 }
 
 Acad::ErrorStatus DatabaseState::bringBack(std::uint32_t object) {
@@ -295,8 +325,10 @@ Acad::ErrorStatus DatabaseState::bringBack(std::uint32_t object) {
     if (isNamed && findNamed(table, tables_->nameOf(object)) != kNoRecord) return Acad::eDuplicateRecordName;
     const auto found = erasedWith_.find(object);
     if (found == erasedWith_.end()) return Acad::ePermanentlyErased;
-    for (const RecordId id : found->second)
+    for (const RecordId id : found->second) {
         drawing_->eraseRecord(id, false);
+        countInstance(id, 1);
+    }
     erasedWith_.erase(found);
     blocks_->changed();
     if (isNamed) tables_->countChanged(table, object, 1);
@@ -314,10 +346,12 @@ void DatabaseState::gatherBlock(const Block& block, std::vector<RecordId>& leavi
 
 // The extension dictionary is its object's alone; what it owns goes with it.
 void DatabaseState::gatherExtension(RecordId record, std::vector<RecordId>& leaving) const {
+    const bool isDictionary = drawing_->typeNameOf(record) == "DICTIONARY";
+    // Few entities have one, and half a drawing may be erased at once.
+    if (!isDictionary && drawing_->bytes(record).find("{ACAD_XDICTIONARY") == std::string_view::npos) return;
     dxf::TagCursor cursor(drawing_->bytes(record));
     dxf::Tag tag;
     bool inGroup = false;
-    const bool isDictionary = drawing_->typeNameOf(record) == "DICTIONARY";
     while (cursor.next(tag)) {
         if (tag.code == 102) inGroup = dxf::trimmed(tag.value) == "{ACAD_XDICTIONARY";
         if (tag.code != 360 || (!inGroup && !isDictionary)) continue;

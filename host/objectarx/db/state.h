@@ -27,6 +27,8 @@ class DatabaseState {
     // Null for null; null when no open drawing has the number.
     static DatabaseState* of(const AcDbDatabase* database) { return database ? database->state_.get() : nullptr; }
     static DatabaseState* byNumber(std::uint32_t number);
+    // The drawing in which an entity's names mean something: its own, or the working database; null when there is none.
+    static DatabaseState* ofNames(const AcDbEntity& entity);
     // Another drawing in place of the present one; not while objects are open.
     void replace(std::unique_ptr<dxf::Drawing> content);
     bool hasOpenObjects() const { return !open_.empty(); }
@@ -59,12 +61,28 @@ class DatabaseState {
 
     // --- objects
     Acad::ErrorStatus open(AcDbObject*& object, std::uint32_t record, AcDb::OpenMode mode, bool openErased);
+    // True while a C++ object is made for one of a drawing.
+    static bool isOpening() { return opening_; }
     static Acad::ErrorStatus close(AcDbObject& object);
     // A new object becomes the record's, open for writing.
     void adopt(AcDbObject& object, std::uint32_t record);
     static void forget(AcDbObject& object);
     // Puts a new entity behind the others of a block.
     Acad::ErrorStatus append(AcDbEntity& entity, std::uint32_t blockId);
+    // Puts a new object that is no entity behind the others of the drawing.
+    Acad::ErrorStatus appendObject(AcDbObject& object, std::uint64_t owner);
+    // The dictionary all others lie under, made when the drawing has none; kNoRecord in one older than AC1012.
+    dxf::RecordId ensureRootDictionary();
+    // Copies entities into a block, see AcDbDatabase::deepCloneObjects.
+    Acad::ErrorStatus clone(const AcDbObjectIdArray& ids, AcDbObjectId owner, AcDbIdMapping& idMap);
+    // Moves an entity with what belongs to it, see AcDbEntity::transformBy.
+    Acad::ErrorStatus transform(dxf::RecordId entity, const AcGeMatrix3d& matrix);
+    // A new block, empty; its base point stands in the own tags.
+    std::uint32_t addBlock(const DetachedTags& own, std::wstring_view wantedName);
+    // Takes an object that is no entity out of the drawing, with what it owns.
+    void eraseObject(dxf::RecordId object);
+    // An object of a class that the drawing tells of came or went.
+    void countInstance(dxf::RecordId object, int by);
     // The values of classes that applications bring, from the object's tags, and into them when it was modified.
     void readFields(AcDbObject& object);
     static void writeFields(AcDbObject& object);
@@ -82,10 +100,17 @@ class DatabaseState {
     const ObjectKind& kindOf(std::uint32_t object);
     static Acad::ErrorStatus addOpening(AcDbObject& object, AcDb::OpenMode mode);
     Acad::ErrorStatus bringBack(std::uint32_t object);
-    Acad::ErrorStatus commonTags(const AcDbEntity& entity, const Block& block, std::vector<dxf::NewTag>& tags) const;
+    void leave(std::uint32_t object, std::vector<dxf::RecordId> leaving);
+    Acad::ErrorStatus spellTags(const DetachedTags& own, std::string_view dxfName, std::vector<dxf::NewTag>& tags);
+    void addCommonTags(const std::vector<dxf::NewTag>& own, const Block& block, std::vector<dxf::NewTag>& tags) const;
+    void addOwnTags(const std::vector<dxf::NewTag>& own, const RecordFormat& format,
+                    std::vector<dxf::NewTag>& tags) const;
+    Acad::ErrorStatus fieldTags(const AcDbObject& object, std::vector<dxf::NewTag>& tags);
+    dxf::RecordId classRecordOf(dxf::RecordId object);
     void gatherBlock(const Block& block, std::vector<dxf::RecordId>& leaving) const;
     void gatherExtension(dxf::RecordId record, std::vector<dxf::RecordId>& leaving) const;
 
+    static bool opening_;
     std::unique_ptr<dxf::Drawing> drawing_;
     std::unique_ptr<SymbolTables> tables_;
     std::unique_ptr<BlockIndex> blocks_;
@@ -93,6 +118,7 @@ class DatabaseState {
     std::unordered_map<std::uint32_t, std::vector<dxf::RecordId>> erasedWith_;  // what left the drawing with an object
     std::vector<dxf::RecordId> layerByName_;                                    // by NameId
     unsigned layerAge_ = 0;
+    std::vector<dxf::RecordId> classByType_;      // the CLASS record of each type
     std::vector<const ObjectKind*> entityKinds_;  // by type, as of kindAge_
     unsigned kindAge_ = 0;
 };

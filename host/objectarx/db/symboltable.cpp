@@ -82,8 +82,10 @@ Acad::ErrorStatus AcDbSymbolTableRecord::getName(ACHAR*& name) const {
 
 Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* name) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
-    if (!isSymbolName(name)) return Acad::eInvalidInput;
     DatabaseState* state = DatabaseState::of(database());
+    // A new block may ask for a name of its own making.
+    const bool isAnonymous = !state && isA() == AcDbBlockTableRecord::desc() && name && std::wcscmp(name, L"*U") == 0;
+    if (!isSymbolName(name) && !isAnonymous) return Acad::eInvalidInput;
     if (state) {
         TableKind kind;
         if (!state->tables().kindOf(record(), kind)) return Acad::eNotApplicable;

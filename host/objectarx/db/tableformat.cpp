@@ -20,6 +20,11 @@ constexpr CodeFormat kTextStyleCodes[] = {{2, ""},  {70, ""},         {40, ""}, 
                                           {50, ""}, {71, ""},         {42, ""},         {3, ""},
                                           {4, ""},  {1001, "AC1012"}, {1000, "AC1012"}, {1071, "AC1012"}};
 
+constexpr CodeFormat kBlockCodes[] = {{2, ""}, {340, "AC1012"}, {70, "AC1012"}, {280, "AC1012"}, {281, "AC1012"}};
+
+// No layout shows a new block; it may be exploded and scaled at will.
+constexpr SiblingTag kBlockSiblingTags[] = {{340, "0"}, {70, "0"}, {280, "1"}, {281, "0"}};
+
 // Plot style, material and visual style are those of the layer beside; the lineweight is the default one.
 constexpr SiblingTag kLayerSiblingTags[] = {{370, "-3"}, {390, nullptr}, {347, nullptr}, {348, nullptr}};
 
@@ -38,7 +43,8 @@ const TableFormat kTables[kTableCount] = {
     {TableKind::Ucs, "UCS", "AcDbUCSTableRecord", 5, formatOf(kNamedCodes), nullptr, 0},
     {TableKind::RegApp, "APPID", "AcDbRegAppTableRecord", 5, formatOf(kNamedCodes), nullptr, 0},
     {TableKind::DimStyle, "DIMSTYLE", "AcDbDimStyleTableRecord", 105, formatOf(kNamedCodes), nullptr, 0},
-    {TableKind::Block, "BLOCK_RECORD", "AcDbBlockTableRecord", 5, formatOf(kNamedCodes), nullptr, 0},
+    {TableKind::Block, "BLOCK_RECORD", "AcDbBlockTableRecord", 5, formatOf(kBlockCodes), kBlockSiblingTags,
+     std::size(kBlockSiblingTags)},
 };
 
 }  // namespace

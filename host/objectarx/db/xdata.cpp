@@ -1,6 +1,7 @@
 // Extended data: reading it as result buffers, and replacing one application's part of it.
 #include "host/objectarx/db/xdata.h"
 
+#include <cmath>
 #include <cstring>
 #include <cwchar>
 #include <utility>
@@ -76,35 +77,6 @@ std::vector<Portion> readPortions(const dxf::Drawing& drawing, dxf::RecordId rec
     return portions;
 }
 
-void appendTags(const dxf::Drawing& drawing, const resbuf& link, std::vector<dxf::NewTag>& tags) {
-    const int code = link.restype;
-    switch (valueKind(code)) {
-        case ValueKind::Text:
-            tags.push_back({code, writeText(drawing, link.resval.rstring)});
-            break;
-        case ValueKind::Real:
-            tags.push_back({code, dxf::realText(link.resval.rreal)});
-            break;
-        case ValueKind::Short:
-            tags.push_back({code, std::to_string(link.resval.rint)});
-            break;
-        case ValueKind::Long:
-            tags.push_back({code, std::to_string(link.resval.rlong)});
-            break;
-        case ValueKind::Binary:
-            tags.push_back({code, hexText(link.resval.rbinary)});
-            break;
-        case ValueKind::Point:
-            for (int i = 0; i < 3; ++i)
-                tags.push_back({code + i * kCoordinateStep, dxf::realText(link.resval.rpoint[i])});
-            break;
-        case ValueKind::Name:
-        case ValueKind::None:
-        case ValueKind::Unknown:
-            break;
-    }
-}
-
 Acad::ErrorStatus checkLink(const resbuf& link, int& depth) {
     const int code = link.restype;
     const ValueKind kind = valueKind(code);
@@ -141,26 +113,9 @@ Acad::ErrorStatus parseChain(DatabaseState& state, const resbuf* chain, std::vec
             portions.back().tags.push_back({kRegApp, writeText(state.drawing(), portions.back().application)});
             continue;
         }
-        appendTags(state.drawing(), *link, portions.back().tags);
+        appendValueTags(&state.drawing(), *link, portions.back().tags);
     }
     return depth == 0 ? Acad::eOk : Acad::eBadDxfSequence;
-}
-
-bool sameValue(const dxf::Drawing& drawing, const dxf::NewTag& a, const dxf::NewTag& b) {
-    if (a.code != b.code) return false;
-    switch (valueKind(a.code)) {
-        case ValueKind::Real:
-        case ValueKind::Point:
-            return dxf::toReal(a.value) == dxf::toReal(b.value);
-        case ValueKind::Short:
-        case ValueKind::Long:
-            return dxf::toInteger(a.value) == dxf::toInteger(b.value);
-        default:
-            break;
-    }
-    const std::wstring first = readText(drawing, a.value);
-    const std::wstring second = readText(drawing, b.value);
-    return a.code == kRegApp ? platform::compareNoCase(first, second) == 0 : first == second;
 }
 
 bool samePortion(const dxf::Drawing& drawing, const Portion& a, const Portion& b) {
@@ -197,6 +152,61 @@ void replacePortion(dxf::Drawing& drawing, dxf::RecordId record, const Portion& 
 }
 
 }  // namespace
+
+// --- values between tags and result buffers
+
+bool appendValueTags(const dxf::Drawing* drawing, const resbuf& link, std::vector<dxf::NewTag>& tags) {
+    const int code = link.restype;
+    switch (valueKind(code)) {
+        case ValueKind::Text:
+            if (!link.resval.rstring) return false;
+            tags.push_back(
+                {code, drawing ? writeText(*drawing, link.resval.rstring) : platform::toUtf8(link.resval.rstring)});
+            return true;
+        case ValueKind::Real:
+            tags.push_back({code, dxf::realText(link.resval.rreal)});
+            return std::isfinite(link.resval.rreal);
+        case ValueKind::Short:
+            tags.push_back({code, std::to_string(link.resval.rint)});
+            return true;
+        case ValueKind::Long:
+            tags.push_back({code, std::to_string(link.resval.rlong)});
+            return true;
+        case ValueKind::Binary:
+            if (link.resval.rbinary.clen < 0 || (link.resval.rbinary.clen > 0 && !link.resval.rbinary.buf))
+                return false;
+            tags.push_back({code, hexText(link.resval.rbinary)});
+            return true;
+        case ValueKind::Point:
+            for (int i = 0; i < 3; ++i) {
+                tags.push_back({code + i * kCoordinateStep, dxf::realText(link.resval.rpoint[i])});
+                if (!std::isfinite(link.resval.rpoint[i])) return false;
+            }
+            return true;
+        case ValueKind::Name:
+        case ValueKind::None:
+        case ValueKind::Unknown:
+            break;
+    }
+    return false;
+}
+
+bool sameValue(const dxf::Drawing& drawing, const dxf::NewTag& a, const dxf::NewTag& b) {
+    if (a.code != b.code) return false;
+    switch (valueKind(a.code)) {
+        case ValueKind::Real:
+        case ValueKind::Point:
+            return dxf::toReal(a.value) == dxf::toReal(b.value);
+        case ValueKind::Short:
+        case ValueKind::Long:
+            return dxf::toInteger(a.value) == dxf::toInteger(b.value);
+        default:
+            break;
+    }
+    const std::wstring first = readText(drawing, a.value);
+    const std::wstring second = readText(drawing, b.value);
+    return a.code == kRegApp ? platform::compareNoCase(first, second) == 0 : first == second;
+}
 
 // --- chains
 

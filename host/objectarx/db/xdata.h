@@ -26,4 +26,11 @@ class ChainBuilder {
     resbuf* last_ = nullptr;
 };
 
+// Adds the tags of a value; false when it is none that tags can hold (an object's name among them). Texts are UTF-8 for
+// no drawing.
+bool appendValueTags(const dxf::Drawing* drawing, const resbuf& link, std::vector<dxf::NewTag>& tags);
+
+// The same code with the same value, however it is spelled.
+bool sameValue(const dxf::Drawing& drawing, const dxf::NewTag& a, const dxf::NewTag& b);
+
 }  // namespace qrs::host

@@ -1,0 +1,141 @@
+// How many objects of a drawing need a record.
+#include <algorithm>
+#include <unordered_map>
+
+#include "dbmain.h"
+#include "host/objectarx/db/entityformat.h"
+#include "host/objectarx/db/state.h"
+#include "host/platform/codepage.h"
+
+namespace qrs::host {
+
+namespace {
+
+using dxf::kNoRecord;
+using dxf::RecordId;
+using dxf::RecordKind;
+
+constexpr int kFirstXdata = 1000;
+constexpr int kLayerCode = 8;
+constexpr int kLinetypeCode = 6;
+constexpr int kHardFrozenCode = 341;
+
+// Group codes whose handle is one that the object needs: hard pointers and hard owners.
+bool isHardCode(int code) {
+    return (code >= 340 && code <= 349) || (code >= 360 && code <= 369) || (code >= 390 && code <= 399) ||
+           code == 480 || code == 481;
+}
+
+bool isEntityKind(RecordKind kind) {
+    return kind == RecordKind::Entity || kind == RecordKind::Block || kind == RecordKind::EndBlock;
+}
+
+class ReferenceCounter {
+  public:
+    ReferenceCounter(DatabaseState& state, const AcDbObjectIdArray& ids, Adesk::UInt32* counts)
+        : state_(state), drawing_(state.drawing()), counts_(counts) {
+        for (int i = 0; i < ids.length(); ++i)
+            add(ids[i].recordNumber(), static_cast<std::size_t>(i));
+    }
+
+    void count() {
+        for (current_ = drawing_.first(); current_ != kNoRecord; current_ = drawing_.next(current_)) {
+            const RecordKind kind = drawing_.record(current_).kind;
+            if (isEntityKind(kind)) {
+                if (const RecordId layer = state_.layerOf(current_); layer != kNoRecord)
+                    tell(layers_.find(layer), layers_);
+                countTags(&ReferenceCounter::entityName);
+            } else if (kind == RecordKind::TableRecord) {
+                countTags(&ReferenceCounter::recordName);
+            } else if (kind == RecordKind::Object) {
+                countTags(nullptr);
+            }
+        }
+    }
+
+  private:
+    using Indices = std::vector<std::size_t>;
+    template <typename Key>
+    using ByKey = std::unordered_map<Key, Indices>;
+    // The table whose record a tag names; null when it names none.
+    using NamedTable = const TableKind* (ReferenceCounter::*)(int code);
+
+    void add(std::uint32_t object, std::size_t index) {
+        counts_[index] = 0;
+        lastBy_.push_back(kNoRecord);
+        TableKind kind;
+        if (const Block* block = state_.blocks().byId(object)) {
+            namesOf(TableKind::Block)[platform::foldCase(block->name)].push_back(index);
+        } else if (!DatabaseState::isTable(object) && state_.tables().kindOf(object, kind)) {
+            if (kind == TableKind::Layer)
+                layers_[object].push_back(index);
+            else
+                namesOf(kind)[platform::foldCase(state_.tables().nameOf(object))].push_back(index);
+        }
+        if (const std::uint64_t handle = state_.handleOf(object); handle != 0) handles_[handle].push_back(index);
+    }
+
+    ByKey<std::wstring>& namesOf(TableKind kind) { return names_[static_cast<std::size_t>(kind)]; }
+
+    template <typename Key>
+    void tell(typename ByKey<Key>::const_iterator found, const ByKey<Key>& all) {
+        if (found == all.end()) return;
+        for (const std::size_t index : found->second) {
+            if (lastBy_[index] == current_) continue;
+            lastBy_[index] = current_;
+            ++counts_[index];
+        }
+    }
+
+    const TableKind* entityName(int code) {
+        if (code == kLayerCode || code >= 10) return nullptr;
+        const NamingTag* naming = namingTag(type_, code);
+        return naming ? &naming->table : nullptr;
+    }
+
+    const TableKind* recordName(int code) {
+        static constexpr TableKind linetype = TableKind::Linetype;
+        return code == kLinetypeCode && type_ == "LAYER" ? &linetype : nullptr;
+    }
+
+    void countTags(NamedTable namedTable) {
+        type_ = drawing_.typeNameOf(current_);
+        const bool isViewport = type_ == "VIEWPORT";
+        dxf::TagCursor cursor = drawing_.tags(current_);
+        dxf::Tag tag;
+        while (cursor.next(tag) && tag.code < kFirstXdata) {
+            if (isHardCode(tag.code)) {
+                if (!handles_.empty() && !(isViewport && tag.code == kHardFrozenCode))
+                    tell(handles_.find(dxf::toHandle(tag.value)), handles_);
+                continue;
+            }
+            const TableKind* table = namedTable ? (this->*namedTable)(tag.code) : nullptr;
+            if (!table || namesOf(*table).empty()) continue;
+            tell(namesOf(*table).find(platform::foldCase(readText(drawing_, tag.value))), namesOf(*table));
+        }
+    }
+
+    DatabaseState& state_;
+    const dxf::Drawing& drawing_;
+    Adesk::UInt32* counts_;
+    std::vector<RecordId> lastBy_;  // the object that was counted last for each id
+    ByKey<RecordId> layers_;
+    ByKey<std::uint64_t> handles_;
+    ByKey<std::wstring> names_[kTableCount];
+    RecordId current_ = kNoRecord;
+    std::string_view type_;
+};
+
+}  // namespace
+}  // namespace qrs::host
+
+Acad::ErrorStatus AcDbDatabase::countHardReferences(const AcDbObjectIdArray& ids, Adesk::UInt32* counts) {
+    if (!counts) return Acad::eNullObjectPointer;
+    for (const AcDbObjectId& id : ids) {
+        if (id.database() != this) return Acad::eWrongDatabase;
+        if (!id.isValid() || id.isErased()) return Acad::eInvalidInput;
+    }
+    state_->writeOpenObjects();
+    qrs::host::ReferenceCounter(*state_, ids, counts).count();
+    return Acad::eOk;
+}

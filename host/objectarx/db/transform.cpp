@@ -1,0 +1,545 @@
+// Moving, turning, scaling and mirroring entities: what the numbers of each kind mean, and how they follow.
+#include <cmath>
+#include <map>
+#include <utility>
+
+#include "dbmain.h"
+#include "gemat3d.h"
+#include "host/objectarx/db/state.h"
+
+namespace qrs::host {
+
+using dxf::kNoRecord;
+using dxf::RecordId;
+
+namespace {
+
+constexpr int kFirstXdata = 1000;
+constexpr int kSubclass = 100;
+constexpr int kNormalCode = 210;
+constexpr double kDegreesPerRadian = 180.0 / 3.14159265358979323846;
+constexpr double kFullTurn = 360.0;
+
+// What a number, or the coordinates from a code on (10 codes apart), say.
+enum class Role : std::uint8_t {
+    WorldPoint,
+    PlanePoint,  // in the entity's own plane
+    Vector,      // turned and scaled
+    Direction,   // turned
+    Length,
+    Thickness,  // along the normal
+    Angle,      // in the entity's own plane, degrees
+    Factor,     // of a size that does not change
+    Elevation,  // of the plane above the origin
+    Shift,      // how far the picture of a dimension lies from where its block draws it
+};
+
+// usual: what is written when a tag is missing that now says something else than 0 (angles) or 1 (factors).
+struct Row {
+    const char* dxfName;
+    int code;
+    Role role;
+    int anchor = 0;  // a missing tag is put behind the first of this code; 0: a missing one means nothing
+};
+
+constexpr Row kRows[] = {
+    {"LINE", 10, Role::WorldPoint},
+    {"LINE", 11, Role::WorldPoint},
+    {"LINE", 39, Role::Thickness},
+    {"POINT", 10, Role::WorldPoint},
+    {"POINT", 39, Role::Thickness},
+    {"POINT", 50, Role::Angle},
+    {"RAY", 10, Role::WorldPoint},
+    {"RAY", 11, Role::Direction},
+    {"XLINE", 10, Role::WorldPoint},
+    {"XLINE", 11, Role::Direction},
+    {"3DFACE", 10, Role::WorldPoint},
+    {"3DFACE", 11, Role::WorldPoint},
+    {"3DFACE", 12, Role::WorldPoint},
+    {"3DFACE", 13, Role::WorldPoint},
+    {"CIRCLE", 10, Role::PlanePoint},
+    {"CIRCLE", 40, Role::Length},
+    {"CIRCLE", 39, Role::Thickness},
+    {"ARC", 10, Role::PlanePoint},
+    {"ARC", 40, Role::Length},
+    {"ARC", 39, Role::Thickness},
+    {"ARC", 50, Role::Angle},
+    {"ARC", 51, Role::Angle},
+    {"ELLIPSE", 10, Role::WorldPoint},
+    {"ELLIPSE", 11, Role::Vector},
+    {"SPLINE", 10, Role::WorldPoint},
+    {"SPLINE", 11, Role::WorldPoint},
+    {"SPLINE", 12, Role::Direction},
+    {"SPLINE", 13, Role::Direction},
+    {"LWPOLYLINE", 38, Role::Elevation},
+    {"LWPOLYLINE", 10, Role::PlanePoint},
+    {"LWPOLYLINE", 39, Role::Thickness},
+    {"LWPOLYLINE", 40, Role::Length},
+    {"LWPOLYLINE", 41, Role::Length},
+    {"LWPOLYLINE", 43, Role::Length},
+    {"POLYLINE", 30, Role::Elevation},
+    {"POLYLINE", 39, Role::Thickness},
+    {"POLYLINE", 40, Role::Length},
+    {"POLYLINE", 41, Role::Length},
+    {"VERTEX", 10, Role::PlanePoint},
+    {"VERTEX", 40, Role::Length},
+    {"VERTEX", 41, Role::Length},
+    {"VERTEX", 50, Role::Angle},
+    {"SOLID", 10, Role::PlanePoint},
+    {"SOLID", 11, Role::PlanePoint},
+    {"SOLID", 12, Role::PlanePoint},
+    {"SOLID", 13, Role::PlanePoint},
+    {"SOLID", 39, Role::Thickness},
+    {"TRACE", 10, Role::PlanePoint},
+    {"TRACE", 11, Role::PlanePoint},
+    {"TRACE", 12, Role::PlanePoint},
+    {"TRACE", 13, Role::PlanePoint},
+    {"TRACE", 39, Role::Thickness},
+    {"TEXT", 10, Role::PlanePoint},
+    {"TEXT", 11, Role::PlanePoint},
+    {"TEXT", 40, Role::Length},
+    {"TEXT", 39, Role::Thickness},
+    {"TEXT", 50, Role::Angle, 40},
+    {"ATTRIB", 10, Role::PlanePoint},
+    {"ATTRIB", 11, Role::PlanePoint},
+    {"ATTRIB", 40, Role::Length},
+    {"ATTRIB", 39, Role::Thickness},
+    {"ATTRIB", 50, Role::Angle, 40},
+    {"ATTDEF", 10, Role::PlanePoint},
+    {"ATTDEF", 11, Role::PlanePoint},
+    {"ATTDEF", 40, Role::Length},
+    {"ATTDEF", 39, Role::Thickness},
+    {"ATTDEF", 50, Role::Angle, 40},
+    {"SHAPE", 10, Role::WorldPoint},
+    {"SHAPE", 40, Role::Length},
+    {"SHAPE", 39, Role::Thickness},
+    {"SHAPE", 50, Role::Angle, 40},
+    {"MTEXT", 10, Role::WorldPoint},
+    {"MTEXT", 11, Role::Direction},
+    {"MTEXT", 40, Role::Length},
+    {"MTEXT", 41, Role::Length},
+    {"MTEXT", 46, Role::Length},
+    {"MTEXT", 48, Role::Length},
+    {"MTEXT", 49, Role::Length},
+    {"MTEXT", 50, Role::Angle, 40},
+    {"INSERT", 10, Role::PlanePoint},
+    {"INSERT", 41, Role::Factor, 10},
+    {"INSERT", 42, Role::Factor, 10},
+    {"INSERT", 43, Role::Factor, 10},
+    {"INSERT", 44, Role::Length},
+    {"INSERT", 45, Role::Length},
+    {"INSERT", 50, Role::Angle, 10},
+    {"LEADER", 10, Role::WorldPoint},
+    {"LEADER", 211, Role::Direction},
+    {"LEADER", 212, Role::Vector},
+    {"LEADER", 213, Role::Vector},
+    {"TOLERANCE", 10, Role::WorldPoint},
+    {"TOLERANCE", 11, Role::Direction},
+    {"IMAGE", 10, Role::WorldPoint},
+    {"IMAGE", 11, Role::Vector},
+    {"IMAGE", 12, Role::Vector},
+    {"WIPEOUT", 10, Role::WorldPoint},
+    {"WIPEOUT", 11, Role::Vector},
+    {"WIPEOUT", 12, Role::Vector},
+    {"DIMENSION", 10, Role::WorldPoint},
+    {"DIMENSION", 11, Role::PlanePoint},
+    {"DIMENSION", 12, Role::Shift, 11},
+    {"DIMENSION", 13, Role::WorldPoint},
+    {"DIMENSION", 14, Role::WorldPoint},
+    {"DIMENSION", 15, Role::WorldPoint},
+    {"DIMENSION", 16, Role::PlanePoint},
+};
+
+const Row* findRow(std::string_view dxfName, int code) {
+    for (const Row& row : kRows)
+        if (row.code == code && dxfName == row.dxfName) return &row;
+    return nullptr;
+}
+
+bool isTranslation(const AcGeMatrix3d& matrix) {
+    for (unsigned row = 0; row < 3; ++row)
+        for (unsigned column = 0; column < 3; ++column)
+            if (matrix(row, column) != (row == column ? 1.0 : 0.0)) return false;
+    return true;
+}
+
+AcGeMatrix3d transposed(const AcGeMatrix3d& turn) {
+    AcGeMatrix3d result;
+    for (unsigned row = 0; row < 3; ++row)
+        for (unsigned column = 0; column < 3; ++column)
+            result(row, column) = turn(column, row);
+    return result;
+}
+
+// A transformation as one entity's plane meets it. A mirrored plane is looked at from its other side, so that angles
+// and bulges keep their sense.
+struct Motion {
+    Motion(const AcGeMatrix3d& matrix, const AcGeVector3d& oldNormal) : world(matrix), normal(oldNormal) {
+        if (isTranslation(matrix)) {
+            plane = AcGeMatrix3d::translation(transposed(AcGeMatrix3d::planeToWorld(oldNormal)) * matrix.translation());
+            return;
+        }
+        isMirrored = matrix.det() < 0.0;
+        scale = matrix.scale();
+        if (std::fabs(scale - 1.0) < 1e-12) scale = 1.0;
+        normal = (matrix * oldNormal).normal();
+        if (isMirrored) normal = -normal;
+        for (unsigned axis = 0; axis < 3; ++axis)
+            if (std::fabs(normal[axis]) < 1e-14) normal[axis] = 0.0;
+        plane = transposed(AcGeMatrix3d::planeToWorld(normal)) * matrix * AcGeMatrix3d::planeToWorld(oldNormal);
+        angle = std::atan2(plane(1, 0), plane(0, 0)) * kDegreesPerRadian;
+        if (std::fabs(angle) < 1e-12) angle = 0.0;
+    }
+
+    AcGeMatrix3d world;
+    AcGeMatrix3d plane;
+    AcGeVector3d normal;  // afterwards
+    double scale = 1.0;
+    double angle = 0.0;  // by which the plane is turned, degrees
+    bool isMirrored = false;
+};
+
+// The tags of one record, changed together and written back in one go.
+class Numbers {
+  public:
+    Numbers(dxf::Drawing& drawing, RecordId record) : drawing_(drawing), record_(record) {
+        dxf::TagCursor cursor = drawing.tags(record);
+        dxf::Tag tag;
+        while (cursor.next(tag) && tag.code < kFirstXdata)
+            tags_.push_back(tag);
+    }
+
+    std::size_t count() const { return tags_.size(); }
+    int code(std::size_t i) const { return tags_[i].code; }
+    std::string_view text(std::size_t i) const { return tags_[i].value; }
+    double value(std::size_t i) const { return dxf::toReal(tags_[i].value); }
+    std::size_t find(int wanted) const {
+        std::size_t i = 0;
+        while (i < tags_.size() && tags_[i].code != wanted)
+            ++i;
+        return i;
+    }
+    void set(std::size_t i, double newValue) {
+        if (newValue == value(i)) return;
+        edits_[i].hasValue = true;
+        edits_[i].value = dxf::realText(newValue);
+    }
+
+    // The coordinates from a tag on; missing ones are 0.
+    AcGePoint3d point(std::size_t i) const {
+        AcGePoint3d result(value(i), 0.0, 0.0);
+        for (unsigned axis = 1; axis < 3; ++axis)
+            if (isAxis(i, axis)) result[axis] = value(i + axis);
+        return result;
+    }
+    void setPoint(std::size_t i, const AcGePoint3d& to, bool isFlat) {
+        set(i, to.x);
+        if (isAxis(i, 1)) set(i + 1, to.y);
+        if (isAxis(i, 2))
+            set(i + 2, to.z);
+        else if (!isFlat && isAxis(i, 1) && to.z != 0.0)
+            insert(i + 1, code(i) + 20, to.z);
+    }
+    // The last coordinate that follows a tag.
+    std::size_t lastAxis(std::size_t i) const { return isAxis(i, 2) ? i + 2 : isAxis(i, 1) ? i + 1 : i; }
+    // A tag behind another.
+    void insert(std::size_t behind, int newCode, double newValue) {
+        edits_[behind].behind.push_back({newCode, dxf::realText(newValue)});
+    }
+    // The last tag of the section that a tag stands in.
+    std::size_t endOfSection(std::size_t i) const {
+        while (i + 1 < tags_.size() && tags_[i + 1].code != kSubclass)
+            ++i;
+        return i;
+    }
+
+    void write() {
+        std::vector<dxf::TagEdit> edits;
+        for (auto& [i, edit] : edits_) {
+            edit.tag = tags_[i];
+            edits.push_back(std::move(edit));
+        }
+        drawing_.editTags(record_, edits);
+    }
+
+  private:
+    bool isAxis(std::size_t i, unsigned axis) const {
+        return i + axis < tags_.size() && tags_[i + axis].code == tags_[i].code + static_cast<int>(axis) * 10 &&
+               (axis == 1 || isAxis(i, 1));
+    }
+
+    dxf::Drawing& drawing_;
+    RecordId record_;
+    std::vector<dxf::Tag> tags_;
+    std::map<std::size_t, dxf::TagEdit> edits_;  // by number of the tag
+};
+
+AcGeVector3d normalOf(const Numbers& numbers) {
+    const std::size_t i = numbers.find(kNormalCode);
+    if (i == numbers.count()) return AcGeVector3d::kZAxis;
+    const AcGePoint3d tip = numbers.point(i);
+    const AcGeVector3d normal(tip.x, tip.y, tip.z);
+    return normal.length() > 0.0 ? normal : AcGeVector3d::kZAxis;
+}
+
+// The same angle between 0 and a full turn, where the one that was written lay there.
+double turned(double angle, double by) {
+    if (by == 0.0) return angle;
+    const double sum = std::fmod(angle + by, kFullTurn);
+    return sum < 0.0 ? sum + kFullTurn : sum;
+}
+
+class Mover {
+  public:
+    Mover(Numbers& numbers, const Motion& motion) : numbers_(numbers), motion_(motion) {
+        if (const std::size_t i = numbers.find(38); i != numbers.count()) elevation_ = numbers.value(i);
+    }
+
+    void move(std::size_t i, Role role) {
+        switch (role) {
+            case Role::WorldPoint:
+                return numbers_.setPoint(i, motion_.world * numbers_.point(i), false);
+            case Role::PlanePoint:
+                return movePlanePoint(i);
+            case Role::Vector:
+                return setVector(i, motion_.world * vector(i));
+            case Role::Direction:
+                return setVector(i, (motion_.world * vector(i)) * (1.0 / motion_.scale));
+            case Role::Length:
+            case Role::Factor:
+                return numbers_.set(i, numbers_.value(i) * motion_.scale);
+            case Role::Thickness:
+                return numbers_.set(i, numbers_.value(i) * motion_.scale * (motion_.isMirrored ? -1.0 : 1.0));
+            case Role::Angle:
+                return numbers_.set(i, turned(numbers_.value(i), motion_.angle));
+            case Role::Elevation:
+                return numbers_.set(i, (motion_.plane * AcGePoint3d(0.0, 0.0, numbers_.value(i))).z);
+            case Role::Shift:
+                return numbers_.setPoint(i, numbers_.point(i) + motion_.plane.translation(), false);
+        }
+    }
+
+    // A point of which files write two coordinates lies at the entity's elevation.
+    void movePlanePoint(std::size_t i) {
+        AcGePoint3d point = numbers_.point(i);
+        const bool isFlat = numbers_.lastAxis(i) == i + 1;
+        if (isFlat) point.z = elevation_;
+        numbers_.setPoint(i, motion_.plane * point, isFlat);
+    }
+
+    void setElevation(double elevation) { elevation_ = elevation; }
+
+    // A direction in the entity's plane, of two coordinates.
+    void movePlaneVector(std::size_t i) {
+        const AcGeVector3d moved = motion_.plane * vector(i);
+        numbers_.setPoint(i, {moved.x, moved.y, 0.0}, true);
+    }
+
+    // What a missing tag means may no longer hold.
+    void addMissing(const Row& row) {
+        const std::size_t anchor = numbers_.find(row.anchor);
+        if (anchor == numbers_.count() || numbers_.find(row.code) != numbers_.count()) return;
+        const std::size_t behind = numbers_.lastAxis(anchor);
+        if (row.role == Role::Angle && motion_.angle != 0.0) {
+            numbers_.insert(behind, row.code, turned(0.0, motion_.angle));
+        } else if (row.role == Role::Factor && motion_.scale != 1.0) {
+            numbers_.insert(behind, row.code, motion_.scale);
+        } else if (row.role == Role::Shift) {
+            const AcGeVector3d shift = motion_.plane.translation();
+            for (unsigned axis = 0; axis < 3; ++axis)
+                numbers_.insert(behind, row.code + static_cast<int>(axis) * 10, shift[axis]);
+        }
+    }
+
+    void setNormal() {
+        const std::size_t i = numbers_.find(kNormalCode);
+        const AcGeVector3d& to = motion_.normal;
+        if (i != numbers_.count()) return setVector(i, to);
+        if (to.x == 0.0 && to.y == 0.0 && to.z > 0.0) return;
+        const std::size_t first = numbers_.find(10);
+        if (first == numbers_.count()) return;
+        for (unsigned axis = 0; axis < 3; ++axis)
+            numbers_.insert(numbers_.endOfSection(first), kNormalCode + static_cast<int>(axis) * 10, to[axis]);
+    }
+
+  private:
+    AcGeVector3d vector(std::size_t i) const {
+        const AcGePoint3d tip = numbers_.point(i);
+        return {tip.x, tip.y, tip.z};
+    }
+    void setVector(std::size_t i, const AcGeVector3d& to) { numbers_.setPoint(i, {to.x, to.y, to.z}, false); }
+
+    Numbers& numbers_;
+    const Motion& motion_;
+    double elevation_ = 0.0;
+};
+
+// --- hatches: their codes mean other things from place to place
+
+class HatchMover {
+  public:
+    HatchMover(Numbers& numbers, const Motion& motion) : numbers_(numbers), motion_(motion), mover_(numbers, motion) {}
+
+    void move() {
+        std::size_t i = 0;
+        for (; i < numbers_.count() && numbers_.code(i) != kPathCount; ++i) {
+            if (numbers_.code(i) != 30) continue;
+            mover_.setElevation(numbers_.value(i));
+            mover_.move(i, Role::Elevation);
+        }
+        for (; i < numbers_.count() && numbers_.code(i) != kStyle; ++i)
+            movePath(i);
+        for (; i < numbers_.count(); ++i)
+            movePattern(i);
+    }
+
+  private:
+    static constexpr int kPathCount = 91;
+    static constexpr int kPathFlags = 92;
+    static constexpr int kEdgeType = 72;
+    static constexpr int kStyle = 75;
+    static constexpr int kSeedCount = 98;
+    enum Edge : int { Polyline = 0, Line = 1, Arc = 2, Ellipse = 3, Spline = 4 };
+
+    void movePath(std::size_t i) {
+        constexpr std::int64_t kPolylineBit = 2;
+        const int code = numbers_.code(i);
+        if (code == kPathFlags) isPolyline_ = (dxf::toInteger(numbers_.text(i)) & kPolylineBit) != 0;
+        if (code == kEdgeType) edge_ = isPolyline_ ? Polyline : static_cast<int>(dxf::toInteger(numbers_.text(i)));
+        if (code == 10 || (code == 11 && edge_ != Ellipse)) mover_.movePlanePoint(i);
+        if ((code == 11 && edge_ == Ellipse) || code == 12 || code == 13) mover_.movePlaneVector(i);
+        if (edge_ != Arc) return;
+        if (code == 40) mover_.move(i, Role::Length);
+        // Angles of an arc that runs clockwise are written as those of its mirror image.
+        if (code == 50 || code == 51)
+            numbers_.set(i, turned(numbers_.value(i), runsClockwise(i) ? -motion_.angle : motion_.angle));
+    }
+
+    bool runsClockwise(std::size_t i) const {
+        while (i < numbers_.count() && numbers_.code(i) != 73 && numbers_.code(i) != kEdgeType)
+            ++i;
+        return i < numbers_.count() && numbers_.code(i) == 73 && dxf::toInteger(numbers_.text(i)) == 0;
+    }
+
+    void movePattern(std::size_t i) {
+        switch (numbers_.code(i)) {
+            case 52:
+            case 53:
+                return mover_.move(i, Role::Angle);
+            case 41:
+            case 49:
+                return mover_.move(i, Role::Length);
+            case 43:
+            case 45:
+                return movePatternPair(i);
+            case 10:
+                if (hasSeeds_) mover_.movePlanePoint(i);
+                return;
+            case kSeedCount:
+                hasSeeds_ = true;
+                return;
+            default:
+                return;
+        }
+    }
+
+    // A pattern line's base point (43, 44) and the way to the next line (45, 46).
+    void movePatternPair(std::size_t i) {
+        if (i + 1 == numbers_.count() || numbers_.code(i + 1) != numbers_.code(i) + 1) return;
+        const double x = numbers_.value(i);
+        const double y = numbers_.value(i + 1);
+        const AcGePoint3d base = motion_.plane * AcGePoint3d(x, y, 0.0);
+        const AcGeVector3d way = motion_.plane * AcGeVector3d(x, y, 0.0);
+        const bool isBase = numbers_.code(i) == 43;
+        numbers_.set(i, isBase ? base.x : way.x);
+        numbers_.set(i + 1, isBase ? base.y : way.y);
+    }
+
+    Numbers& numbers_;
+    const Motion& motion_;
+    Mover mover_;
+    bool isPolyline_ = false;
+    bool hasSeeds_ = false;
+    int edge_ = Polyline;
+};
+
+// --- one record
+
+constexpr std::int64_t kSpatialPolylineBits = 8 | 16 | 64;  // three-dimensional, mesh, polyface
+constexpr std::int64_t kPolyfaceBit = 128;
+constexpr std::int64_t kPolyfacePointBit = 64;
+
+std::int64_t flagsOf(const Numbers& numbers) {
+    const std::size_t i = numbers.find(70);
+    return i == numbers.count() ? 0 : dxf::toInteger(numbers.text(i));
+}
+
+// The vertices of a flat polyline lie in its plane, those of others in space.
+struct Frame {
+    AcGeVector3d normal;
+    bool isSpatial = false;
+};
+
+void moveRecord(dxf::Drawing& drawing, RecordId record, const AcGeMatrix3d& matrix, Frame& frame) {
+    const std::string dxfName(drawing.typeNameOf(record));
+    Numbers numbers(drawing, record);
+    const bool isVertex = dxfName == "VERTEX";
+    if (!isVertex) frame = {normalOf(numbers), dxfName == "POLYLINE" && (flagsOf(numbers) & kSpatialPolylineBits) != 0};
+    const Motion motion(matrix, frame.normal);
+    if (dxfName == "HATCH") {
+        HatchMover(numbers, motion).move();
+    } else {
+        Mover mover(numbers, motion);
+        // A face of a polyface has no place of its own.
+        const bool isFace =
+            isVertex && (flagsOf(numbers) & kPolyfaceBit) != 0 && (flagsOf(numbers) & kPolyfacePointBit) == 0;
+        for (std::size_t i = 0; i < numbers.count() && !isFace; ++i) {
+            const Row* row = findRow(dxfName, numbers.code(i));
+            if (!row || (frame.isSpatial && row->role == Role::Elevation)) continue;
+            const bool isInSpace = frame.isSpatial && row->role == Role::PlanePoint;
+            mover.move(i, isInSpace ? Role::WorldPoint : row->role);
+        }
+        for (const Row& row : kRows)
+            if (row.anchor != 0 && dxfName == row.dxfName) mover.addMissing(row);
+        // A flat polyline without an elevation may need one now.
+        const AcGePoint3d origin = motion.plane * AcGePoint3d();
+        if (dxfName == "LWPOLYLINE" && origin.z != 0.0 && numbers.find(38) == numbers.count() &&
+            numbers.find(70) != numbers.count())
+            numbers.insert(numbers.find(70), 38, origin.z);
+    }
+    if (!isVertex && dxfName != "SEQEND" && !frame.isSpatial) Mover(numbers, motion).setNormal();
+    numbers.write();
+}
+
+bool isKnown(std::string_view dxfName) {
+    if (dxfName == "HATCH") return true;
+    for (const Row& row : kRows)
+        if (dxfName == row.dxfName) return true;
+    return false;
+}
+
+}  // namespace
+
+Acad::ErrorStatus DatabaseState::transform(RecordId entity, const AcGeMatrix3d& matrix) {
+    const std::string_view dxfName = drawing_->typeNameOf(entity);
+    if (!isKnown(dxfName)) return Acad::eNotApplicable;
+    if (!matrix.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
+    if (dxfName == "DIMENSION" && !isTranslation(matrix)) return Acad::eNotApplicable;
+    Frame frame;
+    moveRecord(*drawing_, entity, matrix, frame);
+    for (RecordId sub = drawing_->next(entity); sub != kNoRecord; sub = drawing_->next(sub)) {
+        const dxf::Record& one = drawing_->record(sub);
+        if ((one.flags & dxf::kSubEntity) == 0 || one.owner != entity) break;
+        moveRecord(*drawing_, sub, matrix, frame);
+    }
+    return Acad::eOk;
+}
+
+}  // namespace qrs::host
+
+Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& transformation) {
+    using qrs::host::DatabaseState;
+    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
+    DatabaseState* state = DatabaseState::of(database());
+    return state ? state->transform(record(), transformation) : Acad::eNotInDatabase;
+}
