@@ -24,12 +24,12 @@ class ToolCommands : public Frame {
     ~ToolCommands() override { acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr); }
 
     // "LINE;8=0;10=1" as tags; the handle and what every entity has come first.
-    static std::string entity(int handle, const std::string& typeAndTags) {
-        char head[64];
-        std::snprintf(head, sizeof head, "\n5\n%X\n330\n1F\n100\nAcDbEntity\n", static_cast<unsigned>(handle));
-        std::string text = "0\n";
+    static std::string entity(int handle, const std::string& typeAndTags, const std::string& owner = "1F") {
+        char digits[16];
+        std::snprintf(digits, sizeof digits, "%X", static_cast<unsigned>(handle));
         const std::size_t type = typeAndTags.find(';');
-        text += typeAndTags.substr(0, type) + head;
+        std::string text =
+            "0\n" + typeAndTags.substr(0, type) + "\n5\n" + digits + "\n330\n" + owner + "\n100\nAcDbEntity\n";
         for (std::size_t at = type + 1; at < typeAndTags.size();) {
             const std::size_t equals = typeAndTags.find('=', at);
             const std::size_t end = typeAndTags.find(';', at);

@@ -121,6 +121,8 @@ class QRS_HOST_PORT TDbPipe : public TDbPipePrototype {
     // answer is then made up. Never true of a new pipe.
     bool IsDamaged() const;
 
+    // eNotApplicable for an arc that would not stay parallel to the XY plane.
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& transformation) override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
@@ -156,6 +158,7 @@ class QRS_HOST_PORT TDbPipeNode : public AcDbEntity {
     // eInvalidInput for coordinates that are no finite numbers.
     Acad::ErrorStatus SetPosition(const AcGePoint3d& position);
 
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& transformation) override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
@@ -189,6 +192,7 @@ class QRS_HOST_PORT TDbPipeAttachment : public AcDbEntity {
     // eInvalidInput for coordinates that are no finite numbers.
     Acad::ErrorStatus SetPosition(const AcGePoint3d& position);
 
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& transformation) override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 

@@ -1,0 +1,209 @@
+// The command that rebuilds a block from chosen entities.
+#include "tools/blockreset.h"
+
+#include <cmath>
+#include <set>
+#include <vector>
+
+#include "acutads.h"
+#include "adsdb.h"
+#include "afxstr.h"
+#include "axlock.h"
+#include "dbents.h"
+#include "dbidmap.h"
+#include "gemat3d.h"
+#include "qrs_pipeentity.h"
+#include "qrs_select.h"
+#include "tools/changeable.h"
+
+namespace qrs::tools {
+namespace {
+
+// --- the reference
+
+struct Reference {
+    AcDbObjectId id;
+    AcDbObjectId block;
+    AcGeMatrix3d toBlock;  // from the drawing's coordinates to the block's
+};
+
+AcGeMatrix3d stretching(const AcGeScale3d& by) {
+    AcGeMatrix3d matrix;
+    matrix(0, 0) = by.sx;
+    matrix(1, 1) = by.sy;
+    matrix(2, 2) = by.sz;
+    return matrix;
+}
+
+AcGeMatrix3d transposed(const AcGeMatrix3d& matrix) {
+    AcGeMatrix3d result;
+    for (unsigned row = 0; row < 3; ++row)
+        for (unsigned column = 0; column < 3; ++column)
+            result(row, column) = matrix(column, row);
+    return result;
+}
+
+// What the reference does to its block, taken back step by step. False for scale factors that cannot be.
+bool takeBack(const AcDbBlockReference& reference, const AcGePoint3d& basePoint, AcGeMatrix3d& toBlock) {
+    const AcGeScale3d scale = reference.scaleFactors();
+    const AcGeScale3d back(1.0 / scale.sx, 1.0 / scale.sy, 1.0 / scale.sz);
+    if (!std::isfinite(back.sx) || !std::isfinite(back.sy) || !std::isfinite(back.sz)) return false;
+    const AcGePoint3d origin;
+    toBlock = AcGeMatrix3d::translation(basePoint - origin) * stretching(back) *
+              AcGeMatrix3d::rotation(-reference.rotation(), AcGeVector3d::kZAxis) *
+              AcGeMatrix3d::translation(origin - reference.position()) *
+              transposed(AcGeMatrix3d::planeToWorld(reference.normal()));
+    return true;
+}
+
+// Why the object cannot be reset; null when it can.
+const ACHAR* examine(AcDbObjectId id, Reference& reference) {
+    const AcDbObjectPointer<AcDbBlockReference> opened(id, AcDb::kForRead);
+    if (opened.openStatus() != Acad::eOk) return L"\n所选对象不是图块！";
+    if (liesOnLockedLayer(*opened.object())) return L"\n所选图块在锁定的图层上，不能重置！";
+    const AcDbBlockTableRecordPointer block(opened->blockTableRecord(), AcDb::kForRead);
+    if (block.openStatus() != Acad::eOk) return L"\n图中没有所选图块的定义！";
+    if (block->isFromExternalReference() || block->isLayout()) return L"\n外部参照不能重置！";
+    reference.id = id;
+    reference.block = opened->blockTableRecord();
+    return takeBack(*opened.object(), block->origin(), reference.toBlock) ? nullptr
+                                                                          : L"\n所选图块的比例为零，不能重置！";
+}
+
+// False when the user wants to leave.
+bool askReference(Reference& reference) {
+    for (;;) {
+        TEntitySet picked;
+        AcGePoint3d point;
+        const int answer = SelectEntity(L"\n请选择需要重置的图块<退出>:", picked, point);
+        if (answer == RTNONE || answer == RTCAN) return false;
+        AcDbObjectId id;
+        const ACHAR* refusal = L"\n没有选中对象！";
+        if (answer == RTNORM && acdbGetObjectId(id, picked.ent) == Acad::eOk) refusal = examine(id, reference);
+        if (refusal == nullptr) return true;
+        acutPrintf(L"%s", refusal);
+    }
+}
+
+// --- the entities
+
+// Whether a block shows another, however deep.
+class Nesting {
+  public:
+    explicit Nesting(AcDbObjectId block) : block_(block) {}
+
+    bool shows(AcDbObjectId entity) {
+        const AcDbObjectPointer<AcDbBlockReference> reference(entity, AcDb::kForRead);
+        return reference.openStatus() == Acad::eOk && contains(reference->blockTableRecord());
+    }
+
+  private:
+    bool contains(AcDbObjectId start) {
+        std::vector<AcDbObjectId> waiting{start};
+        std::set<AcDbObjectId> seen;
+        while (!waiting.empty()) {
+            const AcDbObjectId block = waiting.back();
+            waiting.pop_back();
+            if (block == block_) return true;
+            if (block.isNull() || !seen.insert(block).second) continue;
+            for (const AcDbObjectId& id : entitiesOf(block, AcDbBlockReference::desc())) {
+                const AcDbObjectPointer<AcDbBlockReference> inner(id, AcDb::kForRead);
+                if (inner.openStatus() == Acad::eOk) waiting.push_back(inner->blockTableRecord());
+            }
+        }
+        return false;
+    }
+
+    AcDbObjectId block_;
+};
+
+// The chosen entities that may go over; tells of the others.
+AcDbObjectIdArray takeable(const AcDbObjectIdArray& chosen, const Reference& reference) {
+    AcDbObjectIdArray ids;
+    Nesting nesting(reference.block);
+    int locked = 0;
+    int showing = 0;
+    for (const AcDbObjectId& id : chosen) {
+        const AcDbEntityPointer entity(id, AcDb::kForRead);
+        if (entity.openStatus() != Acad::eOk || liesOnLockedLayer(*entity.object()))
+            ++locked;
+        else if (id == reference.id || nesting.shows(id))
+            ++showing;
+        else
+            ids.append(id);
+    }
+    tellCount(L"\n%d个图元在锁定的图层上，没有放入图块。", locked);
+    tellCount(L"\n%d个图元就是该图块或含有该图块，没有放入图块。", showing);
+    return ids;
+}
+
+bool eraseEntity(AcDbObjectId id) {
+    const AcDbEntityPointer entity(id, AcDb::kForWrite);
+    return entity.openStatus() == Acad::eOk && entity->erase() == Acad::eOk;
+}
+
+// A pipe's attachments and nodes that came along are the copies from now on.
+void followCopies(TDbPipe& pipe, const AcDbIdMapping& copies) {
+    AcDbObjectIdArray attachments;
+    pipe.GetAttachments(attachments);
+    AcDbObjectId copy;
+    for (const AcDbObjectId& id : attachments) {
+        if (!copies.compute(id, copy)) continue;
+        pipe.RemoveAttachment(id);
+        pipe.AddAttachment(copy);
+    }
+    if (copies.compute(pipe.GetStartNode(), copy)) pipe.SetStartNode(copy);
+    if (copies.compute(pipe.GetEndNode(), copy)) pipe.SetEndNode(copy);
+}
+
+// The copies of the entities in the block, in its coordinates. False, the drawing as it was, when one cannot be written
+// so.
+bool copyInto(const AcDbObjectIdArray& ids, const Reference& reference) {
+    AcDbIdMapping copies;
+    if (reference.block.database()->deepCloneObjects(ids, reference.block, copies) != Acad::eOk) return false;
+    AcDbObjectIdArray made;
+    int refused = 0;
+    for (const AcDbObjectId& id : ids) {
+        AcDbObjectId copy;
+        if (!copies.compute(id, copy)) continue;
+        made.append(copy);
+        const AcDbEntityPointer entity(copy, AcDb::kForWrite);
+        if (entity.openStatus() != Acad::eOk || entity->transformBy(reference.toBlock) != Acad::eOk) ++refused;
+        if (TDbPipe* pipe = TDbPipe::cast(entity.object())) followCopies(*pipe, copies);
+    }
+    if (refused == 0) return true;
+    for (const AcDbObjectId& copy : made)
+        eraseEntity(copy);
+    tellCount(L"\n%d个图元不能按图块的比例和方向改写，图块没有改动。", refused);
+    return false;
+}
+
+bool isAttributeDefinition(AcDbObjectId id) {
+    const AcRxClass* itsClass = id.objectClass();
+    return itsClass != nullptr && itsClass->dxfName() != nullptr && CString(itsClass->dxfName()) == L"ATTDEF";
+}
+
+}  // namespace
+
+void resetBlock() {
+    const AcAxDocLock lock;
+    if (lock.lockStatus() != Acad::eOk) return;
+    Reference reference;
+    if (!askReference(reference)) return;
+    TPickEntSet picked;
+    if (SelectEntities(L"\n请选择构造新块需要的图元<退出>:", picked) != RTNORM) return;
+    const AcDbObjectIdArray ids = takeable(picked.ids(), reference);
+    if (ids.isEmpty()) {
+        acutPrintf(L"\n没有可以放入图块的图元，图块没有改动。");
+        return;
+    }
+    const AcDbObjectIdArray before = entitiesOf(reference.block, nullptr);
+    if (!copyInto(ids, reference)) return;
+    for (const AcDbObjectId& id : before)
+        if (!isAttributeDefinition(id)) eraseEntity(id);
+    for (const AcDbObjectId& id : ids)
+        eraseEntity(id);
+    acutPrintf(L"\n图块已由%d个图元重新构造。", ids.length());
+}
+
+}  // namespace qrs::tools
