@@ -37,7 +37,7 @@ void importSettings(const std::wstring& folder) {
     bool hasNewShortcuts = false;
     for (const SettingGroup group : importOrder) {
         for (const wchar_t* name : settingGroupRows[group].files)
-            if (copyBack(folder, name) && name == kShortcutsFile) hasNewShortcuts = true;
+            if (copyBack(folder, name) && group == kShortcuts) hasNewShortcuts = true;
         if (group != kLayers) continue;
         copyStandardsBack(folder);
         reloadStandard();

@@ -13,7 +13,7 @@ namespace qrs::dialogs {
 
 const SettingGroupRow settingGroupRows[kSettingGroups] = {
     {L"初始设置", {L"CmdConfig.xml"}},
-    {L"快捷命令 acad.pgp", {kShortcutsFile}},
+    {L"快捷命令 acad.pgp", {L"acad.pgp"}},
     {L"工具条设置", {L"qrsdata.dbf"}},
     {L"线型库", {L"linetype.dbf"}},
     {L"图层设置", {}},

@@ -17,7 +17,6 @@ extern const SettingGroupRow settingGroupRows[kSettingGroups];
 
 // Beside its files, the first group has the options' file, the group of layers every standard file.
 constexpr const wchar_t* kOptionsFile = L"setting.ini";
-constexpr const wchar_t* kShortcutsFile = L"acad.pgp";
 
 // PwxSetting in the user's temporary folder, inner form, ending in a backslash.
 std::wstring defaultSettingFolder();
