@@ -7,6 +7,7 @@
 #include "dialogs/layercontrolbar.h"
 #include "dialogs/pipesettingdlg.h"
 #include "layers/layercommands.h"
+#include "tools/blockreset.h"
 #include "tools/interfacecount.h"
 #include "tools/layertag.h"
 #include "tools/linetypeoptimize.h"
@@ -42,18 +43,17 @@ const CommandRow commandTable[kCommandCount] = {
     {L"CloseSelLayer", &command<layerCommand<&CLayerToolBar::CloseSelLayer>>, 2, nullptr},
     {L"EraseSelLayer", &command<layerCommand<&CLayerToolBar::EraseSelLayer>>, 2, nullptr},
     {L"ConvertLayer", &command<layerCommand<&CLayerToolBar::ConvertLayer>>, 2, nullptr},
-    {L"hbtc", &command<laterLayerCommand<16>>, 2, L"\n请选择要删除图层上的任意图元:<退出>"},
+    {L"hbtc", &command<layerCommand<&CLayerToolBar::MergeLayer>>, 2, nullptr},
     {L"gxgd", &command<tools::updatePipes>, 2, nullptr},
     {L"tcdc", &command<layerCommand<&CLayerToolBar::ExportLayer>>, 2, nullptr},
     {L"tctq", &command<layerCommand<&CLayerToolBar::PickUpLayer>>, 2, nullptr},
     {L"FrozenLayer", &command<layerCommand<&CLayerToolBar::FrozenLayer>>, 2, nullptr},
     {L"UnFrozenAllLayer", &command<layerCommand<&CLayerToolBar::UnFrozenAllLayer>>, 2, nullptr},
-    {L"FrozenViewLayer", &command<laterLayerCommand<22>>, 2, L"\n请选择需要冻结的视口或视口图层上的任意图元 <退出>:"},
-    {L"UnFrozenViewAllLayer", &command<laterLayerCommand<23>>, 2, L"\n请选择需要解冻图层的视口<退出>:"},
-    {L"tbds", &command<laterLayerCommand<24>>, 2,
-     L"\n请输入平面图要变成的颜色(1-红/2-黄/3-绿/4-青/5-蓝/6-粉/7-白)[选择图层(E)/选择颜色(C)]<当前颜色值(%d)>:"},
-    {L"yshf", &command<laterLayerCommand<25>>, 2, nullptr},
-    {L"cztk", &command<laterCommand<26>>, 2, L"\n请选择需要重置的图块<退出>:"},
+    {L"FrozenViewLayer", &command<layerCommand<&CLayerToolBar::FrozenViewLayer>>, 2, nullptr},
+    {L"UnFrozenViewAllLayer", &command<layerCommand<&CLayerToolBar::UnFrozenViewAllLayer>>, 2, nullptr},
+    {L"tbds", &command<layerCommand<&CLayerToolBar::SetOneColor>>, 2, nullptr},
+    {L"yshf", &command<layerCommand<&CLayerToolBar::RestoreColor>>, 2, nullptr},
+    {L"cztk", &command<tools::resetBlock>, 2, nullptr},
     {L"jcjk", &command<tools::countInterfaces>, 2, nullptr},
     {L"gxfz", &command<layerCommand<&CLayerToolBar::CollectBimLayer>>, 2, nullptr},
     {L"xxyh", &command<tools::optimizeLinetypes>, 2, nullptr},

@@ -1,7 +1,7 @@
 // Erasing and moving what lies on layers.
 #include "layers/contents.h"
 
-#include <string>
+#include <string_view>
 
 #include "acutads.h"
 #include "adsdb.h"
@@ -18,7 +18,7 @@ namespace {
 
 // Only these have objects behind them that belong to them.
 bool hasParts(const AcDbEntity& entity) {
-    const std::wstring kind = entity.isA()->dxfName();
+    const std::wstring_view kind = entity.isA()->dxfName();
     return kind == L"INSERT" || kind == L"POLYLINE";
 }
 

@@ -1,14 +1,11 @@
-// The layer commands on small drawings, as they are typed.
+// Commands that show, thaw and unlock everything, and what all layer commands share.
 #include "accmd.h"
 #include "frame/entry.h"
 #include "layers/layertoolbar.h"
-#include "qrs_kernal.h"
 #include "qrs_pipewire.h"
 #include "rxmfcapi.h"
 #include "rxregsvc.h"
 #include "support.h"
-
-extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* application);
 
 namespace qrs::test {
 
@@ -16,42 +13,8 @@ namespace {
 
 const std::vector<Layer> kLayers = {{"0"}, {"A", 1}, {"B", 4}, {"C", 5, -3}, {"D", 0, -1}};
 
-class LayerCommands : public Frame {
+class LayerCommands : public LayerFrame {
   protected:
-    LayerCommands() {
-        InitAol(L"_QRS");
-        acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
-    }
-    ~LayerCommands() override { acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr); }
-
-    // The letters of the layers that are in the state.
-    std::string layersThatAre(bool (AcDbLayerTableRecord::*state)() const) const {
-        std::string names;
-        for (const Layer& layer : kLayers) {
-            const AcDbLayerTableRecordPointer record(platform::fromUtf8(layer.name).c_str(), database(),
-                                                     AcDb::kForRead);
-            EXPECT_EQ(record.openStatus(), Acad::eOk) << layer.name;
-            if (record.openStatus() == Acad::eOk && (record.object()->*state)()) names += layer.name;
-        }
-        return names;
-    }
-    std::string content() const {
-        std::ifstream file(folder.path() / "drawing.dxf", std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    // The drawing as it would be saved.
-    std::string saved() {
-        platform::Error error;
-        EXPECT_TRUE(application.saveDocument(folder.path() / "saved.dxf", false, error)) << error.message;
-        std::ifstream file(folder.path() / "saved.dxf", std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    // What one command showed itself: the lines between its name and what was sent, or the next prompt for a command.
-    static std::string own(const std::wstring& transcript) {
-        const std::string text = platform::toUtf8(transcript);
-        const std::size_t begin = text.find('\n') + 1;
-        return text.substr(begin, std::min(text.find("Current layer:"), text.find("Command:", begin)) - begin);
-    }
     const std::string asked = "请选择要解锁层上的图元(ESC退出,空格解开全部层) <全部>:";
     static std::vector<std::string> sentTexts(const platform::CallRecorder& recorder) {
         std::vector<std::string> sent;
@@ -68,8 +31,8 @@ TEST_F(LayerCommands, UnFrozenAllLayerThawsEveryLayerAndRefreshesTheLayerState) 
     platform::CallRecorder recorder;
     run({L"UnFrozenAllLayer"});
     EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isFrozen), "");
-    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "BC");
-    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isOff), "CD");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "B C");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isOff), "C D");
     const std::vector<std::string> sent = sentTexts(recorder);
     ASSERT_EQ(sent.size(), 3u);
     EXPECT_NE(sent[0].find("\x1b-layer\n"), std::string::npos);
@@ -88,7 +51,7 @@ TEST_F(LayerCommands, UnLockSelLayerTakesEnterForAllAndEscForNone) {
     open(drawingText(kLayers, {{"0"}}));
     platform::CallRecorder recorder;
     EXPECT_EQ(own(run({L"UnLockSelLayer", ScriptTerminal::kEsc})), asked + "<esc>\n*Cancel*\n");
-    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "BC");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "B C");
     EXPECT_TRUE(sentTexts(recorder).empty());
     EXPECT_FALSE(application.hasUnsavedChanges());
 
@@ -102,7 +65,7 @@ TEST_F(LayerCommands, UnLockSelLayerUnlocksThePickedLayersAndNamesThoseThatWereN
     open(drawingText(kLayers, {{"0"}, {"b"}, {"B"}, {"A"}, {"0"}}));
     EXPECT_EQ(own(run({L"UnLockSelLayer", L"ALL", L""})), asked + "ALL\n4 found\n" + asked + "\n0层本身就没有锁定！\n");
     EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "C");
-    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isFrozen), "AC");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isFrozen), "A C");
 }
 
 TEST_F(LayerCommands, UnLockSelLayerTakesWhatIsPickedFirst) {
@@ -118,7 +81,7 @@ TEST_F(LayerCommands, OnlySetAllPipeLayOpenRunsInsideOtherCommands) {
     const std::wstring transcript = run({L"UnLockSelLayer", L"'SetAllPipeLayOpen", L"'UnFrozenAllLayer", L""});
     EXPECT_EQ(count(transcript, L"** That command may not be invoked transparently **"), 1u);
     EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isOff), "");
-    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isFrozen), "AC");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isFrozen), "A C");
     EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "") << "the command outside went on";
 }
 
@@ -147,7 +110,7 @@ TEST_F(LayerCommands, CommandsRunAmongTheModulesResourcesAndLetNothingOut) {
     EXPECT_NO_THROW((acedRegCmds)->lookupGlobalCmd(L"UnLockSelLayer")->functionAddr()());
     const std::wstring transcript = run({L"UnLockSelLayer", L"SetAllPipeLayOpen"});
     EXPECT_EQ(count(transcript, L"<error>qrs_pipeSystem：the line is dead\n"), 1u) << platform::toUtf8(transcript);
-    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "BC");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "B C");
     EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isOff), "");
     EXPECT_EQ(application.currentDocument()->lockMode(true), AcAp::kNotLocked);
     EXPECT_EQ(AfxGetResourceHandle(), nullptr);
@@ -162,7 +125,7 @@ TEST_F(LayerCommands, SetAllPipeLayOpenShowsLayersSystemsAndHiddenObjects) {
     platform::CallRecorder recorder;
     run({L"SetAllPipeLayOpen"});
     EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isOff), "");
-    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isFrozen), "AC");
+    EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isFrozen), "A C");
     EXPECT_TRUE(config->IsSystemShown(type));
     EXPECT_FALSE(config->IsCustomPipeSystemShown(L"别处的系统"));  // none of the standard's
     EXPECT_NE(std::find(recorder.calls().begin(), recorder.calls().end(), "UpdateGraphic(2)"), recorder.calls().end());
@@ -191,34 +154,6 @@ TEST_F(LayerCommands, OneToolBarServesAllCommandsUntilUnload) {
     EXPECT_EQ(CLayerToolBar::TimesMade(), before + 1);
     run({L"UnFrozenAllLayer"});
     EXPECT_EQ(CLayerToolBar::TimesMade(), before + 2);
-}
-
-// What a command shows: its name, what it says first, whether it is there already.
-TEST_F(LayerCommands, CommandsSayWhatTheyAskAndWhetherTheyAreThere) {
-    open(drawingText({{"0"}}, {{"0"}}));
-    struct Row {
-        const wchar_t* name;
-        const wchar_t* text;
-        bool available;
-    };
-    const Row rows[] = {
-        {L"gpsbs", L"此命令不能单独使用，请通过给排水\"图层控制\"中的给排水标识使用！", true},
-        {L"FrozenViewLayer", L"本命令必须在图纸布局中使用！", true},
-        {L"UnFrozenViewAllLayer", L"本命令必须在图纸布局中使用！", true},
-        {L"OpenLayer", L"所有图层都是打开的！", true},
-        {L"yshf", L"没有找到相关信息，图层颜色恢复失败！", true},
-        {L"drsz", L"选择导入设置文件的位置[读取默认位置(1)/到指定目录读取(2)]:<1>", false},
-        {L"xxyh", L"请选择待优化线型的对象[文字间隙%.3f(D)/文字放大%.3f倍(S)]:<退出>", false},
-        {L"hbtc", L"请选择要删除图层上的任意图元:<退出>", false},
-        {L"gxsz", L"", false},
-    };
-    for (const Row& row : rows) {
-        const std::wstring transcript = run({row.name});
-        EXPECT_NE(transcript.find(row.text), std::wstring::npos) << platform::toUtf8(transcript);
-        EXPECT_EQ(count(transcript, L"命令 " + std::wstring(row.name) + L" 尚未提供。"), row.available ? 0u : 1u)
-            << platform::toUtf8(transcript);
-    }
-    EXPECT_FALSE(application.hasUnsavedChanges());
 }
 
 }  // namespace qrs::test

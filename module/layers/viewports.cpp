@@ -1,0 +1,102 @@
+// Freezing and thawing layers in single viewports of a layout.
+#include "aced.h"
+#include "acedads.h"
+#include "acutads.h"
+#include "axlock.h"
+#include "dbents.h"
+#include "dbobjptr.h"
+#include "dialogs/layerlistdlg.h"
+#include "layers/layerstate.h"
+#include "layers/layertoolbar.h"
+#include "layers/picking.h"
+#include "PwxTool.h"
+#include "rxmfcapi.h"
+
+using namespace qrs::layers;
+
+namespace {
+
+using Viewport = AcDbObjectPointer<AcDbViewport>;
+
+// Model space has no viewports to freeze in: true, with a message.
+bool refuseInModelSpace() {
+    resbuf value{};
+    if (acedGetVar(L"TILEMODE", &value) != RTNORM || value.restype != RTSHORT || value.resval.rint != 1) return false;
+    acutPrintf(L"\n本命令必须在图纸布局中使用！");
+    return true;
+}
+
+AcDbObjectIdArray layersThawedIn(AcDbObjectId viewport) {
+    AcDbObjectIdArray all;
+    AcDbObjectIdArray thawed;
+    PwxTool::GetAllLayerIds(workingDatabase(), all);
+    const Viewport opened(viewport, AcDb::kForRead);
+    if (opened.openStatus() != Acad::eOk) return thawed;
+    for (const AcDbObjectId& layer : all)
+        if (!opened->isLayerFrozenInViewport(layer)) thawed.append(layer);
+    return thawed;
+}
+
+void freezeIn(AcDbObjectId viewport, const AcDbObjectIdArray& layers) {
+    if (layers.isEmpty()) return;
+    const Viewport opened(viewport, AcDb::kForWrite);
+    if (opened.openStatus() != Acad::eOk || opened->freezeLayersInViewport(layers) != Acad::eOk)
+        acutPrintf(L"\n图层冻结失败!");
+}
+
+void freezeChosen(AcDbObjectId viewport) {
+    CLayerFilterDlg dialog(L"冻结视口图层", layersThawedIn(viewport));
+    if (dialog.DoModal() == IDOK) freezeIn(viewport, dialog.ChosenLayers());
+}
+
+void freezeInCurrent(AcDbObjectId layer) {
+    AcDbObjectIdArray one;
+    one.append(layer);
+    freezeIn(acedGetCurViewportObjectId(), one);
+}
+
+int pickViewport(const std::wstring& prompt, AcDbObjectId& viewport) {
+    for (TEntitySet picked;;) {
+        const int answer = pickObject(prompt, picked);
+        if (answer != RTNORM) return answer;
+        viewport = idOf(picked);
+        if (Viewport(viewport, AcDb::kForRead).openStatus() == Acad::eOk) return RTNORM;
+        acutPrintf(L"\n选中的不是视口！");
+    }
+}
+
+}  // namespace
+
+void CLayerToolBar::FrozenViewLayer() {
+    if (refuseInModelSpace()) return;
+    const AcAxDocLock lock;
+    if (lock.lockStatus() != Acad::eOk) return;
+    for (TEntitySet picked; pickObject(L"\n请选择需要冻结的视口或视口图层上的任意图元 <退出>:", picked) == RTNORM;) {
+        if (Viewport(idOf(picked), AcDb::kForRead).openStatus() == Acad::eOk) {
+            freezeChosen(idOf(picked));
+        } else if (const AcDbObjectId layer = layerOfPick(picked); !layer.isNull()) {
+            freezeInCurrent(layer);
+        }
+        acedUpdateDisplay();
+    }
+}
+
+void CLayerToolBar::UnFrozenViewAllLayer() {
+    if (refuseInModelSpace()) return;
+    const AcAxDocLock lock;
+    if (lock.lockStatus() != Acad::eOk) return;
+    AcDbObjectId viewport;
+    if (pickViewport(L"\n请选择需要解冻图层的视口<退出>:", viewport) != RTNORM) return;
+    AcDbObjectIdArray frozen;
+    if (const Viewport opened(viewport, AcDb::kForRead); opened.openStatus() == Acad::eOk)
+        opened->getFrozenLayerList(frozen);
+    if (frozen.isEmpty()) {
+        acutPrintf(L"\n视口中没有冻结的图层！");
+        return;
+    }
+    CLayerFilterDlg dialog(L"解冻视口图层", frozen);
+    if (dialog.DoModal() != IDOK || dialog.ChosenLayers().isEmpty()) return;
+    const Viewport opened(viewport, AcDb::kForWrite);
+    if (opened.openStatus() == Acad::eOk) opened->thawLayersInViewport(dialog.ChosenLayers());
+    acedUpdateDisplay();
+}

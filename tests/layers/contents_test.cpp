@@ -1,0 +1,105 @@
+// Commands that move and erase what lies on layers.
+#include "support.h"
+
+namespace qrs::test {
+
+namespace {
+
+class LayerContents : public LayerFrame {};
+
+const std::string kConvertSource = "请选择要转换图层(源)上的任意图元:<退出>";
+const std::string kConvertTarget = "请选择要转换图层(目标)上的任意图元:<退出>";
+const std::string kMergeSource = "请选择要删除图层上的任意图元:<退出>";
+const std::string kMergeTarget = "请选择要合并到图层(目标)上的任意图元:<退出>";
+
+}  // namespace
+
+// In every space; parts that lie elsewhere stay there, as does what lies in blocks and on a layer that looks like a
+// pattern.
+TEST_F(LayerContents, ConvertLayerMovesEverythingOnTheSourceLayerAlone) {
+    for (const char* version : {"AC1018", "AC1009"}) {
+        open(planText(version));
+        EXPECT_EQ(own(run({L"ConvertLayer", ent(L"FFF"), ent(L"100"), ent(L"130")})),
+                  kConvertSource + "(handent \"FFF\")\n" + kConvertSource + "(handent \"100\")\n" + kConvertTarget +
+                      "(handent \"130\")\nA层 已经成功转换到 B层了！\n");
+        EXPECT_EQ(layersOf({L"100", L"110", L"111", L"113", L"120", L"121", L"123", L"180", L"190"}),
+                  "B B B B B B B B B");
+        EXPECT_EQ(layersOf({L"112", L"122", L"25", L"140", L"150", L"160", L"170"}), "D D D L D A* x|R");
+        run({L"ConvertLayer", ent(L"160"), ent(L"150")});
+        EXPECT_EQ(layersOf({L"160", L"100", L"110"}), "D B B");
+        EXPECT_EQ(count(platform::fromUtf8(saved()), L"\n8\nA\n"), 1u) << "the current layer alone is still A";
+    }
+}
+
+TEST_F(LayerContents, ConvertLayerRefusesAndCancelsWithNothingChanged) {
+    open(planText());
+    EXPECT_EQ(own(run({L"ConvertLayer", ent(L"100"), ent(L"190")})).find("转换"), std::string::npos);
+    EXPECT_EQ(own(run({L"ConvertLayer", ent(L"100"), ent(L"120")})),
+              kConvertSource + "(handent \"100\")\n" + kConvertTarget + "(handent \"120\")\n图层相同，不需要转换！\n");
+    EXPECT_NE(own(run({L"ConvertLayer", ent(L"140"), ent(L"100")})).find("L层已经锁定"), std::string::npos);
+    EXPECT_NE(own(run({L"ConvertLayer", ent(L"100"), ent(L"170")})).find("x|R是外部参照的图层"), std::string::npos);
+    EXPECT_EQ(own(run({L"ConvertLayer", ScriptTerminal::kEsc})), kConvertSource + "<esc>\n*Cancel*\n");
+    EXPECT_EQ(own(run({L"ConvertLayer", ent(L"100"), L""})),
+              kConvertSource + "(handent \"100\")\n" + kConvertTarget + "\n");
+    EXPECT_FALSE(application.hasUnsavedChanges());
+    EXPECT_EQ(saved(), content());
+}
+
+TEST_F(LayerContents, EraseSelLayerErasesEverythingOnTheLayersButLockedOnesAndThePaper) {
+    open(planText());
+    EXPECT_EQ(own(run({L"EraseSelLayer", L""})), "请选择删除层上的图元 <退出>:\n");
+    EXPECT_FALSE(application.hasUnsavedChanges());
+    const std::string shown = own(run({L"EraseSelLayer", ent(L"100"), ent(L"140"), ent(L"150"), L""}));
+    EXPECT_NE(shown.find("L层已经锁定，层上的图元没有删除！"), std::string::npos) << shown;
+    EXPECT_EQ(layersOf({L"100", L"110", L"111", L"112", L"120", L"122", L"123", L"150", L"190"}), "- - - - - - - - -");
+    EXPECT_EQ(layersOf({L"25", L"130", L"140", L"160", L"170", L"180", L"181"}), "D B L A* x|R A B");
+}
+
+// The current layer becomes "0", not the target.
+TEST_F(LayerContents, HbtcMovesEverythingErasesTheLayerAndLeavesItBeingCurrent) {
+    open(planText());
+    const std::string shown = own(run({L"hbtc", ent(L"100"), ent(L"130"), L"Y"}));
+    EXPECT_EQ(shown.find(kMergeSource + "(handent \"100\")\n" + kMergeTarget + "(handent \"130\")\n"), 0u) << shown;
+    EXPECT_NE(shown.find("您确定要把A图层合并到B图层上吗? 且删除A图层?"), std::string::npos) << shown;
+    EXPECT_EQ(shown.find("引用"), std::string::npos) << shown;
+    EXPECT_EQ(layersOf({L"100", L"110", L"111", L"112", L"113", L"120", L"122", L"123", L"180", L"190"}),
+              "B B B D B B D B B B");
+    EXPECT_EQ(colors(), "0:7 B:2 L:3 D:4 A*:5 x|R:6 T:-30");
+    EXPECT_NE(saved().find("$CLAYER\n8\n0\n"), std::string::npos);
+}
+
+TEST_F(LayerContents, HbtcKeepsALayerThatBlocksNeed) {
+    open(planText());
+    run({L"-LAYER", L"S", L"D", L""});
+    const std::string shown = own(run({L"hbtc", ent(L"150"), ent(L"130"), L"Y"}));
+    EXPECT_NE(shown.find("\n 图层存在引用.无法删除图层！"), std::string::npos) << shown;
+    EXPECT_EQ(layersOf({L"150", L"25", L"112"}), "B D D");
+    EXPECT_EQ(colors(), "0:7 A:1 B:2 L:3 D:4 A*:5 x|R:6 T:-30");
+    EXPECT_NE(saved().find("$CLAYER\n8\n0\n"), std::string::npos);
+}
+
+TEST_F(LayerContents, HbtcRefusesAndCancelsWithNothingChanged) {
+    open(planText() /* A is current */);
+    const std::pair<std::pair<const wchar_t*, const wchar_t*>, const char*> refusals[] = {
+        {{L"100", L"110"}, "2个图层一致，无需合并"},
+        {{L"140", L"100"}, "\n 无法删除已经锁定的图层！"},
+        {{L"170", L"100"}, "\n 无法删除图层记录！"},
+        {{L"100", L"170"}, "x|R是外部参照的图层"},
+    };
+    for (const auto& [picks, message] : refusals) {
+        const std::string shown = own(run({L"hbtc", ent(picks.first), ent(picks.second), L"Y"}));
+        EXPECT_NE(shown.find(message), std::string::npos) << shown;
+        EXPECT_EQ(shown.find("您确定"), std::string::npos) << shown;
+    }
+    run({L"hbtc", ent(L"100"), ent(L"130"), L"N"});
+    run({L"hbtc", ent(L"100"), ent(L"130"), ScriptTerminal::kEsc});
+    run({L"hbtc", ent(L"100"), ScriptTerminal::kEsc});
+    EXPECT_FALSE(application.hasUnsavedChanges());
+    EXPECT_EQ(saved(), content());
+
+    open(drawingText({{"0"}, {"A"}}, {{"0"}, {"A"}}));
+    EXPECT_NE(own(run({L"hbtc", ent(L"100"), ent(L"101"), L"Y"})).find("无法删除0层"), std::string::npos);
+    EXPECT_FALSE(application.hasUnsavedChanges());
+}
+
+}  // namespace qrs::test
