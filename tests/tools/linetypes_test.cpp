@@ -67,7 +67,6 @@ TEST_F(LinetypeTexts, AreSpacedForTheChosenObjectsAlone) {
     EXPECT_EQ(linetypeOf(0x201) + linetypeOf(0x202), "J$1.5$2J$1.5$2");
     EXPECT_EQ(linetypeOf(0x203) + linetypeOf(0x205), "JJ");
     EXPECT_EQ(pattern(L"J"), before);
-    // The shipped text is 3 high, its letter estimated at two thirds of that, 0.7 of its width.
     const AcDbObjectPointer<AcDbLinetypeTableRecord> base(j, AcDb::kForRead);
     const double height = base->shapeScaleAt(1) * 2.0;
     const double half = -base->shapeOffsetAt(1).x * 2.0;
