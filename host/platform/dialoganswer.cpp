@@ -46,7 +46,7 @@ class Finder {
 
     // Numbers, ranges, names and patterns, separated by commas. False, with the refusal, when one means nothing.
     bool byList(const std::wstring& list) {
-        if (byName(list)) return unique(list);
+        if (!isNumber(list) && byName(list)) return unique(list);
         for (std::size_t begin = 0; begin <= list.size();) {
             const std::size_t end = std::min(findOutside(list, L',', begin), list.size());
             if (!byPart(trimmed(list.substr(begin, end - begin)))) return false;
@@ -77,7 +77,8 @@ class Finder {
     bool byPart(const std::wstring& part) {
         if (part.empty()) return refuse(L"A number or a name is missing.");
         const std::size_t dash = part.find(L'-');
-        if (isNumber(part)) return byNumbers(part, part);
+        // No item has the number 0, but every drawing has the layer "0".
+        if (isNumber(part) && part != L"0") return byNumbers(part, part);
         if (dash != std::wstring::npos && isNumber(part.substr(0, dash)) && isNumber(part.substr(dash + 1)))
             return byNumbers(part.substr(0, dash), part.substr(dash + 1));
         const std::wstring name = unquoted(part);
