@@ -114,16 +114,15 @@ TEST_F(Selections, WhatTheUserAnswers) {
         acedSSFree(set);
     };
     command<0>(L"PICK", 0, select);
-    EXPECT_TRUE(run({L"PICK", L"(handent \"10\")", L"(HANDENT  \"12\" )", L"(handent \"FF\")", L"1,2", L"W", L"bogus",
+    EXPECT_TRUE(run({L"PICK", L"(handent \"10\")", L"(HANDENT  \"12\" )", L"(handent \"FF\")", L"bogus",
                      L"(handent \"20\")", L"ALL", L"R", L"L", L"a", L"(handent \"10\")", L""}));
     EXPECT_EQ(L"10 11 13 14 15 16", chosen);
     EXPECT_EQ(
         L"Command: PICK\nPick: (handent \"10\")\n1 found\nPick: (HANDENT  \"12\" )\n0 found, 1 total\n"
         L"Pick: (handent \"FF\")\n0 found, 1 total\n"
-        L"Pick: 1,2\nPicking by point or window is not available yet.\n"
-        L"Pick: W\nPicking by point or window is not available yet.\n"
         L"Pick: bogus\n*Invalid selection*\n"
-        L"Expects ALL/Last/Previous/Add/Remove or an entity: (handent \"2A7\")\n"
+        L"Expects a point or Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Add/Remove/Multiple/Previous/Undo/"
+        L"AUto/SIngle or an entity: (handent \"2A7\")\n"
         L"Pick: (handent \"20\")\n0 found, 1 total\n"
         L"Pick: ALL\n7 found (1 duplicate), 7 total\nPick: R\nPick: L\n1 found, 1 removed, 6 total\nPick: a\n"
         L"Pick: (handent \"10\")\n1 found (1 duplicate), 6 total\nPick: \n",
@@ -221,7 +220,9 @@ TEST_F(Selections, SinglePicks) {
     });
     EXPECT_TRUE(run({L"ONE (handent \"14\")"}));
     EXPECT_EQ(L"14", got) << "locked layers can be picked from";
-    EXPECT_TRUE(run({L"ONE", L"3,4", L"what", L"l"}));
+    EXPECT_TRUE(run({L"ONE", L"3,4"}));
+    EXPECT_EQ(std::to_wstring(RTERROR), got) << "nothing lies there";
+    EXPECT_TRUE(run({L"ONE", L"what", L"l"}));
     EXPECT_EQ(L"18", got);
     EXPECT_TRUE(run({L"ONE", L"(handent \"12\")"}));
     EXPECT_EQ(RTERROR, result) << "frozen";

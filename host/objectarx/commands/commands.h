@@ -20,9 +20,11 @@ void managePlugins();
 // Entities (entities.cpp).
 void listEntities();
 void selectEntities();
-// The view; nothing is shown, the prompts alone are kept (views.cpp).
+// The view and the viewport that is picked from; nothing is shown (views.cpp).
 void regenerate();
 void zoom();
+void enterModelSpace();
+void enterPaperSpace();
 // System variables (variables.cpp).
 void setVariable();
 // Layers (layers.cpp).

@@ -36,6 +36,10 @@ constexpr CommandRow kCommands[] = {
     {L"REGENALL", ACRX_CMD_MODAL, &commands::regenerate},
     {L"ZOOM", ACRX_CMD_TRANSPARENT, &commands::zoom},
     {L"Z", ACRX_CMD_TRANSPARENT, &commands::zoom},
+    {L"MSPACE", ACRX_CMD_MODAL, &commands::enterModelSpace},
+    {L"MS", ACRX_CMD_MODAL, &commands::enterModelSpace},
+    {L"PSPACE", ACRX_CMD_MODAL, &commands::enterPaperSpace},
+    {L"PS", ACRX_CMD_MODAL, &commands::enterPaperSpace},
     {L"SETVAR", ACRX_CMD_TRANSPARENT, &commands::setVariable},
 };
 

@@ -14,8 +14,9 @@ Transform turn(double angle) {
     return {x, {-x.y, x.x, 0}, {0, 0, 1}, {}};
 }
 
-int repeats(const Entity& entity, int code) {
-    return static_cast<int>(std::clamp(entity.integer(code, 1), 1L, kMostRepeats));
+// Copies on one place count once.
+int repeats(const Entity& entity, int code, double spacing) {
+    return spacing == 0.0 ? 1 : static_cast<int>(std::clamp(entity.integer(code, 1), 1L, kMostRepeats));
 }
 
 }  // namespace
@@ -29,10 +30,12 @@ bool placeInsert(const Entity& entity, Placement& placement) {
     const Transform scale{{entity.real(41, 1.0), 0, 0}, {0, entity.real(42, 1.0), 0}, {0, 0, entity.real(43, 1.0)}, {}};
     placement.first = turned.after(scale);
     placement.first.offset = plane.point(*at);
-    placement.columns = repeats(entity, 70);
-    placement.rows = repeats(entity, 71);
-    placement.columnStep = turned.vector({entity.real(44, 0.0), 0, 0});
-    placement.rowStep = turned.vector({0, entity.real(45, 0.0), 0});
+    const double across = entity.real(44, 0.0);
+    const double up = entity.real(45, 0.0);
+    placement.columns = repeats(entity, 70, across);
+    placement.rows = repeats(entity, 71, up);
+    placement.columnStep = turned.vector({across, 0, 0});
+    placement.rowStep = turned.vector({0, up, 0});
     return true;
 }
 
