@@ -62,8 +62,7 @@ class Showing {
         if (answer.empty() || answer == dialog_.okCaption || isOneOf(answer, {L"OK", L"确定"})) return pressOk();
         if (answer == dialog_.cancelCaption || isOneOf(answer, {L"Cancel", L"取消"}))
             return dialog_.close(kDialogCancel);
-        const DialogAnswer meant =
-            onlyField() ? DialogAnswer{itemsOf(dialog_), answer, {}} : parseAnswer(dialog_, answer);
+        const DialogAnswer meant = onlyField() ? textOf(answer) : parseAnswer(dialog_, answer);
         if (!meant.refusal.empty()) return print(meant.refusal);
         if (apply(meant) && !dialog_.closing()) printChanges();
     }
@@ -73,6 +72,13 @@ class Showing {
         const std::vector<DialogItem> items = itemsOf(dialog_);
         return items.size() == 1 && !isMark(items[0]) && items[0].control->kind != ControlKind::Button &&
                items[0].control->enabled;
+    }
+
+    DialogAnswer textOf(const std::wstring& answer) {
+        std::vector<DialogItem> field = itemsOf(dialog_);
+        const std::wstring start = nameOf(field[0]) + L"=";
+        const bool isNamed = compareNoCase(answer.substr(0, start.size()), start) == 0;
+        return {std::move(field), isNamed ? trimmed(answer.substr(start.size())) : answer, {}};
     }
 
     void pressOk() {

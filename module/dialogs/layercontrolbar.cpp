@@ -2,6 +2,7 @@
 #include "dialogs/layercontrolbar.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "acutads.h"
 #include "axlock.h"
@@ -100,6 +101,8 @@ void CLayerControlBar::run() {
     fill();
     showDialog(dialog);
     systems_ = list_ = nullptr;
+    // Once for all that was changed: it is typed when the command has ended.
+    if (std::exchange(changed_, false)) qrs::layers::refreshLayerState();
 }
 
 void CLayerControlBar::addButtons(Dialog& dialog) {
@@ -183,10 +186,11 @@ void CLayerControlBar::change(const StateButton& button) {
         if (!list_->rows[i].chosen) continue;
         const AcDbObjectPointer<AcDbLayerTableRecord> layer(listed_[i].id, AcDb::kForRead);
         if (layer.openStatus() != Acad::eOk || ((*layer).*button.has)() == button.value) continue;
-        if (layer->upgradeOpen() != Acad::eOk || ((*layer).*button.set)(button.value) != Acad::eOk)
+        if (layer->upgradeOpen() == Acad::eOk && ((*layer).*button.set)(button.value) == Acad::eOk)
+            changed_ = true;
+        else
             acutPrintf(L"\n图层 %s 不能改变。\n", listed_[i].name.c_str());
     }
-    qrs::layers::refreshLayerState();
     fill();
 }
 

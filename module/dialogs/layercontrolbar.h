@@ -34,6 +34,7 @@ class CLayerControlBar : public CWnd {
     std::vector<qrs::dialogs::DrawnLayer> listed_;  // by row of the list
     qrs::platform::Control* systems_ = nullptr;     // null while the panel takes no answers
     qrs::platform::Control* list_ = nullptr;
+    bool changed_ = false;  // a state, since the panel was shown
 };
 
 namespace qrs::dialogs {
