@@ -162,6 +162,7 @@ bool Drawing::save(const std::filesystem::path& native, bool keepBackup, platfor
     });
     if (!isMappedStill() || !file.commit(keepBackup, error)) return false;
     modified_ = false;
+    ++saves_;
     noteSaved(platform::fileMark(native));
     return true;
 }

@@ -20,6 +20,7 @@
 #include "host/dxf/arena.h"
 #include "host/dxf/handleindex.h"
 #include "host/dxf/index.h"
+#include "host/dxf/journal.h"
 #include "host/dxf/record.h"
 #include "host/dxf/tags.h"
 #include "host/dxf/textcache.h"
@@ -118,6 +119,16 @@ class Drawing {
     // Changes the count of records (code 70) in the head of a symbol table; a head without one stays without.
     void adjustTableCount(RecordId table, int by);
 
+    // --- taking changes back
+    // Begins a step: what changes from now on can be taken back together. A step in which nothing has changed is none.
+    // Before the first one nothing is remembered.
+    void beginStep(std::wstring name);
+    // The name of the step that would be taken back next; null when there is none.
+    const std::wstring* lastStep() const;
+    // Everything is again as it was when the last step began: its new records are erased, the others have their bytes,
+    // and the next handle is the same. False when there is no step.
+    bool takeBack();
+
     // --- what the whole drawing says of itself
     // Bytes of the file as it was opened.
     std::uint64_t fileSize() const { return bytes_.size(); }
@@ -169,6 +180,7 @@ class Drawing {
     void appendBinary(const std::vector<NewTag>& tags, std::string& out);
     void cannotWrite(int code, std::string_view value);
     void rewrite(RecordId id, std::string_view bytes);
+    void restore(RecordId id, const Record& before);
     void reindex(RecordId id);
     void link(RecordId id, RecordId before);
     void settle(RecordId id);
@@ -195,6 +207,8 @@ class Drawing {
     bool handling_ = false;
     std::uint64_t seed_ = 0;  // next handle to be given, once one was asked for
     bool modified_ = false;
+    std::uint64_t saves_ = 0;
+    Journal journal_;
     std::vector<Warning> warnings_;
     mutable std::unique_ptr<TextCache> texts_;  // of a binary drawing
     std::string unwritable_;                    // why the drawing cannot be saved any more

@@ -94,7 +94,10 @@ void Drawing::endLastLine(RecordId behind) {
 void Drawing::rewrite(RecordId id, std::string_view bytes) {
     require(bytes.size() <= std::numeric_limits<std::uint32_t>::max(), "a record of more than 4 GB");
     Record& one = index_.records[id];
-    if ((one.flags & kEdited) == 0 || !arena_.replace(one.offset, one.stored, bytes)) one.offset = arena_.keep(bytes);
+    // Bytes that a step may have to give back stay where they are.
+    const bool isNeeded = journal_.note(id, one);
+    if (isNeeded || (one.flags & kEdited) == 0 || !arena_.replace(one.offset, one.stored, bytes))
+        one.offset = arena_.keep(bytes);
     one.stored = static_cast<std::uint32_t>(bytes.size());
     one.flags |= kEdited;
     modified_ = true;
@@ -328,6 +331,7 @@ RecordId Drawing::insertRecord(RecordId before, RecordKind kind, const std::vect
     Record& one = index_.records.append();
     one.kind = kind;
     one.flags = kNew;
+    journal_.noteNew(id);
     link(id, before);
     rewrite(id, scratch_);
     reindex(id);
@@ -340,6 +344,7 @@ RecordId Drawing::insertRecord(RecordId before, RecordKind kind, const std::vect
 }
 
 void Drawing::setErased(RecordId id, bool erase) {
+    journal_.note(id, record(id));
     std::uint8_t& flags = index_.records[id].flags;
     flags = static_cast<std::uint8_t>(erase ? flags | kErased : flags & ~kErased);
     modified_ = true;

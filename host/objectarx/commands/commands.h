@@ -15,6 +15,8 @@ void saveDrawing();
 void saveDrawingAs();
 void closeDrawing();
 void quit();
+// Taking commands back (undo.cpp).
+void undo();
 // Plug-ins (plugins.cpp).
 void managePlugins();
 // Entities (entities.cpp).

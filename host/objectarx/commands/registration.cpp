@@ -31,6 +31,7 @@ constexpr CommandRow kCommands[] = {
     {L"-LT", ACRX_CMD_TRANSPARENT, &commands::listLinetypes},
     {L"-STYLE", ACRX_CMD_MODAL, &commands::listTextStyles},
     {L"-ST", ACRX_CMD_MODAL, &commands::listTextStyles},
+    {L"U", ACRX_CMD_NOUNDOMARKER, &commands::undo},
     {L"REGEN", ACRX_CMD_MODAL, &commands::regenerate},
     {L"RE", ACRX_CMD_MODAL, &commands::regenerate},
     {L"REGENALL", ACRX_CMD_MODAL, &commands::regenerate},

@@ -9,5 +9,6 @@ list(APPEND objectarx_sources
     commands/registration.cpp
     commands/tablelist.cpp
     commands/tables.cpp
+    commands/undo.cpp
     commands/variables.cpp
     commands/views.cpp)

@@ -148,7 +148,7 @@ Acad::ErrorStatus DatabaseState::append(AcDbEntity& entity, std::uint32_t blockI
 
     const RecordId head = block->space == Space::None ? block->head : ensureSection(*drawing_, "ENTITIES");
     const RecordId record = drawing_->insertRecord(drawing_->endOf(head), RecordKind::Entity, tags);
-    if (rxClass->appName()) tellOfClass(*drawing_, *rxClass);
+    if (rxClass->appName()) tellOf(*rxClass);
     adopt(entity, record);
     return Acad::eOk;
 }
@@ -177,7 +177,7 @@ Acad::ErrorStatus DatabaseState::appendObject(AcDbObject& object, std::uint64_t 
     tags.insert(tags.end(), content.begin(), content.end());
     const RecordId section = ensureSection(*drawing_, "OBJECTS");
     const RecordId record = drawing_->insertRecord(drawing_->endOf(section), RecordKind::Object, tags);
-    if (rxClass->appName()) tellOfClass(*drawing_, *rxClass);
+    if (rxClass->appName()) tellOf(*rxClass);
     adopt(object, record);
     return Acad::eOk;
 }
@@ -194,6 +194,11 @@ RecordId DatabaseState::ensureRootDictionary() {
 }
 
 // --- how many objects of a class there are
+
+void DatabaseState::tellOf(const AcRxClass& rxClass) {
+    tellOfClass(*drawing_, rxClass);
+    classByType_.clear();
+}
 
 // The record that tells of the class of a type's objects; kNoRecord when none does.
 RecordId DatabaseState::classRecordOf(RecordId object) {

@@ -255,6 +255,25 @@ bool DatabaseAccess::isModified(const AcDbDatabase& database) {
     return DatabaseState::of(&database)->drawing().isModified();
 }
 
+void DatabaseAccess::beginStep(AcDbDatabase& database, const std::wstring& name) {
+    DatabaseState* state = DatabaseState::of(&database);
+    // What was written into open objects before belongs to the step before.
+    state->writeOpenObjects();
+    state->drawing().beginStep(name);
+}
+
+bool DatabaseAccess::takeBack(AcDbDatabase& database, std::wstring& name) {
+    DatabaseState* state = DatabaseState::of(&database);
+    state->writeOpenObjects();
+    const std::wstring* last = state->drawing().lastStep();
+    if (!last) return false;
+    name = *last;
+    state->drawing().takeBack();
+    state->renew();
+    platform::recordCall("AcDbDatabase::takeBack", name);
+    return true;
+}
+
 std::uint32_t DatabaseAccess::number(const AcDbDatabase& database) {
     return DatabaseState::of(&database)->number;
 }

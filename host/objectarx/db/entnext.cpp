@@ -17,13 +17,13 @@ dxf::RecordId entityFrom(const dxf::Drawing& drawing, dxf::RecordId id) {
 
 int acdbEntNext(const ads_name entity, ads_name next) {
     if (!next) return RTERROR;
-    ads_name_clear(next);
-    const AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
+    // Both may be the same name.
+    const bool isFirst = !entity || ads_name_nil(entity);
     AcDbObjectId given;
-    if (entity && !ads_name_nil(entity)) {
-        if (acdbGetObjectId(given, entity) != Acad::eOk) return RTERROR;
-        database = given.database();
-    }
+    const bool isKnown = isFirst || acdbGetObjectId(given, entity) == Acad::eOk;
+    ads_name_clear(next);
+    if (!isKnown) return RTERROR;
+    const AcDbDatabase* database = isFirst ? acdbHostApplicationServices()->workingDatabase() : given.database();
     const qrs::host::DatabaseState* state = qrs::host::DatabaseState::of(database);
     if (!state) return RTERROR;
     const dxf::Drawing& drawing = state->drawing();

@@ -66,8 +66,16 @@ DatabaseState* DatabaseState::ofNames(const AcDbEntity& entity) {
 
 void DatabaseState::replace(std::unique_ptr<dxf::Drawing> content) {
     drawing_ = std::move(content);
+    renew();
+}
+
+void DatabaseState::renew() {
     tables_ = std::make_unique<SymbolTables>(*drawing_);
     blocks_ = std::make_unique<BlockIndex>(*drawing_);
+    layerAge_ = 0;
+    erasedWith_.clear();
+    for (auto& [record, object] : open_)
+        object->fieldsRead_ = false;
     layerByName_.clear();
     entityKinds_.clear();
     classByType_.clear();

@@ -31,6 +31,8 @@ class DatabaseState {
     static DatabaseState* ofNames(const AcDbEntity& entity);
     // Another drawing in place of the present one; not while objects are open.
     void replace(std::unique_ptr<dxf::Drawing> content);
+    // After the drawing was changed underneath.
+    void renew();
     bool hasOpenObjects() const { return !open_.empty(); }
 
     AcDbDatabase& database;
@@ -106,6 +108,7 @@ class DatabaseState {
     void addOwnTags(const std::vector<dxf::NewTag>& own, const RecordFormat& format,
                     std::vector<dxf::NewTag>& tags) const;
     Acad::ErrorStatus fieldTags(const AcDbObject& object, std::vector<dxf::NewTag>& tags);
+    void tellOf(const AcRxClass& rxClass);
     dxf::RecordId classRecordOf(dxf::RecordId object);
     void gatherBlock(const Block& block, std::vector<dxf::RecordId>& leaving) const;
     void gatherExtension(dxf::RecordId record, std::vector<dxf::RecordId>& leaving) const;

@@ -1,6 +1,7 @@
 // How commands are read from the command line and run.
 #include <algorithm>
 
+#include "db/access.h"
 #include "documents.h"
 #include "editorstate.h"
 #include "host/platform/codepage.h"
@@ -163,6 +164,10 @@ Outcome Session::runCommand(const AcEdCommand& command, bool transparent) {
     if (!mayStart(starting)) {
         running.resize(place);
         return starting.document ? Outcome::Cancelled : Outcome::Failed;
+    }
+    if (outermost && !(starting.flags & ACRX_CMD_NOUNDOMARKER)) {
+        for (AcApDocument* document : documents.state().all())
+            DatabaseAccess::beginStep(*document->database(), starting.name);
     }
     if (outermost) startPickFirst(running[place]);
     initGet(0, std::wstring_view());
