@@ -112,6 +112,8 @@ Failure openDrawing(const Options& options, host::Application& application) {
     const bool opened =
         options.drawing.empty() ? application.newDocument(error) : application.openDocument(options.drawing, error);
     if (!opened) return {ExitCode::CannotRead, error.message};
+    for (const std::string& warning : application.documentWarnings())
+        complain(warning);
     return {};
 }
 

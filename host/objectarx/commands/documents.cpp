@@ -2,8 +2,10 @@
 #include <filesystem>
 
 #include "acdocman.h"
+#include "acutads.h"
 #include "commands/asking.h"
 #include "commands/commands.h"
+#include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "hostapp.h"
 
@@ -39,7 +41,11 @@ void openDrawing() {
     const std::optional<std::wstring> name = askText(L"\nEnter name of drawing to open: ", Blanks::Kept);
     if (!name || name->empty()) return;
     platform::Error error;
-    if (!Application::current()->openDocument(platform::nativePath(drawingName(*name)), error)) failWith(error);
+    if (!Application::current()->openDocument(platform::nativePath(drawingName(*name)), error)) {
+        return failWith(error);
+    }
+    for (const std::string& warning : Application::current()->documentWarnings())
+        acutPrintf(L"\n%s", platform::fromUtf8(warning).c_str());
 }
 
 void newDrawing() {
