@@ -109,7 +109,7 @@ struct Line {
 
 inline std::string drawingText(const std::vector<Layer>& layers, const std::vector<Line>& lines) {
     std::string text =
-        "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n9\n$CLAYER\n8\n0\n9\n$TILEMODE\n70\n1\n0\nENDSEC\n"
+        "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1021\n9\n$CLAYER\n8\n0\n9\n$TILEMODE\n70\n1\n0\nENDSEC\n"
         "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n5\n2\n100\nAcDbSymbolTable\n70\n9\n";
     int handle = 0x40;
     const auto record = [&](const std::string& kind) {

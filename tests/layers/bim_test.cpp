@@ -59,7 +59,7 @@ TEST_F(StandardLayers, TcdcListsThoseOfAllSystemsAndOfTwoCategories) {
 // Pipes that bear the system's name come with what follows them, but not from locked layers; the layer takes width and
 // linetype of the standard also when the drawing has it already.
 TEST_F(StandardLayers, GxfzBringsBimLayersAndTheirObjects) {
-    open(planText("AC1018", true,
+    open(planText("AC1021", true,
                   entity("QRS_PIPE", "200", "A", "100 TDbPipePrototype/1 BIM/330 201/330 202/100 TDbPipe/70 0") +
                       entity("QRS_PIPEATTACHMENT", "201", "D", "100 TDbPipeAttachment") +
                       entity("QRS_PIPEATTACHMENT", "202", "L", "100 TDbPipeAttachment") +

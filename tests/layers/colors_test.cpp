@@ -38,7 +38,7 @@ TEST_F(LayerColors, TbdsPaintsAndYshfRestoresAlsoAfterSaving) {
 
 TEST_F(LayerColors, TbdsPaintsTheChosenLayersWithTheChosenColour) {
     open(planText());
-    const std::string shown = own(run({L"tbds", L"E", L"B,T", L"OK", L"C", L"40", L""}));
+    const std::string shown = own(run({L"tbds", L"E", L"B,T", L"OK", L"C", L"40", L"OK", L""}));
     EXPECT_NE(shown.find("选择图层"), std::string::npos) << shown;
     EXPECT_NE(shown.find(asked(40)), std::string::npos) << shown;
     EXPECT_EQ(colors(), "0:7 A:1 B:40 L:3 D:4 A*:5 x|R:6 T:-40");

@@ -33,7 +33,6 @@ TEST_F(LayerContents, ConvertLayerMovesEverythingOnTheSourceLayerAlone) {
 
 TEST_F(LayerContents, ConvertLayerRefusesAndCancelsWithNothingChanged) {
     open(planText());
-    EXPECT_EQ(own(run({L"ConvertLayer", ent(L"100"), ent(L"190")})).find("转换"), std::string::npos);
     EXPECT_EQ(own(run({L"ConvertLayer", ent(L"100"), ent(L"120")})),
               kConvertSource + "(handent \"100\")\n" + kConvertTarget + "(handent \"120\")\n图层相同，不需要转换！\n");
     EXPECT_NE(own(run({L"ConvertLayer", ent(L"140"), ent(L"100")})).find("L层已经锁定"), std::string::npos);
@@ -42,6 +41,19 @@ TEST_F(LayerContents, ConvertLayerRefusesAndCancelsWithNothingChanged) {
     EXPECT_EQ(own(run({L"ConvertLayer", ent(L"100"), L""})),
               kConvertSource + "(handent \"100\")\n" + kConvertTarget + "\n");
     EXPECT_FALSE(application.hasUnsavedChanges());
+    EXPECT_EQ(saved(), content());
+}
+
+// Each command is one step that can be taken back.
+TEST_F(LayerContents, UTakesBackWhatOneCommandDid) {
+    open(planText());
+    run({L"ConvertLayer", ent(L"100"), ent(L"130")});
+    const std::string converted = saved();
+    run({L"EraseSelLayer", ent(L"130"), L"", L"U"});
+    EXPECT_EQ(saved(), converted);
+    run({L"hbtc", ent(L"130"), ent(L"160"), L"Y", L"tbds", L"3", L"FrozenLayer", ent(L"130"), L"", L"U", L"U", L"U"});
+    EXPECT_EQ(saved(), converted);
+    run({L"U"});
     EXPECT_EQ(saved(), content());
 }
 

@@ -142,19 +142,22 @@ inline std::string planText(const std::string& version = "AC1018", bool modelSpa
         if (name == "BLK") text += entity("LINE", "25", "D", line);
         text += tags("0 ENDBLK/5 2" + handle + "/330 " + handle + "/100 AcDbEntity/8 0/100 AcDbBlockEnd");
     }
+    // R12 has the list of frozen layers at the end of a viewport's extended data.
+    const std::string frozenList = isOld ? "/1001 ACAD/1000 MVIEW/1002 {/1070 16/1002 {/1002 }/1002 }" : "";
     const std::string attribute = "100 AcDbText/10 20/20 0/40 1/1 one/100 AcDbAttribute/2 ONE/70 0";
     const std::string vertex = "100 AcDbVertex/100 AcDb2dVertex/10 30/20 0/30 0";
-    text +=
-        tags("0 ENDSEC/0 SECTION/2 ENTITIES") + entity("LINE", "100", "A", line) +
-        entity("INSERT", "110", "A", "100 AcDbBlockReference/66 1/2 BLK/10 20/20 0/30 0") +
-        entity("ATTRIB", "111", "A", attribute) + entity("ATTRIB", "112", "D", attribute) +
-        entity("SEQEND", "113", "A", "") + entity("POLYLINE", "120", "A", "100 AcDb2dPolyline/66 1/10 0/20 0/30 0") +
-        entity("VERTEX", "121", "A", vertex) + entity("VERTEX", "122", "D", vertex) + entity("SEQEND", "123", "A", "") +
-        entity("LINE", "130", "B", line) + entity("LINE", "140", "L", line) + entity("LINE", "150", "D", line) +
-        entity("LINE", "160", "A*", line) + entity("LINE", "170", "x|R", line) + more +
-        entity("VIEWPORT", "180", "A", "67 1/100 AcDbViewport/10 5/20 5/30 0/40 20/41 20/68 1/69 1") +
-        entity("VIEWPORT", "181", "B", "67 1/100 AcDbViewport/10 5/20 5/30 0/40 10/41 10/68 2/69 2/12 5/22 5/45 10") +
-        entity("LINE", "190", "A", "67 1/" + line) + tags("0 ENDSEC");
+    text += tags("0 ENDSEC/0 SECTION/2 ENTITIES") + entity("LINE", "100", "A", line) +
+            entity("INSERT", "110", "A", "100 AcDbBlockReference/66 1/2 BLK/10 20/20 0/30 0") +
+            entity("ATTRIB", "111", "A", attribute) + entity("ATTRIB", "112", "D", attribute) +
+            entity("SEQEND", "113", "A", "") +
+            entity("POLYLINE", "120", "A", "100 AcDb2dPolyline/66 1/10 0/20 0/30 0") +
+            entity("VERTEX", "121", "A", vertex) + entity("VERTEX", "122", "D", vertex) +
+            entity("SEQEND", "123", "A", "") + entity("LINE", "130", "B", line) + entity("LINE", "140", "L", line) +
+            entity("LINE", "150", "D", line) + entity("LINE", "160", "A*", line) + entity("LINE", "170", "x|R", line) +
+            more + entity("VIEWPORT", "180", "A", "67 1/100 AcDbViewport/10 5/20 5/30 0/40 20/41 20/68 1/69 1") +
+            entity("VIEWPORT", "181", "B",
+                   "67 1/100 AcDbViewport/10 5/20 5/30 0/40 10/41 10/68 2/69 2/12 5/22 5/45 10" + frozenList) +
+            entity("LINE", "190", "A", "67 1/" + line) + tags("0 ENDSEC");
     if (!isOld) text += tags("0 SECTION/2 OBJECTS/0 DICTIONARY/5 C/330 0/100 AcDbDictionary/281 1/0 ENDSEC");
     text += tags("0 EOF");
     if (!isOld) return text;
