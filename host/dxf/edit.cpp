@@ -344,8 +344,12 @@ RecordId Drawing::insertRecord(RecordId before, RecordKind kind, const std::vect
 }
 
 void Drawing::setErased(RecordId id, bool erase) {
-    journal_.note(id, record(id));
-    std::uint8_t& flags = index_.records[id].flags;
+    Record& one = index_.records[id];
+    // A step that meets a record once takes its bytes for its own from then on, so they must not be those it gives
+    // back.
+    if (journal_.note(id, one) && (one.flags & kEdited) != 0)
+        one.offset = arena_.keep(arena_.at(one.offset, one.stored));
+    std::uint8_t& flags = one.flags;
     flags = static_cast<std::uint8_t>(erase ? flags | kErased : flags & ~kErased);
     modified_ = true;
 }

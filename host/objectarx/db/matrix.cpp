@@ -35,8 +35,10 @@ AcGeMatrix3d ofColumns(const AcGeVector3d& x, const AcGeVector3d& y, const AcGeV
 
 AcGeMatrix3d AcGeMatrix3d::rotation(double angle, const AcGeVector3d& axis, const AcGePoint3d& center) {
     const AcGeVector3d unit = axis.normal();
-    const double cosine = std::cos(angle);
-    const double sine = std::sin(angle);
+    // A quarter turn is none of 89.999 degrees: what is left of rounding goes.
+    const auto cleaned = [](double value) { return std::fabs(value) < 1e-15 ? 0.0 : value; };
+    const double cosine = cleaned(std::cos(angle));
+    const double sine = cleaned(std::sin(angle));
     const auto turned = [&](const AcGeVector3d& vector) {
         return vector * cosine + unit.crossProduct(vector) * sine + unit * (unit.dotProduct(vector) * (1.0 - cosine));
     };
