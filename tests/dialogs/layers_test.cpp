@@ -26,7 +26,7 @@ class Dialogs : public Frame {
         application.setSystemFolder(platform::innerPath(system_));
         QrsExport::SetSystemFolder(platform::innerPath(system_));
         acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
-        openChinese(drawingText({{"0"},
+        open(drawingText({{"0"},
                                  {"给排-生活给水-管线", 4, 3},
                                  {"给排-生活给水-立管", 0, -3},
                                  {"给排-雨水-管线", 1, 2},
@@ -38,12 +38,6 @@ class Dialogs : public Frame {
         QrsExport::SetSystemFolder({});
     }
 
-    // Drawings of this version are text of the ANSI code page.
-    void openChinese(const std::string& utf8) {
-        std::string bytes;
-        ASSERT_TRUE(platform::encode(936, platform::fromUtf8(utf8), bytes));
-        open(bytes);
-    }
     fs::path standardFile() const { return system_ / "pwx.qdsl"; }
     std::string fileBytes() const {
         std::string bytes;

@@ -42,7 +42,6 @@ class ToolCommands : public Frame {
     // Opens a drawing of these layers (their handles begin at 40) and entities.
     void openWith(const std::vector<Layer>& layers, const std::string& entities, const std::string& tables = {}) {
         std::string text = drawingText(layers, {});
-        text.replace(text.find("AC1015"), 6, "AC1021");  // whose texts are UTF-8
         text.insert(text.rfind("0\nENDSEC\n0\nEOF"), entities);
         text.insert(text.find("0\nTABLE\n2\nBLOCK_RECORD"), tables);
         open(text);

@@ -140,7 +140,7 @@ TEST_F(LinetypeTexts, AreAskedForInADialogToo) {
 
 TEST_F(LinetypeTexts, AreNotInDrawingsThatCannotHoldThem) {
     std::string text = drawingText({{"0"}}, {{"0"}});
-    text.replace(text.find("AC1015"), 6, "AC1009");
+    text.replace(text.find("AC1021"), 6, "AC1009");
     open(text);
     const AcDbObjectId j = PwxTool::LoadQdLineType(L"J");
     AcDbLayerTableRecordPointer(L"0", database(), AcDb::kForWrite)->setLinetypeObjectId(j);
