@@ -43,6 +43,27 @@ TEST_F(LayerStates, CloseSelLayerTurnsOffPickedLayersAndDiameterTextsOfPipes) {
     EXPECT_NE(own(run({L"LockSelLayer", L""})).find("请选择要锁定层上的图元 <退出>:"), std::string::npos);
 }
 
+// Of an external reference not its own layer goes off but that of the object picked inside it.
+TEST_F(LayerStates, CloseSelLayerTurnsOffLayersInsideExternalReferences) {
+    folder.write("ref.dxf", drawingText({{"0"}, {"R"}}, {{"R"}}));
+    std::string text =
+        planText("AC1018", true, entity("INSERT", "210", "B", "100 AcDbBlockReference/2 x/10 100/20 100"));
+    const std::size_t record = text.find("0\nENDTAB\n0\nENDSEC\n0\nSECTION\n2\nBLOCKS");
+    ASSERT_NE(record, std::string::npos);
+    text.insert(record, tags("0 BLOCK_RECORD/5 1D/100 AcDbSymbolTableRecord/100 AcDbBlockTableRecord/2 x"));
+    text.insert(text.find("0\nENDSEC\n0\nSECTION\n2\nENTITIES"),
+                tags("0 BLOCK/5 31D/330 1D/100 AcDbEntity/8 0/100 AcDbBlockBegin/2 x/70 4/10 0/20 0/30 0/3 x/1 ref.dxf/"
+                     "0 ENDBLK/5 21D/330 1D/100 AcDbEntity/8 0/100 AcDbBlockEnd"));
+    open(text);
+    const std::string inside = "外部参照！请继续选择外部参照上要关闭的图元<退出>: ";
+    EXPECT_EQ(
+        own(run({L"CloseSelLayer", L"102,102", L"150,150", L"103,103", L""})),
+        kClose + "102,102\n" + inside + "150,150\n没有选中外部参照上的图元！\n" + inside + "103,103\n" + kClose + "\n");
+    EXPECT_EQ(offLayers(), "x|R T");
+    run({L"CloseSelLayer", ent(L"210"), ScriptTerminal::kEsc});
+    EXPECT_EQ(offLayers(), "x|R T");
+}
+
 TEST_F(LayerStates, OpenSelLayerKeepsOnlyTheLayersOfTheSelection) {
     open(planText());
     run({L"OpenSelLayer", ScriptTerminal::kEsc});
