@@ -42,6 +42,10 @@ struct Row {
     int anchor = 0;  // a missing tag is put behind the first of this code; 0: a missing one means nothing
 };
 
+// Behind 101, texts carry the values of a text of several lines: MTEXT those of its columns, attributes a whole one.
+constexpr int kEmbeddedCode = 101;
+constexpr const char* kEmbedded = "MTEXT 101";
+
 constexpr Row kRows[] = {
     {"LINE", 10, Role::WorldPoint},
     {"LINE", 11, Role::WorldPoint},
@@ -148,6 +152,16 @@ constexpr Row kRows[] = {
     {"DIMENSION", 14, Role::WorldPoint},
     {"DIMENSION", 15, Role::WorldPoint},
     {"DIMENSION", 16, Role::PlanePoint},
+    // What new drawings write behind a text once more, for its columns.
+    {kEmbedded, 10, Role::Direction},
+    {kEmbedded, 11, Role::WorldPoint},
+    {kEmbedded, 40, Role::Length},
+    {kEmbedded, 41, Role::Length},
+    {kEmbedded, 42, Role::Length},
+    {kEmbedded, 43, Role::Length},
+    {kEmbedded, 44, Role::Length},
+    {kEmbedded, 45, Role::Length},
+    {kEmbedded, 46, Role::Length},
 };
 
 const Row* findRow(std::string_view dxfName, int code) {
@@ -306,8 +320,9 @@ class Mover {
             case Role::Direction:
                 return setVector(i, (motion_.world * vector(i)) * (1.0 / motion_.scale));
             case Role::Length:
-            case Role::Factor:
                 return numbers_.set(i, numbers_.value(i) * motion_.scale);
+            case Role::Factor:
+                return numbers_.set(i, numbers_.value(i) * factorOf(numbers_.code(i)));
             case Role::Thickness:
                 return numbers_.set(i, numbers_.value(i) * motion_.scale * (motion_.isMirrored ? -1.0 : 1.0));
             case Role::Angle:
@@ -339,11 +354,15 @@ class Mover {
     void addMissing(const Row& row) {
         const std::size_t anchor = numbers_.find(row.anchor);
         if (anchor == numbers_.count() || numbers_.find(row.code) != numbers_.count()) return;
+        // The direction of a text says what the angle would.
+        if (row.role == Role::Angle && row.dxfName == std::string_view("MTEXT") &&
+            numbers_.find(11) != numbers_.count())
+            return;
         const std::size_t behind = numbers_.lastAxis(anchor);
         if (row.role == Role::Angle && motion_.angle != 0.0) {
             numbers_.insert(behind, row.code, turned(0.0, motion_.angle));
-        } else if (row.role == Role::Factor && motion_.scale != 1.0) {
-            numbers_.insert(behind, row.code, motion_.scale);
+        } else if (row.role == Role::Factor && factorOf(row.code) != 1.0) {
+            numbers_.insert(behind, row.code, factorOf(row.code));
         } else if (row.role == Role::Shift) {
             const AcGeVector3d shift = motion_.plane.translation();
             for (unsigned axis = 0; axis < 3; ++axis)
@@ -363,6 +382,9 @@ class Mover {
     }
 
   private:
+    // Seen from the other side of a mirrored plane, what stands up from it hangs down.
+    double factorOf(int code) const { return motion_.isMirrored && code == 43 ? -motion_.scale : motion_.scale; }
+
     AcGeVector3d vector(std::size_t i) const {
         const AcGePoint3d tip = numbers_.point(i);
         return {tip.x, tip.y, tip.z};
@@ -493,8 +515,10 @@ void moveRecord(dxf::Drawing& drawing, RecordId record, const AcGeMatrix3d& matr
         // A face of a polyface has no place of its own.
         const bool isFace =
             isVertex && (flagsOf(numbers) & kPolyfaceBit) != 0 && (flagsOf(numbers) & kPolyfacePointBit) == 0;
+        std::string_view kind = dxfName;
         for (std::size_t i = 0; i < numbers.count() && !isFace; ++i) {
-            const Row* row = findRow(dxfName, numbers.code(i));
+            if (numbers.code(i) == kEmbeddedCode) kind = dxfName == "MTEXT" ? kEmbedded : "MTEXT";
+            const Row* row = findRow(kind, numbers.code(i));
             if (!row || (frame.isSpatial && row->role == Role::Elevation)) continue;
             const bool isInSpace = frame.isSpatial && row->role == Role::PlanePoint;
             mover.move(i, isInSpace ? Role::WorldPoint : row->role);

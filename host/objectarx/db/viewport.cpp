@@ -76,11 +76,11 @@ FrozenList readHandles(DatabaseState& state, dxf::RecordId viewport) {
     const int rank = format.rankOf(kFrozenCode);
     dxf::TagCursor cursor = state.drawing().tags(viewport);
     dxf::Tag tag;
-    bool isOwn = false;
+    bool isOwn = true;  // some programs write no marks
     while (cursor.next(tag) && tag.code < kXdataName) {
         if (tag.code == 100) isOwn = dxf::trimmed(tag.value) == "AcDbViewport";
-        if (!isOwn) continue;
-        list.hasPlace = true;
+        list.hasPlace = isOwn || (list.hasPlace && !list.layers.empty());
+        if (!isOwn || tag.code == 0) continue;
         if (tag.code == kFrozenCode || tag.code == kHardFrozenCode) {
             const dxf::RecordId layer = state.drawing().findHandle(dxf::toHandle(tag.value));
             list.layers.push_back({isLayer(state, layer) ? layer : dxf::kNoRecord, tag.begin, tag.end});
