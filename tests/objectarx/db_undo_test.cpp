@@ -5,6 +5,7 @@
 #include <fstream>
 #include <random>
 
+#include "../platform/scratch.h"
 #include "dbdict.h"
 #include "dbents.h"
 #include "dbidmap.h"
@@ -174,8 +175,10 @@ void editAndTakeBack(const std::string& bytes, unsigned seed) {
 
 TEST(DatabaseUndo, AnyChangesAreTakenBackToTheByte) {
     std::vector<std::string> drawings{oldDrawing(), newerDrawing()};
-    for (const char* name : {"building.dxf", "building-r12.dxf"}) {
-        std::ifstream file(fs::path(QRS_SOURCE_DIR) / "examples" / name, std::ios::binary);
+    // The last one is binary.
+    for (const char* name : {"examples/building.dxf", "examples/building-r12.dxf",
+                             "../shared/corpus/dxf/mozman__ezdxf/integration_tests/data/bin_dxf_r14.dxf"}) {
+        std::ifstream file(fs::path(QRS_SOURCE_DIR) / name, std::ios::binary);
         if (file) drawings.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
     }
     for (std::size_t i = 0; i < drawings.size(); ++i)
@@ -185,7 +188,8 @@ TEST(DatabaseUndo, AnyChangesAreTakenBackToTheByte) {
 
 TEST(DatabaseUndo, SavingIsNotTakenBack) {
     const Sample sample(newerDrawing());
-    const fs::path file = fs::temp_directory_path() / "qrs-undo-test.dxf";
+    const Scratch scratch;
+    const fs::path file = scratch / "saved.dxf";
     DatabaseAccess::beginStep(*sample.database, L"SET");
     sample.database->setLtscale(7.0);
     qrs::platform::Error error;
@@ -196,5 +200,4 @@ TEST(DatabaseUndo, SavingIsNotTakenBack) {
     EXPECT_EQ(sample.text(), newerDrawing());
     EXPECT_TRUE(DatabaseAccess::isModified(*sample.database)) << "the file has what was taken back";
     EXPECT_FALSE(DatabaseAccess::takeBack(*sample.database, name));
-    fs::remove(file);
 }
