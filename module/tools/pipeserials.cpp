@@ -1,6 +1,7 @@
 // The next serials of a drawing's vertical pipes.
 #include <memory>
-#include <set>
+#include <string>
+#include <unordered_map>
 
 #include "axlock.h"
 #include "dbapserv.h"
@@ -8,6 +9,7 @@
 #include "PwxTool.h"
 #include "qrs_pipeentity.h"
 #include "qrs_pipewire.h"
+#include "qrs_riser.h"
 #include "tools/serialnumber.h"
 
 using qrs::tools::leadingNumber;
@@ -15,9 +17,8 @@ using qrs::tools::successor;
 
 namespace {
 
-CString systemNameOf(const TDbPipe& pipe) {
-    const std::wstring name = pipe.GetPipeSystemName();
-    return CString(name.empty() ? GetSystypeName(pipe.GetPipeSysType()) : name);
+CString systemNameOf(const TRiser& riser) {
+    return CString(riser.systemName.empty() ? GetSystypeName(riser.sysType) : riser.systemName);
 }
 
 // Takes the vertical pipes of a drawing in turn and keeps the next serials of their keys.
@@ -28,14 +29,7 @@ class NextSerials {
         : numeric_(numeric), text_(text), defaultText_(defaultText), defaultNumber_(defaultNumber) {}
 
     void take(const CString& system, const CString& serial, const CString& building) {
-        CString key = system;
-        if (!building.IsEmpty()) {
-            key += L"%%" + building;
-            if (text_.find(key) == text_.end()) {
-                text_[key] = defaultText_;
-                numeric_[key] = defaultNumber_;
-            }
-        }
+        Key& key = keyOf(system, building);
         if (PwxTool::IsDigit(serial, true))
             takeNumber(key, leadingNumber(serial));
         else
@@ -43,29 +37,51 @@ class NextSerials {
     }
 
   private:
+    // Entries of the tables stay where they are, so each is looked up once.
+    struct Key {
+        CString name;
+        int* number = nullptr;    // null before a riser had one
+        CString* text = nullptr;  // likewise
+        bool isInBuilding = false;
+    };
+
+    Key& keyOf(const CString& system, const CString& building) {
+        std::wstring name(system.view());
+        if (!building.IsEmpty()) name.append(L"%%").append(building.view());
+        const auto [place, isNew] = keys_.try_emplace(std::move(name));
+        Key& key = place->second;
+        if (isNew) key.name = CString(place->first);
+        if (building.IsEmpty() || key.isInBuilding) return key;
+        key.isInBuilding = true;
+        if (text_.find(key.name) == text_.end()) {
+            text_[key.name] = defaultText_;
+            numeric_[key.name] = defaultNumber_;
+        }
+        return key;
+    }
+
     // What the table held before the first pipe of a key does not count.
-    void takeNumber(const CString& key, int number) {
-        const bool isSeen = !numericSeen_.insert(key).second;
-        int& next = numeric_[key];
-        if (!isSeen || next <= number) next = successor(number);
+    void takeNumber(Key& key, int number) {
+        const bool isSeen = key.number != nullptr;
+        if (!isSeen) key.number = &numeric_[key.name];
+        if (!isSeen || *key.number <= number) *key.number = successor(number);
     }
 
     // Every serial that does not come before the next one replaces it: one that compares equal (WL-2 after WL-7) sets
     // it back, and drawings already numbered depend on it.
-    void takeText(const CString& key, const CString& serial) {
-        const bool isSeen = !textSeen_.insert(key).second;
-        CString& next = text_[key];
-        if (isSeen && PwxTool::CompareSerial(serial, next) == -1) return;
-        next = serial;
-        PwxTool::IncreaseSerial(next, 1);
+    void takeText(Key& key, const CString& serial) {
+        const bool isSeen = key.text != nullptr;
+        if (!isSeen) key.text = &text_[key.name];
+        if (isSeen && PwxTool::CompareSerial(serial, *key.text) == -1) return;
+        *key.text = serial;
+        PwxTool::IncreaseSerial(*key.text, 1);
     }
 
     std::map<CString, int>& numeric_;
     std::map<CString, CString>& text_;
     const CString defaultText_;
     const int defaultNumber_;
-    std::set<CString> numericSeen_;
-    std::set<CString> textSeen_;
+    std::unordered_map<std::wstring, Key> keys_;
 };
 
 }  // namespace
@@ -81,12 +97,13 @@ void InitVPipeSerials(std::map<CString, int>& numeric, std::map<CString, CString
     if (space.openStatus() != Acad::eOk || space->newIterator(walk) != Acad::eOk) return;
     const std::unique_ptr<AcDbBlockTableRecordIterator> owner(walk);
     NextSerials next(numeric, text, defaultText, defaultNumber);
+    TRiserReader reader({L"PIPE-SERIAL", L"BUILDING-SERIAL"});
+    TRiser riser;
     for (AcDbObjectId id; !walk->done(); walk->step()) {
         if (walk->getEntityId(id) != Acad::eOk || id.objectClass() != TDbPipe::desc()) continue;
         const AcDbObjectPointer<TDbPipe> pipe(id, AcDb::kForRead);
-        if (pipe.openStatus() != Acad::eOk || !pipe->GetCurve().IsVertical()) continue;
-        next.take(systemNameOf(*pipe.object()), ReadXdata(pipe.object(), L"PIPE-SERIAL"),
-                  ReadXdata(pipe.object(), L"BUILDING-SERIAL"));
+        if (pipe.openStatus() != Acad::eOk || !reader.Read(*pipe.object(), riser)) continue;
+        next.take(systemNameOf(riser), CString(riser.items[0]), CString(riser.items[1]));
     }
 }
 

@@ -31,6 +31,7 @@ list(APPEND objectarx_sources
     db/symboltable.cpp
     db/tableformat.cpp
     db/tables.cpp
+    db/tagwalk.cpp
     db/textstyle.cpp
     db/transform.cpp
     db/viewport.cpp
