@@ -16,18 +16,21 @@ class Layer:
 
 
 class Entity:
-    """kind: LINE, CIRCLE, ARC, TEXT, INSERT, PATH or VIEWPORT; data: what that kind needs (see Writer.<kind>)."""
+    """kind: LINE, CIRCLE, ARC, TEXT, INSERT, PATH, VIEWPORT, PIPE, NODE or ATTACHMENT; data: what that kind needs (see
+    Writer.<kind>). Pipes name the nodes at their ends, and what is attached to them, by the names those were given."""
 
-    def __init__(self, kind, layer, data, space=MODEL, color=None, hidden=False, xdata=(), comment=None):
+    def __init__(self, kind, layer, data, space=MODEL, color=None, hidden=False, xdata=(), comment=None, name=None):
         self.kind, self.layer, self.data, self.space = kind, layer, data, space
         self.color, self.hidden, self.xdata, self.comment = color, hidden, list(xdata), comment
+        self.name = name
 
 
 class Drawing:
     def __init__(self, current_layer, extents, comments=()):
         self.layers, self.blocks, self.entities, self.applications = [], {}, [], []
-        self.linetypes = {"Continuous": ("Solid line", [])}
+        self.linetypes = {"Continuous": ("Solid line", [])}  # dashes: lengths, or (length, text, height, x, y)
         self.current_layer, self.extents, self.comments = current_layer, extents, list(comments)
+        self.scale = None  # drawing units per millimetre on paper
 
     def block(self, name):
         return self.blocks.setdefault(name, [])
@@ -108,6 +111,8 @@ class Writer:
                      ("$CELTYPE", [(6, "ByLayer" if self.modern else "BYLAYER")]),
                      ("$CECOLOR", [(62, 256)]),
                      ("$TILEMODE", [(70, 1)])]
+        if self.drawing.scale:
+            variables.append(("$DIMSCALE", [(40, float(self.drawing.scale))]))
         if self.modern:
             variables += [("$MEASUREMENT", [(70, 1)]), ("$INSUNITS", [(70, 4)])]
         else:
@@ -119,12 +124,17 @@ class Writer:
     def classes(self):
         if not self.modern:
             return
-        rows = [("ACDBDICTIONARYWDFLT", "AcDbDictionaryWithDefault", "ObjectDBX Classes", 0),
-                ("ACDBPLACEHOLDER", "AcDbPlaceHolder", "ObjectDBX Classes", 0),
-                ("LAYOUT", "AcDbLayout", "ObjectDBX Classes", 0)]
+        rows = [("ACDBDICTIONARYWDFLT", "AcDbDictionaryWithDefault", "ObjectDBX Classes", 1, 0),
+                ("ACDBPLACEHOLDER", "AcDbPlaceHolder", "ObjectDBX Classes", 1, 0),
+                ("LAYOUT", "AcDbLayout", "ObjectDBX Classes", 1, 0)]
+        for kind, dxf, cpp in (("PIPE", "QRS_PIPE", "TDbPipe"), ("NODE", "QRS_PIPENODE", "TDbPipeNode"),
+                               ("ATTACHMENT", "QRS_PIPEATTACHMENT", "TDbPipeAttachment")):
+            count = sum(entity.kind == kind for entity in self.drawing.entities)
+            if count:
+                rows.append((dxf, cpp, "qrs_pipewire", count, 1))
         self.section("CLASSES", lambda: [
-            self.tags((0, "CLASS"), (1, dxf), (2, cpp), (3, app), (90, 0), (91, 1), (280, 0), (281, entity))
-            for dxf, cpp, app, entity in rows])
+            self.tags((0, "CLASS"), (1, dxf), (2, cpp), (3, app), (90, 0), (91, count), (280, 0), (281, entity))
+            for dxf, cpp, app, count, entity in rows])
 
     # --- tables
 
@@ -173,12 +183,20 @@ class Writer:
     def linetype(self, name):
         self.subclass("AcDbLinetypeTableRecord")
         description, dashes = self.drawing.linetypes.get(name, ("", []))
+        lengths = [dash[0] if isinstance(dash, tuple) else dash for dash in dashes]
         self.tags((2, name if self.modern else name.upper()), (70, 0), (3, description), (72, 65), (73, len(dashes)),
-                  (40, float(sum(abs(dash) for dash in dashes))))
-        for dash in dashes:
-            self.tag(49, float(dash))
-            if self.modern:
+                  (40, float(sum(abs(length) for length in lengths))))
+        for dash, length in zip(dashes, lengths):
+            self.tag(49, float(length))
+            if not self.modern:
+                continue
+            if dash is length:
                 self.tag(74, 0)
+                continue
+            # A text in the line: its height, and where it begins beside the end of the dash before.
+            _, text, height, x, y = dash
+            self.tags((74, 2), (75, 0), (340, self.handle(("STYLE", "Standard"))), (46, float(height)), (50, 0.0),
+                      (44, float(x)), (45, float(y)), (9, text))
 
     def layer(self, layer):
         self.subclass("AcDbLayerTableRecord")
@@ -244,7 +262,7 @@ class Writer:
         if entity.comment:
             self.tag(999, entity.comment)
         self.tag(0, kind)
-        self.identify(("entity", key), ("BLOCK_RECORD", entity.space))
+        self.identify(("named", entity.name) if entity.name else ("entity", key), ("BLOCK_RECORD", entity.space))
         self.subclass("AcDbEntity")
         if entity.space == PAPER:
             self.tag(67, 1)
@@ -319,6 +337,35 @@ class Writer:
         self.tag(0, "SEQEND")
         self.identify(("seqend", key), None)
         self.tag(8, entity.layer)
+
+    def pipe(self, entity, key):
+        """Start, end (with heights), system, the names of the nodes at its ends or None, and of its attachments."""
+        start, end, system, nodes, *attached = entity.data
+        self.begin(entity, key, "QRS_PIPE")
+        self.subclass("TDbPipePrototype")
+        self.tags((1, system), (90, 0), *[(330, self.handle(("named", name))) for name in attached])
+        self.subclass("TDbPipe")
+        self.tag(70, 0)
+        for code, at in ((10, start), (11, end)):
+            self.tags(*[(code + 10 * axis, float(at[axis])) for axis in range(3)])
+        for code, node in zip((331, 332), nodes):
+            if node:
+                self.tag(code, self.handle(("named", node)))
+
+    def node(self, entity, key):
+        """Position (with a height) and kind: 0 joint, 1 well, 2 equipment."""
+        at, kind = entity.data
+        self.begin(entity, key, "QRS_PIPENODE")
+        self.subclass("TDbPipeNode")
+        self.tags(*[(10 + 10 * axis, float(at[axis])) for axis in range(3)], (70, kind))
+
+    def attachment(self, entity, key):
+        """Position and kind: 0 other, 1 diameter text, 2 flow arrow."""
+        at, kind = entity.data
+        self.begin(entity, key, "QRS_PIPEATTACHMENT")
+        self.subclass("TDbPipeAttachment")
+        self.point(at)
+        self.tag(70, kind)
 
     def viewport(self, entity, key):
         number, center, size, view_center, view_height, frozen = entity.data

@@ -6,9 +6,11 @@
 
 An example is a line with a link to its drawing, [examples/NAME](../../examples/NAME) or "a new drawing", and behind it a block
 ```script; a block ```transcript shows what it prints, a block ```changes what `qrsconsole --compare` tells of the drawing
-before and after, and a block ```settings what it leaves in the user's settings. The pages in both languages show the same.
+before and after, and a block ```settings what it leaves in the user's settings beyond what every run leaves there. The
+examples work on a copy of the suite's system folder. The pages in both languages show the same.
 """
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -31,7 +33,9 @@ def run_example(console, drawing, script):
         folder = Path(folder)
         (folder / "example.scr").write_text(script, encoding="utf-8")
         name = folder / "drawing.dxf"
-        arguments = [console, "--settings", "settings.ini", "-s", "example.scr"]
+        system = folder / "system"
+        shutil.copytree(Path(console).parent.parent / "share" / "qrs_pipeSystem", system)
+        arguments = [console, "--settings", "settings.ini", "--system", str(system), "-s", "example.scr"]
         if drawing:
             name.write_bytes((ROOT / drawing).read_bytes())
             arguments += ["-o", "after.dxf", "drawing.dxf"]
@@ -45,10 +49,30 @@ def run_example(console, drawing, script):
             changes = compared.stdout.decode()
         settings = folder / "settings.ini"
         return {"transcript": ran.stdout.decode(), "changes": changes,
-                "settings": settings.read_text(encoding="utf-8") if settings.exists() else ""}
+                "settings": settings_by_section(settings.read_text(encoding="utf-8")) if settings.exists() else {}}
 
 
-def checked_page(console, text):
+def settings_by_section(text):
+    sections, section = {}, None
+    for line in text.splitlines():
+        if line.startswith("["):
+            section = sections.setdefault(line, [])
+        elif line:
+            section.append(line)
+    return sections
+
+
+def settings_beyond(settings, usual):
+    """The text of settings without what is usual. The standard's path stands among it: it differs from run to run."""
+    text = ""
+    for section, lines in settings.items():
+        own = [line for line in lines if line not in usual.get(section, []) and not line.startswith("StandardFile=")]
+        if own:
+            text += ("\n" if text else "") + "\n".join([section] + own) + "\n"
+    return text
+
+
+def checked_page(console, usual, text):
     """The page with its examples' results as they are."""
     parts, at, drawing, result = [], 0, None, None
     for block in BLOCK.finditer(text):
@@ -57,6 +81,7 @@ def checked_page(console, text):
         drawing = links[-1] if links else drawing
         if kind == "script":
             result = run_example(console, drawing, shown)
+            result["settings"] = settings_beyond(result["settings"], usual)
         elif result is None:
             raise RuntimeError(f"```{kind} without a ```script before it")
         else:
@@ -73,6 +98,7 @@ def main():
     console, update = str(Path(sys.argv[1]).resolve()), "--update" in sys.argv[2:]
     faults = []
     names = command_names()
+    usual = run_example(console, None, "")["settings"]
     if len(names) != 30:
         faults.append(f"{len(names)} commands found in the table")
     for name in names:
@@ -84,7 +110,7 @@ def main():
             text = page.read_text(encoding="utf-8")
             blocks.append(BLOCK.findall(text))
             try:
-                made = checked_page(console, text)
+                made = checked_page(console, usual, text)
             except (RuntimeError, subprocess.TimeoutExpired) as error:
                 faults.append(f"{page.name}: {error}")
                 continue
