@@ -4,9 +4,17 @@
 //     DRAWPIPE      asks for a pipe system and two points, and puts a pipe on that system's layers
 //     ASKPIPE       asks for a pipe, or anything that lies on a pipe's layer, and tells all about its pipe system
 //     INITSTANDARD  makes every layer and text style of the standard that the drawing lacks
+//     NUMBERRISERS  gives every riser without a serial the next one of its pipe system and building
+//     NUMBERRUN     asks for a node, and numbers the run of pipes that begins there, with texts beside the nodes
 //
 // It knows the module by its four headers, the suite's pipes by theirs, and the editor by its interface: commands,
 // prompts, entities and their layers.
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <set>
+
 #include <accmd.h>
 #include <acedads.h>
 #include <acutads.h>
@@ -18,6 +26,8 @@
 #include <PipeSystemTool.h>
 #include <PwxTool.h>
 #include <qrs_pipeentity.h>
+#include <qrs_pipewire.h>
+#include <qrs_search.h>
 #include <rxdict.h>
 #include <rxregsvc.h>
 
@@ -190,13 +200,200 @@ void initStandard() {
                static_cast<int>(styles.size()));
 }
 
+// --- what both numberings share
+
+const ACHAR* const kSerial = L"PIPE-SERIAL";
+const ACHAR* const kBuilding = L"BUILDING-SERIAL";
+
+// The entities of model space in drawing order.
+void forEachEntity(const std::function<void(AcDbObjectId)>& visit) {
+    const AcDbBlockTableRecordPointer space(ACDB_MODEL_SPACE, acdbHostApplicationServices()->workingDatabase(),
+                                            AcDb::kForRead);
+    AcDbBlockTableRecordIterator* walk = nullptr;
+    if (space.openStatus() != Acad::eOk || space->newIterator(walk) != Acad::eOk) return;
+    const std::unique_ptr<AcDbBlockTableRecordIterator> owner(walk);
+    for (AcDbObjectId id; !walk->done(); walk->step())
+        if (walk->getEntityId(id) == Acad::eOk) visit(id);
+}
+
+CString serialOf(AcDbObjectId id) {
+    const AcDbEntityPointer entity(id, AcDb::kForRead);
+    return entity.openStatus() == Acad::eOk ? PwxTool::ReadXdata(entity.object(), kSerial) : CString();
+}
+
+bool setSerial(AcDbObjectId id, const CString& serial) {
+    const AcDbEntityPointer entity(id, AcDb::kForWrite);
+    return entity.openStatus() == Acad::eOk && PwxTool::WriteXdata(entity.object(), kSerial, serial) != 0;
+}
+
+// --- NUMBERRISERS
+
+// Gives out serials group by group. A group whose serials hold more than digits goes on with these; one of plain
+// numbers counts on; one without any begins at 1.
+class RiserSerials {
+  public:
+    // No serial comes after 0 or after nothing, so these tell groups that have none.
+    RiserSerials() { PwxTool::InitVPipeSerials(numbers_, texts_, L"", 0); }
+
+    CString next(const CString& group) {
+        CString& text = texts_[group];
+        int& number = numbers_[group];
+        // Risers without a serial leave a group at 1, too.
+        if (text.IsEmpty() || text == L"1") {
+            CString serial;
+            serial.Format(L"%d", number > 0 ? number : 1);
+            number = (number > 0 ? number : 1) + 1;
+            return serial;
+        }
+        const CString serial = text;
+        PwxTool::IncreaseSerial(text, 1);
+        return serial;
+    }
+
+  private:
+    std::map<CString, int> numbers_;
+    std::map<CString, CString> texts_;
+};
+
+// The key that a riser's serials are counted under.
+CString groupOf(const TDbPipe& pipe) {
+    const std::wstring own = pipe.GetPipeSystemName();
+    CString group(own.empty() ? GetSystypeName(pipe.GetPipeSysType()) : own);
+    const CString building = PwxTool::ReadXdata(&pipe, kBuilding);
+    if (!building.IsEmpty()) group += L"%%" + building;
+    return group;
+}
+
+void numberRisers() {
+    RiserSerials serials;
+    AcDbObjectIdArray waiting;
+    forEachEntity([&](AcDbObjectId id) {
+        const AcDbObjectPointer<TDbPipe> pipe(id, AcDb::kForRead);
+        const bool isRiser = pipe.openStatus() == Acad::eOk && pipe->GetCurve().IsVertical();
+        if (isRiser && PwxTool::ReadXdata(pipe.object(), kSerial).IsEmpty()) waiting.append(id);
+    });
+    for (int i = 0; i < waiting.length(); ++i) {
+        CString group;
+        {
+            const AcDbObjectPointer<TDbPipe> pipe(waiting[i], AcDb::kForRead);
+            if (pipe.openStatus() != Acad::eOk) continue;
+            group = groupOf(*pipe.object());
+        }
+        const CString serial = serials.next(group);
+        if (setSerial(waiting[i], serial))
+            acutPrintf(L"\n%s: %s", static_cast<const ACHAR*>(group), static_cast<const ACHAR*>(serial));
+    }
+    acutPrintf(L"\n%d risers numbered.\n", waiting.length());
+}
+
+// --- NUMBERRUN
+
+struct PipeEnds {
+    AcDbObjectId pipe;
+    AcDbObjectId start;
+    AcDbObjectId end;
+};
+
+// Follows the pipes from a node to the end of the run. Where it branches, the pipe drawn first is taken; it ends where
+// it comes back to itself.
+class Run {
+  public:
+    explicit Run(AcDbObjectId first) {
+        std::map<AcDbObjectId, std::vector<PipeEnds>> pipesAt;
+        forEachEntity([&](AcDbObjectId id) {
+            const AcDbObjectPointer<TDbPipe> pipe(id, AcDb::kForRead);
+            if (pipe.openStatus() != Acad::eOk) return;
+            const PipeEnds ends{id, pipe->GetStartNode(), pipe->GetEndNode()};
+            for (const AcDbObjectId& node : {ends.start, ends.end})
+                if (!node.isNull()) pipesAt[node].push_back(ends);
+        });
+        std::set<AcDbObjectId> passed;
+        for (AcDbObjectId node = first; !node.isNull() && passed.insert(node).second;) {
+            addNode(node);
+            const std::vector<PipeEnds>& pipes = pipesAt[node];
+            const auto onward = std::find_if(pipes.begin(), pipes.end(),
+                                             [&](const PipeEnds& pipe) { return passed.count(pipe.pipe) == 0; });
+            if (onward == pipes.end()) break;
+            passed.insert(onward->pipe);
+            add(onward->pipe, SSearchPipeList::kPipe);
+            node = onward->start == node ? onward->end : onward->start;
+        }
+        for (std::size_t i = 0; i + 1 < elements_.size(); ++i)
+            elements_[i]->next = elements_[i + 1].get();
+    }
+
+    SSearchPipeList* first() const { return elements_.front().get(); }
+
+  private:
+    void addNode(AcDbObjectId id) {
+        int kind = SSearchPipeList::kPipe;
+        if (const AcDbObjectPointer<TDbPipeNode> node(id, AcDb::kForRead); node.openStatus() == Acad::eOk) {
+            if (node->GetKind() == TDbPipeNode::kJoint) kind = SSearchPipeList::kJoint;
+            if (node->GetKind() == TDbPipeNode::kWell) kind = SSearchPipeList::kWell;
+            if (node->GetKind() == TDbPipeNode::kEquipment) kind = SSearchPipeList::kEquipment;
+        }
+        add(id, kind);
+    }
+    void add(AcDbObjectId id, int kind) {
+        elements_.push_back(std::make_unique<SSearchPipeList>());
+        elements_.back()->id = id;
+        elements_.back()->kind = kind;
+        elements_.back()->serial = kind == SSearchPipeList::kPipe ? CString() : serialOf(id);
+    }
+
+    std::vector<std::unique_ptr<SSearchPipeList>> elements_;
+};
+
+// Behind the greatest number that a node of the drawing bears.
+int nextNodeNumber() {
+    int next = 1;
+    forEachEntity([&](AcDbObjectId id) {
+        if (id.objectClass() != TDbPipeNode::desc()) return;
+        const CString serial = serialOf(id);
+        if (PwxTool::IsDigit(serial, false) && serial.GetLength() < 5)
+            next = std::max(next, static_cast<int>(std::wcstol(serial, nullptr, 10)) + 1);
+    });
+    return next;
+}
+
+bool askNode(AcDbObjectId& node) {
+    ads_name picked;
+    ads_point at;
+    if (acedEntSel(L"\nFirst node of the run: ", picked, at) != RTNORM) return false;
+    if (acdbGetObjectId(node, picked) == Acad::eOk && node.objectClass() == TDbPipeNode::desc()) return true;
+    acutPrintf(L"\nThat is no node.\n");
+    return false;
+}
+
+void numberRun() {
+    AcDbObjectId node;
+    if (!askNode(node)) return;
+    int number = nextNodeNumber();
+    CString prompt;
+    prompt.Format(L"\nFirst number <%d>: ", number);
+    const int answer = acedGetInt(prompt, &number);
+    if (answer != RTNORM && answer != RTNONE) return;
+    const Run run(node);
+    const std::set<AcDbObjectId> numbered = [&] {
+        std::set<AcDbObjectId> ids;
+        for (const SSearchPipeList* element = run.first(); element != nullptr; element = element->next)
+            if (!element->serial.IsEmpty()) ids.insert(element->id);
+        return ids;
+    }();
+    const int next = PwxTool::DoSerialNumber2(run.first(), number);
+    for (const SSearchPipeList* element = run.first(); element != nullptr; element = element->next)
+        if (!element->serial.IsEmpty() && numbered.count(element->id) == 0) setSerial(element->id, element->serial);
+    acutPrintf(L"\n%d nodes numbered, %d comes next.\n", next - number, next);
+}
+
 struct Command {
     const ACHAR* name;
     void (*run)();
 };
 
-const Command kCommands[] = {
-    {L"ASKSTANDARD", askStandard}, {L"DRAWPIPE", drawPipe}, {L"ASKPIPE", askPipe}, {L"INITSTANDARD", initStandard}};
+const Command kCommands[] = {{L"ASKSTANDARD", askStandard},   {L"DRAWPIPE", drawPipe},
+                             {L"ASKPIPE", askPipe},           {L"INITSTANDARD", initStandard},
+                             {L"NUMBERRISERS", numberRisers}, {L"NUMBERRUN", numberRun}};
 
 }  // namespace
 

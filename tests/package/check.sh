@@ -31,6 +31,10 @@ refused=$(printf 'DRAWPIPE\n污水\n0,0\n1,0\n' | with_sibling -s - "$source/exa
 grep -qx 'This drawing cannot hold pipes\.' <<<"$refused"
 # Whoever meets them again can ask what they are.
 with_sibling -s "$source/examples/sibling/ask.scr" "$source/examples/pipes.dxf" | diff "$source/examples/sibling/ask.txt" -
+# Risers and a run of pipes are numbered, and the numbers go on when the drawing is opened again.
+(cd "$work" && with_sibling -s "$source/examples/sibling/number.scr" "$source/examples/risers.dxf") |
+    diff "$source/examples/sibling/number.txt" -
+[ "$(grep -c '^给排-计算文字' "$work/numbered.dxf")" = 7 ]   # the layer and six texts
 # The whole standard comes into an empty and into real drawings, once.
 for drawing in "" "$source/examples/building.dxf" "$source/examples/building-r12.dxf"; do
     with_sibling -s "$source/examples/sibling/init.scr" ${drawing:+-o "$work/ready.dxf" "$drawing"} >"$work/made.txt"
