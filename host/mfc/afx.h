@@ -15,4 +15,7 @@ class QRS_HOST_PORT CObject {
     CObject();
 };
 
+// Ends the program at once, as an error does that nothing can be done about. Whoever calls it has told the reason.
+[[noreturn]] QRS_HOST_PORT void AfxAbort();
+
 #include "afxcoll.h"

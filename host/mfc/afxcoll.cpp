@@ -1,7 +1,8 @@
-// Collections of texts.
+// The base class, the end of the program, and collections of texts.
 #include "afxcoll.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 struct CStringListNode {
     CString text;
@@ -11,6 +12,10 @@ struct CStringListNode {
 
 CObject::CObject() = default;
 CObject::~CObject() = default;
+
+void AfxAbort() {
+    std::abort();
+}
 
 void CStringArray::SetSize(INT_PTR size, INT_PTR) {
     texts_.resize(static_cast<std::size_t>(std::max<INT_PTR>(size, 0)));

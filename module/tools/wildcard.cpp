@@ -3,11 +3,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "afx.h"
 #include "host/platform/codepage.h"
 #include "PwxTool.h"
 
@@ -28,7 +28,7 @@ std::string converted(std::wstring_view text) {
     // Whoever set it broke what it promised; going on would match anything with anything.
     if (!platform::isKnownCodePage(codePage)) {
         std::fprintf(stderr, "text cannot be converted to code page %u\n", codePage);
-        std::abort();
+        AfxAbort();
     }
     std::string bytes;
     if (platform::encode(codePage, text, bytes)) return bytes;
