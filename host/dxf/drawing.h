@@ -177,6 +177,7 @@ class Drawing {
     void endLastLine(RecordId behind);
     void replaceBinary(RecordId id, std::uint32_t begin, std::uint32_t end, const std::vector<NewTag>& tags);
     void setBinaryValue(RecordId id, const Tag& tag, std::string_view value);
+    void editBinary(RecordId id, const std::vector<TagEdit>& edits);
     void appendBinary(const std::vector<NewTag>& tags, std::string& out);
     void cannotWrite(int code, std::string_view value);
     void rewrite(RecordId id, std::string_view bytes);

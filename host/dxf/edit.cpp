@@ -148,14 +148,7 @@ void Drawing::setValue(RecordId id, const Tag& tag, std::string_view value) {
 
 void Drawing::editTags(RecordId id, const std::vector<TagEdit>& edits) {
     if (edits.empty()) return;
-    if (isBinary()) {
-        // From behind, so that the places in front hold.
-        for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit) {
-            insertTags(id, edit->tag.end, edit->behind);
-            if (edit->hasValue) setValue(id, edit->tag, edit->value);
-        }
-        return;
-    }
+    if (isBinary()) return editBinary(id, edits);
     const std::string_view old = bytes(id);
     const Style style = styleOf(old);
     scratch_.clear();
@@ -263,6 +256,40 @@ void Drawing::setBinaryValue(RecordId id, const Tag& tag, std::string_view value
     if (scratch_ == old) return;
     rewrite(id, scratch_);
     if (tag.begin == 0 || isFieldCode(raw.code)) reindex(id);
+}
+
+// In one walk through both forms, since the places are those of the text form.
+void Drawing::editBinary(RecordId id, const std::vector<TagEdit>& edits) {
+    const std::string_view old = storedBytes(id);
+    const std::string_view text = bytes(id);
+    const char* const textEnd = text.data() + text.size();
+    const char* const end = old.data() + old.size();
+    const char* line = text.data();
+    const char* at = old.data();
+    auto edit = edits.begin();
+    scratch_.clear();
+    for (RawTag tag{}, asText{}; edit != edits.end(); at = tag.next, line = asText.next) {
+        require(line != textEnd && cutTag(line, textEnd, kBinaryLineEnd, asText) == Cut::Tag &&
+                    cutBinary(index_.codeForm, at, end, tag) == Cut::Tag,
+                "a tag that lies outside of its record");
+        if (edit->tag.begin != static_cast<std::size_t>(line - text.data())) {
+            scratch_.append(at, tag.next);
+            continue;
+        }
+        std::string value;
+        if (edit->hasValue) appendValue(value, edit->value);
+        const char* const behindCode = at + codeSize(index_.codeForm, at);
+        scratch_.append(at, behindCode);
+        const bool isWritten = edit->hasValue && appendValueBytes(tag.code, value, scratch_);
+        if (edit->hasValue && !isWritten) cannotWrite(tag.code, edit->value);
+        if (!isWritten) scratch_.append(behindCode, tag.next);
+        appendBinary(edit->behind, scratch_);
+        ++edit;
+    }
+    scratch_.append(at, end);
+    if (scratch_ == old) return;
+    rewrite(id, scratch_);
+    reindex(id);
 }
 
 // --- whole records

@@ -132,6 +132,49 @@ TEST(Binary, EditsOfTheSampleTouchNothingElse) {
     }
 }
 
+// Many tags of one record at once: what the text form of the drawing becomes, the binary one becomes too, and time goes
+// with the number of tags.
+TEST(Binary, ManyEditsOfOneRecordAtOnce) {
+    const auto edited = [](Drawing& drawing) {
+        std::vector<TagEdit> edits;
+        const RecordId line = drawing.findHandle(0x2A);
+        for (TagCursor cursor = drawing.tags(line); true;) {
+            TagEdit edit;
+            if (!cursor.next(edit.tag)) break;
+            edit.hasValue = edit.tag.code == 5 || edit.tag.code == 8 || edit.tag.code == 10;
+            edit.value = edit.tag.code == 5 ? "2B" : edit.tag.code == 8 ? "two\nlines" : "2.25";
+            if (edit.tag.code == 70) edit.behind = {{60, "1"}};
+            if (edit.tag.code == 1000) edit.behind = {{1070, "-3"}};
+            if (edit.hasValue || !edit.behind.empty()) edits.push_back(edit);
+        }
+        drawing.editTags(line, edits);
+        EXPECT_EQ(drawing.findHandle(0x2B), line);
+        EXPECT_TRUE(drawing.record(line).flags & kInvisible);
+        return edits.size();
+    };
+    Tags tags = {{0, "SECTION"}, {2, "ENTITIES"}, {0, "THING"}, {5, "2A"}, {8, "PIPE"}, {70, "1"}};
+    constexpr std::size_t kPoints = 20000;
+    tags.insert(tags.end(), kPoints, {10, "1.5"});
+    tags.insert(tags.end(), {{1001, "QRS"}, {1000, "x"}, {0, "ENDSEC"}, {0, "EOF"}});
+    const auto text = parse(lay(tags));
+    EXPECT_EQ(edited(*text), kPoints + 4);
+    for (const bool twoByteCodes : {false, true}) {
+        const auto binary = parse(layBinary(tags, twoByteCodes));
+        EXPECT_EQ(edited(*binary), kPoints + 4);
+        EXPECT_EQ(allTags(*parse(binary->toBytes())), allTags(*text));
+    }
+
+    const auto drawing = parse(layBinary(sampleTags(), true));
+    TagEdit edit;
+    ASSERT_TRUE(drawing->findTag(drawing->findHandle(0x18), 10, edit.tag));
+    edit.hasValue = true;
+    edit.value = "far";
+    drawing->editTags(drawing->findHandle(0x18), {edit});
+    EXPECT_EQ(drawing->toBytes(), layBinary(sampleTags(), true));
+    platform::Error error;
+    EXPECT_FALSE(drawing->save("never.dxf", false, error));
+}
+
 TEST(Binary, ValuesWithoutAPlaceKeepTheDrawingFromBeingSaved) {
     const struct {
         int code;

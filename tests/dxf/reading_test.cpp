@@ -105,6 +105,42 @@ TEST(Reading, BinaryFormsGiveTheSameDrawing) {
     }
 }
 
+// The oldest forms: no handles unless the header says so, no code page, no classes and objects; a drawing may be its
+// entities alone.
+TEST(Reading, OldDrawings) {
+    for (const bool handling : {false, true}) {
+        Tags tags = {{0, "SECTION"}, {2, "HEADER"}, {9, "$ACADVER"}, {1, "AC1004"}, {9, "$HANDLING"}};
+        tags.insert(tags.end(), {{70, handling ? "1" : "0"}, {0, "ENDSEC"}, {0, "SECTION"}, {2, "TABLES"}});
+        tags.insert(tags.end(), {{0, "TABLE"}, {2, "LAYER"}, {70, "1"}, {0, "LAYER"}, {2, "\xB9\xDC"}, {70, "64"}});
+        tags.insert(tags.end(), {{62, "7"}, {6, "CONTINUOUS"}, {0, "ENDTAB"}, {0, "ENDSEC"}, {0, "SECTION"}});
+        tags.insert(tags.end(), {{2, "ENTITIES"}, {0, "POLYLINE"}, {8, "\xB9\xDC"}, {66, "1"}, {0, "VERTEX"}});
+        tags.insert(tags.end(), {{8, "\xB9\xDC"}, {10, "1.0"}, {0, "SEQEND"}, {0, "ENDSEC"}, {0, "EOF"}});
+        for (const std::string& bytes : {lay(tags), layBinary(tags, false)}) {
+            const auto drawing = parse(bytes);
+            ASSERT_NE(drawing, nullptr);
+            EXPECT_EQ(drawing->version(), "AC1004");
+            EXPECT_EQ(drawing->hasHandles(), handling);
+            EXPECT_EQ(drawing->codePage(), platform::ansiCodePage());
+            EXPECT_TRUE(drawing->warnings().empty());
+            const RecordId polyline = drawing->next(drawing->findSection("ENTITIES"));
+            EXPECT_EQ(drawing->decode(drawing->name(drawing->record(polyline).layer)), L"\u7BA1");
+            EXPECT_EQ(drawing->record(drawing->next(drawing->next(polyline))).owner, polyline);
+
+            const RecordId end = drawing->endOf(drawing->findTable("LAYER"));
+            drawing->insertRecord(end, RecordKind::TableRecord, {{0, "LAYER"}, {2, "NEW"}, {70, "0"}, {62, "-7"}});
+            const std::size_t place = bytes.find("ENDTAB") - (drawing->isBinary() ? 1 : 4);
+            const Tags layer = {{0, "LAYER"}, {2, "NEW"}, {70, "0"}, {62, "-7"}};
+            const std::string fresh =
+                drawing->isBinary() ? layBinary(layer, false).substr(kBinarySignature.size()) : lay(layer);
+            EXPECT_EQ(drawing->toBytes(), std::string(bytes).insert(place, fresh));
+        }
+    }
+    const auto bare = parse("0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\n0\nENDSEC\n0\nEOF\n");
+    EXPECT_EQ(bare->version(), "AC1009");
+    EXPECT_FALSE(bare->hasHandles());
+    EXPECT_EQ(bare->findTable("LAYER"), kNoRecord);
+}
+
 TEST(Reading, MoreTypeNamesThanNumbers) {
     Tags tags = {{0, "SECTION"}, {2, "ENTITIES"}};
     for (int i = 0; i < 66000; ++i)

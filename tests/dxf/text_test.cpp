@@ -1,9 +1,8 @@
 // Text: code pages and escapes, both ways.
 #include "host/dxf/text.h"
 
-#include <gtest/gtest.h>
-
 #include "host/platform/codepage.h"
+#include "tests/dxf/sample.h"
 
 namespace qrs::dxf {
 namespace {
@@ -42,6 +41,50 @@ TEST(Text, EncodesWhatTheCodePageLacksAsEscapes) {
     for (const unsigned codePage : {936u, 950u, 1252u, platform::kUtf8}) {
         const std::wstring text = L"DN100 \u7BA1\u9053 \u00E9\u0416 \U00020000 \\P";
         EXPECT_EQ(decodeText(codePage, encodeText(codePage, text)), text) << codePage;
+    }
+}
+
+// The header tells how names are written, up to the version that writes UTF-8 whatever it tells.
+TEST(Text, DrawingsOfEveryCodePage) {
+    const struct {
+        const char* codePage;
+        std::string bytes;
+        std::wstring text;
+    } cases[] = {
+        {"ANSI_936", "\xB8\xF8\xCB\xAE\x81\x5C", L"\u7ED9\u6C34\u4E57"},
+        {"ANSI_950", "\xB3\x5C\xA5\x5C\xBB\x5C\xBA\xDE", L"\u8A31\u529F\u84CB\u7BA1"},
+        {"ANSI_932", "\x95\x5C\x8E\xA6\x83\x5C\x8A\xC7", L"\u8868\u793A\u30BD\u7BA1"},
+        {"ANSI_949", "\xB9\xE8\xB0\xFC\xB5\xB5\xB8\xE9", L"\uBC30\uAD00\uB3C4\uBA74"},
+        {"ANSI_1250", "\xF8\x65\x7A\xE1\x6E\xED", L"\u0159ez\u00E1n\u00ED"},
+        {"ANSI_1251", "\xF2\xF0\xF3\xE1\xE0", L"\u0442\u0440\u0443\u0431\u0430"},
+        {"ANSI_1252", "St\xE4rke \x80", L"St\u00E4rke \u20AC"},
+        {"ANSI_1253", "\xF3\xF9\xEB\xDE\xED\xE1", L"\u03C3\u03C9\u03BB\u03AE\u03BD\u03B1"},
+        {"ANSI_1254", "\xFD\xF0\xFE\xDD", L"\u0131\u011F\u015F\u0130"},
+        {"ANSI_1255", "\xF6\xE9\xF0\xE5\xF8", L"\u05E6\u05D9\u05E0\u05D5\u05E8"},
+        {"ANSI_1256", "\xC3\xE4\xC8\xE6\xC8", L"\u0623\u0646\u0628\u0648\u0628"},
+        {"ANSI_1257", "vamzd\xFEi\xF8", L"vamzd\u017Ei\u0173"},
+        {"ANSI_1258", "\xF0\xE3\xF4\xEC", L"\u0111\u0103\u00F4\u0301"},
+    };
+    const std::wstring foreign = L"\u7ED9\u0416\u05D0\u00DF";  // some of it is in none of them
+    for (const auto& one : cases) {
+        for (const std::string version : {"AC1009", "AC1018", "AC1021"}) {
+            SCOPED_TRACE(one.codePage + version);
+            const bool isUtf8 = version == "AC1021";
+            const std::string bytes = isUtf8 ? platform::toUtf8(one.text) : one.bytes;
+            const test::Tags tags = {{0, "SECTION"},      {2, "HEADER"},     {9, "$ACADVER"}, {1, version},
+                                     {9, "$DWGCODEPAGE"}, {3, one.codePage}, {0, "ENDSEC"},   {0, "SECTION"},
+                                     {2, "ENTITIES"},     {0, "LINE"},       {8, bytes},      {0, "ENDSEC"},
+                                     {0, "EOF"}};
+            for (const std::string& file : {test::lay(tags), test::layBinary(tags, version != "AC1009")}) {
+                const auto drawing = test::parse(file);
+                ASSERT_NE(drawing, nullptr);
+                const RecordId line = drawing->next(drawing->findSection("ENTITIES"));
+                EXPECT_EQ(drawing->decode(drawing->name(drawing->record(line).layer)), one.text);
+                EXPECT_EQ(drawing->encode(one.text), bytes);
+                EXPECT_EQ(drawing->decode(drawing->encode(foreign)), foreign);
+                EXPECT_EQ(drawing->encode(foreign).find("\\U+") == std::string::npos, isUtf8);
+            }
+        }
     }
 }
 
