@@ -3,14 +3,15 @@
 #
 #     bench/compare.sh BUILD_FOLDER [ENTITIES]
 #
-# Prints medians (hyperfine) and the peak memory (GNU time) of
+# Prints medians (hyperfine) and the peak memory (GNU time), for a text and for a binary drawing, of
 #   cp        copying the file
 #   session   open, rewrite 200 layer records, save           (qrs_dxf_session)
 #   move      the same and every second entity to layer 0     (qrs_dxf_session ... move)
 #   console   open, UnFrozenAllLayer, save                    (qrsconsole, where it is built)
+# and for a text drawing of
 #   convert   open, move half of the entities to another layer (ConvertLayer), save; the other half lies there
 #   erase     open, erase half of the entities (EraseSelLayer), save
-# Ends with 1 when a row is above its limit: 5, 8, 5, 8 and 8 times cp, and 1.5 times the file for session and console.
+# Ends with 1 when a row is above its limit: 3, 8, 3, 8 and 8 times cp, and 1.3 times the file for session and console.
 set -eu
 
 build=${1:?usage: bench/compare.sh BUILD_FOLDER [ENTITIES]}
@@ -21,13 +22,18 @@ trap 'rm -rf "$folder"' EXIT INT TERM
 drawing=$folder/drawing.dxf
 output=$folder/output.dxf
 
-"$bin/qrs_make_drawing" "$entities" 200 AC1024 "$drawing"
-size=$(wc -c <"$drawing")
-echo "$entities entities on 200 layers, $size bytes"
-printf '%-10s %10s %8s %12s %8s\n' program 'median s' 'of cp' 'peak bytes' 'of file'
-
-copied=
 failed=0
+# begin LAYERS [--binary]: makes the drawing that the next rows are about
+begin() {
+    layers=$1
+    shift
+    "$bin/qrs_make_drawing" "$@" "$entities" "$layers" AC1024 "$drawing"
+    size=$(wc -c <"$drawing")
+    copied=
+    printf '%s\n%-10s %10s %8s %12s %8s\n' "$entities entities on $layers layers, $size bytes $*" \
+        program 'median s' 'of cp' 'peak bytes' 'of file'
+    measure cp 0 0 cp "$drawing" "$output"
+}
 # measure NAME TIME_LIMIT MEMORY_LIMIT COMMAND...
 measure() {
     name=$1
@@ -51,14 +57,18 @@ measure() {
     }
 }
 
-measure cp 0 0 cp "$drawing" "$output"
-measure session 5 1.5 "$bin/qrs_dxf_session" "$drawing" "$output"
-measure move 8 0 "$bin/qrs_dxf_session" "$drawing" "$output" move
+for form in '' --binary; do
+    begin 200 $form
+    measure session 3 1.3 "$bin/qrs_dxf_session" "$drawing" "$output"
+    measure move 8 0 "$bin/qrs_dxf_session" "$drawing" "$output" move
+    if [ -x "$bin/qrsconsole" ]; then
+        measure console 3 1.3 "$bin/qrsconsole" --settings "$folder/settings.ini" -e UnFrozenAllLayer -o "$output" \
+            "$drawing"
+    fi
+done
 if [ -x "$bin/qrsconsole" ]; then
-    measure console 5 1.5 "$bin/qrsconsole" -e UnFrozenAllLayer -o "$output" "$drawing"
-
     # On two layers each entity lies on one half's; the first entity of each stands for it.
-    "$bin/qrs_make_drawing" "$entities" 2 AC1024 "$drawing"
+    begin 2
     first_of() {
         awk -v layer="$1" '
             $1 == "ENTITIES" { inside = 1 }

@@ -1,5 +1,5 @@
-// Time of opening, editing and saving drawings of 10,000 to 1,000,000 entities. The drawings are made by
-// qrs_make_drawing, whose path comes from the build.
+// Time of opening, editing and saving drawings of 10,000 to 1,000,000 entities, text and binary. The drawings are made
+// by qrs_make_drawing, whose path comes from the build.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
@@ -24,11 +24,14 @@ class Drawings {
         std::error_code ignored;
         fs::remove_all(folder_, ignored);
     }
-    fs::path of(std::int64_t entities) const {
-        const fs::path path = folder_ / (std::to_string(entities) + ".dxf");
+    // The drawing a benchmark's arguments ask for: entities, and whether it is binary.
+    fs::path of(const benchmark::State& state) const {
+        const std::string entities = std::to_string(state.range(0));
+        const std::string form = state.range(1) != 0 ? "--binary " : "";
+        const fs::path path = folder_ / (form + entities + ".dxf");
         if (!fs::exists(path)) {
             const std::string command =
-                "\"" QRS_MAKE_DRAWING "\" " + std::to_string(entities) + " 200 AC1024 \"" + path.string() + "\"";
+                "\"" QRS_MAKE_DRAWING "\" " + form + entities + " 200 AC1024 \"" + path.string() + "\"";
             if (std::system(command.c_str()) != 0) std::abort();
         }
         return path;
@@ -49,7 +52,7 @@ void countBytes(benchmark::State& state, const fs::path& path) {
 }
 
 void open(benchmark::State& state) {
-    const fs::path path = drawings().of(state.range(0));
+    const fs::path path = drawings().of(state);
     for (auto _ : state) {
         qrs::platform::Error error;
         benchmark::DoNotOptimize(Drawing::open(path, error));
@@ -58,7 +61,7 @@ void open(benchmark::State& state) {
 }
 
 void openAndSave(benchmark::State& state) {
-    const fs::path path = drawings().of(state.range(0));
+    const fs::path path = drawings().of(state);
     for (auto _ : state) {
         qrs::platform::Error error;
         const auto drawing = Drawing::open(path, error);
@@ -71,7 +74,7 @@ void openAndSave(benchmark::State& state) {
 }
 
 void moveEveryEntity(benchmark::State& state) {
-    const fs::path path = drawings().of(state.range(0));
+    const fs::path path = drawings().of(state);
     for (auto _ : state) {
         qrs::platform::Error error;
         const auto drawing = Drawing::open(path, error);
@@ -86,7 +89,7 @@ void moveEveryEntity(benchmark::State& state) {
 
 void findEveryHandle(benchmark::State& state) {
     qrs::platform::Error error;
-    const auto drawing = Drawing::open(drawings().of(state.range(0)), error);
+    const auto drawing = Drawing::open(drawings().of(state), error);
     for (auto _ : state) {
         for (RecordId id = 0; id < drawing->recordCount(); ++id) {
             benchmark::DoNotOptimize(drawing->findHandle(drawing->record(id).handle));
@@ -95,10 +98,15 @@ void findEveryHandle(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(drawing->recordCount()));
 }
 
-BENCHMARK(open)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
-BENCHMARK(openAndSave)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
-BENCHMARK(moveEveryEntity)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
-BENCHMARK(findEveryHandle)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
+void sizesInBothForms(benchmark::internal::Benchmark* benchmark) {
+    benchmark->ArgNames({"entities", "binary"})->ArgsProduct({{10000, 100000, 1000000}, {0, 1}});
+    benchmark->Unit(benchmark::kMillisecond);
+}
+
+BENCHMARK(open)->Apply(sizesInBothForms);
+BENCHMARK(openAndSave)->Apply(sizesInBothForms);
+BENCHMARK(moveEveryEntity)->Apply(sizesInBothForms);
+BENCHMARK(findEveryHandle)->Apply(sizesInBothForms);
 
 }  // namespace
 
