@@ -45,6 +45,12 @@ TEST(Report, TellsWhatADrawingHolds) {
     EXPECT_NE(odd.out.find("         2          0  A?[2J  (not in the layer table)\n"), std::string::npos) << odd.out;
     EXPECT_NE(odd.out.find("  SITE  site\\plan.dxf\n"), std::string::npos) << odd.out;
     EXPECT_NE(odd.out.find("\nwarnings\n  line "), std::string::npos) << odd.out;
+    // Opening it tells the same.
+    const std::string warning = odd.out.substr(odd.out.find("\nwarnings\n  ") + 12);
+    const std::string told = "odd.dxf: " + warning.substr(0, warning.find('\n'));
+    EXPECT_EQ(place.run({"odd.dxf", "-e", "REGEN"}).error, "qrsconsole: " + told + "\n");
+    const Outcome opened = place.run({"building.dxf"}, "OPEN\nodd.dxf\n");
+    EXPECT_NE(opened.out.find("\n" + told + "\n"), std::string::npos) << opened.out;
     const Outcome json = place.run({"--info", "odd.dxf", "--json"});
     EXPECT_NE(json.out.find("\"name\": \"A\\u001b[2J\""), std::string::npos) << json.out;
     EXPECT_NE(json.out.find("\"inLayouts\": 2"), std::string::npos) << json.out;

@@ -3,6 +3,7 @@
 
     drawings.py make FOLDER      writes FOLDER/<version>.dxf
     drawings.py compare FOLDER   prints what is wrong in every FOLDER/*.after.dxf and not in the *.before.dxf beside it
+    drawings.py audit FOLDER     the same, but only what the auditor says; binary drawings, too
 """
 
 import collections
@@ -90,14 +91,19 @@ def form_of(record):
     return [(code, value) for code, value in record if code in (100, 347, 348, 390)]
 
 
+def findings(path):
+    """What the auditor says, counted, and what it has read."""
+    document, auditor = audited(path)
+    # Where a drawing has no handles, the reader deals some out; lines move when a record comes before them.
+    texts = (entry.message for entry in auditor.errors + auditor.fixes)
+    return collections.Counter(re.sub("#[0-9A-F]+|line [0-9]+", "#", text) for text in texts), document
+
+
 def troubles(before, after):
     old, new = Drawing(before), Drawing(after)
-    audits = []
-    for path in (before, after):
-        document, auditor = audited(path)
-        entries = auditor.errors + auditor.fixes
-        # Where a drawing has no handles, the reader deals some out.
-        audits.append(collections.Counter(re.sub("#[0-9A-F]+", "#", entry.message) for entry in entries))
+    audits = [findings(before)[0]]
+    more, document = findings(after)
+    audits.append(more)
     if not any(first(record, 5) for record in old.tables.get("LAYER", (None, []))[1]):
         # Those that the reader dealt out may meet the ones it gave to tables that are not there.
         audits[1].pop("Fixed invalid table entry handle in LAYER(#)", None)
@@ -124,13 +130,21 @@ def troubles(before, after):
                 yield f"{name}: {first(record, 2)} is not as {first(sample, 2)}"
 
 
-def compare(folder):
+def new_findings(before, after):
+    yield from findings(after)[0] - findings(before)[0]
+
+
+def compare(folder, find=troubles):
     for after in sorted(folder.glob("*.after.dxf")):
         before = after.with_name(after.name.replace(".after.", ".before."))
-        for trouble in troubles(before, after) if is_readable(before) else ():
+        for trouble in find(before, after) if is_readable(before) else ():
             print(f"{before.name}: {trouble}")
+
+
+def audit(folder):
+    compare(folder, new_findings)
 
 
 if __name__ == "__main__":
     logging.disable()
-    {"make": make, "compare": compare}[sys.argv[1]](pathlib.Path(sys.argv[2]))
+    {"make": make, "compare": compare, "audit": audit}[sys.argv[1]](pathlib.Path(sys.argv[2]))
