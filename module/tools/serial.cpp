@@ -150,9 +150,7 @@ int successor(int n) {
 }
 
 CString decimalText(int number) {
-    CString text;
-    text.Format(L"%d", number);
-    return text;
+    return CString(std::to_wstring(number));
 }
 
 }  // namespace qrs::tools
