@@ -21,6 +21,10 @@ constexpr const wchar_t* kPrompt = L"\n选择导入设置文件的位置[读取�
 // Not the order of the export: CmdConfig.xml comes last, so that it is not replaced by an import that is cut off.
 const SettingGroup importOrder[] = {kShortcuts, kToolBars, kLayers, kLinetypes, kPipes, kUserLibrary, kInitial};
 
+void tellNothingExported() {
+    acutPrintf(L"没有找到导出的文件，请确认首先进行导出设置。\n");
+}
+
 void reloadStandard() {
     standard::reloadCurrentStandard();
     if (frame::layerPanel().refresh) frame::layerPanel().refresh();
@@ -30,7 +34,7 @@ void reloadStandard() {
 
 void importSettings(const std::wstring& folder) {
     if (!platform::folderExists(folder)) {
-        acutPrintf(L"没有找到导出的文件，请确认首先进行导出设置。\n");
+        tellNothingExported();
         return;
     }
     readOptions(folder);
@@ -56,11 +60,15 @@ void drsz() {
     }
     std::wstring reason;
     const std::wstring folder = defaultSettingFolder();
-    if (defaultFolderState(reason) == FolderState::Refused) {
+    const FolderState state = defaultFolderState(reason);
+    if (state == FolderState::Usable) {
+        importSettings(folder);
+    } else if (state == FolderState::Refused && platform::folderExists(folder)) {
         acutPrintf(L"\n不能使用默认设置目录 %s：%s。请从指定目录读取。\n", folder.c_str(), reason.c_str());
-        return;
+    } else {
+        // A folder spelled in another case would be found by its name, and might be anybody's.
+        tellNothingExported();
     }
-    importSettings(folder);
 }
 
 }  // namespace qrs::dialogs

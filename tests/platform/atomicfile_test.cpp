@@ -1,6 +1,5 @@
 // Files appear whole or not at all.
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <atomic>
@@ -19,21 +18,6 @@ mode_t modeOf(const fs::path& path) {
     struct stat status {};
     return lstat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
 }
-
-// Lets no file grow beyond the limit while it lives.
-class FileSizeLimit {
-  public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        rlimit limit = before_;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &before_); }
-
-  private:
-    rlimit before_{};
-};
 
 }  // namespace
 

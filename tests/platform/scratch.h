@@ -1,5 +1,7 @@
-// A folder of a test's own, removed with everything in it.
+// A folder of a test's own, removed with everything in it, and a disk without room.
 #pragma once
+
+#include <sys/resource.h>
 
 #include <filesystem>
 #include <fstream>
@@ -42,4 +44,21 @@ class Scratch {
 
   private:
     std::filesystem::path folder_;
+};
+
+// Lets no file grow beyond the limit while it lives.
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        rlimit limit = before_;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &before_); }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+  private:
+    rlimit before_{};
 };

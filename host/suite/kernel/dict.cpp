@@ -50,6 +50,9 @@ bool isName(std::wstring_view text) {
     return !text.empty() && !holdsLineBreak(text) && trimmed(text) == text;
 }
 
+// No file of settings is as large, and what it holds is kept in memory.
+constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 26;
+
 // A line in the encoding of its file, line end included; the key is empty where there is none.
 struct Line {
     std::string raw;
@@ -223,9 +226,11 @@ bool TWDict::ReadFile(const std::wstring& path, std::wstring& reason) {
         platform::Error error;
         const std::filesystem::path native = platform::nativePath(path);
         const std::unique_ptr<platform::InputFile> input = platform::InputFile::open(native, error);
-        std::string bytes(input ? static_cast<std::size_t>(input->size()) : 0, '\0');
         std::string problem;
-        if (input && input->readAt(0, bytes.data(), bytes.size()) != bytes.size()) problem = "cannot be read";
+        if (input && input->size() > kLargestFile) problem = "is too large for a file of settings";
+        std::string bytes(input && problem.empty() ? static_cast<std::size_t>(input->size()) : 0, '\0');
+        if (input && problem.empty() && input->readAt(0, bytes.data(), bytes.size()) != bytes.size())
+            problem = "cannot be read";
         if (input && problem.empty()) read->parse(bytes, problem);
         if (!problem.empty()) error.message = platform::toUtf8(path) + ": " + problem;
         if (error) {

@@ -17,9 +17,8 @@ constexpr bool kWhole = false;
 constexpr bool kDecimals = true;
 
 const TPipeOption options[] = {
-    {kPipe, L"管线默认管径", kWhole, 100, 1, 10000},  // nominal diameter, millimetres
-    {kPipe, L"双线水管线宽", kWhole, 25, -3,
-     211},  // lineweight: hundredths of a millimetre, or by layer, block, default
+    {kPipe, L"管线默认管径", kWhole, 100, 1, 10000},      // nominal diameter, millimetres
+    {kPipe, L"双线水管线宽", kWhole, 25, -3, 211},        // lineweight: 0.01 mm, or by layer, block, default
     {kPipe, L"单注标高随管线标高联动", kWhole, 1, 0, 1},  // 1: a level's label follows its pipe
     {kPipe, L"标注离管距离", kWhole, 2, 0, 1000},         // millimetres on paper
     {kPipe, L"扣弯样式", kWhole, 0, 0, 9},                // number of the symbol
