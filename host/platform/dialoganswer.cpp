@@ -39,9 +39,12 @@ class Finder {
     std::vector<DialogItem> found;
     std::wstring refusal;
 
-    // Items of exactly this name; whether there is any.
+    // Items of exactly this name, or of a button all that it says ("..." or "<" included); whether there is any.
     bool byName(const std::wstring& name) {
-        return take([&](const DialogItem& item) { return compareNoCase(nameOf(item), name) == 0; });
+        return take([&](const DialogItem& item) {
+            return compareNoCase(nameOf(item), name) == 0 ||
+                   (item.control->kind == ControlKind::Button && compareNoCase(item.control->caption, name) == 0);
+        });
     }
 
     // Numbers, ranges, names and patterns, separated by commas. False, with the refusal, when one means nothing.

@@ -21,12 +21,18 @@ enum Outcome { kDone, kLocked, kNothingToDo, kRefused, kOutcomeCount };
 
 using Counts = int[kOutcomeCount];
 
-void clear(AcDbEntity& entity) {
+bool clear(AcDbEntity& entity) {
     const ResBuf item(acutBuildList(AcDb::kDxfRegAppName, kLayerTagItem, RTNONE), acutRelRb);
-    entity.setXData(item.get());
+    return entity.setXData(item.get()) == Acad::eOk;
 }
 
-// Lets act change the entity when needs says so.
+// What other programs keep on an entity may leave no room for a tag.
+bool tag(AcDbEntity& entity, const CString& discipline) {
+    PwxTool::WriteXdata(&entity, kLayerTagItem, discipline.GetString());
+    return layerTag(entity) == discipline;
+}
+
+// Lets act change the entity when needs says so; act tells whether it could.
 template <class Needs, class Act>
 Outcome change(AcDbObjectId id, Needs&& needs, Act&& act) {
     AcDbEntityPointer entity(id, AcDb::kForRead);
@@ -34,8 +40,7 @@ Outcome change(AcDbObjectId id, Needs&& needs, Act&& act) {
     if (!needs(*entity.object())) return kNothingToDo;
     if (liesOnLockedLayer(*entity.object())) return kLocked;
     if (entity->upgradeOpen() != Acad::eOk) return kRefused;
-    act(*entity.object());
-    return kDone;
+    return act(*entity.object()) ? kDone : kRefused;
 }
 
 void cleanAndTell(const AcDbObjectIdArray& ids) {
@@ -74,7 +79,7 @@ void tagPicked(const CString& discipline) {
     for (const AcDbObjectId& id : picked.ids())
         ++counts[change(
             id, [&](const AcDbEntity& entity) { return layerTag(entity) != discipline; },
-            [&](AcDbEntity& entity) { PwxTool::WriteXdata(&entity, kLayerTagItem, discipline.GetString()); })];
+            [&](AcDbEntity& entity) { return tag(entity, discipline); })];
     acutPrintf(L"\n%d个图元加了%s标识。", counts[kDone], discipline.GetString());
     tellCount(L"\n%d个图元已有该标识，没有改动。", counts[kNothingToDo]);
     tellCount(L"\n%d个图元在锁定的图层上，没有加标识。", counts[kLocked]);

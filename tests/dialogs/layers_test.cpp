@@ -106,7 +106,7 @@ TEST_F(Dialogs, PickUpTakesALayerOverIntoTheStandard) {
     EXPECT_EQ(count(terminal.transcript, L"请先拾取图元。"), 1u) << terminal.transcript;
     EXPECT_EQ(PipeSystemTool::GetLayerName(L"生活给水", L"立管", false), CString(L"给排-生活给水-立管"));
 
-    run({L"tctq", L"拾取", L"(handent \"100\")", L"取线型=0", L"管线系统=生活给水", L"图层类型=立管", L""});
+    run({L"tctq", L"拾取<", L"(handent \"100\")", L"取线型=0", L"管线系统=生活给水", L"图层类型=立管", L""});
     const standard::Standard now = saved();
     const LayerNode* layer = system(now, L"生活给水")->FindLayerNode(CString(L"立管"));
     ASSERT_NE(layer, nullptr);

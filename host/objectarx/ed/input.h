@@ -40,6 +40,8 @@ class Input {
     // The document whose text is typed next; null when nothing is.
     AcApDocument* nextDocument() const { return sent_.empty() ? nullptr : sent_.front().document; }
     void forget(const AcApDocument* document);
+    // The next answer comes from a text that was sent to be typed unseen.
+    bool isUnseenNext() const { return (given_.empty() || !given_.back()) && !sent_.empty() && !sent_.front().echo; }
     std::size_t pendingCharacters(const AcApDocument* document) const;
 
     // The words left on the typed line are no answers any more.

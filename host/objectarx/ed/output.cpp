@@ -26,4 +26,11 @@ std::wstring Output::beginPrompt(std::wstring_view prompt) {
     return std::wstring(prompt.substr(lastEnd + 1));
 }
 
+std::wstring Output::skipPrompt(std::wstring_view prompt) {
+    const std::size_t lastEnd = prompt.rfind(L'\n');
+    if (lastEnd == std::wstring_view::npos) return std::wstring(prompt);
+    freshLine();
+    return std::wstring(prompt.substr(lastEnd + 1));
+}
+
 }  // namespace qrs::host::ed

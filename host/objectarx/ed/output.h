@@ -20,6 +20,8 @@ class Output {
     void freshLine();
     // Prints a prompt but for its last line, which is the one being asked on, and returns that.
     std::wstring beginPrompt(std::wstring_view prompt);
+    // The same for a prompt that nobody sees, of which nothing is printed.
+    std::wstring skipPrompt(std::wstring_view prompt);
     // An answer was typed behind the prompt, or the prompt was left open.
     void answered() { atLineStart_ = true; }
     void leftOpen() { atLineStart_ = false; }

@@ -105,7 +105,7 @@ void Session::runTransparent(const std::wstring& typed) {
 Answer Session::ask(const std::wstring& prompt, Extent extent) {
     input.setEcho(variables.integer(L"CMDECHO") != 0);
     for (;;) {
-        const std::wstring promptLine = output.beginPrompt(prompt);
+        const std::wstring promptLine = input.isUnseenNext() ? output.skipPrompt(prompt) : output.beginPrompt(prompt);
         Answer answer = input.read(promptLine, extent, false);
         if (answer.reply != Reply::Line) {
             tellCancel(promptLine, answer);
