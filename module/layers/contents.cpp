@@ -1,6 +1,7 @@
 // Erasing and moving what lies on layers.
 #include "layers/contents.h"
 
+#include <memory>
 #include <string_view>
 
 #include "acutads.h"
@@ -32,11 +33,23 @@ void moveParts(AcDbObjectId owner, AcDbObjectId from, AcDbObjectId to) {
     }
 }
 
-// The sheet of paper of a layout, which shows the layout itself and goes with it alone.
+AcDbObjectId firstViewportOf(AcDbObjectId block) {
+    const AcDbBlockTableRecordPointer opened(block, AcDb::kForRead);
+    AcDbBlockTableRecordIterator* made = nullptr;
+    if (opened.openStatus() != Acad::eOk || opened->newIterator(made) != Acad::eOk) return AcDbObjectId();
+    const std::unique_ptr<AcDbBlockTableRecordIterator> iterator(made);
+    for (AcDbObjectId id; !iterator->done(); iterator->step())
+        if (iterator->getEntityId(id) == Acad::eOk && id.objectClass() == AcDbViewport::desc()) return id;
+    return AcDbObjectId();
+}
+
+// The sheet of paper of a layout, which shows the layout itself and goes with it alone. Viewports are numbered in the
+// layout that was shown last; in others the first one is the paper.
 bool isPaper(const AcDbEntity& entity) {
     constexpr int kPaperNumber = 1;
     const AcDbViewport* viewport = AcDbViewport::cast(&entity);
-    return viewport && viewport->number() == kPaperNumber;
+    if (!viewport || viewport->number() > kPaperNumber) return false;
+    return viewport->number() == kPaperNumber || firstViewportOf(viewport->ownerId()) == viewport->objectId();
 }
 
 void eraseObjects(const AcDbObjectIdArray& objects) {
