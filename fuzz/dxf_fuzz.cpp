@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "host/dxf/drawing.h"
 
@@ -58,6 +59,24 @@ void sameIndex(const Drawing& edited) {
     check(theirs == kNoRecord, "more records after writing");
 }
 
+// Every second tag gets another behind it, every third the value of the one before.
+void editAtOnce(Drawing& drawing, RecordId id) {
+    std::vector<TagEdit> edits;
+    std::string before;
+    TagEdit edit;
+    for (TagCursor cursor = drawing.tags(id); cursor.next(edit.tag);) {
+        const std::size_t number = edits.size();
+        // The first tag makes the record what it is; a value of another kind of code could not be written.
+        edit.hasValue = number != 0 && number % 3 == 0 && edits.back().tag.code == edit.tag.code;
+        edit.value = before;
+        edit.behind.clear();
+        if (number % 2 == 1) edit.behind.push_back({1, "\r"});
+        before = std::string(edit.tag.value);
+        edits.push_back(edit);
+    }
+    drawing.editTags(id, edits);
+}
+
 void edit(Drawing& drawing, std::uint32_t choice) {
     Tag tag;
     std::uint32_t number = 0;
@@ -65,6 +84,7 @@ void edit(Drawing& drawing, std::uint32_t choice) {
         const RecordKind kind = drawing.record(id).kind;
         if (kind == RecordKind::TableRecord || kind == RecordKind::Entity) {
             const std::uint32_t what = (choice >> (number++ % 16 * 2)) & 3;
+            if (what == 1 && (choice & 64) != 0) editAtOnce(drawing, id);
             if (what == 1 && drawing.findTag(id, 8, tag)) drawing.setValue(id, tag, "MOVED\n");
             if (what == 2) drawing.insertTags(id, drawing.length(id), {{1001, "QRS"}, {1000, "x"}});
             if (what == 3) drawing.eraseRecord(id);
@@ -98,7 +118,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::uint32_t choice = static_cast<std::uint32_t>(size);
     for (std::size_t i = 0; i < size; i += 7)
         choice = choice * 31 + data[i];
+    drawing->beginStep(L"edit");
     edit(*drawing, choice);
     sameIndex(*drawing);
+    if (drawing->lastStep() != nullptr) drawing->takeBack();
+    check(drawing->toBytes() == bytes && !drawing->isModified(), "taken back but not the same");
     return 0;
 }

@@ -29,9 +29,10 @@ constexpr LPCWSTR kWhiteSpace =
 
 CString::CString(LPCWSTR text) : text_(viewOf(text)) {}
 
-CString::CString(LPCWSTR text, int length) : text_(text ? text : L"", text ? cut(length, text_.max_size()) : 0) {}
+CString::CString(LPCWSTR text, int length)
+    : text_(text ? text : L"", text ? cut(length, std::wstring().max_size()) : 0) {}
 
-CString::CString(wchar_t character, int count) : text_(cut(count, text_.max_size()), character) {}
+CString::CString(wchar_t character, int count) : text_(cut(count, std::wstring().max_size()), character) {}
 
 CString::CString(LPCSTR text)
     : text_(qrs::platform::decode(qrs::platform::ansiCodePage(), text ? std::string_view(text) : std::string_view())) {}
