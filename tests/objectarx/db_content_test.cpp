@@ -297,8 +297,15 @@ TEST(DatabaseContent, DictionariesAndRecordsOfValues) {
     ASSERT_EQ(circle->createExtensionDictionary(), Acad::eOk);
     const AcDbObjectId extension = circle->extensionDictionary();
     EXPECT_EQ(AcDbObjectPointer<AcDbDictionary>(extension)->ownerId(), circle->objectId());
+    AcDbObjectId hung;
+    {
+        AcDbObjectPointer<AcDbXrecord> record;
+        record.create();
+        AcDbObjectPointer<AcDbDictionary> its(extension, AcDb::kForWrite);
+        ASSERT_EQ(its->setAt(L"HUNG", record.object(), hung), Acad::eOk);
+    }
     EXPECT_EQ(circle->erase(), Acad::eOk);
-    EXPECT_TRUE(extension.isErased());
+    EXPECT_TRUE(extension.isErased() && hung.isErased());
 
     Sample old(oldDrawing());
     EXPECT_EQ(old.database->getNamedObjectsDictionary(root, AcDb::kForWrite), Acad::eNotApplicable);

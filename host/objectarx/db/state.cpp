@@ -362,7 +362,9 @@ void DatabaseState::gatherExtension(RecordId record, std::vector<RecordId>& leav
     bool inGroup = false;
     while (cursor.next(tag)) {
         if (tag.code == 102) inGroup = dxf::trimmed(tag.value) == "{ACAD_XDICTIONARY";
-        if (tag.code != 360 || (!inGroup && !isDictionary)) continue;
+        // Dictionaries may own softly; what a soft pointer of the group names is not its object's.
+        const bool isOwned = (tag.code == 360 && (inGroup || isDictionary)) || (tag.code == 350 && isDictionary);
+        if (!isOwned) continue;
         const RecordId owned = drawing_->findHandle(dxf::toHandle(tag.value));
         if (owned == kNoRecord || drawing_->record(owned).kind != RecordKind::Object) continue;
         // A damaged drawing may have them own each other in a ring.
