@@ -272,6 +272,7 @@ void numberRisers() {
         const bool isRiser = pipe.openStatus() == Acad::eOk && pipe->GetCurve().IsVertical();
         if (isRiser && PwxTool::ReadXdata(pipe.object(), kSerial).IsEmpty()) waiting.append(id);
     });
+    int numbered = 0;
     for (int i = 0; i < waiting.length(); ++i) {
         CString group;
         {
@@ -280,10 +281,11 @@ void numberRisers() {
             group = groupOf(*pipe.object());
         }
         const CString serial = serials.next(group);
-        if (setSerial(waiting[i], serial))
-            acutPrintf(L"\n%s: %s", static_cast<const ACHAR*>(group), static_cast<const ACHAR*>(serial));
+        if (!setSerial(waiting[i], serial)) continue;
+        acutPrintf(L"\n%s: %s", static_cast<const ACHAR*>(group), static_cast<const ACHAR*>(serial));
+        ++numbered;
     }
-    acutPrintf(L"\n%d risers numbered.\n", waiting.length());
+    acutPrintf(L"\n%d risers numbered.\n", numbered);
 }
 
 // --- NUMBERRUN

@@ -1,6 +1,5 @@
 // The rules of serials: cutting, comparing, counting up, and what counts as a number.
 #include <algorithm>
-#include <charconv>
 #include <climits>
 #include <cstddef>
 #include <cwchar>
@@ -106,26 +105,6 @@ void carryUp(std::wstring& serial, int step) {
         serial.insert(0, 1, static_cast<wchar_t>(L'A' - 1 + carry % kLetters));
     }
     // Leading digits that run over start again (9Z -> 0A): drawings already numbered depend on it.
-}
-
-// --- plain numbers
-
-// Whether a text of digits, points, "-" and "e" reads as zero, also when it does not begin with a number. What is too
-// small for a double is zero, what is too large is not.
-bool readsAsZero(std::wstring_view text) {
-    const std::string bytes(text.begin(), text.end());
-    double value = 0.0;
-    const auto [end, error] = std::from_chars(bytes.data(), bytes.data() + bytes.size(), value);
-    if (error != std::errc::result_out_of_range) return value == 0.0;
-    const std::string_view number(bytes.data(), static_cast<std::size_t>(end - bytes.data()));
-    const std::size_t mark = number.find('e');
-    if (number.find_first_of("123456789") < number.find('.')) return false;
-    if (mark == std::string_view::npos) return true;
-    // Nothing but zeros before the point: as many behind it as the exponent cannot make up for.
-    const std::size_t zeros = number.find_first_of("123456789") - number.find('.') - 1;
-    std::size_t exponent = 0;
-    const auto read = std::from_chars(number.data() + mark + 1, number.data() + number.size(), exponent);
-    return read.ec == std::errc() && exponent <= zeros;
 }
 
 }  // namespace
@@ -239,6 +218,6 @@ void SplitText(const CString& text, const CString& delimiters, CStringArray& out
 bool IsStrAllNum(CString text) {
     const CString head = text.SpanIncluding(L"0123456789.-e");
     if (head != text) return false;
-    if ((head[0] == L'.' || head[0] == L'-') && readsAsZero(head.view())) return false;
+    if ((head[0] == L'.' || head[0] == L'-') && std::wcstod(head, nullptr) == 0.0) return false;
     return head.Find(L'.') == head.ReverseFind(L'.') && head.Find(L'-', 1) < 0;
 }

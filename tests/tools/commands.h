@@ -1,6 +1,8 @@
 // The module's commands over small drawings with entities of the suite, as they are typed.
 #pragma once
 
+#include <sstream>
+
 #include "../frame/support.h"
 #include "acutads.h"
 #include "dbents.h"
@@ -27,16 +29,12 @@ class ToolCommands : public Frame {
     static std::string entity(int handle, const std::string& typeAndTags, const std::string& owner = "1F") {
         char digits[16];
         std::snprintf(digits, sizeof digits, "%X", static_cast<unsigned>(handle));
-        const std::size_t type = typeAndTags.find(';');
-        std::string text =
-            "0\n" + typeAndTags.substr(0, type) + "\n5\n" + digits + "\n330\n" + owner + "\n100\nAcDbEntity\n";
-        for (std::size_t at = type + 1; at < typeAndTags.size();) {
-            const std::size_t equals = typeAndTags.find('=', at);
-            const std::size_t end = typeAndTags.find(';', at);
-            text +=
-                typeAndTags.substr(at, equals - at) + "\n" + typeAndTags.substr(equals + 1, end - equals - 1) + "\n";
-            at = end + 1;
-        }
+        std::istringstream parts(typeAndTags);
+        std::string part;
+        std::getline(parts, part, ';');
+        std::string text = "0\n" + part + "\n5\n" + digits + "\n330\n" + owner + "\n100\nAcDbEntity\n";
+        while (std::getline(parts, part, ';'))
+            text += part.replace(part.find('='), 1, "\n") + "\n";
         return text;
     }
     // Opens a drawing of these layers (their handles begin at 40) and entities.

@@ -41,7 +41,7 @@ class Numbering : public ToolCommands {
         for (const auto& [key, next] : numeric)
             shown += std::wstring(key.view()) + L"=" + std::to_wstring(next) + L" ";
         for (const auto& [key, next] : text)
-            shown += L"/" + std::wstring(key.view()) + L"=" + std::wstring(next.view());
+            shown += L"/" + std::wstring((key + L"=" + next).view());
         return platform::toUtf8(shown);
     }
 
@@ -57,7 +57,6 @@ TEST_F(Numbering, FindsTheNextSerialOfEachSystemAndBuilding) {
     text[L"污水"] = L"X";
     text[L"雨水%%3#楼"] = L"K";
     text[L"消防"] = L"kept";
-    const TPipeCurve arc = TPipeCurve::Arc({5, 5, 0}, {5, 5, 9}, 0.0);
     const Pipe pipes[] = {
         {L"给水", L"3"},
         {L"给水", L"7"},
@@ -76,7 +75,7 @@ TEST_F(Numbering, FindsTheNextSerialOfEachSystemAndBuilding) {
         {L"通气", L"1", L"", TPipeCurve::Line({0, 0, 0}, {0.1, 0, 9})},
         {L"通气", L"2", L"", TPipeCurve::Line({0, 0, 0}, {0, -0.1, 9})},
         {L"通气", L"3", L"", TPipeCurve::Line({0, 0, 0}, {900, 0, 0})},
-        {L"通气", L"4", L"", arc},
+        {L"通气", L"4", L"", TPipeCurve::Arc({5, 5, 0}, {5, 5, 9}, 0.0)},
         {L"废水", L"12", L"", TPipeCurve::Line({0, 0, 0}, {0.0999, -0.0999, 9})},
     };
     for (const Pipe& pipe : pipes)
@@ -160,20 +159,14 @@ TEST_F(Numbering, DrawsTheNumbersOfARunBesideItsNodes) {
                                                            node(0x202, "10=-5;20=0") + node(0x203, "10=0;20=0;70=2"));
     open(drawing);
     g_nWellRadius = 6;
-    SSearchPipeList run[6];
-    const int handles[] = {0x201, 0x100, 0x202, 0x203, 0x201, 0x202};
-    const int kinds[] = {1, 0, -1, 2, 1, 1};
-    for (int i = 0; i < 6; ++i) {
-        run[i].id = byHandle(handles[i]);
-        run[i].kind = kinds[i];
-        run[i].next = i < 5 ? &run[i + 1] : nullptr;
-    }
-    run[4].serial = L"5";
+    SSearchPipeList run[] = {{byHandle(0x201), 1, L"", &run[1]},  {byHandle(0x100), 0, L"", &run[2]},
+                             {byHandle(0x202), -1, L"", &run[3]}, {byHandle(0x203), 2, L"", &run[4]},
+                             {byHandle(0x201), 1, L"5", &run[5]}, {byHandle(0x202), 1, L"", nullptr}};
     EXPECT_EQ(PwxTool::DoSerialNumber2(run, 7), 10);
-    std::string serials;
+    std::wstring serials;
     for (const SSearchPipeList& element : run)
-        serials += platform::toUtf8(element.serial.view()) + "|";
-    EXPECT_EQ(serials, "7||8|9|5||");
+        serials += std::wstring(element.serial.view()) + L"|";
+    EXPECT_EQ(serials, L"7||8|9|5||");
 
     // Half of what a well measures, or a millimetre on paper, up and to the right.
     const AcGePoint3d places[] = {{1150, 2150, 7}, {45, 50, 0}, {50, 50, 0}};
@@ -199,13 +192,9 @@ TEST_F(Numbering, DrawsTheNumbersOfARunBesideItsNodes) {
     EXPECT_EQ(texts, 3);
 
     // What is no node bears its number, and ends the numbering.
-    SSearchPipeList line;
-    line.id = byHandle(0x100);
-    line.kind = SSearchPipeList::kWell;
-    line.next = &run[5];
+    SSearchPipeList line{byHandle(0x100), SSearchPipeList::kWell, CString(), &run[5]};
     EXPECT_EQ(PwxTool::DoSerialNumber2(&line, 3), 3);
-    EXPECT_EQ(line.serial, L"3");
-    EXPECT_EQ(run[5].serial, L"");
+    EXPECT_EQ(line.serial + L"|" + run[5].serial, L"3|");
     EXPECT_EQ(PwxTool::DoSerialNumber2(nullptr, 4), 4);
     EXPECT_FALSE(PwxTool::DoDimSerialNumber(AcDbObjectId(), 1));
     g_nWellRadius = 4;
