@@ -74,6 +74,7 @@ void DatabaseState::renew() {
     blocks_ = std::make_unique<BlockIndex>(*drawing_);
     layerAge_ = 0;
     erasedWith_.clear();
+    erasedAlone_.clear();
     for (auto& [record, object] : open_)
         object->fieldsRead_ = false;
     layerByName_.clear();
@@ -318,7 +319,13 @@ void DatabaseState::leave(std::uint32_t object, std::vector<RecordId> leaving) {
         drawing_->eraseRecord(id);
     }
     if (!isContent) blocks_->changed();
-    erasedWith_[object] = std::move(leaving);
+    // Half a drawing may go at once, and few of its entities have anything that goes with them.
+    if (leaving.size() > 1) {
+        erasedWith_[object] = std::move(leaving);
+    } else {
+        if (object >= erasedAlone_.size()) erasedAlone_.resize(drawing_->recordCount(), false);
+        erasedAlone_[object] = true;
+    }
 }
 
 void DatabaseState::eraseObject(RecordId object) {
@@ -331,13 +338,17 @@ Acad::ErrorStatus DatabaseState::bringBack(std::uint32_t object) {
     TableKind table;
     const bool isNamed = tables_->kindOf(object, table);
     if (isNamed && findNamed(table, tables_->nameOf(object)) != kNoRecord) return Acad::eDuplicateRecordName;
+    const bool wasAlone = object < erasedAlone_.size() && erasedAlone_[object];
     const auto found = erasedWith_.find(object);
-    if (found == erasedWith_.end()) return Acad::ePermanentlyErased;
-    for (const RecordId id : found->second) {
+    if (!wasAlone && found == erasedWith_.end()) return Acad::ePermanentlyErased;
+    for (const RecordId id : wasAlone ? std::vector<RecordId>{object} : found->second) {
         drawing_->eraseRecord(id, false);
         countInstance(id, 1);
     }
-    erasedWith_.erase(found);
+    if (wasAlone)
+        erasedAlone_[object] = false;
+    else
+        erasedWith_.erase(found);
     blocks_->changed();
     if (isNamed) tables_->countChanged(table, object, 1);
     return Acad::eOk;

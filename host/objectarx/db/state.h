@@ -119,6 +119,7 @@ class DatabaseState {
     std::unique_ptr<BlockIndex> blocks_;
     std::unordered_map<std::uint32_t, AcDbObject*> open_;
     std::unordered_map<std::uint32_t, std::vector<dxf::RecordId>> erasedWith_;  // what left the drawing with an object
+    std::vector<bool> erasedAlone_;                                             // by object: nothing left with it
     std::vector<dxf::RecordId> layerByName_;                                    // by NameId
     unsigned layerAge_ = 0;
     std::vector<dxf::RecordId> classByType_;      // the CLASS record of each type
