@@ -27,11 +27,11 @@ class Dialogs : public Frame {
         QrsExport::SetSystemFolder(platform::innerPath(system_));
         acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
         open(drawingText({{"0"},
-                                 {"给排-生活给水-管线", 4, 3},
-                                 {"给排-生活给水-立管", 0, -3},
-                                 {"给排-雨水-管线", 1, 2},
-                                 {"新给水", 0, 6}},
-                                {{"新给水"}, {"给排-生活给水-管线"}}));
+                          {"给排-生活给水-管线", 4, 3},
+                          {"给排-生活给水-立管", 0, -3},
+                          {"给排-雨水-管线", 1, 2},
+                          {"新给水", 0, 6}},
+                         {{"新给水"}, {"给排-生活给水-管线"}}));
     }
     ~Dialogs() override {
         acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr);
