@@ -224,3 +224,26 @@ TEST(DbObjects, AreFoundByHandleNameAndDictionary) {
     EXPECT_EQ(AcDbObjectId::fromOldId(last->resval.rlname[0]), sample.byHandle(0x2A));
     EXPECT_EQ(told(chain), L"1=text 70=7 10=3 330=");
 }
+
+TEST(DbObjects, TellWhoHearsOfThemAndWhatBelongsToThem) {
+    std::string text = newerDrawing();
+    const std::string group = dxfText("102={ACAD_XDICTIONARY;360=31;102=}");
+    text.insert(text.find(group), dxfText("102={ACAD_REACTORS;330=32;330=ABCD;330=11;102=}"));
+    Sample sample(text);
+    AcDbObjectPointer<AcDbEntity> line(sample.byHandle(0x2A), AcDb::kForWrite);
+    ASSERT_EQ(line.openStatus(), Acad::eOk);
+    const AcDbObjectIdArray reactors = line->reactors();
+    ASSERT_EQ(reactors.length(), 2) << "one points to nothing";
+    EXPECT_EQ(reactors[0], sample.byHandle(0x32));
+    EXPECT_EQ(reactors[1], sample.layer(L"PIPE"));
+    EXPECT_TRUE(line->hasPersistentReactor(sample.byHandle(0x32)));
+    EXPECT_FALSE(line->hasPersistentReactor(sample.byHandle(0x31)));
+    EXPECT_EQ(line->extensionDictionary(), sample.byHandle(0x31));
+    // A layer of the same owner: both groups stay as they are.
+    EXPECT_EQ(line->setLayer(L"0"), Acad::eOk);
+    line.close();
+    EXPECT_EQ(sample.changes(), " -8=PIPE +8=0");
+
+    const AcDbObjectPointer<AcDbEntity> circle(sample.byHandle(0x2B));
+    EXPECT_TRUE(circle->reactors().isEmpty() && circle->extensionDictionary().isNull());
+}
