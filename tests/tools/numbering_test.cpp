@@ -57,29 +57,19 @@ TEST_F(Numbering, FindsTheNextSerialOfEachSystemAndBuilding) {
     text[L"污水"] = L"X";
     text[L"雨水%%3#楼"] = L"K";
     text[L"消防"] = L"kept";
-    const Pipe pipes[] = {
-        {L"给水", L"3"},
-        {L"给水", L"7"},
-        {L"给水", L"5"},
-        {L"给水", L"010"},
-        {L"给水", L""},
-        {L"热水", L""},
-        // All are equal: the last one counts.
-        {L"污水", L"WL-2"},
-        {L"污水", L"WL-7"},
-        {L"污水", L"WL-2"},
-        {L"给水", L"4", L"1#楼"},
-        {L"给水", L"A", L"2#楼"},
-        {L"雨水", L"A", L"3#楼"},
-        // None of these stands upright: the ends of the first lie just as far apart as they must not.
-        {L"通气", L"1", L"", TPipeCurve::Line({0, 0, 0}, {0.1, 0, 9})},
-        {L"通气", L"2", L"", TPipeCurve::Line({0, 0, 0}, {0, -0.1, 9})},
-        {L"通气", L"3", L"", TPipeCurve::Line({0, 0, 0}, {900, 0, 0})},
-        {L"通气", L"4", L"", TPipeCurve::Arc({5, 5, 0}, {5, 5, 9}, 0.0)},
-        {L"废水", L"12", L"", TPipeCurve::Line({0, 0, 0}, {0.0999, -0.0999, 9})},
-    };
-    for (const Pipe& pipe : pipes)
+    // All that follow "污水" are equal: the last one counts.
+    const Pipe upright[] = {{L"给水", L"3"},          {L"给水", L"7"},          {L"给水", L"5"},
+                            {L"给水", L"010"},        {L"给水", L""},           {L"热水", L""},
+                            {L"污水", L"WL-2"},       {L"污水", L"WL-7"},       {L"污水", L"WL-2"},
+                            {L"给水", L"4", L"1#楼"}, {L"给水", L"A", L"2#楼"}, {L"雨水", L"A", L"3#楼"}};
+    for (const Pipe& pipe : upright)
         add(pipe);
+    // Of these only the last one stands upright: the ends of the first lie just as far apart as they must not.
+    const TPipeCurve others[] = {TPipeCurve::Line({0, 0, 0}, {0.1, 0, 9}), TPipeCurve::Line({0, 0, 0}, {0, -0.1, 9}),
+                                 TPipeCurve::Line({0, 0, 0}, {900, 0, 0}), TPipeCurve::Arc({5, 5, 0}, {5, 5, 9}, 0.0),
+                                 TPipeCurve::Line({0, 0, 0}, {0.0999, -0.0999, 9})};
+    for (const TPipeCurve& path : others)
+        add({&path == std::end(others) - 1 ? L"废水" : L"通气", L"12", L"", path});
     const AcDbObjectId erased = add({L"给水", L"50"});
     AcDbObjectPointer<TDbPipe>(erased, AcDb::kForWrite)->erase();
     search();
