@@ -72,6 +72,12 @@ bool fileExists(std::wstring_view inner) {
     return fs::exists(status) && !fs::is_directory(status);
 }
 
+std::wstring wholePath(std::wstring_view inner) {
+    std::error_code error;
+    const fs::path whole = fs::absolute(nativePath(inner), error);
+    return error ? std::wstring(inner) : innerPath(whole.lexically_normal());
+}
+
 bool folderExists(std::wstring_view inner) {
     std::error_code error;
     return fs::is_directory(nativePath(inner), error);

@@ -35,6 +35,9 @@ QRS_HOST_PORT std::filesystem::path nativeFromTyped(const std::string& typed);
 // Folder joined with a name: exactly one backslash between them.
 QRS_HOST_PORT std::wstring joinPath(std::wstring_view folder, std::wstring_view name);
 
+// The inner path from the root on: a relative one begins in the working folder.
+QRS_HOST_PORT std::wstring wholePath(std::wstring_view inner);
+
 // True when the inner path names an existing file (not a folder).
 QRS_HOST_PORT bool fileExists(std::wstring_view inner);
 QRS_HOST_PORT bool folderExists(std::wstring_view inner);

@@ -84,7 +84,8 @@ std::wstring Session::findInFolders(const std::wstring& name) const {
     if (absolute) return platform::fileExists(name) ? name : std::wstring();
     std::vector<std::wstring> folders;
     if (AcApDocument* document = documents.curDocument(); document && document->isNamedDrawing()) {
-        const std::wstring drawing = document->fileName();
+        // Whole also when it was opened by a name without folder: what is found is looked for from there again.
+        const std::wstring drawing = platform::wholePath(document->fileName());
         folders.push_back(drawing.substr(0, drawing.rfind(L'\\') + 1));
     }
     folders.insert(folders.end(), supportFolders.begin(), supportFolders.end());
