@@ -12,7 +12,6 @@ struct CommandRow {
     const wchar_t* name;  // global and local name
     AcRxFunctionPtr handler;
     Adesk::Int32 flags;
-    const wchar_t* text;  // what a command without a routine of its own says first; null: nothing
 };
 
 constexpr int kCommandCount = 30;
@@ -29,15 +28,6 @@ void command() {
         const CAcModuleResourceOverride resources(moduleInstance());
         body();
     });
-}
-
-// For a command that is still to come: prints its text and that it is not available. row counts from 1.
-void printNotAvailable(int row);
-
-template <int row>
-void laterCommand() {
-    static_assert(row >= 1 && row <= kCommandCount, "no such row");
-    printNotAvailable(row);
 }
 
 }  // namespace qrs::frame
