@@ -10,9 +10,10 @@ FORMS = {"AC1024": "utf-8", "AC1009": "gbk"}
 
 class Layer:
     def __init__(self, name, color=7, linetype="Continuous", weight=-3, off=False, frozen=False, locked=False,
-                 plots=True):
+                 plots=True, foreign=False):
         self.name, self.color, self.linetype, self.weight = name, color, linetype, weight
         self.off, self.frozen, self.locked, self.plots = off, frozen, locked, plots
+        self.foreign = foreign  # of an external reference
 
 
 class Entity:
@@ -31,6 +32,7 @@ class Drawing:
         self.linetypes = {"Continuous": ("Solid line", [])}  # dashes: lengths, or (length, text, height, x, y)
         self.current_layer, self.extents, self.comments = current_layer, extents, list(comments)
         self.scale = None  # drawing units per millimetre on paper
+        self.references = {}  # blocks that show other drawings: the paths of these
 
     def block(self, name):
         return self.blocks.setdefault(name, [])
@@ -200,7 +202,8 @@ class Writer:
 
     def layer(self, layer):
         self.subclass("AcDbLayerTableRecord")
-        self.tags((2, layer.name), (70, (1 if layer.frozen else 0) | (4 if layer.locked else 0)),
+        flags = (1 if layer.frozen else 0) | (4 if layer.locked else 0) | (48 if layer.foreign else 0)
+        self.tags((2, layer.name), (70, flags),
                   (62, -layer.color if layer.off else layer.color),
                   (6, layer.linetype if self.modern else layer.linetype.upper()))
         if self.modern:
@@ -239,9 +242,10 @@ class Writer:
                 self.tag(67, 1)
             self.tag(8, "0")
             self.subclass("AcDbBlockBegin")
-            self.tags((2, name), (70, 0))
+            path = self.drawing.references.get(name)
+            self.tags((2, name), (70, 36 if path else 0))
             self.point((0, 0))
-            self.tags((3, name), *([(1, "")] if self.modern else []))
+            self.tags((3, name), *([(1, path or "")] if self.modern else []))
             for number, entity in enumerate(entities):
                 entity.space = name
                 self.entity(entity, (name, number))

@@ -38,6 +38,9 @@ def run_example(console, drawing, script):
         arguments = [console, "--settings", "settings.ini", "--system", str(system), "-s", "example.scr"]
         if drawing:
             name.write_bytes((ROOT / drawing).read_bytes())
+            # Beside it the others, to which it may refer.
+            for other in (ROOT / drawing).parent.glob("*.dxf"):
+                shutil.copy(other, folder)
             arguments += ["-o", "after.dxf", "drawing.dxf"]
         ran = subprocess.run(arguments, cwd=folder, capture_output=True, timeout=120,
                              env={"PATH": "/usr/bin:/bin", "TMPDIR": str(folder), "HOME": str(folder)})
