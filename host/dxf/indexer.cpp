@@ -166,7 +166,10 @@ Indexer::Step Indexer::open(const char* at, RecordKind kind, std::uint16_t type,
     if (!close(at)) return Step::Fails;
     if (index_.records.size() >= kNoRecord) return fails(at, "too many records");
     if (const auto read = static_cast<std::size_t>(at - start_); read - released_ >= kReleaseStep) {
-        if (file_ != nullptr) file_->release(released_, read);
+        // About as much as the index takes, so that memory stays near the size of the file; not more, because all of it
+        // is fetched again when the drawing is saved.
+        const bool isFirstQuarter = read <= static_cast<std::size_t>(end_ - start_) / 4;
+        if (file_ != nullptr && isFirstQuarter) file_->release(released_, read);
         released_ = read;
     }
     current_ = &index_.records.append();
