@@ -5,6 +5,9 @@
 #include <unordered_map>
 
 #include "db/access.h"
+#include "dbents.h"
+#include "dbobjptr.h"
+#include "dbsymtb.h"
 #include "documents.h"
 #include "entityfilter.h"
 #include "session.h"
@@ -16,21 +19,16 @@ namespace {
 
 constexpr int kViewportNumber = 69;
 
-// The layers as they are seen in the viewport that is current. Its frozen layers are told by handle; drawings of two
-// versions use different codes.
+// The layers as they are seen in the viewport that is current.
 pick::LayerStates layersOf(AcDbDatabase& database) {
-    const dxf::Drawing& drawing = DatabaseAccess::drawing(database);
-    pick::LayerStates states(drawing);
-    const AcDbObjectId viewportId = currentViewport(database).id;
-    if (viewportId.isNull()) return states;
-    pick::Entity viewport;
-    viewport.read(drawing, DatabaseAccess::recordOf(viewportId));
-    for (const pick::Entity::Field& field : viewport.fields()) {
-        if (field.code != 331 && field.code != 341) continue;
-        const dxf::RecordId layer = drawing.findHandle(dxf::toHandle(field.value));
-        dxf::Tag name;
-        if (layer != dxf::kNoRecord && drawing.typeNameOf(layer) == "LAYER" && drawing.findTag(layer, 2, name))
-            states.freeze(drawing.decode(dxf::trimmed(name.value)));
+    pick::LayerStates states(DatabaseAccess::drawing(database));
+    const AcDbObjectPointer<AcDbViewport> viewport(currentViewport(database).id, AcDb::kForRead);
+    AcDbObjectIdArray frozen;
+    if (viewport.openStatus() != Acad::eOk || viewport->getFrozenLayerList(frozen) != Acad::eOk) return states;
+    for (const AcDbObjectId& id : frozen) {
+        const AcDbObjectPointer<AcDbLayerTableRecord> layer(id, AcDb::kForRead);
+        const ACHAR* name = nullptr;
+        if (layer.openStatus() == Acad::eOk && layer->getName(name) == Acad::eOk) states.freeze(name);
     }
     return states;
 }
