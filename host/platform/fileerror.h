@@ -1,7 +1,9 @@
 // Messages about files: one line, "path: reason".
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -12,6 +14,13 @@ namespace qrs::platform {
 // Sets the error and gives false, to be returned at once. Control characters of the path are shown as '?'.
 bool fail(Error& error, const std::filesystem::path& native, std::string_view reason);
 bool fail(Error& error, const std::filesystem::path& native, const std::error_code& reason);
+
+// Why a file that is no file of bytes on a disk is not read: a pipe or device, a folder.
+constexpr std::string_view kNoOrdinaryFile = "is no ordinary file";
+constexpr std::string_view kIsFolder = "is a folder";
+
+// Why a file of more bytes is not read.
+std::string largerThan(std::uint64_t most);
 
 // Why a mapped file cannot be gone on with.
 constexpr std::string_view kChangedSinceOpened = "was changed by another program after it was opened; not saved";

@@ -33,6 +33,12 @@ bool fail(Error& error, const fs::path& native, const std::error_code& reason) {
     return fail(error, native, reason.message());
 }
 
+std::string largerThan(std::uint64_t most) {
+    constexpr std::uint64_t kMegabyte = std::uint64_t{1} << 20;
+    const bool isWhole = most != 0 && most % kMegabyte == 0;
+    return "is larger than " + (isWhole ? std::to_string(most / kMegabyte) + " MB" : std::to_string(most) + " bytes");
+}
+
 std::wstring innerFromTyped(std::wstring_view typed) {
     std::wstring inner(typed);
     for (wchar_t& unit : inner) {
@@ -57,13 +63,38 @@ bool readFileStart(const fs::path& native, std::size_t length, std::string& cont
     std::error_code problem;
     // Opening a pipe would wait for whoever writes into it.
     if (!fs::is_regular_file(native, problem))
-        return problem ? fail(error, native, problem) : fail(error, native, "is no ordinary file");
+        return problem ? fail(error, native, problem) : fail(error, native, kNoOrdinaryFile);
     std::ifstream file(native, std::ios::binary);
     content.resize(length);
     if (file) file.read(content.data(), static_cast<std::streamsize>(length));
     content.resize(file.is_open() ? static_cast<std::size_t>(file.gcount()) : 0);
     if (!file.is_open() || file.bad()) return fail(error, native, "cannot be read");
     return true;
+}
+
+namespace {
+
+// True, with the system's word for it, when the name may lie in its folder in another case, which only a list of the
+// folder's names could tell.
+bool mayHide(const fs::path& native, std::error_code& problem) {
+    fs::path folder = native;
+    do {
+        folder = folder.parent_path();
+        fs::directory_iterator names(folder.empty() ? fs::path(".") : folder, problem);
+    } while (problem == std::errc::no_such_file_or_directory && folder.has_relative_path());
+    return problem == std::errc::permission_denied;
+}
+
+}  // namespace
+
+Presence presenceOf(std::wstring_view inner, Error& error) {
+    const fs::path native = nativePath(inner);
+    std::error_code problem;
+    const fs::file_status status = fs::status(native, problem);
+    if (fs::exists(status)) return Presence::Present;
+    if (status.type() == fs::file_type::not_found && !mayHide(native, problem)) return Presence::Missing;
+    fail(error, native, problem);
+    return Presence::Unreachable;
 }
 
 bool fileExists(std::wstring_view inner) {

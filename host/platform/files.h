@@ -42,12 +42,27 @@ QRS_HOST_PORT std::wstring wholePath(std::wstring_view inner);
 QRS_HOST_PORT bool fileExists(std::wstring_view inner);
 QRS_HOST_PORT bool folderExists(std::wstring_view inner);
 
+// Whether something is at a place, of whatever kind: that it is not there, and that nobody can tell, are two answers.
+enum class Presence {
+    Missing,      // nothing of that name, or no such folder
+    Unreachable,  // a folder on the way may not be looked into, links lead in a circle, a drive does not answer
+    Present,
+};
+// Where the place is unreachable, error says why; else it stays as it is.
+QRS_HOST_PORT Presence presenceOf(std::wstring_view inner, Error& error);
+
 // Names (without folder) of the files in a folder that match a pattern of '*' and '?', without regard to case, in the
 // order in which the file system enumerates them. Folders are not listed. An unreadable folder gives an empty list.
 QRS_HOST_PORT std::vector<std::wstring> listFiles(std::wstring_view folder, std::wstring_view pattern);
 
-// The whole content of a file. False, with the reason in error, when it cannot be read.
+// The whole content of a file; a pipe is read until its writers have closed it. False, with the reason in error, when
+// it cannot be read.
 QRS_HOST_PORT bool readFile(const std::filesystem::path& native, std::string& content, Error& error);
+
+// The whole content of an ordinary file of at most that many bytes. False, with the reason in error, when it is larger,
+// is a folder, pipe or device (which are not waited for), or cannot be read.
+QRS_HOST_PORT bool readOrdinaryFile(const std::filesystem::path& native, std::uint64_t most, std::string& content,
+                                    Error& error);
 
 // The first bytes of an ordinary file, length of them at most; a shorter file gives what it has. False, with the reason
 // in error, when it cannot be read.

@@ -1,5 +1,6 @@
 // Names in the inner form, and finding files by them.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 
@@ -89,4 +90,74 @@ TEST(Paths, ReadingTellsWhyNot) {
     EXPECT_EQ(error.message, scratch.folder().string() + ": is a folder");
     EXPECT_FALSE(readFile(scratch / "none", content, error));
     EXPECT_EQ(error.message, (scratch / "none").string() + ": No such file or directory");
+}
+
+TEST(Paths, OnlyOrdinaryFilesUpToALimit) {
+    const Scratch scratch;
+    std::string content;
+    Error error;
+    const auto refusal = [&](const fs::path& native, std::uint64_t most) {
+        content = "old";
+        error = Error();
+        EXPECT_FALSE(readOrdinaryFile(native, most, content, error)) << native;
+        EXPECT_EQ(content, "");
+        return error.message;
+    };
+    scratch.put("eight", "12345678");
+    EXPECT_TRUE(readOrdinaryFile(scratch / "eight", 8, content, error)) << error.message;
+    EXPECT_EQ(content, "12345678");
+    EXPECT_EQ(refusal(scratch / "eight", 7), (scratch / "eight").string() + ": is larger than 7 bytes");
+    scratch.put("large", std::string((1 << 20) + 1, 'x'));
+    EXPECT_EQ(refusal(scratch / "large", 1 << 20), (scratch / "large").string() + ": is larger than 1 MB");
+    EXPECT_TRUE(readOrdinaryFile("/proc/self/status", 1 << 20, content, error));
+    EXPECT_NE(content.find("VmPeak"), std::string::npos) << "a file that tells no size";
+    EXPECT_EQ(refusal("/proc/self/status", 100), "/proc/self/status: is larger than 100 bytes");
+
+    ASSERT_EQ(mkfifo((scratch / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(refusal(scratch / "pipe", 8), (scratch / "pipe").string() + ": is no ordinary file");
+    EXPECT_EQ(refusal("/dev/zero", 8), "/dev/zero: is no ordinary file");
+    EXPECT_EQ(refusal(scratch.folder(), 8), scratch.folder().string() + ": is a folder");
+    EXPECT_EQ(refusal(scratch / "none", 8), (scratch / "none").string() + ": No such file or directory");
+}
+
+TEST(Paths, NotThereIsToldFromOutOfReach) {
+    const Scratch scratch;
+    Error error;
+    const std::wstring inner = innerPath(scratch.folder());
+    const auto look = [&](const wchar_t* name) {
+        error = Error();
+        return presenceOf(inner + name, error);
+    };
+    scratch.put("pwx.qdsl", "");
+    ASSERT_EQ(mkfifo((scratch / "pipe").c_str(), 0600), 0);
+    for (const wchar_t* name : {L"", L"\\pwx.qdsl", L"\\PWX.QDSL", L"\\pipe"})
+        EXPECT_EQ(look(name), Presence::Present) << name;
+    fs::create_symlink("nowhere", scratch / "dangling");
+    for (const wchar_t* name : {L"\\none", L"\\none\\pwx.qdsl", L"\\pwx.qdsl\\inside", L"\\dangling"}) {
+        EXPECT_EQ(look(name), Presence::Missing) << name;
+        EXPECT_FALSE(error) << error.message;
+    }
+    fs::create_symlink("round", scratch / "round");
+    EXPECT_EQ(look(L"\\round\\pwx.qdsl"), Presence::Unreachable);
+    EXPECT_EQ(error.message, (scratch / "round/pwx.qdsl").string() + ": Too many levels of symbolic links");
+    EXPECT_EQ(look(L"\\round"), Presence::Unreachable);
+
+    for (const char* folder : {"closed", "unlisted"}) {
+        fs::create_directories(scratch / folder / "inside");
+        scratch.put(std::string(folder) + "/inside/pwx.qdsl", "");
+    }
+    fs::permissions(scratch / "closed", fs::perms::none);
+    fs::permissions(scratch / "unlisted", fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec);
+    {
+        const OrdinaryUser user;
+        if (!user) GTEST_SKIP() << "no other user to be";
+        EXPECT_EQ(look(L"\\closed"), Presence::Present);
+        EXPECT_EQ(look(L"\\closed\\inside\\pwx.qdsl"), Presence::Unreachable);
+        EXPECT_EQ(error.message, (scratch / "closed/inside/pwx.qdsl").string() + ": Permission denied");
+        // Its names cannot be read, so nobody can tell whether one fits but for its case.
+        EXPECT_EQ(look(L"\\unlisted\\inside\\pwx.qdsl"), Presence::Present);
+        EXPECT_EQ(look(L"\\unlisted\\Inside\\pwx.qdsl"), Presence::Unreachable);
+    }
+    fs::permissions(scratch / "closed", fs::perms::owner_all);
+    fs::permissions(scratch / "unlisted", fs::perms::owner_all);
 }

@@ -1,8 +1,10 @@
-// A folder of a test's own, removed with everything in it, and a disk without room.
+// A folder of a test's own, removed with everything in it, a disk without room, and a user who may not do everything.
 #pragma once
 
 #include <sys/resource.h>
+#include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -61,4 +63,23 @@ class FileSizeLimit {
 
   private:
     rlimit before_{};
+};
+
+// The administrator becomes an ordinary user while it lives, so that permissions hold.
+class OrdinaryUser {
+  public:
+    OrdinaryUser() : holds_(before_ != 0 || seteuid(kNobody) == 0) {}
+    ~OrdinaryUser() {
+        if (before_ == 0 && holds_ && seteuid(before_) != 0) std::abort();
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+    // False where the system knows no other user.
+    explicit operator bool() const { return holds_; }
+
+  private:
+    static constexpr uid_t kNobody = 65534;
+    uid_t before_ = geteuid();
+    bool holds_;
 };

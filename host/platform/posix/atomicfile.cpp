@@ -67,8 +67,8 @@ class PosixPartialFile final : public PartialFile {
 bool PosixPartialFile::checkTarget(Error& error) {
     existed = stat(target.c_str(), &before) == 0;
     if (!existed) return errno == ENOENT || fail(error, shown, lastError());
-    if (S_ISDIR(before.st_mode)) return fail(error, shown, "is a folder");
-    if (!S_ISREG(before.st_mode)) return fail(error, shown, "is no ordinary file");
+    if (S_ISDIR(before.st_mode)) return fail(error, shown, kIsFolder);
+    if (!S_ISREG(before.st_mode)) return fail(error, shown, kNoOrdinaryFile);
     // The bits count even for a user who may write everything: they say that the file is meant to stay as it is.
     if ((before.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) return fail(error, shown, "is read-only");
     if (access(target.c_str(), W_OK) != 0) return fail(error, shown, lastError());

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <limits>
 
 #include "host/platform/codepage.h"
 #include "host/platform/fileerror.h"
@@ -98,10 +99,48 @@ Descriptor openForReading(const fs::path& native, int flags, struct stat& status
         return Descriptor();
     }
     if (S_ISDIR(status.st_mode)) {
-        fail(error, native, "is a folder");
+        fail(error, native, kIsFolder);
         return Descriptor();
     }
     return file;
+}
+
+// An ordinary file only. Opening does not block: a pipe would wait for a writer, only to be refused.
+Descriptor openOrdinary(const fs::path& native, struct stat& status, Error& error) {
+    Descriptor file = openForReading(native, O_NONBLOCK, status, error);
+    if (file && !S_ISREG(status.st_mode)) {
+        fail(error, native, kNoOrdinaryFile);
+        return Descriptor();
+    }
+    return file;
+}
+
+// Everything until the end, which comes after expected bytes unless the file tells no size or grows.
+bool readToEnd(const Descriptor& file, const fs::path& native, std::uint64_t expected, std::uint64_t most,
+               std::string& content, Error& error) {
+    if (expected > most) return fail(error, native, largerThan(most));
+    // One byte more than expected, so that the end is met at once.
+    std::size_t room = static_cast<std::size_t>(expected) + 1;
+    for (std::size_t at = 0;;) {
+        content.resize(std::max(room, at + 4096));
+        const ssize_t count = read(file.number(), content.data() + at, content.size() - at);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) {
+            const std::error_code reason = lastError();
+            content.clear();
+            return fail(error, native, reason);
+        }
+        at += static_cast<std::size_t>(count);
+        if (at > most) {
+            content.clear();
+            return fail(error, native, largerThan(most));
+        }
+        if (count == 0) {
+            content.resize(at);
+            return true;
+        }
+        if (at == content.size()) room = at * 2;
+    }
 }
 
 class PosixMappedFile : public MappedFile {
@@ -183,35 +222,21 @@ bool readFile(const fs::path& native, std::string& content, Error& error) {
     content.clear();
     struct stat status;
     const Descriptor file = openForReading(native, 0, status, error);
-    if (!file) return false;
-    // A pipe or device says no size: everything is read until its end, one byte more than the size at least.
-    std::size_t room = static_cast<std::size_t>(status.st_size) + 1;
-    for (std::size_t at = 0;;) {
-        content.resize(std::max(room, at + 4096));
-        const ssize_t count = read(file.number(), content.data() + at, content.size() - at);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) {
-            content.clear();
-            return fail(error, native, lastError());
-        }
-        at += static_cast<std::size_t>(count);
-        if (count == 0) {
-            content.resize(at);
-            return true;
-        }
-        if (at == content.size()) room = at * 2;
-    }
+    constexpr std::uint64_t kUnlimited = std::numeric_limits<std::uint64_t>::max();
+    return file && readToEnd(file, native, static_cast<std::uint64_t>(status.st_size), kUnlimited, content, error);
+}
+
+bool readOrdinaryFile(const fs::path& native, std::uint64_t most, std::string& content, Error& error) {
+    content.clear();
+    struct stat status;
+    const Descriptor file = openOrdinary(native, status, error);
+    return file && readToEnd(file, native, static_cast<std::uint64_t>(status.st_size), most, content, error);
 }
 
 std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& error) {
     struct stat status;
-    // Not blocking, since a pipe nobody writes to would wait, only to be refused.
-    Descriptor file = openForReading(native, O_NONBLOCK, status, error);
+    Descriptor file = openOrdinary(native, status, error);
     if (!file) return nullptr;
-    if (!S_ISREG(status.st_mode)) {
-        fail(error, native, "is no ordinary file");
-        return nullptr;
-    }
     const auto size = static_cast<std::size_t>(status.st_size);
     if (size == 0) return std::make_unique<PosixMappedFile>(native, std::move(file), status, std::string_view());
     void* address = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.number(), 0);

@@ -48,7 +48,7 @@ bool WindowsPartialFile::checkTarget(Error& error) {
         const DWORD reason = GetLastError();
         return reason == ERROR_FILE_NOT_FOUND || fail(error, shown, systemError(reason));
     }
-    if (attributes & FILE_ATTRIBUTE_DIRECTORY) return fail(error, shown, "is a folder");
+    if (attributes & FILE_ATTRIBUTE_DIRECTORY) return fail(error, shown, kIsFolder);
     if (attributes & FILE_ATTRIBUTE_READONLY) return fail(error, shown, "is read-only");
     return true;
 }

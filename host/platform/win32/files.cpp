@@ -21,10 +21,38 @@ Handle openForReading(const fs::path& native, Error& error) {
         fail(error, native, lastError());
     } else if (GetFileType(file.value()) == FILE_TYPE_DISK && GetFileInformationByHandle(file.value(), &status) &&
                (status.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-        fail(error, native, "is a folder");
+        fail(error, native, kIsFolder);
         return Handle();
     }
     return file;
+}
+
+// The size of an ordinary file; false, with the reason in error, for a pipe or device.
+bool findOrdinarySize(const Handle& file, const fs::path& native, LARGE_INTEGER& size, Error& error) {
+    if (GetFileType(file.value()) != FILE_TYPE_DISK || !GetFileSizeEx(file.value(), &size))
+        return fail(error, native, kNoOrdinaryFile);
+    return true;
+}
+
+bool readToEnd(const Handle& file, const fs::path& native, std::uint64_t most, std::string& content, Error& error) {
+    constexpr DWORD kPiece = DWORD{1} << 20;
+    for (std::size_t at = 0;;) {
+        content.resize(at + kPiece);
+        DWORD count = 0;
+        if (!ReadFile(file.value(), content.data() + at, kPiece, &count, nullptr) &&
+            GetLastError() != ERROR_BROKEN_PIPE) {
+            const std::error_code reason = lastError();
+            content.clear();
+            return fail(error, native, reason);
+        }
+        at += count;
+        content.resize(at);
+        if (at > most) {
+            content.clear();
+            return fail(error, native, largerThan(most));
+        }
+        if (count == 0) return true;
+    }
 }
 
 class WindowsMappedFile : public MappedFile {
@@ -81,30 +109,23 @@ std::wstring innerPath(const fs::path& native) {
 bool readFile(const fs::path& native, std::string& content, Error& error) {
     content.clear();
     const Handle file = openForReading(native, error);
-    if (!file) return false;
-    constexpr DWORD kPiece = DWORD{1} << 20;
-    for (std::size_t at = 0;;) {
-        content.resize(at + kPiece);
-        DWORD count = 0;
-        if (!ReadFile(file.value(), content.data() + at, kPiece, &count, nullptr) &&
-            GetLastError() != ERROR_BROKEN_PIPE) {
-            content.clear();
-            return fail(error, native, lastError());
-        }
-        at += count;
-        content.resize(at);
-        if (count == 0) return true;
-    }
+    return file && readToEnd(file, native, std::numeric_limits<std::uint64_t>::max(), content, error);
+}
+
+bool readOrdinaryFile(const fs::path& native, std::uint64_t most, std::string& content, Error& error) {
+    content.clear();
+    const Handle file = openForReading(native, error);
+    LARGE_INTEGER size;
+    if (!file || !findOrdinarySize(file, native, size, error)) return false;
+    if (static_cast<std::uint64_t>(size.QuadPart) > most) return fail(error, native, largerThan(most));
+    return readToEnd(file, native, most, content, error);
 }
 
 std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& error) {
     Handle file = openForReading(native, error);
     if (!file) return nullptr;
     LARGE_INTEGER size;
-    if (GetFileType(file.value()) != FILE_TYPE_DISK || !GetFileSizeEx(file.value(), &size)) {
-        fail(error, native, "is no ordinary file");
-        return nullptr;
-    }
+    if (!findOrdinarySize(file, native, size, error)) return nullptr;
     if (size.QuadPart == 0)
         return std::make_unique<WindowsMappedFile>(native, std::move(file), Handle(), std::string_view());
     if (static_cast<unsigned long long>(size.QuadPart) > std::numeric_limits<std::size_t>::max()) {
