@@ -2,7 +2,7 @@
 #include <string>
 
 #include "host/platform/files.h"
-#include "host/platform/partialfile.h"
+#include "host/platform/inside/partialfile.h"
 
 namespace qrs::platform {
 

@@ -6,8 +6,8 @@
 #include <cstring>
 #include <optional>
 
-#include "host/platform/casemap.h"
-#include "host/platform/codepagetable.h"
+#include "host/platform/inside/casemap.h"
+#include "host/platform/inside/codepagetable.h"
 
 namespace qrs::platform {
 

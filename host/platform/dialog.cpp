@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "host/platform/dialogwindow.h"
+#include "host/platform/inside/dialogwindow.h"
 
 namespace qrs::platform {
 

@@ -5,9 +5,9 @@
 #include <filesystem>
 
 #include "host/platform/codepage.h"
-#include "host/platform/dialoganswer.h"
-#include "host/platform/dialogwindow.h"
 #include "host/platform/files.h"
+#include "host/platform/inside/dialoganswer.h"
+#include "host/platform/inside/dialogwindow.h"
 
 namespace qrs::platform {
 

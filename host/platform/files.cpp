@@ -4,7 +4,7 @@
 #include <fstream>
 
 #include "host/platform/codepage.h"
-#include "host/platform/fileerror.h"
+#include "host/platform/inside/fileerror.h"
 #include "host/platform/wildcard.h"
 
 namespace qrs::platform {

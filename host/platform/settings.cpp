@@ -2,7 +2,7 @@
 #include "host/platform/settings.h"
 
 #include "host/platform/callrecord.h"
-#include "host/platform/store.h"
+#include "host/platform/inside/store.h"
 
 namespace qrs::platform {
 

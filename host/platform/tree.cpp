@@ -6,10 +6,10 @@
 #include <memory>
 #include <string>
 
-#include "host/platform/fileerror.h"
 #include "host/platform/files.h"
-#include "host/platform/inprogress.h"
 #include "host/platform/inputfile.h"
+#include "host/platform/inside/fileerror.h"
+#include "host/platform/inside/inprogress.h"
 
 namespace qrs::platform {
 

@@ -7,8 +7,8 @@
 #include <mutex>
 #include <thread>
 
-#include "host/platform/inprogress.h"
-#include "host/platform/laststream.h"
+#include "host/platform/inside/inprogress.h"
+#include "host/platform/inside/laststream.h"
 
 namespace qrs::platform {
 

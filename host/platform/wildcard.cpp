@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "host/platform/casemap.h"
 #include "host/platform/codepage.h"
+#include "host/platform/inside/casemap.h"
 
 namespace qrs::platform {
 

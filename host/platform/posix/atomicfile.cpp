@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "host/platform/fileerror.h"
 #include "host/platform/files.h"
-#include "host/platform/inprogress.h"
-#include "host/platform/partialfile.h"
+#include "host/platform/inside/fileerror.h"
+#include "host/platform/inside/inprogress.h"
+#include "host/platform/inside/partialfile.h"
 #include "host/platform/posix/handle.h"
 #include "host/platform/posix/signalhold.h"
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/platform/codepagetable.h"
+#include "host/platform/inside/codepagetable.h"
 
 namespace qrs::platform {
 

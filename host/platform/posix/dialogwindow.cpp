@@ -1,5 +1,5 @@
 // This system shows no windows of its own: who carries the module presents its dialogs.
-#include "host/platform/dialogwindow.h"
+#include "host/platform/inside/dialogwindow.h"
 
 namespace qrs::platform {
 

@@ -10,7 +10,7 @@
 #include <limits>
 
 #include "host/platform/codepage.h"
-#include "host/platform/fileerror.h"
+#include "host/platform/inside/fileerror.h"
 #include "host/platform/posix/handle.h"
 
 namespace qrs::platform {

@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "host/platform/fileerror.h"
+#include "host/platform/inside/fileerror.h"
 #include "host/platform/posix/handle.h"
 
 namespace qrs::platform {

@@ -7,8 +7,8 @@
 #include <cstring>
 #include <string>
 
-#include "host/platform/fileerror.h"
 #include "host/platform/files.h"
+#include "host/platform/inside/fileerror.h"
 
 namespace qrs::platform {
 

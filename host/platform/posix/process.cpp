@@ -11,8 +11,8 @@
 #include <thread>
 
 #include "host/platform/codepage.h"
-#include "host/platform/inprogress.h"
-#include "host/platform/laststream.h"
+#include "host/platform/inside/inprogress.h"
+#include "host/platform/inside/laststream.h"
 #include "host/platform/posix/signalhold.h"
 
 namespace qrs::platform {

@@ -1,5 +1,5 @@
 // The settings file of a user, and sharing it with other programs.
-#include "host/platform/store.h"
+#include "host/platform/inside/store.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -7,8 +7,8 @@
 
 #include <cstdlib>
 
-#include "host/platform/fileerror.h"
 #include "host/platform/files.h"
+#include "host/platform/inside/fileerror.h"
 #include "host/platform/posix/handle.h"
 
 namespace qrs::platform {

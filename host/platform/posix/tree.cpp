@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "host/platform/fileerror.h"
+#include "host/platform/inside/fileerror.h"
 #include "host/platform/posix/handle.h"
 
 namespace qrs::platform {

@@ -1,10 +1,10 @@
 // The temporary file of AtomicFile on Windows.
 #include <algorithm>
 
-#include "host/platform/fileerror.h"
 #include "host/platform/files.h"
-#include "host/platform/inprogress.h"
-#include "host/platform/partialfile.h"
+#include "host/platform/inside/fileerror.h"
+#include "host/platform/inside/inprogress.h"
+#include "host/platform/inside/partialfile.h"
 #include "host/platform/win32/handle.h"
 
 namespace qrs::platform {

@@ -1,7 +1,7 @@
 // Code pages of the system.
 #include <windows.h>
 
-#include "host/platform/codepagetable.h"
+#include "host/platform/inside/codepagetable.h"
 
 namespace qrs::platform {
 

@@ -7,7 +7,7 @@
 
 #include <memory>
 
-#include "host/platform/dialogwindow.h"
+#include "host/platform/inside/dialogwindow.h"
 #include "host/platform/win32/dialogwindow.h"
 
 namespace qrs::platform {

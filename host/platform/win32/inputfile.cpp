@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "host/platform/fileerror.h"
+#include "host/platform/inside/fileerror.h"
 #include "host/platform/win32/handle.h"
 
 namespace qrs::platform {

@@ -1,7 +1,7 @@
 // Shared libraries on Windows.
 #include "host/platform/library.h"
 
-#include "host/platform/fileerror.h"
+#include "host/platform/inside/fileerror.h"
 #include "host/platform/win32/handle.h"
 
 namespace qrs::platform {

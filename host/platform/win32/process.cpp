@@ -8,8 +8,8 @@
 #include <algorithm>
 
 #include "host/platform/codepage.h"
-#include "host/platform/inprogress.h"
-#include "host/platform/laststream.h"
+#include "host/platform/inside/inprogress.h"
+#include "host/platform/inside/laststream.h"
 #include "host/platform/win32/handle.h"
 
 namespace qrs::platform {

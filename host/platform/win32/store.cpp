@@ -1,10 +1,10 @@
 // The registry of a user, and sharing a settings file with other programs.
-#include "host/platform/store.h"
+#include "host/platform/inside/store.h"
 
 #include <cstring>
 
-#include "host/platform/fileerror.h"
 #include "host/platform/files.h"
+#include "host/platform/inside/fileerror.h"
 #include "host/platform/win32/handle.h"
 
 namespace qrs::platform {

@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "host/platform/error.h"
-#include "host/platform/inprogress.h"
+#include "host/platform/inside/inprogress.h"
 
 namespace qrs::platform {
 

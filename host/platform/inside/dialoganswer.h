@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/platform/dialoglines.h"
+#include "host/platform/inside/dialoglines.h"
 
 namespace qrs::platform {
 

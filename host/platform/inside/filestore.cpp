@@ -2,9 +2,9 @@
 #include <mutex>
 
 #include "host/platform/codepage.h"
-#include "host/platform/fileerror.h"
 #include "host/platform/files.h"
-#include "host/platform/store.h"
+#include "host/platform/inside/fileerror.h"
+#include "host/platform/inside/store.h"
 
 namespace qrs::platform {
 

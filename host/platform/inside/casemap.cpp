@@ -1,5 +1,5 @@
 // Upper and lower case of single code points.
-#include "host/platform/casemap.h"
+#include "host/platform/inside/casemap.h"
 
 #include <algorithm>
 #include <iterator>

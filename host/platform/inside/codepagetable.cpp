@@ -1,5 +1,5 @@
 // Builds the tables of a code page from what the system answers.
-#include "host/platform/codepagetable.h"
+#include "host/platform/inside/codepagetable.h"
 
 #include <map>
 #include <mutex>

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-#include "host/platform/settingsfile.h"
+#include "host/platform/inside/settingsfile.h"
 
 namespace qrs::platform {
 

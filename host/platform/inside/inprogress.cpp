@@ -1,5 +1,5 @@
 // The temporary files being written now.
-#include "host/platform/inprogress.h"
+#include "host/platform/inside/inprogress.h"
 
 #include <mutex>
 #include <random>

@@ -1,5 +1,5 @@
 // The text form of a dialog: its lines, and the numbered items in them.
-#include "host/platform/dialoglines.h"
+#include "host/platform/inside/dialoglines.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // What an answer to a dialog in text form means.
-#include "host/platform/dialoganswer.h"
+#include "host/platform/inside/dialoganswer.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // Reads and changes the text of a settings file.
-#include "host/platform/settingsfile.h"
+#include "host/platform/inside/settingsfile.h"
 
 #include <algorithm>
 
