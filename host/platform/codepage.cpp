@@ -232,6 +232,11 @@ int compareNoCase(std::wstring_view a, std::wstring_view b) {
     std::size_t i = 0;
     std::size_t k = 0;
     while (i < a.size() && k < b.size()) {
+        // Equal units need no folding. One that may begin a surrogate pair says nothing alone.
+        if (a[i] == b[k] && !isHighSurrogate(static_cast<char32_t>(a[i]) & 0xFFFF)) {
+            ++i, ++k;
+            continue;
+        }
         const char32_t left = upperCase(nextCodePoint(a, i));
         const char32_t right = upperCase(nextCodePoint(b, k));
         if (left != right) return left < right ? -1 : 1;

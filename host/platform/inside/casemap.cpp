@@ -1,8 +1,8 @@
 // Upper and lower case of single code points.
 #include "host/platform/inside/casemap.h"
 
-#include <algorithm>
-#include <iterator>
+#include <cstddef>
+#include <cstdint>
 
 namespace qrs::platform {
 
@@ -49,20 +49,53 @@ constexpr CaseRange kCaseRanges[] = {
     {0x24D0, 0x24E9, 1, -26, false}, {0xFF41, 0xFF5A, 1, -32, false},
 };
 
-char32_t moved(char32_t codePoint, int delta) {
+constexpr char32_t moved(char32_t codePoint, int delta) {
     return static_cast<char32_t>(static_cast<int>(codePoint) + delta);
 }
+
+// The upper case of every code point of the basic plane: 256 pages of 256, of which those without letters are one page
+// that stays as it is.
+constexpr char32_t kPageSize = 256;
+
+struct PageNumbers {
+    std::uint8_t of[kPageSize] = {};  // 0: no letters
+    std::size_t count = 1;
+};
+
+constexpr PageNumbers numberPages() {
+    PageNumbers numbers;
+    for (const CaseRange& range : kCaseRanges) {
+        for (char32_t page = range.first / kPageSize; page <= range.last / kPageSize; ++page) {
+            if (numbers.of[page] == 0) numbers.of[page] = static_cast<std::uint8_t>(numbers.count++);
+        }
+    }
+    return numbers;
+}
+
+constexpr PageNumbers kPages = numberPages();
+
+struct UpperTable {
+    // What is added to a code point; the sum is cut to 16 bits.
+    std::uint16_t delta[kPages.count][kPageSize] = {};
+};
+
+constexpr UpperTable makeUpperTable() {
+    UpperTable table;
+    for (const CaseRange& range : kCaseRanges) {
+        for (char32_t c = range.first; c <= range.last; c += range.step)
+            table.delta[kPages.of[c / kPageSize]][c % kPageSize] = static_cast<std::uint16_t>(range.delta);
+    }
+    return table;
+}
+
+constexpr UpperTable kUpper = makeUpperTable();
 
 }  // namespace
 
 char32_t upperCase(char32_t codePoint) {
     if (codePoint < 0x80) return codePoint >= U'a' && codePoint <= U'z' ? codePoint - 0x20 : codePoint;
-    const auto row = std::lower_bound(std::begin(kCaseRanges), std::end(kCaseRanges), codePoint,
-                                      [](const CaseRange& range, char32_t value) { return range.last < value; });
-    if (row == std::end(kCaseRanges) || codePoint < row->first || (codePoint - row->first) % row->step != 0) {
-        return codePoint;
-    }
-    return moved(codePoint, row->delta);
+    if (codePoint > 0xFFFF) return codePoint;
+    return (codePoint + kUpper.delta[kPages.of[codePoint / kPageSize]][codePoint % kPageSize]) & 0xFFFF;
 }
 
 char32_t lowerCase(char32_t codePoint) {
