@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "acutads.h"
 #include "axlock.h"
 #include "dbobjptr.h"
 #include "layers/contents.h"
@@ -111,11 +112,16 @@ void CLayerToolBar::CollectBimLayer() {
     for (const PipeClassificationNode& group : groups)
         systems += static_cast<int>(group.Systems.size());
     ProgressMeter meter(systems);
+    bool isThere = false;
     for (const PipeClassificationNode& group : groups) {
         for (const PipeInfoNode& system : group.Systems) {
-            for (const BimSystem& bim : kBimSystems)
-                if (system.PipeName == bim.name) bringSystem(bim);
+            for (const BimSystem& bim : kBimSystems) {
+                if (system.PipeName != bim.name) continue;
+                isThere = true;
+                bringSystem(bim);
+            }
             meter.step();
         }
     }
+    if (!isThere) acutPrintf(L"\n当前标准中没有“BIM喷头”和“BIM”系统，没有图层可以处理！");
 }

@@ -23,6 +23,12 @@ class StandardLayers : public LayerFrame {
         }
         standard::currentStandard()->groups.front()->AddPipeSystem(system);
     }
+    static void removeSystem(const wchar_t* name) {
+        for (const auto& group : standard::currentStandard()->groups) {
+            PipeNode* system = group->FindPipeSystem(name);
+            if (system && group->DeletePipeSystem(name)) delete system;
+        }
+    }
 };
 
 }  // namespace
@@ -82,6 +88,13 @@ TEST_F(StandardLayers, GxfzBringsBimLayersAndTheirObjects) {
                            [&](const std::string& call) { return call.find(part) != std::string::npos; });
     };
     EXPECT_TRUE(sent("zoom e "));
+
+    // One of the two is enough to work with; without both there is one line to say so.
+    const wchar_t* told = L"当前标准中没有“BIM喷头”和“BIM”系统，没有图层可以处理！\n";
+    removeSystem(L"BIM");
+    EXPECT_EQ(count(run({L"gxfz"}), told), 0u);
+    removeSystem(L"BIM喷头");
+    EXPECT_EQ(own(run({L"gxfz"})), platform::toUtf8(told));
 }
 
 }  // namespace qrs::test
