@@ -126,30 +126,34 @@ CodeForm codeFormOf(std::string_view body) {
 
 void appendValueText(const RawTag& tag, std::string& out) {
     const auto size = static_cast<std::size_t>(tag.valueEnd - tag.value);
-    switch (encodingOf(tag.code)) {
-        case Encoding::Text:
+    switch (valueKindOf(tag.code)) {
+        case ValueKind::None:
+        case ValueKind::Text:
+        case ValueKind::Handle:
             out.append(tag.value, size);
             break;
-        case Encoding::Chunk:
+        case ValueKind::Chunk:
             for (const char c : textOf(tag)) {
                 const auto byte = static_cast<unsigned char>(c);
                 out += "0123456789ABCDEF"[byte >> 4];
                 out += "0123456789ABCDEF"[byte & 15];
             }
             break;
-        case Encoding::Integer8:
+        case ValueKind::Integer8:
             appendInteger(static_cast<std::int64_t>(littleEndian(tag.value, 1)), out);
             break;
-        case Encoding::Integer16:
+        case ValueKind::Integer16:
             appendInteger(static_cast<std::int16_t>(littleEndian(tag.value, 2)), out);
             break;
-        case Encoding::Integer32:
+        case ValueKind::Integer32:
             appendInteger(static_cast<std::int32_t>(littleEndian(tag.value, 4)), out);
             break;
-        case Encoding::Integer64:
+        case ValueKind::Integer64:
             appendInteger(static_cast<std::int64_t>(littleEndian(tag.value, 8)), out);
             break;
-        case Encoding::Real:
+        case ValueKind::Real:
+        case ValueKind::Point:
+        case ValueKind::Coordinate:
             appendReal(littleEndian(tag.value, 8), out);
             break;
     }
@@ -169,15 +173,19 @@ void appendRecordText(CodeForm form, std::string_view record, std::string& out) 
 }
 
 bool appendValueBytes(int code, std::string_view value, std::string& out) {
-    const Encoding encoding = encodingOf(code);
+    const ValueKind kind = valueKindOf(code);
     double real = 0.0;
-    switch (encoding) {
-        case Encoding::Text:
+    switch (kind) {
+        case ValueKind::None:
+        case ValueKind::Text:
+        case ValueKind::Handle:
             appendText(value, out);
             return true;
-        case Encoding::Chunk:
+        case ValueKind::Chunk:
             return appendChunk(value, out);
-        case Encoding::Real: {
+        case ValueKind::Real:
+        case ValueKind::Point:
+        case ValueKind::Coordinate: {
             if (!parseReal(value, real)) return false;
             std::uint64_t bits = 0;
             std::memcpy(&bits, &real, sizeof bits);
@@ -185,7 +193,7 @@ bool appendValueBytes(int code, std::string_view value, std::string& out) {
             return true;
         }
         default:
-            return appendSized(value, detail::kSizes[static_cast<std::size_t>(encoding)], out);
+            return appendSized(value, detail::kSizes[static_cast<std::size_t>(kind)], out);
     }
 }
 

@@ -14,6 +14,7 @@
 
 #include "host/dxf/codecache.h"
 #include "host/dxf/codeform.h"
+#include "host/dxf/groupcodes.h"
 #include "host/dxf/lines.h"
 
 namespace qrs::dxf {
@@ -21,43 +22,12 @@ namespace qrs::dxf {
 // The form of what stands behind the signature.
 CodeForm codeFormOf(std::string_view body);
 
-enum class Encoding : std::uint8_t { Text, Chunk, Integer8, Integer16, Integer32, Integer64, Real };
-
 namespace detail {
 
-struct EncodedRange {
-    int first;
-    int last;
-    Encoding encoding;
-};
-// Every other code holds text, handles included.
-constexpr EncodedRange kEncodedRanges[] = {
-    {10, 59, Encoding::Real},         {60, 79, Encoding::Integer16},   {90, 99, Encoding::Integer32},
-    {110, 149, Encoding::Real},       {160, 169, Encoding::Integer64}, {170, 179, Encoding::Integer16},
-    {210, 239, Encoding::Real},       {270, 289, Encoding::Integer16}, {290, 299, Encoding::Integer8},
-    {310, 319, Encoding::Chunk},      {370, 389, Encoding::Integer16}, {400, 409, Encoding::Integer16},
-    {420, 429, Encoding::Integer32},  {440, 459, Encoding::Integer32}, {460, 469, Encoding::Real},
-    {1004, 1004, Encoding::Chunk},    {1010, 1059, Encoding::Real},    {1060, 1070, Encoding::Integer16},
-    {1071, 1071, Encoding::Integer32}};
-constexpr int kEncodedCodes = 1072;
-
-constexpr std::array<Encoding, kEncodedCodes> encodingTable() {
-    std::array<Encoding, kEncodedCodes> table{};
-    for (const EncodedRange& range : kEncodedRanges) {
-        for (int code = range.first; code <= range.last; ++code)
-            table[static_cast<std::size_t>(code)] = range.encoding;
-    }
-    return table;
-}
-constexpr std::array<Encoding, kEncodedCodes> kEncodings = encodingTable();
-constexpr std::array<std::uint8_t, 7> kSizes = {0, 0, 1, 2, 4, 8, 8};
+// Bytes of a value by its ValueKind; those of text and chunks follow from what they hold.
+constexpr std::array<std::uint8_t, 11> kSizes = {0, 0, 0, 0, 1, 2, 4, 8, 8, 8, 8};
 
 }  // namespace detail
-
-inline Encoding encodingOf(int code) {
-    return code >= 0 && code < detail::kEncodedCodes ? detail::kEncodings[static_cast<std::size_t>(code)]
-                                                     : Encoding::Text;
-}
 
 // Cuts the tag at a place. The value is the bytes as they lie, without a text's NUL or a chunk's length. NoCode is
 // never the answer, since every number is a code.
@@ -83,8 +53,8 @@ inline Cut cutBinary(const char* at, const char* end, RawTag& tag) {
     } else {
         return Cut::NoValue;
     }
-    const Encoding encoding = encodingOf(tag.code);
-    if (encoding == Encoding::Text) {
+    const ValueKind kind = valueKindOf(tag.code);
+    if (isTextual(kind)) {
         if (kFastTags && end - value >= 32) {
             if (const std::uint32_t zeros = matches32(value, '\0'); zeros != 0) {
                 tag.value = value;
@@ -100,8 +70,8 @@ inline Cut cutBinary(const char* at, const char* end, RawTag& tag) {
         tag.next = zero + 1;
         return Cut::Tag;
     }
-    std::ptrdiff_t size = detail::kSizes[static_cast<std::size_t>(encoding)];
-    if (encoding == Encoding::Chunk) size = static_cast<unsigned char>(*value++);
+    std::ptrdiff_t size = detail::kSizes[static_cast<std::size_t>(kind)];
+    if (kind == ValueKind::Chunk) size = static_cast<unsigned char>(*value++);
     if (end - value < size) return Cut::NoValue;
     tag.value = value;
     tag.valueEnd = tag.next = value + size;
@@ -130,7 +100,7 @@ void forEachBinaryTag(CodeForm form, std::string_view record, IsWanted&& isWante
     std::string number;
     for (RawTag tag{}; at != end && cutBinary(form, at, end, tag) == Cut::Tag; at = tag.next) {
         if (at != record.data() && !isWanted(tag.code)) continue;
-        if (encodingOf(tag.code) == Encoding::Text) {
+        if (isTextual(valueKindOf(tag.code))) {
             take(tag.code, textOf(tag));
         } else {
             number.clear();

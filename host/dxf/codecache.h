@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "host/dxf/handlecheck.h"
+#include "host/dxf/groupcodes.h"
 #include "host/dxf/index.h"
 #include "host/dxf/lines.h"
 
@@ -108,7 +108,7 @@ class CodeCache {
     }
 
     static constexpr bool mattersToIndex(int code) {
-        return code == 0 || code == 9 || isFieldCode(code) || isPointerCode(code);
+        return code == codes::kType || code == codes::kVariable || isFieldCode(code) || isResolved(referenceOf(code));
     }
 
   private:

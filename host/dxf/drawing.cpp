@@ -5,6 +5,7 @@
 
 #include "host/dxf/binary.h"
 #include "host/dxf/text.h"
+#include "host/dxf/version.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::dxf {
@@ -19,13 +20,6 @@ bool sameName(std::string_view a, std::string_view b) {
     return a.size() == b.size() &&
            std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return upper(x) == upper(y); });
 }
-
-// 1024 of "AC1024".
-std::int64_t versionNumber(const std::string& version) {
-    return version.size() > 2 ? toInteger(std::string_view(version).substr(2)) : 0;
-}
-constexpr std::int64_t kFirstWithHandles = 1012;
-constexpr std::int64_t kFirstInUtf8 = 1021;
 
 }  // namespace
 
@@ -101,12 +95,12 @@ void Drawing::readHeader() {
         const RecordId id = findHeaderVariable(name);
         return id != kNoRecord && findTag(id, code, tag);
     };
-    if (variable("$ACADVER", 1)) version_ = trimmed(tag.value);
-    handling_ = variable("$HANDLING", 70) && toInteger(tag.value) != 0;
-    if (versionNumber(version_) >= kFirstInUtf8 || index_.hasUtf8Mark) {
+    if (variable("$ACADVER", codes::kText)) version_ = trimmed(tag.value);
+    handling_ = variable("$HANDLING", codes::kFlags) && toInteger(tag.value) != 0;
+    if (versionOf(version_) >= kFirstInUtf8 || index_.hasUtf8Mark) {
         codePage_ = platform::kUtf8;
     } else {
-        if (variable("$DWGCODEPAGE", 3)) codePage_ = codePageOf(tag.value);
+        if (variable("$DWGCODEPAGE", codes::kOtherText)) codePage_ = codePageOf(tag.value);
         if (codePage_ == 0 || !platform::isKnownCodePage(codePage_)) codePage_ = platform::ansiCodePage();
     }
 }
@@ -253,7 +247,7 @@ RecordId Drawing::findHandle(std::uint64_t handle) const {
 RecordId Drawing::findNamed(const std::vector<RecordId>& heads, std::string_view name) const {
     Tag tag;
     for (const RecordId id : heads) {
-        if (!isErased(id) && findTag(id, 2, tag) && sameName(trimmed(tag.value), name)) return id;
+        if (!isErased(id) && findTag(id, codes::kName, tag) && sameName(trimmed(tag.value), name)) return id;
     }
     return kNoRecord;
 }
@@ -318,15 +312,11 @@ std::string_view Drawing::storedBytes(RecordId id) const {
 }
 
 bool Drawing::findTag(RecordId id, int code, Tag& tag, int nth) const {
-    TagCursor cursor = tags(id);
-    bool inGroup = false;
-    while (cursor.next(tag)) {
-        if (code < 1000 && tag.code >= 1000) return false;
-        const bool opensOrCloses = tag.code == 102 && !trimmed(tag.value).empty();
-        if (opensOrCloses && trimmed(tag.value).front() == '{') inGroup = true;
-        const bool hidden = inGroup && tag.code != 102 && tag.code < 1000;
-        if (opensOrCloses && trimmed(tag.value).front() == '}') inGroup = false;
-        if (tag.code == code && !hidden && nth-- == 0) return true;
+    const bool isInXdata = isXdataCode(code);
+    for (RecordWalk walk(tags(id)); walk.next(tag);) {
+        if (!isInXdata && walk.part() == Part::Xdata) return false;
+        const bool isLookedAt = isInXdata || walk.isOwn() || code == codes::kGroup;
+        if (tag.code == code && isLookedAt && nth-- == 0) return true;
     }
     return false;
 }
@@ -334,7 +324,7 @@ bool Drawing::findTag(RecordId id, int code, Tag& tag, int nth) const {
 // --- what the whole drawing says of itself
 
 bool Drawing::hasHandles() const {
-    return handling_ || versionNumber(version_) >= kFirstWithHandles || index_.greatestHandle != 0;
+    return handling_ || versionOf(version_) >= kFirstWithHandles || index_.greatestHandle != 0;
 }
 
 std::wstring Drawing::decode(std::string_view value) const {

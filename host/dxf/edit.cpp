@@ -341,8 +341,9 @@ void Drawing::settle(RecordId id) {
 
 RecordId Drawing::insertRecord(RecordId before, RecordKind kind, const std::vector<NewTag>& tags) {
     require(before < recordCount(), "no record to put another before");
-    require(!tags.empty() && tags.front().code == (kind == RecordKind::HeaderVariable ? 9 : 0),
-            "a new record must begin with code 0, a header variable with 9");
+    require(
+        !tags.empty() && tags.front().code == (kind == RecordKind::HeaderVariable ? codes::kVariable : codes::kType),
+        "a new record must begin with code 0, a header variable with 9");
     const auto id = static_cast<RecordId>(recordCount());
     require(id != kNoRecord, "too many records");
     if (!isBinary() && record(before).stored == 0) endLastLine(before);
@@ -398,7 +399,7 @@ void Drawing::eraseRecord(RecordId id, bool erase) {
 
 void Drawing::adjustTableCount(RecordId table, int by) {
     Tag tag;
-    if (by == 0 || !findTag(table, 70, tag)) return;
+    if (by == 0 || !findTag(table, codes::kTableCount, tag)) return;
     const std::string_view value = tag.value;
     std::string count = std::to_string(toInteger(value) + by);
     const std::size_t width = value.find_last_not_of(" \t") + 1;
@@ -409,7 +410,7 @@ void Drawing::adjustTableCount(RecordId table, int by) {
 std::uint64_t Drawing::newHandle() {
     const RecordId variable = findHeaderVariable("$HANDSEED");
     Tag tag;
-    const bool hasSeed = variable != kNoRecord && findTag(variable, 5, tag);
+    const bool hasSeed = variable != kNoRecord && findTag(variable, codes::kHandle, tag);
     std::uint64_t handle = hasSeed ? toHandle(tag.value) : 0;
     if (handle < seed_ || handle > kGreatestHandle) handle = seed_;
     if (handle <= index_.greatestHandle) handle = index_.greatestHandle + 1;

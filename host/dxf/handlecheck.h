@@ -45,9 +45,4 @@ class HandleSet {
     std::unordered_set<std::uint64_t> far_;
 };
 
-// Group codes whose values name another record: owners, soft and hard pointers.
-constexpr bool isPointerCode(int code) {
-    return (code >= 330 && code <= 369) || (code >= 390 && code <= 399);
-}
-
 }  // namespace qrs::dxf

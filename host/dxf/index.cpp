@@ -37,43 +37,29 @@ void FieldReader::begin(Record& record) {
         case RecordKind::Block:
         case RecordKind::EndBlock:
             isEntity_ = true;
-            handleCode_ = 5;
+            handleCode_ = codes::kHandle;
             break;
         case RecordKind::TableRecord:
-            // Code 5 of a dimension style is the name of an arrow block, so its handle moved to 105.
-            handleCode_ = record.type == kTypeDimStyle ? 105 : 5;
+            handleCode_ = record.type == kTypeDimStyle ? codes::kDimStyleHandle : codes::kHandle;
             break;
         case RecordKind::Table:
         case RecordKind::EndTable:
         case RecordKind::Object:
-            handleCode_ = 5;
+            handleCode_ = codes::kHandle;
             break;
         default:  // code 5 of $HANDSEED and its like is a value, not the record's own handle
             break;
     }
-    subclasses_ = 0;
-    inGroup_ = false;
+    place_ = RecordPlace();
     hasHandle_ = false;
     hasLayer_ = false;
-    inEmbedded_ = false;
 }
 
 void FieldReader::take(int code, std::string_view value, Interner& layers, bool copyNames) {
     Record& record = *record_;
-    if (code >= 1000) {
-        record.flags |= kHasXdata;
-        return;
-    }
-    if ((record.flags & kHasXdata) != 0) return;
-    if (code == 102) {
-        value = trimmed(value);
-        if (!value.empty() && value.front() == '{') inGroup_ = true;
-        if (!value.empty() && value.front() == '}') inGroup_ = false;
-        return;
-    }
-    if (code == 101) inEmbedded_ = true;
-    // What an embedded object says of itself is not said of the record.
-    if (inGroup_ || inEmbedded_) return;
+    const Part part = place_.pass(code, value);
+    if (part == Part::Xdata) record.flags |= kHasXdata;
+    if (part != Part::Own) return;
     if (code == handleCode_) {
         if (!hasHandle_) record.handle = toHandle(value);
         hasHandle_ = true;
@@ -81,19 +67,16 @@ void FieldReader::take(int code, std::string_view value, Interner& layers, bool 
     }
     if (!isEntity_) return;
     switch (code) {
-        case 8:
+        case codes::kLayer:
             if (!hasLayer_) record.layer = copyNames ? layers.internCopy(value) : layers.intern(value);
             hasLayer_ = true;
             break;
-        case 100:
-            ++subclasses_;
-            break;
         // Space and visibility stand in the part all entities share; behind it the codes may mean something else.
-        case 60:
-            if (subclasses_ <= 1 && toInteger(value) != 0) record.flags |= kInvisible;
+        case codes::kVisibility:
+            if (place_.sections() <= 1 && toInteger(value) != 0) record.flags |= kInvisible;
             break;
-        case 67:
-            if (subclasses_ <= 1 && toInteger(value) == 1) record.flags |= kPaperSpace;
+        case codes::kPaperSpace:
+            if (place_.sections() <= 1 && toInteger(value) == 1) record.flags |= kPaperSpace;
             break;
         default:
             break;

@@ -10,6 +10,7 @@
 #include "host/dxf/codeform.h"
 #include "host/dxf/interner.h"
 #include "host/dxf/record.h"
+#include "host/dxf/recordwalk.h"
 #include "host/platform/files.h"
 
 namespace qrs::dxf {
@@ -107,25 +108,24 @@ class FieldReader {
   public:
     // Forgets what the record's fields held; its kind and type must be set.
     void begin(Record& record);
-    // A tag behind the record's first one. Only codes 5, 8, 60, 67, 100, 101, 102, 105 and those from 1000 on matter.
+    // A tag behind the record's first one; of those whose code is no field's (isFieldCode) none need be told.
     // copyNames: the value goes away, so a new layer name is kept as a copy.
     void take(int code, std::string_view value, Interner& layers, bool copyNames);
 
   private:
     Record* record_ = nullptr;
+    RecordPlace place_;
     int handleCode_ = 0;
-    int subclasses_ = 0;
     bool isEntity_ = false;
     bool hasLayer_ = false;
-    bool inGroup_ = false;
     bool hasHandle_ = false;
-    bool inEmbedded_ = false;
 };
 
 // True when a tag of this code can matter to a FieldReader.
 constexpr bool isFieldCode(int code) {
-    return code == 5 || code == 8 || code == 60 || code == 67 || (code >= 100 && code <= 102) || code == 105 ||
-           code >= 1000;
+    return code == codes::kHandle || code == codes::kLayer || code == codes::kVisibility ||
+           code == codes::kPaperSpace || (code >= codes::kSubclass && code <= codes::kGroup) ||
+           code == codes::kDimStyleHandle || isXdataCode(code);
 }
 
 }  // namespace qrs::dxf

@@ -211,7 +211,7 @@ bool Indexer::binary() {
     index_.codeForm = codeFormOf({at, static_cast<std::size_t>(end_ - at)});
     RawTag tag{};
     Cut result = cut(at, tag);
-    while (result == Cut::Tag && tag.code == 999) {
+    while (result == Cut::Tag && tag.code == codes::kComment) {
         at = tag.next;
         result = cut(at, tag);
     }
@@ -238,7 +238,7 @@ bool Indexer::preamble(const char*& at) {
             continue;
         }
         const Cut result = cut(at, tag);
-        if (result == Cut::Tag && tag.code == 999) {
+        if (result == Cut::Tag && tag.code == codes::kComment) {
             at = tag.next;
             continue;
         }
@@ -257,7 +257,7 @@ bool Indexer::preamble(const char*& at) {
 
 // The first tag decides whether this is a drawing at all.
 bool Indexer::takePreamble(const char* at, const RawTag& tag) {
-    if (tag.code != 0) {
+    if (tag.code != codes::kType) {
         fails(at, "not a DXF file: 0 SECTION expected, found group code " + std::to_string(tag.code));
         return false;
     }
@@ -331,7 +331,7 @@ bool Indexer::scanBinary(const char* at) {
         at = tag.next;
         if (!CodeCache::mattersToIndex(tag.code)) continue;
         std::string_view value = textOf(tag);
-        if (tag.code < 1000 && encodingOf(tag.code) != Encoding::Text) {
+        if (!isXdataCode(tag.code) && !isTextual(valueKindOf(tag.code))) {
             number.clear();
             appendValueText(tag, number);
             value = number;
@@ -343,12 +343,13 @@ bool Indexer::scanBinary(const char* at) {
 
 // A tag that matters to the index.
 Indexer::Step Indexer::take(const char* at, const RawTag& tag, std::string_view value) {
-    if (tag.code == 0 || (tag.code == 9 && place_ == Place::Header)) return startRecord(at, tag);
-    if (isPointerCode(tag.code)) {
+    if (tag.code == codes::kType || (tag.code == codes::kVariable && place_ == Place::Header))
+        return startRecord(at, tag);
+    if (isResolved(referenceOf(tag.code))) {
         if (const std::uint64_t handle = toHandle(value); handle != 0 && hasPointers(current_->kind)) {
             pointedTo_.add(handle);
         }
-    } else if (tag.code != 9) {
+    } else if (tag.code != codes::kVariable) {
         fields_.take(tag.code, value, index_.layers, false);
     }
     return Step::Goes;
@@ -356,7 +357,7 @@ Indexer::Step Indexer::take(const char* at, const RawTag& tag, std::string_view 
 
 Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
     const std::uint16_t type = typeNumber(index_.types.intern(trimmed(textOf(tag))));
-    if (tag.code == 9) {
+    if (tag.code == codes::kVariable) {
         const Step step = open(at, RecordKind::HeaderVariable, type, section_);
         if (step == Step::Goes) index_.headerVariables.push_back(lastId());
         return step;
@@ -432,9 +433,9 @@ Indexer::Step Indexer::startOutside(const char* at, const RawTag& tag, std::uint
 bool Indexer::sectionName(const char* at, std::string_view& name) const {
     RawTag tag{};
     while (cut(at, tag) == Cut::Tag) {
-        if (tag.code != 999) {
+        if (tag.code != codes::kComment) {
             name = trimmed(textOf(tag));
-            return tag.code == 2;
+            return tag.code == codes::kName;
         }
         at = tag.next;
     }
@@ -532,8 +533,8 @@ void Indexer::checkCount(const char* at) {
     const char* const headEnd = lastId() == group_ ? at : start_ + index_.records[group_ + 1].offset;
     const char* place = head;
     const char* ignored = head;
-    const std::string name = valueIn(head, headEnd, 2, ignored);
-    const std::string value = valueIn(head, headEnd, 70, place);
+    const std::string name = valueIn(head, headEnd, codes::kName, ignored);
+    const std::string value = valueIn(head, headEnd, codes::kTableCount, place);
     if (value.empty()) return;
     std::int64_t count = lastId() - group_;
     for (const Uncounted& table : kUncounted) {
@@ -547,10 +548,10 @@ void Indexer::checkCount(const char* at) {
 void Indexer::checkVertices(const char* at) {
     const char* place = start_ + current_->offset;
     const char* counted = place;
-    const std::string value = valueIn(place, at, 90, counted);
+    const std::string value = valueIn(place, at, codes::kVertexCount, counted);
     std::int64_t count = 0;
     for (RawTag tag{}; place != at && cut(place, tag) == Cut::Tag; place = tag.next)
-        count += tag.code == 10;
+        count += tag.code == codes::kPoint;
     if (toInteger(value, count) == count) return;
     doubt(counted, lastId(), "the polyline says " + value + " vertices and has " + std::to_string(count));
 }
@@ -564,7 +565,7 @@ void Indexer::checkPointers() {
         const char* place = start_ + record.offset;
         const char* const recordEnd = place + record.stored;
         for (RawTag tag{}; place != recordEnd && cut(place, tag) == Cut::Tag; place = tag.next) {
-            if (!isPointerCode(tag.code)) continue;
+            if (!isResolved(referenceOf(tag.code))) continue;
             const std::uint64_t handle = toHandle(textOf(tag));
             if (handle == 0 || given_.has(handle)) continue;
             doubt(

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "host/dxf/codeform.h"
+#include "host/dxf/groupcodes.h"
 #include "host/dxf/lines.h"
 
 namespace qrs::dxf {
@@ -29,7 +30,7 @@ bool TagCursor::next(Tag& tag) {
         const std::size_t at = position_;
         if (cutTag(begin + at, end, lineEnd_, raw) != Cut::Tag) break;
         position_ = static_cast<std::size_t>(raw.next - begin);
-        if (raw.code == 999) continue;
+        if (raw.code == codes::kComment) continue;
         tag.code = raw.code;
         tag.value = textOf(raw);
         tag.begin = static_cast<std::uint32_t>(at);

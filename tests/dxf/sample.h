@@ -44,6 +44,7 @@ inline std::string layBinary(const Tags& tags, bool twoByteCodes) {
         std::memcpy(&bits, &real, sizeof bits);
         switch (tag.code) {
             case 10:
+            case 40:
             case 1040:
                 append(bits, 8);
                 break;
