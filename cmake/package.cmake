@@ -29,7 +29,7 @@ endif()
 
 install(DIRECTORY module/include/ DESTINATION ${header_folder} FILES_MATCHING PATTERN "*.h")
 # The host's public headers; the workings below them stay home.
-foreach(room platform mfc objectarx)
+foreach(room platform mfc objectarx editor report)
     file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/host/${room}/*.h)
     install(FILES ${headers} DESTINATION ${header_folder}/host/${room})
 endforeach()

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "console/run.h"
-#include "host/objectarx/hostreport.h"
 #include "host/platform/codepage.h"
 #include "host/platform/process.h"
+#include "host/report/hostreport.h"
 
 namespace qrs::console {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "console/script.h"
-#include "host/objectarx/hostapp.h"
+#include "host/editor/hostapp.h"
 
 namespace qrs::console {
 

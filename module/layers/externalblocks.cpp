@@ -2,7 +2,7 @@
 #include "acutads.h"
 #include "dbents.h"
 #include "dbobjptr.h"
-#include "hostselect.h"
+#include "host/editor/hostselect.h"
 #include "layers/picking.h"
 #include "PwxTool.h"
 

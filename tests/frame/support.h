@@ -13,7 +13,7 @@
 
 #include "acdocman.h"
 #include "dbobjptr.h"
-#include "host/objectarx/hostapp.h"
+#include "host/editor/hostapp.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"

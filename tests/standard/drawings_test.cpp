@@ -7,9 +7,9 @@
 #include <iterator>
 #include <map>
 
-#include "../objectarx/db_support.h"
+#include "../objectarx/support.h"
 #include "../platform/scratch.h"
-#include "host/objectarx/hostapp.h"
+#include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/settings.h"

@@ -1,8 +1,8 @@
 // Linetypes of linetype.dbf brought into drawings.
 #include "../config/support.h"
-#include "../objectarx/db_support.h"
+#include "../objectarx/support.h"
 #include "../platform/scratch.h"
-#include "host/objectarx/hostapp.h"
+#include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "PipeSystemTool.h"

@@ -1,7 +1,7 @@
 // Questions about the current standard, and its layers in a drawing.
 #include <gtest/gtest.h>
 
-#include "../objectarx/db_support.h"
+#include "../objectarx/support.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/files.h"
 #include "PipeSystemTool.h"

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "host/objectarx/hostapp.h"
+#include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/settings.h"

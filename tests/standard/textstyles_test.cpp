@@ -7,12 +7,12 @@
 #include <iterator>
 #include <random>
 
+#include "../objectarx/support.h"
 #include "FontTool.h"
 #include "host/platform/callrecord.h"
 #include "PipeSystemTool.h"
 #include "standard/fontlist.h"
 #include "standard/holder.h"
-#include "tests/objectarx/db_support.h"
 
 using namespace PipeSystemTool;
 using dbtest::DatabaseAccess;

@@ -1,7 +1,7 @@
 // Drawings with pipes in them.
 #pragma once
 
-#include "../objectarx/db_support.h"
+#include "../objectarx/support.h"
 #include "qrs_pipeentity.h"
 
 namespace suitetest {

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "dbsymtb.h"
-#include "host/objectarx/db/entityformat.h"
+#include "host/drawing/entityformat.h"
 #include "host/objectarx/db/state.h"
 
 using qrs::host::Block;

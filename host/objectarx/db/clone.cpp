@@ -4,8 +4,8 @@
 
 #include "dbidmap.h"
 #include "dbsymtb.h"
-#include "host/objectarx/db/entityformat.h"
-#include "host/objectarx/db/sections.h"
+#include "host/drawing/entityformat.h"
+#include "host/drawing/sections.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/codepage.h"

@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include "dbents.h"
-#include "host/objectarx/db/entityformat.h"
+#include "host/drawing/entityformat.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/codepage.h"
 

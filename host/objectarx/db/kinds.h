@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "dbmain.h"
+#include "host/drawing/tableformat.h"
 #include "host/dxf/record.h"
-#include "host/objectarx/db/tableformat.h"
 
 namespace qrs::host {
 

@@ -3,7 +3,7 @@
 #include <unordered_map>
 
 #include "dbmain.h"
-#include "host/objectarx/db/entityformat.h"
+#include "host/drawing/entityformat.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/codepage.h"
 

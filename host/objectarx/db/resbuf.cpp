@@ -7,7 +7,7 @@
 #include <new>
 
 #include "acutads.h"
-#include "host/objectarx/db/valuekind.h"
+#include "host/drawing/valuekind.h"
 
 namespace qrs::host {
 

@@ -8,7 +8,7 @@
 #include "dbapserv.h"
 #include "dbfiler.h"
 #include "dbsymtb.h"
-#include "host/objectarx/db/entityformat.h"
+#include "host/drawing/entityformat.h"
 #include "host/objectarx/db/fields.h"
 #include "host/objectarx/db/kinds.h"
 #include "host/platform/codepage.h"

@@ -10,10 +10,10 @@
 
 #include "dbmain.h"
 #include "gepnt3d.h"
+#include "host/drawing/blocks.h"
+#include "host/drawing/tables.h"
 #include "host/dxf/drawing.h"
-#include "host/objectarx/db/blocks.h"
 #include "host/objectarx/db/kinds.h"
-#include "host/objectarx/db/tables.h"
 
 namespace qrs::host {
 

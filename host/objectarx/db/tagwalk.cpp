@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "host/objectarx/db/state.h"
-#include "host/objectarx/hosttags.h"
+#include "host/objectarx/db/tagwalk.h"
 
 namespace qrs::host {
 

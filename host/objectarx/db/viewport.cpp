@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "dbents.h"
-#include "host/objectarx/db/entityformat.h"
+#include "host/drawing/entityformat.h"
 #include "host/objectarx/db/state.h"
 
 using qrs::host::DatabaseState;

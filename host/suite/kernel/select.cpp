@@ -2,7 +2,7 @@
 #include "qrs_select.h"
 
 #include "acedads.h"
-#include "host/objectarx/hostselect.h"
+#include "host/editor/hostselect.h"
 
 namespace {
 

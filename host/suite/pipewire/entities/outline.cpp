@@ -1,6 +1,6 @@
 // The shapes of pipes and what belongs to them, for picking. They are told from the tags alone: opening an entity for
 // each of a drawing's many pipes would take too long.
-#include "host/objectarx/pick/outline.h"
+#include "host/pick/outline.h"
 
 #include "qrs_pipeentity.h"
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "acutads.h"
-#include "host/objectarx/hosttags.h"
+#include "host/objectarx/db/tagwalk.h"
 #include "host/platform/codepage.h"
 
 using qrs::host::ObjectTag;

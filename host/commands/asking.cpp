@@ -1,0 +1,51 @@
+// Questions the host's own commands ask.
+#include "host/commands/asking.h"
+
+#include <vector>
+
+#include "acedads.h"
+#include "host/editor/hostapp.h"
+#include "host/platform/codepage.h"
+
+namespace qrs::host::commands {
+
+namespace {
+
+// Longer than any path or list of layer names that is typed.
+constexpr std::size_t kAnswerSize = 32768;
+
+std::wstring withoutBlanksAround(const std::wstring& text) {
+    const std::size_t begin = text.find_first_not_of(L" \t");
+    if (begin == std::wstring::npos) return {};
+    return text.substr(begin, text.find_last_not_of(L" \t") + 1 - begin);
+}
+
+}  // namespace
+
+std::optional<std::wstring> askText(const std::wstring& prompt, Blanks blanks) {
+    std::vector<ACHAR> answer(kAnswerSize);
+    const int result = acedGetString(blanks == Blanks::Kept ? 1 : 0, prompt.c_str(), answer.data(), answer.size());
+    if (result != RTNORM) return std::nullopt;
+    return withoutBlanksAround(answer.data());
+}
+
+std::optional<std::wstring> askKeyword(const std::wstring& keywords, const std::wstring& prompt) {
+    ACHAR answer[133] = {};
+    acedInitGet(0, keywords.c_str());
+    const int result = acedGetKword(prompt.c_str(), answer, sizeof answer / sizeof answer[0]);
+    if (result == RTNONE) return std::wstring();
+    if (result != RTNORM) return std::nullopt;
+    return std::wstring(answer);
+}
+
+std::optional<bool> askYesNo(const std::wstring& prompt, bool fallback) {
+    const std::optional<std::wstring> answer = askKeyword(L"Yes No", prompt);
+    if (!answer) return std::nullopt;
+    return answer->empty() ? fallback : *answer == L"Yes";
+}
+
+void failWith(const platform::Error& error) {
+    failCommand(platform::fromUtf8(error.message));
+}
+
+}  // namespace qrs::host::commands

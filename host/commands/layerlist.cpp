@@ -1,0 +1,97 @@
+// Layers found by lists of names, and listed in columns.
+#include "host/commands/layerlist.h"
+
+#include <cwchar>
+
+#include "host/platform/codepage.h"
+
+namespace qrs::host::commands {
+
+namespace {
+
+constexpr const wchar_t* kColorNames[] = {L"red", L"yellow", L"green", L"cyan", L"blue", L"magenta", L"white"};
+constexpr std::size_t kColorNameCount = sizeof kColorNames / sizeof kColorNames[0];
+
+std::wstring stateText(const AcDbLayerTableRecord& layer) {
+    std::wstring text = layer.isOff() ? L"off" : L"on";
+    if (layer.isFrozen()) text += L" frozen";
+    if (layer.isLocked()) text += L" locked";
+    return text;
+}
+
+std::wstring linetypeText(const AcDbLayerTableRecord& layer) {
+    const AcDbLinetypeTableRecordPointer linetype(layer.linetypeObjectId(), AcDb::kForRead);
+    const ACHAR* name = nullptr;
+    if (linetype.openStatus() != Acad::eOk || linetype->getName(name) != Acad::eOk) return L"?";
+    return name;
+}
+
+}  // namespace
+
+std::wstring layerName(AcDbObjectId id) {
+    const AcDbLayerTableRecordPointer layer(id, AcDb::kForRead);
+    const ACHAR* name = nullptr;
+    if (layer.openStatus() != Acad::eOk || layer->getName(name) != Acad::eOk) return {};
+    return name;
+}
+
+std::vector<NamedLayer> allLayers(AcDbDatabase* database) {
+    return allRecords<AcDbLayerTable>(database);
+}
+
+std::vector<NamedLayer> findLayers(AcDbDatabase* database, const std::wstring& list) {
+    return findRecords(allLayers(database), list, L"layer");
+}
+
+std::wstring colorText(const AcCmColor& color) {
+    if (color.isByColor())
+        return std::to_wstring(color.red()) + L"," + std::to_wstring(color.green()) + L"," +
+               std::to_wstring(color.blue());
+    const std::size_t index = color.colorIndex();
+    std::wstring text = std::to_wstring(index);
+    if (index >= 1 && index <= kColorNameCount) text += std::wstring(L" (") + kColorNames[index - 1] + L")";
+    return text;
+}
+
+std::optional<AcCmColor> paletteColor(const std::wstring& text) {
+    AcCmColor color;
+    for (std::size_t i = 0; i < kColorNameCount; ++i) {
+        if (platform::compareNoCase(text, kColorNames[i]) != 0) continue;
+        color.setColorIndex(static_cast<Adesk::UInt16>(i + 1));
+        return color;
+    }
+    wchar_t* end = nullptr;
+    const long index = std::wcstol(text.c_str(), &end, 10);
+    if (text.empty() || *end != L'\0' || index < 1 || index > 255) return std::nullopt;
+    color.setColorIndex(static_cast<Adesk::UInt16>(index));
+    return color;
+}
+
+std::optional<AcCmColor> trueColor(const std::wstring& text) {
+    Adesk::UInt8 components[3] = {};
+    const wchar_t* at = text.c_str();
+    for (int i = 0; i < 3; ++i) {
+        wchar_t* end = nullptr;
+        const long value = std::wcstol(at, &end, 10);
+        if (end == at || value < 0 || value > 255 || *end != (i < 2 ? L',' : L'\0')) return std::nullopt;
+        components[i] = static_cast<Adesk::UInt8>(value);
+        at = end + 1;
+    }
+    AcCmColor color;
+    color.setRGB(components[0], components[1], components[2]);
+    return color;
+}
+
+void printLayers(const std::vector<NamedLayer>& layers) {
+    std::vector<Row> rows = {{L"Layer name", L"State", L"Color", L"Linetype"}};
+    for (const NamedLayer& named : layers) {
+        const AcDbLayerTableRecordPointer layer(named.id, AcDb::kForRead);
+        if (layer.openStatus() != Acad::eOk) continue;
+        const AcDbLayerTableRecord& record = *layer.object();
+        rows.push_back(
+            {L"\"" + named.name + L"\"", stateText(record), colorText(record.color()), linetypeText(record)});
+    }
+    printTable(rows);
+}
+
+}  // namespace qrs::host::commands

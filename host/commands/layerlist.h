@@ -1,0 +1,34 @@
+// Layers of the current drawing for the command -LAYER: found by lists of names, and listed.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "dbcolor.h"
+#include "host/commands/tablelist.h"
+
+namespace qrs::host::commands {
+
+using NamedLayer = NamedRecord;
+
+// All layers in table order.
+std::vector<NamedLayer> allLayers(AcDbDatabase* database);
+
+// The layer's name; empty when it cannot be opened.
+std::wstring layerName(AcDbObjectId id);
+
+// findRecords among all layers.
+std::vector<NamedLayer> findLayers(AcDbDatabase* database, const std::wstring& list);
+
+// "1 (red)", "8", "255,128,0".
+std::wstring colorText(const AcCmColor& color);
+// The palette colour of a name ("red") or number ("1" to "255").
+std::optional<AcCmColor> paletteColor(const std::wstring& text);
+// The colour of "255,128,0".
+std::optional<AcCmColor> trueColor(const std::wstring& text);
+
+// Prints name, state, colour and linetype in columns.
+void printLayers(const std::vector<NamedLayer>& layers);
+
+}  // namespace qrs::host::commands

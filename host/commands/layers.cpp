@@ -1,0 +1,248 @@
+// -LAYER: makes, lists and changes layers, one option after the other until Enter, with the editor's own questions.
+#include <functional>
+
+#include "acedads.h"
+#include "dbapserv.h"
+#include "dbobjptr.h"
+#include "host/commands/asking.h"
+#include "host/commands/commands.h"
+#include "host/commands/layerlist.h"
+#include "host/editor/hostapp.h"
+#include "host/editor/hostselect.h"
+#include "host/platform/codepage.h"
+
+namespace qrs::host::commands {
+
+namespace {
+
+void tell(const std::wstring& text) {
+    acedPrompt((L"\n" + text).c_str());
+}
+
+std::wstring quoted(const std::wstring& name) {
+    return L"\"" + name + L"\"";
+}
+
+bool isCurrent(const NamedLayer& layer, AcDbDatabase* database) {
+    return database->clayer() == layer.id;
+}
+
+using Change = Acad::ErrorStatus (*)(AcDbLayerTableRecord& record);
+
+void change(const NamedLayer& layer, const std::function<Acad::ErrorStatus(AcDbLayerTableRecord&)>& apply) {
+    const AcDbLayerTableRecordPointer record(layer.id, AcDb::kForWrite);
+    if (record.openStatus() != Acad::eOk || apply(*record.object()) != Acad::eOk)
+        tell(L"Cannot change layer " + quoted(layer.name) + L".");
+}
+
+// The layers of the entities the user selects, each once.
+std::vector<NamedLayer> layersOfSelection() {
+    ads_name set = {};
+    std::vector<NamedLayer> layers;
+    if (acedSSGet(nullptr, nullptr, nullptr, nullptr, set) != RTNORM) return layers;
+    for (const AcDbObjectId id : selectedIds(set)) {
+        const AcDbEntityPointer entity(id, AcDb::kForRead);
+        if (entity.openStatus() != Acad::eOk || entity->layerId().isNull()) continue;
+        const AcDbObjectId layer = entity->layerId();
+        bool known = false;
+        for (const NamedLayer& one : layers)
+            known = known || one.id == layer;
+        if (!known) layers.push_back({layer, layerName(layer)});
+    }
+    acedSSFree(set);
+    return layers;
+}
+
+// --- options that set one state of the layers of a list
+
+struct StateOption {
+    const wchar_t* keyword;
+    const wchar_t* prompt;
+    bool selects;  // Enter at the list asks for objects
+    // False when the current layer is to stay as it is.
+    bool (*spares)(const NamedLayer& current);
+    Change apply;
+};
+
+bool refusesToFreeze(const NamedLayer& current) {
+    tell(L"Cannot freeze layer " + quoted(current.name) + L".  It is the CURRENT layer.");
+    return true;
+}
+
+// Asked in scripts as well: a script written for the editor carries the answer.
+bool keepsOn(const NamedLayer& current) {
+    return !askYesNo(L"\nReally want layer " + quoted(current.name) + L" (the CURRENT layer) off? [Yes/No] <N>: ",
+                     false)
+                .value_or(false);
+}
+
+constexpr StateOption kStateOptions[] = {
+    {L"ON", L"\nEnter name list of layer(s) to turn on: ", false, nullptr,
+     [](AcDbLayerTableRecord& record) { return record.setIsOff(false); }},
+    {L"OFF", L"\nEnter name list of layer(s) to turn off or <select objects>: ", true, &keepsOn,
+     [](AcDbLayerTableRecord& record) { return record.setIsOff(true); }},
+    {L"Freeze", L"\nEnter name list of layer(s) to freeze or <select objects>: ", true, &refusesToFreeze,
+     [](AcDbLayerTableRecord& record) { return record.setIsFrozen(true); }},
+    {L"Thaw", L"\nEnter name list of layer(s) to thaw: ", false, nullptr,
+     [](AcDbLayerTableRecord& record) { return record.setIsFrozen(false); }},
+    {L"LOck", L"\nEnter name list of layer(s) to lock or <select objects>: ", true, nullptr,
+     [](AcDbLayerTableRecord& record) { return record.setIsLocked(true); }},
+    {L"Unlock", L"\nEnter name list of layer(s) to unlock or <select objects>: ", true, nullptr,
+     [](AcDbLayerTableRecord& record) { return record.setIsLocked(false); }},
+};
+
+bool setState(AcDbDatabase* database, const StateOption& option) {
+    const std::optional<std::wstring> list = askText(option.prompt, Blanks::Kept);
+    if (!list) return false;
+    std::vector<NamedLayer> layers;
+    if (!list->empty())
+        layers = findLayers(database, *list);
+    else if (option.selects)
+        layers = layersOfSelection();
+    for (const NamedLayer& layer : layers)
+        if (option.spares == nullptr || !isCurrent(layer, database) || !option.spares(layer))
+            change(layer, option.apply);
+    return true;
+}
+
+// --- the other options; false when the user cancelled
+
+bool list(AcDbDatabase* database) {
+    const std::optional<std::wstring> names = askText(L"\nEnter layer name(s) to list <*>: ", Blanks::Kept);
+    if (!names) return false;
+    printLayers(names->empty() ? allLayers(database) : findLayers(database, *names));
+    return true;
+}
+
+bool make(AcDbDatabase* database, const std::wstring& name) {
+    AcDbLayerTablePointer table(database, AcDb::kForWrite);
+    AcDbLayerTableRecordPointer record;
+    record.create();
+    const bool added = table.openStatus() == Acad::eOk && record->setName(name.c_str()) == Acad::eOk &&
+                       table->add(record.object()) == Acad::eOk;
+    if (!added) tell(L"Invalid layer name: " + quoted(name) + L".");
+    return added;
+}
+
+bool hasLayer(AcDbDatabase* database, const std::wstring& name) {
+    const AcDbLayerTablePointer table(database, AcDb::kForRead);
+    return table.openStatus() == Acad::eOk && table->has(name.c_str());
+}
+
+// Through the system variable, so that everybody who listens to it is told.
+void makeCurrent(AcDbDatabase* database, const std::wstring& name) {
+    const AcDbLayerTableRecordPointer record(name.c_str(), database, AcDb::kForRead);
+    if (record.openStatus() != Acad::eOk) return tell(L"Cannot find layer " + quoted(name) + L".");
+    if (record->isFrozen()) return tell(L"Cannot make layer " + quoted(name) + L" current.  It is frozen.");
+    std::wstring text = name;
+    resbuf value = {};
+    value.restype = RTSTR;
+    value.resval.rstring = text.data();
+    if (acedSetVar(L"CLAYER", &value) != RTNORM) tell(L"Cannot make layer " + quoted(name) + L" current.");
+}
+
+bool makeAndSet(AcDbDatabase* database) {
+    const std::wstring current = layerName(database->clayer());
+    std::optional<std::wstring> name =
+        askText(L"\nEnter name for new layer (becomes the current layer) <" + current + L">: ", Blanks::Kept);
+    if (!name) return false;
+    if (!name->empty() && (hasLayer(database, *name) || make(database, *name))) makeCurrent(database, *name);
+    return true;
+}
+
+bool set(AcDbDatabase* database) {
+    std::optional<std::wstring> name =
+        askText(L"\nEnter layer name to make current or <select object>: ", Blanks::Kept);
+    if (!name) return false;
+    if (name->empty()) {
+        const std::vector<NamedLayer> picked = layersOfSelection();
+        if (picked.empty()) return true;
+        name = picked.front().name;
+    }
+    makeCurrent(database, *name);
+    return true;
+}
+
+bool addNew(AcDbDatabase* database) {
+    const std::optional<std::wstring> names = askText(L"\nEnter name list for new layer(s): ", Blanks::Kept);
+    if (!names) return false;
+    for (const std::wstring& name : splitNames(*names)) {
+        if (hasLayer(database, name))
+            tell(L"Layer " + quoted(name) + L" already exists.");
+        else
+            make(database, name);
+    }
+    return true;
+}
+
+bool rename(AcDbDatabase* database) {
+    const std::optional<std::wstring> oldName = askText(L"\nEnter old layer name: ", Blanks::Kept);
+    if (!oldName || oldName->empty()) return oldName.has_value();
+    const std::optional<std::wstring> newName = askText(L"\nEnter new layer name: ", Blanks::Kept);
+    if (!newName || newName->empty()) return newName.has_value();
+    const AcDbLayerTableRecordPointer record(oldName->c_str(), database, AcDb::kForWrite);
+    if (record.openStatus() != Acad::eOk)
+        tell(L"Cannot find layer " + quoted(*oldName) + L".");
+    else if (record->setName(newName->c_str()) != Acad::eOk)
+        tell(L"Cannot rename layer " + quoted(*oldName) + L" to " + quoted(*newName) + L".");
+    return true;
+}
+
+// A colour's name or number, or "T" and then red, green and blue. Empty for Enter.
+std::optional<std::wstring> askColor(std::optional<AcCmColor>& color) {
+    std::optional<std::wstring> text = askText(L"\nNew color [Truecolor]: ", Blanks::EndAnswer);
+    if (!text || text->empty()) return text;
+    const std::wstring folded = platform::foldCase(*text);
+    const bool isTrueColor = std::wstring(L"TRUECOLOR").compare(0, folded.size(), folded) == 0;
+    if (isTrueColor) text = askText(L"\nRed,Green,Blue: ", Blanks::EndAnswer);
+    if (text) color = isTrueColor ? trueColor(*text) : paletteColor(*text);
+    return text;
+}
+
+bool setColor(AcDbDatabase* database) {
+    std::optional<AcCmColor> color;
+    const std::optional<std::wstring> typed = askColor(color);
+    if (!typed || typed->empty()) return typed.has_value();
+    if (!color) return tell(L"Invalid color: " + quoted(*typed) + L"."), true;
+    const std::wstring current = layerName(database->clayer());
+    const std::optional<std::wstring> names = askText(
+        L"\nEnter name list of layer(s) for color " + colorText(*color) + L" <" + current + L">: ", Blanks::Kept);
+    if (!names) return false;
+    for (const NamedLayer& layer : findLayers(database, names->empty() ? current : *names))
+        change(layer, [&color](AcDbLayerTableRecord& record) { return record.setColor(*color); });
+    return true;
+}
+
+struct OtherOption {
+    const wchar_t* keyword;
+    bool (*run)(AcDbDatabase* database);
+};
+
+constexpr OtherOption kOtherOptions[] = {
+    {L"?", &list},     {L"Make", &makeAndSet}, {L"Set", &set},
+    {L"New", &addNew}, {L"Rename", &rename},   {L"Color", &setColor},
+};
+
+bool runOption(AcDbDatabase* database, const std::wstring& keyword) {
+    for (const OtherOption& option : kOtherOptions)
+        if (keyword == option.keyword) return option.run(database);
+    for (const StateOption& option : kStateOptions)
+        if (keyword == option.keyword) return setState(database, option);
+    return true;
+}
+
+}  // namespace
+
+void changeLayers() {
+    AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
+    if (database == nullptr) return failCommand(L"There is no drawing.");
+    tell(L"Current layer:  " + quoted(layerName(database->clayer())));
+    for (;;) {
+        const std::optional<std::wstring> option =
+            askKeyword(L"? Make Set New Rename ON OFF Color Freeze Thaw LOck Unlock",
+                       L"\nEnter an option [?/Make/Set/New/Rename/ON/OFF/Color/Freeze/Thaw/LOck/Unlock]: ");
+        if (!option || option->empty() || !runOption(database, *option)) return;
+    }
+}
+
+}  // namespace qrs::host::commands

@@ -1,0 +1,56 @@
+// The table of the host's own commands.
+#include "accmd.h"
+#include "host/commands/commands.h"
+
+namespace qrs::host {
+
+namespace {
+
+struct CommandRow {
+    const ACHAR* name;
+    Adesk::Int32 flags;
+    AcRxFunctionPtr function;
+};
+
+// Commands that open and close drawings run outside any drawing's own context. Short names stand in the table like the
+// long ones: they are known without an alias file.
+constexpr CommandRow kCommands[] = {
+    {L"OPEN", ACRX_CMD_SESSION, &commands::openDrawing},
+    {L"NEW", ACRX_CMD_SESSION, &commands::newDrawing},
+    {L"QSAVE", ACRX_CMD_MODAL, &commands::saveDrawing},
+    {L"SAVEAS", ACRX_CMD_MODAL, &commands::saveDrawingAs},
+    {L"CLOSE", ACRX_CMD_SESSION, &commands::closeDrawing},
+    {L"QUIT", ACRX_CMD_SESSION, &commands::quit},
+    {L"ARX", ACRX_CMD_SESSION, &commands::managePlugins},
+    {L"LIST", ACRX_CMD_USEPICKSET, &commands::listEntities},
+    {L"LI", ACRX_CMD_USEPICKSET, &commands::listEntities},
+    {L"SELECT", ACRX_CMD_USEPICKSET, &commands::selectEntities},
+    {L"-LAYER", ACRX_CMD_TRANSPARENT, &commands::changeLayers},
+    {L"-LA", ACRX_CMD_TRANSPARENT, &commands::changeLayers},
+    {L"-LINETYPE", ACRX_CMD_TRANSPARENT, &commands::listLinetypes},
+    {L"-LT", ACRX_CMD_TRANSPARENT, &commands::listLinetypes},
+    {L"-STYLE", ACRX_CMD_MODAL, &commands::listTextStyles},
+    {L"-ST", ACRX_CMD_MODAL, &commands::listTextStyles},
+    {L"U", ACRX_CMD_NOUNDOMARKER, &commands::undo},
+    {L"REGEN", ACRX_CMD_MODAL, &commands::regenerate},
+    {L"RE", ACRX_CMD_MODAL, &commands::regenerate},
+    {L"REGENALL", ACRX_CMD_MODAL, &commands::regenerate},
+    {L"ZOOM", ACRX_CMD_TRANSPARENT, &commands::zoom},
+    {L"Z", ACRX_CMD_TRANSPARENT, &commands::zoom},
+    {L"MSPACE", ACRX_CMD_MODAL, &commands::enterModelSpace},
+    {L"MS", ACRX_CMD_MODAL, &commands::enterModelSpace},
+    {L"PSPACE", ACRX_CMD_MODAL, &commands::enterPaperSpace},
+    {L"PS", ACRX_CMD_MODAL, &commands::enterPaperSpace},
+    {L"SETVAR", ACRX_CMD_TRANSPARENT, &commands::setVariable},
+};
+
+}  // namespace
+
+void registerHostCommands() {
+    AcEdCommandStack* const stack = acedRegCmds;
+    if (stack == nullptr) return;
+    for (const CommandRow& row : kCommands)
+        stack->addCommand(L"HOST_COMMANDS", row.name, row.name, row.flags, row.function);
+}
+
+}  // namespace qrs::host

@@ -1,0 +1,67 @@
+// Records of a symbol table, found by lists of names and shown in columns.
+#include "host/commands/tablelist.h"
+
+#include <algorithm>
+
+#include "acedads.h"
+#include "host/editor/wildcard.h"
+#include "host/platform/codepage.h"
+#include "host/platform/textwidth.h"
+
+namespace qrs::host::commands {
+
+std::vector<std::wstring> splitNames(const std::wstring& list) {
+    std::vector<std::wstring> names;
+    for (std::size_t begin = 0; begin <= list.size();) {
+        const std::size_t end = std::min(list.find(L',', begin), list.size());
+        std::wstring name = list.substr(begin, end - begin);
+        begin = end + 1;
+        name.erase(0, name.find_first_not_of(L' '));
+        name.erase(name.find_last_not_of(L' ') + 1);
+        if (!name.empty()) names.push_back(std::move(name));
+    }
+    return names;
+}
+
+std::vector<NamedRecord> findRecords(const std::vector<NamedRecord>& records, const std::wstring& list,
+                                     const std::wstring& noun) {
+    std::vector<bool> meant(records.size());
+    const auto mark = [&](const auto& means) {
+        bool any = false;
+        for (std::size_t i = 0; i < records.size(); ++i)
+            if (means(records[i].name)) any = meant[i] = true;
+        return any;
+    };
+    for (const std::wstring& part : splitNames(list)) {
+        if (mark([&](const std::wstring& name) { return platform::compareNoCase(name, part) == 0; })) continue;
+        if (part.find_first_of(L"*?#@.~[") == std::wstring::npos)
+            acedPrompt((L"\nCannot find " + noun + L" \"" + part + L"\".").c_str());
+        else if (!mark([&](const std::wstring& name) { return ed::matchesWildcard(name, part); }))
+            acedPrompt((L"\nNo matching " + noun + L" names found.").c_str());
+    }
+    std::vector<NamedRecord> found;
+    for (std::size_t i = 0; i < records.size(); ++i)
+        if (meant[i]) found.push_back(records[i]);
+    return found;
+}
+
+void printTable(const std::vector<Row>& rows) {
+    if (rows.empty()) return;
+    std::vector<std::size_t> widths(rows.front().size());
+    for (const Row& row : rows)
+        for (std::size_t i = 0; i < row.size(); ++i)
+            widths[i] = std::max(widths[i], platform::columnsOf(row[i]));
+    std::wstring text;
+    for (std::size_t line = 0; line < rows.size(); ++line) {
+        for (std::size_t i = 0; i < widths.size(); ++i) {
+            text += i == 0 ? L"\n" : L"  ";
+            text += i + 1 < widths.size() ? platform::paddedTo(rows[line][i], widths[i]) : rows[line][i];
+        }
+        if (line > 0) continue;
+        for (std::size_t i = 0; i < widths.size(); ++i)
+            text += (i == 0 ? L"\n" : L"  ") + std::wstring(widths[i], L'-');
+    }
+    acedPrompt(text.c_str());
+}
+
+}  // namespace qrs::host::commands

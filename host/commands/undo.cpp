@@ -1,0 +1,22 @@
+// U: takes back what the last command changed in the drawing.
+#include "acdocman.h"
+#include "acutads.h"
+#include "db/access.h"
+#include "host/commands/asking.h"
+#include "host/commands/commands.h"
+#include "host/editor/hostapp.h"
+
+namespace qrs::host::commands {
+
+void undo() {
+    const AcApDocument* const document = Application::current()->currentDocument();
+    if (document == nullptr) return failCommand(L"There is no drawing.");
+    std::wstring name;
+    if (!DatabaseAccess::takeBack(*document->database(), name)) {
+        acutPrintf(L"\nEverything has been undone\n");
+        return;
+    }
+    acutPrintf(L"\n%s\n", name.c_str());
+}
+
+}  // namespace qrs::host::commands

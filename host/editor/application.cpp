@@ -1,0 +1,152 @@
+// The application as the program that carries it sees it.
+#include "acdocman.h"
+#include "db/access.h"
+#include "host/commands/commands.h"
+#include "host/dxf/drawing.h"
+#include "host/editor/documents.h"
+#include "host/editor/hostapp.h"
+#include "host/editor/session.h"
+#include "host/platform/callrecord.h"
+#include "host/platform/files.h"
+
+namespace qrs::host {
+
+namespace {
+
+Application* theApplication = nullptr;
+
+}  // namespace
+
+Terminal::~Terminal() = default;
+
+void Terminal::progress(std::wstring_view, int) {}
+
+struct Application::State {
+    explicit State(Terminal& terminal) : session(terminal) {}
+    ed::Session session;
+};
+
+Application::Application(Terminal& terminal) : state_(std::make_unique<State>(terminal)) {
+    theApplication = this;
+    registerHostCommands();
+}
+
+Application::~Application() {
+    state_.reset();
+    theApplication = nullptr;
+}
+
+Application* Application::current() {
+    return theApplication;
+}
+
+Terminal& Application::terminal() const {
+    return state_->session.output.terminal();
+}
+
+void Application::setSystemFolder(std::wstring_view folder) {
+    state_->session.systemFolder = folder;
+}
+
+void Application::addSupportFolder(std::wstring_view folder) {
+    state_->session.supportFolders.emplace_back(folder);
+}
+
+const std::wstring& Application::systemFolder() const {
+    return state_->session.systemFolder;
+}
+
+const std::vector<std::wstring>& Application::supportFolders() const {
+    return state_->session.supportFolders;
+}
+
+bool Application::loadPlugin(const std::filesystem::path& native, platform::Error& error) {
+    return state_->session.plugins.load(native, error);
+}
+
+bool Application::unloadPlugin(std::wstring_view name, platform::Error& error) {
+    return state_->session.plugins.unload(name, error);
+}
+
+std::vector<std::wstring> Application::pluginNames() const {
+    return state_->session.plugins.names();
+}
+
+bool Application::newDocument(platform::Error& error) {
+    return state_->session.documents.state().openNew(error);
+}
+
+bool Application::openDocument(const std::filesystem::path& native, platform::Error& error) {
+    return state_->session.documents.state().open(native, error);
+}
+
+std::vector<std::string> Application::documentWarnings() const {
+    constexpr std::size_t kShown = 20;
+    std::vector<std::string> lines;
+    AcApDocument* document = currentDocument();
+    if (!document) return lines;
+    const auto& warnings = DatabaseAccess::drawing(*document->database()).warnings();
+    const ACHAR* fileName = nullptr;
+    document->database()->getFilename(fileName);
+    const std::string name = fileName ? platform::nativePath(fileName).filename().u8string() : std::string();
+    for (const dxf::Warning& warning : warnings) {
+        if (lines.size() == kShown) {
+            lines.push_back(name + ": further errors: " + std::to_string(warnings.size() - kShown));
+            break;
+        }
+        lines.push_back(name + ": " + warning.message());
+    }
+    return lines;
+}
+
+bool Application::closeDocument(platform::Error& error) {
+    AcApDocManager& documents = state_->session.documents;
+    switch (documents.state().close(documents.curDocument())) {
+        case Acad::eOk:
+            return true;
+        case Acad::eLockViolation:
+            error.message = "The drawing cannot be closed while a command works on it.";
+            return false;
+        default:
+            error.message = "No drawing is open.";
+            return false;
+    }
+}
+
+bool Application::saveDocument(const std::filesystem::path& native, bool keepBackup, platform::Error& error) {
+    AcApDocManager& documents = state_->session.documents;
+    if (documents.curDocument()) return documents.state().save(documents.curDocument(), native, keepBackup, error);
+    error.message = "No drawing is open.";
+    return false;
+}
+
+AcApDocument* Application::currentDocument() const {
+    return state_->session.documents.curDocument();
+}
+
+bool Application::hasUnsavedChanges() const {
+    AcApDocument* document = currentDocument();
+    return document && DatabaseAccess::isModified(*document->database());
+}
+
+bool Application::run(bool keepGoing) {
+    return state_->session.run(keepGoing);
+}
+
+void Application::requestQuit() {
+    state_->session.requestQuit();
+}
+
+std::vector<std::wstring> Application::commandNames() const {
+    std::vector<std::wstring> names;
+    const std::unique_ptr<AcEdCommandIterator> command(state_->session.commands.iterator());
+    for (; !command->done(); command->next())
+        names.emplace_back(command->command()->globalName());
+    return names;
+}
+
+void failCommand(std::wstring_view message) {
+    if (ed::Session* session = ed::Session::current()) session->fail(message);
+}
+
+}  // namespace qrs::host

@@ -1,0 +1,32 @@
+// Dialogs at the command line: asked as text, answered like every prompt.
+#include "host/editor/dialogs.h"
+
+#include "host/editor/session.h"
+
+namespace qrs::host::ed {
+
+Dialogs::Dialogs(Session& session)
+    : session_(session), presenter_(*this), before_(platform::setDialogPresenter(&presenter_)) {}
+
+Dialogs::~Dialogs() {
+    platform::setDialogPresenter(before_);
+}
+
+// Buttons may run something that prints without ending its line.
+void Dialogs::print(std::wstring_view text) {
+    session_.output.freshLine();
+    session_.output.print(text);
+}
+
+bool Dialogs::ask(const std::wstring& prompt, std::wstring& answer) {
+    // Flags and keywords that a command set for its next prompt are not meant for a dialog.
+    session_.takeFlags();
+    session_.takeKeywords();
+    session_.output.freshLine();
+    Answer given = session_.ask(prompt, Extent::Line);
+    if (given.reply != Reply::Line) return false;
+    answer = std::move(given.text);
+    return true;
+}
+
+}  // namespace qrs::host::ed

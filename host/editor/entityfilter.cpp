@@ -1,0 +1,135 @@
+// Which entities of a drawing a selection takes.
+#include "host/editor/entityfilter.h"
+
+#include "db/access.h"
+#include "host/editor/wildcard.h"
+#include "host/platform/codepage.h"
+
+namespace qrs::host::ed {
+
+namespace {
+
+constexpr int kTypeCode = 0;
+constexpr int kLayerCode = 8;
+constexpr int kLinetypeCode = 6;
+constexpr int kColorCode = 62;
+constexpr int kSpaceCode = 67;
+constexpr int kXdataSentinel = -3;
+constexpr int kXdataName = 1001;
+constexpr int kNameCode = 2;
+constexpr int kColorByLayer = 256;
+
+bool isText(int code) {
+    return code == kTypeCode || code == kLayerCode || code == kLinetypeCode || code == kXdataName;
+}
+
+bool startsWithNoCase(std::string_view text, std::string_view start) {
+    if (text.size() < start.size()) return false;
+    return platform::compareNoCase(platform::fromUtf8(text.substr(0, start.size())), platform::fromUtf8(start)) == 0;
+}
+
+std::int64_t integerOf(const dxf::Drawing& drawing, dxf::RecordId id, int code, std::int64_t fallback) {
+    dxf::Tag tag;
+    return drawing.findTag(id, code, tag) ? dxf::toInteger(tag.value, fallback) : fallback;
+}
+
+}  // namespace
+
+EntityFilter::EntityFilter(AcDbDatabase& database, const resbuf* chain, bool wildcards)
+    : drawing_(DatabaseAccess::drawing(database)), wildcards_(wildcards) {
+    bool inXdata = false;
+    for (const resbuf* link = chain; link; link = link->rbnext) {
+        if (link->restype == kXdataSentinel)
+            inXdata = true;
+        else
+            addCondition(*link, inXdata);
+    }
+    passesAll_ = conditions_.empty();
+}
+
+void EntityFilter::addCondition(const resbuf& link, bool inXdata) {
+    // Chains made by hand and those made by acutBuildList spell the type's code differently.
+    const short code = link.restype == RTDXF0 ? short{kTypeCode} : link.restype;
+    const bool isXdata = code == kXdataName;
+    if (isXdata != inXdata || (!isText(code) && code != kColorCode && code != kSpaceCode)) {
+        usable_ = false;
+    } else if (isText(code)) {
+        if (link.resval.rstring)
+            conditions_.push_back(Condition{code, link.resval.rstring, 0});
+        else
+            usable_ = false;
+    } else {
+        conditions_.push_back(Condition{code, std::wstring(), link.resval.rint});
+    }
+}
+
+bool EntityFilter::passes(dxf::RecordId id) const {
+    for (const Condition& condition : conditions_)
+        if (!holds(condition, id)) return false;
+    return true;
+}
+
+bool EntityFilter::holds(const Condition& condition, dxf::RecordId id) const {
+    const dxf::Record& record = drawing_.record(id);
+    const std::uint64_t place = static_cast<std::uint64_t>(&condition - conditions_.data()) << 32;
+    switch (condition.code) {
+        case kTypeCode: {
+            const auto [known, fresh] = known_.emplace(place | record.type, false);
+            if (fresh)
+                known->second = matchesWildcard(platform::fromUtf8(drawing_.typeName(record.type)), condition.text);
+            return known->second;
+        }
+        case kLayerCode: {
+            const auto [known, fresh] = known_.emplace(place | record.layer, false);
+            if (fresh) known->second = layerHolds(condition, record.layer);
+            return known->second;
+        }
+        case kSpaceCode:
+            return ((record.flags & dxf::kPaperSpace) != 0) == (condition.number != 0);
+        case kColorCode:
+            return integerOf(drawing_, id, kColorCode, kColorByLayer) == condition.number;
+        case kLinetypeCode:
+            return textMatches(id, kLinetypeCode, L"BYLAYER", condition.text);
+        default:
+            return hasXdataOf(id, condition.text);
+    }
+}
+
+bool EntityFilter::layerHolds(const Condition& condition, dxf::NameId layer) const {
+    const std::wstring name = layer == dxf::kNoName ? L"0" : drawing_.decode(dxf::trimmed(drawing_.name(layer)));
+    return wildcards_ ? matchesWildcard(name, condition.text) : platform::compareNoCase(name, condition.text) == 0;
+}
+
+bool EntityFilter::textMatches(dxf::RecordId id, int code, const wchar_t* fallback, const std::wstring& pattern) const {
+    dxf::Tag tag;
+    return matchesWildcard(drawing_.findTag(id, code, tag) ? drawing_.decode(tag.value) : fallback, pattern);
+}
+
+bool EntityFilter::hasXdataOf(dxf::RecordId id, const std::wstring& applications) const {
+    if (!(drawing_.record(id).flags & dxf::kHasXdata)) return false;
+    dxf::Tag tag;
+    for (int nth = 0; drawing_.findTag(id, kXdataName, tag, nth); ++nth)
+        if (matchesWildcard(drawing_.decode(tag.value), applications)) return true;
+    return false;
+}
+
+bool liesInLayout(const dxf::Drawing& drawing, dxf::RecordId id) {
+    const dxf::RecordId owner = drawing.record(id).owner;
+    if (owner == dxf::kNoRecord) return false;
+    if (drawing.record(owner).kind == dxf::RecordKind::Section) return true;
+    if (drawing.record(owner).kind != dxf::RecordKind::Block) return false;
+    dxf::Tag tag;
+    if (!drawing.findTag(owner, kNameCode, tag)) return false;
+    const std::string_view name = dxf::trimmed(tag.value);
+    // Drawings before R2000 write a dollar sign for the asterisk.
+    return startsWithNoCase(name, "*Paper_Space") || startsWithNoCase(name, "*Model_Space") ||
+           startsWithNoCase(name, "$Paper_Space") || startsWithNoCase(name, "$Model_Space");
+}
+
+bool liesInSpace(const dxf::Drawing& drawing, bool modelSpace, dxf::RecordId id) {
+    const dxf::Record& record = drawing.record(id);
+    if (record.owner == dxf::kNoRecord || drawing.record(record.owner).kind != dxf::RecordKind::Section) return false;
+    return ((record.flags & dxf::kPaperSpace) != 0) != modelSpace;
+}
+
+}  // namespace qrs::host::ed

@@ -1,0 +1,210 @@
+// Prompts for one entity, by point or by name.
+#include <algorithm>
+#include <optional>
+
+#include "acedads.h"
+#include "adsdb.h"
+#include "db/access.h"
+#include "dbsymtb.h"
+#include "host/editor/documents.h"
+#include "host/editor/entitynames.h"
+#include "host/editor/hostselect.h"
+#include "host/editor/picking.h"
+#include "host/editor/points.h"
+#include "host/editor/question.h"
+#include "host/editor/selecting.h"
+#include "host/editor/session.h"
+#include "host/platform/codepage.h"
+
+namespace qrs::host::ed {
+
+namespace {
+
+// Values of ERRNO.
+constexpr short kPickMissed = 7;
+constexpr short kPickEmpty = 52;
+
+// The result of a pick as the older functions give it.
+int resultOf(Session& session, int answered, bool hit) {
+    if (answered == RTNONE) session.variables.setErrno(kPickEmpty);
+    if (answered == RTNORM && !hit) session.variables.setErrno(kPickMissed);
+    return answered == RTNONE || (answered == RTNORM && !hit) ? RTERROR : answered;
+}
+
+AcApDocument* currentDocument(Session* session) {
+    return session ? session->documents.curDocument() : nullptr;
+}
+
+// The one entity that a name or "Last" means; nothing when the text is neither.
+std::optional<AcDbObjectIdArray> spelledEntity(Session& session, AcApDocument& document, const std::wstring& text) {
+    const std::wstring word = platform::foldCase(text);
+    if (word == L"L" || word == L"LAST" || word == L"_L" || word == L"_LAST") return lastEntity(document);
+    std::optional<AcDbObjectIdArray> named = namedEntities(session, *document.database(), text);
+    if (named) *named = reachableOf(document, *named);
+    return named;
+}
+
+int pickEntity(Session& session, AcApDocument& document, const ACHAR* prompt, AcDbObjectId& picked, double* point) {
+    Question question(session);
+    const std::wstring wanted = L"*Invalid selection*\nExpects a point or Last";
+    picked.setNull();
+    std::fill(point, point + 3, 0.0);
+    const int answered =
+        question.ask(prompt ? prompt : L"\nSelect object: ", wanted, [&](const std::wstring& text) -> Refusal {
+            if (parsePoint(text, nullptr, point)) {
+                const dxf::RecordId hit = Picker(document).topmostAt({point[0], point[1], point[2]});
+                if (hit != dxf::kNoRecord) picked = DatabaseAccess::idOf(*document.database(), hit);
+                return Refusal();
+            }
+            const std::optional<AcDbObjectIdArray> found = spelledEntity(session, document, text);
+            if (!found) return wanted;
+            if (found->length() == 1) picked = (*found)[0];
+            return Refusal();
+        });
+    return resultOf(session, answered, !picked.isNull());
+}
+
+bool nestedIn(AcApDocument& document, const AcGePoint3d& point, AcDbObjectId containing, NestedPick& picked) {
+    AcDbDatabase& database = *document.database();
+    dxf::RecordId inside = dxf::kNoRecord;
+    if (!containing.isNull()) {
+        if (containing.databaseNumber() != DatabaseAccess::number(database) || containing.isErased()) return false;
+        inside = DatabaseAccess::recordOf(containing);
+        if (inside == dxf::kNoRecord) return false;
+    }
+    pick::Nested found;
+    if (!Picker(document).nestedAt({point.x, point.y, point.z}, inside, found)) return false;
+    picked = NestedPick{};
+    picked.isExternal = found.isExternal;
+    if (!found.isExternal) picked.entity = DatabaseAccess::idOf(database, found.entity);
+    picked.layer = found.layer;
+    AcDbLayerTable* layers = nullptr;
+    if (database.getSymbolTable(layers, AcDb::kForRead) == Acad::eOk) {
+        if (layers->getAt(found.layer.c_str(), picked.layerId) != Acad::eOk) picked.layerId.setNull();
+        layers->close();
+    }
+    for (const dxf::RecordId id : found.containers)
+        picked.containers.append(DatabaseAccess::idOf(database, id));
+    picked.type = platform::fromUtf8(found.drawing->typeNameOf(found.entity));
+    picked.point = point;
+    const pick::Vec columns[] = {found.toWorld.x, found.toWorld.y, found.toWorld.z, found.toWorld.offset};
+    for (int column = 0; column < 4; ++column) {
+        picked.toWorld[0][column] = columns[column].x;
+        picked.toWorld[1][column] = columns[column].y;
+        picked.toWorld[2][column] = columns[column].z;
+        picked.toWorld[3][column] = column == 3 ? 1.0 : 0.0;
+    }
+    return true;
+}
+
+// Asks for a point until one comes; hit tells whether it met something.
+int askNested(Session& session, AcApDocument& document, const std::wstring& prompt, AcDbObjectId containing,
+              NestedPick& picked, AcGePoint3d& point, bool& hit) {
+    Question question(session);
+    const std::wstring wanted = L"*Invalid selection*\nExpects a point";
+    hit = false;
+    return question.ask(prompt.c_str(), wanted, [&](const std::wstring& text) -> Refusal {
+        double read[3];
+        if (!parsePoint(text, nullptr, read)) return wanted;
+        point.set(read[0], read[1], read[2]);
+        hit = nestedIn(document, point, containing, picked);
+        return Refusal();
+    });
+}
+
+// A chain of entity names.
+resbuf* chainOf(const AcDbObjectIdArray& ids) {
+    resbuf* first = nullptr;
+    for (int i = ids.length() - 1; i >= 0; --i) {
+        resbuf* link = acutNewRb(RTENAME);
+        if (!link) break;
+        acdbGetAdsName(link->resval.rlname, ids[i]);
+        link->rbnext = first;
+        first = link;
+    }
+    return first;
+}
+
+bool idOfName(const ads_name name, AcDbObjectId& id) {
+    id.setNull();
+    return !name || ads_name_nil(name) || acdbGetObjectId(id, name) == Acad::eOk;
+}
+
+}  // namespace
+
+}  // namespace qrs::host::ed
+
+using namespace qrs::host::ed;
+
+int acedEntSel(const ACHAR* prompt, ads_name entity, ads_point point) {
+    Session* session = Session::current();
+    AcApDocument* document = currentDocument(session);
+    if (!document) return RTERROR;
+    if (!entity || !point) return RTREJ;
+    AcDbObjectId picked;
+    const int result = pickEntity(*session, *document, prompt, picked, point);
+    if (result != RTNORM) return result;
+    return acdbGetAdsName(entity, picked) == Acad::eOk ? RTNORM : RTERROR;
+}
+
+int acedNEntSelP(const ACHAR* prompt, ads_name entity, ads_point point, int useGivenPoint, ads_matrix toWorld,
+                 resbuf** containers) {
+    Session* session = Session::current();
+    AcApDocument* document = currentDocument(session);
+    if (!document) return RTERROR;
+    if (!entity || !point || !toWorld || !containers) return RTREJ;
+    *containers = nullptr;
+    qrs::host::NestedPick picked;
+    AcGePoint3d at(point[0], point[1], point[2]);
+    bool hit = false;
+    int answered = RTNORM;
+    if (useGivenPoint)
+        hit = nestedIn(*document, at, AcDbObjectId(), picked);
+    else
+        answered =
+            askNested(*session, *document, prompt ? prompt : L"\nSelect object: ", AcDbObjectId(), picked, at, hit);
+    const int result = resultOf(*session, answered, hit);
+    if (result != RTNORM) return result;
+    std::copy(asDblArray(at), asDblArray(at) + 3, point);
+    std::copy(&picked.toWorld[0][0], &picked.toWorld[0][0] + 16, &toWorld[0][0]);
+    AcDbObjectIdArray around = picked.containers;
+    if (picked.isExternal) {
+        picked.entity = around[0];
+        around.removeAt(0);
+    }
+    *containers = chainOf(around);
+    return acdbGetAdsName(entity, picked.entity) == Acad::eOk ? RTNORM : RTERROR;
+}
+
+int acedNEntSel(const ACHAR* prompt, ads_name entity, ads_point point, ads_point toWorld[4], resbuf** containers) {
+    if (!toWorld) return RTREJ;
+    ads_matrix matrix = {};
+    const int result = acedNEntSelP(prompt, entity, point, 0, matrix, containers);
+    if (result != RTNORM) return result;
+    for (int row = 0; row < 4; ++row)
+        for (int axis = 0; axis < 3; ++axis)
+            toWorld[row][axis] = matrix[axis][row];
+    return RTNORM;
+}
+
+namespace qrs::host {
+
+int pickNested(const std::wstring& prompt, const ads_name containing, NestedPick& picked) {
+    Session* session = Session::current();
+    AcApDocument* document = currentDocument(session);
+    AcDbObjectId inside;
+    if (!document || !idOfName(containing, inside)) return RTERROR;
+    AcGePoint3d point;
+    bool hit = false;
+    const int answered = askNested(*session, *document, prompt, inside, picked, point, hit);
+    if (answered == RTNONE) return RTNONE;
+    return resultOf(*session, answered, hit);
+}
+
+bool nestedAt(const AcGePoint3d& point, const ads_name containing, NestedPick& picked) {
+    AcApDocument* document = currentDocument(Session::current());
+    AcDbObjectId inside;
+    return document && idOfName(containing, inside) && nestedIn(*document, point, inside, picked);
+}
+
+}  // namespace qrs::host

@@ -1,0 +1,187 @@
+// Where the answers of the command line come from.
+#include "host/editor/input.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace qrs::host::ed {
+
+namespace {
+
+constexpr wchar_t kEscape = L'\x1b';
+
+bool isBlank(wchar_t c) {
+    return c == L' ' || c == L'\t';
+}
+
+// The length of the word a text begins with. An expression in parentheses is one word with the blanks and quoted texts
+// in it.
+std::size_t wordLength(std::wstring_view text) {
+    int depth = 0;
+    bool quoted = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const wchar_t c = text[i];
+        if (depth > 0 && c == L'"') quoted = !quoted;
+        if (quoted) continue;
+        if (c == L'(' && (i == 0 || depth > 0)) ++depth;
+        if (c == L')' && depth > 0) --depth;
+        if (isBlank(c) && depth == 0) return i;
+    }
+    return text.size();
+}
+
+// A word that began with an open parenthesis goes on over blanks.
+bool insideExpression(const std::wstring& word) {
+    if (word.empty() || word.front() != L'(') return false;
+    return wordLength(word + L' ') > word.size();
+}
+
+// Line ends of every kind become "\n", and the way menus write Esc becomes the character.
+std::wstring asTyped(std::wstring_view text) {
+    std::wstring typed;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const wchar_t following = i + 1 < text.size() ? text[i + 1] : L'\0';
+        if (text[i] == L'\r') {
+            if (following != L'\n') typed += L'\n';
+        } else if (text[i] == L'^' && (following == L'C' || following == L'c')) {
+            typed += kEscape;
+            ++i;
+        } else {
+            typed += text[i];
+        }
+    }
+    return typed;
+}
+
+bool isCancel(const std::wstring& line) {
+    return line == L"^C" || line == L"^c" || line.find(kEscape) != std::wstring::npos;
+}
+
+}  // namespace
+
+Answer Input::read(const std::wstring& promptLine, Extent extent, bool atCommandPrompt) {
+    if (std::optional<Answer> given = fromGiven(promptLine)) return *given;
+
+    Answer answer;
+    bool echo = true;
+    switch (fromSent(extent, atCommandPrompt, answer.text, echo)) {
+        case Taken::Cancel:
+            answer.reply = Reply::Cancel;
+            return answer;
+        case Taken::Whole:
+            if (echo) show(promptLine, answer.text);
+            return answer;
+        case Taken::Part:
+        case Taken::Nothing:
+            break;
+    }
+    answer.typed = true;
+    if (rest_) {
+        answer.text += takeTyped(*std::exchange(rest_, std::nullopt), extent);
+        show(promptLine, answer.text);
+        return answer;
+    }
+    std::wstring line;
+    answer.reply = output_.terminal().readLine(promptLine + answer.text, line);
+    if (answer.reply == Reply::Line) {
+        output_.answered();
+        line.insert(0, answer.text);
+        if (!isCancel(line)) {
+            answer.text = takeTyped(std::move(line), extent);
+            return answer;
+        }
+        answer.reply = Reply::Cancel;
+        answer.promptShown = true;
+    } else if (answer.reply == Reply::Cancel) {
+        output_.leftOpen();
+        answer.promptShown = true;
+    }
+    answer.text.clear();
+    return answer;
+}
+
+void Input::show(const std::wstring& promptLine, const std::wstring& text) {
+    output_.print(promptLine + text + L"\n");
+}
+
+std::optional<Answer> Input::fromGiven(const std::wstring& promptLine) {
+    if (given_.empty() || !given_.back()) return std::nullopt;
+    std::deque<std::wstring>& answers = *given_.back();
+    Answer answer;
+    if (answers.empty()) {
+        answer.reply = Reply::Cancel;
+        return answer;
+    }
+    answer.text = std::move(answers.front());
+    answers.pop_front();
+    if (answer.text == L"\\") return std::nullopt;
+    if (echo_) show(promptLine, answer.text);
+    return answer;
+}
+
+Input::Taken Input::fromSent(Extent extent, bool skipEmpty, std::wstring& text, bool& echo) {
+    bool any = false;
+    while (!sent_.empty()) {
+        Sent& front = sent_.front();
+        const bool sentEcho = front.echo;
+        const wchar_t c = front.text[front.position++];
+        if (front.position == front.text.size()) sent_.pop_front();
+        if (c == kEscape) {
+            text.clear();
+            return Taken::Cancel;
+        }
+        const bool ends = c == L'\n' || (extent == Extent::Word && isBlank(c) && !insideExpression(text));
+        if (!ends) {
+            text += c;
+            any = true;
+            echo = sentEcho;
+        } else if (any || !skipEmpty) {
+            if (!any) echo = sentEcho;
+            return Taken::Whole;
+        }
+    }
+    return any ? Taken::Part : Taken::Nothing;
+}
+
+std::wstring Input::takeTyped(std::wstring line, Extent extent) {
+    if (extent == Extent::Line) return line;
+    const auto notBlank = [](wchar_t c) { return !isBlank(c); };
+    line.erase(line.begin(), std::find_if(line.begin(), line.end(), notBlank));
+    line.erase(std::find_if(line.rbegin(), line.rend(), notBlank).base(), line.end());
+    const std::size_t length = wordLength(line);
+    if (length < line.size()) {
+        const auto following = std::find_if(line.begin() + static_cast<std::ptrdiff_t>(length), line.end(), notBlank);
+        rest_ = std::wstring(following, line.end());
+        line.resize(length);
+    }
+    return line;
+}
+
+void Input::send(AcApDocument* document, std::wstring_view text, bool echo, bool commandRuns) {
+    std::wstring typed = asTyped(text);
+    if (typed.empty()) return;
+    (commandRuns ? waiting_ : sent_).push_back(Sent{document, std::move(typed), 0, echo});
+}
+
+void Input::releaseWaiting() {
+    std::move(waiting_.begin(), waiting_.end(), std::back_inserter(sent_));
+    waiting_.clear();
+}
+
+void Input::forget(const AcApDocument* document) {
+    for (std::deque<Sent>* queue : {&sent_, &waiting_})
+        queue->erase(
+            std::remove_if(queue->begin(), queue->end(), [&](const Sent& sent) { return sent.document == document; }),
+            queue->end());
+}
+
+std::size_t Input::pendingCharacters(const AcApDocument* document) const {
+    std::size_t count = 0;
+    for (const std::deque<Sent>* queue : {&sent_, &waiting_})
+        for (const Sent& sent : *queue)
+            if (sent.document == document) count += sent.text.size() - sent.position;
+    return count;
+}
+
+}  // namespace qrs::host::ed

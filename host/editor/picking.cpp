@@ -1,0 +1,152 @@
+// Finding entities by their places.
+#include "host/editor/picking.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "db/access.h"
+#include "dbents.h"
+#include "dbobjptr.h"
+#include "dbsymtb.h"
+#include "host/editor/documents.h"
+#include "host/editor/entityfilter.h"
+#include "host/editor/session.h"
+#include "host/editor/viewport.h"
+
+namespace qrs::host::ed {
+
+namespace {
+
+constexpr int kViewportNumber = 69;
+
+// The layers as they are seen in the viewport that is current.
+pick::LayerStates layersOf(AcDbDatabase& database) {
+    pick::LayerStates states(DatabaseAccess::drawing(database));
+    const AcDbObjectPointer<AcDbViewport> viewport(currentViewport(database).id, AcDb::kForRead);
+    AcDbObjectIdArray frozen;
+    if (viewport.openStatus() != Acad::eOk || viewport->getFrozenLayerList(frozen) != Acad::eOk) return states;
+    for (const AcDbObjectId& id : frozen) {
+        const AcDbObjectPointer<AcDbLayerTableRecord> layer(id, AcDb::kForRead);
+        const ACHAR* name = nullptr;
+        if (layer.openStatus() == Acad::eOk && layer->getName(name) == Acad::eOk) states.freeze(name);
+    }
+    return states;
+}
+
+std::wstring locate(const std::wstring& path) {
+    const Session* session = Session::current();
+    return session ? session->findInFolders(path) : std::wstring();
+}
+
+}  // namespace
+
+Picker::Picker(AcApDocument& document)
+    : document_(document),
+      database_(*document.database()),
+      drawing_(DatabaseAccess::drawing(database_)),
+      modelSpace_(picksModelSpace(database_)),
+      layers_(layersOf(database_)),
+      scene_(drawing_, layers_, document.state().references, &locate) {}
+
+bool Picker::isReachable(dxf::RecordId id) const {
+    if (!liesInSpace(drawing_, modelSpace_, id) || layers_.isFrozen(id)) return false;
+    if (drawing_.record(id).flags & dxf::kInvisible) return false;
+    // The viewport with the number 1 is the sheet of paper.
+    dxf::Tag tag;
+    return modelSpace_ || drawing_.typeNameOf(id) != "VIEWPORT" || !drawing_.findTag(id, kViewportNumber, tag) ||
+           dxf::toInteger(tag.value) != 1;
+}
+
+template <typename Take>
+void Picker::forEachReachable(Take&& take) const {
+    forEachEntityOfSpace(drawing_, modelSpace_, [&](dxf::RecordId id) {
+        if (isReachable(id)) take(id);
+    });
+}
+
+std::vector<dxf::RecordId> Picker::reachable() const {
+    std::vector<dxf::RecordId> ids;
+    forEachReachable([&](dxf::RecordId id) { ids.push_back(id); });
+    return ids;
+}
+
+dxf::RecordId Picker::last() const {
+    dxf::RecordId last = dxf::kNoRecord;
+    forEachReachable([&](dxf::RecordId id) { last = id; });
+    return last;
+}
+
+std::vector<dxf::RecordId> Picker::find(const pick::Region& region, pick::HitProbe::Mode mode) {
+    std::vector<dxf::RecordId> found;
+    pick::HitProbe probe(region, mode);
+    forEachReachable([&](dxf::RecordId id) {
+        if (scene_.hits(id, probe)) found.push_back(id);
+    });
+    return found;
+}
+
+std::vector<dxf::RecordId> Picker::allAt(const pick::Vec& point) {
+    std::vector<dxf::RecordId> found =
+        find(pick::Region::around(point, pickBoxSize(document_)), pick::HitProbe::Mode::Touch);
+    if (found.size() > 1) sortByDrawOrder(found);
+    return found;
+}
+
+dxf::RecordId Picker::topmostAt(const pick::Vec& point) {
+    const std::vector<dxf::RecordId> found = allAt(point);
+    return found.empty() ? dxf::kNoRecord : found.back();
+}
+
+bool Picker::nestedAt(const pick::Vec& point, dxf::RecordId containing, pick::Nested& found) {
+    const pick::Region region = pick::Region::around(point, pickBoxSize(document_));
+    if (containing != dxf::kNoRecord) return isReachable(containing) && scene_.findNested(containing, region, found);
+    const dxf::RecordId top = topmostAt(point);
+    return top != dxf::kNoRecord && scene_.findNested(top, region, found);
+}
+
+pick::Box Picker::extents() {
+    pick::Box all;
+    forEachReachable([&](dxf::RecordId id) {
+        const pick::Box box = scene_.extents(id);
+        if (!box.isBounded()) return;
+        all.add(box.low);
+        all.add(box.high);
+    });
+    return all;
+}
+
+// Drawings in which somebody changed the order of drawing keep, for entities of a space, handles to sort by.
+void Picker::sortByDrawOrder(std::vector<dxf::RecordId>& ids) const {
+    constexpr int kEntity = 331;
+    constexpr int kSortHandle = 5;
+    constexpr int kSpace = 330;
+    const BlockIndex blocks(drawing_);
+    const Block* space = blocks.bySpace(modelSpace_ ? Space::Model : Space::Paper);
+    const dxf::RecordId objects = drawing_.findSection("OBJECTS");
+    if (!space || objects == dxf::kNoRecord || space->id >= drawing_.recordCount()) return;
+    const std::uint64_t spaceHandle = drawing_.record(space->id).handle;
+    std::unordered_map<std::uint64_t, std::uint64_t> keys;
+    pick::Entity table;
+    for (dxf::RecordId id = drawing_.next(objects); id != dxf::kNoRecord; id = drawing_.next(id)) {
+        if (drawing_.record(id).kind != dxf::RecordKind::Object) break;
+        if (drawing_.typeNameOf(id) != "SORTENTSTABLE") continue;
+        table.read(drawing_, id);
+        std::uint64_t block = 0;
+        std::uint64_t entity = 0;
+        for (const pick::Entity::Field& field : table.fields()) {
+            if (field.code == kSpace) block = dxf::toHandle(field.value);  // the last one; before it stands the owner
+            if (field.code == kEntity) entity = dxf::toHandle(field.value);
+            if (field.code == kSortHandle && entity != 0 && block == spaceHandle)
+                keys[entity] = dxf::toHandle(field.value);
+        }
+    }
+    if (keys.empty()) return;
+    const auto keyOf = [&](dxf::RecordId id) {
+        const std::uint64_t handle = drawing_.record(id).handle;
+        const auto found = keys.find(handle);
+        return found == keys.end() ? handle : found->second;
+    };
+    std::stable_sort(ids.begin(), ids.end(), [&](dxf::RecordId a, dxf::RecordId b) { return keyOf(a) < keyOf(b); });
+}
+
+}  // namespace qrs::host::ed

@@ -1,0 +1,52 @@
+// What can be picked in the space that is current.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "dbid.h"
+#include "dbmain.h"
+#include "host/pick/layerstates.h"
+#include "host/pick/scene.h"
+
+class AcApDocument;
+
+namespace qrs::host::ed {
+
+// Holds for one selection: the drawing must not change meanwhile.
+class Picker {
+  public:
+    explicit Picker(AcApDocument& document);
+
+    // Entities that a user could reach now: of the space that is current, not hidden, on no frozen layer. The sheet of
+    // paper itself is none.
+    bool isReachable(dxf::RecordId id) const;
+    std::vector<dxf::RecordId> reachable() const;
+    // The newest of them; kNoRecord when there is none.
+    dxf::RecordId last() const;
+
+    // Those that can be seen and that a region touches, or holds whole; in drawing order.
+    std::vector<dxf::RecordId> find(const pick::Region& region, pick::HitProbe::Mode mode);
+    // Of those the pick box around a point meets, the one drawn last; kNoRecord when there is none.
+    dxf::RecordId topmostAt(const pick::Vec& point);
+    std::vector<dxf::RecordId> allAt(const pick::Vec& point);
+    // The innermost entity the pick box meets, inside the entity given (kNoRecord: any). False when there is none.
+    bool nestedAt(const pick::Vec& point, dxf::RecordId containing, pick::Nested& found);
+    // The box around everything that can be reached and has an end.
+    pick::Box extents();
+    pick::Box extentsOf(dxf::RecordId id) { return scene_.extents(id); }
+
+  private:
+    template <typename Take>
+    void forEachReachable(Take&& take) const;
+    void sortByDrawOrder(std::vector<dxf::RecordId>& ids) const;
+
+    AcApDocument& document_;
+    AcDbDatabase& database_;
+    const dxf::Drawing& drawing_;
+    bool modelSpace_;
+    pick::LayerStates layers_;
+    pick::Scene scene_;
+};
+
+}  // namespace qrs::host::ed

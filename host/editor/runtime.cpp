@@ -1,0 +1,251 @@
+// How commands are read from the command line and run.
+#include <algorithm>
+
+#include "db/access.h"
+#include "host/editor/documents.h"
+#include "host/editor/editorstate.h"
+#include "host/editor/session.h"
+#include "host/platform/codepage.h"
+
+namespace qrs::host::ed {
+
+namespace {
+
+// The marks that may stand before a command's name: transparent, language-independent, the editor's own meaning.
+constexpr wchar_t kNameMarks[] = L"'_.";
+
+std::wstring_view withoutMarks(std::wstring_view typed) {
+    typed.remove_prefix(std::min(typed.size(), typed.find_first_not_of(kNameMarks)));
+    return typed;
+}
+
+}  // namespace
+
+bool Session::run(bool keepGoing) {
+    quit_ = false;
+    const std::size_t failuresBefore = failures_;
+    while (!quit_ && (keepGoing || failures_ == failuresBefore)) {
+        switchToSentDocument();
+        const std::wstring prompt = L"Command: ";
+        output.freshLine();
+        const Answer answer = input.read(prompt, Extent::Word, true);
+        if (answer.reply == Reply::End) break;
+        if (answer.reply == Reply::Cancel) {
+            // A sent Esc only makes sure that nothing runs.
+            if (answer.promptShown) output.print(L"*Cancel*\n");
+            continue;
+        }
+        if (!answer.text.empty())
+            runTyped(answer.text);
+        else if (output.terminal().isInteractive() && !lastCommand_.empty())
+            runTyped(lastCommand_);
+    }
+    return failures_ == failuresBefore;
+}
+
+void Session::requestQuit() {
+    editor.reactors().list.tell([](AcEditorReactor& reactor) { reactor.beginQuit(); });
+    quit_ = true;
+}
+
+void Session::switchToSentDocument() {
+    while (AcApDocument* document = input.nextDocument()) {
+        if (documents.state().holds(document)) {
+            documents.state().activate(document);
+            return;
+        }
+        input.forget(document);
+    }
+}
+
+AcEdCommand* Session::lookup(std::wstring_view typed) const {
+    const bool globalOnly = typed.substr(0, typed.find_first_not_of(kNameMarks)).find(L'_') != std::wstring_view::npos;
+    const std::wstring name(withoutMarks(typed));
+    AcEdCommand* command = globalOnly ? nullptr : commands.lookupLocalCmd(name.c_str());
+    return command ? command : commands.lookupGlobalCmd(name.c_str());
+}
+
+void Session::runTyped(const std::wstring& typed) {
+    if (const AcEdCommand* command = lookup(typed)) {
+        lastCommand_ = command->globalName();
+        if (runCommand(*command, false) == Outcome::Failed) input.dropTypedWords();
+        return;
+    }
+    const std::wstring name = platform::foldCase(withoutMarks(typed));
+    editor.reactors().list.tell([&](AcEditorReactor& reactor) { reactor.unknownCommand(name.c_str()); });
+    input.dropTypedWords();
+    fail(L"Unknown command \"" + name + L"\".");
+}
+
+bool Session::isTransparentCall(const Answer& answer, Extent extent) const {
+    if (answer.text.size() < 2 || answer.text.front() != L'\'' || withoutMarks(answer.text).empty()) return false;
+    // A text of several words may begin with an apostrophe for reasons of its own.
+    return extent == Extent::Word || lookup(answer.text) != nullptr;
+}
+
+void Session::runTransparent(const std::wstring& typed) {
+    const AcEdCommand* command = lookup(typed);
+    const bool nested = std::any_of(running.begin(), running.end(), [](const Running& one) { return one.transparent; });
+    if (!command) {
+        ++failures_;
+        output.error(L"Unknown command \"" + platform::foldCase(withoutMarks(typed)) + L"\".");
+    } else if (nested) {
+        output.print(L"\n** Transparent commands may not be nested **\n");
+    } else if (!(command->commandFlags() & ACRX_CMD_TRANSPARENT)) {
+        output.print(L"\n** That command may not be invoked transparently **\n");
+    } else {
+        {
+            const GivenAnswers fromOutside(input, std::nullopt);
+            runCommand(*command, true);
+        }
+        if (!running.empty()) output.print(L"\nResuming " + running.back().name + L" command.\n");
+    }
+}
+
+Answer Session::ask(const std::wstring& prompt, Extent extent) {
+    input.setEcho(variables.integer(L"CMDECHO") != 0);
+    for (;;) {
+        const std::wstring promptLine = input.isUnseenNext() ? output.skipPrompt(prompt) : output.beginPrompt(prompt);
+        Answer answer = input.read(promptLine, extent, false);
+        if (answer.reply != Reply::Line) {
+            tellCancel(promptLine, answer);
+            return answer;
+        }
+        if (!running.empty()) running.back().cancelled = false;
+        if (!isTransparentCall(answer, extent)) return answer;
+        runTransparent(answer.text);
+    }
+}
+
+// Every prompt behind the end of the input is cancelled; once for each command says it all.
+void Session::tellCancel(const std::wstring& promptLine, const Answer& answer) {
+    bool tell = true;
+    if (!running.empty()) {
+        running.back().cancelled = true;
+        if (answer.reply == Reply::End) tell = !std::exchange(running.back().toldEnd, true);
+    }
+    if (answer.reply == Reply::Cancel) input.dropTypedWords();
+    if (!tell) return;
+    const bool shown = answer.promptShown || (answer.reply == Reply::End && output.terminal().isInteractive());
+    output.print((shown ? std::wstring() : promptLine) + L"*Cancel*\n");
+}
+
+bool Session::mayStart(const Running& starting) {
+    if (starting.flags & ACRX_CMD_SESSION) return true;
+    if (!starting.document) {
+        fail(starting.name + L" needs an open drawing.");
+        return false;
+    }
+    const bool modelSpace = starting.document->database()->tilemode();
+    if (modelSpace && (starting.flags & ACRX_CMD_NOTILEMODE)) {
+        output.print(L"\n** Command not allowed in Model Tab **\n");
+        return false;
+    }
+    if (!modelSpace && (starting.flags & ACRX_CMD_NOPAPERSPACE)) {
+        output.print(L"\n** Command only allowed in Model Tab **\n");
+        return false;
+    }
+    return documents.state().lockForCommand(starting.document, starting.name);
+}
+
+Outcome Session::runCommand(const AcEdCommand& command, bool transparent) {
+    // The command may take itself off the stack while it runs.
+    const AcRxFunctionPtr function = command.functionAddr();
+    Running starting;
+    starting.name = platform::foldCase(command.globalName());
+    starting.flags = command.commandFlags();
+    starting.application = command.commandApp();
+    starting.document = (starting.flags & ACRX_CMD_SESSION) ? nullptr : documents.curDocument();
+    starting.transparent = transparent;
+    const std::size_t place = running.size();
+    const bool outermost = place == 0;
+    // While it stands here neither its plug-in nor its drawing may go, whatever reactors ask for.
+    running.push_back(starting);
+    if (!mayStart(starting)) {
+        running.resize(place);
+        return starting.document ? Outcome::Cancelled : Outcome::Failed;
+    }
+    if (outermost && !(starting.flags & ACRX_CMD_NOUNDOMARKER)) {
+        for (AcApDocument* document : documents.state().all())
+            DatabaseAccess::beginStep(*document->database(), starting.name);
+    }
+    if (outermost) startPickFirst(running[place]);
+    initGet(0, std::wstring_view());
+
+    const std::wstring name = starting.name;
+    auto& listeners = editor.reactors().list;
+    listeners.tell([&](AcEditorReactor& reactor) { reactor.commandWillStart(name.c_str()); });
+    callOutside(starting.application, name.c_str(), [&] { function(); });
+    tellOutcome(running[place]);
+    const Running ended = running[place];
+    if (ended.document) {
+        documents.state().unlock(ended.document);
+        if (outermost) endPickFirst(ended.document);
+    }
+    running.resize(place);
+    initGet(0, std::wstring_view());
+    if (outermost) input.releaseWaiting();
+    return outcomeOf(ended);
+}
+
+Outcome Session::outcomeOf(const Running& ended) const {
+    if (ended.failed) return Outcome::Failed;
+    return ended.cancelled ? Outcome::Cancelled : Outcome::Ended;
+}
+
+void Session::tellOutcome(const Running& ended) {
+    const std::wstring name = ended.name;
+    const Outcome outcome = outcomeOf(ended);
+    editor.reactors().list.tell([&](AcEditorReactor& reactor) {
+        if (outcome == Outcome::Failed)
+            reactor.commandFailed(name.c_str());
+        else if (outcome == Outcome::Cancelled)
+            reactor.commandCancelled(name.c_str());
+        else
+            reactor.commandEnded(name.c_str());
+    });
+}
+
+Outcome Session::callCommand(const std::wstring& name, std::deque<std::wstring> answers) {
+    const AcEdCommand* command = lookup(name);
+    if (!command) {
+        fail(L"Unknown command \"" + platform::foldCase(withoutMarks(name)) + L"\".");
+        return Outcome::Failed;
+    }
+    const GivenAnswers given(input, std::move(answers));
+    return runCommand(*command, false);
+}
+
+void Session::fail(std::wstring_view message) {
+    ++failures_;
+    if (!running.empty()) running.back().failed = true;
+    if (!message.empty()) output.error(message);
+}
+
+// Only commands that say so find the pick-first set; for the others it is gone.
+void Session::startPickFirst(Running& starting) {
+    AcApDocument* document = documents.curDocument();
+    if (!document) return;
+    AcApDocument::State& state = document->state();
+    state.pickFirstSetAnew = false;
+    const bool usable = (starting.flags & ACRX_CMD_USEPICKSET) && variables.integer(L"PICKFIRST") != 0;
+    starting.takesPickFirst = usable && !state.pickFirst.isEmpty();
+    if (!usable) setPickFirst(document, AcDbObjectIdArray());
+    state.pickFirstSetAnew = false;
+}
+
+void Session::endPickFirst(AcApDocument* document) {
+    AcApDocument::State& state = document->state();
+    if (!std::exchange(state.pickFirstSetAnew, false)) setPickFirst(document, AcDbObjectIdArray());
+    state.pickFirstSetAnew = false;
+}
+
+void Session::setPickFirst(AcApDocument* document, AcDbObjectIdArray ids) {
+    AcApDocument::State& state = document->state();
+    const bool changes = !(state.pickFirst == ids);
+    state.pickFirst = std::move(ids);
+    state.pickFirstSetAnew = true;
+    if (changes) editor.reactors().list.tell([](AcEditorReactor& reactor) { reactor.pickfirstModified(); });
+}
+
+}  // namespace qrs::host::ed

@@ -1,0 +1,125 @@
+// Everything one running application keeps: the command line, the commands and how they run, the services.
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "accmd.h"
+#include "acdocman.h"
+#include "aced.h"
+#include "dbapserv.h"
+#include "host/editor/dialogs.h"
+#include "host/editor/frame.h"
+#include "host/editor/hostapp.h"
+#include "host/editor/input.h"
+#include "host/editor/keywords.h"
+#include "host/editor/output.h"
+#include "host/editor/plugins.h"
+#include "host/editor/selectionsets.h"
+#include "host/editor/variables.h"
+#include "rxdlinkr.h"
+
+namespace qrs::host::ed {
+
+// A command that runs now.
+struct Running {
+    std::wstring name;  // global, upper case
+    Adesk::Int32 flags = 0;
+    const void* application = nullptr;
+    AcApDocument* document = nullptr;  // null for one that runs without a drawing
+    bool transparent = false;
+    bool cancelled = false;  // its last prompt was
+    bool failed = false;
+    bool toldEnd = false;         // that the input has ended
+    bool takesPickFirst = false;  // and has not been given it yet
+};
+
+enum class Outcome { Ended, Cancelled, Failed };
+
+class Session : private AcDbHostApplicationServices {
+  public:
+    explicit Session(Terminal& terminal);
+    ~Session() override;
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    // Null when no application lives.
+    static Session* current();
+
+    Output output;
+    Input input;
+    AcEdCommandStack commands;
+    AcEditor editor;
+    AcRxDynamicLinker linker;
+    AcApDocManager documents;
+    Plugins plugins;
+    SelectionSets sets;
+    Variables variables;
+    Frame frame;
+    Dialogs dialogs{*this};
+    std::vector<Running> running;  // the innermost last
+
+    std::wstring systemFolder;
+    std::vector<std::wstring> supportFolders;
+
+    // Reads commands and runs them until the input ends. True when none failed.
+    bool run(bool keepGoing);
+    void requestQuit();
+
+    // One answer to a prompt. Transparent commands typed instead of it are run, and the prompt is asked again.
+    Answer ask(const std::wstring& prompt, Extent extent);
+
+    // The flags and keywords of the next prompt; taking them clears them.
+    void initGet(int flags, std::wstring_view keywords);
+    int takeFlags() { return std::exchange(flags_, 0); }
+    Keywords takeKeywords() { return std::exchange(keywords_, Keywords()); }
+    std::wstring lastKeyword;
+
+    Outcome runCommand(const AcEdCommand& command, bool transparent);
+    // A command called from a running one, by name. Failed when there is none.
+    Outcome callCommand(const std::wstring& name, std::deque<std::wstring> answers);
+    // The running command, or the run, has failed. An empty message prints nothing.
+    void fail(std::wstring_view message);
+    void setPickFirst(AcApDocument* document, AcDbObjectIdArray ids);
+    bool isRunningIn(const AcApDocument* document) const;
+    // From before the reactors hear of its start until they have heard of its end.
+    bool isRunningCommandOf(const void* application) const;
+    // "LINE'ZOOM": the names of the running commands.
+    std::wstring runningNames() const;
+
+    // Everything a plug-in has registered goes; the number of things that went.
+    std::size_t removeRegistrations(const void* application);
+
+    // Full path, inner form, of a file searched for in the drawing's folder, the support folders and the system folder;
+    // empty when there is none.
+    std::wstring findInFolders(const std::wstring& name) const;
+
+  private:
+    Acad::ErrorStatus findFile(ACHAR* pathOut, int length, const ACHAR* name, AcDbDatabase* database,
+                               FindFileHint hint) override;
+
+    AcEdCommand* lookup(std::wstring_view typed) const;
+    void runTyped(const std::wstring& typed);
+    void runTransparent(const std::wstring& typed);
+    bool isTransparentCall(const Answer& answer, Extent extent) const;
+    bool mayStart(const Running& starting);
+    void startPickFirst(Running& starting);
+    void endPickFirst(AcApDocument* document);
+    Outcome outcomeOf(const Running& ended) const;
+    void tellOutcome(const Running& ended);
+    void tellCancel(const std::wstring& promptLine, const Answer& answer);
+    void switchToSentDocument();
+
+    int flags_ = 0;
+    Keywords keywords_;
+    std::wstring lastCommand_;
+    std::size_t failures_ = 0;
+    bool quit_ = false;
+};
+
+}  // namespace qrs::host::ed

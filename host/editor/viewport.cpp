@@ -1,0 +1,221 @@
+// The viewport that takes the user's input, and what is seen in it.
+#include "host/editor/viewport.h"
+
+#include <cmath>
+#include <limits>
+#include <optional>
+
+#include "aced.h"
+#include "db/access.h"
+#include "host/editor/documents.h"
+#include "host/editor/entityfilter.h"
+#include "host/editor/session.h"
+#include "host/pick/entity.h"
+
+namespace qrs::host::ed {
+
+namespace {
+
+using pick::Entity;
+using pick::Vec;
+
+constexpr int kStackCode = 68;   // place among the viewports that are on; 1 takes the input
+constexpr int kNumberCode = 69;  // 1 is the sheet itself
+constexpr std::int64_t kModelViewport = 2;
+constexpr std::int64_t kSheet = 1;
+constexpr std::size_t kMostViews = 11;  // ten to go back to
+
+std::int64_t valueOf(const dxf::Drawing& drawing, dxf::RecordId id, int code) {
+    dxf::Tag tag;
+    return drawing.findTag(id, code, tag) ? dxf::toInteger(tag.value) : 0;
+}
+
+template <typename Take>
+void forEachViewport(const dxf::Drawing& drawing, Take&& take) {
+    forEachEntityOfSpace(drawing, false, [&](dxf::RecordId id) {
+        if (drawing.typeNameOf(id) == "VIEWPORT") take(id, valueOf(drawing, id, kNumberCode));
+    });
+}
+
+std::optional<View> soundView(const Vec& center, double height) {
+    const bool isSound = pick::isFinite(center) && std::isfinite(height) && height > 0.0;
+    return isSound ? std::optional<View>(View{center.x, center.y, height}) : std::nullopt;
+}
+
+// A view's center is told in its own coordinates: around the target, turned by the twist.
+std::optional<View> viewOf(const Entity& record, int targetCode, int heightCode, int twistCode) {
+    const std::optional<Vec> center = record.vec(12);
+    if (!center) return std::nullopt;
+    const Vec target = record.vec(targetCode).value_or(Vec{});
+    const double twist = -record.real(twistCode, 0.0) * (pick::kPi / 180);
+    const Vec turned{center->x * std::cos(twist) - center->y * std::sin(twist),
+                     center->x * std::sin(twist) + center->y * std::cos(twist), 0};
+    return soundView(target + turned, record.real(heightCode, 0.0));
+}
+
+// The view that the drawing keeps of the tab of model space.
+std::optional<View> activeModelView(const dxf::Drawing& drawing) {
+    const dxf::RecordId table = drawing.findTable("VPORT");
+    if (table == dxf::kNoRecord) return std::nullopt;
+    for (dxf::RecordId id = drawing.next(table); id != dxf::kNoRecord; id = drawing.next(id)) {
+        if (drawing.record(id).kind != dxf::RecordKind::TableRecord) break;
+        Entity record;
+        record.read(drawing, id);
+        if (record.text(2) != L"*ACTIVE" && record.text(2) != L"*Active") continue;
+        if (const std::optional<View> view = viewOf(record, 17, 40, 51)) return view;
+    }
+    return std::nullopt;
+}
+
+std::optional<Vec> headerPoint(const dxf::Drawing& drawing, const char* name) {
+    const dxf::RecordId id = drawing.findHeaderVariable(name);
+    if (id == dxf::kNoRecord) return std::nullopt;
+    Entity variable;
+    variable.read(drawing, id);
+    return variable.vec(10);
+}
+
+// Corners that the drawing's header tells.
+struct HeaderView {
+    const char* low;
+    const char* high;
+};
+constexpr HeaderView kModelCorners[] = {{"$EXTMIN", "$EXTMAX"}, {"$LIMMIN", "$LIMMAX"}};
+constexpr HeaderView kPaperCorners[] = {{"$PEXTMIN", "$PEXTMAX"}, {"$PLIMMIN", "$PLIMMAX"}};
+
+View headerView(const dxf::Drawing& drawing, const HeaderView (&corners)[2]) {
+    for (const HeaderView& pair : corners) {
+        const std::optional<Vec> low = headerPoint(drawing, pair.low);
+        const std::optional<Vec> high = headerPoint(drawing, pair.high);
+        // Drawings without anything in them tell extents the wrong way round.
+        if (!low || !high || !(high->x > low->x) || !(high->y > low->y) || high->x - low->x > 1e19) continue;
+        return viewAround(*low, *high);
+    }
+    return viewAround(Vec{0, 0, 0}, Vec{420, 297, 0});
+}
+
+View firstView(AcDbDatabase& database) {
+    const dxf::Drawing& drawing = DatabaseAccess::drawing(database);
+    if (database.tilemode()) {
+        if (const std::optional<View> view = activeModelView(drawing)) return *view;
+        const std::optional<Vec> center = headerPoint(drawing, "$VIEWCTR");
+        const dxf::RecordId size = drawing.findHeaderVariable("$VIEWSIZE");
+        if (center && size != dxf::kNoRecord) {
+            Entity variable;
+            variable.read(drawing, size);
+            if (const std::optional<View> view = soundView(*center, variable.real(40, 0.0))) return *view;
+        }
+        return headerView(drawing, kModelCorners);
+    }
+    const CurrentViewport current = currentViewport(database);
+    if (!current.id.isNull()) {
+        Entity record;
+        record.read(drawing, DatabaseAccess::recordOf(current.id));
+        if (const std::optional<View> view = viewOf(record, 17, 45, 51)) return *view;
+    }
+    return current.number > kSheet ? headerView(drawing, kModelCorners) : headerView(drawing, kPaperCorners);
+}
+
+std::vector<View>& viewsOf(AcApDocument& document) {
+    AcDbDatabase& database = *document.database();
+    const std::int64_t key = database.tilemode() ? 0 : currentViewport(database).number;
+    std::vector<View>& views = document.state().views.views[key];
+    if (views.empty()) views.push_back(firstView(database));
+    return views;
+}
+
+ViewMemory* memoryOf(AcDbDatabase& database) {
+    Session* session = Session::current();
+    AcApDocument* document = session ? session->documents.document(&database) : nullptr;
+    return document ? &document->state().views : nullptr;
+}
+
+}  // namespace
+
+View viewAround(const Vec& low, const Vec& high) {
+    const double height = std::fmax(high.y - low.y, (high.x - low.x) * kScreenHeight / kScreenWidth);
+    return View{(low.x + high.x) / 2, (low.y + high.y) / 2, height};
+}
+
+CurrentViewport currentViewport(AcDbDatabase& database) {
+    CurrentViewport current;
+    if (database.tilemode()) {
+        current.number = kModelViewport;
+        return current;
+    }
+    const dxf::Drawing& drawing = DatabaseAccess::drawing(database);
+    const ViewMemory* memory = memoryOf(database);
+    const std::int64_t chosen = memory ? memory->viewport : 0;
+    current.number = kSheet;
+    bool isFound = false;
+    forEachViewport(drawing, [&](dxf::RecordId id, std::int64_t number) {
+        if (isFound) return;
+        isFound = chosen != 0 ? number == chosen : valueOf(drawing, id, kStackCode) == 1;
+        if (!isFound && number != kSheet) return;
+        current.id = DatabaseAccess::idOf(database, id);
+        current.number = number;
+    });
+    return current;
+}
+
+bool setCurrentViewport(AcApDocument& document, std::int64_t number) {
+    AcDbDatabase& database = *document.database();
+    if (database.tilemode()) return number == kModelViewport;
+    const dxf::Drawing& drawing = DatabaseAccess::drawing(database);
+    bool exists = number == kSheet;
+    forEachViewport(drawing, [&](dxf::RecordId id, std::int64_t its) {
+        exists = exists || (its == number && valueOf(drawing, id, kStackCode) != 0);
+    });
+    if (exists) document.state().views.viewport = number;
+    return exists;
+}
+
+std::int64_t topViewport(AcDbDatabase& database) {
+    const dxf::Drawing& drawing = DatabaseAccess::drawing(database);
+    std::int64_t top = 0;
+    std::int64_t best = std::numeric_limits<std::int64_t>::max();
+    forEachViewport(drawing, [&](dxf::RecordId id, std::int64_t number) {
+        const std::int64_t place = valueOf(drawing, id, kStackCode);
+        if (number <= kSheet || place <= 0 || place >= best) return;
+        best = place;
+        top = number;
+    });
+    return top;
+}
+
+bool picksModelSpace(AcDbDatabase& database) {
+    return database.tilemode() || currentViewport(database).number > kSheet;
+}
+
+View currentView(AcApDocument& document) {
+    return viewsOf(document).back();
+}
+
+void setView(AcApDocument& document, const View& view) {
+    if (!soundView(Vec{view.centerX, view.centerY, 0}, view.height)) return;
+    std::vector<View>& views = viewsOf(document);
+    views.push_back(view);
+    if (views.size() > kMostViews) views.erase(views.begin());
+}
+
+bool setPreviousView(AcApDocument& document) {
+    std::vector<View>& views = viewsOf(document);
+    if (views.size() < 2) return false;
+    views.pop_back();
+    return true;
+}
+
+double pickBoxSize(AcApDocument& document) {
+    const Session* session = Session::current();
+    const double dots = session ? session->variables.integer(L"PICKBOX") : 0;
+    return dots * currentView(document).height / kScreenHeight;
+}
+
+}  // namespace qrs::host::ed
+
+AcDbObjectId acedGetCurViewportObjectId() {
+    using namespace qrs::host::ed;
+    Session* session = Session::current();
+    AcApDocument* document = session ? session->documents.curDocument() : nullptr;
+    return document ? currentViewport(*document->database()).id : AcDbObjectId();
+}

@@ -1,9 +1,0 @@
-// Who listens to the editor.
-#pragma once
-
-#include "aced.h"
-#include "reactors.h"
-
-struct AcEditor::Reactors {
-    qrs::host::ed::ReactorList<AcEditorReactor> list;
-};

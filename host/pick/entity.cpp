@@ -1,0 +1,101 @@
+// Reading the tags of an entity.
+#include "host/pick/entity.h"
+
+#include <limits>
+
+#include "host/drawing/objecttags.h"
+
+namespace qrs::host::pick {
+
+namespace {
+
+constexpr int kGroup = 102;
+constexpr int kFirstXdata = 1000;
+constexpr int kNormal = 210;
+
+}  // namespace
+
+std::optional<double> finiteOf(std::string_view value) {
+    const double number = dxf::toReal(value, std::numeric_limits<double>::quiet_NaN());
+    return std::isfinite(number) ? std::optional<double>(number) : std::nullopt;
+}
+
+void Entity::read(const dxf::Drawing& drawing, dxf::RecordId id) {
+    drawing_ = &drawing;
+    id_ = id;
+    fields_.clear();
+    dxf::TagCursor cursor = drawing.tags(id);
+    dxf::Tag tag;
+    bool inGroup = false;
+    while (cursor.next(tag) && tag.code < kFirstXdata) {
+        if (tag.code == kGroup)
+            inGroup = !dxf::trimmed(tag.value).empty() && dxf::trimmed(tag.value).front() == '{';
+        else if (!inGroup)
+            fields_.push_back({tag.code, tag.value});
+    }
+}
+
+const Entity::Field* Entity::find(int code) const {
+    for (const Field& field : fields_)
+        if (field.code == code) return &field;
+    return nullptr;
+}
+
+double Entity::real(int code, double fallback) const {
+    const Field* field = find(code);
+    return field ? finiteOf(field->value).value_or(fallback) : fallback;
+}
+
+long Entity::integer(int code, long fallback) const {
+    const Field* field = find(code);
+    if (!field) return fallback;
+    const std::int64_t number = dxf::toInteger(field->value, fallback);
+    return number < std::numeric_limits<std::int32_t>::min() || number > std::numeric_limits<std::int32_t>::max()
+               ? fallback
+               : static_cast<long>(number);
+}
+
+std::optional<Vec> Entity::vec(int code) const {
+    // A point's coordinates stand together; the ones behind the first are looked for there.
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
+        if (fields_[i].code != code) continue;
+        const std::optional<double> x = finiteOf(fields_[i].value);
+        std::optional<double> y;
+        double z = 0.0;
+        for (std::size_t k = i + 1; k < fields_.size() && k < i + 3; ++k) {
+            const std::optional<double> number = finiteOf(fields_[k].value);
+            if (fields_[k].code == code + 10) y = number;
+            if (fields_[k].code == code + 20 && number) z = *number;
+        }
+        if (!x || !y) return std::nullopt;
+        return Vec{*x, *y, z};
+    }
+    return std::nullopt;
+}
+
+std::optional<AcGePoint3d> Entity::point(int code) const {
+    const std::optional<Vec> found = vec(code);
+    if (!found) return std::nullopt;
+    return AcGePoint3d(found->x, found->y, found->z);
+}
+
+std::wstring Entity::text(int code) const {
+    const Field* field = find(code);
+    return field ? readText(*drawing_, field->value) : std::wstring();
+}
+
+Vec Entity::normal() const {
+    return vec(kNormal).value_or(Vec{0, 0, 1});
+}
+
+std::vector<dxf::RecordId> Entity::parts() const {
+    std::vector<dxf::RecordId> parts;
+    for (dxf::RecordId id = drawing_->next(id_); id != dxf::kNoRecord; id = drawing_->next(id)) {
+        const dxf::Record& record = drawing_->record(id);
+        if (!(record.flags & dxf::kSubEntity) || record.owner != id_) break;
+        parts.push_back(id);
+    }
+    return parts;
+}
+
+}  // namespace qrs::host::pick

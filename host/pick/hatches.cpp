@@ -1,0 +1,167 @@
+// The shapes of hatches: the lines around them, and for solid ones what they cover.
+#include <algorithm>
+
+#include "host/pick/kinds.h"
+
+namespace qrs::host::pick {
+
+namespace {
+
+// Reads the tags of a hatch in their order.
+class Reader {
+  public:
+    explicit Reader(const Entity& entity) : fields_(entity.fields()) {}
+
+    bool isAt(int code) const { return next_ < fields_.size() && fields_[next_].code == code; }
+    // The next tag must carry the code; otherwise the hatch is damaged, and everything is 0 from here on.
+    double real(int code) {
+        const std::optional<double> number = isAt(code) ? finiteOf(fields_[next_].value) : std::nullopt;
+        if (!number) broken_ = true;
+        ++next_;
+        return number.value_or(0.0);
+    }
+    long integer(int code) { return static_cast<long>(std::clamp(real(code), -1e9, 1e9)); }
+    Vec point(int code) {
+        const double x = real(code);
+        return {x, real(code + 10), 0};
+    }
+    double optional(int code, double fallback) { return isAt(code) ? real(code) : fallback; }
+    bool skipTo(int code) {
+        while (next_ < fields_.size() && fields_[next_].code != code)
+            ++next_;
+        return next_ < fields_.size();
+    }
+    bool isBroken() const { return broken_; }
+    // No count can be higher than what is left.
+    bool fits(long count) const { return count >= 0 && static_cast<std::size_t>(count) <= fields_.size() - next_; }
+
+  private:
+    const std::vector<Entity::Field>& fields_;
+    std::size_t next_ = 0;
+    bool broken_ = false;
+};
+
+using Loop = std::vector<Vec>;
+enum PathFlag { kPolylinePath = 2 };
+
+void appendArc(Loop& loop, const Vec& center, const Vec& u, const Vec& v, double t0, double t1) {
+    constexpr int kPieces = 32;
+    for (int i = 0; i <= kPieces; ++i) {
+        const double t = t0 + (t1 - t0) * i / kPieces;
+        loop.push_back(center + u * std::cos(t) + v * std::sin(t));
+    }
+}
+
+// Clockwise edges give their angles mirrored.
+void readArcEdge(Reader& reader, bool isEllipse, const Pen& pen, Loop& loop) {
+    const Vec center = reader.point(10);
+    Vec u;
+    double ratio = 1.0;
+    if (isEllipse) {
+        u = reader.point(11);
+        ratio = reader.real(40);
+    } else {
+        u = {reader.real(40), 0, 0};
+    }
+    const double from = reader.real(50) * (kPi / 180);
+    double to = reader.real(51) * (kPi / 180);
+    const bool counterclockwise = reader.integer(73) != 0;
+    if (!(to > from)) to += 2 * kPi;
+    if (reader.isBroken() || !(to > from)) return;
+    Vec v = Vec{-u.y, u.x, 0} * ratio;
+    if (!counterclockwise) v = v * -1.0;
+    pen.arc(center, u, v, from, to);
+    appendArc(loop, center, u, v, from, to);
+}
+
+void readSplineEdge(Reader& reader, const Pen& pen, Loop& loop) {
+    SplineData spline;
+    spline.degree = static_cast<int>(reader.integer(94));
+    const bool rational = reader.integer(73) != 0;
+    reader.integer(74);
+    const long knots = reader.integer(95);
+    const long controls = reader.integer(96);
+    if (reader.isBroken() || !reader.fits(knots) || !reader.fits(controls)) return;
+    for (long i = 0; i < knots; ++i)
+        spline.knots.push_back(reader.real(40));
+    for (long i = 0; i < controls; ++i) {
+        spline.controls.push_back(reader.point(10));
+        const double weight = reader.optional(42, 1.0);
+        if (rational) spline.weights.push_back(weight);
+    }
+    if (reader.isBroken()) return;
+    // Newer drawings tell the points it was fitted to and its end tangents.
+    const auto fitted = static_cast<long>(reader.optional(97, 0.0));
+    for (long i = 0; i < fitted && reader.isAt(11); ++i)
+        reader.point(11);
+    if (reader.isAt(12)) reader.point(12);
+    if (reader.isAt(13)) reader.point(13);
+    drawSplineCurve(spline, pen);
+    appendSplinePoints(spline, loop);
+}
+
+void readEdges(Reader& reader, const Pen& pen, Loop& loop) {
+    const long edges = reader.integer(93);
+    for (long i = 0; i < edges && !reader.isBroken(); ++i) {
+        const long type = reader.integer(72);
+        if (type == 1) {
+            const Vec a = reader.point(10);
+            const Vec b = reader.point(11);
+            if (!reader.isBroken()) pen.segment(a, b), loop.insert(loop.end(), {a, b});
+        } else if (type == 2 || type == 3) {
+            readArcEdge(reader, type == 3, pen, loop);
+        } else if (type == 4) {
+            readSplineEdge(reader, pen, loop);
+        } else {
+            return;
+        }
+    }
+}
+
+void readPolyline(Reader& reader, const Pen& pen, Loop& loop) {
+    struct Corner {
+        Vec at;
+        double bulge;
+    };
+    const bool hasBulges = reader.integer(72) != 0;
+    reader.integer(73);  // paths of a hatch are closed, whatever it says
+    const long count = reader.integer(93);
+    std::vector<Corner> corners;
+    for (long i = 0; i < count && !reader.isBroken(); ++i) {
+        const Vec at = reader.point(10);
+        corners.push_back({at, hasBulges ? reader.optional(42, 0.0) : 0.0});
+    }
+    if (reader.isBroken()) return;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const Corner& from = corners[i];
+        const Corner& to = corners[(i + 1) % corners.size()];
+        pen.bulge(from.at, to.at, from.bulge);
+        loop.push_back(from.at);
+        if (std::fabs(from.bulge) < 1e-9 || (from.at.x == to.at.x && from.at.y == to.at.y)) continue;
+        const BulgeCircle circle = circleOf(from.at, to.at, from.bulge);
+        appendArc(loop, circle.center, {circle.radius, 0, 0}, {0, circle.radius, 0}, circle.start,
+                  circle.start + circle.turn);
+    }
+}
+
+}  // namespace
+
+void drawHatch(const Entity& entity, const Pen& pen) {
+    const double elevation = entity.real(30, 0.0);
+    const Pen flat = pen.in(planeOf(entity.normal())).in(Transform{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, elevation}});
+    Reader reader(entity);
+    if (!reader.skipTo(91)) return;
+    const long paths = reader.integer(91);
+    std::vector<Loop> loops;
+    for (long i = 0; i < paths && !reader.isBroken() && reader.skipTo(92); ++i) {
+        Loop& loop = loops.emplace_back();
+        if (reader.integer(92) & kPolylinePath)
+            readPolyline(reader, flat, loop);
+        else
+            readEdges(reader, flat, loop);
+    }
+    const bool isSolid = entity.integer(70, 0) == 1;
+    if (isSolid && !reader.isBroken()) flat.area(std::move(loops));
+}
+
+}  // namespace qrs::host::pick

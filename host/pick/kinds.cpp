@@ -1,0 +1,90 @@
+// The table of the kinds of entities that have a shape.
+#include "host/pick/kinds.h"
+
+#include <deque>
+#include <string>
+#include <unordered_map>
+
+namespace qrs::host::pick {
+
+namespace {
+
+constexpr Kind kKinds[] = {
+    {"LINE", &drawLine, nullptr, nullptr},
+    {"CIRCLE", &drawCircle, nullptr, nullptr},
+    {"ARC", &drawArc, nullptr, nullptr},
+    {"ELLIPSE", &drawEllipse, nullptr, nullptr},
+    {"LWPOLYLINE", &drawLightPolyline, nullptr, nullptr},
+    {"POLYLINE", &drawPolyline, nullptr, nullptr},
+    {"SPLINE", &drawSpline, nullptr, nullptr},
+    {"TEXT", &drawText, nullptr, nullptr},
+    {"MTEXT", &drawParagraphs, nullptr, nullptr},
+    {"ATTRIB", &drawAttribute, nullptr, nullptr},
+    {"ATTDEF", &drawAttributeDefinition, nullptr, nullptr},
+    {"INSERT", nullptr, &placeInsert, nullptr},
+    {"ACAD_TABLE", nullptr, &placeTable, nullptr},
+    {"DIMENSION", nullptr, &placeDimension, nullptr},
+    {"ARC_DIMENSION", nullptr, &placeDimension, nullptr},
+    {"LARGE_RADIAL_DIMENSION", nullptr, &placeDimension, nullptr},
+    {"HATCH", &drawHatch, nullptr, nullptr},
+    {"MPOLYGON", &drawHatch, nullptr, nullptr},
+    {"LEADER", &drawLeader, nullptr, nullptr},
+    {"MLINE", &drawMultiline, nullptr, nullptr},
+    {"POINT", &drawPoint, nullptr, nullptr},
+    {"SOLID", &drawSolid, nullptr, nullptr},
+    {"TRACE", &drawSolid, nullptr, nullptr},
+    {"3DFACE", &drawFace, nullptr, nullptr},
+    {"VIEWPORT", &drawViewport, nullptr, nullptr},
+    {"RAY", &drawRay, nullptr, nullptr},
+    {"XLINE", &drawEndlessLine, nullptr, nullptr},
+    {"IMAGE", &drawImage, nullptr, nullptr},
+    {"WIPEOUT", &drawImage, nullptr, nullptr},
+    {"OLE2FRAME", &drawObjectFrame, nullptr, nullptr},
+};
+
+using KindTable = std::unordered_map<std::string_view, Kind>;
+
+// Filled before main from several files, so it is made when first asked for.
+KindTable& table() {
+    static KindTable kinds = [] {
+        KindTable own;
+        for (const Kind& kind : kKinds)
+            own.emplace(kind.name, kind);
+        return own;
+    }();
+    return kinds;
+}
+
+class PenOutline final : public Outline {
+  public:
+    explicit PenOutline(const Pen& pen) : pen_(pen) {}
+    void point(const AcGePoint3d& at) override { pen_.point(vecOf(at)); }
+    void segment(const AcGePoint3d& start, const AcGePoint3d& end) override { pen_.segment(vecOf(start), vecOf(end)); }
+    void arc(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) override {
+        pen_.bulge(vecOf(start), vecOf(end), bulge);
+    }
+
+  private:
+    static Vec vecOf(const AcGePoint3d& p) { return {p.x, p.y, p.z}; }
+    const Pen& pen_;
+};
+
+}  // namespace
+
+const Kind* findKind(std::string_view dxfName) {
+    const auto found = table().find(dxfName);
+    return found == table().end() ? nullptr : &found->second;
+}
+
+void drawEntity(const Kind& kind, const Entity& entity, const Pen& pen) {
+    if (kind.draw) kind.draw(entity, pen);
+    if (!kind.trace) return;
+    PenOutline outline(pen);
+    kind.trace(entity, outline);
+}
+
+bool registerOutline(const char* dxfName, TraceFunction trace) {
+    return table().emplace(dxfName, Kind{dxfName, nullptr, nullptr, trace}).second;
+}
+
+}  // namespace qrs::host::pick

@@ -1,0 +1,147 @@
+// The shapes of polylines of both kinds, with their widths, and of meshes.
+#include <algorithm>
+
+#include "host/pick/kinds.h"
+
+namespace qrs::host::pick {
+
+namespace {
+
+struct Vertex {
+    Vec at;
+    double bulge = 0.0;
+    double startWidth = 0.0;
+    double endWidth = 0.0;
+};
+
+enum PolylineFlag { kClosed = 1, kSpace = 8, kMesh = 16, kClosedAcross = 32, kFaces = 64 };
+enum VertexFlag { kFrame = 16, kFaceCorner = 64, kFacePart = 128 };
+
+// A wide piece, as strips of at most 1/32 of a circle.
+void drawWide(const Vertex& from, const Vertex& to, const Pen& pen) {
+    const Vec chord = to.at - from.at;
+    if (!(std::hypot(chord.x, chord.y) > 0.0)) return;
+    const bool isArc = std::fabs(from.bulge) > 1e-9;
+    const BulgeCircle circle = isArc ? circleOf(from.at, to.at, from.bulge) : BulgeCircle{};
+    const int strips = isArc ? std::clamp(static_cast<int>(std::ceil(std::fabs(circle.turn) / (kPi / 16))), 1, 32) : 1;
+    const Vec normal = unit({-chord.y, chord.x, 0.0}, {0, 1, 0});
+    Vec left;
+    Vec right;
+    for (int i = 0; i <= strips; ++i) {
+        const double share = static_cast<double>(i) / strips;
+        const double half = (from.startWidth + (from.endWidth - from.startWidth) * share) / 2;
+        const double angle = circle.start + circle.turn * share;
+        const Vec outwards = isArc ? Vec{std::cos(angle), std::sin(angle), 0} : normal;
+        const Vec middle = isArc ? circle.center + outwards * circle.radius : from.at + chord * share;
+        const Vec nextLeft = middle + outwards * half;
+        const Vec nextRight = middle - outwards * half;
+        if (i > 0) pen.filled({left, nextLeft, nextRight, right});
+        left = nextLeft;
+        right = nextRight;
+    }
+}
+
+void drawVertices(const std::vector<Vertex>& vertices, bool closed, const Pen& pen) {
+    if (vertices.size() == 1) pen.point(vertices[0].at);
+    for (std::size_t i = 0; i < vertices.size() && !pen.isDone(); ++i) {
+        const std::size_t next = (i + 1) % vertices.size();
+        if (next == 0 && !closed) break;
+        const Vertex& from = vertices[i];
+        if (from.startWidth > 0.0 || from.endWidth > 0.0)
+            drawWide(from, vertices[next], pen);
+        else
+            pen.bulge(from.at, vertices[next].at, from.bulge);
+    }
+}
+
+// A value of a vertex; damaged ones leave what was there.
+void take(double& value, const Entity::Field& field) {
+    value = finiteOf(field.value).value_or(value);
+}
+
+// Rows of a mesh: lines along and across it.
+void drawMesh(const Entity& entity, const std::vector<Vec>& points, const Pen& pen) {
+    const long flags = entity.integer(70, 0);
+    const long rows = std::max(entity.integer(71, 0), 0L);
+    const long columns = std::max(entity.integer(72, 0), 0L);
+    if (rows < 2 || columns < 2 || rows > static_cast<long>(points.size()) / columns) return;
+    const auto at = [&](long row, long column) {
+        return points[static_cast<std::size_t>((row % rows) * columns + column % columns)];
+    };
+    for (long row = 0; row < rows; ++row)
+        for (long column = 0; column < columns && !pen.isDone(); ++column) {
+            if (row + 1 < rows || (flags & kClosed)) pen.segment(at(row, column), at(row + 1, column));
+            if (column + 1 < columns || (flags & kClosedAcross)) pen.segment(at(row, column), at(row, column + 1));
+        }
+}
+
+// Faces name their corners by number, from 1; the edge behind a negative one is not shown.
+void drawFaceEdges(const Entity& face, const std::vector<Vec>& points, const Pen& pen) {
+    long corners[4];
+    int count = 0;
+    for (int code = 71; code <= 74; ++code) {
+        const long corner = face.integer(code, 0);
+        if (corner == 0 || std::labs(corner) > static_cast<long>(points.size())) break;
+        corners[count++] = corner;
+    }
+    for (int i = 0; i < count; ++i) {
+        const long next = corners[(i + 1) % count];
+        if (corners[i] > 0)
+            pen.segment(points[static_cast<std::size_t>(corners[i] - 1)],
+                        points[static_cast<std::size_t>(std::labs(next) - 1)]);
+    }
+}
+
+}  // namespace
+
+void drawLightPolyline(const Entity& entity, const Pen& pen) {
+    const double width = entity.real(43, 0.0);
+    const double elevation = entity.real(38, 0.0);
+    std::vector<Vertex> vertices;
+    for (const Entity::Field& field : entity.fields()) {
+        if (field.code == 10) {
+            const std::optional<double> x = finiteOf(field.value);
+            if (!x) return;
+            vertices.push_back(Vertex{{*x, 0, elevation}, 0.0, width, width});
+        }
+        if (vertices.empty()) continue;
+        Vertex& vertex = vertices.back();
+        if (field.code == 20) take(vertex.at.y, field);
+        if (field.code == 42) take(vertex.bulge, field);
+        if (field.code == 40) take(vertex.startWidth, field);
+        if (field.code == 41) take(vertex.endWidth, field);
+    }
+    drawVertices(vertices, (entity.integer(70, 0) & 1) != 0, pen.in(planeOf(entity.normal())));
+}
+
+void drawPolyline(const Entity& entity, const Pen& pen) {
+    const long flags = entity.integer(70, 0);
+    const bool inSpace = (flags & (kSpace | kMesh | kFaces)) != 0;
+    const double elevation = entity.vec(10).value_or(Vec{}).z;
+    const Vertex usual{{}, 0.0, entity.real(40, 0.0), entity.real(41, 0.0)};
+    std::vector<Vertex> vertices;
+    std::vector<Vec> points;
+    std::vector<dxf::RecordId> faces;
+    Entity part;
+    for (const dxf::RecordId id : entity.parts()) {
+        part.read(entity.drawing(), id);
+        const long role = part.integer(70, 0);
+        const std::optional<Vec> at = part.vec(10);
+        if ((role & kFacePart) && !(role & kFaceCorner)) faces.push_back(id);
+        // The frame of a curve that was fitted is not shown.
+        if (!at || (role & kFrame) || ((role & kFacePart) && !(role & kFaceCorner))) continue;
+        points.push_back(*at);
+        vertices.push_back(Vertex{inSpace ? *at : Vec{at->x, at->y, elevation}, inSpace ? 0.0 : part.real(42, 0.0),
+                                  inSpace ? 0.0 : part.real(40, usual.startWidth),
+                                  inSpace ? 0.0 : part.real(41, usual.endWidth)});
+    }
+    if (flags & kMesh) return drawMesh(entity, points, pen);
+    for (const dxf::RecordId id : faces) {
+        part.read(entity.drawing(), id);
+        drawFaceEdges(part, points, pen);
+    }
+    if (!(flags & kFaces))
+        drawVertices(vertices, (flags & kClosed) != 0, inSpace ? pen : pen.in(planeOf(entity.normal())));
+}
+
+}  // namespace qrs::host::pick

@@ -1,0 +1,163 @@
+// The boxes of texts. There are no glyphs to measure: a character counts as wide as it is high when it is an ideograph
+// or the like, and as 0.7 of that otherwise.
+#include <algorithm>
+
+#include "host/pick/kinds.h"
+
+namespace qrs::host::pick {
+
+namespace {
+
+constexpr double kNarrow = 0.7;
+constexpr wchar_t kFirstWide = 0x1100;
+
+double widthOf(wchar_t c) {
+    if (c >= 0xDC00 && c <= 0xDFFF) return 0.0;  // the second half of a character beyond the basic plane
+    return c < kFirstWide ? kNarrow : 1.0;
+}
+
+// In heights. %%c and the like are one character, %%u and %%o none.
+double lineWidth(const std::wstring& text) {
+    double width = 0.0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text.compare(i, 2, L"%%") == 0 && i + 2 < text.size()) {
+            const wchar_t code = text[i + 2];
+            const bool isSwitch = code == L'u' || code == L'U' || code == L'o' || code == L'O';
+            width += isSwitch ? 0.0 : kNarrow;
+            i += 2;
+            continue;
+        }
+        width += widthOf(text[i]);
+    }
+    return width;
+}
+
+// A filled rectangle from low to high in a plane's coordinates turned around a point.
+void drawBox(const Pen& pen, const Vec& anchor, double angle, const Vec& low, const Vec& high) {
+    const Vec x{std::cos(angle), std::sin(angle), 0};
+    const Pen turned = pen.in(Transform{x, {-x.y, x.x, 0}, {0, 0, 1}, anchor});
+    turned.filled({{low.x, low.y, 0}, {high.x, low.y, 0}, {high.x, high.y, 0}, {low.x, high.y, 0}});
+}
+
+enum Across { kLeft = 0, kCenter = 1, kRight = 2, kAligned = 3, kMiddle = 4, kFit = 5 };
+enum Up { kBaseline = 0, kBottom = 1, kHalf = 2, kTop = 3 };
+
+// verticalCode: TEXT and attributes tell the vertical alignment by different codes.
+void drawTextLine(const Entity& entity, const Pen& pen, int textCode, int verticalCode) {
+    const std::optional<Vec> start = entity.vec(10);
+    const double height = entity.real(40, 0.0);
+    if (!start || !(height > 0.0)) return;
+    const long across = entity.integer(72, 0);
+    const long up = entity.integer(verticalCode, 0);
+    const Vec anchor = across != kLeft || up != kBaseline ? entity.vec(11).value_or(*start) : *start;
+    double width = lineWidth(entity.text(textCode)) * height * std::fabs(entity.real(41, 1.0));
+    double angle = entity.real(50, 0.0) * (kPi / 180);
+    Vec at = anchor;
+    double left = 0.0;
+    if (across == kAligned || across == kFit) {
+        at = *start;
+        width = std::hypot(anchor.x - at.x, anchor.y - at.y);
+        angle = std::atan2(anchor.y - at.y, anchor.x - at.x);
+    } else if (across == kCenter || across == kMiddle) {
+        left = -width / 2;
+    } else if (across == kRight) {
+        left = -width;
+    }
+    const double bottom = across == kMiddle || up == kHalf ? -height / 2 : up == kTop ? -height : 0.0;
+    const long mirrored = entity.integer(71, 0);
+    const double sideways = (mirrored & 2) ? -1.0 : 1.0;
+    const double upwards = (mirrored & 4) ? -1.0 : 1.0;
+    drawBox(pen.in(planeOf(entity.normal())), at, angle, {left * sideways, bottom * upwards, 0},
+            {(left + width) * sideways, (bottom + height) * upwards, 0});
+}
+
+// What stands behind a backslash, and whether it is a code with a value up to a semicolon.
+bool takesValue(wchar_t code) {
+    return std::wstring_view(L"ACFHQTWSfp").find(code) != std::wstring_view::npos;
+}
+
+// The widths of the lines of formatted text, in heights.
+std::vector<double> paragraphWidths(const std::wstring& text) {
+    std::vector<double> widths(1, 0.0);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const wchar_t c = text[i];
+        if (c == L'{' || c == L'}') continue;
+        if (c == L'\n') {
+            widths.push_back(0.0);
+        } else if (c != L'\\' || i + 1 == text.size()) {
+            widths.back() += widthOf(c);
+        } else if (const wchar_t code = text[++i]; code == L'P' || code == L'X') {
+            widths.push_back(0.0);
+        } else if (takesValue(code)) {
+            const std::size_t end = text.find(L';', i);
+            if (end == std::wstring::npos) break;
+            if (code == L'S') widths.back() += lineWidth(text.substr(i + 1, end - i - 1)) / 2;
+            i = end;
+        } else if (code == L'\\' || code == L'{' || code == L'}' || code == L'~') {
+            widths.back() += kNarrow;
+        }
+    }
+    return widths;
+}
+
+// Long text comes in pieces of 250 characters, the last one with another code.
+std::wstring paragraphText(const Entity& entity) {
+    std::wstring text;
+    for (const int code : {3, 1})
+        for (const Entity::Field& field : entity.fields())
+            if (field.code == code) text += entity.drawing().decode(field.value);
+    return text;
+}
+
+// Width and height: as the drawing tells them, otherwise estimated with lines broken at the width that is set.
+Vec paragraphSize(const Entity& entity, double height) {
+    const double told = entity.real(42, 0.0);
+    const double toldHeight = entity.real(43, 0.0);
+    if (told > 0.0 && toldHeight > 0.0) return {told, toldHeight, 0};
+    constexpr double kLineSpacing = 5.0 / 3.0;
+    const double most = entity.real(41, 0.0);
+    double widest = 0.0;
+    double lines = 0.0;
+    for (const double inHeights : paragraphWidths(paragraphText(entity))) {
+        const double width = inHeights * height;
+        const double broken = most > 0.0 && width > most ? std::ceil(width / most) : 1.0;
+        widest = std::max(widest, broken > 1.0 ? most : width);
+        lines += broken;
+    }
+    return {widest, height + (lines - 1.0) * height * kLineSpacing * entity.real(44, 1.0), 0};
+}
+
+}  // namespace
+
+void drawText(const Entity& entity, const Pen& pen) {
+    drawTextLine(entity, pen, 1, 73);
+}
+
+void drawAttribute(const Entity& entity, const Pen& pen) {
+    constexpr long kHidden = 1;
+    if (!(entity.integer(70, 0) & kHidden)) drawTextLine(entity, pen, 1, 74);
+}
+
+// A definition by itself shows its tag.
+void drawAttributeDefinition(const Entity& entity, const Pen& pen) {
+    drawTextLine(entity, pen, 2, 74);
+}
+
+void drawParagraphs(const Entity& entity, const Pen& pen) {
+    const std::optional<Vec> at = entity.vec(10);
+    const double height = entity.real(40, 0.0);
+    if (!at || !(height > 0.0)) return;
+    const Vec size = paragraphSize(entity, height);
+    const Vec z = unit(entity.normal(), {0, 0, 1});
+    const Transform plane = planeOf(z);
+    const double angle = entity.real(50, 0.0) * (kPi / 180);
+    const Vec turned = plane.vector({std::cos(angle), std::sin(angle), 0});
+    const Vec x = unit(entity.vec(11).value_or(turned), turned);
+    // 1 to 9: left, middle, right in three rows from the top.
+    const long place = std::clamp(entity.integer(71, 1), 1L, 9L) - 1;
+    const double left = -size.x * static_cast<double>(place % 3) / 2;
+    const double top = size.y * static_cast<double>(place / 3) / 2;
+    drawBox(pen.in(Transform{x, cross(z, x), z, *at}), Vec{}, 0.0, {left, top - size.y, 0}, {left + size.x, top, 0});
+}
+
+}  // namespace qrs::host::pick

@@ -1,0 +1,260 @@
+// Selections: what the user may answer, what filters let through, the pick-first set.
+#include "adsdb.h"
+#include "dbmain.h"
+#include "host/editor/hostselect.h"
+#include "support.h"
+
+using namespace edtest;
+using qrs::host::allEntities;
+using qrs::host::selectedIds;
+using qrs::host::selectObjects;
+
+namespace {
+
+// Layers A (plain), F (frozen), O (off), L (locked); lines 10 to 15, a circle 16, a line 17 in paper space, a line 20
+// in a block, an insert 18 of it.
+std::string sample() {
+    std::string text = "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1009\n9\n$TILEMODE\n70\n1\n0\nENDSEC\n";
+    text += "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n70\n5\n";
+    const auto layer = [&](const char* name, int flags, int color) {
+        text += std::string("0\nLAYER\n2\n") + name + "\n70\n" + std::to_string(flags) + "\n62\n" +
+                std::to_string(color) + "\n6\nCONTINUOUS\n";
+    };
+    layer("0", 0, 7), layer("A", 0, 1), layer("F", 1, 2), layer("O", 0, -3), layer("L", 4, 4);
+    text += "0\nENDTAB\n0\nTABLE\n2\nAPPID\n70\n1\n0\nAPPID\n2\nMARK\n70\n0\n0\nENDTAB\n0\nENDSEC\n";
+    const auto line = [&](const char* handle, const char* layerName, const std::string& more) {
+        text += std::string("0\nLINE\n5\n") + handle + "\n8\n" + layerName + "\n" + more +
+                "10\n0.0\n20\n0.0\n11\n1.0\n21\n1.0\n";
+    };
+    text += "0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n8\n0\n2\nB\n70\n0\n10\n0.0\n20\n0.0\n";
+    line("20", "A", "");
+    text += "0\nENDBLK\n8\n0\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n";
+    line("10", "A", ""), line("11", "a", "62\n5\n"), line("12", "F", ""), line("13", "O", ""), line("14", "L", "");
+    line("15", "0", "");
+    text += "1001\nMARK\n1000\nx\n";
+    text += "0\nCIRCLE\n5\n16\n8\nA\n10\n0.0\n20\n0.0\n40\n1.0\n";
+    line("17", "A", "67\n1\n");
+    text += "0\nINSERT\n5\n18\n8\n0\n2\nB\n10\n0.0\n20\n0.0\n0\nENDSEC\n0\nEOF\n";
+    return text;
+}
+
+std::wstring handles(const AcDbObjectIdArray& ids) {
+    std::wstring text;
+    for (const AcDbObjectId& id : ids) {
+        ACHAR handle[17] = L"";
+        id.handle().getIntoAsciiBuffer(handle);
+        text += (text.empty() ? L"" : L" ") + std::wstring(handle);
+    }
+    return text;
+}
+
+class Selections : public EditorTest {
+  protected:
+    Folder folder;
+    int result = 0;
+
+    void SetUp() override {
+        ASSERT_TRUE(application->openDocument(folder.write("sample.dxf", sample()), error)) << error.message;
+    }
+    // What a program selects by mode and filter.
+    std::wstring bySet(const wchar_t* mode, const resbuf* filter = nullptr) {
+        ads_name set = {};
+        result = acedSSGet(mode, nullptr, nullptr, filter, set);
+        if (result != RTNORM) return std::to_wstring(result);
+        const std::wstring text = handles(selectedIds(set));
+        EXPECT_EQ(RTNORM, acedSSFree(set));
+        EXPECT_EQ(RTERROR, acedSSFree(set));
+        return text;
+    }
+    std::wstring byFilter(const std::vector<std::pair<short, std::wstring>>& conditions, const wchar_t* mode = L"X") {
+        resbuf* chain = nullptr;
+        for (auto one = conditions.rbegin(); one != conditions.rend(); ++one) {
+            resbuf* link = nullptr;
+            if (one->first == -3)
+                link = acutNewRb(-3);
+            else if (one->first == 62 || one->first == 67)
+                link = acutBuildList(one->first, std::stoi(one->second), 0);
+            else
+                link = acutBuildList(one->first == 0 ? int{RTDXF0} : int{one->first}, one->second.c_str(), 0);
+            if (!link) return L"<no chain>";
+            link->rbnext = chain;
+            chain = link;
+        }
+        const std::wstring text = mode ? bySet(mode, chain) : handles(allEntities(chain));
+        acutRelRb(chain);
+        return text;
+    }
+};
+
+TEST_F(Selections, ModesAndFilters) {
+    EXPECT_EQ(L"10 11 12 13 14 15 16 17 18", bySet(L"X"));
+    EXPECT_EQ(L"10 11 13 14 15 16 18", bySet(L"_A")) << "not frozen, of the current space";
+    EXPECT_EQ(L"18", bySet(L"L"));
+    EXPECT_EQ(std::to_wstring(RTERROR), bySet(L"P"));
+    EXPECT_EQ(std::to_wstring(RTERROR), bySet(L"I"));
+    EXPECT_EQ(std::to_wstring(RTREJ), bySet(L"Q"));
+    EXPECT_EQ(L"16 18", byFilter({{0, L"circle,INS*"}}));
+    EXPECT_EQ(L"10 11 16 17", byFilter({{8, L"a"}}));
+    EXPECT_EQ(L"10 11", byFilter({{0, L"LINE"}, {8, L"[~0FOL]"}, {67, L"0"}}));
+    EXPECT_EQ(L"12 13 14 15 18", byFilter({{8, L"~A"}}));
+    EXPECT_EQ(L"11", byFilter({{62, L"5"}}));
+    EXPECT_EQ(L"17", byFilter({{67, L"1"}}));
+    EXPECT_EQ(L"15", byFilter({{0, L"*"}, {-3, L""}, {1001, L"MA?K"}}));
+    EXPECT_EQ(std::to_wstring(RTREJ), byFilter({{1, L"1"}})) << "a condition that is not known is not passed over";
+    EXPECT_EQ(L"", byFilter({{8, L"*"}}, nullptr)) << "layer names of the host's own functions are no patterns";
+    EXPECT_EQ(L"10 11 16 17", byFilter({{8, L"a"}}, nullptr));
+}
+
+TEST_F(Selections, WhatTheUserAnswers) {
+    std::wstring chosen;
+    const auto select = [&] {
+        ads_name set = {};
+        result = selectObjects(L"\nPick: ", nullptr, 0, set);
+        chosen = result == RTNORM ? handles(selectedIds(set)) : std::to_wstring(result);
+        acedSSFree(set);
+    };
+    command<0>(L"PICK", 0, select);
+    EXPECT_TRUE(run({L"PICK", L"(handent \"10\")", L"(HANDENT  \"12\" )", L"(handent \"FF\")", L"bogus",
+                     L"(handent \"20\")", L"ALL", L"R", L"L", L"a", L"(handent \"10\")", L""}));
+    EXPECT_EQ(L"10 11 13 14 15 16", chosen);
+    EXPECT_EQ(
+        L"Command: PICK\nPick: (handent \"10\")\n1 found\nPick: (HANDENT  \"12\" )\n0 found, 1 total\n"
+        L"Pick: (handent \"FF\")\n0 found, 1 total\n"
+        L"Pick: bogus\n*Invalid selection*\n"
+        L"Expects a point or Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Add/Remove/Multiple/Previous/Undo/"
+        L"AUto/SIngle or an entity: (handent \"2A7\")\n"
+        L"Pick: (handent \"20\")\n0 found, 1 total\n"
+        L"Pick: ALL\n7 found (1 duplicate), 7 total\nPick: R\nPick: L\n1 found, 1 removed, 6 total\nPick: a\n"
+        L"Pick: (handent \"10\")\n1 found (1 duplicate), 6 total\nPick: \n",
+        terminal.text);
+    EXPECT_TRUE(run({L"PICK", L"P", L""}));
+    EXPECT_EQ(L"10 11 13 14 15 16", chosen);
+    EXPECT_TRUE(run({L"PICK", L""}));
+    EXPECT_EQ(std::to_wstring(RTNONE), chosen);
+    EXPECT_TRUE(run({L"PICK", L"L", kEsc}));
+    EXPECT_EQ(std::to_wstring(RTCAN), chosen);
+    EXPECT_TRUE(run({L"PICK", L"ALL"}));
+    EXPECT_EQ(std::to_wstring(RTCAN), chosen) << "the end of a script confirms nothing";
+
+    command<1>(L"SS", 0, [&] {
+        const ACHAR* prompts[] = {L"\nTake: ", L"\nLeave: "};
+        resbuf* filter = acutBuildList(RTDXF0, L"LINE", 0);
+        ads_name set = {};
+        result = acedSSGet(L":S:$", prompts, nullptr, filter, set);
+        chosen = handles(selectedIds(set));
+        acedSSFree(set);
+        acutRelRb(filter);
+    });
+    EXPECT_TRUE(run({L"SS L ALL"}));
+    EXPECT_EQ(L"10 11 13 14 15", chosen);
+    EXPECT_EQ(
+        L"Command: SS L ALL\nTake: L\n1 found, 1 was filtered out\nTake: ALL\n"
+        L"7 found, 2 were filtered out\n",
+        terminal.text);
+}
+
+TEST_F(Selections, PickFirstSet) {
+    std::vector<std::wstring> seen;
+    const auto look = [&] {
+        seen.push_back(bySet(L"I"));
+        ads_name set = {};
+        const int got = acedSSGet(nullptr, nullptr, nullptr, nullptr, set);
+        seen.push_back(got == RTNORM ? handles(selectedIds(set)) : std::to_wstring(got));
+        acedSSFree(set);
+    };
+    command<0>(L"USES", ACRX_CMD_USEPICKSET, look);
+    command<1>(L"CLEARS", 0, look);
+    const std::wstring none = std::to_wstring(RTERROR);
+    EXPECT_TRUE(run({L"SELECT", L"(handent \"14\")", L"(handent \"10\")", L"", L"USES", L"USES", L""}));
+    EXPECT_EQ((std::vector<std::wstring>{L"14 10", L"14 10", none, none}), seen);
+    EXPECT_NE(std::wstring::npos, terminal.text.find(L"Command: USES\n2 found\nCommand: USES\nSelect objects: \n"));
+    seen.clear();
+    EXPECT_TRUE(run({L"SELECT", L"L", L"", L"CLEARS", L"", L"SELECT", L"L", L"", L"nosuch", L"USES"}, true) == false);
+    EXPECT_EQ((std::vector<std::wstring>{none, none, L"18", L"18"}), seen) << "an unknown name is no command";
+
+    seen.clear();
+    command<2>(L"SETS", ACRX_CMD_USEPICKSET, [&] {
+        ads_name set = {};
+        ads_name entity = {};
+        acdbHandEnt(L"16", entity);
+        EXPECT_EQ(RTNORM, acedSSAdd(entity, nullptr, set));
+        EXPECT_EQ(RTNORM, acedSSMemb(entity, set));
+        EXPECT_EQ(RTNORM, acedSSSetFirst(set, nullptr));
+        acedSSFree(set);
+        resbuf* grips = nullptr;
+        resbuf* picks = nullptr;
+        EXPECT_EQ(RTNORM, acedSSGetFirst(&grips, &picks));
+        ASSERT_NE(nullptr, picks);
+        EXPECT_EQ(L"16", handles(selectedIds(picks->resval.rlname)));
+        acedSSFree(picks->resval.rlname);
+        acutRelRb(picks);
+    });
+    command<3>(L"EMPTIES", ACRX_CMD_USEPICKSET, [&] {
+        acedSSSetFirst(nullptr, nullptr);
+        look();
+    });
+    EXPECT_TRUE(run({L"SETS", L"USES", L"SETS", L"EMPTIES L", L""}));
+    EXPECT_EQ((std::vector<std::wstring>{L"16", L"16", none, L"18"}), seen);
+    resbuf off{};
+    off.restype = RTSHORT;
+    acedSetVar(L"PICKFIRST", &off);
+    seen.clear();
+    EXPECT_TRUE(run({L"SETS", L"USES", L""}));
+    EXPECT_EQ((std::vector<std::wstring>{none, none}), seen);
+}
+
+TEST_F(Selections, SinglePicks) {
+    std::wstring got;
+    command<0>(L"ONE", 0, [&] {
+        ads_name entity = {};
+        ads_point point = {1, 1, 1};
+        acedInitGet(0, L"Settings");
+        result = acedEntSel(L"\nOne: ", entity, point);
+        AcDbObjectId id;
+        got = result == RTNORM && acdbGetObjectId(id, entity) == Acad::eOk ? handles([&] {
+            AcDbObjectIdArray one;
+            one.append(id);
+            return one;
+        }())
+                                                                           : std::to_wstring(result);
+    });
+    EXPECT_TRUE(run({L"ONE (handent \"14\")"}));
+    EXPECT_EQ(L"14", got) << "locked layers can be picked from";
+    EXPECT_TRUE(run({L"ONE", L"3,4"}));
+    EXPECT_EQ(std::to_wstring(RTERROR), got) << "nothing lies there";
+    EXPECT_TRUE(run({L"ONE", L"what", L"l"}));
+    EXPECT_EQ(L"18", got);
+    EXPECT_TRUE(run({L"ONE", L"(handent \"12\")"}));
+    EXPECT_EQ(RTERROR, result) << "frozen";
+    EXPECT_EQ(7, intVariable(L"ERRNO"));
+    EXPECT_TRUE(run({L"ONE", L""}));
+    EXPECT_EQ(RTERROR, result);
+    EXPECT_EQ(52, intVariable(L"ERRNO"));
+    EXPECT_TRUE(run({L"ONE", L"s"}));
+    EXPECT_EQ(RTKWORD, result);
+    EXPECT_TRUE(run({L"ONE"}));
+    EXPECT_EQ(RTCAN, result);
+}
+
+TEST_F(Selections, SetsOutliveNothing) {
+    ads_name set = {};
+    ASSERT_EQ(RTNORM, acedSSGet(L"X", nullptr, nullptr, nullptr, set));
+    Adesk::Int32 length = 0;
+    EXPECT_EQ(RTNORM, acedSSLength(set, &length));
+    EXPECT_EQ(9, length);
+    ads_name entity = {};
+    EXPECT_EQ(RTNORM, acedSSName(set, 8, entity));
+    EXPECT_EQ(RTERROR, acedSSName(set, 9, entity));
+    EXPECT_EQ(RTERROR, acedSSName(set, -1, entity));
+    ASSERT_EQ(RTNORM, acedSSName(set, 0, entity));
+    EXPECT_EQ(RTNORM, acedSSDel(entity, set));
+    EXPECT_EQ(RTERROR, acedSSDel(entity, set));
+    EXPECT_EQ(RTERROR, acedSSMemb(entity, set));
+    EXPECT_EQ(RTERROR, acedSSLength(entity, &length)) << "the name of an entity is no set";
+    ASSERT_TRUE(application->closeDocument(error));
+    EXPECT_EQ(RTNORM, acedSSLength(set, &length));
+    EXPECT_EQ(0, length) << "the drawing's entities are gone with it";
+    EXPECT_EQ(RTERROR, acedSSGet(L"X", nullptr, nullptr, nullptr, set));
+}
+
+}  // namespace
