@@ -27,6 +27,13 @@ std::optional<Value> readAs(SettingsStore& store, std::wstring_view key, std::ws
     return wanted ? std::optional<Value>(std::move(*wanted)) : std::nullopt;
 }
 
+// A store that cannot be written holds the value all the same when it held it before.
+bool writeAs(SettingsStore& store, std::wstring_view key, std::wstring_view name, const SettingsValue& value,
+             Error& error) {
+    Error unreadable;
+    return store.read(key, name, unreadable) == value || store.write(key, name, value, error);
+}
+
 }  // namespace
 
 Settings::Settings() : state_(std::make_unique<State>()) {}
@@ -70,17 +77,17 @@ std::optional<double> Settings::real(std::wstring_view key, std::wstring_view na
 
 bool Settings::setText(std::wstring_view key, std::wstring_view name, std::wstring_view value, Error& error) {
     recordAccess("Settings::setText", key, name, std::wstring(value));
-    return state_->store->write(key, name, std::wstring(value), error);
+    return writeAs(*state_->store, key, name, std::wstring(value), error);
 }
 
 bool Settings::setInteger(std::wstring_view key, std::wstring_view name, std::int32_t value, Error& error) {
     recordAccess("Settings::setInteger", key, name, value);
-    return state_->store->write(key, name, value, error);
+    return writeAs(*state_->store, key, name, value, error);
 }
 
 bool Settings::setReal(std::wstring_view key, std::wstring_view name, double value, Error& error) {
     recordAccess("Settings::setReal", key, name, value);
-    return state_->store->write(key, name, value, error);
+    return writeAs(*state_->store, key, name, value, error);
 }
 
 }  // namespace qrs::platform

@@ -14,7 +14,7 @@
 
 namespace qrs::platform {
 
-// A key is a path with backslashes below the user's root, for example "Software\\Morvel\\PWX\\PipeSystemSetting"; keys
+// A key is a path with backslashes below the user's root, for example "Software\\QRS\\PWX\\PipeSystemSetting"; keys
 // and value names match without regard to case. Every read looks at the store as it is now, so that several programs
 // can share it; every write is atomic and leaves the values of the others as they are (a lock is held for the
 // read-change-write on POSIX).
@@ -38,8 +38,9 @@ class QRS_HOST_PORT Settings {
     std::optional<std::int32_t> integer(std::wstring_view key, std::wstring_view name) const;
     std::optional<double> real(std::wstring_view key, std::wstring_view name) const;
 
-    // False, with the reason in error, when the store cannot be written (read-only file, damaged file, full disk); it
-    // is then left as it was.
+    // A value that is there already is not written again, so a store that cannot be written takes it too. False, with
+    // the reason in error, when the store cannot be written (read-only file, damaged file, full disk); it is then left
+    // as it was.
     bool setText(std::wstring_view key, std::wstring_view name, std::wstring_view value, Error& error);
     bool setInteger(std::wstring_view key, std::wstring_view name, std::int32_t value, Error& error);
     bool setReal(std::wstring_view key, std::wstring_view name, double value, Error& error);

@@ -15,7 +15,7 @@ using namespace qrs::platform;
 
 namespace {
 
-constexpr const wchar_t* kKey = L"Software\\Morvel\\PWX\\PWXConfig";
+constexpr const wchar_t* kKey = L"Software\\QRS\\PWX\\PWXConfig";
 
 class SettingsTest : public testing::Test {
   protected:
@@ -61,7 +61,7 @@ TEST_F(SettingsTest, ValuesComeBackAsTheirKind) {
     }
     for (const std::int32_t integer : {0, -1, INT32_MIN, INT32_MAX}) {
         ASSERT_TRUE(settings.setInteger(kKey, L"Colour", integer, error));
-        EXPECT_EQ(settings.integer(L"\\SOFTWARE\\morvel\\\\pwx\\PwxConfig\\", L"COLOUR"), integer);
+        EXPECT_EQ(settings.integer(L"\\SOFTWARE\\qrs\\\\pwx\\PwxConfig\\", L"COLOUR"), integer);
     }
     EXPECT_EQ(settings.text(kKey, L"Colour"), std::nullopt);
     EXPECT_EQ(settings.integer(kKey, L"LineTypeScale"), std::nullopt);
@@ -119,6 +119,25 @@ TEST_F(SettingsTest, DamagedFileIsToldAndNeverWrittenOver) {
     EXPECT_EQ(settings.integer(L"a", L"x"), 3);
 }
 
+TEST_F(SettingsTest, OnlyWhatDiffersIsWritten) {
+    ASSERT_TRUE(settings.setText(kKey, L"StandardFile", L"a", error)) << error.message;
+    ASSERT_TRUE(settings.setInteger(kKey, L"Colour", 3, error)) << error.message;
+    std::filesystem::remove(scratch / "deep/settings.ini.lock");
+    chmod((scratch / "deep").c_str(), 0555);
+    chmod(file.c_str(), 0444);
+    {
+        const OrdinaryUser user;
+        if (!user) GTEST_SKIP() << "no other user to be";
+        EXPECT_TRUE(settings.setText(kKey, L"standardfile", L"a", error)) << error.message;
+        EXPECT_TRUE(settings.setInteger(kKey, L"Colour", 3, error)) << error.message;
+        EXPECT_FALSE(settings.setInteger(kKey, L"Colour", 4, error));
+        EXPECT_NE(error.message.find(": Permission denied"), std::string::npos) << error.message;
+        EXPECT_FALSE(settings.setReal(kKey, L"Colour", 3, error)) << "another kind is another value";
+        EXPECT_EQ(settings.integer(kKey, L"Colour"), 3);
+    }
+    chmod((scratch / "deep").c_str(), 0755);
+}
+
 TEST_F(SettingsTest, FileReplacedByAnotherProgramIsSeenAtOnce) {
     std::filesystem::create_directory(scratch / "deep");
     // Same size, within one tick of the clock, and numbers of removed files are given again.
@@ -174,7 +193,7 @@ TEST_F(SettingsTest, AccessesAreRecordedInOrder) {
     settings.setInteger(L"K", L"n", -2, error);
     settings.setReal(L"K", L"s", 3, error);
     settings.setText(L"K", L"t", L"给", error);
-    const std::vector<std::string> expected = {"Settings::text(Software\\Morvel\\PWX\\PWXConfig, StandardFile)",
+    const std::vector<std::string> expected = {"Settings::text(Software\\QRS\\PWX\\PWXConfig, StandardFile)",
                                                "Settings::setInteger(K, n, -2)", "Settings::setReal(K, s, 3.0)",
                                                "Settings::setText(K, t, \xE7\xBB\x99)"};
     EXPECT_EQ(recorder.calls(), expected);

@@ -77,8 +77,6 @@ bool FileStore::write(std::wstring_view key, std::wstring_view name, const Setti
     if (!fileLock.take(lockPath, error)) return false;
     const std::lock_guard<std::mutex> lock(mutex_);
     if (!refresh(error)) return false;
-    const SettingsValue* present = text_.find(key, name);
-    if (present && *present == value) return true;
     SettingsText changed = text_;
     changed.set(key, name, value);
     if (!writeFileAtomically(path_, changed.bytes(), false, error)) return false;

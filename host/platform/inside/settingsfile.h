@@ -1,7 +1,7 @@
 // The text of a settings file.
 //
 //     # a comment
-//     [Software\Morvel\PWX\PipeSystemSetting]
+//     [Software\QRS\PWX\PipeSystemSetting]
 //     StandardFile=s:C:\\std\\pwx.qdsl
 //     nAlignTypeForVPipeDim4=i:2
 //     LineTypeScale=r:1.5
