@@ -26,7 +26,6 @@ void gpsbs() {
 
 using namespace layers;
 
-// The group's name is misspelled in every menu and tool bar that calls it, so it stays.
 const CommandRow commandTable[kCommandCount] = {
     {L"gxsz", &command<dialogs::gxsz>, 2},
     {L"dcsz", &command<dialogs::dcsz>, 4},

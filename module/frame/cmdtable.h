@@ -18,7 +18,7 @@ constexpr int kCommandCount = 30;
 // In the order of registration.
 extern const CommandRow commandTable[kCommandCount];
 
-// The group the commands are registered in.
+// The group the commands are registered in, misspelled as it is in every menu and tool bar that calls it.
 constexpr const wchar_t* kCommandGroup = L"QRS_PIPESTSTEM";
 
 // The handler of a command: its body among the module's own resources.
