@@ -1,4 +1,4 @@
-// Text in code pages and in UTF-8; comparison without regard to case.
+// Decodes and encodes text, most of which is ASCII.
 #include "host/platform/codepage.h"
 
 #include <atomic>
@@ -6,7 +6,6 @@
 #include <cstring>
 #include <optional>
 
-#include "host/platform/inside/casemap.h"
 #include "host/platform/inside/codepagetable.h"
 
 namespace qrs::platform {
@@ -21,14 +20,6 @@ constexpr unsigned kDefaultAnsiCodePage = 936;
 std::atomic<unsigned>& currentAnsiCodePage() {
     static std::atomic<unsigned> current{systemAnsiCodePage().value_or(kDefaultAnsiCodePage)};
     return current;
-}
-
-bool isHighSurrogate(char32_t unit) {
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
-bool isLowSurrogate(char32_t unit) {
-    return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
 bool isContinuation(std::string_view bytes, std::size_t i) {
@@ -107,7 +98,7 @@ bool decodeUtf8(std::string_view bytes, std::wstring& text) {
         char32_t codePoint = 0;
         const std::size_t length = utf8Length(bytes, i, codePoint);
         // A surrogate is no UTF-8, but toUtf8 writes lone ones so; reading them back loses nothing.
-        if (length == 0 || isHighSurrogate(codePoint) || isLowSurrogate(codePoint)) good = false;
+        if (length == 0 || isSurrogate(codePoint)) good = false;
         appendCodePoint(text, length ? codePoint : kReplacement);
         i += length ? length : 1;
     }
@@ -204,60 +195,6 @@ std::string toUtf8(std::wstring_view text) {
     for (std::size_t i = 0; i < text.size();)
         appendUtf8(out, nextCodePoint(text, i));
     return out;
-}
-
-char32_t nextCodePoint(std::wstring_view text, std::size_t& i) {
-    // Through wchar_t's own unsigned width, else a 16-bit unit above 0x7FFF would widen with its sign.
-    const auto unit = [text](std::size_t k) {
-        return sizeof(wchar_t) == 2 ? static_cast<char32_t>(static_cast<std::uint16_t>(text[k]))
-                                    : static_cast<char32_t>(text[k]);
-    };
-    const char32_t first = unit(i++);
-    if (isHighSurrogate(first) && i < text.size() && isLowSurrogate(unit(i))) {
-        return 0x10000 + ((first - 0xD800) << 10) + (unit(i++) - 0xDC00);
-    }
-    return first > 0x10FFFF ? kReplacement : first;
-}
-
-void appendCodePoint(std::wstring& text, char32_t codePoint) {
-    if (sizeof(wchar_t) == 2 && codePoint > 0xFFFF) {
-        text += static_cast<wchar_t>(0xD800 + ((codePoint - 0x10000) >> 10));
-        text += static_cast<wchar_t>(0xDC00 + ((codePoint - 0x10000) & 0x3FF));
-    } else {
-        text += static_cast<wchar_t>(codePoint);
-    }
-}
-
-int compareNoCase(std::wstring_view a, std::wstring_view b) {
-    std::size_t i = 0;
-    std::size_t k = 0;
-    while (i < a.size() && k < b.size()) {
-        // Equal units need no folding. One that may begin a surrogate pair says nothing alone.
-        if (a[i] == b[k] && !isHighSurrogate(static_cast<char32_t>(a[i]) & 0xFFFF)) {
-            ++i, ++k;
-            continue;
-        }
-        const char32_t left = upperCase(nextCodePoint(a, i));
-        const char32_t right = upperCase(nextCodePoint(b, k));
-        if (left != right) return left < right ? -1 : 1;
-    }
-    return (i < a.size()) - (k < b.size());
-}
-
-std::wstring foldCase(std::wstring_view text) {
-    std::wstring folded;
-    folded.reserve(text.size());
-    for (std::size_t i = 0; i < text.size();)
-        appendCodePoint(folded, upperCase(nextCodePoint(text, i)));
-    return folded;
-}
-
-std::wstring lowerCaseText(std::wstring_view text) {
-    std::wstring lower;
-    lower.reserve(text.size());
-    for (std::size_t i = 0; i < text.size();)
-        appendCodePoint(lower, lowerCase(nextCodePoint(text, i)));
-    return lower;
 }
 
 }  // namespace qrs::platform

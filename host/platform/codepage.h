@@ -1,4 +1,5 @@
-// Text in code pages. The ANSI code page is Windows' own there and 936 elsewhere unless a setting changes it.
+// Text as bytes, in code pages and UTF-8. The ANSI code page is Windows' own there and 936 elsewhere unless a setting
+// changes it.
 #pragma once
 
 #include <cstddef>
@@ -6,6 +7,7 @@
 #include <string_view>
 
 #include "host/platform/port.h"
+#include "host/platform/text.h"
 
 namespace qrs::platform {
 
@@ -31,15 +33,5 @@ QRS_HOST_PORT bool encode(unsigned codePage, std::wstring_view text, std::string
 QRS_HOST_PORT std::wstring fromUtf8(std::string_view bytes);
 // A lone surrogate is written as its three bytes, so nothing is lost.
 QRS_HOST_PORT std::string toUtf8(std::wstring_view text);
-
-// The next code point of a wide text at position i, which moves behind it; joins surrogate pairs.
-QRS_HOST_PORT char32_t nextCodePoint(std::wstring_view text, std::size_t& i);
-QRS_HOST_PORT void appendCodePoint(std::wstring& text, char32_t codePoint);
-
-// Comparison as the editor compares names: simple upper-case folding of each code point, no locale.
-QRS_HOST_PORT int compareNoCase(std::wstring_view a, std::wstring_view b);
-QRS_HOST_PORT std::wstring foldCase(std::wstring_view text);
-// The same characters in lower case.
-QRS_HOST_PORT std::wstring lowerCaseText(std::wstring_view text);
 
 }  // namespace qrs::platform

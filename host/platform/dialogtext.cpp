@@ -30,7 +30,7 @@ class Showing {
         while (!dialog_.closing()) {
             std::wstring answer;
             if (!line_.ask(prompt, answer)) return kDialogCancel;
-            take(trimmed(answer));
+            take(std::wstring(trimmed(answer)));
         }
         return *dialog_.closing();
     }
@@ -78,7 +78,9 @@ class Showing {
         std::vector<DialogItem> field = itemsOf(dialog_);
         const std::wstring start = nameOf(field[0]) + L"=";
         const bool isNamed = compareNoCase(answer.substr(0, start.size()), start) == 0;
-        return {std::move(field), isNamed ? trimmed(answer.substr(start.size())) : answer, {}};
+        return {std::move(field),
+                isNamed ? std::wstring(trimmed(std::wstring_view(answer).substr(start.size()))) : answer,
+                {}};
     }
 
     void pressOk() {
@@ -170,7 +172,7 @@ class Showing {
         for (;;) {
             std::wstring answer;
             if (!line_.ask(name + L" <" + control.text + L">: ", answer)) return;
-            answer = trimmed(answer);
+            answer = std::wstring(trimmed(answer));
             if (answer.empty()) return;
             const std::wstring refusal = takeText(control, answer == L"." ? std::wstring() : answer);
             if (refusal.empty()) return;
@@ -248,7 +250,7 @@ int TextPresenter::showMessage(const MessageQuestion& question) {
     for (;;) {
         std::wstring answer;
         if (!line_.ask(prompt, answer)) return escapeOf(question.buttons);
-        answer = trimmed(answer);
+        answer = std::wstring(trimmed(answer));
         if (answer.empty()) return fallback.result;
         for (const MessageButton& button : buttons)
             if (isOneOf(answer, {button.letter, button.english, button.chinese})) return button.result;
@@ -260,7 +262,7 @@ std::optional<std::wstring> TextPresenter::chooseFolder(const std::wstring& titl
     for (;;) {
         std::wstring answer;
         if (!line_.ask(L"\n" + title + L": ", answer)) return std::nullopt;
-        answer = unquoted(trimmed(answer));
+        answer = unquoted(std::wstring(trimmed(answer)));
         if (answer.empty()) return std::nullopt;
         std::wstring path = fullPath(answer);
         if (folderExists(path)) return path;
@@ -273,7 +275,7 @@ std::optional<std::wstring> TextPresenter::chooseFile(const FileQuestion& questi
     for (;;) {
         std::wstring answer;
         if (!line_.ask(L"\n" + question.title + offered + L": ", answer)) return std::nullopt;
-        answer = unquoted(trimmed(answer));
+        answer = unquoted(std::wstring(trimmed(answer)));
         if (answer.empty()) answer = question.path;
         if (answer.empty()) return std::nullopt;
         std::wstring path = fullPath(answer);

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "host/platform/codepage.h"
+#include "host/platform/text.h"
 
 namespace qrs::platform {
 

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "host/platform/codepage.h"
 #include "host/platform/inside/casemap.h"
+#include "host/platform/text.h"
 
 namespace qrs::platform {
 

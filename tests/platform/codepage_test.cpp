@@ -1,4 +1,4 @@
-// Code pages, UTF-8 and comparison without regard to case.
+// Text in code pages and in UTF-8.
 #include <gtest/gtest.h>
 
 #include "host/platform/codepage.h"
@@ -92,18 +92,4 @@ TEST(CodePages, Utf8LosesNothing) {
     EXPECT_EQ(toUtf8(std::wstring{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE00)}), "\xF0\x9F\x98\x80");
     std::size_t at = 1;
     EXPECT_EQ(nextCodePoint(L"x\U0001F600", at), U'\U0001F600');
-}
-
-TEST(Case, NamesCompareWithoutRegardToIt) {
-    EXPECT_EQ(compareNoCase(L"WL-给水_ÀÉÿ", L"wl-给水_àéŸ"), 0);
-    EXPECT_EQ(compareNoCase(L"ΑΣΏ", L"αςώ"), 0);
-    EXPECT_EQ(compareNoCase(L"ЖЁ", L"жё"), 0);
-    EXPECT_EQ(compareNoCase(L"ＰＩＰＥⅣⓐ", L"ｐｉｐｅⅳⒶ"), 0);
-    EXPECT_LT(compareNoCase(L"a", L"B"), 0);
-    EXPECT_GT(compareNoCase(L"ab", L"A"), 0);
-    EXPECT_LT(compareNoCase(L"Z", L"_"), 0) << "upper case is compared: '_' lies behind the letters";
-    EXPECT_NE(compareNoCase(L"ı", L"I"), 0);
-    EXPECT_NE(compareNoCase(L"ß", L"SS"), 0);
-    EXPECT_EQ(foldCase(L"straße ÷ ǆ ×"), L"STRAßE ÷ Ǆ ×");
-    EXPECT_EQ(lowerCaseText(L"ΑΣ Ǆ ЁЖ ŸÀ× Ⅳ"), L"ασ ǆ ёж ÿà× ⅳ");
 }

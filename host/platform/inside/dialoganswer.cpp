@@ -3,14 +3,13 @@
 
 #include <algorithm>
 
-#include "host/platform/codepage.h"
+#include "host/platform/text.h"
 #include "host/platform/wildcard.h"
 
 namespace qrs::platform {
 
 namespace {
 
-constexpr const wchar_t* kBlanks = L" \t";
 constexpr std::size_t kMostDigits = 9;
 
 bool isNumber(const std::wstring& text) {
@@ -52,7 +51,7 @@ class Finder {
         if (!isNumber(list) && byName(list)) return unique(list);
         for (std::size_t begin = 0; begin <= list.size();) {
             const std::size_t end = std::min(findOutside(list, L',', begin), list.size());
-            if (!byPart(trimmed(list.substr(begin, end - begin)))) return false;
+            if (!byPart(std::wstring(trimmed(std::wstring_view(list).substr(begin, end - begin))))) return false;
             begin = end + 1;
         }
         return true;
@@ -112,12 +111,6 @@ class Finder {
 
 }  // namespace
 
-std::wstring trimmed(const std::wstring& text) {
-    const std::size_t begin = text.find_first_not_of(kBlanks);
-    return begin == std::wstring::npos ? std::wstring()
-                                       : text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
-}
-
 std::wstring unquoted(const std::wstring& text) {
     return isQuoted(text) ? text.substr(1, text.size() - 2) : text;
 }
@@ -139,8 +132,8 @@ DialogAnswer parseAnswer(Dialog& dialog, const std::wstring& answer) {
     if (equals == std::wstring::npos || Finder(dialog).byName(answer)) {
         finder.byList(answer);
     } else {
-        meant.value = trimmed(answer.substr(equals + 1));
-        finder.byList(trimmed(answer.substr(0, equals)));
+        meant.value = std::wstring(trimmed(std::wstring_view(answer).substr(equals + 1)));
+        finder.byList(std::wstring(trimmed(std::wstring_view(answer).substr(0, equals))));
     }
     meant.items = std::move(finder.found);
     meant.refusal = std::move(finder.refusal);

@@ -18,9 +18,6 @@ struct DialogAnswer {
 // An answer that is neither "?" nor closes the dialog.
 DialogAnswer parseAnswer(Dialog& dialog, const std::wstring& answer);
 
-// The text with blanks around it taken away.
-std::wstring trimmed(const std::wstring& text);
-
 // A text without the quotes around it, if there are any.
 std::wstring unquoted(const std::wstring& text);
 

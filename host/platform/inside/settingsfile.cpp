@@ -25,12 +25,6 @@ std::string_view withoutLineEnd(std::string_view line) {
     return line;
 }
 
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
 // Reads the escape behind a backslash at i - 1 and moves behind it; false when there is none.
 bool readEscape(std::wstring_view text, std::size_t& i, std::wstring& out) {
     if (i == text.size()) return false;

@@ -8,9 +8,11 @@
 #include "acutads.h"
 #include "host/objectarx/db/tagwalk.h"
 #include "host/platform/codepage.h"
+#include "host/platform/text.h"
 
 using qrs::host::ObjectTag;
 using qrs::host::ObjectTagWalk;
+using qrs::platform::trimmed;
 
 namespace {
 
@@ -27,12 +29,6 @@ constexpr int kCoordinateStep = 10;
 
 // Names of systems are few; whatever else there is shall not fill the memory.
 constexpr std::size_t kMostTexts = 1024;
-
-std::string_view trimmed(std::string_view value) {
-    const std::size_t begin = value.find_first_not_of(" \t");
-    if (begin == std::string_view::npos) return {};
-    return value.substr(begin, value.find_last_not_of(" \t") + 1 - begin);
-}
 
 }  // namespace
 

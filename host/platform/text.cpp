@@ -1,0 +1,84 @@
+// Characters and short texts.
+#include "host/platform/text.h"
+
+#include "host/platform/inside/casemap.h"
+
+namespace qrs::platform {
+
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+
+// Through wchar_t's own unsigned width, else a 16-bit unit above 0x7FFF would widen with its sign.
+char32_t unitAt(std::wstring_view text, std::size_t i) {
+    return sizeof(wchar_t) == 2 ? static_cast<char32_t>(static_cast<std::uint16_t>(text[i]))
+                                : static_cast<char32_t>(text[i]);
+}
+
+template <typename Text>
+Text withoutBlanks(Text text) {
+    while (!text.empty() && isBlank(static_cast<char32_t>(text.front())))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(static_cast<char32_t>(text.back())))
+        text.remove_suffix(1);
+    return text;
+}
+
+template <typename Map>
+std::wstring mapped(std::wstring_view text, const Map& map) {
+    std::wstring result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size();)
+        appendCodePoint(result, map(nextCodePoint(text, i)));
+    return result;
+}
+
+}  // namespace
+
+char32_t nextCodePoint(std::wstring_view text, std::size_t& i) {
+    const char32_t first = unitAt(text, i++);
+    if (isHighSurrogate(first) && i < text.size() && isLowSurrogate(unitAt(text, i)))
+        return joinedSurrogates(first, unitAt(text, i++));
+    return first > 0x10FFFF ? kReplacement : first;
+}
+
+void appendCodePoint(std::wstring& text, char32_t codePoint) {
+    if (sizeof(wchar_t) == 2)
+        forEachUtf16Unit(codePoint, [&text](char16_t unit) { text += static_cast<wchar_t>(unit); });
+    else
+        text += static_cast<wchar_t>(codePoint);
+}
+
+std::string_view trimmed(std::string_view text) {
+    return withoutBlanks(text);
+}
+
+std::wstring_view trimmed(std::wstring_view text) {
+    return withoutBlanks(text);
+}
+
+int compareNoCase(std::wstring_view a, std::wstring_view b) {
+    std::size_t i = 0;
+    std::size_t k = 0;
+    for (;;) {
+        const std::size_t start = i;
+        while (i < a.size() && k < b.size() && a[i] == b[k])
+            ++i, ++k;
+        if (i == a.size() || k == b.size()) return (i < a.size()) - (k < b.size());
+        // Units that differ may be the second halves of pairs.
+        if (i > start && isHighSurrogate(unitAt(a, i - 1))) --i, --k;
+        const char32_t left = upperCase(nextCodePoint(a, i));
+        const char32_t right = upperCase(nextCodePoint(b, k));
+        if (left != right) return left < right ? -1 : 1;
+    }
+}
+
+std::wstring foldCase(std::wstring_view text) {
+    return mapped(text, upperCase);
+}
+
+std::wstring lowerCaseText(std::wstring_view text) {
+    return mapped(text, lowerCase);
+}
+
+}  // namespace qrs::platform

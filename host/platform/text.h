@@ -1,0 +1,66 @@
+// Characters and short texts: surrogate pairs, blanks, hexadecimal digits, names without regard to case.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "host/platform/port.h"
+
+namespace qrs::platform {
+
+// A code point outside the basic plane is a pair of units in UTF-16: a high surrogate, then a low one.
+constexpr bool isHighSurrogate(char32_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+constexpr bool isLowSurrogate(char32_t unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+constexpr bool isSurrogate(char32_t unit) {
+    return isHighSurrogate(unit) || isLowSurrogate(unit);
+}
+constexpr char32_t joinedSurrogates(char32_t high, char32_t low) {
+    return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
+}
+// Gives put the one or two units of a code point, in order. A lone surrogate stays one.
+template <typename Put>
+constexpr void forEachUtf16Unit(char32_t codePoint, const Put& put) {
+    if (codePoint < 0x10000) {
+        put(static_cast<char16_t>(codePoint));
+    } else {
+        put(static_cast<char16_t>(0xD800 + ((codePoint - 0x10000) >> 10)));
+        put(static_cast<char16_t>(0xDC00 + ((codePoint - 0x10000) & 0x3FF)));
+    }
+}
+
+// The next code point of a wide text at position i, which moves past it; joins surrogate pairs.
+QRS_HOST_PORT char32_t nextCodePoint(std::wstring_view text, std::size_t& i);
+// One wchar_t where it has 32 bits; up to two where it has 16.
+QRS_HOST_PORT void appendCodePoint(std::wstring& text, char32_t codePoint);
+
+// A blank or tab; none of them begins or ends a trimmed text, which is a part of the one given.
+constexpr bool isBlank(char32_t unit) {
+    return unit == U' ' || unit == U'\t';
+}
+QRS_HOST_PORT std::string_view trimmed(std::string_view text);
+QRS_HOST_PORT std::wstring_view trimmed(std::wstring_view text);
+
+// The digits of numbers to the base 16, capital and small.
+constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+constexpr std::string_view kSmallHexDigits = "0123456789abcdef";
+// The value of a hexadecimal digit, capital or small; -1 for anything else.
+constexpr int hexValue(char32_t digit) {
+    if (digit >= U'0' && digit <= U'9') return static_cast<int>(digit - U'0');
+    if (digit >= U'A' && digit <= U'F') return static_cast<int>(digit - U'A') + 10;
+    if (digit >= U'a' && digit <= U'f') return static_cast<int>(digit - U'a') + 10;
+    return -1;
+}
+
+// Comparison as the editor compares names: simple upper-case folding of each code point, no locale. Below, equal to or
+// above 0.
+QRS_HOST_PORT int compareNoCase(std::wstring_view a, std::wstring_view b);
+QRS_HOST_PORT std::wstring foldCase(std::wstring_view text);
+// The same characters in lower case.
+QRS_HOST_PORT std::wstring lowerCaseText(std::wstring_view text);
+
+}  // namespace qrs::platform
