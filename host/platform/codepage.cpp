@@ -177,10 +177,7 @@ bool encode(unsigned codePage, std::wstring_view text, std::string& out) {
             continue;
         }
         if (!table) table = CodePageTable::find(codePage);
-        const std::uint16_t bytes = table ? table->encode(codePoint) : std::uint16_t{0};
-        if (bytes == 0) return false;
-        if (bytes > 0xFF) out += static_cast<char>(bytes >> 8);
-        out += static_cast<char>(bytes & 0xFF);
+        if (!table || !table->append(codePoint, out)) return false;
     }
     return true;
 }

@@ -19,7 +19,8 @@ QRS_HOST_PORT bool setAnsiCodePage(unsigned codePage);
 
 QRS_HOST_PORT bool isKnownCodePage(unsigned codePage);
 
-// True when the byte opens a two-byte character of the code page (never for single-byte code pages and UTF-8).
+// True when the byte opens a character of two or four bytes of the code page (never for single-byte code pages and
+// UTF-8).
 QRS_HOST_PORT bool isLeadByte(unsigned codePage, unsigned char byte);
 
 // Bytes that are no text of the code page become U+FFFD each. Code points outside the basic plane become one wchar_t

@@ -110,9 +110,7 @@ bool utf8FromDeclared(std::string_view bytes, const std::string& name, std::stri
     if (known == std::end(kDeclaredEncodings)) {
         return utf8FromCodePage(bytes, platform::kUtf8, "不能识别的编码 " + declared, name, utf8, error);
     }
-    unsigned codePage = known->codePage;
-    if (codePage == kGb18030 && !platform::isKnownCodePage(kGb18030)) codePage = kGbk;
-    return utf8FromCodePage(bytes, codePage, "不是有效的 " + declared + " 文本", name, utf8, error);
+    return utf8FromCodePage(bytes, known->codePage, "不是有效的 " + declared + " 文本", name, utf8, error);
 }
 
 // The bytes in UTF-8 without a byte-order mark. UTF-16 without a mark shows by the zero beside its first '<'.

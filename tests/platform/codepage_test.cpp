@@ -66,6 +66,43 @@ TEST(CodePages, GbkTextOfDrawings) {
     EXPECT_EQ(decode(1252, "\x81\x93"), L"\u0081\u201C");
 }
 
+TEST(CodePages, WholeGb18030) {
+    constexpr unsigned kPage = 54936;
+    std::wstring text;
+    const std::wstring known = L"\u4E00\u20AC\u0080\u0250\u9FA6\U00020087\U0001F600x\U0010FFFF\\";
+    const std::string bytes =
+        "\xD2\xBB\xA2\xE3\x81\x30\x81\x30\x81\x30\xAB\x37\x82\x35\x8F\x33\x95\x32\x90\x31\x94\x39\xFC\x36x\xE3\x32\x9A"
+        "\x35\\";
+    EXPECT_TRUE(decodeStrict(kPage, bytes, text));
+    EXPECT_EQ(text, known);
+    std::string back;
+    EXPECT_TRUE(encode(kPage, known, back));
+    EXPECT_EQ(back, bytes);
+
+    // Every character has its bytes; a few of the private area have lost theirs to others.
+    int missing = 0;
+    int changed = 0;
+    for (char32_t codePoint = 0x80; codePoint <= 0x10FFFF; codePoint += codePoint < 0x10000 ? 1 : 61) {
+        if (codePoint >= 0xD800 && codePoint < 0xE000) continue;
+        std::wstring one;
+        appendCodePoint(one, codePoint);
+        if (!encode(kPage, one, back)) {
+            ++missing;
+            EXPECT_TRUE((codePoint >= 0xE000 && codePoint < 0xF900) || codePoint == 0xFFFF) << std::hex << +codePoint;
+        } else if (!decodeStrict(kPage, back, text) || text != one) {
+            ++changed;
+        }
+    }
+    EXPECT_LE(missing, 100);
+    EXPECT_EQ(changed, 0);
+
+    // Cut short, no digit, between the planes, above the last one: each byte by itself where it is none.
+    for (const char* broken : {"\x81\x30\x81", "\x81\x30\x81 x", "\x81\x30", "\x85\x30\x81\x30", "\xFE\x39\xFE\x39",
+                               "\xE3\x32\x9A\x36", "\xFF"})
+        EXPECT_FALSE(decodeStrict(kPage, broken, text)) << broken;
+    EXPECT_EQ(decode(kPage, "\x81\x30\x81 x"), (std::wstring{kBad, L'0', kBad, L' ', L'x'}));
+}
+
 TEST(CodePages, AnsiCodePageIsOneTheSystemKnows) {
     EXPECT_EQ(ansiCodePage(), 936u);
     EXPECT_FALSE(setAnsiCodePage(4711));

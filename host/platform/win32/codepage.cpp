@@ -23,8 +23,11 @@ class WindowsCodePage : public SystemCodePage {
         const auto unit = static_cast<wchar_t>(codePoint);
         unsigned char out[4];
         BOOL substituted = FALSE;
-        const int count = WideCharToMultiByte(codePage_, WC_NO_BEST_FIT_CHARS, &unit, 1, reinterpret_cast<char*>(out),
-                                              4, nullptr, &substituted);
+        // GB18030 has bytes for everything, and the system takes no other question there.
+        const bool isWhole = codePage_ == kGb18030;
+        const int count =
+            WideCharToMultiByte(codePage_, isWhole ? 0 : WC_NO_BEST_FIT_CHARS, &unit, 1, reinterpret_cast<char*>(out),
+                                4, nullptr, isWhole ? nullptr : &substituted);
         if (substituted) return 0;
         if (count == 1) return out[0];
         return count == 2 ? static_cast<std::uint16_t>(out[0] << 8 | out[1]) : std::uint16_t{0};
@@ -42,8 +45,8 @@ std::optional<unsigned> systemAnsiCodePage() {
 
 std::unique_ptr<SystemCodePage> SystemCodePage::open(unsigned codePage) {
     CPINFO info;
-    // The numbers below 10 are aliases of other pages; larger characters than two bytes have no tables here.
-    if (codePage < 10 || !GetCPInfo(codePage, &info) || info.MaxCharSize > 2) return nullptr;
+    // The numbers below 10 are aliases of other pages; but for GB18030 larger characters than two bytes have no tables.
+    if (codePage < 10 || !GetCPInfo(codePage, &info) || (info.MaxCharSize > 2 && codePage != kGb18030)) return nullptr;
     return std::make_unique<WindowsCodePage>(codePage);
 }
 
