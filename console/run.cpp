@@ -8,6 +8,7 @@
 #include "console/report.h"
 #include "console/script.h"
 #include "console/terminals.h"
+#include "host/commands/hostcommands.h"
 #include "host/editor/hostapp.h"
 #include "host/objectarx/acdocman.h"
 #include "host/platform/codepage.h"
@@ -252,6 +253,7 @@ ExitCode run(const Options& options) {
         if (Failure failure = readScript(options, script)) return end(failure);
     const std::unique_ptr<ConsoleTerminal> terminal = makeTerminal(options, std::move(script));
     host::Application application(*terminal);
+    host::registerHostCommands();
     if (Failure failure = prepare(options, application)) return end(failure);
     const StartedDrawing started(application.currentDocument());
     // A person has seen what failed and gone on.

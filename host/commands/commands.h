@@ -1,12 +1,7 @@
 // The commands the host brings itself: those a script needs to look at a drawing, change its layers and save it.
 #pragma once
 
-namespace qrs::host {
-
-// Registers them in the group "HOST_COMMANDS".
-void registerHostCommands();
-
-namespace commands {
+namespace qrs::host::commands {
 
 // Drawings (documents.cpp).
 void openDrawing();
@@ -35,5 +30,4 @@ void changeLayers();
 void listLinetypes();
 void listTextStyles();
 
-}  // namespace commands
-}  // namespace qrs::host
+}  // namespace qrs::host::commands

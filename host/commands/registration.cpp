@@ -1,6 +1,7 @@
 // The table of the host's own commands.
 #include "accmd.h"
 #include "host/commands/commands.h"
+#include "host/commands/hostcommands.h"
 
 namespace qrs::host {
 

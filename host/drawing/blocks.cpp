@@ -1,7 +1,6 @@
 // The blocks of one drawing, and model and paper space among them.
 #include "host/drawing/blocks.h"
 
-#include "dbsymtb.h"
 #include "host/drawing/objecttags.h"
 #include "host/platform/codepage.h"
 
@@ -13,11 +12,14 @@ using dxf::RecordKind;
 
 namespace {
 
+constexpr const wchar_t* kModelSpaceName = L"*Model_Space";
+constexpr const wchar_t* kPaperSpaceName = L"*Paper_Space";
+
 // Old files that newer programs wrote name the spaces with a dollar sign.
 Space spaceOf(const std::wstring& name) {
     static const std::pair<std::wstring, Space> names[] = {
-        {platform::foldCase(ACDB_MODEL_SPACE), Space::Model},
-        {platform::foldCase(ACDB_PAPER_SPACE), Space::Paper},
+        {platform::foldCase(kModelSpaceName), Space::Model},
+        {platform::foldCase(kPaperSpaceName), Space::Paper},
         {platform::foldCase(L"$MODEL_SPACE"), Space::Model},
         {platform::foldCase(L"$PAPER_SPACE"), Space::Paper},
     };
@@ -38,7 +40,7 @@ void BlockIndex::addBlock(std::uint32_t id, RecordId head, std::wstring name) co
     Space space = spaceOf(name);
     for (const Block& block : blocks_)
         if (space != Space::None && block.space == space) space = Space::None;
-    if (space != Space::None) name = space == Space::Model ? ACDB_MODEL_SPACE : ACDB_PAPER_SPACE;
+    if (space != Space::None) name = space == Space::Model ? kModelSpaceName : kPaperSpaceName;
     const std::size_t index = blocks_.size();
     byName_.emplace(platform::foldCase(name), index);
     byId_.emplace(id, index);
@@ -73,8 +75,8 @@ void BlockIndex::build() const {
     for (const auto* list : {&records, &heads})
         for (const auto& [id, name] : *list)
             hasSpace[static_cast<std::size_t>(spaceOf(name))] = true;
-    if (!hasSpace[static_cast<std::size_t>(Space::Model)]) addBlock(kUnnamedModelSpace, kNoRecord, ACDB_MODEL_SPACE);
-    if (!hasSpace[static_cast<std::size_t>(Space::Paper)]) addBlock(kUnnamedPaperSpace, kNoRecord, ACDB_PAPER_SPACE);
+    if (!hasSpace[static_cast<std::size_t>(Space::Model)]) addBlock(kUnnamedModelSpace, kNoRecord, kModelSpaceName);
+    if (!hasSpace[static_cast<std::size_t>(Space::Paper)]) addBlock(kUnnamedPaperSpace, kNoRecord, kPaperSpaceName);
     for (const auto& [id, name] : records) {
         const auto found = headByName.find(platform::foldCase(name));
         const RecordId head = found == headByName.end() ? kNoRecord : found->second;

@@ -6,7 +6,6 @@
 #include <unordered_map>
 #include <vector>
 
-#include "acadstrc.h"
 #include "host/drawing/tableformat.h"
 
 namespace qrs::host {

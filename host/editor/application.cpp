@@ -1,7 +1,6 @@
 // The application as the program that carries it sees it.
 #include "acdocman.h"
 #include "db/access.h"
-#include "host/commands/commands.h"
 #include "host/dxf/drawing.h"
 #include "host/editor/documents.h"
 #include "host/editor/hostapp.h"
@@ -28,7 +27,6 @@ struct Application::State {
 
 Application::Application(Terminal& terminal) : state_(std::make_unique<State>(terminal)) {
     theApplication = this;
-    registerHostCommands();
 }
 
 Application::~Application() {

@@ -44,9 +44,9 @@ std::optional<View> soundView(const Vec& center, double height) {
 
 // A view's center is told in its own coordinates: around the target, turned by the twist.
 std::optional<View> viewOf(const Entity& record, int targetCode, int heightCode, int twistCode) {
-    const std::optional<Vec> center = record.vec(12);
+    const std::optional<Vec> center = record.point(12);
     if (!center) return std::nullopt;
-    const Vec target = record.vec(targetCode).value_or(Vec{});
+    const Vec target = record.point(targetCode).value_or(Vec{});
     const double twist = -record.real(twistCode, 0.0) * (pick::kPi / 180);
     const Vec turned{center->x * std::cos(twist) - center->y * std::sin(twist),
                      center->x * std::sin(twist) + center->y * std::cos(twist), 0};
@@ -72,7 +72,7 @@ std::optional<Vec> headerPoint(const dxf::Drawing& drawing, const char* name) {
     if (id == dxf::kNoRecord) return std::nullopt;
     Entity variable;
     variable.read(drawing, id);
-    return variable.vec(10);
+    return variable.point(10);
 }
 
 // Corners that the drawing's header tells.

@@ -20,20 +20,20 @@ double sweep(double from, double to) {
 }  // namespace
 
 void drawLine(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> start = entity.vec(10);
-    const std::optional<Vec> end = entity.vec(11);
+    const std::optional<Vec> start = entity.point(10);
+    const std::optional<Vec> end = entity.point(11);
     if (start && end) pen.segment(*start, *end);
 }
 
 void drawCircle(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> center = entity.vec(10);
+    const std::optional<Vec> center = entity.point(10);
     const double radius = entity.real(40, 0.0);
     if (!center || !(radius > 0.0)) return;
     pen.in(planeOf(entity.normal())).arc(*center, {radius, 0, 0}, {0, radius, 0}, 0.0, 2 * kPi);
 }
 
 void drawArc(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> center = entity.vec(10);
+    const std::optional<Vec> center = entity.point(10);
     const double radius = entity.real(40, 0.0);
     if (!center || !(radius > 0.0) || !entity.has(50) || !entity.has(51)) return;
     const double start = std::fmod(radians(entity.real(50, 0.0)), 2 * kPi);
@@ -42,8 +42,8 @@ void drawArc(const Entity& entity, const Pen& pen) {
 }
 
 void drawEllipse(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> center = entity.vec(10);
-    const std::optional<Vec> major = entity.vec(11);
+    const std::optional<Vec> center = entity.point(10);
+    const std::optional<Vec> major = entity.point(11);
     const double ratio = entity.real(40, 0.0);
     if (!center || !major || !(ratio > 0.0) || !(lengthOf(*major) > 0.0)) return;
     const double start = std::fmod(entity.real(41, 0.0), 2 * kPi);
@@ -53,18 +53,18 @@ void drawEllipse(const Entity& entity, const Pen& pen) {
 }
 
 void drawPoint(const Entity& entity, const Pen& pen) {
-    if (const std::optional<Vec> at = entity.vec(10)) pen.point(*at);
+    if (const std::optional<Vec> at = entity.point(10)) pen.point(*at);
 }
 
 void drawRay(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> from = entity.vec(10);
-    const std::optional<Vec> direction = entity.vec(11);
+    const std::optional<Vec> from = entity.point(10);
+    const std::optional<Vec> direction = entity.point(11);
     if (from && direction && lengthOf(*direction) > 0.0) pen.line(*from, *direction, 0.0, Box::kFar);
 }
 
 void drawEndlessLine(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> through = entity.vec(10);
-    const std::optional<Vec> direction = entity.vec(11);
+    const std::optional<Vec> through = entity.point(10);
+    const std::optional<Vec> direction = entity.point(11);
     if (through && direction && lengthOf(*direction) > 0.0) pen.line(*through, *direction, -Box::kFar, Box::kFar);
 }
 

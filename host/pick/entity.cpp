@@ -55,7 +55,7 @@ long Entity::integer(int code, long fallback) const {
                : static_cast<long>(number);
 }
 
-std::optional<Vec> Entity::vec(int code) const {
+std::optional<Vec> Entity::point(int code) const {
     // A point's coordinates stand together; the ones behind the first are looked for there.
     for (std::size_t i = 0; i < fields_.size(); ++i) {
         if (fields_[i].code != code) continue;
@@ -73,19 +73,13 @@ std::optional<Vec> Entity::vec(int code) const {
     return std::nullopt;
 }
 
-std::optional<AcGePoint3d> Entity::point(int code) const {
-    const std::optional<Vec> found = vec(code);
-    if (!found) return std::nullopt;
-    return AcGePoint3d(found->x, found->y, found->z);
-}
-
 std::wstring Entity::text(int code) const {
     const Field* field = find(code);
     return field ? readText(*drawing_, field->value) : std::wstring();
 }
 
 Vec Entity::normal() const {
-    return vec(kNormal).value_or(Vec{0, 0, 1});
+    return point(kNormal).value_or(Vec{0, 0, 1});
 }
 
 std::vector<dxf::RecordId> Entity::parts() const {

@@ -30,9 +30,8 @@ class Entity final : public EntityTags {
     bool has(int code) const { return find(code) != nullptr; }
     double real(int code, double fallback) const override;
     long integer(int code, long fallback) const override;
-    std::optional<AcGePoint3d> point(int code) const override;
     // Nothing unless both coordinates of the plane are there.
-    std::optional<Vec> vec(int code) const;
+    std::optional<Vec> point(int code) const override;
     std::wstring text(int code) const;
     // The extrusion direction: upwards when it is missing.
     Vec normal() const;

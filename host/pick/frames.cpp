@@ -10,7 +10,7 @@ namespace {
 // Three corners or four; a fourth that is missing is the third.
 bool cornersOf(const Entity& entity, Vec (&corners)[4]) {
     for (int i = 0; i < 4; ++i) {
-        const std::optional<Vec> corner = entity.vec(10 + i);
+        const std::optional<Vec> corner = entity.point(10 + i);
         if (!corner && i < 3) return false;
         corners[i] = corner.value_or(corners[i > 0 ? i - 1 : 0]);
     }
@@ -58,16 +58,16 @@ void drawFace(const Entity& entity, const Pen& pen) {
 }
 
 void drawViewport(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> center = entity.vec(10);
+    const std::optional<Vec> center = entity.point(10);
     const Vec half{entity.real(40, 0.0) / 2, entity.real(41, 0.0) / 2, 0};
     if (center && half.x > 0.0 && half.y > 0.0) drawRectangle(*center - half, *center + half, pen);
 }
 
 void drawImage(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> at = entity.vec(10);
-    const std::optional<Vec> dotAcross = entity.vec(11);
-    const std::optional<Vec> dotUp = entity.vec(12);
-    const std::optional<Vec> size = entity.vec(13);
+    const std::optional<Vec> at = entity.point(10);
+    const std::optional<Vec> dotAcross = entity.point(11);
+    const std::optional<Vec> dotUp = entity.point(12);
+    const std::optional<Vec> size = entity.point(13);
     if (!at || !dotAcross || !dotUp || !size) return;
     std::vector<Vec> corners = clipOf(entity);
     // Dots are counted from the middle of the first one.
@@ -81,8 +81,8 @@ void drawImage(const Entity& entity, const Pen& pen) {
 }
 
 void drawObjectFrame(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> corner = entity.vec(10);
-    const std::optional<Vec> opposite = entity.vec(11);
+    const std::optional<Vec> corner = entity.point(10);
+    const std::optional<Vec> opposite = entity.point(11);
     if (corner && opposite) drawRectangle(*corner, *opposite, pen);
 }
 

@@ -22,7 +22,7 @@ int repeats(const Entity& entity, int code, double spacing) {
 }  // namespace
 
 bool placeInsert(const Entity& entity, Placement& placement) {
-    const std::optional<Vec> at = entity.vec(10);
+    const std::optional<Vec> at = entity.point(10);
     if (!at) return false;
     placement.block = entity.text(2);
     const Transform plane = planeOf(entity.normal());
@@ -41,11 +41,11 @@ bool placeInsert(const Entity& entity, Placement& placement) {
 
 // Tables carry a block with their picture; counts and scales in their tags are of the cells.
 bool placeTable(const Entity& entity, Placement& placement) {
-    const std::optional<Vec> at = entity.vec(10);
+    const std::optional<Vec> at = entity.point(10);
     if (!at) return false;
     placement.block = entity.text(2);
     const Vec z = unit(entity.normal(), {0, 0, 1});
-    const Vec x = unit(entity.vec(11).value_or(Vec{1, 0, 0}), {1, 0, 0});
+    const Vec x = unit(entity.point(11).value_or(Vec{1, 0, 0}), {1, 0, 0});
     placement.first = Transform{x, cross(z, x), z, *at};
     return true;
 }
@@ -53,7 +53,7 @@ bool placeTable(const Entity& entity, Placement& placement) {
 // The picture of a dimension stands where it belongs already; copies may be moved.
 bool placeDimension(const Entity& entity, Placement& placement) {
     placement.block = entity.text(2);
-    placement.first.offset = planeOf(entity.normal()).point(entity.vec(12).value_or(Vec{}));
+    placement.first.offset = planeOf(entity.normal()).point(entity.point(12).value_or(Vec{}));
     placement.atBasePoint = false;
     return true;
 }

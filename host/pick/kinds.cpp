@@ -58,14 +58,11 @@ KindTable& table() {
 class PenOutline final : public Outline {
   public:
     explicit PenOutline(const Pen& pen) : pen_(pen) {}
-    void point(const AcGePoint3d& at) override { pen_.point(vecOf(at)); }
-    void segment(const AcGePoint3d& start, const AcGePoint3d& end) override { pen_.segment(vecOf(start), vecOf(end)); }
-    void arc(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) override {
-        pen_.bulge(vecOf(start), vecOf(end), bulge);
-    }
+    void point(const Vec& at) override { pen_.point(at); }
+    void segment(const Vec& start, const Vec& end) override { pen_.segment(start, end); }
+    void arc(const Vec& start, const Vec& end, double bulge) override { pen_.bulge(start, end, bulge); }
 
   private:
-    static Vec vecOf(const AcGePoint3d& p) { return {p.x, p.y, p.z}; }
     const Pen& pen_;
 };
 

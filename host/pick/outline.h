@@ -9,7 +9,7 @@
 
 #include <optional>
 
-#include "gepnt3d.h"
+#include "host/pick/geometry.h"
 #include "host/platform/port.h"
 
 namespace qrs::host::pick {
@@ -21,7 +21,7 @@ class EntityTags {
     virtual double real(int code, double fallback) const = 0;
     virtual long integer(int code, long fallback) const = 0;
     // Coordinates from code, code + 10 and code + 20 (which may be missing: 0).
-    virtual std::optional<AcGePoint3d> point(int code) const = 0;
+    virtual std::optional<Vec> point(int code) const = 0;
 
   protected:
     ~EntityTags() = default;
@@ -30,10 +30,10 @@ class EntityTags {
 // Takes shapes in the coordinates of the drawing (of the block, for an entity in one).
 class Outline {
   public:
-    virtual void point(const AcGePoint3d& at) = 0;
-    virtual void segment(const AcGePoint3d& start, const AcGePoint3d& end) = 0;
+    virtual void point(const Vec& at) = 0;
+    virtual void segment(const Vec& start, const Vec& end) = 0;
     // bulge: the tangent of a quarter of the angle, positive counterclockwise seen from above.
-    virtual void arc(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) = 0;
+    virtual void arc(const Vec& start, const Vec& end, double bulge) = 0;
 
   protected:
     ~Outline() = default;

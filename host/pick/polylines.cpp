@@ -117,7 +117,7 @@ void drawLightPolyline(const Entity& entity, const Pen& pen) {
 void drawPolyline(const Entity& entity, const Pen& pen) {
     const long flags = entity.integer(70, 0);
     const bool inSpace = (flags & (kSpace | kMesh | kFaces)) != 0;
-    const double elevation = entity.vec(10).value_or(Vec{}).z;
+    const double elevation = entity.point(10).value_or(Vec{}).z;
     const Vertex usual{{}, 0.0, entity.real(40, 0.0), entity.real(41, 0.0)};
     std::vector<Vertex> vertices;
     std::vector<Vec> points;
@@ -126,7 +126,7 @@ void drawPolyline(const Entity& entity, const Pen& pen) {
     for (const dxf::RecordId id : entity.parts()) {
         part.read(entity.drawing(), id);
         const long role = part.integer(70, 0);
-        const std::optional<Vec> at = part.vec(10);
+        const std::optional<Vec> at = part.point(10);
         if ((role & kFacePart) && !(role & kFaceCorner)) faces.push_back(id);
         // The frame of a curve that was fitted is not shown.
         if (!at || (role & kFrame) || ((role & kFacePart) && !(role & kFaceCorner))) continue;

@@ -22,7 +22,7 @@ Vec headerPoint(const dxf::Drawing& drawing, std::string_view name) {
     if (id == dxf::kNoRecord) return {};
     Entity variable;
     variable.read(drawing, id);
-    return variable.vec(10).value_or(Vec{});
+    return variable.point(10).value_or(Vec{});
 }
 
 }  // namespace
@@ -138,7 +138,7 @@ Scene::Content Scene::findContent(Source& source, const std::wstring& block) {
     }
     content.source = &source;
     content.head = found->head;
-    content.base = head.vec(10).value_or(Vec{});
+    content.base = head.point(10).value_or(Vec{});
     return content;
 }
 

@@ -44,12 +44,12 @@ enum Up { kBaseline = 0, kBottom = 1, kHalf = 2, kTop = 3 };
 
 // verticalCode: TEXT and attributes tell the vertical alignment by different codes.
 void drawTextLine(const Entity& entity, const Pen& pen, int textCode, int verticalCode) {
-    const std::optional<Vec> start = entity.vec(10);
+    const std::optional<Vec> start = entity.point(10);
     const double height = entity.real(40, 0.0);
     if (!start || !(height > 0.0)) return;
     const long across = entity.integer(72, 0);
     const long up = entity.integer(verticalCode, 0);
-    const Vec anchor = across != kLeft || up != kBaseline ? entity.vec(11).value_or(*start) : *start;
+    const Vec anchor = across != kLeft || up != kBaseline ? entity.point(11).value_or(*start) : *start;
     double width = lineWidth(entity.text(textCode)) * height * std::fabs(entity.real(41, 1.0));
     double angle = entity.real(50, 0.0) * (kPi / 180);
     Vec at = anchor;
@@ -144,7 +144,7 @@ void drawAttributeDefinition(const Entity& entity, const Pen& pen) {
 }
 
 void drawParagraphs(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> at = entity.vec(10);
+    const std::optional<Vec> at = entity.point(10);
     const double height = entity.real(40, 0.0);
     if (!at || !(height > 0.0)) return;
     const Vec size = paragraphSize(entity, height);
@@ -152,7 +152,7 @@ void drawParagraphs(const Entity& entity, const Pen& pen) {
     const Transform plane = planeOf(z);
     const double angle = entity.real(50, 0.0) * (kPi / 180);
     const Vec turned = plane.vector({std::cos(angle), std::sin(angle), 0});
-    const Vec x = unit(entity.vec(11).value_or(turned), turned);
+    const Vec x = unit(entity.point(11).value_or(turned), turned);
     // 1 to 9: left, middle, right in three rows from the top.
     const long place = std::clamp(entity.integer(71, 1), 1L, 9L) - 1;
     const double left = -size.x * static_cast<double>(place % 3) / 2;

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/drawing/valuekind.h"
+#include "host/dxf/groupcodes.h"
 #include "host/platform/number.h"
 #include "host/report/sequence.h"
 
@@ -29,39 +29,26 @@ struct TagList {
             tags.emplace_back(tag.code, std::string(tag.value));
     }
     std::wstring text(std::size_t i) const {
-        const ValueKind kind = valueKind(tags[i].first);
         const std::string_view value = tags[i].second;
-        return drawing.decode(kind == ValueKind::Text ? value : dxf::trimmed(value));
+        return drawing.decode(dxf::valueKindOf(tags[i].first) == dxf::ValueKind::Text ? value : dxf::trimmed(value));
     }
 
     const Drawing& drawing;
     std::vector<std::pair<int, std::string>> tags;
 };
 
-bool isHandle(int code) {
-    return code == 5 || code == 105 || code == 1005 || (code >= 320 && code <= 369) || (code >= 390 && code <= 399) ||
-           code == 480 || code == 481;
-}
-
 bool saySame(const TagList& first, std::size_t i, const TagList& second, std::size_t j) {
     const auto& [code, a] = first.tags[i];
     const auto& [otherCode, b] = second.tags[j];
     if (code != otherCode) return false;
     if (a == b && first.drawing.codePage() == second.drawing.codePage()) return true;
-    if (isHandle(code))
+    const dxf::ValueKind kind = dxf::valueKindOf(code);
+    if (kind == dxf::ValueKind::Handle) {
         if (const std::uint64_t handle = dxf::toHandle(a); handle != 0) return handle == dxf::toHandle(b);
-    switch (valueKind(code)) {
-        case ValueKind::Real:
-        case ValueKind::Point:
-        case ValueKind::Short:
-        case ValueKind::Long: {
-            const auto x = platform::parseReal(dxf::trimmed(a));
-            const auto y = platform::parseReal(dxf::trimmed(b));
-            if (x && y) return *x == *y;
-            break;
-        }
-        default:
-            break;
+    } else if (kind != dxf::ValueKind::Text && kind != dxf::ValueKind::Chunk && kind != dxf::ValueKind::None) {
+        const auto x = platform::parseReal(dxf::trimmed(a));
+        const auto y = platform::parseReal(dxf::trimmed(b));
+        if (x && y) return *x == *y;
     }
     return first.text(i) == second.text(j);
 }

@@ -2,7 +2,6 @@
 #include "acutads.h"
 #include "dbents.h"
 #include "dbobjptr.h"
-#include "host/editor/hostselect.h"
 #include "layers/picking.h"
 #include "PwxTool.h"
 
@@ -20,18 +19,15 @@ bool IsExternalBlock(const TEntitySet& object) {
 }
 
 int SelectEntityFromExternalBlock(const CString& prompt, const TEntitySet& reference, AcDbObjectId& layer) {
-    layer.setNull();
     for (;;) {
-        qrs::host::NestedPick picked;
-        const int answer = qrs::host::pickNested(prompt.GetString(), reference.ent, picked);
+        const int answer = SelectNestedEntity(prompt.GetString(), reference, layer);
         if (answer == RTERROR && qrs::layers::pickMissed()) {
             acutPrintf(L"\n没有选中外部参照上的图元！");
         } else if (answer != RTNORM) {
             return answer;
-        } else if (picked.layerId.isNull()) {
+        } else if (layer.isNull()) {
             acutPrintf(L"\n图元所在的图层没有定义！");
         } else {
-            layer = picked.layerId;
             return RTNORM;
         }
     }

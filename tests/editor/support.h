@@ -15,6 +15,7 @@
 #include "acdocman.h"
 #include "aced.h"
 #include "acedads.h"
+#include "host/commands/hostcommands.h"
 #include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
 
@@ -83,6 +84,7 @@ class EditorTest : public testing::Test {
     std::unique_ptr<qrs::host::Application> application = std::make_unique<qrs::host::Application>(terminal);
     qrs::platform::Error error;
 
+    EditorTest() { qrs::host::registerHostCommands(); }
     void TearDown() override {
         application.reset();
         for (auto& body : bodies())

@@ -13,6 +13,7 @@
 
 #include "acdocman.h"
 #include "dbobjptr.h"
+#include "host/commands/hostcommands.h"
 #include "host/editor/hostapp.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/codepage.h"
@@ -74,6 +75,7 @@ class Folder {
 class Frame : public ::testing::Test {
   protected:
     Frame() {
+        host::registerHostCommands();
         platform::Error error;
         EXPECT_TRUE(platform::Settings::user().useFile(folder.path() / "settings.ini", error)) << error.message;
         application.setSystemFolder(platform::innerPath(folder.path()));

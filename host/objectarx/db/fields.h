@@ -7,8 +7,8 @@
 #include "adsdef.h"
 #include "dbid.h"
 #include "gepnt3d.h"
-#include "host/drawing/valuekind.h"
 #include "host/dxf/drawing.h"
+#include "host/objectarx/db/valuekind.h"
 
 namespace qrs::host {
 

@@ -7,7 +7,7 @@
 #include <new>
 
 #include "acutads.h"
-#include "host/drawing/valuekind.h"
+#include "host/objectarx/db/valuekind.h"
 
 namespace qrs::host {
 

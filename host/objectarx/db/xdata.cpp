@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "acutads.h"
-#include "host/drawing/valuekind.h"
+#include "host/objectarx/db/valuekind.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host {

@@ -3,8 +3,8 @@
 
 #include <cmath>
 
-#include "host/drawing/valuekind.h"
 #include "host/objectarx/db/state.h"
+#include "host/objectarx/db/valuekind.h"
 #include "host/objectarx/db/xdata.h"
 #include "host/platform/codepage.h"
 

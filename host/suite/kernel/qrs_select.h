@@ -37,6 +37,10 @@ class QRS_HOST_PORT TPickEntSet {
 // RTNORM with both; RTNONE after Enter; RTCAN after Esc; RTERROR when nothing lies at the point.
 QRS_HOST_PORT int SelectEntity(const std::wstring& prompt, TEntitySet& entity, AcGePoint3d& point);
 
+// Asks for one entity inside a block reference, an external one too, and gives the layer it lies on: null when the
+// drawing's layer table has no such layer. Results as SelectEntity.
+QRS_HOST_PORT int SelectNestedEntity(const std::wstring& prompt, const TEntitySet& reference, AcDbObjectId& layer);
+
 // Asks for entities; a pick-first set, when the command takes it, answers at once. The filter (null: none) is a chain
 // of group codes as acedSSGet takes it.
 // RTNORM with at least one entity; RTNONE after Enter without one; RTCAN after Esc; RTKWORD for a keyword of

@@ -31,6 +31,13 @@ int SelectEntity(const std::wstring& prompt, TEntitySet& entity, AcGePoint3d& po
     return RTNORM;
 }
 
+int SelectNestedEntity(const std::wstring& prompt, const TEntitySet& reference, AcDbObjectId& layer) {
+    qrs::host::NestedPick picked;
+    const int result = qrs::host::pickNested(prompt, reference.ent, picked);
+    layer = result == RTNORM ? picked.layerId : AcDbObjectId();
+    return result;
+}
+
 int SelectEntities(const std::wstring& prompt, TPickEntSet& picked, const resbuf* filter) {
     ads_name set;
     const int result = qrs::host::selectObjects(prompt, filter, 0, set);

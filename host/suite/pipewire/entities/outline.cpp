@@ -6,6 +6,7 @@
 
 using qrs::host::pick::EntityTags;
 using qrs::host::pick::Outline;
+using qrs::host::pick::Vec;
 
 namespace {
 
@@ -16,9 +17,9 @@ constexpr int kBulge = 42;
 
 // A path of a kind that is not known is shown by its ends.
 void tracePipe(const EntityTags& tags, Outline& outline) {
-    const std::optional<AcGePoint3d> start = tags.point(kStart);
+    const std::optional<Vec> start = tags.point(kStart);
     if (!start) return;
-    const AcGePoint3d end = tags.point(kEnd).value_or(*start);
+    const Vec end = tags.point(kEnd).value_or(*start);
     const long kind = tags.integer(kKind, TPipeCurve::kLine);
     const double bulge = tags.real(kBulge, 0.0);
     if (kind == TPipeCurve::kArc && bulge != 0.0) {
@@ -32,7 +33,7 @@ void tracePipe(const EntityTags& tags, Outline& outline) {
 }
 
 void tracePosition(const EntityTags& tags, Outline& outline) {
-    if (const std::optional<AcGePoint3d> position = tags.point(kStart)) outline.point(*position);
+    if (const std::optional<Vec> position = tags.point(kStart)) outline.point(*position);
 }
 
 const bool kRegistered = qrs::host::pick::registerOutline("QRS_PIPE", &tracePipe) &&
