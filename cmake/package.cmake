@@ -27,14 +27,18 @@ if(TARGET qrsconsole)
     install(TARGETS qrsconsole RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 
-install(DIRECTORY module/include/ DESTINATION ${header_folder} FILES_MATCHING PATTERN "*.h")
-# The host's public headers; the workings below them stay home.
-foreach(room platform mfc objectarx editor report)
-    file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/host/${room}/*.h)
-    install(FILES ${headers} DESTINATION ${header_folder}/host/${room})
+# The headers that plug-ins and programs may use, as host/faces.txt lists them; the workings below them stay home.
+file(STRINGS ${CMAKE_SOURCE_DIR}/host/faces.txt faces REGEX "^[^#].* (plugins|programs)$")
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/host/faces.txt)
+foreach(face ${faces})
+    string(REGEX REPLACE " .*" "" pattern ${face})
+    file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${pattern})
+    get_filename_component(folder ${pattern} DIRECTORY)
+    if(folder STREQUAL "module/include")
+        set(folder "")
+    endif()
+    install(FILES ${headers} DESTINATION ${header_folder}/${folder})
 endforeach()
-install(DIRECTORY host/suite/ DESTINATION ${header_folder}/host/suite FILES_MATCHING PATTERN "*.h"
-    PATTERN "entities" EXCLUDE)
 
 install(EXPORT qrs_pipeSystemTargets NAMESPACE qrs:: DESTINATION ${package_folder})
 configure_package_config_file(cmake/qrs_pipeSystemConfig.cmake.in ${CMAKE_BINARY_DIR}/qrs_pipeSystemConfig.cmake

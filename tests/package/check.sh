@@ -11,6 +11,22 @@ cmake -S "$source/examples/sibling" -B "$work/sibling" -G Ninja -DCMAKE_PREFIX_P
     -DCMAKE_CXX_FLAGS="${SIBLING_FLAGS:-}" >/dev/null
 cmake --build "$work/sibling" >/dev/null
 
+# Every installed header stands on its own, nothing of the inside came along, and what headers define inline needs no
+# symbol that the libraries keep for themselves.
+headers="$work/prefix/include/qrs_pipeSystem"
+flags=(-std=c++17 -Wall -Wextra -Werror "-I$headers")
+for folder in host/mfc host/objectarx host/suite/kernel host/suite/public host/suite/pipewire; do flags+=("-I$headers/$folder"); done
+inside=$(cd "$headers" && find . -path '*/inside/*' -o -path '*/db/*' -o -path '*/dxf/*' -o -path '*/drawing/*')
+[ -z "$inside" ] || { echo "installed without meaning to: $inside" >&2; exit 1; }
+(cd "$headers" && find . -name '*.h' -printf '#include "%P"\n' | sort) >"$work/all.cpp"
+[ "$(wc -l <"$work/all.cpp")" -gt 60 ]
+while read -r line; do printf '%s\n' "$line" >"$work/$(tr -c '[:alnum:]\n' _ <<<"$line").one.cpp"; done <"$work/all.cpp"
+printf '%s\0' "$work"/*.one.cpp | xargs -0 -n 8 -P 2 c++ "${flags[@]}" -fsyntax-only
+c++ "${flags[@]}" -fPIC -shared -fkeep-inline-functions -Wl,-z,defs,--warn-unresolved-symbols "$work/all.cpp" -o "$work/all.so" \
+    "$work/prefix/lib/qrs_pipeSystem/qrs_pipeSystem.so" "$(find "$work/prefix" -name 'libqrs_host.so')" 2>"$work/linked.txt"
+missing=$(grep 'undefined reference' "$work/linked.txt" | grep -v 'to `std::' || true)
+[ -z "$missing" ] || { echo "headers need what does not leave the libraries: $missing" >&2; exit 1; }
+
 # The module is found beside the installed program, the standard in the installed system folder.
 console() { "$work/prefix/bin/qrsconsole" --settings "$work/settings.ini" "$@"; }
 with_sibling() {
