@@ -1,8 +1,9 @@
-// How wide a text is on a terminal.
+// Measures the characters people see, each of which may be made of several code points.
 #include "host/platform/textwidth.h"
 
+#include <utf8proc.h>
+
 #include <algorithm>
-#include <iterator>
 
 #include "host/platform/text.h"
 
@@ -10,30 +11,51 @@ namespace qrs::platform {
 
 namespace {
 
-// Code points that take two columns of a terminal, and those that take none.
-struct Range {
-    char32_t first, last;
-};
-constexpr Range kWide[] = {{0x1100, 0x115F}, {0x2E80, 0x303E},   {0x3041, 0xA4CF},   {0xA960, 0xA97F},
-                           {0xAC00, 0xD7A3}, {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF01, 0xFF60},
-                           {0xFFE0, 0xFFE6}, {0x1F300, 0x1F64F}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD}};
-constexpr Range kZeroWidth[] = {{0x0300, 0x036F}, {0x200B, 0x200F}, {0xFE00, 0xFE0F}};
+constexpr char32_t kEmojiPresentation = 0xFE0F;  // asks for the coloured form of the character before it
 
-template <std::size_t Count>
-bool isIn(const Range (&ranges)[Count], char32_t codePoint) {
-    return std::any_of(std::begin(ranges), std::end(ranges),
-                       [codePoint](const Range& range) { return codePoint >= range.first && codePoint <= range.last; });
+bool isFlagLetter(char32_t codePoint) {
+    return codePoint >= 0x1F1E6 && codePoint <= 0x1F1FF;
 }
+
+// In columns, of one code point by itself.
+std::size_t widthOf(char32_t codePoint) {
+    // Ideographs that are younger than the library.
+    if (codePoint >= 0x20000 && codePoint <= 0x3FFFD) return 2;
+    return static_cast<std::size_t>(utf8proc_charwidth(static_cast<utf8proc_int32_t>(codePoint)));
+}
+
+// One character: a letter with its marks, a flag, emoji joined to one.
+struct Cluster {
+    std::size_t width = 0;
+    int flagLetters = 0;
+
+    void add(char32_t codePoint) {
+        flagLetters += isFlagLetter(codePoint) ? 1 : 0;
+        const bool isEmoji = flagLetters == 2 || (width > 0 && codePoint == kEmojiPresentation);
+        width = std::max(width, isEmoji ? std::size_t{2} : widthOf(codePoint));
+    }
+};
 
 }  // namespace
 
 std::size_t columnsOf(std::wstring_view text) {
     std::size_t columns = 0;
+    Cluster cluster;
+    utf8proc_int32_t before = 0;
+    utf8proc_int32_t state = 0;
     for (std::size_t i = 0; i < text.size();) {
+        const bool isFirst = i == 0;
         const char32_t codePoint = nextCodePoint(text, i);
-        columns += isIn(kWide, codePoint) ? 2u : isIn(kZeroWidth, codePoint) ? 0u : 1u;
+        // Half a pair is shown as a character that is missing.
+        const auto shown = static_cast<utf8proc_int32_t>(isSurrogate(codePoint) ? U'\uFFFD' : codePoint);
+        if (!isFirst && utf8proc_grapheme_break_stateful(before, shown, &state)) {
+            columns += cluster.width;
+            cluster = Cluster();
+        }
+        cluster.add(static_cast<char32_t>(shown));
+        before = shown;
     }
-    return columns;
+    return columns + cluster.width;
 }
 
 std::wstring paddedTo(std::wstring_view text, std::size_t columns) {

@@ -9,10 +9,11 @@
 
 namespace qrs::platform {
 
-// In columns: Chinese characters and their like take two, combining marks none.
+// In columns: Chinese characters and their like take two, and so do emoji, of however many code points; combining marks
+// and control characters none.
 QRS_HOST_PORT std::size_t columnsOf(std::wstring_view text);
 
-// The text with blanks behind it up to so many columns; a wider one stays as it is.
+// The text with blanks after it up to so many columns; a wider one stays as it is.
 QRS_HOST_PORT std::wstring paddedTo(std::wstring_view text, std::size_t columns);
 
 }  // namespace qrs::platform
