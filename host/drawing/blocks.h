@@ -9,9 +9,7 @@
 
 namespace qrs::host {
 
-// Ids of objects that files do not hold as records: the tables (kTableIds + TableKind), and the two spaces where
-// nothing names them.
-constexpr std::uint32_t kTableIds = 0xFFFFFF00u;
+// Ids of the two spaces where nothing names them.
 constexpr std::uint32_t kUnnamedModelSpace = 0xFFFFFF40u;
 constexpr std::uint32_t kUnnamedPaperSpace = 0xFFFFFF41u;
 

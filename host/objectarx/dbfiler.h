@@ -29,13 +29,14 @@
 class AcDbDatabase;
 
 namespace qrs::host {
-class DatabaseState;
 class FieldFiler;
 }  // namespace qrs::host
 
 class QRS_HOST_PORT AcDbDxfFiler : public AcRxObject {
   public:
     ACRX_DECLARE_MEMBERS(AcDbDxfFiler)
+    // The host makes one for each object that it reads or writes.
+    explicit AcDbDxfFiler(std::unique_ptr<qrs::host::FieldFiler> state);
     ~AcDbDxfFiler() override;
     AcDbDxfFiler(const AcDbDxfFiler&) = delete;
     AcDbDxfFiler& operator=(const AcDbDxfFiler&) = delete;
@@ -77,8 +78,6 @@ class QRS_HOST_PORT AcDbDxfFiler : public AcRxObject {
     void setOwnCodes(const Adesk::Int16* codes, std::size_t count);
 
   private:
-    friend class qrs::host::DatabaseState;
-    explicit AcDbDxfFiler(std::unique_ptr<qrs::host::FieldFiler> state);
     Acad::ErrorStatus writeInteger(Adesk::Int16 code, Adesk::Int32 value);
 
     std::unique_ptr<qrs::host::FieldFiler> state_;

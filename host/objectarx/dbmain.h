@@ -38,6 +38,7 @@ class AcGeMatrix3d;
 namespace qrs::host {
 class DatabaseState;
 class ObjectTags;
+class OpenObjects;
 struct DetachedTags;
 }  // namespace qrs::host
 
@@ -120,7 +121,7 @@ class QRS_HOST_PORT AcDbObject : public AcRxObject {
     std::uint32_t record() const { return record_; }
 
   private:
-    friend class qrs::host::DatabaseState;
+    friend class qrs::host::OpenObjects;
 
     AcDbDatabase* database_ = nullptr;
     std::uint32_t record_;

@@ -23,7 +23,7 @@ constexpr int kExternalBit = 4;
 
 const Block* blockOf(const AcDbBlockTableRecord& record) {
     DatabaseState* state = DatabaseState::of(record.database());
-    return state ? state->blocks().byId(DatabaseState::recordNumber(record)) : nullptr;
+    return state ? state->blocks().byId(record.objectId().recordNumber()) : nullptr;
 }
 
 // What the head of the block's definition says.

@@ -35,7 +35,7 @@ bool isPointer(int code) {
 class Cloner {
   public:
     Cloner(DatabaseState& state, const Block& block) : drawing_(state.drawing()), block_(block) {
-        blockHandle_ = state.handleOf(block.id);
+        blockHandle_ = state.ids().handleOf(block.id);
     }
 
     // Entities that are copied together point to each other's copies.
@@ -123,17 +123,17 @@ Acad::ErrorStatus DatabaseState::clone(const AcDbObjectIdArray& ids, AcDbObjectI
         if (id.isNull()) return Acad::eNullObjectId;
         if (id.databaseNumber() != number) return Acad::eWrongDatabase;
         if (!id.isValid() || id.isErased()) return Acad::eWrongObjectType;
-        const RecordId record = recordOf(id.recordNumber());
+        const RecordId record = this->ids().recordOf(id.recordNumber());
         if (record == kNoRecord || drawing_->record(record).kind != RecordKind::Entity ||
             (drawing_->record(record).flags & dxf::kSubEntity) != 0)
             return Acad::eWrongObjectType;
     }
     if (owner.isNull()) return Acad::eNullObjectId;
     if (owner.databaseNumber() != number) return Acad::eWrongDatabase;
-    const Block* block = blocks_->byId(owner.recordNumber());
+    const Block* block = blocks().byId(owner.recordNumber());
     if (!block) return Acad::eWrongObjectType;
     if (block->space == Space::None && block->head == kNoRecord) return Acad::eNotApplicable;
-    writeOpenObjects();
+    objects_.writeAll();
 
     Cloner cloner(*this, *block);
     for (const AcDbObjectId& id : ids)
@@ -143,7 +143,7 @@ Acad::ErrorStatus DatabaseState::clone(const AcDbObjectIdArray& ids, AcDbObjectI
     bool hasAttributes = false;
     for (std::size_t i = 0; i < copies.size(); ++i) {
         idMap.assign(ids[static_cast<int>(i)], idOf(copies[i]));
-        countInstance(copies[i], 1);
+        contents_->came(copies[i]);
         hasAttributes = hasAttributes || drawing_->typeNameOf(copies[i]) == "ATTDEF";
     }
     if (hasAttributes && block->space == Space::None) {
@@ -182,15 +182,15 @@ std::wstring freeName(const BlockIndex& blocks, const std::wstring& name) {
 
 // The block's id: its record's where drawings have a table of them, else its definition's.
 std::uint32_t DatabaseState::addBlock(const DetachedTags& own, std::wstring_view wantedName) {
-    const std::wstring name = freeName(*blocks_, std::wstring(wantedName));
+    const std::wstring name = freeName(blocks(), std::wstring(wantedName));
     const bool hasTable = drawing_->version() >= "AC1012";
     bool hasHandle = drawing_->hasHandles();
     // Old drawings may have handles on other records alone.
-    for (const Block& block : blocks_->blocks())
+    for (const Block& block : blocks().blocks())
         if (!hasTable && block.head != kNoRecord) hasHandle = drawing_->record(block.head).handle != 0;
     RecordId record = kNoRecord;
     if (hasTable) {
-        record = tables_->add(TableKind::Block, {&tableFormat(TableKind::Block).record, {{2, platform::toUtf8(name)}}});
+        record = tables().add(TableKind::Block, {&tableFormat(TableKind::Block).record, {{2, platform::toUtf8(name)}}});
     }
     const std::uint64_t owner = record == kNoRecord ? 0 : drawing_->record(record).handle;
     const RecordId end = drawing_->endOf(ensureSection(*drawing_, "BLOCKS"));
@@ -207,7 +207,7 @@ std::uint32_t DatabaseState::addBlock(const DetachedTags& own, std::wstring_view
     if (hasTable) tags.push_back({1, ""});
     const RecordId head = drawing_->insertRecord(end, RecordKind::Block, tags);
     drawing_->insertRecord(end, RecordKind::EndBlock, blockTags(*this, "ENDBLK", owner, "AcDbBlockEnd", hasHandle));
-    blocks_->changed();
+    contents_->came(head);
     return record == kNoRecord ? head : record;
 }
 
@@ -232,13 +232,13 @@ Acad::ErrorStatus AcDbBlockTable::add(AcDbObjectId& recordId, AcDbBlockTableReco
     DatabaseState* state = DatabaseState::of(database());
     if (!state || !isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (!newRecord) return Acad::eNullObjectPointer;
-    const qrs::host::DetachedTags* own = DatabaseState::ownTags(*newRecord);
+    const qrs::host::DetachedTags* own = qrs::host::OpenObjects::ownTags(*newRecord);
     if (newRecord->database() || !own) return Acad::eAlreadyInDb;
     const ACHAR* name = nullptr;
     if (newRecord->getName(name) != Acad::eOk || !*name) return Acad::eInvalidInput;
     if (state->blocks().find(name)) return Acad::eDuplicateRecordName;
     qrs::platform::recordCall("AcDbSymbolTable::add", "BLOCK_RECORD", name);
-    state->adopt(*newRecord, state->addBlock(*own, name));
+    state->objects().adopt(*newRecord, state->addBlock(*own, name));
     recordId = newRecord->objectId();
     return Acad::eOk;
 }

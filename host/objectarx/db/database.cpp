@@ -4,6 +4,7 @@
 #include "dbdict.h"
 #include "dbsymtb.h"
 #include "host/drawing/newdrawing.h"
+#include "host/drawing/newrecords.h"
 #include "host/objectarx/db/access.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/callrecord.h"
@@ -27,7 +28,7 @@ std::unique_ptr<dxf::Drawing> emptyDrawing() {
 
 template <class Table>
 Acad::ErrorStatus openTable(const DatabaseState& state, TableKind kind, Table*& table, AcDb::OpenMode mode) {
-    return acdbOpenObject(table, AcDbObjectId(state.number, DatabaseState::tableId(kind)), mode);
+    return acdbOpenObject(table, AcDbObjectId(state.number, qrs::host::tableId(kind)), mode);
 }
 
 void nameFile(DatabaseState& state, const std::filesystem::path& native) {
@@ -49,7 +50,7 @@ AcDbDatabase::~AcDbDatabase() = default;
 
 Acad::ErrorStatus AcDbDatabase::dxfIn(const ACHAR* fileName, const ACHAR* logFileName) {
     if (!fileName || !*fileName) return Acad::eInvalidInput;
-    if (state_->hasOpenObjects()) return Acad::eWasOpenForRead;
+    if (!state_->objects().areNone()) return Acad::eWasOpenForRead;
     platform::recordCall("AcDbDatabase::dxfIn", fileName);
     if (!platform::fileExists(fileName)) return Acad::eFileNotFound;
     platform::Error error;
@@ -99,22 +100,22 @@ Acad::ErrorStatus AcDbDatabase::getSymbolTable(AcDbTextStyleTable*& table, AcDb:
 }
 
 AcDbObjectId AcDbDatabase::blockTableId() const {
-    return {state_->number, DatabaseState::tableId(TableKind::Block)};
+    return {state_->number, qrs::host::tableId(TableKind::Block)};
 }
 AcDbObjectId AcDbDatabase::dimStyleTableId() const {
-    return {state_->number, DatabaseState::tableId(TableKind::DimStyle)};
+    return {state_->number, qrs::host::tableId(TableKind::DimStyle)};
 }
 AcDbObjectId AcDbDatabase::layerTableId() const {
-    return {state_->number, DatabaseState::tableId(TableKind::Layer)};
+    return {state_->number, qrs::host::tableId(TableKind::Layer)};
 }
 AcDbObjectId AcDbDatabase::linetypeTableId() const {
-    return {state_->number, DatabaseState::tableId(TableKind::Linetype)};
+    return {state_->number, qrs::host::tableId(TableKind::Linetype)};
 }
 AcDbObjectId AcDbDatabase::regAppTableId() const {
-    return {state_->number, DatabaseState::tableId(TableKind::RegApp)};
+    return {state_->number, qrs::host::tableId(TableKind::RegApp)};
 }
 AcDbObjectId AcDbDatabase::textStyleTableId() const {
-    return {state_->number, DatabaseState::tableId(TableKind::TextStyle)};
+    return {state_->number, qrs::host::tableId(TableKind::TextStyle)};
 }
 
 // --- objects
@@ -126,7 +127,7 @@ AcDbObjectId AcDbDatabase::namedObjectsDictionaryId() const {
 Acad::ErrorStatus AcDbDatabase::getNamedObjectsDictionary(AcDbDictionary*& dictionary, AcDb::OpenMode mode) {
     dictionary = nullptr;
     if (state_->drawing().version() < "AC1012") return Acad::eNotApplicable;
-    if (mode == AcDb::kForWrite) state_->ensureRootDictionary();
+    if (mode == AcDb::kForWrite) qrs::host::NewRecords(state_->contents()).ensureRootDictionary();
     const AcDbObjectId id = namedObjectsDictionaryId();
     return id.isNull() ? Acad::eKeyNotFound : acdbOpenObject(dictionary, id, mode);
 }
@@ -236,14 +237,14 @@ bool DatabaseAccess::save(AcDbDatabase& database, const std::filesystem::path& n
                           platform::Error& error) {
     DatabaseState* state = DatabaseState::of(&database);
     platform::recordCall("AcDbDatabase::save", platform::innerPath(native.filename()));
-    state->writeOpenObjects();
+    state->objects().writeAll();
     if (!state->drawing().save(native, keepBackup, error)) return false;
     nameFile(*state, native);
     return true;
 }
 
 std::string DatabaseAccess::bytes(const AcDbDatabase& database) {
-    DatabaseState::of(&database)->writeOpenObjects();
+    DatabaseState::of(&database)->objects().writeAll();
     return DatabaseState::of(&database)->drawing().toBytes();
 }
 
@@ -258,13 +259,13 @@ bool DatabaseAccess::isModified(const AcDbDatabase& database) {
 void DatabaseAccess::beginStep(AcDbDatabase& database, const std::wstring& name) {
     DatabaseState* state = DatabaseState::of(&database);
     // What was written into open objects before belongs to the step before.
-    state->writeOpenObjects();
+    state->objects().writeAll();
     state->drawing().beginStep(name);
 }
 
 bool DatabaseAccess::takeBack(AcDbDatabase& database, std::wstring& name) {
     DatabaseState* state = DatabaseState::of(&database);
-    state->writeOpenObjects();
+    state->objects().writeAll();
     const std::wstring* last = state->drawing().lastStep();
     if (!last) return false;
     name = *last;
@@ -297,7 +298,7 @@ const std::filesystem::path& DatabaseAccess::nativePath(const AcDbDatabase& data
 
 std::uint32_t DatabaseAccess::recordOf(AcDbObjectId id) {
     const DatabaseState* state = DatabaseState::byNumber(id.databaseNumber());
-    return state ? state->recordOf(id.recordNumber()) : dxf::kNoRecord;
+    return state ? state->ids().recordOf(id.recordNumber()) : dxf::kNoRecord;
 }
 
 AcDbObjectId DatabaseAccess::idOf(const AcDbDatabase& database, std::uint32_t record) {
@@ -306,7 +307,7 @@ AcDbObjectId DatabaseAccess::idOf(const AcDbDatabase& database, std::uint32_t re
 
 std::wstring DatabaseAccess::dxfName(AcDbObjectId id) {
     const DatabaseState* state = DatabaseState::byNumber(id.databaseNumber());
-    const dxf::RecordId record = state ? state->recordOf(id.recordNumber()) : dxf::kNoRecord;
+    const dxf::RecordId record = state ? state->ids().recordOf(id.recordNumber()) : dxf::kNoRecord;
     return record == dxf::kNoRecord ? std::wstring() : platform::fromUtf8(state->drawing().typeNameOf(record));
 }
 

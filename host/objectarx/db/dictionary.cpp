@@ -1,5 +1,6 @@
 // Dictionaries and records of values.
 #include "dbdict.h"
+#include "host/objectarx/db/append.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/codepage.h"
 
@@ -119,7 +120,7 @@ Acad::ErrorStatus AcDbDictionary::setAt(const ACHAR* entryName, AcDbObject* newV
     if (!entryName || !*entryName) return Acad::eInvalidInput;
     if (newValue->database()) return Acad::eAlreadyInDb;
     dxf::Drawing& drawing = state->drawing();
-    const Acad::ErrorStatus status = state->appendObject(*newValue, drawing.record(record()).handle);
+    const Acad::ErrorStatus status = qrs::host::appendObject(*state, *newValue, drawing.record(record()).handle);
     if (status != Acad::eOk) return status;
     entryId = newValue->objectId();
     const std::string handle = dxf::handleText(Adesk::UInt64(entryId.handle()));

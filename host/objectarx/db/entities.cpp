@@ -82,7 +82,7 @@ Acad::ErrorStatus nameToWrite(const AcDbEntity& entity, AcDbObjectId id, TableKi
 // An entity outside a drawing names what it finds in the one it is to lie in: the working database.
 AcDbObjectId namedBy(const AcDbEntity& entity, TableKind kind, const std::wstring& name) {
     DatabaseState* state = DatabaseState::ofNames(entity);
-    return state ? state->idOf(state->findNamed(kind, name)) : AcDbObjectId();
+    return state ? state->idOf(state->ids().find(kind, name)) : AcDbObjectId();
 }
 
 Acad::ErrorStatus setNameTag(ObjectTags tags, int code, const std::wstring& name) {

@@ -38,10 +38,10 @@ ObjectTags commonTags(dxf::Drawing& drawing, dxf::RecordId record) {
 ObjectTags commonTags(const AcDbEntity& entity) {
     const DatabaseState* state = DatabaseState::of(entity.database());
     if (!state) {
-        qrs::host::DetachedTags* own = DatabaseState::ownTags(entity);
+        qrs::host::DetachedTags* own = qrs::host::OpenObjects::ownTags(entity);
         return own ? ObjectTags(own) : ObjectTags();
     }
-    return commonTags(state->drawing(), state->recordOf(DatabaseState::recordNumber(entity)));
+    return commonTags(state->drawing(), state->ids().recordOf(entity.objectId().recordNumber()));
 }
 
 // Applies a change to an entity, then to the vertices that follow it. The change tells whether there was anything to
@@ -65,7 +65,7 @@ Adesk::UInt16 indexOf(const ObjectTags& tags) {
 
 const dxf::Record* recordOf(const AcDbEntity& entity) {
     const DatabaseState* state = DatabaseState::of(entity.database());
-    return state ? &state->drawing().record(DatabaseState::recordNumber(entity)) : nullptr;
+    return state ? &state->drawing().record(entity.objectId().recordNumber()) : nullptr;
 }
 
 }  // namespace
@@ -77,12 +77,12 @@ AcRxClass* AcDbEntity::desc() {
 
 AcRxClass* AcDbEntity::isA() const {
     DatabaseState* state = DatabaseState::of(database());
-    return state ? state->classOf(record()) : AcDbEntity::desc();
+    return state ? state->kinds().of(record()).rxClass : AcDbEntity::desc();
 }
 
 template <typename Change>
 Acad::ErrorStatus AcDbEntity::changeCommon(bool doSubents, Change&& change) {
-    if (!database() && !DatabaseState::ownTags(*this)) setOwnTags({&qrs::host::entityFormat(), {}});
+    if (!database() && !qrs::host::OpenObjects::ownTags(*this)) setOwnTags({&qrs::host::entityFormat(), {}});
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     DatabaseState* state = DatabaseState::of(database());
     if (!state) {
@@ -102,14 +102,14 @@ Acad::ErrorStatus AcDbEntity::changeCommon(bool doSubents, Change&& change) {
 AcDbObjectId AcDbEntity::layerId() const {
     DatabaseState* state = DatabaseState::ofNames(*this);
     if (!state) return AcDbObjectId();
-    if (database()) return state->idOf(state->layerOf(record()));
+    if (database()) return state->idOf(state->contents().layers().of(record()));
     return state->idOf(state->tables().find(TableKind::Layer, commonTags(*this).text(kLayerCode, L"0")));
 }
 
 ACHAR* AcDbEntity::layer() const {
     DatabaseState* state = DatabaseState::of(database());
     if (!state) return newString(commonTags(*this).text(kLayerCode, L"0"));
-    const dxf::RecordId layer = state->layerOf(record());
+    const dxf::RecordId layer = state->contents().layers().of(record());
     if (layer != dxf::kNoRecord) return newString(state->tables().nameOf(layer));
     return newString(commonTags(*this).text(kLayerCode, L"0"));
 }
@@ -128,7 +128,7 @@ Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId newLayer, bool doSubents) {
     TableKind kind = TableKind::Block;
     const dxf::RecordId layer = newLayer.recordNumber();
     const bool isLayer = newLayer.databaseNumber() == state->number && newLayer.isValid() && !newLayer.isErased() &&
-                         !DatabaseState::isTable(layer) && layer < state->drawing().recordCount() &&
+                         !qrs::host::isTableId(layer) && layer < state->drawing().recordCount() &&
                          state->tables().kindOf(layer, kind) && kind == TableKind::Layer;
     if (!isLayer) return Acad::eInvalidLayer;
     if (!database()) {
@@ -145,7 +145,7 @@ Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId newLayer, bool doSubents) {
     const std::string name(drawing.findTag(layer, 2, tag) ? tag.value : std::string_view());
     changeParts(drawing, record(), doSubents, [&](dxf::RecordId id) {
         // Another spelling of the same layer is left as it is.
-        if (state->layerOf(id) == layer) return false;
+        if (state->contents().layers().of(id) == layer) return false;
         if (drawing.findTag(id, kLayerCode, tag))
             drawing.setValue(id, tag, name);
         else

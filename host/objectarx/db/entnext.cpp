@@ -28,7 +28,7 @@ int acdbEntNext(const ads_name entity, ads_name next) {
     if (!state) return RTERROR;
     const dxf::Drawing& drawing = state->drawing();
     const dxf::RecordId before =
-        given.isNull() ? drawing.findSection("ENTITIES") : state->recordOf(given.recordNumber());
+        given.isNull() ? drawing.findSection("ENTITIES") : state->ids().recordOf(given.recordNumber());
     if (before == dxf::kNoRecord) return RTERROR;
     const dxf::RecordId found = entityFrom(drawing, drawing.next(before));
     if (found == dxf::kNoRecord) return RTERROR;

@@ -2,6 +2,7 @@
 #include "dbdict.h"
 #include "dblayout.h"
 #include "dbsymtb.h"
+#include "host/objectarx/db/append.h"
 #include "host/objectarx/db/state.h"
 
 using qrs::host::DatabaseState;
@@ -34,7 +35,7 @@ std::vector<std::uint64_t> handlesIn(const dxf::Drawing& drawing, dxf::RecordId 
 
 AcDbObjectId AcDbObject::extensionDictionary() const {
     const DatabaseState* state = DatabaseState::of(database_);
-    const dxf::RecordId record = state ? state->recordOf(record_) : dxf::kNoRecord;
+    const dxf::RecordId record = state ? state->ids().recordOf(record_) : dxf::kNoRecord;
     if (record == dxf::kNoRecord) return AcDbObjectId();
     const auto handles = handlesIn(state->drawing(), record, "{ACAD_XDICTIONARY", 360);
     return handles.empty() ? AcDbObjectId() : state->idOf(state->drawing().findHandle(handles.front()));
@@ -46,13 +47,13 @@ Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
     if (!state) return Acad::eNotInDatabase;
     if (!extensionDictionary().isNull()) return Acad::eOk;
     dxf::Drawing& drawing = state->drawing();
-    const dxf::RecordId record = state->recordOf(record_);
+    const dxf::RecordId record = state->ids().recordOf(record_);
     if (drawing.version() < kFirstWithObjects || record == dxf::kNoRecord || drawing.record(record).handle == 0)
         return Acad::eNotApplicable;
     auto dictionary = std::make_unique<AcDbDictionary>();
     // It owns what it names.
-    DatabaseState::ownTags(*dictionary)->tags.push_back({280, "1"});
-    const Acad::ErrorStatus status = state->appendObject(*dictionary, drawing.record(record).handle);
+    qrs::host::OpenObjects::ownTags(*dictionary)->tags.push_back({280, "1"});
+    const Acad::ErrorStatus status = qrs::host::appendObject(*state, *dictionary, drawing.record(record).handle);
     if (status != Acad::eOk) return status;
     const std::string handle = dxf::handleText(Adesk::UInt64(dictionary->objectId().handle()));
     dictionary.release()->close();
@@ -67,7 +68,7 @@ Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
 AcDbObjectIdArray AcDbObject::reactors() const {
     AcDbObjectIdArray ids;
     const DatabaseState* state = DatabaseState::of(database_);
-    const dxf::RecordId record = state ? state->recordOf(record_) : dxf::kNoRecord;
+    const dxf::RecordId record = state ? state->ids().recordOf(record_) : dxf::kNoRecord;
     if (record == dxf::kNoRecord) return ids;
     for (const std::uint64_t handle : handlesIn(state->drawing(), record, "{ACAD_REACTORS", 330)) {
         const AcDbObjectId id = state->idOf(state->drawing().findHandle(handle));

@@ -22,7 +22,7 @@ class OpaqueObject : public AcDbObject {
   public:
     AcRxClass* isA() const override {
         DatabaseState* state = DatabaseState::of(database());
-        return state ? state->classOf(record()) : AcDbObject::desc();
+        return state ? state->kinds().of(record()).rxClass : AcDbObject::desc();
     }
 };
 
@@ -199,6 +199,21 @@ const ObjectKind& tableKind(TableKind kind) {
 const ObjectKind& blockDefinitionKind() {
     static const ObjectKind kind{make<AcDbBlockTableRecord>, AcDbBlockTableRecord::desc()};
     return kind;
+}
+
+const ObjectKind& ObjectKinds::of(std::uint32_t id) {
+    if (isTableId(id)) return tableKind(tableKindOf(id));
+    const dxf::Drawing& drawing = contents_.drawing();
+    const bool isEntity = id < drawing.recordCount() && drawing.record(id).kind == dxf::RecordKind::Entity;
+    if (!isEntity && contents_.blocks().byId(id)) return blockDefinitionKind();
+    const dxf::Record& entry = drawing.record(id);
+    if (!isEntity) return objectKind(entry.kind, drawing.typeName(entry.type));
+    if (age_ != kindAge()) ofEntities_.clear();
+    age_ = kindAge();
+    if (entry.type >= ofEntities_.size()) ofEntities_.resize(entry.type + std::size_t{1}, nullptr);
+    const ObjectKind*& kind = ofEntities_[entry.type];
+    if (!kind) kind = &objectKind(entry.kind, drawing.typeName(entry.type));
+    return *kind;
 }
 
 }  // namespace qrs::host

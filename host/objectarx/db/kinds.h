@@ -1,10 +1,12 @@
 // Which class of the interface an object of a drawing file has.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "dbmain.h"
-#include "host/drawing/tableformat.h"
+#include "host/drawing/contents.h"
 #include "host/dxf/record.h"
 
 namespace qrs::host {
@@ -22,5 +24,17 @@ const ObjectKind& objectKind(dxf::RecordKind recordKind, std::string_view dxfNam
 unsigned kindAge();
 const ObjectKind& tableKind(TableKind kind);
 const ObjectKind& blockDefinitionKind();
+
+// The kinds of the objects of one drawing.
+class ObjectKinds {
+  public:
+    explicit ObjectKinds(const Contents& contents) : contents_(contents) {}
+    const ObjectKind& of(std::uint32_t id);
+
+  private:
+    const Contents& contents_;
+    std::vector<const ObjectKind*> ofEntities_;  // by type, as of age_
+    unsigned age_ = 0;
+};
 
 }  // namespace qrs::host

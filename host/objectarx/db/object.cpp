@@ -19,12 +19,12 @@ const AcDbObjectId AcDbObjectId::kNull;
 
 bool AcDbObjectId::isValid() const {
     const DatabaseState* state = DatabaseState::byNumber(database_);
-    return state && state->isObject(record_);
+    return state && state->ids().isObject(record_);
 }
 
 bool AcDbObjectId::isErased() const {
     const DatabaseState* state = DatabaseState::byNumber(database_);
-    return state && state->isErased(record_);
+    return state && state->ids().isErased(record_);
 }
 
 AcDbDatabase* AcDbObjectId::database() const {
@@ -34,12 +34,12 @@ AcDbDatabase* AcDbObjectId::database() const {
 
 AcRxClass* AcDbObjectId::objectClass() const {
     DatabaseState* state = DatabaseState::byNumber(database_);
-    return state ? state->classOf(record_) : nullptr;
+    return state && state->ids().isObject(record_) ? state->kinds().of(record_).rxClass : nullptr;
 }
 
 AcDbHandle AcDbObjectId::handle() const {
     const DatabaseState* state = DatabaseState::byNumber(database_);
-    return AcDbHandle(state ? state->handleOf(record_) : 0);
+    return AcDbHandle(state ? state->ids().handleOf(record_) : 0);
 }
 
 // --- handles
@@ -62,7 +62,7 @@ bool AcDbHandle::getIntoAsciiBuffer(ACHAR* buffer, std::size_t length) const {
 AcDbObject::AcDbObject() : record_(qrs::dxf::kNoRecord) {}
 
 AcDbObject::~AcDbObject() {
-    DatabaseState::forget(*this);
+    qrs::host::OpenObjects::forget(*this);
 }
 
 AcDbObjectId AcDbObject::objectId() const {
@@ -72,7 +72,7 @@ AcDbObjectId AcDbObject::objectId() const {
 
 AcDbObjectId AcDbObject::ownerId() const {
     DatabaseState* state = DatabaseState::of(database_);
-    return state ? state->idOf(state->ownerOf(record_)) : AcDbObjectId();
+    return state ? state->idOf(state->ids().ownerOf(record_)) : AcDbObjectId();
 }
 
 void AcDbObject::getAcDbHandle(AcDbHandle& handle) const {
@@ -80,7 +80,7 @@ void AcDbObject::getAcDbHandle(AcDbHandle& handle) const {
 }
 
 Acad::ErrorStatus AcDbObject::close() {
-    return DatabaseState::close(*this);
+    return qrs::host::OpenObjects::close(*this);
 }
 
 Acad::ErrorStatus AcDbObject::upgradeOpen() {
@@ -95,7 +95,7 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
 Acad::ErrorStatus AcDbObject::downgradeOpen() {
     if (!database_) return Acad::eNotInDatabase;
     if (!writer_) return Acad::eNotOpenForWrite;
-    DatabaseState::writeFields(*this);
+    qrs::host::OpenObjects::writeFields(*this);
     readers_ = 1;
     writer_ = false;
     return Acad::eOk;
@@ -110,7 +110,7 @@ Acad::ErrorStatus AcDbObject::erase(bool erasing) {
 
 bool AcDbObject::isErased() const {
     const DatabaseState* state = DatabaseState::of(database_);
-    return state && state->isErased(record_);
+    return state && state->ids().isErased(record_);
 }
 
 // --- values of applications' classes
@@ -126,7 +126,7 @@ Acad::ErrorStatus AcDbObject::dxfOutFields(AcDbDxfFiler* filer) const {
 void AcDbObject::assertReadEnabled() const {
     DatabaseState* state = DatabaseState::of(database_);
     // Reading fills in what the object stands for; it does not change it.
-    if (state && !fieldsRead_) state->readFields(const_cast<AcDbObject&>(*this));
+    if (state && !fieldsRead_) state->objects().readFields(const_cast<AcDbObject&>(*this));
 }
 
 void AcDbObject::assertWriteEnabled() {
@@ -141,9 +141,9 @@ void AcDbObject::assertWriteEnabled() {
 ObjectTags AcDbObject::tags() const {
     const DatabaseState* state = DatabaseState::of(database_);
     if (!state) return own_ ? ObjectTags(own_.get()) : ObjectTags();
-    const qrs::dxf::RecordId record = state->recordOf(record_);
+    const qrs::dxf::RecordId record = state->ids().recordOf(record_);
     if (record == qrs::dxf::kNoRecord) return ObjectTags();
-    return ObjectTags(&state->drawing(), record, state->formatOf(record_), ObjectTags::Part::Whole);
+    return ObjectTags(&state->drawing(), record, state->ids().formatOf(record_), ObjectTags::Part::Whole);
 }
 
 void AcDbObject::setOwnTags(qrs::host::DetachedTags tags) {
@@ -151,7 +151,7 @@ void AcDbObject::setOwnTags(qrs::host::DetachedTags tags) {
 }
 
 void AcDbObject::setOwnTags(qrs::host::DetachedTags (*make)()) {
-    if (!DatabaseState::isOpening()) setOwnTags(make());
+    if (!qrs::host::OpenObjects::isOpening()) setOwnTags(make());
 }
 
 Acad::ErrorStatus AcDbObject::checkWrite() const {
@@ -166,7 +166,7 @@ Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb:
     object = nullptr;
     if (id.isNull()) return Acad::eNullObjectId;
     DatabaseState* state = DatabaseState::byNumber(id.databaseNumber());
-    return state ? state->open(object, id.recordNumber(), mode, openErased) : Acad::eNoDatabase;
+    return state ? state->objects().open(object, id.recordNumber(), mode, openErased) : Acad::eNoDatabase;
 }
 
 Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) {

@@ -42,7 +42,7 @@ class ReferenceCounter {
         for (current_ = drawing_.first(); current_ != kNoRecord; current_ = drawing_.next(current_)) {
             const RecordKind kind = drawing_.record(current_).kind;
             if (isEntityKind(kind)) {
-                if (const RecordId layer = state_.layerOf(current_); layer != kNoRecord)
+                if (const RecordId layer = state_.contents().layers().of(current_); layer != kNoRecord)
                     tell(layers_.find(layer), layers_);
                 countTags(&ReferenceCounter::entityName);
             } else if (kind == RecordKind::TableRecord) {
@@ -66,13 +66,13 @@ class ReferenceCounter {
         TableKind kind;
         if (const Block* block = state_.blocks().byId(object)) {
             namesOf(TableKind::Block)[platform::foldCase(block->name)].push_back(index);
-        } else if (!DatabaseState::isTable(object) && state_.tables().kindOf(object, kind)) {
+        } else if (!qrs::host::isTableId(object) && state_.tables().kindOf(object, kind)) {
             if (kind == TableKind::Layer)
                 layers_[object].push_back(index);
             else
                 namesOf(kind)[platform::foldCase(state_.tables().nameOf(object))].push_back(index);
         }
-        if (const std::uint64_t handle = state_.handleOf(object); handle != 0) handles_[handle].push_back(index);
+        if (const std::uint64_t handle = state_.ids().handleOf(object); handle != 0) handles_[handle].push_back(index);
     }
 
     ByKey<std::wstring>& namesOf(TableKind kind) { return names_[static_cast<std::size_t>(kind)]; }
@@ -135,7 +135,7 @@ Acad::ErrorStatus AcDbDatabase::countHardReferences(const AcDbObjectIdArray& ids
         if (id.database() != this) return Acad::eWrongDatabase;
         if (!id.isValid() || id.isErased()) return Acad::eInvalidInput;
     }
-    state_->writeOpenObjects();
+    state_->objects().writeAll();
     qrs::host::ReferenceCounter(*state_, ids, counts).count();
     return Acad::eOk;
 }

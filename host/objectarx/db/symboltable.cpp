@@ -16,10 +16,6 @@ ACRX_DEFINE_MEMBERS(AcDbSymbolTable, AcDbObject)
 
 namespace {
 
-TableKind kindOfTable(std::uint32_t table) {
-    return static_cast<TableKind>(table - qrs::host::kTableIds);
-}
-
 // A drawing with a longer name is one the editor cannot open.
 constexpr std::size_t kLongestName = 255;
 
@@ -49,7 +45,7 @@ void renameLayerReferences(DatabaseState& state, dxf::RecordId layer, std::wstri
         const bool isCurrentLayer = record.kind == dxf::RecordKind::HeaderVariable &&
                                     drawing.typeName(record.type) == "$CLAYER" && drawing.findTag(id, 8, tag) &&
                                     isOld(tag.value);
-        const bool liesOnLayer = record.layer != dxf::kNoName && state.layerNamed(record.layer) == layer;
+        const bool liesOnLayer = record.layer != dxf::kNoName && state.contents().layers().find(record.layer) == layer;
         if ((isCurrentLayer || liesOnLayer) && drawing.findTag(id, 8, tag)) drawing.setValue(id, tag, spelled);
         if ((drawing.record(id).flags & dxf::kHasXdata) == 0) continue;
         for (int nth = 0; drawing.findTag(id, 1003, tag, nth); ++nth)
@@ -103,7 +99,7 @@ Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* name) {
         isA() == AcDbLayerTableRecord::desc() ? "AcDbLayerTableRecord::setName" : "AcDbSymbolTableRecord::setName",
         name);
     tags().setText(2, name);
-    if (state) state->tables().renamed(TableKind::Layer);
+    if (state) state->contents().renamed(record());
     return Acad::eOk;
 }
 
@@ -117,7 +113,7 @@ AcDbSymbolTableIterator::AcDbSymbolTableIterator(AcDbDatabase* database, std::ui
 void AcDbSymbolTableIterator::start(bool atBeginning, bool) {
     DatabaseState* state = DatabaseState::of(database_);
     records_.clear();
-    if (state) records_ = recordsOf(*state, kindOfTable(table_));
+    if (state) records_ = recordsOf(*state, qrs::host::tableKindOf(table_));
     position_ = atBeginning || records_.empty() ? 0 : records_.size() - 1;
 }
 
@@ -127,7 +123,7 @@ bool AcDbSymbolTableIterator::done() const {
 
 void AcDbSymbolTableIterator::passErased(bool forward) {
     const DatabaseState* state = DatabaseState::of(database_);
-    while (!done() && state && state->isErased(records_[position_]))
+    while (!done() && state && state->ids().isErased(records_[position_]))
         position_ = forward ? position_ + 1 : position_ == 0 ? records_.size() : position_ - 1;
 }
 
@@ -169,7 +165,7 @@ Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* name, AcDbObjectId& record
     DatabaseState* state = DatabaseState::of(database());
     if (!isReadEnabled() || !state) return Acad::eNotOpenForRead;
     if (!name) return Acad::eInvalidInput;
-    const std::uint32_t found = state->findNamed(kindOfTable(record()), name);
+    const std::uint32_t found = state->ids().find(qrs::host::tableKindOf(record()), name);
     if (found == dxf::kNoRecord) return Acad::eKeyNotFound;
     recordId = state->idOf(found);
     return Acad::eOk;
@@ -191,7 +187,7 @@ bool AcDbSymbolTable::has(const ACHAR* name) const {
 bool AcDbSymbolTable::has(AcDbObjectId recordId) const {
     DatabaseState* state = DatabaseState::of(database());
     return state && recordId.databaseNumber() == state->number && recordId.isValid() && !recordId.isErased() &&
-           state->ownerOf(recordId.recordNumber()) == record();
+           state->ids().ownerOf(recordId.recordNumber()) == record();
 }
 
 Acad::ErrorStatus AcDbSymbolTable::newIterator(AcDbSymbolTableIterator*& iterator, bool atBeginning, bool) const {
@@ -206,15 +202,15 @@ Acad::ErrorStatus AcDbSymbolTable::addRecord(AcDbObjectId& recordId, AcDbSymbolT
     DatabaseState* state = DatabaseState::of(database());
     if (!state || !isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (!newRecord) return Acad::eNullObjectPointer;
-    const qrs::host::DetachedTags* own = DatabaseState::ownTags(*newRecord);
+    const qrs::host::DetachedTags* own = qrs::host::OpenObjects::ownTags(*newRecord);
     if (newRecord->database() || !own) return Acad::eAlreadyInDb;
     const ACHAR* name = nullptr;
     if (newRecord->getName(name) != Acad::eOk || !*name) return Acad::eInvalidInput;
-    const TableKind kind = kindOfTable(record());
+    const TableKind kind = qrs::host::tableKindOf(record());
     if (state->tables().find(kind, name) != dxf::kNoRecord) return Acad::eDuplicateRecordName;
     qrs::platform::recordCall("AcDbSymbolTable::add", qrs::host::tableFormat(kind).name, name);
     const dxf::RecordId added = state->tables().add(kind, *own);
-    state->adopt(*newRecord, added);
+    state->objects().adopt(*newRecord, added);
     recordId = state->idOf(added);
     return Acad::eOk;
 }

@@ -26,7 +26,7 @@ struct ObjectTagWalk::Place {
 ObjectTagWalk::ObjectTagWalk(const AcDbObject& object) {
     const DatabaseState* state = DatabaseState::of(object.database());
     const dxf::RecordId record =
-        state ? state->recordOf(DatabaseState::recordNumber(object)) : static_cast<dxf::RecordId>(dxf::kNoRecord);
+        state ? state->ids().recordOf(object.objectId().recordNumber()) : static_cast<dxf::RecordId>(dxf::kNoRecord);
     if (record != dxf::kNoRecord) place_.reset(new Place{state->drawing(), state->drawing().tags(record)});
 }
 

@@ -544,26 +544,29 @@ bool isKnown(std::string_view dxfName) {
 
 }  // namespace
 
-Acad::ErrorStatus DatabaseState::transform(RecordId entity, const AcGeMatrix3d& matrix) {
-    const std::string_view dxfName = drawing_->typeNameOf(entity);
+namespace {
+
+Acad::ErrorStatus transform(dxf::Drawing& drawing, RecordId entity, const AcGeMatrix3d& matrix) {
+    const std::string_view dxfName = drawing.typeNameOf(entity);
     if (!isKnown(dxfName)) return Acad::eNotApplicable;
     if (!matrix.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
     if (dxfName == "DIMENSION" && !isTranslation(matrix)) return Acad::eNotApplicable;
     Frame frame;
-    moveRecord(*drawing_, entity, matrix, frame);
-    for (RecordId sub = drawing_->next(entity); sub != kNoRecord; sub = drawing_->next(sub)) {
-        const dxf::Record& one = drawing_->record(sub);
+    moveRecord(drawing, entity, matrix, frame);
+    for (RecordId sub = drawing.next(entity); sub != kNoRecord; sub = drawing.next(sub)) {
+        const dxf::Record& one = drawing.record(sub);
         if ((one.flags & dxf::kSubEntity) == 0 || one.owner != entity) break;
-        moveRecord(*drawing_, sub, matrix, frame);
+        moveRecord(drawing, sub, matrix, frame);
     }
     return Acad::eOk;
 }
 
+}  // namespace
 }  // namespace qrs::host
 
 Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& transformation) {
     using qrs::host::DatabaseState;
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     DatabaseState* state = DatabaseState::of(database());
-    return state ? state->transform(record(), transformation) : Acad::eNotInDatabase;
+    return state ? qrs::host::transform(state->drawing(), record(), transformation) : Acad::eNotInDatabase;
 }

@@ -268,7 +268,7 @@ namespace dxf = qrs::dxf;
 
 resbuf* AcDbObject::xData(const ACHAR* regAppName) const {
     DatabaseState* state = DatabaseState::of(database());
-    const dxf::RecordId id = state ? state->recordOf(record()) : dxf::kNoRecord;
+    const dxf::RecordId id = state ? state->ids().recordOf(record()) : dxf::kNoRecord;
     if (id == dxf::kNoRecord) return nullptr;
     const dxf::Record& entry = state->drawing().record(id);
     if (entry.kind == dxf::RecordKind::Entity && (entry.flags & dxf::kHasXdata) == 0) return nullptr;
@@ -289,7 +289,7 @@ resbuf* AcDbObject::xData(const ACHAR* regAppName) const {
 Acad::ErrorStatus AcDbObject::setXData(const resbuf* chain) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     DatabaseState* state = DatabaseState::of(database());
-    const dxf::RecordId id = state ? state->recordOf(record()) : dxf::kNoRecord;
+    const dxf::RecordId id = state ? state->ids().recordOf(record()) : dxf::kNoRecord;
     if (id == dxf::kNoRecord) return Acad::eNotInDatabase;
     std::vector<Portion> portions;
     if (const Acad::ErrorStatus status = parseChain(*state, chain, portions); status != Acad::eOk) return status;

@@ -106,7 +106,7 @@ Acad::ErrorStatus AcDbXrecord::setFromRbChain(const resbuf& chain, AcDbDatabase*
     std::vector<dxf::NewTag> tags;
     if (const Acad::ErrorStatus status = toTags(chain, state, tags); status != Acad::eOk) return status;
     if (!state) {
-        DatabaseState::ownTags(*this)->tags = std::move(tags);
+        qrs::host::OpenObjects::ownTags(*this)->tags = std::move(tags);
         return Acad::eOk;
     }
     dxf::Drawing& drawing = state->drawing();

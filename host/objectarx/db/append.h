@@ -1,0 +1,13 @@
+// New objects of the editor's interface become objects of a drawing.
+#pragma once
+
+#include "dbmain.h"
+
+namespace qrs::host {
+
+// Puts a new entity after the others of a block.
+Acad::ErrorStatus appendEntity(DatabaseState& state, AcDbEntity& entity, std::uint32_t blockId);
+// Puts a new object that is no entity after the others of the drawing. owner: a handle.
+Acad::ErrorStatus appendObject(DatabaseState& state, AcDbObject& object, std::uint64_t owner);
+
+}  // namespace qrs::host
