@@ -15,7 +15,7 @@
 
 namespace {
 
-// Handles other records refer to; the rest are counted up behind them.
+// Handles other records refer to; the rest are counted up after them.
 enum FixedHandle : std::uint64_t {
     kModelRecord = 0x1F,
     kPaperRecord = 0x1B,

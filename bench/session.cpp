@@ -1,4 +1,4 @@
-// Opens a drawing, thaws every layer, saves it: the driver behind compare.sh.
+// Opens a drawing, thaws every layer, saves it: the driver of compare.sh.
 //
 //     qrs_dxf_session IN OUT [move]      move: also puts every second entity on layer "0"
 #include <cstdio>

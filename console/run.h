@@ -8,7 +8,7 @@ namespace qrs::console {
 // Prints what goes wrong itself.
 ExitCode run(const Options& options);
 
-// One line on standard error, behind "qrsconsole: ". Control characters are shown as '?'.
+// One line on standard error, after "qrsconsole: ". Control characters are shown as '?'.
 void complain(const std::string& message);
 
 }  // namespace qrs::console

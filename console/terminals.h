@@ -30,7 +30,7 @@ class ConsoleTerminal : public host::Terminal {
     bool outputWorks_ = true;
 };
 
-// Answers from a script, printed behind their prompts. Never waits; behind the last line every prompt finds the end.
+// Answers from a script, printed after their prompts. Never waits; after the last line every prompt finds the end.
 class ScriptTerminal : public ConsoleTerminal {
   public:
     explicit ScriptTerminal(Script script) : script_(std::move(script)) {}

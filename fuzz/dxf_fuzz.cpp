@@ -59,7 +59,7 @@ void sameIndex(const Drawing& edited) {
     check(theirs == kNoRecord, "more records after writing");
 }
 
-// Every second tag gets another behind it, every third the value of the one before.
+// Every second tag gets another after it, every third the value of the one before.
 void editAtOnce(Drawing& drawing, RecordId id) {
     std::vector<TagEdit> edits;
     std::string before;

@@ -1,4 +1,4 @@
-// Questions the host's own commands ask.
+// Asks through acedGetString and its kin, and puts the answers into the form commands want.
 #include "host/commands/asking.h"
 
 #include <vector>

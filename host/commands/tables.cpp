@@ -76,7 +76,7 @@ struct Listing {
     Row titles;
     const wchar_t* noun;
     const wchar_t* namesPrompt;
-    bool asksAgain;  // the editor's -LINETYPE goes on with its options, its -STYLE ends behind a list
+    bool asksAgain;  // the editor's -LINETYPE goes on with its options, its -STYLE ends after a list
 };
 
 // False when the user cancelled.

@@ -1,10 +1,10 @@
 // U: takes back what the last command changed in the drawing.
 #include "acdocman.h"
 #include "acutads.h"
-#include "db/access.h"
 #include "host/commands/asking.h"
 #include "host/commands/commands.h"
 #include "host/editor/hostapp.h"
+#include "host/objectarx/db/access.h"
 
 namespace qrs::host::commands {
 

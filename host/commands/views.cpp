@@ -6,7 +6,6 @@
 #include <string>
 
 #include "acedads.h"
-#include "db/access.h"
 #include "host/commands/asking.h"
 #include "host/commands/commands.h"
 #include "host/editor/documents.h"
@@ -14,6 +13,7 @@
 #include "host/editor/picking.h"
 #include "host/editor/points.h"
 #include "host/editor/viewport.h"
+#include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::commands {

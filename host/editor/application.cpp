@@ -1,10 +1,10 @@
 // The application as the program that carries it sees it.
 #include "acdocman.h"
-#include "db/access.h"
 #include "host/dxf/drawing.h"
 #include "host/editor/documents.h"
 #include "host/editor/hostapp.h"
 #include "host/editor/session.h"
+#include "host/objectarx/db/access.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/files.h"
 

@@ -1,4 +1,4 @@
-// Dialogs at the command line: asked as text, answered like every prompt.
+// Shows a dialog through the session: its lines go to the output, answers come from the input.
 #include "host/editor/dialogs.h"
 
 #include "host/editor/session.h"

@@ -3,9 +3,9 @@
 
 #include "acdocman.h"
 #include "axlock.h"
-#include "db/access.h"
 #include "host/editor/documents.h"
 #include "host/editor/session.h"
+#include "host/objectarx/db/access.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"

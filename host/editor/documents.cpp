@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "db/access.h"
 #include "dbapserv.h"
 #include "host/editor/editorstate.h"
 #include "host/editor/session.h"
+#include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 

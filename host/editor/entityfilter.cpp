@@ -1,8 +1,8 @@
-// Which entities of a drawing a selection takes.
+// Turns the chain of acedSSGet into tests of records, so that nothing is opened to be filtered.
 #include "host/editor/entityfilter.h"
 
-#include "db/access.h"
 #include "host/editor/wildcard.h"
+#include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::ed {

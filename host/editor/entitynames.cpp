@@ -1,4 +1,4 @@
-// Entities named in an answer instead of picked.
+// Reads (handent "2A7") and the like at prompts that ask for objects.
 #include "host/editor/entitynames.h"
 
 #include "dbhandle.h"

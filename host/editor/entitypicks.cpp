@@ -4,7 +4,6 @@
 
 #include "acedads.h"
 #include "adsdb.h"
-#include "db/access.h"
 #include "dbsymtb.h"
 #include "host/editor/documents.h"
 #include "host/editor/entitynames.h"
@@ -14,6 +13,7 @@
 #include "host/editor/question.h"
 #include "host/editor/selecting.h"
 #include "host/editor/session.h"
+#include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::ed {

@@ -29,7 +29,7 @@ class Input {
   public:
     explicit Input(Output& output) : output_(output) {}
 
-    // Asks with the last line of a prompt; what is answered without the terminal is printed behind it.
+    // Asks with the last line of a prompt; what is answered without the terminal is printed after it.
     // atCommandPrompt: empty words of a sent text are passed over.
     Answer read(const std::wstring& promptLine, Extent extent, bool atCommandPrompt);
 

@@ -11,7 +11,7 @@ class Keywords {
   public:
     Keywords() = default;
     // "Yes No": the letters that are not small ones are the shortest form; "LTYPE,LT": what follows the comma is.
-    // "Ja Nein _Yes No": behind the underscore stand the names by which the program knows them, in the same order.
+    // "Ja Nein _Yes No": after the underscore come the names by which the program knows them, in the same order.
     explicit Keywords(std::wstring_view list);
 
     bool empty() const { return words_.empty(); }

@@ -22,7 +22,7 @@ class Output {
     std::wstring beginPrompt(std::wstring_view prompt);
     // The same for a prompt that nobody sees, of which nothing is printed.
     std::wstring skipPrompt(std::wstring_view prompt);
-    // An answer was typed behind the prompt, or the prompt was left open.
+    // An answer was typed after the prompt, or the prompt was left open.
     void answered() { atLineStart_ = true; }
     void leftOpen() { atLineStart_ = false; }
 

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "db/access.h"
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "dbsymtb.h"
@@ -12,6 +11,7 @@
 #include "host/editor/entityfilter.h"
 #include "host/editor/session.h"
 #include "host/editor/viewport.h"
+#include "host/objectarx/db/access.h"
 
 namespace qrs::host::ed {
 

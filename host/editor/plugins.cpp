@@ -87,7 +87,7 @@ void Plugins::release(Plugin& plugin, bool initialised) {
         send(plugin, AcRx::kUnloadAppMsg);
     }
     removeLeftovers(plugin);
-    // The library's own exit may still call; the plug-in is taken off the list only behind it.
+    // The library's own exit may still call; the plug-in leaves the list only after that.
     const ApplicationScope scope(&plugin);
     plugin.library.reset();
     plugins_.erase(

@@ -1,10 +1,10 @@
 // How commands are read from the command line and run.
 #include <algorithm>
 
-#include "db/access.h"
 #include "host/editor/documents.h"
 #include "host/editor/editorstate.h"
 #include "host/editor/session.h"
+#include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::ed {
@@ -117,7 +117,7 @@ Answer Session::ask(const std::wstring& prompt, Extent extent) {
     }
 }
 
-// Every prompt behind the end of the input is cancelled; once for each command says it all.
+// After the end of the input every prompt is cancelled; saying so once for each command is enough.
 void Session::tellCancel(const std::wstring& promptLine, const Answer& answer) {
     bool tell = true;
     if (!running.empty()) {

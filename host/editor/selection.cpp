@@ -7,7 +7,6 @@
 
 #include "acedads.h"
 #include "adsdb.h"
-#include "db/access.h"
 #include "dbmain.h"
 #include "host/editor/documents.h"
 #include "host/editor/entityfilter.h"
@@ -18,6 +17,7 @@
 #include "host/editor/regions.h"
 #include "host/editor/selecting.h"
 #include "host/editor/session.h"
+#include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::ed {

@@ -1,4 +1,4 @@
-// The selection sets that programs hold.
+// Keeps selection sets by their names: acedSSAdd, acedSSName and their kin.
 #include "host/editor/selectionsets.h"
 
 #include "acedads.h"

@@ -4,11 +4,11 @@
 #include <algorithm>
 
 #include "acedads.h"
-#include "db/access.h"
 #include "host/editor/documents.h"
 #include "host/editor/editorstate.h"
 #include "host/editor/session.h"
 #include "host/editor/viewport.h"
+#include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 

@@ -1,4 +1,4 @@
-// The viewport that takes the user's input, and what is seen in it.
+// Finds the current viewport in the header or the tables, its height, its layers and its way to the world.
 #include "host/editor/viewport.h"
 
 #include <cmath>
@@ -6,10 +6,10 @@
 #include <optional>
 
 #include "aced.h"
-#include "db/access.h"
 #include "host/editor/documents.h"
 #include "host/editor/entityfilter.h"
 #include "host/editor/session.h"
+#include "host/objectarx/db/access.h"
 #include "host/pick/entity.h"
 
 namespace qrs::host::ed {

@@ -1,4 +1,4 @@
-// The editor's wildcards.
+// Matches names with the patterns that prompts take: *, ?, #, @, ., [], ~ and lists with commas.
 #include "host/editor/wildcard.h"
 
 #include <string>
@@ -88,7 +88,7 @@ bool matchesOne(std::wstring_view text, std::wstring_view pattern) {
     return true;
 }
 
-// The first pattern of a list; the list moves behind its comma.
+// The first pattern of a list; the list moves past its comma.
 std::wstring_view takePattern(std::wstring_view& list) {
     std::size_t end = 0;
     while (end < list.size() && list[end] != L',')

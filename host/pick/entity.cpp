@@ -56,7 +56,7 @@ long Entity::integer(int code, long fallback) const {
 }
 
 std::optional<Vec> Entity::point(int code) const {
-    // A point's coordinates stand together; the ones behind the first are looked for there.
+    // A point's coordinates stand together; those after the first are looked for there.
     for (std::size_t i = 0; i < fields_.size(); ++i) {
         if (fields_[i].code != code) continue;
         const std::optional<double> x = finiteOf(fields_[i].value);

@@ -75,7 +75,7 @@ void drawMesh(const Entity& entity, const std::vector<Vec>& points, const Pen& p
         }
 }
 
-// Faces name their corners by number, from 1; the edge behind a negative one is not shown.
+// Faces name their corners by number, from 1; the edge after a negative one is not shown.
 void drawFaceEdges(const Entity& face, const std::vector<Vec>& points, const Pen& pen) {
     long corners[4];
     int count = 0;

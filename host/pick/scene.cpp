@@ -30,7 +30,7 @@ Vec headerPoint(const dxf::Drawing& drawing, std::string_view name) {
 // What a block shows.
 struct Scene::Content {
     Source* source = nullptr;             // whose entities
-    dxf::RecordId head = dxf::kNoRecord;  // they stand behind
+    dxf::RecordId head = dxf::kNoRecord;  // they come after it
     bool isSpace = false;                 // model space of a whole drawing
     Vec base;
     bool isMeasured = false;

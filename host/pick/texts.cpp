@@ -71,7 +71,7 @@ void drawTextLine(const Entity& entity, const Pen& pen, int textCode, int vertic
             {(left + width) * sideways, (bottom + height) * upwards, 0});
 }
 
-// What stands behind a backslash, and whether it is a code with a value up to a semicolon.
+// What follows a backslash, and whether it is a code with a value up to a semicolon.
 bool takesValue(wchar_t code) {
     return std::wstring_view(L"ACFHQTWSfp").find(code) != std::wstring_view::npos;
 }
