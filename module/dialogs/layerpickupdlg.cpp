@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "layers/picking.h"
 #include "standard/text.h"
+#include "tools/picking.h"
 
 using namespace qrs::dialogs;
 using namespace qrs::platform;

@@ -1,7 +1,6 @@
 set(QRS_DIALOGS_SOURCES
     exportsetting.cpp
     importsetting.cpp
-    layercontrolbar.cpp
     layerdefdlg.cpp
     layerfields.cpp
     layerlistdlg.cpp

@@ -12,11 +12,11 @@
 #include "layers/contents.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
-#include "layers/picking.h"
 #include "PipeSystemTool.h"
 #include "qrs_kernal.h"
 #include "qrs_pipeentity.h"
 #include "rxmfcapi.h"
+#include "tools/picking.h"
 
 using namespace qrs::layers;
 

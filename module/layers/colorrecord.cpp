@@ -4,7 +4,7 @@
 #include "dbdict.h"
 #include "dbobjptr.h"
 #include "dbxrecrd.h"
-#include "layers/chain.h"
+#include "tools/chain.h"
 
 namespace qrs::layers {
 

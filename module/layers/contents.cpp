@@ -9,9 +9,9 @@
 #include "axlock.h"
 #include "dbents.h"
 #include "dbobjptr.h"
-#include "layers/chain.h"
 #include "layers/layertoolbar.h"
-#include "layers/picking.h"
+#include "tools/chain.h"
+#include "tools/picking.h"
 
 using namespace qrs::layers;
 

@@ -2,8 +2,8 @@
 #include "acutads.h"
 #include "dbents.h"
 #include "dbobjptr.h"
-#include "layers/picking.h"
 #include "PwxTool.h"
+#include "tools/picking.h"
 
 namespace PwxTool {
 

@@ -2,9 +2,9 @@
 #include "axlock.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
-#include "layers/picking.h"
 #include "PwxTool.h"
 #include "rxmfcapi.h"
+#include "tools/picking.h"
 
 using namespace qrs::layers;
 

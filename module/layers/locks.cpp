@@ -4,8 +4,8 @@
 #include "dbsymtb.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
-#include "layers/picking.h"
 #include "PwxTool.h"
+#include "tools/picking.h"
 
 using namespace qrs::layers;
 

@@ -6,11 +6,11 @@
 #include "afxwin.h"
 #include "axlock.h"
 #include "dbobjptr.h"
-#include "layers/chain.h"
 #include "layers/contents.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
-#include "layers/picking.h"
+#include "tools/chain.h"
+#include "tools/picking.h"
 
 using namespace qrs::layers;
 

@@ -5,11 +5,11 @@
 #include "dbobjptr.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
-#include "layers/picking.h"
 #include "PipeSystemTool.h"
 #include "PwxTool.h"
 #include "qrs_kernal.h"
 #include "rxmfcapi.h"
+#include "tools/picking.h"
 
 using namespace qrs::layers;
 

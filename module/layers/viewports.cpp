@@ -8,9 +8,9 @@
 #include "dialogs/layerlistdlg.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
-#include "layers/picking.h"
 #include "PwxTool.h"
 #include "rxmfcapi.h"
+#include "tools/picking.h"
 
 using namespace qrs::layers;
 

@@ -1,3 +1,16 @@
 set(QRS_TOOLS_SOURCES
-    blockreset.cpp changeable.cpp interfacecount.cpp layertag.cpp linetypeoptimize.cpp pipeupdate.cpp textpattern.cpp
-    canal.cpp marks.cpp pipeserials.cpp runnumbers.cpp serial.cpp titleblocks.cpp wildcard.cpp)
+    blockreset.cpp
+    canal.cpp
+    changeable.cpp
+    interfacecount.cpp
+    layertag.cpp
+    linetypeoptimize.cpp
+    marks.cpp
+    picking.cpp
+    pipeserials.cpp
+    pipeupdate.cpp
+    runnumbers.cpp
+    serial.cpp
+    textpattern.cpp
+    titleblocks.cpp
+    wildcard.cpp)

@@ -1,5 +1,5 @@
 // The layer control panel.
-#include "dialogs/layercontrolbar.h"
+#include "panel/layercontrolbar.h"
 
 #include <algorithm>
 #include <utility>

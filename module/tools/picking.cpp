@@ -1,5 +1,5 @@
 // Asking for objects, and the layers they lie on.
-#include "layers/picking.h"
+#include "tools/picking.h"
 
 #include <set>
 

@@ -1,0 +1,1 @@
+set(QRS_PANEL_SOURCES layercontrolbar.cpp)
