@@ -91,7 +91,7 @@ LayerNode* CLayerPickUpDlg::target() const {
 
 void CLayerPickUpDlg::pick() {
     AcDbObjectId layer;
-    if (qrs::layers::pickLayer(L"\n请选择要提取图层的图元<退出>:", layer) != RTNORM) return;
+    if (qrs::tools::pickLayer(L"\n请选择要提取图层的图元<退出>:", layer) != RTNORM) return;
     pending_ = readLayer(layer, picked_);
     showPicked();
 }
@@ -133,7 +133,7 @@ void CLayerPickUpDlg::showTarget() {
 
 std::wstring CLayerPickUpDlg::refuseName() const {
     const CString name = makeText(picked_.name);
-    if (qrs::layers::isOfReference(picked_.name)) return L"外部参照的图层不能作为标准图层。";
+    if (qrs::tools::isOfReference(picked_.name)) return L"外部参照的图层不能作为标准图层。";
     if (group() && !group()->CanRenameLayerName(makeText(systems_->text), name))
         return L"图层 " + picked_.name + L" 已属于另一个管线系统。";
     const LayerNode* same = otherGroup() ? otherGroup()->FindLayerNodeByLayerName(name) : nullptr;

@@ -10,15 +10,16 @@
 #include "axlock.h"
 #include "dbobjptr.h"
 #include "layers/contents.h"
-#include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
 #include "PipeSystemTool.h"
 #include "qrs_kernal.h"
 #include "qrs_pipeentity.h"
 #include "rxmfcapi.h"
+#include "tools/drawing.h"
 #include "tools/picking.h"
 
 using namespace qrs::layers;
+using namespace qrs::tools;
 
 namespace {
 
@@ -54,9 +55,11 @@ AcDb::LineWeight nearestWeight(double width) {
         AcDb::kLnWt053, AcDb::kLnWt060, AcDb::kLnWt070, AcDb::kLnWt080, AcDb::kLnWt090, AcDb::kLnWt100,
         AcDb::kLnWt106, AcDb::kLnWt120, AcDb::kLnWt140, AcDb::kLnWt158, AcDb::kLnWt200, AcDb::kLnWt211};
     constexpr double kPerMillimetre = 100.0;
-    return *std::min_element(std::begin(kWeights), std::end(kWeights), [&](AcDb::LineWeight a, AcDb::LineWeight b) {
-        return std::abs(a - width * kPerMillimetre) < std::abs(b - width * kPerMillimetre);
-    });
+    const auto distance = [&](AcDb::LineWeight weight) {
+        return std::abs(static_cast<double>(weight) - width * kPerMillimetre);
+    };
+    return *std::min_element(std::begin(kWeights), std::end(kWeights),
+                             [&](AcDb::LineWeight a, AcDb::LineWeight b) { return distance(a) < distance(b); });
 }
 
 // The layer, made when the drawing lacks it, with the system's line width and linetype.

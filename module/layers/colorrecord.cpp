@@ -8,6 +8,8 @@
 
 namespace qrs::layers {
 
+using tools::Chain;
+
 namespace {
 
 // An entry of the named objects; its chain holds the name of a layer and its colour index in turn.

@@ -7,8 +7,10 @@
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
 #include "PwxTool.h"
+#include "tools/drawing.h"
 
 using namespace qrs::layers;
+using namespace qrs::tools;
 
 namespace {
 

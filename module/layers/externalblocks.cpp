@@ -15,13 +15,13 @@ bool IsExternalBlock(AcDbObjectId object) {
 }
 
 bool IsExternalBlock(const TEntitySet& object) {
-    return IsExternalBlock(qrs::layers::idOf(object));
+    return IsExternalBlock(qrs::tools::idOf(object));
 }
 
 int SelectEntityFromExternalBlock(const CString& prompt, const TEntitySet& reference, AcDbObjectId& layer) {
     for (;;) {
         const int answer = SelectNestedEntity(prompt.GetString(), reference, layer);
-        if (answer == RTERROR && qrs::layers::pickMissed()) {
+        if (answer == RTERROR && qrs::tools::pickMissed()) {
             acutPrintf(L"\n没有选中外部参照上的图元！");
         } else if (answer != RTNORM) {
             return answer;

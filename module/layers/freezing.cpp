@@ -4,9 +4,11 @@
 #include "layers/layertoolbar.h"
 #include "PwxTool.h"
 #include "rxmfcapi.h"
+#include "tools/drawing.h"
 #include "tools/picking.h"
 
 using namespace qrs::layers;
+using namespace qrs::tools;
 
 void CLayerToolBar::FrozenLayer() {
     const AcAxDocLock lock;

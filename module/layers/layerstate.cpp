@@ -2,7 +2,6 @@
 #include "layers/layerstate.h"
 
 #include "acutads.h"
-#include "dbapserv.h"
 #include "dbobjptr.h"
 #include "qrs_kernal.h"
 
@@ -42,10 +41,6 @@ void turnLayers(const AcDbObjectIdArray& layers, bool off) {
     changeLayers(
         layers, [off](const AcDbLayerTableRecord& layer) { return layer.isOff() == off; },
         [off](AcDbLayerTableRecord& layer) { layer.setIsOff(off); });
-}
-
-AcDbDatabase* workingDatabase() {
-    return acdbHostApplicationServices()->workingDatabase();
 }
 
 }  // namespace qrs::layers

@@ -5,8 +5,6 @@
 
 #include "dbsymtb.h"
 
-class AcDbDatabase;
-
 namespace qrs::layers {
 
 // Makes the editor's own layer tool bar read the layer states again and, unless the user has switched it off
@@ -24,8 +22,5 @@ void changeLayers(const AcDbObjectIdArray& layers, const std::function<bool(cons
 
 // Turns off, or on, those of the layers that are not so yet.
 void turnLayers(const AcDbObjectIdArray& layers, bool off);
-
-// The drawing the commands work on; null when none is open.
-AcDbDatabase* workingDatabase();
 
 }  // namespace qrs::layers

@@ -5,9 +5,11 @@
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
 #include "PwxTool.h"
+#include "tools/drawing.h"
 #include "tools/picking.h"
 
 using namespace qrs::layers;
+using namespace qrs::tools;
 
 namespace {
 

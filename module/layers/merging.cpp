@@ -7,12 +7,13 @@
 #include "axlock.h"
 #include "dbobjptr.h"
 #include "layers/contents.h"
-#include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
 #include "tools/chain.h"
+#include "tools/drawing.h"
 #include "tools/picking.h"
 
 using namespace qrs::layers;
+using namespace qrs::tools;
 
 namespace {
 

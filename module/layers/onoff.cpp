@@ -12,6 +12,7 @@
 #include "tools/picking.h"
 
 using namespace qrs::layers;
+using namespace qrs::tools;
 
 namespace {
 

@@ -15,8 +15,10 @@
 #include "PipeNodes.h"
 #include "PwxTool.h"
 #include "qrs_kernal.h"
+#include "tools/drawing.h"
 
 using namespace qrs::layers;
+using namespace qrs::tools;
 
 namespace {
 

@@ -12,8 +12,10 @@
 #include "PwxTool.h"
 #include "qrs_pipewire.h"
 #include "rxmfcapi.h"
+#include "tools/drawing.h"
 
 using namespace qrs::layers;
+using namespace qrs::tools;
 
 namespace {
 

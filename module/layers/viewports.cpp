@@ -6,13 +6,13 @@
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "dialogs/layerlistdlg.h"
-#include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
 #include "PwxTool.h"
 #include "rxmfcapi.h"
+#include "tools/drawing.h"
 #include "tools/picking.h"
 
-using namespace qrs::layers;
+using namespace qrs::tools;
 
 namespace {
 

@@ -15,6 +15,7 @@
 #include "rxmfcapi.h"
 #include "standard/holder.h"
 #include "standard/text.h"
+#include "tools/drawing.h"
 #include "tools/layertag.h"
 
 using namespace qrs::dialogs;
@@ -156,7 +157,7 @@ void CLayerControlBar::fill() {
         if (list_->rows[i].chosen) chosenBefore.append(listed_[i].id);
     list_->rows.clear();
     listed_.clear();
-    const AcDbLayerTablePointer table(qrs::layers::workingDatabase(), AcDb::kForRead);
+    const AcDbLayerTablePointer table(qrs::tools::workingDatabase(), AcDb::kForRead);
     if (table.openStatus() != Acad::eOk) return;
     AcDbObjectIdArray met;
     for (const Row& row : standardLayers_) {

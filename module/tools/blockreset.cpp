@@ -15,6 +15,7 @@
 #include "qrs_pipeentity.h"
 #include "qrs_select.h"
 #include "tools/changeable.h"
+#include "tools/drawing.h"
 
 namespace qrs::tools {
 namespace {

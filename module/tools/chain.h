@@ -5,11 +5,11 @@
 
 #include "acutads.h"
 
-namespace qrs::layers {
+namespace qrs::tools {
 
 struct ReleaseChain {
     void operator()(resbuf* chain) const { acutRelRb(chain); }
 };
 using Chain = std::unique_ptr<resbuf, ReleaseChain>;
 
-}  // namespace qrs::layers
+}  // namespace qrs::tools

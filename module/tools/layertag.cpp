@@ -1,19 +1,15 @@
 // Tags that tell which discipline an entity belongs to.
 #include "tools/layertag.h"
 
-#include <memory>
-#include <set>
-
 #include "acedads.h"
 #include "axlock.h"
 #include "PwxTool.h"
 #include "qrs_select.h"
+#include "tools/chain.h"
 #include "tools/changeable.h"
 
 namespace qrs::tools {
 namespace {
-
-using ResBuf = std::unique_ptr<resbuf, int (*)(resbuf*)>;
 
 constexpr int kXdataFollows = -3;  // in a filter
 
@@ -22,7 +18,7 @@ enum Outcome { kDone, kLocked, kNothingToDo, kRefused, kOutcomeCount };
 using Counts = int[kOutcomeCount];
 
 bool clear(AcDbEntity& entity) {
-    const ResBuf item(acutBuildList(AcDb::kDxfRegAppName, kLayerTagItem, RTNONE), acutRelRb);
+    const Chain item(acutBuildList(AcDb::kDxfRegAppName, kLayerTagItem, RTNONE));
     return entity.setXData(item.get()) == Acad::eOk;
 }
 
@@ -56,7 +52,7 @@ void cleanAndTell(const AcDbObjectIdArray& ids) {
 
 // Of every space, but not of block definitions.
 AcDbObjectIdArray allTagged() {
-    const ResBuf filter(acutBuildList(kXdataFollows, AcDb::kDxfRegAppName, kLayerTagItem, RTNONE), acutRelRb);
+    const Chain filter(acutBuildList(kXdataFollows, AcDb::kDxfRegAppName, kLayerTagItem, RTNONE));
     TPickEntSet all;
     all.Get(filter.get());
     return all.ids();

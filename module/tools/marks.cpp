@@ -1,34 +1,24 @@
 // Small texts in the extended data of entities, and the type marks among them.
-#include <memory>
-
 #include "acutads.h"
 #include "adsdb.h"
-#include "dbapserv.h"
 #include "dbobjptr.h"
 #include "PwxTool.h"
-#include "qrs_select.h"
+#include "tools/chain.h"
+#include "tools/drawing.h"
+#include "tools/picking.h"
+
+using namespace qrs::tools;
 
 namespace {
 
 constexpr const wchar_t* kTypeItem = L"PWX-ENT-TYPE";
 
-struct ReleaseChain {
-    void operator()(resbuf* chain) const { acutRelRb(chain); }
-};
-using Chain = std::unique_ptr<resbuf, ReleaseChain>;
-
 void registerApplication(const wchar_t* name) {
     {
-        const AcDbRegAppTablePointer table(acdbHostApplicationServices()->workingDatabase());
+        const AcDbRegAppTablePointer table(workingDatabase());
         if (table.openStatus() == Acad::eOk && table->has(name)) return;
     }
     acdbRegApp(name);
-}
-
-AcDbObjectId idOf(const TEntitySet& entity) {
-    AcDbObjectId id;
-    acdbGetObjectId(id, entity.ent);
-    return id;
 }
 
 }  // namespace

@@ -8,11 +8,11 @@
 #include "adsdb.h"
 #include "afxstr.h"
 #include "dbobjptr.h"
-#include "layers/layerstate.h"
 #include "PwxTool.h"
 #include "qrs_pipeentity.h"
+#include "tools/drawing.h"
 
-namespace qrs::layers {
+namespace qrs::tools {
 
 namespace {
 
@@ -107,4 +107,4 @@ bool isOfReference(const std::wstring& layerName) {
     return layerName.find(L'|') != std::wstring::npos;
 }
 
-}  // namespace qrs::layers
+}  // namespace qrs::tools

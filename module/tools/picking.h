@@ -6,7 +6,7 @@
 #include "dbsymtb.h"
 #include "qrs_select.h"
 
-namespace qrs::layers {
+namespace qrs::tools {
 
 // One object; asks again as long as nothing lies where the user picks. RTNORM; RTNONE after Enter, RTCAN after Esc.
 int pickObject(const std::wstring& prompt, TEntitySet& picked);
@@ -47,4 +47,4 @@ bool isLocked(AcDbObjectId layer);
 // Whether it came with an external reference: such layers have the name of the reference, "|" and their own name.
 bool isOfReference(const std::wstring& layerName);
 
-}  // namespace qrs::layers
+}  // namespace qrs::tools

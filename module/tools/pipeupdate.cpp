@@ -14,6 +14,7 @@
 #include "standard/holder.h"
 #include "standard/text.h"
 #include "tools/changeable.h"
+#include "tools/drawing.h"
 
 namespace qrs::tools {
 namespace {

@@ -2,6 +2,7 @@ set(QRS_TOOLS_SOURCES
     blockreset.cpp
     canal.cpp
     changeable.cpp
+    drawing.cpp
     interfacecount.cpp
     layertag.cpp
     linetypeoptimize.cpp

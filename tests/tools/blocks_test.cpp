@@ -1,6 +1,6 @@
 // Blocks rebuilt from chosen entities.
 #include "commands.h"
-#include "tools/changeable.h"
+#include "tools/drawing.h"
 
 namespace qrs::test {
 
