@@ -7,7 +7,6 @@
 #include "acedads.h"
 #include "acutads.h"
 #include "dialogs/settingfiles.h"
-#include "frame/startup.h"
 #include "host/platform/dialog.h"
 #include "host/platform/files.h"
 #include "standard/startup.h"
@@ -25,11 +24,6 @@ void tellNothingExported() {
     acutPrintf(L"没有找到导出的文件，请确认首先进行导出设置。\n");
 }
 
-void reloadStandard() {
-    standard::reloadCurrentStandard();
-    if (frame::layerPanel().refresh) frame::layerPanel().refresh();
-}
-
 }  // namespace
 
 void importSettings(const std::wstring& folder) {
@@ -44,7 +38,7 @@ void importSettings(const std::wstring& folder) {
             if (copyBack(folder, name) && group == kShortcuts) hasNewShortcuts = true;
         if (group != kLayers) continue;
         copyStandardsBack(folder);
-        reloadStandard();
+        standard::reloadCurrentStandard();
     }
     acutPrintf(L"已经完成导入设置。\n");
     if (hasNewShortcuts) acutPrintf(L"您更新了acad.pgp文件。需要重新启动ACAD才能生效。\n");

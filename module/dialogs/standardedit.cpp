@@ -5,7 +5,6 @@
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "dbsymtb.h"
-#include "frame/startup.h"
 #include "host/platform/codepage.h"
 #include "PwxTool.h"
 #include "standard/holder.h"
@@ -65,7 +64,6 @@ bool StandardEdit::save() {
     standard::convertOldSystemNames();
     standard::applyObjectColors();
     standard::initLayerMaps();
-    if (const frame::LayerPanel& panel = frame::layerPanel(); panel.window && panel.refresh) panel.refresh();
     return true;
 }
 

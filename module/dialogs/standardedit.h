@@ -15,8 +15,8 @@ class StandardEdit {
     standard::Standard& standard() { return copy_; }
 
     // Writes the copy to the file of the current standard and makes it the current one: old names, object colours and
-    // layer look-up follow, and a layer control panel that is open. False, with one message box, when the file cannot
-    // be written; the file, the current standard and the copy are then as they were. At most once true.
+    // layer look-up follow. False, with one message box, when the file cannot be written; the file, the current
+    // standard and the copy are then as they were. At most once true.
     bool save();
 
   private:

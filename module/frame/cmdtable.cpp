@@ -31,7 +31,7 @@ const CommandRow commandTable[kCommandCount] = {
     {L"dcsz", &command<dialogs::dcsz>, 4},
     {L"drsz", &command<dialogs::drsz>, 4},
     {L"SetAllPipeLayOpen", &command<layerCommand<&CLayerToolBar::SetAllPipeLayOpen>>, 1},
-    {L"tckz", &command<dialogs::tckz>, 2},
+    {L"tckz", &command<CLayerControlBar::Toggle>, 2},
     {L"gpsbs", &command<gpsbs>, 2},
     {L"CleanOvraLayTag", &command<tools::cleanArchitectureTags>, 2},
     {L"UnLockSelLayer", &command<layerCommand<&CLayerToolBar::UnLockSelLayer>>, 2},

@@ -1,6 +1,7 @@
 // Start-up and tear-down, step by step.
 #include "frame/startup.h"
 
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -13,6 +14,7 @@
 #include "frame/specdata.h"
 #include "host/platform/callrecord.h"
 #include "layers/layertoolbar.h"
+#include "panel/layercontrolbar.h"
 #include "PipeSystemTool.h"
 #include "qrs_public.h"
 #include "standard/startup.h"
@@ -161,8 +163,10 @@ const Step startSteps[] = {
 
 // Not the start-up backwards: the documents' entries outlive the standard, and the command reactor goes last, so that
 // it hears of everything until the module is gone.
-const Step endSteps[] = {removeCommands,   deleteToolBar,  closeLayerPanel, releaseStandard,
-                         deleteDocGlobals, writeAlignType, removeCmdReactor};
+const Step endSteps[] = {
+    removeCommands,   deleteToolBar,  CLayerControlBar::Close, releaseStandard,
+    deleteDocGlobals, writeAlignType, removeCmdReactor,
+};
 
 AcApDocument* currentDocument() {
     AcApDocManager* manager = acDocManager;
@@ -170,19 +174,6 @@ AcApDocument* currentDocument() {
 }
 
 }  // namespace
-
-LayerPanel& layerPanel() {
-    static LayerPanel panel;
-    return panel;
-}
-
-void closeLayerPanel() {
-    LayerPanel& panel = layerPanel();
-    if (!panel.window) return;
-    acedRemoveFilterWinMsg(panel.filter);
-    if (IsWindow(panel.window->GetSafeHwnd())) panel.window->DestroyWindow();
-    panel = LayerPanel();
-}
 
 void startUp() {
     for (const Step step : startSteps)

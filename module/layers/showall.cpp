@@ -5,7 +5,6 @@
 #include "acutads.h"
 #include "axlock.h"
 #include "dbobjptr.h"
-#include "frame/startup.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
 #include "PipeSystemTool.h"
@@ -80,6 +79,5 @@ void CLayerToolBar::SetAllPipeLayOpen() {
     turnAllLayersOn(database);
     showAllSystems(database);
     UpdateGraphic(showHiddenObjects(database));
-    if (const qrs::frame::LayerPanel& panel = qrs::frame::layerPanel(); panel.window && panel.refresh) panel.refresh();
     acedUpdateDisplay();
 }

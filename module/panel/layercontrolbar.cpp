@@ -2,13 +2,13 @@
 #include "panel/layercontrolbar.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "acutads.h"
 #include "axlock.h"
 #include "dbapserv.h"
 #include "dbobjptr.h"
-#include "frame/startup.h"
 #include "host/platform/dialog.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
@@ -61,13 +61,7 @@ BOOL passMessage(MSG*) {
     return FALSE;
 }
 
-CLayerControlBar* shownPanel() {
-    return static_cast<CLayerControlBar*>(qrs::frame::layerPanel().window.get());
-}
-
-void refreshPanel() {
-    if (CLayerControlBar* panel = shownPanel()) panel->Refresh();
-}
+std::unique_ptr<CLayerControlBar> thePanel;
 
 std::wstring wide(const CString& text) {
     return std::wstring(view(text));
@@ -76,16 +70,25 @@ std::wstring wide(const CString& text) {
 }  // namespace
 
 void CLayerControlBar::Toggle() {
-    qrs::frame::LayerPanel& panel = qrs::frame::layerPanel();
-    if (panel.window) return qrs::frame::closeLayerPanel();
-    auto bar = std::make_unique<CLayerControlBar>();
-    if (!bar->Create(nullptr, kTitle, 0, RECT{0, 0, 0, 0}, nullptr, 0)) return;
-    CLayerControlBar* const shown = bar.get();
-    panel.window = std::move(bar);
-    panel.filter = passMessage;
-    panel.refresh = refreshPanel;
+    if (thePanel) return Close();
+    auto panel = std::make_unique<CLayerControlBar>();
+    if (!panel->Create(nullptr, kTitle, 0, RECT{0, 0, 0, 0}, nullptr, 0)) return;
+    thePanel = std::move(panel);
     acedRegisterFilterWinMsg(passMessage);
-    shown->run();
+    thePanel->run();
+}
+
+void CLayerControlBar::Close() {
+    if (!thePanel) return;
+    acedRemoveFilterWinMsg(passMessage);
+    if (IsWindow(thePanel->GetSafeHwnd())) thePanel->DestroyWindow();
+    thePanel.reset();
+}
+
+void CLayerControlBar::Refresh() {
+    if (!thePanel || !thePanel->list_) return;
+    thePanel->readStandard();
+    thePanel->fill();
 }
 
 void CLayerControlBar::run() {
@@ -175,11 +178,6 @@ void CLayerControlBar::fill() {
     }
 }
 
-void CLayerControlBar::Refresh() {
-    readStandard();
-    if (list_) fill();
-}
-
 void CLayerControlBar::change(const StateButton& button) {
     const AcAxDocLock lock;
     if (lock.lockStatus() != Acad::eOk) return;
@@ -193,8 +191,4 @@ void CLayerControlBar::change(const StateButton& button) {
             acutPrintf(L"\n图层 %s 不能改变。\n", listed_[i].name.c_str());
     }
     fill();
-}
-
-void qrs::dialogs::tckz() {
-    CLayerControlBar::Toggle();
 }

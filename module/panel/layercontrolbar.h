@@ -7,13 +7,15 @@
 #include "dialogs/layerfields.h"
 
 // The panel. Where it is asked as text, it lists the layers when it is shown and takes answers until it is closed;
-// it then counts as shown until the command hides it.
+// it then counts as open until the command hides it. There is at most one.
 class CLayerControlBar : public CWnd {
   public:
-    // Shows the panel when there is none, else hides it. The command tckz.
+    // Opens the panel when there is none, else closes it. The command tckz.
     static void Toggle();
-    // Reads the layers' states again.
-    void Refresh();
+    // Takes its filter out of the editor's message loop and destroys its window; nothing happens while there is none.
+    static void Close();
+    // Lists the layers anew when the panel is shown: the standard or their states may have changed.
+    static void Refresh();
 
   private:
     struct Row {
@@ -36,10 +38,3 @@ class CLayerControlBar : public CWnd {
     qrs::platform::Control* list_ = nullptr;
     bool changed_ = false;  // a state, since the panel was shown
 };
-
-namespace qrs::dialogs {
-
-// The command tckz.
-void tckz();
-
-}  // namespace qrs::dialogs

@@ -3,7 +3,6 @@
 #include "dbsymtb.h"
 #include "dialogs/layerlistdlg.h"
 #include "dialogs/layerpickupdlg.h"
-#include "frame/startup.h"
 #include "PipeSystemTool.h"
 #include "PwxTool.h"
 #include "settings_support.h"
@@ -56,14 +55,6 @@ class Dialogs : public Frame {
         AcDbObjectIdArray all;
         PwxTool::GetAllLayerIds(database(), all);
         return all;
-    }
-    bool layerIs(const wchar_t* name, bool (AcDbLayerTableRecord::*has)() const) const {
-        const AcDbLayerTablePointer table(database(), AcDb::kForRead);
-        AcDbLayerTableRecord* record = nullptr;
-        if (table->getAt(name, record, AcDb::kForRead) != Acad::eOk) return false;
-        const bool result = (record->*has)();
-        record->close();
-        return result;
     }
 
   private:
@@ -181,26 +172,6 @@ TEST_F(Dialogs, ASettingsFileThatCannotBeWrittenIsTold) {
     EXPECT_EQ(count(terminal.transcript, L"不能保存管线系统标准："), 1u) << platform::toUtf8(terminal.transcript);
     EXPECT_EQ(fileBytes(), before);
     EXPECT_DOUBLE_EQ(PipeSystemTool::GetPipeLineWidth(L"生活给水"), 0.5);
-}
-
-TEST_F(Dialogs, ThePanelShowsStatesAndChangesThem) {
-    run({L"tckz", L"给排-*", L"开", L"解冻", L"解锁", L"给排-*=0", L"给排-生活给水-立管", L"关", L"锁定", L"系统=雨水",
-         L"给排-雨水-管线", L"冻结", L"确定"});
-    EXPECT_NE(terminal.transcript.find(L"[ ] 给排-生活给水-管线  开 锁定  3"), std::wstring::npos)
-        << terminal.transcript;
-    EXPECT_FALSE(layerIs(L"给排-生活给水-管线", &AcDbLayerTableRecord::isLocked));
-    EXPECT_TRUE(layerIs(L"给排-生活给水-立管", &AcDbLayerTableRecord::isOff));
-    EXPECT_TRUE(layerIs(L"给排-生活给水-立管", &AcDbLayerTableRecord::isLocked));
-    EXPECT_TRUE(layerIs(L"给排-雨水-管线", &AcDbLayerTableRecord::isFrozen));
-    EXPECT_FALSE(layerIs(L"新给水", &AcDbLayerTableRecord::isOff));
-    // Shown, then hidden; then a button that runs a command, and unloading with the panel open.
-    EXPECT_TRUE(frame::layerPanel().window);
-    run({L"tckz"});
-    EXPECT_FALSE(frame::layerPanel().window);
-    run({L"tckz", L"全部显示", L"锁选中层", L"(handent \"100\")", L"", L"确定"});
-    EXPECT_FALSE(layerIs(L"给排-生活给水-立管", &AcDbLayerTableRecord::isOff));
-    EXPECT_TRUE(layerIs(L"新给水", &AcDbLayerTableRecord::isLocked)) << terminal.transcript;
-    EXPECT_TRUE(frame::layerPanel().window);
 }
 
 }  // namespace qrs::test

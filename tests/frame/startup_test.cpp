@@ -1,5 +1,4 @@
 // Start-up over what is there and what is missing; the files it reads.
-#include "frame/startup.h"
 #include "accmd.h"
 #include "FontTool.h"
 #include "frame/specdata.h"
@@ -134,27 +133,6 @@ TEST_F(StartUp, AValueThatCannotBeSavedIsToldOnce) {
     unload();
     EXPECT_EQ(count(terminal.transcript, message), 0u) << "nothing is lost this time";
     EXPECT_EQ(g_nAlignTypeForVPipeDim4, 3);
-}
-
-TEST_F(StartUp, TheLayerPanelListsAnewAndClosesWithItsFilterAtUnload) {
-    open(drawingText({{"0"}}, {{"0"}}));
-    load();
-    frame::LayerPanel& panel = frame::layerPanel();
-    panel.window = std::make_unique<CWnd>();
-    panel.filter = [](MSG*) -> BOOL { return FALSE; };
-    ASSERT_TRUE(panel.window->Create(nullptr, L"图层控制", 0, RECT{}, nullptr, 1));
-    const HWND window = panel.window->GetSafeHwnd();
-    ASSERT_TRUE(acedRegisterFilterWinMsg(panel.filter));
-    const AcedFilterWinMsgFn filter = panel.filter;
-    static int timesListed;
-    timesListed = 0;
-    panel.refresh = [] { ++timesListed; };
-    run({L"SetAllPipeLayOpen"});
-    EXPECT_EQ(timesListed, 1);
-    unload();
-    EXPECT_EQ(frame::layerPanel().window, nullptr);
-    EXPECT_FALSE(IsWindow(window));
-    EXPECT_FALSE(acedRemoveFilterWinMsg(filter));
 }
 
 TEST_F(StartUp, FilesAreFoundInTheSystemFolderFirst) {
