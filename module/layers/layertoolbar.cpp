@@ -1,15 +1,16 @@
 // The one object of the layer commands.
 #include "layers/layertoolbar.h"
 
+#include "host/platform/callrecord.h"
+
 namespace {
 
 CLayerToolBar* theToolBar = nullptr;
-int timesMade = 0;
 
 }  // namespace
 
 CLayerToolBar::CLayerToolBar() {
-    ++timesMade;
+    qrs::platform::recordCall("CLayerToolBar::CLayerToolBar");
 }
 
 CLayerToolBar& CLayerToolBar::Instance() {
@@ -20,8 +21,4 @@ CLayerToolBar& CLayerToolBar::Instance() {
 void CLayerToolBar::Release() {
     delete theToolBar;
     theToolBar = nullptr;
-}
-
-int CLayerToolBar::TimesMade() {
-    return timesMade;
 }

@@ -13,8 +13,6 @@ class CLayerToolBar {
     static CLayerToolBar& Instance();
     // Deletes it, if it was made.
     static void Release();
-    // How many were made since the module came into the process.
-    static int TimesMade();
 
     // --- on and off
     // Asks for objects one by one and turns their layers off; of a pipe layer also the layer of its diameter texts.
