@@ -85,11 +85,6 @@ std::wstring refuseColor(const std::wstring& text) {
     return parseColorText(text, ignored) ? L"" : L"颜色应为 1 到 255、\"红,绿,蓝\"、随层或随块。";
 }
 
-std::wstring refuseLineWeight(const std::wstring& text) {
-    Adesk::Int32 ignored = 0;
-    return parseLineWeightText(text, ignored) ? L"" : L"没有这个线宽。";
-}
-
 std::vector<std::wstring> linetypeNames() {
     std::vector<std::wstring> names = {L"Continuous"};
     std::vector<LinetypeNode> linetypes;

@@ -23,9 +23,8 @@ std::vector<std::wstring> lineWeightTexts();
 
 // Why no layer can have the name, one sentence; empty when one can.
 std::wstring refuseLayerName(const std::wstring& name);
-// Why the text is no colour, or no lineweight.
+// Why the text is no colour.
 std::wstring refuseColor(const std::wstring& text);
-std::wstring refuseLineWeight(const std::wstring& text);
 
 // Names of linetypes that a layer may be given.
 std::vector<std::wstring> linetypeNames();
