@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "aced.h"
-#include "dialogs/layerfields.h"
+#include "layers/layerfields.h"
 #include "standard/text.h"
 
 using namespace qrs::dialogs;

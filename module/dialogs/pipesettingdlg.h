@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "afxwin.h"
-#include "dialogs/standardedit.h"
+#include "standard/standardedit.h"
 
 // Works on a copy. OK writes the standard file and makes the copy the current standard; a file that cannot be written
 // is told in one message and the dialog stays open. Cancel leaves file and standard as they were.

@@ -2,11 +2,7 @@ set(QRS_DIALOGS_SOURCES
     exportsetting.cpp
     importsetting.cpp
     layerdefdlg.cpp
-    layerfields.cpp
-    layerlistdlg.cpp
-    layerpickupdlg.cpp
     pipesettingdlg.cpp
     pipesystemdlg.cpp
     settingfiles.cpp
-    settingoptions.cpp
-    standardedit.cpp)
+    settingoptions.cpp)

@@ -5,7 +5,7 @@
 #include "axlock.h"
 #include "dbents.h"
 #include "dbobjptr.h"
-#include "dialogs/layerlistdlg.h"
+#include "layers/layerlistdlg.h"
 #include "layers/layertoolbar.h"
 #include "PwxTool.h"
 #include "rxmfcapi.h"

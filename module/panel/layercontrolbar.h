@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "afxwin.h"
-#include "dialogs/layerfields.h"
+#include "layers/layerfields.h"
 
 // The panel. Where it is asked as text, it lists the layers when it is shown and takes answers until it is closed;
 // it then counts as open until the command hides it. There is at most one.

@@ -19,6 +19,7 @@ set(QRS_STANDARD_SOURCES
     queries_sizes.cpp
     queries_systems.cpp
     selection.cpp
+    standardedit.cpp
     standardreader.cpp
     standardwriter.cpp
     startup.cpp

@@ -1,8 +1,8 @@
 // The module's dialogs over the standard and the drawing, answered by scripts.
 #include "afxwin.h"
 #include "dbsymtb.h"
-#include "dialogs/layerlistdlg.h"
-#include "dialogs/layerpickupdlg.h"
+#include "layers/layerlistdlg.h"
+#include "layers/layerpickupdlg.h"
 #include "PipeSystemTool.h"
 #include "PwxTool.h"
 #include "settings_support.h"

@@ -14,7 +14,7 @@ CASES = (
     ("host/editor/x.cpp", '#include "PwxTool.h"', "must not include"),
     ("console/x.cpp", '#include "host/dxf/drawing.h"', "must not include"),
     ("module/standard/x.cpp", '#include "frame/startup.h"', "must not include"),
-    ("module/tools/x.cpp", '#include "layers/picking.h"', "must not include"),
+    ("module/tools/x.cpp", '#include "layers/layerstate.h"', "must not include"),
     ("module/layers/x.cpp", '#include "host/pick/scene.h"', "must not include"),
     ("module/layers/x.cpp", '#include "host/editor/hostselect.h"', "must not include"),
     ("examples/sibling/x.cpp", '#include "module/standard/holder.h"', "must not include"),

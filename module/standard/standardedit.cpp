@@ -1,5 +1,5 @@
 // Editing the current standard on a copy, and making the copy the current standard.
-#include "dialogs/standardedit.h"
+#include "standard/standardedit.h"
 
 #include "afxwin.h"
 #include "dbapserv.h"

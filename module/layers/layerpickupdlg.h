@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "afxwin.h"
-#include "dialogs/layerfields.h"
-#include "dialogs/standardedit.h"
+#include "layers/layerfields.h"
+#include "standard/standardedit.h"
 
 // The user picks an object, chooses the group, the system and the layer type that are to get the name, colour, linetype
 // and lineweight of its layer, or some of them, and applies them, as often as wanted. OK also applies what was picked

@@ -1,7 +1,7 @@
 // Dialogs in which layers of a drawing are chosen from a list.
-#include "dialogs/layerlistdlg.h"
+#include "layers/layerlistdlg.h"
 
-#include "dialogs/layerfields.h"
+#include "layers/layerfields.h"
 
 using namespace qrs::dialogs;
 using qrs::platform::ListKind;

@@ -1,5 +1,5 @@
 // Settings of layers as dialogs show and take them.
-#include "dialogs/layerfields.h"
+#include "layers/layerfields.h"
 
 #include <algorithm>
 

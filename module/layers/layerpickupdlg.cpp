@@ -1,5 +1,5 @@
 // The dialog that takes the settings of an object's layer over into a layer of the standard.
-#include "dialogs/layerpickupdlg.h"
+#include "layers/layerpickupdlg.h"
 
 #include <algorithm>
 
