@@ -8,21 +8,11 @@
 #include "layers/layerfields.h"
 #include "standard/text.h"
 
-using namespace qrs::dialogs;
+using namespace qrs::layers;
 using namespace qrs::platform;
+using qrs::standard::makeText;
 using qrs::standard::view;
-
-namespace {
-
-std::wstring wide(const CString& text) {
-    return std::wstring(view(text));
-}
-
-CString text(const std::wstring& wideText) {
-    return qrs::standard::makeText(wideText);
-}
-
-}  // namespace
+using qrs::standard::wide;
 
 bool AskText(LPCWSTR title, LPCWSTR caption, std::wstring& asked,
              std::function<std::wstring(const std::wstring&)> refuse) {
@@ -68,12 +58,12 @@ void CLayerDefDlg::OnOK() {
         AfxMessageBox(refusal.c_str(), MB_OK | MB_ICONEXCLAMATION);
         return;
     }
-    layer_.LayerName = text(name_->text);
+    layer_.LayerName = makeText(name_->text);
     parseColorText(color_->text, layer_.LayerColor);
-    layer_.LineStyle = text(linetype_->text);
+    layer_.LineStyle = makeText(linetype_->text);
     parseLineWeightText(weight_->text, layer_.LineWeight);
     layer_.CanPlot = plots_->checked;
-    layer_.Remark = text(remark_->text);
+    layer_.Remark = makeText(remark_->text);
     CDialog::OnOK();
 }
 
@@ -118,7 +108,7 @@ void CLayerDefListDlg::list(std::size_t chosen) {
 
 // Systems may share a layer inside, but not with one another: what lies on it would belong to either.
 std::wstring CLayerDefListDlg::refuseName(const LayerNode* layer, const std::wstring& name) const {
-    const CString wanted = text(name);
+    const CString wanted = makeText(name);
     if (group_ && !group_->CanRenameLayerName(system_->PipeName, wanted))
         return L"图层 " + name + L" 已属于另一个管线系统。";
     const LayerNode* same = others_ ? others_->FindLayerNodeByLayerName(wanted) : nullptr;
@@ -143,7 +133,7 @@ void CLayerDefListDlg::add() {
     };
     if (!AskText(L"新建图层", L"图层类型", type, refuseType)) return;
     auto layer = std::make_unique<LayerNode>();
-    layer->LayerType = text(type);
+    layer->LayerType = makeText(type);
     layer->LayerColor.setColorIndex(7);
     layer->LineStyle = L"Continuous";
     layer->CanDel = true;

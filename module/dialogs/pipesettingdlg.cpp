@@ -1,7 +1,6 @@
 // The pipe settings dialog: the systems and layers of the current standard.
 #include "dialogs/pipesettingdlg.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "axlock.h"
@@ -14,24 +13,13 @@
 using namespace qrs::dialogs;
 using namespace qrs::platform;
 using qrs::standard::makeText;
-using qrs::standard::view;
+using qrs::standard::StandardEdit;
+using qrs::standard::wide;
 
 namespace {
 
-std::wstring wide(const CString& text) {
-    return std::wstring(view(text));
-}
-
 void tell(const std::wstring& message) {
     AfxMessageBox(message.c_str(), MB_OK | MB_ICONEXCLAMATION);
-}
-
-// The first node of that name; null when there is none.
-template <class Node>
-Node* named(const std::vector<std::unique_ptr<Node>>& nodes, const std::wstring& name) {
-    const auto found =
-        std::find_if(nodes.begin(), nodes.end(), [&](const auto& node) { return view(node->GroupName()) == name; });
-    return found != nodes.end() ? found->get() : nullptr;
 }
 
 template <class Node>
@@ -85,7 +73,7 @@ CPipeSettingDlg::CPipeSettingDlg(std::unique_ptr<StandardEdit> edit, bool editab
     : CDialog(L"管线系统设置"), edit_(std::move(edit)), editable_(editable), updatesDrawing_(updatesDrawing) {}
 
 PipeGroupNode* CPipeSettingDlg::group() const {
-    return named(edit_->standard().groups, groups_->text);
+    return edit_->group(groups_->text);
 }
 
 PipeNode* CPipeSettingDlg::chosenSystem() const {
@@ -189,7 +177,7 @@ void CPipeSettingDlg::moveSystem(bool up) {
 }
 
 void CPipeSettingDlg::editOtherLayers() {
-    OtherLayerNode* layers = named(edit_->standard().otherLayers, others_->text);
+    OtherLayerNode* layers = edit_->otherLayers(others_->text);
     if (!layers) return;
     OtherLayerNode copy;
     copy.CopyFrom(layers);
@@ -202,7 +190,7 @@ void CPipeSettingDlg::editOtherLayers() {
 void CPipeSettingDlg::OnOK() {
     if (changed_ && editable_) {
         if (!edit_->save()) return;
-        if (updatesDrawing_) updateDrawingLayers();
+        if (updatesDrawing_) qrs::standard::updateDrawingLayers();
     }
     CDialog::OnOK();
 }

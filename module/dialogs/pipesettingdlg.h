@@ -11,7 +11,7 @@
 class CPipeSettingDlg : public CDialog {
   public:
     // editable: false only shows. updatesDrawing: with OK the drawing's layers take over what changed.
-    CPipeSettingDlg(std::unique_ptr<qrs::dialogs::StandardEdit> edit, bool editable, bool updatesDrawing);
+    CPipeSettingDlg(std::unique_ptr<qrs::standard::StandardEdit> edit, bool editable, bool updatesDrawing);
 
   protected:
     BOOL OnInitDialog() override;
@@ -30,7 +30,7 @@ class CPipeSettingDlg : public CDialog {
     void moveSystem(bool up);
     void editOtherLayers();
 
-    std::unique_ptr<qrs::dialogs::StandardEdit> edit_;
+    std::unique_ptr<qrs::standard::StandardEdit> edit_;
     bool editable_;
     bool updatesDrawing_;
     bool changed_ = false;

@@ -12,6 +12,7 @@
 using namespace qrs::platform;
 using qrs::standard::makeText;
 using qrs::standard::view;
+using qrs::standard::wide;
 
 namespace {
 
@@ -39,8 +40,8 @@ constexpr SystemField kFields[] = {
 };
 
 std::wstring textOf(const PipeNode& system, const SystemField& field) {
-    if (field.text) return std::wstring(view(system.*field.text));
-    if (field.real) return std::wstring(view(qrs::standard::formatReal(system.*field.real)));
+    if (field.text) return wide(system.*field.text);
+    if (field.real) return wide(qrs::standard::formatReal(system.*field.real));
     return std::to_wstring(system.*field.integer);
 }
 
@@ -96,7 +97,7 @@ std::wstring CPipeSystemDlg::RefuseName(const PipeGroupNode& group, const PipeNo
 
 BOOL CPipeSystemDlg::OnInitDialog() {
     fields_.clear();
-    name_ = &form().addEdit(L"系统名", std::wstring(view(system_.PipeName)));
+    name_ = &form().addEdit(L"系统名", wide(system_.PipeName));
     name_->enabled = group_.CanRename() && system_.CanName;
     name_->refuse = [this](const std::wstring& name) { return RefuseName(group_, &system_, name); };
     const std::vector<std::wstring> offered = materials();

@@ -8,7 +8,9 @@
 #include "standard/text.h"
 #include "standard/values.h"
 
-namespace qrs::dialogs {
+namespace qrs::layers {
+
+using standard::wide;
 
 namespace {
 
@@ -19,10 +21,6 @@ constexpr std::size_t kLongestName = 255;
 // Lineweights of the editor, hundredths of a millimetre, behind its three special ones.
 constexpr Adesk::Int32 kLineWeights[] = {-3, -1, -2, 0,  5,  9,  13,  15,  18,  20,  25,  30,  35, 40,
                                          50, 53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
-
-std::wstring wide(const CString& text) {
-    return std::wstring(standard::view(text));
-}
 
 std::wstring linetypeName(AcDbObjectId id) {
     const AcDbObjectPointer<AcDbLinetypeTableRecord> linetype(id, AcDb::kForRead);
@@ -121,4 +119,4 @@ std::vector<std::wstring> layerCells(const DrawnLayer& layer) {
     return {layer.name, state, colorText(layer.color), layer.linetype};
 }
 
-}  // namespace qrs::dialogs
+}  // namespace qrs::layers

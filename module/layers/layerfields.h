@@ -8,7 +8,7 @@
 #include "dbsymtb.h"
 #include "PipeNodes.h"
 
-namespace qrs::dialogs {
+namespace qrs::layers {
 
 // "red" colours and their like are shown as standard files write them, but "随层" and "随块" by name.
 std::wstring colorText(const AcCmColor& color);
@@ -48,4 +48,4 @@ bool readLayer(AcDbObjectId layer, DrawnLayer& out);
 std::vector<std::wstring> layerCells(const DrawnLayer& layer);
 const std::vector<std::wstring>& layerColumns();
 
-}  // namespace qrs::dialogs
+}  // namespace qrs::layers

@@ -3,7 +3,7 @@
 
 #include "layers/layerfields.h"
 
-using namespace qrs::dialogs;
+using namespace qrs::layers;
 using qrs::platform::ListKind;
 
 CLayerListDlg::CLayerListDlg(LPCWSTR title, LPCWSTR listCaption, const AcDbObjectIdArray& layers,

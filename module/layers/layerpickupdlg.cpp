@@ -1,24 +1,20 @@
 // The dialog that takes the settings of an object's layer over into a layer of the standard.
 #include "layers/layerpickupdlg.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "standard/text.h"
 #include "tools/picking.h"
 
-using namespace qrs::dialogs;
+using namespace qrs::layers;
 using namespace qrs::platform;
 using qrs::standard::makeText;
-using qrs::standard::view;
+using qrs::standard::wide;
 
 namespace {
 
 enum Taken { kName, kColor, kLinetype, kLineWeight };
 const wchar_t* const takenCaptions[] = {L"取图层名", L"取颜色", L"取线型", L"取线宽"};
-
-std::wstring wide(const CString& text) {
-    return std::wstring(view(text));
-}
 
 std::wstring settingsText(const std::wstring& name, const AcCmColor& color, const std::wstring& linetype,
                           Adesk::Int32 weight) {
@@ -30,19 +26,12 @@ void offer(Control& combo, std::vector<std::wstring> choices) {
     combo.choices = std::move(choices);
 }
 
-template <class Node>
-Node* named(const std::vector<std::unique_ptr<Node>>& nodes, const std::wstring& name) {
-    const auto found =
-        std::find_if(nodes.begin(), nodes.end(), [&](const auto& node) { return view(node->GroupName()) == name; });
-    return found != nodes.end() ? found->get() : nullptr;
-}
-
 }  // namespace
 
 CLayerPickUpDlg::CLayerPickUpDlg() : CDialog(L"图层提取") {}
 
 INT_PTR CLayerPickUpDlg::DoModal() {
-    edit_ = StandardEdit::begin();
+    edit_ = qrs::standard::StandardEdit::begin();
     return edit_ ? CDialog::DoModal() : IDCANCEL;
 }
 
@@ -72,11 +61,11 @@ BOOL CLayerPickUpDlg::OnInitDialog() {
 }
 
 PipeGroupNode* CLayerPickUpDlg::group() const {
-    return named(edit_->standard().groups, groups_->text);
+    return edit_->group(groups_->text);
 }
 
 OtherLayerNode* CLayerPickUpDlg::otherGroup() const {
-    return group() ? nullptr : named(edit_->standard().otherLayers, groups_->text);
+    return group() ? nullptr : edit_->otherLayers(groups_->text);
 }
 
 PipeNode* CLayerPickUpDlg::system() const {

@@ -35,8 +35,8 @@ class CLayerPickUpDlg : public CDialog {
     std::wstring refuseName() const;
     bool apply();
 
-    std::unique_ptr<qrs::dialogs::StandardEdit> edit_;
-    qrs::dialogs::DrawnLayer picked_;
+    std::unique_ptr<qrs::standard::StandardEdit> edit_;
+    qrs::layers::DrawnLayer picked_;
     bool pending_ = false;  // picked and not applied yet
     bool changed_ = false;
     qrs::platform::Control* pickedLabel_ = nullptr;

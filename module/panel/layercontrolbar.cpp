@@ -18,9 +18,10 @@
 #include "tools/drawing.h"
 #include "tools/layertag.h"
 
-using namespace qrs::dialogs;
+using namespace qrs::layers;
 using namespace qrs::platform;
 using qrs::standard::view;
+using qrs::standard::wide;
 
 struct CLayerControlBar::StateButton {
     const wchar_t* caption;
@@ -63,10 +64,6 @@ BOOL passMessage(MSG*) {
 
 std::unique_ptr<CLayerControlBar> thePanel;
 
-std::wstring wide(const CString& text) {
-    return std::wstring(view(text));
-}
-
 }  // namespace
 
 void CLayerControlBar::Toggle() {
@@ -106,7 +103,7 @@ void CLayerControlBar::run() {
     showDialog(dialog);
     systems_ = list_ = nullptr;
     // Once for all that was changed: it is typed when the command has ended.
-    if (std::exchange(changed_, false)) qrs::layers::refreshLayerState();
+    if (std::exchange(changed_, false)) refreshLayerState();
 }
 
 void CLayerControlBar::addButtons(Dialog& dialog) {

@@ -33,8 +33,8 @@ class CLayerControlBar : public CWnd {
     void change(const StateButton& button);
 
     std::vector<Row> standardLayers_;
-    std::vector<qrs::dialogs::DrawnLayer> listed_;  // by row of the list
-    qrs::platform::Control* systems_ = nullptr;     // null while the panel takes no answers
+    std::vector<qrs::layers::DrawnLayer> listed_;  // by row of the list
+    qrs::platform::Control* systems_ = nullptr;    // null while the panel takes no answers
     qrs::platform::Control* list_ = nullptr;
     bool changed_ = false;  // a state, since the panel was shown
 };

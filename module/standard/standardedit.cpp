@@ -1,6 +1,10 @@
 // Editing the current standard on a copy, and making the copy the current standard.
 #include "standard/standardedit.h"
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 #include "afxwin.h"
 #include "dbapserv.h"
 #include "dbobjptr.h"
@@ -11,7 +15,7 @@
 #include "standard/startup.h"
 #include "standard/text.h"
 
-namespace qrs::dialogs {
+namespace qrs::standard {
 
 namespace {
 
@@ -25,6 +29,13 @@ std::vector<std::unique_ptr<Node>> copiesOf(const std::vector<std::unique_ptr<No
     return copies;
 }
 
+template <class Node>
+Node* named(const std::vector<std::unique_ptr<Node>>& nodes, std::wstring_view name) {
+    const auto found =
+        std::find_if(nodes.begin(), nodes.end(), [&](const auto& node) { return view(node->GroupName()) == name; });
+    return found != nodes.end() ? found->get() : nullptr;
+}
+
 void updateLayer(const LayerNode& layer, AcDbLayerTableRecord& record) {
     if (layer.LayerColor.isByACI() || layer.LayerColor.isByColor()) record.setColor(layer.LayerColor);
     record.setLineWeight(static_cast<AcDb::LineWeight>(layer.LineWeight));
@@ -36,7 +47,7 @@ void updateLayer(const LayerNode& layer, AcDbLayerTableRecord& record) {
 }  // namespace
 
 std::unique_ptr<StandardEdit> StandardEdit::begin() {
-    const standard::Standard* current = standard::currentStandard();
+    const Standard* current = currentStandard();
     if (!current) {
         AfxMessageBox(L"没有管线系统标准。", MB_OK | MB_ICONEXCLAMATION);
         return nullptr;
@@ -51,24 +62,32 @@ std::unique_ptr<StandardEdit> StandardEdit::begin() {
     return edit;
 }
 
+PipeGroupNode* StandardEdit::group(std::wstring_view name) const {
+    return named(copy_.groups, name);
+}
+
+OtherLayerNode* StandardEdit::otherLayers(std::wstring_view name) const {
+    return named(copy_.otherLayers, name);
+}
+
 bool StandardEdit::save() {
-    standard::StandardHolder& holder = standard::StandardHolder::instance();
+    StandardHolder& holder = StandardHolder::instance();
     const CString path = holder.path();
     platform::Error error;
-    if (!standard::writeStandard(copy_, standard::view(path), error)) {
+    if (!writeStandard(copy_, view(path), error)) {
         const std::wstring reason = platform::fromUtf8(error.message);
         AfxMessageBox((L"不能保存管线系统标准：" + reason).c_str(), MB_OK | MB_ICONERROR);
         return false;
     }
     holder.adopt(std::move(copy_), path);
-    standard::convertOldSystemNames();
-    standard::applyObjectColors();
-    standard::initLayerMaps();
+    convertOldSystemNames();
+    applyObjectColors();
+    initLayerMaps();
     return true;
 }
 
 void updateDrawingLayers() {
-    const standard::Standard* current = standard::currentStandard();
+    const Standard* current = currentStandard();
     AcDbLayerTablePointer table(acdbHostApplicationServices()->workingDatabase(), AcDb::kForRead);
     if (!current || table.openStatus() != Acad::eOk) return;
     LayerNameMap layers;
@@ -84,4 +103,4 @@ void updateDrawingLayers() {
     }
 }
 
-}  // namespace qrs::dialogs
+}  // namespace qrs::standard

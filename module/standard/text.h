@@ -14,6 +14,9 @@ namespace qrs::standard {
 inline std::wstring_view view(const CString& text) {
     return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
 }
+inline std::wstring wide(const CString& text) {
+    return std::wstring(view(text));
+}
 inline CString makeText(std::wstring_view text) {
     return CString(text.data(), static_cast<int>(text.size()));
 }
