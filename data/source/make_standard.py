@@ -4,6 +4,8 @@
     python3 make_standard.py           writes ../pwx.qdsl
     python3 make_standard.py --check   exits with 1 when ../pwx.qdsl is not what the tables make
 
+Tables that contradict themselves or each other are refused: every fault is told in a line, and nothing is written.
+
 The tables are UTF-8, one row a line, with a head line:
 
     groups.csv        groups of pipe systems
@@ -25,6 +27,8 @@ from xml.sax.saxutils import escape, quoteattr
 SOURCE = pathlib.Path(__file__).resolve().parent
 TARGET = SOURCE.parent / "pwx.qdsl"
 PREFIX = "给排-"
+CONTINUOUS = "Continuous"
+OWN_GROUP = "默认"  # of otherlayers.csv: the water supply's own layers
 
 
 def table(name):
@@ -62,6 +66,10 @@ def real(text):
     return f"{float(text):.2f}"
 
 
+def layer_name(system, layer):
+    return PREFIX + system["name"] + "-" + layer["type"]
+
+
 def weight(hundredths):
     return f"{int(hundredths) / 100:.2f}"
 
@@ -83,7 +91,7 @@ def add_layer(parent, key, old_key, row, color, linetype, lineweight, attach="")
         attachments.add("LayerAttach", "图层归属", name)
 
 
-def add_system(group, row, layers):
+def add_system(group, row, layers, can_name):
     pipe = group.add("Pipe", "系统")
     info = pipe.add("BaseInfo", "基本信息")
     info.add("PipeOriginalName", "原始名称", row["original"])
@@ -98,14 +106,14 @@ def add_system(group, row, layers):
     info.add("VPipeRaidus2", "立管小圆半径", real(row["radius2"]))
     info.add("WaterFlowStatus", "水流状态", row["flow"])
     info.add("Remark", "备注", row["remark"])
-    info.add("CanName", "是否可以更改管线关键字", "1")
+    info.add("CanName", "是否可以更改管线关键字", can_name)
     # The suite's own systems stay; only what a user adds may go.
     info.add("CanDel", "是否可以删除管线", "0" if row["original"] else "1")
     info.add("Status", "状态标识", "0")
     for layer in layers:
         if row["kind"] not in layer["kinds"].split():
             continue
-        own = dict(layer, name=PREFIX + row["name"] + "-" + layer["type"])
+        own = dict(layer, name=layer_name(row, layer))
         old_key = row["original"] + layer["type"] if row["original"] else ""
         add_layer(
             pipe.add("Layer", LayerType=layer["type"]), None, old_key, own,
@@ -142,7 +150,7 @@ def standard():
         group = section.add("PipeGroup", "系统组", Name=row["name"], CanName=row["can_name"])
         for system in systems:
             if system["group"] == row["name"]:
-                add_system(group, system, layers)
+                add_system(group, system, layers, row["can_name"])
     add_other_layers(root.add("OtherLayer", "管线无关图层"))
     section = root.add("LayerNameRule", "图层名命名规则")
     for layer in layers:
@@ -176,7 +184,93 @@ def standard():
     return (declaration + "".join(line + "\n" for line in root.lines())).encode("utf-8")
 
 
+# Colours that look the same: the full hues and the first seven.
+SAME_COLORS = {"10": "1", "50": "2", "90": "3", "130": "4", "170": "5", "210": "6"}
+# GB/T 50106 itself marks both fire hydrants and returning cooling water so. Nothing else shares its letters.
+SHARED_CODE = "XH"
+# A layer has no layer and no block to take its weight from.
+NO_LAYER_WEIGHTS = ("随层", "随块")
+
+
+def duplicates(named):
+    """Of (key, owner) pairs: "key" and both owners wherever a key comes again; keys differ in more than case."""
+    seen = {}
+    for key, owner in named:
+        if key.casefold() in seen:
+            yield key, seen[key.casefold()], owner
+        else:
+            seen[key.casefold()] = owner
+
+
+def system_faults(systems):
+    for name, _, _ in duplicates((s["name"], s["name"]) for s in systems):
+        yield f"systems.csv: {name} stands there twice"
+    # A pipe is known by its name, its old name, or the type code, which is found by either: all lead to one system.
+    names = [(s["name"], s["name"]) for s in systems]
+    old_names = [(s["original"], s["name"]) for s in systems if s["original"] not in ("", s["name"])]
+    for name, one, other in duplicates(names + old_names):
+        if one != other:
+            yield f"systems.csv: pipes of {name} would be of {one} and of {other}"
+    for code, one, other in duplicates((s["dim"], s["name"]) for s in systems if s["dim"] != SHARED_CODE):
+        yield f"systems.csv: {one} and {other} bear the same letters {code}"
+    for color, one, other in duplicates((SAME_COLORS.get(s["color"], s["color"]), s["name"]) for s in systems):
+        yield f"systems.csv: {one} and {other} are drawn in the same colour {color}"
+    for linetype, one, other in duplicates((s["linetype"], s["name"]) for s in systems if s["linetype"] != CONTINUOUS):
+        yield f"systems.csv: {one} and {other} are drawn in the same linetype {linetype}"
+
+
+def reference_faults(systems, layers, others):
+    """What one table says of another."""
+    known = {
+        "group": ("groups.csv", {row["name"] for row in table("groups.csv")}),
+        "kind": ("layers.csv", {kind for layer in layers for kind in layer["kinds"].split()}),
+        "material": ("pipe.csv", {row["GC"] for row in table("pipe.csv")}),
+        "linetype": ("linetype.csv", {row["Name"] for row in table("linetype.csv")} | {"system"}),
+    }
+    known["outdoor"] = known["material"]
+    for file, rows, columns in (("systems.csv", systems, ("group", "kind", "material", "outdoor", "linetype")),
+                                ("layers.csv", layers, ("linetype",)), ("otherlayers.csv", others, ("linetype",)),
+                                ("createrules.csv", table("createrules.csv"), ("group", "kind"))):
+        for row in rows:
+            for column in columns:
+                where, values = known[column]
+                if row[column] not in values:
+                    yield f"{file}: {row[column]} of {next(iter(row.values()))} is not in {where}"
+
+
+def layer_faults(systems, layers, others):
+    named = [(layer_name(s, l), f"{l['type']} of {s['name']}") for s in systems for l in layers
+             if s["kind"] in l["kinds"].split()]
+    named += [(row["name"], f"{row['key']} of {row['group']}") for row in others]
+    for name, one, other in duplicates(named):
+        if one != other:
+            yield f"layers.csv, otherlayers.csv: {one} and {other} are one layer {name}"
+    for row in layers + others:
+        if row["lineweight"] in NO_LAYER_WEIGHTS:
+            yield f"layers.csv, otherlayers.csv: no layer can have the lineweight {row['lineweight']}"
+    # Keys are looked for group by group: what the water supply has of its own must not be hidden by what others have.
+    groups = list(dict.fromkeys(row["group"] for row in others))
+    keys = [(row["group"], row["key"]) for row in others] + [(m["group"], m["source"]) for m in table("othermaps.csv")]
+    for group, key in keys:
+        for before in groups[:groups.index(OWN_GROUP)]:
+            if group == OWN_GROUP and (before, key) in keys:
+                yield f"otherlayers.csv: {key} of {before} comes before that of {OWN_GROUP}"
+    for key, _, group in duplicates((f"{group} {key}", group) for group, key in keys):
+        yield f"otherlayers.csv, othermaps.csv: {key} stands there twice"
+
+
+def faults():
+    systems, layers, others = table("systems.csv"), table("layers.csv"), table("otherlayers.csv")
+    yield from system_faults(systems)
+    yield from reference_faults(systems, layers, others)
+    yield from layer_faults(systems, layers, others)
+
+
 def main():
+    found = list(dict.fromkeys(faults()))
+    if found:
+        print("\n".join(found), file=sys.stderr)
+        return 1
     made = standard()
     if sys.argv[1:] == ["--check"]:
         if not TARGET.exists() or TARGET.read_bytes() != made:

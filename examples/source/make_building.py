@@ -34,8 +34,8 @@ LAYERS = [
     Layer("给排-生活给水-立管编号", 7),
     Layer("给排-生活给水-阀门", 3),
     Layer("给排-生活给水-管径文字", 7),
-    Layer("给排-热水给水-管线", 1, weight=50, frozen=True),
-    Layer("给排-热水给水-立管", 1, weight=50, frozen=True),
+    Layer("给排-热水给水-管线", 30, weight=50, frozen=True),
+    Layer("给排-热水给水-立管", 30, weight=50, frozen=True),
     Layer("给排-热水给水-立管编号", 7, frozen=True),
     Layer("给排-热水给水-管径文字", 7, frozen=True),
     Layer("给排-污水-管线", 2, "DASHED", 70),
@@ -189,7 +189,7 @@ def add_drainage(plan):
     plan.text("给排-污水-立管编号", (-500, 7200), "WL-1")
     plan.add("CIRCLE", "给排-污水-立管", (11800, 7000), 100, xdata=entity_type("立管") + serial("WL-2"))
     plan.text("给排-污水-立管编号", (12200, 7200), "WL-2")
-    for at, size in (((500, 8900), "De110"), ((11000, 8900), "De110")):
+    for at, size in (((500, 8900), "dn110"), ((11000, 8900), "dn110")):
         plan.text("给排-污水-管径文字", at, size, 250)
     plan.lines("给排-废水-管线", (1000, 8000), (1000, 6000), (1700, 6000), xdata=serial("F-1"))
     plan.lines("给排-废水-管线", (9200, 8000), (9200, 6000), (10000, 6000), xdata=serial("F-2"))

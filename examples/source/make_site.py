@@ -59,7 +59,7 @@ def add_pipes(add):
     add("PIPE", "旧-污水", (6000, -3000, -1500), (20000, -3000, -1700), "污水", ("W1", "W2"))
     add("PIPE", "旧-污水", (6000, 0, -1400), (6000, -3000, -1500), "污水", (None, "W1"))
     add("PIPE", "旧-消防", (-2000, -6500, -900), (27000, -6500, -900), "消火栓", (None, None))
-    # Brought over from a building model; the standard that ships has no such system.
+    # Brought over from a building model.
     add("PIPE", "BIM-导入", (16000, 2000, 3000), (22000, 2000, 3000), "BIM", (None, None))
     add("PIPE", "BIM-导入", (22000, 2000, 3000), (22000, 8000, 3000), "BIM", (None, None))
 

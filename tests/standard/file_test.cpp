@@ -3,10 +3,12 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <sstream>
 
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "qrs_pipewire.h"
 #include "standard/standard.h"
 #include "standard/text.h"
 #include "standard/values.h"
@@ -56,7 +58,13 @@ TEST(StandardFile, ShippedStandardComesBackByteForByte) {
     EXPECT_TRUE(format(standard) == shipped);
     EXPECT_EQ(standard.textStyles.size(), 10u);
     ASSERT_EQ(standard.otherLayers.size(), 3u);
-    EXPECT_EQ(standard.otherLayers[2]->GetLayerNum(), 46);
+    EXPECT_EQ(standard.otherLayers[0]->GetLayerNum(), 46);
+    // Shape fonts come with every editor, a typeface may be missing.
+    for (const TextStyleNode& style : standard.textStyles) {
+        EXPECT_EQ(style.ChineseFont.Right(4), L".shx");
+        EXPECT_EQ(style.EnglishFont.Right(4), L".shx");
+        EXPECT_EQ(style.WinFont, 0);
+    }
     for (const auto& group : standard.groups) {
         std::set<CString> types;
         group->GetLayerTypes(types);
@@ -70,6 +78,28 @@ TEST(StandardFile, ShippedStandardComesBackByteForByte) {
                                                   group->FindPipeSystem(i)->FindLayerNode(0)->LayerName));
         }
     }
+}
+
+// The pipe library knows a pipe by the code of its system's name, the old or the current one: of all built-in systems
+// there is one in the standard, and no two share a code.
+TEST(StandardFile, ShippedSystemsHaveATypeCodeEach) {
+    const Standard standard = parse(std::string(builtinStandard()));
+    for (const auto& group : standard.groups)
+        group->ConvertOldSysNameToCurrentName();
+    std::map<int, CString> named;
+    for (const auto& group : standard.groups) {
+        std::vector<CString> systems;
+        group->GetAllPipeSystemNames(systems);
+        for (const CString& system : systems) {
+            const int code = GetSysType(system.GetString());
+            if (code == kCustomSysType) continue;
+            EXPECT_TRUE(named.emplace(code, system).second)
+                << platform::toUtf8(view(system)) << " has the code of " << platform::toUtf8(view(named[code]));
+        }
+    }
+    for (int code = 1; GetSystypeName(code) != GetSystypeName(0); ++code)
+        EXPECT_EQ(named.count(code), 1u) << platform::toUtf8(GetSystypeName(code));
+    ClearPipeSystemNames();
 }
 
 TEST(StandardFile, WritesEveryElementInOrder) {

@@ -367,12 +367,16 @@ TEST_F(Queries, AnswerTheSameFromFileDefaultAndMemory) {
     holder.adopt(std::move(read), L"");
     const std::string fromFile = allAnswers();
     EXPECT_NE(fromFile.find("给排-生活给水-立管"), std::string::npos);
-    // The shipped standard's last group has the independent layers, in the order of their keys.
+    // The shipped standard's first group has the independent layers, in the order of their keys: what the water supply
+    // has of its own is found before what the architect calls the same.
     Names keys;
     GetIndependentLayerKey(keys);
     for (std::size_t i = 0; i < keys.size(); ++i) {
-        EXPECT_EQ(currentStandard()->otherLayers.back()->FindLayerNode(static_cast<int>(i))->LayerType, keys[i]);
+        EXPECT_EQ(currentStandard()->otherLayers.front()->FindLayerNode(static_cast<int>(i))->LayerType, keys[i]);
     }
+    EXPECT_EQ(GetIndependentLayerName(L"洁具", false), L"给排-洁具");
+    EXPECT_EQ(GetIndependentLayerName(L"尺寸", false), L"公用-标注");
+    EXPECT_EQ(GetLayerName(L"洁具", L"建筑", false), L"建筑-洁具");
 
     Standard builtin;
     ASSERT_TRUE(parseStandard(builtinStandard(), "built-in", builtin, error)) << error.message;
