@@ -4,6 +4,9 @@
     python3 make_tables.py           writes ../*.dbf
     python3 make_tables.py --check   exits with 1 when some ../*.dbf is not what the sources make
 
+Sizes of pipes that are not as the standards state which they name (pipe_series.py) are refused: each is told in a line, and
+nothing is written.
+
 The sources are UTF-8, the tables dBASE III in code page 936. README.md tells what the columns mean.
 """
 
@@ -13,6 +16,10 @@ import re
 import struct
 import sys
 from decimal import Decimal
+
+sys.dont_write_bytecode = True
+
+import pipe_series
 
 SOURCE = pathlib.Path(__file__).resolve().parent
 TARGET = SOURCE.parent
@@ -75,11 +82,18 @@ def table_bytes(fields, rows):
     return data + b"\x1A"
 
 
+def rows_of(source):
+    with open(SOURCE / source, encoding="utf-8", newline="") as file:
+        return list(csv.DictReader(file))
+
+
 def main(arguments):
+    faults = list(pipe_series.faults(rows_of("pipe.csv")))
+    if faults:
+        sys.exit("\n".join(faults))
     differing = []
     for name, (source, compute, fields) in TABLES.items():
-        with open(SOURCE / source, encoding="utf-8", newline="") as file:
-            data = table_bytes(fields, [compute(row) for row in csv.DictReader(file)])
+        data = table_bytes(fields, [compute(row) for row in rows_of(source)])
         target = TARGET / name
         if arguments != ["--check"]:
             target.write_bytes(data)

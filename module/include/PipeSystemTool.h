@@ -243,8 +243,10 @@ QRS_PIPE_PORT double GetPipeInnerDn(const CString& material, double dn);
 // with the difference. 0.0 when there is no such size.
 QRS_PIPE_PORT double GetPipeThick(const CString& material, double dn);
 
-// The prefix that diameters of the material are written with ("DN", "De"); by index, of the material at that position.
-// Empty when there is none.
+// The prefix that diameters of the material are written with; by index, of the material at that position. Empty when
+// there is none. The DN of a size is the number that follows it: "DN100", "dn110" (outer diameter), "Dw22" and "D108"
+// (outer diameter in whole millimetres), "d300" (inner diameter). After "D" the wall is written, too: D108×4, with half
+// of GetPipeThick.
 QRS_PIPE_PORT CString GetPrefixOfPipeMaterial(const CString& material);
 QRS_PIPE_PORT CString GetPrefixOfPipeMaterial(int index);
 

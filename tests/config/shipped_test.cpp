@@ -1,6 +1,7 @@
 // The shipped tables read back through the table library, and agree with each other and with the shipped standard.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -59,9 +60,11 @@ TEST(Shipped, EveryMaterialHasSizesAndAPrefix) {
         EXPECT_GT(dn, lastDn[material]);  // rows of a material lie together, sizes grow
         lastDn[material] = dn;
         EXPECT_TRUE(0.5 * outer < inner && inner < outer) << inner << " " << outer;
-        // The number behind the prefix: "De" and "D" name the outer, "d" the inner diameter, "DN" one near them.
+        // The number after the prefix: "dn" names the outer, "d" the inner diameter, "DN" one near them; "D" and "Dw"
+        // name the outer one in whole millimetres, as nobody asks for half of one.
         const double named = prefix == L"d" ? inner : prefix == L"DN" ? (inner + outer) / 2 : outer;
-        EXPECT_NEAR(dn, named, prefix == L"DN" ? 2 + 0.3 * dn : prefix == L"D" ? 1.5 : 0);
+        EXPECT_NEAR(dn, named, prefix == L"DN" ? 2 + 0.3 * dn : prefix == L"D" ? 1.2 : prefix == L"Dw" ? 0.5 : 0);
+        EXPECT_EQ(dn, std::floor(dn));
     }
     const std::set<std::wstring> used = valuesInStandard("<(?:Outdoor)?Material [^>]*>([^<]+)<");
     EXPECT_GT(used.size(), 5u);

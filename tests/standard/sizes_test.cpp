@@ -63,7 +63,7 @@ TEST(Sizes, ShippedTablesAnswerAndAreReadOnce) {
 
     const std::vector<int> sizes = dnOf(L"铜管");
     ASSERT_GE(sizes.size(), 7u);
-    EXPECT_EQ(std::vector<int>(sizes.begin(), sizes.begin() + 5), (std::vector<int>{6, 8, 10, 15, 20}));
+    EXPECT_EQ(std::vector<int>(sizes.begin(), sizes.begin() + 5), (std::vector<int>{6, 8, 10, 12, 15}));
     TDPtrList<int> list;
     EXPECT_FALSE(GetPipeDnByMaterial(L"木管", list));
     list.Append(6);
@@ -72,15 +72,35 @@ TEST(Sizes, ShippedTablesAnswerAndAreReadOnce) {
     EXPECT_EQ(list.GetCount(), static_cast<int>(sizes.size()) + 1);
     EXPECT_EQ(*list.GetAt(1), 6);  // again
 
-    EXPECT_DOUBLE_EQ(GetPipeOuterDn(L"铜管", 20), 22);
-    EXPECT_DOUBLE_EQ(GetPipeInnerDn(L"铜管", 20.0005), 19.6);
-    EXPECT_DOUBLE_EQ(GetPipeThick(L"铜管", 19.9995), 22 - 19.6);
-    EXPECT_EQ(GetPipeOuterDn(L"铜管", 20.002), 20.002);
+    EXPECT_DOUBLE_EQ(GetPipeOuterDn(L"镀锌钢管", 20), 26.9);
+    EXPECT_DOUBLE_EQ(GetPipeInnerDn(L"镀锌钢管", 20.0005), 21.3);
+    EXPECT_DOUBLE_EQ(GetPipeThick(L"镀锌钢管", 19.9995), 26.9 - 21.3);
+    EXPECT_EQ(GetPipeOuterDn(L"镀锌钢管", 20.002), 20.002);
     EXPECT_EQ(GetPipeInnerDn(L"木管", 20), 20);
-    EXPECT_EQ(GetPipeThick(L"铜管", 21), 0.0);
+    EXPECT_EQ(GetPipeThick(L"镀锌钢管", 21), 0.0);
 
-    EXPECT_EQ(GetPrefixOfPipeMaterial(L"PPR管"), L"De");
-    EXPECT_EQ(GetPrefixOfPipeMaterial(copper), L"DN");
+    // Every kind of prefix that practice writes, and what is written after it.
+    const struct {
+        const wchar_t* material;
+        const wchar_t* prefix;
+        double number, outer, walls;
+    } written[] = {
+        {L"镀锌钢管", L"DN", 100, 114.3, 8},
+        {L"球墨铸铁管", L"DN", 350, 378, 15.4},
+        {L"球墨铸铁管", L"DN", 450, 480, 17.2},
+        {L"PPR管", L"dn", 110, 110, 24.6},
+        {L"铜管", L"Dw", 67, 67, 4},
+        {L"不锈钢管", L"Dw", 18, 18, 2},
+        {L"无缝钢管", L"D", 108, 108, 8},
+        {L"螺旋缝焊接钢管", L"D", 325, 323.9, 12},
+        {L"钢筋混凝土管", L"d", 300, 360, 60},
+    };
+    for (const auto& [material, prefix, number, outer, walls] : written) {
+        EXPECT_EQ(GetPrefixOfPipeMaterial(material), prefix);
+        EXPECT_DOUBLE_EQ(GetPipeOuterDn(material, number), outer);
+        EXPECT_NEAR(GetPipeThick(material, number), walls, 1e-9);
+    }
+    EXPECT_EQ(GetPrefixOfPipeMaterial(copper), L"Dw");
     EXPECT_EQ(GetPrefixOfPipeMaterial(-1), L"");
     EXPECT_EQ(GetPrefixOfPipeMaterial(L"DN15"), L"");  // another kind of record
 
@@ -93,7 +113,7 @@ TEST(Sizes, ShippedTablesAnswerAndAreReadOnce) {
 
     QrsExport::SetSystemFolder(L"\\nowhere");
     EXPECT_EQ(dnOf(L"铜管"), sizes);
-    EXPECT_EQ(GetPrefixOfPipeMaterial(copper), L"DN");
+    EXPECT_EQ(GetPrefixOfPipeMaterial(copper), L"Dw");
 }
 
 TEST(Sizes, OddRecords) {
