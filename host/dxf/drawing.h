@@ -5,8 +5,11 @@
 // read when somebody asks. Editing copies the record's bytes once and changes only the tags asked for; saving copies
 // untouched stretches of the mapped file in bulk, so a drawing saved unchanged is byte-identical.
 //
-// Binary drawings work the same way and stay binary: their records are handed out in text form (see binary.h), and a
-// change encodes only the tags it writes. Those who look at tags need not know which form a drawing has.
+// Binary drawings work the same way and stay binary (see form.h): those who look at tags need not know which form a
+// drawing has.
+//
+// A Drawing puts together what others hold: Index (what each record is), RecordOrder (where new ones stand), Contents
+// (their bytes, and what these were), Form (how they read and are written), SaveGuard (what became of the file).
 #pragma once
 
 #include <cstdint>
@@ -14,30 +17,24 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
-#include "host/dxf/arena.h"
+#include "host/dxf/contents.h"
+#include "host/dxf/fault.h"
+#include "host/dxf/form.h"
 #include "host/dxf/handleindex.h"
 #include "host/dxf/index.h"
-#include "host/dxf/journal.h"
 #include "host/dxf/record.h"
+#include "host/dxf/recordorder.h"
+#include "host/dxf/saveguard.h"
+#include "host/dxf/source.h"
 #include "host/dxf/tags.h"
-#include "host/dxf/textcache.h"
 #include "host/platform/error.h"
-#include "host/platform/files.h"
 
 namespace qrs::dxf {
 
-// What is wrong in a drawing that was opened all the same.
-struct Warning {
-    std::uint64_t line = 0;    // from 1; 0 in a binary drawing
-    std::uint64_t offset = 0;  // of a byte of that place in the file
-    std::uint64_t handle = 0;  // of the record; 0 when it has none
-    std::string text;          // "SEQEND of the POLYLINE is missing"
-    // "line 12, handle 2A: SEQEND ..."; "byte 345: ..." in a binary drawing.
-    std::string message() const;
-};
+using Warning = Fault;
 
 class Drawing {
   public:
@@ -58,10 +55,11 @@ class Drawing {
     // when another program has changed that very file. A target this drawing was opened from or saved to is refused
     // when somebody else, another drawing of this program for one, has saved to it since: that save would be lost.
     bool save(const std::filesystem::path& native, bool keepBackup, platform::Error& error);
-    bool isModified() const { return modified_; }
+    bool isModified() const { return contents_.isModified(); }
     // What was wrong in the file, in its order: missing ends, counts too small, handles given twice, pointers to
     // nothing. The first hundred, and then one that counts the others.
-    const std::vector<Warning>& warnings() const { return warnings_; }
+    const std::vector<Fault>& faults() const { return index_.faults.all(); }
+    const std::vector<Fault>& warnings() const { return faults(); }
     // The drawing's whole text as it would be written; for tests and small drawings.
     std::string toBytes() const;
 
@@ -79,7 +77,7 @@ class Drawing {
     RecordId findTable(std::string_view name) const;
     RecordId findHeaderVariable(std::string_view name) const;
     // The record that closes a Section, Table or Block.
-    RecordId endOf(RecordId head) const;
+    RecordId endOf(RecordId head) const { return index_.endOf(head); }
 
     // The name of a type number; empty for the one number that all names behind the first 65,534 share. Of a record
     // typeNameOf is always right.
@@ -91,7 +89,7 @@ class Drawing {
     // --- tags. Bytes, tags and cursors of a record hold until that record is changed; those of other records stay
     // good (in a binary drawing, until at least TextCache::kKept bytes of others have been read: do not gather them).
     // Places of tags count in these bytes, whose number is length(), not Record::stored.
-    std::string_view bytes(RecordId id) const;
+    std::string_view bytes(RecordId id) const { return form_->textOf(stored(id)); }
     std::uint32_t length(RecordId id) const { return static_cast<std::uint32_t>(bytes(id).size()); }
     TagCursor tags(RecordId id) const { return TagCursor(bytes(id), index_.lineEnd); }
     // The nth tag with a code, counted from 0; xdata (codes from 1000 on) and tags inside 102 {...} groups are not
@@ -131,8 +129,8 @@ class Drawing {
 
     // --- what the whole drawing says of itself
     // Bytes of the file as it was opened.
-    std::uint64_t fileSize() const { return bytes_.size(); }
-    bool isBinary() const { return index_.lineEnd == kBinaryLineEnd; }
+    std::uint64_t fileSize() const { return source_->bytes().size(); }
+    bool isBinary() const { return form_->isBinary(); }
     const std::string& version() const { return version_; }  // "AC1024"; "AC1009" when the header does not say
     bool hasHandles() const;                                 // records carry handles ($HANDLING or from R13 on)
     unsigned codePage() const { return codePage_; }          // kUtf8 from AC1021 on
@@ -142,77 +140,35 @@ class Drawing {
     std::string encode(std::wstring_view text) const;
 
   private:
-    void noteSaved(const platform::FileMark& saved);
-    bool isOverwritable(const platform::FileMark& target, const std::filesystem::path& native,
-                        platform::Error& error) const;
-
-    // Where a new record stands: in the row of those put before the same record of the file.
-    struct NewPlace {
-        RecordId anchor;
-        RecordId previous;
-        RecordId next;
-    };
-    struct NewRow {
-        RecordId first;
-        RecordId last;
-    };
-    // How a record writes its lines.
-    struct Style {
-        std::string_view lineEnd;
-        std::size_t codeWidth;
-    };
-
-    Drawing() = default;
-    bool load(std::string_view bytes, const std::string& name, platform::Error& error);
+    explicit Drawing(std::unique_ptr<Source> source) : source_(std::move(source)) {}
+    bool load(const std::string& name, platform::Error& error);
     void readHeader();
-    void gatherWarnings();
-    std::string_view storedBytes(RecordId id) const;
-    bool isNew(RecordId id) const { return id >= originalCount_; }
-    RecordId firstOfRow(RecordId anchor) const;
-    RecordId nextInOrder(RecordId id) const;
-    RecordId previousAlive(RecordId id) const;
+    StoredRecord stored(RecordId id) const { return {id, contents_.of(id)}; }
+    RecordId previous(RecordId id) const;
     RecordId findNamed(const std::vector<RecordId>& heads, std::string_view name) const;
-    Style styleOf(std::string_view record) const;
-    Style styleNear(RecordId id) const;
+    RecordId nearestWithBytes(RecordId id) const;
     void endLastLine(RecordId behind);
-    void replaceBinary(RecordId id, std::uint32_t begin, std::uint32_t end, const std::vector<NewTag>& tags);
-    void setBinaryValue(RecordId id, const Tag& tag, std::string_view value);
-    void editBinary(RecordId id, const std::vector<TagEdit>& edits);
-    void appendBinary(const std::vector<NewTag>& tags, std::string& out);
-    void cannotWrite(int code, std::string_view value);
-    void rewrite(RecordId id, std::string_view bytes);
-    void restore(RecordId id, const Record& before);
+    void noteProblem();
+    void takeDraft(RecordId id);
     void reindex(RecordId id);
-    void link(RecordId id, RecordId before);
     void settle(RecordId id);
-    void setErased(RecordId id, bool erase);
     // Hands the drawing's bytes in order to a sink, untouched neighbours in one piece.
     template <typename Sink>
     void emit(Sink&& sink) const;
 
-    std::unique_ptr<platform::MappedFile> file_;
-    std::vector<platform::FileMark> marks_;  // of the files opened and saved, as this drawing knows them
-    bool isOpenedStill_ = true;              // the first of the marks is that of the mapped file
-    std::string ownBytes_;
-    std::string_view bytes_;  // of the file
+    std::unique_ptr<Source> source_;
     Index index_;
-    RecordId originalCount_ = 0;
-    std::vector<NewPlace> newPlaces_;  // of record originalCount_ + i
-    std::unordered_map<RecordId, NewRow> newRows_;
-    std::unordered_map<RecordId, RecordId> newEnds_;
-    Arena arena_;
-    std::string scratch_;          // for the bytes of a record while it is changed
+    RecordOrder order_{index_.records};
+    Contents contents_{index_.records};
+    std::unique_ptr<Form> form_;
+    SaveGuard guard_;
     mutable HandleIndex handles_;  // built when first asked for
     std::string version_ = "AC1009";
     unsigned codePage_ = 0;
     bool handling_ = false;
     std::uint64_t seed_ = 0;  // next handle to be given, once one was asked for
-    bool modified_ = false;
-    std::uint64_t saves_ = 0;
-    Journal journal_;
-    std::vector<Warning> warnings_;
-    mutable std::unique_ptr<TextCache> texts_;  // of a binary drawing
-    std::string unwritable_;                    // why the drawing cannot be saved any more
+    Draft draft_;             // of the change at work
+    std::string unwritable_;  // why the drawing cannot be saved any more
 };
 
 }  // namespace qrs::dxf

@@ -18,11 +18,33 @@ std::uint16_t typeNumber(std::uint32_t interned) {
     return interned < kTypeUncounted ? static_cast<std::uint16_t>(interned) : kTypeUncounted;
 }
 
-std::uint64_t lineNumber(std::string_view bytes, std::size_t offset, char lineEnd) {
-    const auto begin = bytes.begin();
-    return static_cast<std::uint64_t>(
-               std::count(begin, begin + static_cast<std::ptrdiff_t>(std::min(offset, bytes.size())), lineEnd)) +
-           1;
+RecordId Index::endOf(RecordId head) const {
+    if (const auto found = newEnds.find(head); found != newEnds.end()) return found->second;
+    const auto place =
+        std::lower_bound(ends.begin(), ends.end(), head, [](const auto& pair, RecordId id) { return pair.first < id; });
+    return place != ends.end() && place->first == head ? place->second : kNoRecord;
+}
+
+void Index::noteNew(RecordId id) {
+    const Record& one = records[id];
+    switch (one.kind) {
+        case RecordKind::Section:
+            sections.push_back(id);
+            break;
+        case RecordKind::Table:
+            tables.push_back(id);
+            break;
+        case RecordKind::HeaderVariable:
+            headerVariables.push_back(id);
+            break;
+        case RecordKind::EndSection:
+        case RecordKind::EndTable:
+        case RecordKind::EndBlock:
+            if (one.owner != kNoRecord) newEnds[one.owner] = id;
+            break;
+        default:
+            break;
+    }
 }
 
 void FieldReader::begin(Record& record) {
@@ -81,6 +103,12 @@ void FieldReader::take(int code, std::string_view value, Interner& layers, bool 
         default:
             break;
     }
+}
+
+void RecordFields::begin(std::string_view type) {
+    record_.type = typeNumber(index_.types.internCopy(trimmed(type)));
+    fields_.begin(record_);
+    isFirst_ = false;
 }
 
 }  // namespace qrs::dxf

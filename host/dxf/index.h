@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "host/dxf/codeform.h"
+#include "host/dxf/fault.h"
 #include "host/dxf/interner.h"
 #include "host/dxf/record.h"
 #include "host/dxf/recordwalk.h"
@@ -39,24 +41,12 @@ constexpr std::uint16_t kTypeUncounted = 0xFFFF;
 // Handles above this, which no program gives, do not count when a new one is looked for: adding to them would overflow.
 constexpr std::uint64_t kGreatestHandle = 0x0FFFFFFFFFFFFFFF;
 
-// What is wrong in a drawing that can be worked on all the same.
-struct Doubt {
-    std::size_t offset = 0;       // a byte of the line to be named
-    RecordId record = kNoRecord;  // whose handle is to be named
-    std::string text;
-};
-// A drawing damaged all over shall not fill the memory with what is wrong in it.
-constexpr std::size_t kMostDoubts = 100;
-
 struct Index {
     Index();
-    void doubt(std::size_t offset, RecordId record, std::string text) {
-        if (doubts.size() < kMostDoubts) {
-            doubts.push_back({offset, record, std::move(text)});
-        } else {
-            ++furtherDoubts;
-        }
-    }
+    // The record that closes a section, table or block.
+    RecordId endOf(RecordId head) const;
+    // Takes a new record up, once its place is known.
+    void noteNew(RecordId id);
     void countHandle(std::uint64_t handle) {
         if (handle > greatestHandle && handle <= kGreatestHandle) greatestHandle = handle;
     }
@@ -67,41 +57,36 @@ struct Index {
     std::vector<RecordId> sections;
     std::vector<RecordId> tables;
     std::vector<RecordId> headerVariables;
-    // Head and end of each section, table and block, in order of the heads.
+    // Head and end of each section, table and block of the file, in order of the heads.
     std::vector<std::pair<RecordId, RecordId>> ends;
+    std::unordered_map<RecordId, RecordId> newEnds;  // of new heads
     std::uint64_t greatestHandle = 0;
-    std::vector<Doubt> doubts;  // the first of them, in no order
-    std::uint64_t furtherDoubts = 0;
+    Faults faults;
     char lineEnd = '\n';                 // kBinaryLineEnd for a binary drawing
     CodeForm codeForm = CodeForm::Long;  // of a binary drawing
     bool hasUtf8Mark = false;
 };
 
-// So much of a mapped file is read or written before it is given back.
-constexpr std::size_t kReleaseStep = std::size_t{8} << 20;
-
-// Where and why a file is no whole drawing.
-struct Damage {
-    std::size_t offset = 0;  // a byte of the line to be named
-    std::string reason;
-};
-
-// False, with the damage told, when the bytes are no drawing, are cut off or cannot be cut into tags. The bytes must
-// outlive the index: names stay in them.
+// False, with the reason and its place in fault, when the bytes are no drawing, are cut off or cannot be cut into tags.
+// The bytes must outlive the index: names stay in them.
 //
-// What is wrong but can be passed over becomes a doubt: a missing ENDSEC, ENDTAB or ENDBLK stands in the index as an
-// end without bytes; EOF may be missing where the last section is closed (otherwise the file is cut off); ends without
-// a beginning and records outside of sections are kept as Other.
+// What is wrong but can be passed over is one of the index's faults: a missing ENDSEC, ENDTAB or ENDBLK stands in the
+// index as an end without bytes; EOF may be missing where the last section is closed (otherwise the file is cut off);
+// ends without a beginning and records outside of sections are kept as Other.
 //
 // file is the one whose bytes these are, null when they are none of a file: what has been read is given back to the
 // system, so that a large drawing needs little more memory than its index.
-bool buildIndex(std::string_view bytes, const platform::MappedFile* file, Index& index, Damage& damage);
-
-// The number of the line that holds a byte, from 1.
-std::uint64_t lineNumber(std::string_view bytes, std::size_t offset, char lineEnd);
+bool buildIndex(std::string_view bytes, const platform::MappedFile* file, Index& index, Fault& fault);
 
 // The type number of a type name: known ones keep theirs, behind 65534 of them kTypeUncounted.
 std::uint16_t typeNumber(std::uint32_t interned);
+
+// True when a tag of this code can matter to the index.
+constexpr bool isFieldCode(int code) {
+    return code == codes::kHandle || code == codes::kLayer || code == codes::kVisibility ||
+           code == codes::kPaperSpace || (code >= codes::kSubclass && code <= codes::kGroup) ||
+           code == codes::kDimStyleHandle || isXdataCode(code);
+}
 
 // Takes handle, layer and flags of one record from its tags, met one after the other.
 class FieldReader {
@@ -121,11 +106,26 @@ class FieldReader {
     bool hasHandle_ = false;
 };
 
-// True when a tag of this code can matter to a FieldReader.
-constexpr bool isFieldCode(int code) {
-    return code == codes::kHandle || code == codes::kLayer || code == codes::kVisibility ||
-           code == codes::kPaperSpace || (code >= codes::kSubclass && code <= codes::kGroup) ||
-           code == codes::kDimStyleHandle || isXdataCode(code);
-}
+// Makes the index entry of a record anew from its tags, after it was changed.
+class RecordFields {
+  public:
+    RecordFields(Index& index, RecordId id) : index_(index), record_(index.records[id]) {}
+    // The record's tags in order; those that are no fields may be left out.
+    void take(int code, std::string_view value) {
+        if (isFirst_) {
+            begin(value);
+        } else if (isFieldCode(code)) {
+            fields_.take(code, value, index_.layers, true);
+        }
+    }
+
+  private:
+    void begin(std::string_view type);
+
+    Index& index_;
+    Record& record_;
+    FieldReader fields_;
+    bool isFirst_ = true;
+};
 
 }  // namespace qrs::dxf

@@ -6,6 +6,7 @@
 #include "host/dxf/handlecheck.h"
 #include "host/dxf/index.h"
 #include "host/dxf/lines.h"
+#include "host/dxf/sizes.h"
 #include "host/dxf/tags.h"
 
 namespace qrs::dxf {
@@ -62,12 +63,12 @@ bool hasPointers(RecordKind kind) {
 
 class Indexer {
   public:
-    Indexer(std::string_view bytes, const platform::MappedFile* file, Index& index, Damage& damage)
+    Indexer(std::string_view bytes, const platform::MappedFile* file, Index& index, Fault& fault)
         : start_(bytes.data()),
           end_(bytes.data() + bytes.size()),
           file_(file),
           index_(index),
-          damage_(damage),
+          fault_(fault),
           given_(bytes.size()),
           pointedTo_(bytes.size()) {}
 
@@ -108,8 +109,8 @@ class Indexer {
     Step openHead(const char* at, RecordKind kind, std::uint16_t type, RecordId owner, std::size_t& slot);
     bool close(const char* at);
     Step fails(const char* at, std::string reason);
-    void doubt(const char* at, RecordId record, std::string text) {
-        index_.doubt(static_cast<std::size_t>(at - start_), record, std::move(text));
+    void fault(const char* at, RecordId record, std::string text) {
+        index_.faults.add(static_cast<std::size_t>(at - start_), record, std::move(text));
     }
     std::string sectionText() const;
     RecordId lastId() const { return static_cast<RecordId>(index_.records.size() - 1); }
@@ -119,7 +120,7 @@ class Indexer {
     const platform::MappedFile* file_;
     std::size_t released_ = 0;
     Index& index_;
-    Damage& damage_;
+    Fault& fault_;
     CodeCache cache_;
     FieldReader fields_;
     HandleSet given_;
@@ -137,8 +138,8 @@ class Indexer {
 };
 
 Indexer::Step Indexer::fails(const char* at, std::string reason) {
-    damage_.offset = static_cast<std::size_t>(at - start_);
-    damage_.reason = std::move(reason);
+    fault_.offset = static_cast<std::size_t>(at - start_);
+    fault_.text = std::move(reason);
     return Step::Fails;
 }
 
@@ -156,7 +157,7 @@ bool Indexer::close(const char* at) {
     current_->stored = static_cast<std::uint32_t>(length);
     index_.countHandle(current_->handle);
     if (current_->handle != 0 && !given_.add(current_->handle)) {
-        doubt(start_ + current_->offset, lastId(), "another record has this handle too");
+        fault(start_ + current_->offset, lastId(), "another record has this handle too");
     }
     if (current_->type == kTypeLwPolyline) checkVertices(at);
     return true;
@@ -291,7 +292,7 @@ bool Indexer::cutFailure(const char* at, Cut cut) {
 // No tag begins here: the file's end, where only EOF may be missing, or damage.
 bool Indexer::atEnd(const char* at, Cut cut) {
     if (at != end_ || place_ != Place::Outside) return cutFailure(at, cut);
-    doubt(at == start_ ? at : at - 1, kNoRecord, "EOF is missing");
+    fault(at == start_ ? at : at - 1, kNoRecord, "EOF is missing");
     return open(at, RecordKind::EndOfFile, kTypeEndOfFile, kNoRecord) == Step::Goes && close(end_);
 }
 
@@ -311,7 +312,7 @@ bool Indexer::scanText(const char* at) {
             if (cut != Cut::Tag) return atEnd(at, cut);
             if (left >= CodeCache::kReach) cache_.learn(at, tag, lineEnd);
             matters = CodeCache::mattersToIndex(tag.code);
-            if (tag.code == kUnreadableCode) doubt(at, lastId(), "a number that is no group code");
+            if (tag.code == kUnreadableCode) fault(at, lastId(), "a number that is no group code");
         }
         at = tag.next;
         if (!matters) continue;
@@ -378,7 +379,7 @@ Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
         case kTypeEndTable:
         case kTypeEndBlock:
             if (group_ != kNoRecord && place_ == (type == kTypeEndTable ? Place::Tables : Place::Blocks)) break;
-            doubt(at, kNoRecord, type == kTypeEndTable ? "ENDTAB without a TABLE" : "ENDBLK without a BLOCK");
+            fault(at, kNoRecord, type == kTypeEndTable ? "ENDTAB without a TABLE" : "ENDBLK without a BLOCK");
             return open(at, RecordKind::Other, type, section_);
         default:
             break;
@@ -401,7 +402,7 @@ Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
 Indexer::Step Indexer::endSection(const char* at, bool isThere) {
     if (group_ != kNoRecord && endGroup(at, false) != Step::Goes) return Step::Fails;
     closeMain(at);
-    if (!isThere) doubt(at, section_, "ENDSEC of " + sectionText() + " is missing");
+    if (!isThere) fault(at, section_, "ENDSEC of " + sectionText() + " is missing");
     place_ = Place::Outside;
     if (open(at, RecordKind::EndSection, kTypeEndSection, section_) != Step::Goes) return Step::Fails;
     index_.ends[sectionSlot_].second = lastId();
@@ -412,7 +413,7 @@ Indexer::Step Indexer::endGroup(const char* at, bool isThere) {
     const bool isTable = place_ == Place::Tables;
     if (isTable) checkCount(at);
     closeMain(at);
-    if (!isThere) doubt(at, group_, isTable ? "ENDTAB of a table is missing" : "ENDBLK of a block is missing");
+    if (!isThere) fault(at, group_, isTable ? "ENDTAB of a table is missing" : "ENDBLK of a block is missing");
     const Step step = open(at, isTable ? RecordKind::EndTable : RecordKind::EndBlock,
                            isTable ? kTypeEndTable : kTypeEndBlock, group_);
     if (step == Step::Goes) index_.ends[groupSlot_].second = lastId();
@@ -424,7 +425,7 @@ Indexer::Step Indexer::startOutside(const char* at, const RawTag& tag, std::uint
     if (type == kTypeSection) return startSection(at, tag);
     if (type == kTypeEndOfFile) return endOfFile(at, tag);
     const Step step = open(at, RecordKind::Other, type, kNoRecord);
-    doubt(at, kNoRecord,
+    fault(at, kNoRecord,
           type == kTypeEndSection ? std::string("ENDSEC without a SECTION")
                                   : printable(trimmed(textOf(tag))) + " outside of a section");
     return step;
@@ -446,7 +447,7 @@ Indexer::Step Indexer::startSection(const char* at, const RawTag& tag) {
     if (!sectionName(tag.next, sectionName_)) {
         if (index_.sections.empty()) return fails(at, "a section without a name");
         sectionName_ = {};
-        doubt(at, kNoRecord, "a section without a name");
+        fault(at, kNoRecord, "a section without a name");
     }
     place_ = Place::Unknown;
     plainKind_ = RecordKind::Other;
@@ -505,7 +506,7 @@ Indexer::Step Indexer::startEntity(const char* at, std::uint16_t type, RecordId 
 // What follows is no part of the polyline or block reference any more.
 void Indexer::closeMain(const char* at) {
     if (main_ != kNoRecord && (hasSubs_ || index_.records[main_].type == kTypePolyline)) {
-        doubt(at, main_, "SEQEND of the " + std::string(index_.types[index_.records[main_].type]) + " is missing");
+        fault(at, main_, "SEQEND of the " + std::string(index_.types[index_.records[main_].type]) + " is missing");
     }
     main_ = kNoRecord;
     hasSubs_ = false;
@@ -541,7 +542,7 @@ void Indexer::checkCount(const char* at) {
         if (table.name == name) count = std::max(std::int64_t{0}, count - table.records);
     }
     if (toInteger(value, -1) >= count) return;
-    doubt(place, group_, "the table says " + value + " records and holds " + std::to_string(lastId() - group_));
+    fault(place, group_, "the table says " + value + " records and holds " + std::to_string(lastId() - group_));
 }
 
 // The vertices of a polyline are as many as it says.
@@ -553,7 +554,7 @@ void Indexer::checkVertices(const char* at) {
     for (RawTag tag{}; place != at && cut(place, tag) == Cut::Tag; place = tag.next)
         count += tag.code == codes::kPoint;
     if (toInteger(value, count) == count) return;
-    doubt(counted, lastId(), "the polyline says " + value + " vertices and has " + std::to_string(count));
+    fault(counted, lastId(), "the polyline says " + value + " vertices and has " + std::to_string(count));
 }
 
 // Looks for pointers to nothing once more, for their places, when there are any.
@@ -568,7 +569,7 @@ void Indexer::checkPointers() {
             if (!isResolved(referenceOf(tag.code))) continue;
             const std::uint64_t handle = toHandle(textOf(tag));
             if (handle == 0 || given_.has(handle)) continue;
-            doubt(
+            fault(
                 place, id,
                 "group code " + std::to_string(tag.code) + " points to " + handleText(handle) + ", which no record is");
         }
@@ -584,8 +585,8 @@ Indexer::Step Indexer::endOfFile(const char* at, const RawTag& tag) {
 
 }  // namespace
 
-bool buildIndex(std::string_view bytes, const platform::MappedFile* file, Index& index, Damage& damage) {
-    return Indexer(bytes, file, index, damage).run();
+bool buildIndex(std::string_view bytes, const platform::MappedFile* file, Index& index, Fault& fault) {
+    return Indexer(bytes, file, index, fault).run();
 }
 
 }  // namespace qrs::dxf

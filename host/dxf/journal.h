@@ -10,13 +10,13 @@
 
 namespace qrs::dxf {
 
-// What a drawing says of itself at the beginning of a step.
+// What is known of a drawing at the beginning of a step.
 struct DrawingMarks {
     std::uint64_t seed = 0;
     std::uint64_t greatestHandle = 0;
-    bool modified = false;
-    std::uint64_t saves = 0;  // how often it had been saved
     std::string unwritable;
+    bool isModified = false;
+    std::uint64_t saves = 0;  // how often it had been saved
 };
 
 class Journal {
@@ -32,7 +32,6 @@ class Journal {
         RecordId recordCount = 0;  // records from here on are new
     };
 
-    bool isKept() const { return !steps_.empty(); }
     // Begins a step; one in which nothing has changed is begun anew.
     void begin(std::wstring name, DrawingMarks marks, RecordId recordCount);
     // Tells it that a record is about to change. True when the step has not met it before: its bytes are then needed as

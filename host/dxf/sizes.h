@@ -1,5 +1,5 @@
-// Sizes of the pieces that memory is taken in. Small in fuzzing, where short inputs shall meet the seams between
-// pieces.
+// Sizes of the pieces that memory is taken in and given back. Small in fuzzing, where short inputs shall meet the seams
+// between pieces.
 #pragma once
 
 #include <cstddef>
@@ -17,5 +17,8 @@ constexpr std::size_t kArenaPiece = std::size_t{1} << 18;  // bytes of changed r
 constexpr unsigned kTextSlots = 2048;                      // records of a binary drawing found again as text
 constexpr std::size_t kTextsKept = std::size_t{4} << 20;   // bytes of such texts that stay in place at least
 #endif
+
+// So much of a mapped file is read or written before it is given back.
+constexpr std::size_t kReleaseStep = std::size_t{8} << 20;
 
 }  // namespace qrs::dxf

@@ -38,6 +38,8 @@ class TextCache {
         Slot& slot = slots_[id & (kSlots - 1)];
         if (slot.id == id) slot.id = kNoRecord;
     }
+    // Nothing is found again; what was handed out stays where it lies.
+    void forgetAll() { ++generation_; }
 
   private:
     static constexpr RecordId kSlots = kTextSlots;

@@ -1,0 +1,43 @@
+// What is wrong in a drawing, with its place.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/dxf/record.h"
+
+namespace qrs::dxf {
+
+struct Fault {
+    std::uint64_t offset = 0;     // in the file, of a byte of the line to be named
+    RecordId record = kNoRecord;  // whose handle is to be named
+    std::string text;             // "SEQEND of the POLYLINE is missing"
+    std::uint64_t line = 0;       // from 1; 0 in a binary drawing
+    std::uint64_t handle = 0;     // of the record; 0 when it has none
+    // "line 12, handle 2A: SEQEND ..."; "byte 345: ..." in a binary drawing.
+    std::string message() const;
+};
+
+// The faults of a drawing that can be worked on all the same: the first hundred, and then one that counts the others,
+// because a drawing damaged all over shall not fill the memory with what is wrong in it.
+class Faults {
+  public:
+    // The reader meets them in any order.
+    void add(std::size_t offset, RecordId record, std::string text);
+    // Puts them into the order of the file, with their lines and handles. Nothing is added after that.
+    void finish(std::string_view bytes, char lineEnd, const RecordStore& records);
+    const std::vector<Fault>& all() const { return all_; }
+
+  private:
+    static constexpr std::size_t kMost = 100;
+
+    std::vector<Fault> all_;
+    std::uint64_t further_ = 0;
+};
+
+// The number of the line that holds a byte, from 1; 0 in a binary drawing, which has none.
+std::uint64_t lineNumber(std::string_view bytes, std::size_t offset, char lineEnd);
+
+}  // namespace qrs::dxf
