@@ -113,8 +113,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     check(drawing->toBytes() == bytes, "unchanged but not the same");
     walk(*drawing, bytes.size());
-    for (const Warning& warning : drawing->warnings())
-        check(warning.offset <= bytes.size() && !warning.message().empty(), "a warning of no place");
+    for (const Fault& fault : drawing->faults())
+        check(fault.offset <= bytes.size() && !fault.message().empty(), "a fault of no place");
     std::uint32_t choice = static_cast<std::uint32_t>(size);
     for (std::size_t i = 0; i < size; i += 7)
         choice = choice * 31 + data[i];

@@ -14,7 +14,7 @@ using dxf::RecordKind;
 namespace {
 
 constexpr int kCountCode = 91;
-constexpr const char* kFirstWithCount = "AC1018";
+constexpr dxf::Version kFirstWithCount = dxf::Version::R2004;
 constexpr RecordId kNotLookedUp = kNoRecord - 1;
 
 // Calls visitor(record) for each CLASS of the drawing until it gives false.

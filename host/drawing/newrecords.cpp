@@ -45,7 +45,7 @@ NewRecords::Spelling NewRecords::spell(const DetachedTags& own, std::string_view
 // The tags all entities share, as far as the drawing's version knows them.
 void NewRecords::addCommonTags(const std::vector<dxf::NewTag>& own, const Block& block,
                                std::vector<dxf::NewTag>& tags) const {
-    if (drawing_.version() >= "AC1012") tags.push_back({100, "AcDbEntity"});
+    if (drawing_.version() >= dxf::kFirstWithSubclasses) tags.push_back({100, "AcDbEntity"});
     if (block.space == Space::Paper) tags.push_back({67, "1"});
     const auto isCommon = [](const dxf::NewTag& tag) { return entityFormat().rankOf(tag.code) >= 0; };
     std::copy_if(own.begin(), own.end(), std::back_inserter(tags), isCommon);
@@ -69,7 +69,7 @@ RecordId NewRecords::addEntity(const std::string& dxfName, const Block& block, c
     std::vector<dxf::NewTag> tags{{0, dxfName}};
     if (drawing_.hasHandles()) tags.push_back({5, dxf::handleText(drawing_.newHandle())});
     const std::uint64_t owner = contents_.ids().handleOf(block.id);
-    if (owner != 0 && drawing_.version() >= "AC1015") tags.push_back({330, dxf::handleText(owner)});
+    if (owner != 0 && drawing_.version() >= dxf::kFirstWithOwners) tags.push_back({330, dxf::handleText(owner)});
     addCommonTags(own, block, tags);
     addOwnTags(own, entityFormatOf(dxfName), tags);
     tags.insert(tags.end(), fields.begin(), fields.end());
@@ -88,12 +88,12 @@ RecordId NewRecords::addObject(const std::string& dxfName, std::uint64_t owner,
 
 RecordId NewRecords::ensureRootDictionary() {
     const RecordId root = rootDictionary(drawing_);
-    if (root != kNoRecord || drawing_.version() < "AC1012") return root;
+    if (root != kNoRecord || drawing_.version() < dxf::kFirstWithObjects) return root;
     // It is known by being the first object.
     const RecordId section = ensureSection(drawing_, "OBJECTS");
     std::vector<dxf::NewTag> tags{
         {0, "DICTIONARY"}, {5, dxf::handleText(drawing_.newHandle())}, {330, "0"}, {100, "AcDbDictionary"}};
-    if (drawing_.version() >= "AC1015") tags.push_back({281, "1"});
+    if (drawing_.version() >= dxf::Version::R2000) tags.push_back({281, "1"});
     return drawing_.insertRecord(drawing_.next(section), RecordKind::Object, tags);
 }
 

@@ -7,13 +7,24 @@ namespace qrs::host {
 
 namespace {
 
+using dxf::Version;
+
 constexpr int kFirstXdata = 1000;
 constexpr int kGroup = 102;
 constexpr int kSubclass = 100;
 
 constexpr CodeFormat kEntityCodes[] = {
-    {67, ""},       {410, "AC1015"}, {8, ""},         {6, ""},         {62, ""},        {370, "AC1015"},
-    {48, "AC1012"}, {60, "AC1012"},  {420, "AC1018"}, {430, "AC1018"}, {440, "AC1018"},
+    {67},
+    {410, Version::R2000},
+    {8},
+    {6},
+    {62},
+    {370, Version::R2000},
+    {48, Version::R13},
+    {60, Version::R13},
+    {420, Version::R2004},
+    {430, Version::R2004},
+    {440, Version::R2004},
 };
 
 // Passes the tags that belong to an object itself to a visitor: visitor(tag) returns false to stop.
@@ -61,9 +72,9 @@ int RecordFormat::rankOfMark(std::string_view mark, int behind) const {
     return -1;
 }
 
-const char* RecordFormat::sinceOf(int code) const {
+dxf::Version RecordFormat::sinceOf(int code) const {
     const int rank = rankOf(code);
-    return rank < 0 ? "" : codes[rank].since;
+    return rank < 0 ? Version::Oldest : codes[rank].since;
 }
 
 const RecordFormat& entityFormat() {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/dxf/drawing.h"
+#include "host/dxf/version.h"
 
 namespace qrs::host {
 
@@ -14,7 +15,7 @@ namespace qrs::host {
 // which records are written.
 struct CodeFormat {
     int code;
-    const char* since;
+    dxf::Version since = dxf::Version::Oldest;
     const char* mark = nullptr;  // of a row with code 100: the subclass mark behind which the following rows stand
 };
 
@@ -26,8 +27,8 @@ struct RecordFormat {
 
     // Place in the order; -1 when the row does not have the code.
     int rankOf(int code) const;
-    // Empty when every version knows it.
-    const char* sinceOf(int code) const;
+    // Version::Oldest when every version knows it.
+    dxf::Version sinceOf(int code) const;
     // Place of a subclass mark behind another place; -1 when it has no place there.
     int rankOfMark(std::string_view mark, int behind) const;
 };

@@ -5,22 +5,53 @@ namespace qrs::host {
 
 namespace {
 
-constexpr CodeFormat kNamedCodes[] = {{2, ""}, {70, ""}};
+using dxf::Version;
+
+constexpr CodeFormat kNamedCodes[] = {{2}, {70}};
 // 49 opens a dash, the rest of its tags follow.
 constexpr int kDashCode = 49;
-constexpr CodeFormat kLinetypeCodes[] = {{2, ""},        {70, ""},        {3, ""},         {72, ""},
-                                         {73, ""},       {40, ""},        {kDashCode, ""}, {74, "AC1012"},
-                                         {75, "AC1012"}, {340, "AC1012"}, {46, "AC1012"},  {50, "AC1012"},
-                                         {44, "AC1012"}, {45, "AC1012"},  {9, "AC1012"}};
-constexpr CodeFormat kLayerCodes[] = {{2, ""},         {70, ""},        {62, ""},        {420, "AC1018"},
-                                      {430, "AC1018"}, {6, ""},         {290, "AC1015"}, {370, "AC1015"},
-                                      {390, "AC1015"}, {347, "AC1021"}, {348, "AC1021"}};
+constexpr CodeFormat kLinetypeCodes[] = {{2},
+                                         {70},
+                                         {3},
+                                         {72},
+                                         {73},
+                                         {40},
+                                         {kDashCode},
+                                         {74, Version::R13},
+                                         {75, Version::R13},
+                                         {340, Version::R13},
+                                         {46, Version::R13},
+                                         {50, Version::R13},
+                                         {44, Version::R13},
+                                         {45, Version::R13},
+                                         {9, Version::R13}};
+constexpr CodeFormat kLayerCodes[] = {{2},
+                                      {70},
+                                      {62},
+                                      {420, Version::R2004},
+                                      {430, Version::R2004},
+                                      {6},
+                                      {290, Version::R2000},
+                                      {370, Version::R2000},
+                                      {390, Version::R2000},
+                                      {347, Version::R2007},
+                                      {348, Version::R2007}};
 // The typeface lies in extended data, which records of old drawings do not have.
-constexpr CodeFormat kTextStyleCodes[] = {{2, ""},  {70, ""},         {40, ""},         {41, ""},
-                                          {50, ""}, {71, ""},         {42, ""},         {3, ""},
-                                          {4, ""},  {1001, "AC1012"}, {1000, "AC1012"}, {1071, "AC1012"}};
+constexpr CodeFormat kTextStyleCodes[] = {{2},
+                                          {70},
+                                          {40},
+                                          {41},
+                                          {50},
+                                          {71},
+                                          {42},
+                                          {3},
+                                          {4},
+                                          {1001, Version::R13},
+                                          {1000, Version::R13},
+                                          {1071, Version::R13}};
 
-constexpr CodeFormat kBlockCodes[] = {{2, ""}, {340, "AC1012"}, {70, "AC1012"}, {280, "AC1012"}, {281, "AC1012"}};
+constexpr CodeFormat kBlockCodes[] = {
+    {2}, {340, Version::R13}, {70, Version::R13}, {280, Version::R13}, {281, Version::R13}};
 
 // No layout shows a new block; it may be exploded and scaled at will.
 constexpr SiblingTag kBlockSiblingTags[] = {{340, "0"}, {70, "0"}, {280, "1"}, {281, "0"}};

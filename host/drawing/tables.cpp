@@ -105,9 +105,9 @@ std::vector<dxf::NewTag> SymbolTables::composed(const TableFormat& format, const
     if (drawing_.hasHandles() && (alone || drawing_.record(sibling).handle != 0))
         tags.push_back({format.handleCode, dxf::handleText(drawing_.newHandle())});
     const std::uint64_t owner = drawing_.record(head).handle;
-    if (owner != 0 && (alone ? drawing_.version() >= "AC1015" : drawing_.findTag(sibling, 330, tag)))
+    if (owner != 0 && (alone ? drawing_.version() >= dxf::kFirstWithOwners : drawing_.findTag(sibling, 330, tag)))
         tags.push_back({330, dxf::handleText(owner)});
-    if (alone ? drawing_.version() >= "AC1012" : drawing_.findTag(sibling, 100, tag)) {
+    if (alone ? drawing_.version() >= dxf::kFirstWithSubclasses : drawing_.findTag(sibling, 100, tag)) {
         tags.push_back({100, "AcDbSymbolTableRecord"});
         tags.push_back({100, format.recordSubclass});
     }
@@ -161,10 +161,10 @@ RecordId SymbolTables::makeHead(TableKind kind) {
     }
     std::vector<dxf::NewTag> tags{{0, "TABLE"}, {2, tableFormat(kind).name}};
     if (drawing_.hasHandles()) {
-        if (drawing_.version() >= "AC1012") tags.push_back({5, dxf::handleText(drawing_.newHandle())});
-        if (drawing_.version() >= "AC1015") tags.push_back({330, "0"});
+        if (drawing_.version() >= dxf::kFirstWithHandles) tags.push_back({5, dxf::handleText(drawing_.newHandle())});
+        if (drawing_.version() >= dxf::kFirstWithOwners) tags.push_back({330, "0"});
     }
-    if (drawing_.version() >= "AC1012") tags.push_back({100, "AcDbSymbolTable"});
+    if (drawing_.version() >= dxf::kFirstWithSubclasses) tags.push_back({100, "AcDbSymbolTable"});
     tags.push_back({70, "0"});
     const RecordId table = drawing_.insertRecord(before, RecordKind::Table, tags);
     drawing_.insertRecord(before, RecordKind::EndTable, {{0, "ENDTAB"}});

@@ -7,7 +7,6 @@
 #include "host/dxf/codeform.h"
 #include "host/dxf/text.h"
 #include "host/dxf/textform.h"
-#include "host/dxf/version.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::dxf {
@@ -69,9 +68,12 @@ void Drawing::readHeader() {
         const RecordId id = findHeaderVariable(name);
         return id != kNoRecord && findTag(id, code, tag);
     };
-    if (variable("$ACADVER", codes::kText)) version_ = trimmed(tag.value);
+    if (variable("$ACADVER", codes::kText)) {
+        versionText_ = trimmed(tag.value);
+        version_ = versionOf(versionText_);
+    }
     handling_ = variable("$HANDLING", codes::kFlags) && toInteger(tag.value) != 0;
-    if (versionOf(version_) >= kFirstInUtf8 || index_.hasUtf8Mark) {
+    if (version_ >= kFirstInUtf8 || index_.hasUtf8Mark) {
         codePage_ = platform::kUtf8;
     } else {
         if (variable("$DWGCODEPAGE", codes::kOtherText)) codePage_ = codePageOf(tag.value);
@@ -163,7 +165,7 @@ bool Drawing::findTag(RecordId id, int code, Tag& tag, int nth) const {
 // --- what the whole drawing says of itself
 
 bool Drawing::hasHandles() const {
-    return handling_ || versionOf(version_) >= kFirstWithHandles || index_.greatestHandle != 0;
+    return handling_ || version_ >= kFirstWithHandles || index_.greatestHandle != 0;
 }
 
 std::wstring Drawing::decode(std::string_view value) const {

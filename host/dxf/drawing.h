@@ -30,17 +30,16 @@
 #include "host/dxf/saveguard.h"
 #include "host/dxf/source.h"
 #include "host/dxf/tags.h"
+#include "host/dxf/version.h"
 #include "host/platform/error.h"
 
 namespace qrs::dxf {
-
-using Warning = Fault;
 
 class Drawing {
   public:
     // Reads and indexes a file. Null, with "path:line: reason" in error ("path: byte N: reason" for a binary one), when
     // it is truncated, no DXF, or cannot be cut into tags. What can be worked on in spite of an error opens with
-    // warnings; a file is truncated when it ends within a section, and only lacks its EOF when it ends behind one.
+    // faults; a file is truncated when it ends within a section, and only lacks its EOF when it ends behind one.
     static std::unique_ptr<Drawing> open(const std::filesystem::path& native, platform::Error& error);
     // The same from bytes that the drawing keeps; name stands in for the path in messages.
     static std::unique_ptr<Drawing> fromBytes(std::string bytes, const std::string& name, platform::Error& error);
@@ -59,7 +58,6 @@ class Drawing {
     // What was wrong in the file, in its order: missing ends, counts too small, handles given twice, pointers to
     // nothing. The first hundred, and then one that counts the others.
     const std::vector<Fault>& faults() const { return index_.faults.all(); }
-    const std::vector<Fault>& warnings() const { return faults(); }
     // The drawing's whole text as it would be written; for tests and small drawings.
     std::string toBytes() const;
 
@@ -131,9 +129,10 @@ class Drawing {
     // Bytes of the file as it was opened.
     std::uint64_t fileSize() const { return source_->bytes().size(); }
     bool isBinary() const { return form_->isBinary(); }
-    const std::string& version() const { return version_; }  // "AC1024"; "AC1009" when the header does not say
-    bool hasHandles() const;                                 // records carry handles ($HANDLING or from R13 on)
-    unsigned codePage() const { return codePage_; }          // kUtf8 from AC1021 on
+    Version version() const { return version_; }                     // R12's when the header does not say
+    const std::string& versionText() const { return versionText_; }  // "AC1024", as the header spells it
+    bool hasHandles() const;                                         // records carry handles ($HANDLING or from R13 on)
+    unsigned codePage() const { return codePage_; }                  // kUtf8 from R2007 on
     // A handle nobody has; moves $HANDSEED on (the variable is written when the drawing has one).
     std::uint64_t newHandle();
     std::wstring decode(std::string_view value) const;
@@ -163,7 +162,8 @@ class Drawing {
     std::unique_ptr<Form> form_;
     SaveGuard guard_;
     mutable HandleIndex handles_;  // built when first asked for
-    std::string version_ = "AC1009";
+    Version version_ = Version::R12;
+    std::string versionText_ = "AC1009";
     unsigned codePage_ = 0;
     bool handling_ = false;
     std::uint64_t seed_ = 0;  // next handle to be given, once one was asked for

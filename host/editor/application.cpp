@@ -83,16 +83,16 @@ std::vector<std::string> Application::documentWarnings() const {
     std::vector<std::string> lines;
     AcApDocument* document = currentDocument();
     if (!document) return lines;
-    const auto& warnings = DatabaseAccess::drawing(*document->database()).warnings();
+    const auto& faults = DatabaseAccess::drawing(*document->database()).faults();
     const ACHAR* fileName = nullptr;
     document->database()->getFilename(fileName);
     const std::string name = fileName ? platform::nativePath(fileName).filename().u8string() : std::string();
-    for (const dxf::Warning& warning : warnings) {
+    for (const dxf::Fault& fault : faults) {
         if (lines.size() == kShown) {
-            lines.push_back(name + ": further errors: " + std::to_string(warnings.size() - kShown));
+            lines.push_back(name + ": further errors: " + std::to_string(faults.size() - kShown));
             break;
         }
-        lines.push_back(name + ": " + warning.message());
+        lines.push_back(name + ": " + fault.message());
     }
     return lines;
 }

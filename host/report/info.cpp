@@ -19,17 +19,6 @@ using dxf::RecordKind;
 
 namespace {
 
-struct Release {
-    std::string_view version;
-    const wchar_t* name;
-};
-
-constexpr Release kReleases[] = {
-    {"AC1002", L"R2.5"}, {"AC1003", L"R2.6"}, {"AC1004", L"R9"},   {"AC1006", L"R10"},  {"AC1009", L"R12"},
-    {"AC1012", L"R13"},  {"AC1014", L"R14"},  {"AC1015", L"2000"}, {"AC1018", L"2004"}, {"AC1021", L"2007"},
-    {"AC1024", L"2010"}, {"AC1027", L"2013"}, {"AC1032", L"2018"},
-};
-
 constexpr std::int64_t kFrozenBit = 1;
 constexpr std::int64_t kLockedBit = 4;
 constexpr std::int64_t kExternalReferenceBit = 4;
@@ -89,13 +78,13 @@ class Description {
 };
 
 void Description::describeFile() {
-    info_.version = drawing_.version();
-    for (const Release& release : kReleases)
-        if (release.version == info_.version) info_.release = release.name;
+    info_.version = drawing_.versionText();
+    const std::string_view release = dxf::releaseOf(drawing_.version());
+    info_.release.assign(release.begin(), release.end());
     info_.isBinary = drawing_.isBinary();
     info_.bytes = drawing_.fileSize();
-    for (const dxf::Warning& warning : drawing_.warnings())
-        info_.warnings.push_back(warning.message());
+    for (const dxf::Fault& fault : drawing_.faults())
+        info_.warnings.push_back(fault.message());
     info_.hasHandles = drawing_.hasHandles();
     info_.codePage = drawing_.codePage();
     const RecordId codePage = drawing_.findHeaderVariable("$DWGCODEPAGE");

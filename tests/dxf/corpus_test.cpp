@@ -112,7 +112,7 @@ TEST(Corpus, EveryDrawingComesBackOrIsRefused) {
         EXPECT_TRUE(drawing->toBytes() == bytes);
         const std::string warning = expectedOf(kRecovered, path);
         if (!warning.empty()) {
-            EXPECT_EQ(drawing->warnings().front().message(), warning);
+            EXPECT_EQ(drawing->faults().front().message(), warning);
         }
         if (drawing->isBinary()) continue;
         std::vector<std::string> heads;

@@ -13,7 +13,7 @@ std::string typeAt(const Drawing& drawing, std::uint64_t handle) {
 }
 
 void checkSample(const Drawing& drawing) {
-    EXPECT_EQ(drawing.version(), "AC1015");
+    EXPECT_EQ(drawing.versionText(), "AC1015");
     EXPECT_EQ(drawing.codePage(), 936u);
     EXPECT_TRUE(drawing.hasHandles());
     EXPECT_EQ(typeAt(drawing, 0x27), "DIMSTYLE");
@@ -118,10 +118,10 @@ TEST(Reading, OldDrawings) {
         for (const std::string& bytes : {lay(tags), layBinary(tags, false)}) {
             const auto drawing = parse(bytes);
             ASSERT_NE(drawing, nullptr);
-            EXPECT_EQ(drawing->version(), "AC1004");
+            EXPECT_EQ(drawing->versionText(), "AC1004");
             EXPECT_EQ(drawing->hasHandles(), handling);
             EXPECT_EQ(drawing->codePage(), platform::ansiCodePage());
-            EXPECT_TRUE(drawing->warnings().empty());
+            EXPECT_TRUE(drawing->faults().empty());
             const RecordId polyline = drawing->next(drawing->findSection("ENTITIES"));
             EXPECT_EQ(drawing->decode(drawing->name(drawing->record(polyline).layer)), L"\u7BA1");
             EXPECT_EQ(drawing->record(drawing->next(drawing->next(polyline))).owner, polyline);
@@ -136,7 +136,7 @@ TEST(Reading, OldDrawings) {
         }
     }
     const auto bare = parse("0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\n0\nENDSEC\n0\nEOF\n");
-    EXPECT_EQ(bare->version(), "AC1009");
+    EXPECT_EQ(bare->versionText(), "AC1009");
     EXPECT_FALSE(bare->hasHandles());
     EXPECT_EQ(bare->findTable("LAYER"), kNoRecord);
 }

@@ -1,4 +1,4 @@
-// Drawings with errors: they open with warnings, can be worked on, and what is not understood stays as it was.
+// Drawings with errors: they open with their faults told, can be worked on, and what is not understood stays as it was.
 #include <algorithm>
 
 #include "tests/dxf/sample.h"
@@ -28,14 +28,14 @@ Tags soundTags() {
 
 std::vector<std::string> messages(const Drawing& drawing) {
     std::vector<std::string> all;
-    for (const Warning& warning : drawing.warnings())
-        all.push_back(warning.message());
+    for (const Fault& fault : drawing.faults())
+        all.push_back(fault.message());
     return all;
 }
 
 TEST(Recovery, ErrorsAreToldWithLineAndHandle) {
     const Tags sound = soundTags();
-    EXPECT_TRUE(parse(lay(sound))->warnings().empty());
+    EXPECT_TRUE(parse(lay(sound))->faults().empty());
     const struct {
         Tags tags;
         std::string message;
@@ -71,8 +71,8 @@ TEST(Recovery, ErrorsAreToldWithLineAndHandle) {
         // The same of the binary form, by place instead of line.
         const auto binary = parse(layBinary(one.tags, true));
         ASSERT_NE(binary, nullptr);
-        ASSERT_EQ(binary->warnings().size(), told.size());
-        EXPECT_EQ(binary->warnings().front().text, drawing->warnings().front().text);
+        ASSERT_EQ(binary->faults().size(), told.size());
+        EXPECT_EQ(binary->faults().front().text, drawing->faults().front().text);
         EXPECT_EQ(messages(*binary).front().substr(0, 5), "byte ");
     }
     std::string number = lay(sound);
@@ -134,7 +134,7 @@ TEST(Recovery, DrawingsWithoutEndsCanBeWorkedOn) {
         for (const RecordKind kind : {RecordKind::TableRecord, RecordKind::Entity, RecordKind::EndSection}) {
             EXPECT_EQ(count(*again, kind), count(*drawing, kind));
         }
-        EXPECT_EQ(again->warnings().size(), drawing->warnings().size());
+        EXPECT_EQ(again->faults().size(), drawing->faults().size());
     }
 }
 

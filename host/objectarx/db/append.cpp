@@ -22,7 +22,7 @@ using dxf::RecordKind;
 namespace {
 
 // Where drawings begin to keep the objects of classes that they know by a record of the class alone.
-constexpr const char* kFirstWithClasses = "AC1015";
+constexpr dxf::Version kFirstWithClasses = dxf::Version::R2000;
 
 std::wstring textOf(const ACHAR* text) {
     return text ? text : L"";
@@ -88,14 +88,14 @@ Acad::ErrorStatus appendEntity(DatabaseState& state, AcDbEntity& entity, std::ui
 Acad::ErrorStatus appendObject(DatabaseState& state, AcDbObject& object, std::uint64_t owner) {
     const dxf::Drawing& drawing = state.drawing();
     const AcRxClass* rxClass = object.isA();
-    if (drawing.version() < "AC1012" || !rxClass->dxfName()) return Acad::eNotApplicable;
+    if (drawing.version() < dxf::kFirstWithObjects || !rxClass->dxfName()) return Acad::eNotApplicable;
     std::vector<dxf::NewTag> content;
     const bool isRecord = rxClass == AcDbXrecord::desc();
     const bool isDictionary = rxClass == AcDbDictionary::desc();
     if (isRecord || isDictionary) {
         content.push_back({100, isRecord ? "AcDbXrecord" : "AcDbDictionary"});
         // What becomes of a doubled name when drawings are put together: the first stays.
-        if (drawing.version() >= "AC1015") content.push_back({isRecord ? 280 : 281, "1"});
+        if (drawing.version() >= dxf::Version::R2000) content.push_back({isRecord ? 280 : 281, "1"});
         if (const DetachedTags* own = OpenObjects::ownTags(object))
             for (const auto& [code, value] : own->tags)
                 content.push_back({code, writeText(drawing, platform::fromUtf8(value))});

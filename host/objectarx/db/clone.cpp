@@ -163,8 +163,8 @@ std::vector<dxf::NewTag> blockTags(DatabaseState& state, const char* type, std::
     dxf::Drawing& drawing = state.drawing();
     std::vector<dxf::NewTag> tags{{0, type}};
     if (hasHandle) tags.push_back({kHandleCode, dxf::handleText(drawing.newHandle())});
-    if (owner != 0 && drawing.version() >= "AC1015") tags.push_back({kOwnerCode, dxf::handleText(owner)});
-    const bool hasMarks = drawing.version() >= "AC1012";
+    if (owner != 0 && drawing.version() >= dxf::kFirstWithOwners) tags.push_back({kOwnerCode, dxf::handleText(owner)});
+    const bool hasMarks = drawing.version() >= dxf::kFirstWithSubclasses;
     if (hasMarks) tags.push_back({kSubclass, "AcDbEntity"});
     tags.push_back({kLayerCode, "0"});
     if (hasMarks) tags.push_back({kSubclass, mark});
@@ -183,7 +183,7 @@ std::wstring freeName(const BlockIndex& blocks, const std::wstring& name) {
 // The block's id: its record's where drawings have a table of them, else its definition's.
 std::uint32_t DatabaseState::addBlock(const DetachedTags& own, std::wstring_view wantedName) {
     const std::wstring name = freeName(blocks(), std::wstring(wantedName));
-    const bool hasTable = drawing_->version() >= "AC1012";
+    const bool hasTable = drawing_->version() >= dxf::Version::R13;
     bool hasHandle = drawing_->hasHandles();
     // Old drawings may have handles on other records alone.
     for (const Block& block : blocks().blocks())

@@ -126,7 +126,7 @@ AcDbObjectId AcDbDatabase::namedObjectsDictionaryId() const {
 
 Acad::ErrorStatus AcDbDatabase::getNamedObjectsDictionary(AcDbDictionary*& dictionary, AcDb::OpenMode mode) {
     dictionary = nullptr;
-    if (state_->drawing().version() < "AC1012") return Acad::eNotApplicable;
+    if (state_->drawing().version() < dxf::kFirstWithObjects) return Acad::eNotApplicable;
     if (mode == AcDb::kForWrite) qrs::host::NewRecords(state_->contents()).ensureRootDictionary();
     const AcDbObjectId id = namedObjectsDictionaryId();
     return id.isNull() ? Acad::eKeyNotFound : acdbOpenObject(dictionary, id, mode);
@@ -147,13 +147,16 @@ AcDbObjectId AcDbDatabase::layerZero() const {
 
 AcDb::AcDbDwgVersion AcDbDatabase::originalFileVersion() const {
     static constexpr struct {
-        const char* name;
+        dxf::Version first;
         AcDb::AcDbDwgVersion version;
-    } kVersions[] = {{"AC1032", AcDb::kDHL_1032}, {"AC1027", AcDb::kDHL_1027}, {"AC1024", AcDb::kDHL_1024},
-                     {"AC1021", AcDb::kDHL_1021}, {"AC1018", AcDb::kDHL_1800}, {"AC1015", AcDb::kDHL_1015},
-                     {"AC1014", AcDb::kDHL_1014}, {"AC1012", AcDb::kDHL_1012}};
+    } kVersions[] = {
+        {dxf::Version::R2018, AcDb::kDHL_1032}, {dxf::Version::R2013, AcDb::kDHL_1027},
+        {dxf::Version::R2010, AcDb::kDHL_1024}, {dxf::Version::R2007, AcDb::kDHL_1021},
+        {dxf::Version::R2004, AcDb::kDHL_1800}, {dxf::Version::R2000, AcDb::kDHL_1015},
+        {dxf::Version::R14, AcDb::kDHL_1014},   {dxf::Version::R13, AcDb::kDHL_1012},
+    };
     for (const auto& known : kVersions)
-        if (state_->drawing().version() >= known.name) return known.version;
+        if (state_->drawing().version() >= known.first) return known.version;
     return AcDb::kDHL_1009;
 }
 

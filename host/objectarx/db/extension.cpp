@@ -15,7 +15,6 @@ namespace {
 constexpr int kGroupCode = 102;
 constexpr int kHandleCode = 5;
 constexpr int kDimStyleHandleCode = 105;
-constexpr const char* kFirstWithObjects = "AC1012";
 
 // The handles that stand in a 102 group of an object.
 std::vector<std::uint64_t> handlesIn(const dxf::Drawing& drawing, dxf::RecordId record, std::string_view group,
@@ -48,7 +47,7 @@ Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
     if (!extensionDictionary().isNull()) return Acad::eOk;
     dxf::Drawing& drawing = state->drawing();
     const dxf::RecordId record = state->ids().recordOf(record_);
-    if (drawing.version() < kFirstWithObjects || record == dxf::kNoRecord || drawing.record(record).handle == 0)
+    if (drawing.version() < dxf::kFirstWithObjects || record == dxf::kNoRecord || drawing.record(record).handle == 0)
         return Acad::eNotApplicable;
     auto dictionary = std::make_unique<AcDbDictionary>();
     // It owns what it names.

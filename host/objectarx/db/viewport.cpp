@@ -16,7 +16,7 @@ namespace {
 // Handles are soft pointers; some programs write hard ones.
 constexpr int kFrozenCode = 331;
 constexpr int kHardFrozenCode = 341;
-constexpr const char* kFirstWithHandles = "AC1015";
+constexpr dxf::Version kFirstByHandle = dxf::Version::R2000;
 
 constexpr int kXdataName = 1000;
 constexpr int kXdataApplication = 1001;
@@ -95,7 +95,7 @@ FrozenList readHandles(DatabaseState& state, dxf::RecordId viewport) {
 }
 
 FrozenList readFrozen(DatabaseState& state, dxf::RecordId viewport) {
-    return state.drawing().version() >= kFirstWithHandles ? readHandles(state, viewport) : readNames(state, viewport);
+    return state.drawing().version() >= kFirstByHandle ? readHandles(state, viewport) : readNames(state, viewport);
 }
 
 bool holds(const FrozenList& list, dxf::RecordId layer) {
