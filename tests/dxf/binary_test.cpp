@@ -40,6 +40,13 @@ TEST(Binary, ValuesOfEveryKindReadAsText) {
         {41, doubleBytes(1e300), "1.0E+300"},
         {42, doubleBytes(std::nan("7")), "nan"},
         {43, doubleBytes(-std::numeric_limits<double>::infinity()), "-inf"},
+        {44, doubleBytes(5.0), "5.0"},
+        {45, doubleBytes(-1000.0), "-1000.0"},
+        {46, doubleBytes(0.0001), "0.0001"},
+        {47, doubleBytes(-0.001), "-0.001"},
+        {48, doubleBytes(12.34), "12.34"},
+        {49, doubleBytes(0.0), "0.0"},
+        {50, doubleBytes(123456789012345.5), "123456789012345.5"},
         {62, "\xFE\xFF", "-2"},
         {90, std::string("\x00\x00\x00\x80", 4), "-2147483648"},
         {160, std::string("\x01\x00\x00\x00\x00\x01\x00\x00", 8), "1099511627777"},
@@ -211,6 +218,36 @@ TEST(Binary, TextsStayForAWhile) {
             ASSERT_EQ(last[i - kHeld], padding + std::to_string(i - kHeld + 1));
         }
     }
+}
+
+// Texts that were given up are made anew: the memory they lay in is no more.
+TEST(Binary, TextsThatWereGivenUpAreMadeAnew) {
+    Tags tags = {{0, "SECTION"}, {2, "ENTITIES"}};
+    constexpr std::size_t kCount = 12;
+    const auto longText = [](std::size_t i) { return std::string(1500000, static_cast<char>('a' + i)); };
+    for (std::size_t i = 0; i < kCount; ++i)
+        tags.insert(tags.end(), {{0, "TEXT"}, {5, handleText(i + 1)}, {8, "0"}, {1, longText(i)}});
+    tags.insert(tags.end(), {{0, "ENDSEC"}, {0, "EOF"}});
+    const auto drawing = parse(layBinary(tags, true));
+    Tag tag;
+    for (const std::size_t i : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 0, 11, 5}) {
+        ASSERT_TRUE(drawing->findTag(drawing->findHandle(i + 1), 1, tag));
+        EXPECT_TRUE(tag.value == longText(i)) << i;
+    }
+}
+
+// What a step changed reads as before once it is taken back, though its text was just read.
+TEST(Binary, TextsFollowWhatIsTakenBack) {
+    const auto drawing = parse(layBinary(sampleTags(), true));
+    const RecordId line = drawing->findHandle(0x18);
+    Tag tag;
+    const auto layer = [&] { return drawing->findTag(line, 8, tag) ? std::string(tag.value) : "none"; };
+    drawing->beginStep(L"move");
+    ASSERT_EQ(layer(), "PIPE");
+    drawing->setValue(line, tag, "0");
+    EXPECT_EQ(layer(), "0");
+    EXPECT_TRUE(drawing->takeBack());
+    EXPECT_EQ(layer(), "PIPE");
 }
 
 }  // namespace

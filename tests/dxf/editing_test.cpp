@@ -1,9 +1,11 @@
 // Editing and saving: only what is changed changes, in the drawing's own style, and the index follows.
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <thread>
 
 #include "host/platform/codepage.h"
 #include "tests/dxf/sample.h"
@@ -182,19 +184,75 @@ TEST(Editing, NewHandlesAreFree) {
     EXPECT_EQ(late->newHandle(), 0x1000u);
     EXPECT_EQ(seed(*late), "1001");
 
+    // A seed that no program wrote in earnest is none; counting goes on from the greatest handle there is.
+    for (const char* absurd : {"FFFFFFFFFFFFFFFF", "1000000000000000", "FFFFFFFFFFFFFFFFF", "0", "-1", "seed", ""}) {
+        const Tags seeded = replaced(sampleTags(), "30", {{5, absurd}});
+        for (const std::string& bytes : {lay(seeded), layBinary(seeded, true)}) {
+            const auto odd = parse(bytes);
+            EXPECT_EQ(odd->newHandle(), 0x28u) << absurd;
+            EXPECT_EQ(odd->newHandle(), 0x29u) << absurd;
+            EXPECT_EQ(seed(*odd), "2A") << absurd;
+        }
+    }
+
     const auto bare = parse("0\nSECTION\n2\nENTITIES\n0\nLINE\n5\nA\n8\n0\n0\nENDSEC\n0\nEOF\n");
     EXPECT_EQ(bare->newHandle(), 0xBu);
     EXPECT_EQ(bare->newHandle(), 0xCu);
     EXPECT_FALSE(bare->isModified());
 }
 
-TEST(Editing, SavesWholeOrNotAtAll) {
+std::string content(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+fs::path newFolder() {
     const fs::path folder = fs::temp_directory_path() / ("qrs_dxf_test_" + std::to_string(std::time(nullptr)));
     fs::create_directories(folder);
-    const auto content = [](const fs::path& path) {
-        std::ifstream file(path, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    };
+    return folder;
+}
+
+// Somebody writes into the file while it is copied: what was copied is neither its old content nor the new one.
+TEST(Editing, SavesNothingOfAFileThatChangesMeanwhile) {
+    const fs::path folder = newFolder();
+    const fs::path source = folder / "source.dxf";
+    const fs::path target = folder / "target" / "a.dxf";
+    fs::create_directories(target.parent_path());
+    Tags tags = {{0, "SECTION"}, {2, "ENTITIES"}};
+    tags.insert(tags.end(), 200, {0, "TEXT"});
+    for (std::size_t i = 2; i < tags.size(); ++i)
+        tags[i].value += std::string(100000, 'x');
+    tags.insert(tags.end(), {{0, "ENDSEC"}, {0, "EOF"}});
+    std::ofstream(source, std::ios::binary) << lay(tags);
+    std::ofstream(target, std::ios::binary) << "as it was";
+    // The change may come too late once or twice, but not every time.
+    bool isRefused = false;
+    for (int attempt = 0; attempt < 50 && !isRefused; ++attempt) {
+        platform::Error error;
+        const auto drawing = Drawing::open(source, error);
+        ASSERT_NE(drawing, nullptr) << error.message;
+        const auto filesBeside = [&] { return std::distance(fs::directory_iterator(target.parent_path()), {}); };
+        const auto before = filesBeside();
+        std::atomic<bool> isOver{false};
+        std::thread other([&] {
+            while (filesBeside() == before && !isOver)
+                std::this_thread::yield();
+            fs::last_write_time(source, fs::last_write_time(source) - std::chrono::hours(1));
+        });
+        isRefused = !drawing->save(target, false, error);
+        isOver = true;
+        other.join();
+        if (!isRefused) continue;
+        EXPECT_EQ(error.message, source.u8string() + ": was changed by another program after it was opened; not saved");
+        EXPECT_EQ(filesBeside(), before);
+        if (attempt == 0) EXPECT_EQ(content(target), "as it was");
+    }
+    EXPECT_TRUE(isRefused);
+    fs::remove_all(folder);
+}
+
+TEST(Editing, SavesWholeOrNotAtAll) {
+    const fs::path folder = newFolder();
     const fs::path path = folder / "a.dxf";
     const std::string bytes = lay(sampleTags(), 3, "\r\n");
     std::ofstream(path, std::ios::binary) << bytes;

@@ -172,6 +172,59 @@ TEST(Reading, OneHandleForAll) {
     EXPECT_EQ(drawing->newHandle(), 0xACu);
 }
 
+// One of several records with a handle gets another handle, and the shared one back.
+TEST(Reading, RecordsThatShareAHandlePartAndMeet) {
+    std::string text = "0\nSECTION\n2\nENTITIES\n";
+    for (const char* handle : {"A", "B", "A", "B", "A"})
+        text += std::string("0\nPOINT\n5\n") + handle + "\n8\n0\n";
+    const auto drawing = parse(text + "0\nENDSEC\n0\nEOF\n");
+    const auto give = [&](RecordId id, std::string_view handle) {
+        Tag tag;
+        ASSERT_TRUE(drawing->findTag(id, 5, tag));
+        drawing->setValue(id, tag, handle);
+    };
+    const auto found = [&] {
+        return std::vector<RecordId>{drawing->findHandle(0xA), drawing->findHandle(0xB), drawing->findHandle(0xC)};
+    };
+    EXPECT_EQ(found(), (std::vector<RecordId>{1, 2, kNoRecord}));
+    give(1, "C");
+    EXPECT_EQ(found(), (std::vector<RecordId>{3, 2, 1}));
+    give(3, "B");
+    EXPECT_EQ(found(), (std::vector<RecordId>{5, 2, 1}));
+    drawing->eraseRecord(2);
+    EXPECT_EQ(found(), (std::vector<RecordId>{5, 3, 1}));
+    give(1, "A");
+    EXPECT_EQ(found(), (std::vector<RecordId>{1, 3, kNoRecord}));
+    drawing->eraseRecord(3);
+    drawing->eraseRecord(4);
+    EXPECT_EQ(found(), (std::vector<RecordId>{1, kNoRecord, kNoRecord}));
+}
+
+// Code lines of up to seven bytes are known by these bytes; longer ones must not be taken for them, nor their bytes for
+// others.
+TEST(Reading, CodeLinesOfEveryWidth) {
+    for (const char* lineEnd : {"\n", "\r\n", "\r"}) {
+        for (int width = 1; width <= 18; ++width) {
+            SCOPED_TRACE(width);
+            const std::string bytes = lay(sampleTags(), width, lineEnd);
+            const auto drawing = parse(bytes);
+            ASSERT_NE(drawing, nullptr);
+            checkSample(*drawing);
+            EXPECT_EQ(drawing->toBytes(), bytes);
+            // Any blank but that of a known line is still looked at.
+            const std::string known = std::string(static_cast<std::size_t>(width) - 1, ' ') + "0" + lineEnd + "SEQEND";
+            const std::size_t at = bytes.find(known);
+            if (width < 5 || at == std::string::npos) continue;
+            for (const char wrong : {'\0', '\x10', '@'}) {
+                std::string damaged = bytes;
+                damaged[at] = wrong;
+                platform::Error error;
+                EXPECT_EQ(Drawing::fromBytes(damaged, "damaged", error), nullptr) << static_cast<int>(wrong);
+            }
+        }
+    }
+}
+
 TEST(Reading, DamageIsToldWithItsPlace) {
     const auto replaced = [](std::string_view what, std::string_view by) {
         std::string text = lay(sampleTags());
@@ -234,7 +287,15 @@ TEST(Reading, Numbers) {
         EXPECT_EQ(toReal(realText(value)), value) << realText(value);
         EXPECT_NE(realText(value).find('.'), std::string::npos) << realText(value);
     }
-    EXPECT_EQ(realText(100.0), "100.0");
+    // Spelled as drawings were written before: plain digits but for extreme sizes, and always a point.
+    const struct {
+        double value;
+        const char* text;
+    } spelled[] = {{100.0, "100.0"},   {5.0, "5.0"},         {-0.25, "-0.25"},      {0.0001, "0.0001"},
+                   {1e-6, "0.000001"}, {1e-7, "1.0E-07"},    {-2.5e-9, "-2.5E-09"}, {1e15, "1000000000000000.0"},
+                   {1e16, "1.0E+16"},  {1.5e300, "1.5E+300"}};
+    for (const auto& one : spelled)
+        EXPECT_EQ(realText(one.value), one.text);
 }
 
 }  // namespace

@@ -14,13 +14,6 @@ Tags without(Tags tags, std::string_view value, int nth = 0) {
     return tags;
 }
 
-Tags replaced(Tags tags, std::string_view value, const Tags& by) {
-    const auto found = std::find_if(tags.begin(), tags.end(), [&](const NewTag& tag) { return tag.value == value; });
-    EXPECT_NE(found, tags.end());
-    tags.insert(tags.erase(found), by.begin(), by.end());
-    return tags;
-}
-
 // The sample, with the pointer to nothing taken out of it.
 Tags soundTags() {
     return replaced(sampleTags(), "77", {{330, "2"}});

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -189,6 +190,14 @@ inline Tags sampleTags() {
         {0, "ENDSEC"},
         {0, "EOF"},
     };
+}
+
+// The tags with others in the place of the first that has a value.
+inline Tags replaced(Tags tags, std::string_view value, const Tags& by) {
+    const auto found = std::find_if(tags.begin(), tags.end(), [&](const NewTag& tag) { return tag.value == value; });
+    EXPECT_NE(found, tags.end());
+    tags.insert(tags.erase(found), by.begin(), by.end());
+    return tags;
 }
 
 inline std::unique_ptr<Drawing> parse(std::string bytes) {
