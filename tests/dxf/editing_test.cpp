@@ -245,7 +245,9 @@ TEST(Editing, SavesNothingOfAFileThatChangesMeanwhile) {
         if (!isRefused) continue;
         EXPECT_EQ(error.message, source.u8string() + ": was changed by another program after it was opened; not saved");
         EXPECT_EQ(filesBeside(), before);
-        if (attempt == 0) EXPECT_EQ(content(target), "as it was");
+        if (attempt == 0) {
+            EXPECT_EQ(content(target), "as it was");
+        }
     }
     EXPECT_TRUE(isRefused);
     fs::remove_all(folder);
