@@ -2,6 +2,7 @@
 #pragma once
 
 #include "accmd.h"
+#include "axlock.h"
 #include "frame/entry.h"
 #include "frame/guard.h"
 #include "rxmfcapi.h"
@@ -21,12 +22,13 @@ extern const CommandRow commandTable[kCommandCount];
 // The group the commands are registered in, misspelled as it is in every menu and tool bar that calls it.
 constexpr const wchar_t* kCommandGroup = L"QRS_PIPESTSTEM";
 
-// The handler of a command: its body among the module's own resources.
+// The handler of a command: its body among the module's own resources. The drawing stays locked while it runs.
 template <AcRxFunctionPtr body>
 void command() {
     guarded([] {
         const CAcModuleResourceOverride resources(moduleInstance());
-        body();
+        const AcAxDocLock lock;
+        if (lock.lockStatus() == Acad::eOk) body();
     });
 }
 

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "acutads.h"
-#include "axlock.h"
 #include "dbobjptr.h"
 #include "layers/contents.h"
 #include "layers/layertoolbar.h"
@@ -105,8 +104,6 @@ void bringSystem(const BimSystem& bim) {
 }  // namespace
 
 void CLayerToolBar::CollectBimLayer() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     QrsExport::PostCommand(L"zoom e ");
     workingDatabase()->setLtscale(kLinetypeScale);
     std::vector<PipeClassificationNode> groups;

@@ -6,7 +6,6 @@
 
 #include "acutads.h"
 #include "adsdb.h"
-#include "axlock.h"
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "layers/layertoolbar.h"
@@ -92,8 +91,6 @@ bool qrs::layers::refuseAsTarget(const std::wstring& layer) {
 }
 
 void CLayerToolBar::EraseSelLayer() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     TPickEntSet picked;
     if (SelectEntities(L"\n请选择删除层上的图元 <退出>:", picked) != RTNORM) return;
     for (const AcDbObjectId& layer : layersOf(picked.ids())) {
@@ -105,8 +102,6 @@ void CLayerToolBar::EraseSelLayer() {
 }
 
 void CLayerToolBar::ConvertLayer() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     AcDbObjectId source;
     AcDbObjectId target;
     if (pickLayer(L"\n请选择要转换图层(源)上的任意图元:<退出>", source) != RTNORM) return;

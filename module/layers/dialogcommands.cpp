@@ -1,6 +1,5 @@
 // The layer commands that are little more than a dialog.
 #include "acutads.h"
-#include "axlock.h"
 #include "dbobjptr.h"
 #include "layers/layerlistdlg.h"
 #include "layers/layerpickupdlg.h"
@@ -28,8 +27,6 @@ AcDbObjectIdArray layersThatAreOff() {
 }  // namespace
 
 void CLayerToolBar::OpenLayer() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     const AcDbObjectIdArray off = layersThatAreOff();
     if (off.isEmpty()) {
         acutPrintf(L"\n所有图层都是打开的！");
@@ -42,7 +39,5 @@ void CLayerToolBar::OpenLayer() {
 }
 
 void CLayerToolBar::PickUpLayer() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     CLayerPickUpDlg().DoModal();
 }

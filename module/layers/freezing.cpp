@@ -1,5 +1,4 @@
 // Freezing and thawing layers.
-#include "axlock.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
 #include "PwxTool.h"
@@ -11,8 +10,6 @@ using namespace qrs::layers;
 using namespace qrs::tools;
 
 void CLayerToolBar::FrozenLayer() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     for (AcDbObjectId layer; pickLayer(L"\n请选择需要冻结层上的图元 <退出>:", layer) == RTNORM;) {
         AcDbObjectIdArray one;
         one.append(layer);
@@ -21,8 +18,6 @@ void CLayerToolBar::FrozenLayer() {
 }
 
 void CLayerToolBar::UnFrozenAllLayer() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     AcDbObjectIdArray layers;
     PwxTool::GetAllLayerIds(workingDatabase(), layers);
     freezeLayers(layers, false);

@@ -1,7 +1,7 @@
 // The layer commands. One object of the class serves them all; it carries nothing from one command to the next.
 #pragma once
 
-// Every command works on the current drawing and holds its lock while it runs. Esc at a prompt ends a command without a
+// Every command works on the current drawing, which its caller has locked. Esc at a prompt ends a command without a
 // message; what was changed before stays changed. A layer that cannot be opened is passed over. A pick that meets
 // nothing is asked again.
 //

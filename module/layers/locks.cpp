@@ -1,6 +1,5 @@
 // Locking and unlocking layers.
 #include "acutads.h"
-#include "axlock.h"
 #include "dbsymtb.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
@@ -38,8 +37,6 @@ AcDbObjectIdArray layersToKeep(const AcDbObjectIdArray& picked) {
 }  // namespace
 
 void CLayerToolBar::LockSelLayer() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     TPickEntSet picked;
     if (SelectEntities(L"\n请选择要锁定层上的图元 <退出>:", picked) != RTNORM) return;
     setLocked(layersOf(picked.ids()), true, L"层本身就是锁定的！");
@@ -47,8 +44,6 @@ void CLayerToolBar::LockSelLayer() {
 }
 
 void CLayerToolBar::UnLockSelLayer() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     TPickEntSet picked;
     const int answer = SelectEntities(L"\n请选择要解锁层上的图元(ESC退出,空格解开全部层) <全部>:", picked);
     if (answer == RTNORM) {
@@ -64,8 +59,6 @@ void CLayerToolBar::UnLockSelLayer() {
 }
 
 void CLayerToolBar::LockOtherLayers() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     TPickEntSet picked;
     if (SelectEntities(L"\n请选择要保留不被锁定层上的图元<退出>:", picked) != RTNORM) return;
     const AcDbObjectIdArray kept = layersToKeep(picked.ids());

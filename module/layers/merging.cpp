@@ -4,7 +4,6 @@
 #include "acedads.h"
 #include "acutads.h"
 #include "afxwin.h"
-#include "axlock.h"
 #include "dbobjptr.h"
 #include "layers/contents.h"
 #include "layers/layertoolbar.h"
@@ -60,8 +59,6 @@ void eraseLayer(AcDbObjectId layer) {
 }  // namespace
 
 void CLayerToolBar::MergeLayer() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     AcDbObjectId source;
     AcDbObjectId target;
     if (pickLayer(L"\n请选择要删除图层上的任意图元:<退出>", source) != RTNORM) return;

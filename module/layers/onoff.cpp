@@ -1,7 +1,6 @@
 // Turning layers off and on.
 #include "acedads.h"
 #include "acutads.h"
-#include "axlock.h"
 #include "dbobjptr.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
@@ -80,8 +79,6 @@ int pickLayerToClose(AcDbObjectId& layer) {
 }  // namespace
 
 void CLayerToolBar::CloseSelLayer() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     acedSSSetFirst(nullptr, nullptr);
     const PickingFilter filter;
     const NoObjectSnap noSnap;
@@ -94,8 +91,6 @@ void CLayerToolBar::CloseSelLayer() {
 }
 
 void CLayerToolBar::OpenSelLayer() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     TPickEntSet picked;
     if (SelectEntities(L"\n请选择打开层上的图元 <退出>:", picked) != RTNORM) return;
     const AcDbObjectIdArray kept = layersOf(picked.ids());

@@ -6,7 +6,6 @@
 #include "aced.h"
 #include "acedads.h"
 #include "acutads.h"
-#include "axlock.h"
 #include "dbobjptr.h"
 #include "layers/colorrecord.h"
 #include "layers/layerlistdlg.h"
@@ -132,8 +131,6 @@ void regenerate() {
 }  // namespace
 
 void CLayerToolBar::SetOneColor() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     int index = lastColor();
     AcDbObjectIdArray layers;
     if (!ask(index, layers)) return;
@@ -151,8 +148,6 @@ void CLayerToolBar::SetOneColor() {
 }
 
 void CLayerToolBar::RestoreColor() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     const auto kept = readColorRecord(workingDatabase());
     if (!kept) {
         acutPrintf(L"\n没有找到相关信息，图层颜色恢复失败！");

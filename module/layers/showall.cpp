@@ -3,7 +3,6 @@
 #include <vector>
 
 #include "acutads.h"
-#include "axlock.h"
 #include "dbobjptr.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
@@ -73,8 +72,6 @@ AcDbObjectIdArray showHiddenObjects(AcDbDatabase* database) {
 }  // namespace
 
 void CLayerToolBar::SetAllPipeLayOpen() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     AcDbDatabase* database = workingDatabase();
     turnAllLayersOn(database);
     showAllSystems(database);

@@ -2,7 +2,6 @@
 #include "aced.h"
 #include "acedads.h"
 #include "acutads.h"
-#include "axlock.h"
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "layers/layerlistdlg.h"
@@ -69,8 +68,6 @@ int pickViewport(const std::wstring& prompt, AcDbObjectId& viewport) {
 
 void CLayerToolBar::FrozenViewLayer() {
     if (refuseInModelSpace()) return;
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     for (TEntitySet picked; pickObject(L"\n请选择需要冻结的视口或视口图层上的任意图元 <退出>:", picked) == RTNORM;) {
         if (Viewport(idOf(picked), AcDb::kForRead).openStatus() == Acad::eOk) {
             freezeChosen(idOf(picked));
@@ -83,8 +80,6 @@ void CLayerToolBar::FrozenViewLayer() {
 
 void CLayerToolBar::UnFrozenViewAllLayer() {
     if (refuseInModelSpace()) return;
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     AcDbObjectId viewport;
     if (pickViewport(L"\n请选择需要解冻图层的视口<退出>:", viewport) != RTNORM) return;
     AcDbObjectIdArray frozen;

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "acutads.h"
-#include "axlock.h"
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "host/platform/dialog.h"
@@ -176,8 +175,6 @@ void CLayerControlBar::fill() {
 }
 
 void CLayerControlBar::change(const StateButton& button) {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     for (std::size_t i = 0; i < listed_.size(); ++i) {
         if (!list_->rows[i].chosen) continue;
         const AcDbObjectPointer<AcDbLayerTableRecord> layer(listed_[i].id, AcDb::kForRead);

@@ -8,7 +8,6 @@
 #include "acutads.h"
 #include "adsdb.h"
 #include "afxstr.h"
-#include "axlock.h"
 #include "dbents.h"
 #include "dbidmap.h"
 #include "gemat3d.h"
@@ -187,8 +186,6 @@ bool isAttributeDefinition(AcDbObjectId id) {
 }  // namespace
 
 void resetBlock() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     Reference reference;
     if (!askReference(reference)) return;
     TPickEntSet picked;

@@ -3,7 +3,6 @@
 
 #include "acutads.h"
 #include "adsdb.h"
-#include "axlock.h"
 #include "qrs_pipeentity.h"
 #include "qrs_select.h"
 #include "tools/changeable.h"
@@ -68,8 +67,6 @@ bool countInterfaces(AcDbObjectId object, InterfaceCount& count) {
 }
 
 void countInterfaces() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     for (;;) {
         TEntitySet picked;
         AcGePoint3d point;

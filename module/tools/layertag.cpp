@@ -2,7 +2,6 @@
 #include "tools/layertag.h"
 
 #include "acedads.h"
-#include "axlock.h"
 #include "PwxTool.h"
 #include "qrs_select.h"
 #include "tools/chain.h"
@@ -65,8 +64,6 @@ CString layerTag(const AcDbEntity& entity) {
 }
 
 void tagPicked(const CString& discipline) {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     CString prompt;
     prompt.Format(L"\n请选择要加%s标识的图元<退出>:", discipline.GetString());
     TPickEntSet picked;
@@ -83,8 +80,6 @@ void tagPicked(const CString& discipline) {
 }
 
 void cleanArchitectureTags() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     acedInitGet(0, L"A");
     TPickEntSet picked;
     const int answer = SelectEntities(L"\n请选择要清除建筑标识的图元[清除全部A]<退出>", picked);

@@ -7,7 +7,6 @@
 #include <set>
 
 #include "acedads.h"
-#include "axlock.h"
 #include "host/platform/codepage.h"
 #include "host/platform/number.h"
 #include "qrs_kernal.h"
@@ -213,16 +212,12 @@ bool writeTextSpacing(const TextSpacing& spacing) {
 }
 
 void optimizeLinetypes() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     TextSpacing spacing = readTextSpacing();
     const AcDbObjectIdArray chosen = selectObjects(spacing);
     optimize(chosen, spacing);
 }
 
 void optimizeLinetypesByDialog() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     // Shown until it is closed: behind a dialog that stays open nobody could answer the selection's prompt here.
     CLinetypeOptimizeDlg dialog;
     if (dialog.DoModal() != IDOK) return;

@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "acutads.h"
-#include "axlock.h"
 #include "PipeSystemTool.h"
 #include "qrs_pipeentity.h"
 #include "qrs_select.h"
@@ -150,8 +149,6 @@ class PipeUpdate {
 }  // namespace
 
 void updatePipes() {
-    const AcAxDocLock lock;
-    if (lock.lockStatus() != Acad::eOk) return;
     if (standard::currentStandard() == nullptr) {
         acutPrintf(L"\n现在没有管线系统标准。");
         return;

@@ -105,10 +105,13 @@ TEST_F(LayerCommands, CommandsRunAmongTheModulesResourcesAndLetNothingOut) {
     ASSERT_NE(frame::moduleInstance(), nullptr);
     EXPECT_EQ(seen, (std::vector<HINSTANCE>{nullptr, frame::moduleInstance(), nullptr}));
 
-    terminal.atPrompt = [] {
+    AcAp::DocLockMode lock = AcAp::kNone;
+    terminal.atPrompt = [&] {
+        if (lock == AcAp::kNone) lock = application.currentDocument()->lockMode(true);
         if (AfxGetResourceHandle()) throw std::runtime_error("the line is dead");
     };
     EXPECT_NO_THROW((acedRegCmds)->lookupGlobalCmd(L"UnLockSelLayer")->functionAddr()());
+    EXPECT_EQ(lock, AcAp::kWrite) << "outside of any command, too";
     const std::wstring transcript = run({L"UnLockSelLayer", L"SetAllPipeLayOpen"});
     EXPECT_EQ(count(transcript, L"<error>qrs_pipeSystem：the line is dead\n"), 1u) << platform::toUtf8(transcript);
     EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "B C");
