@@ -105,6 +105,42 @@ bool decodeUtf8(std::string_view bytes, std::wstring& text) {
     return good;
 }
 
+bool isUtf16(unsigned codePage) {
+    return codePage == kUtf16Little || codePage == kUtf16Big;
+}
+
+// Appends the text of the bytes, lone surrogates as they are; false when there are such, or half a unit.
+bool decodeUtf16(bool isLittle, std::string_view bytes, std::wstring& text) {
+    const auto unitAt = [&](std::size_t at) {
+        const auto first = static_cast<unsigned char>(bytes[at]), second = static_cast<unsigned char>(bytes[at + 1]);
+        return static_cast<char32_t>(isLittle ? second << 8 | first : first << 8 | second);
+    };
+    bool good = true;
+    std::size_t at = 0;
+    for (; at + 2 <= bytes.size(); at += 2) {
+        char32_t codePoint = unitAt(at);
+        const char32_t second = isHighSurrogate(codePoint) && at + 4 <= bytes.size() ? unitAt(at + 2) : 0;
+        if (isLowSurrogate(second)) {
+            codePoint = joinedSurrogates(codePoint, second);
+            at += 2;
+        }
+        good = good && !isSurrogate(codePoint);
+        appendCodePoint(text, codePoint);
+    }
+    if (at < bytes.size()) appendCodePoint(text, kReplacement);
+    return good && at == bytes.size();
+}
+
+void encodeUtf16(bool isLittle, std::wstring_view text, std::string& out) {
+    const auto put = [&](char16_t unit) {
+        const char high = static_cast<char>(unit >> 8), low = static_cast<char>(unit & 0xFF);
+        out += isLittle ? low : high;
+        out += isLittle ? high : low;
+    };
+    for (std::size_t i = 0; i < text.size();)
+        forEachUtf16Unit(nextCodePoint(text, i), put);
+}
+
 bool decodeTable(const CodePageTable* table, std::string_view bytes, std::wstring& text) {
     bool good = true;
     for (std::size_t i = 0; i < bytes.size();) {
@@ -153,6 +189,7 @@ bool decodeStrict(unsigned codePage, std::string_view bytes, std::wstring& text)
     text.clear();
     text.reserve(bytes.size());
     if (codePage == kUtf8) return decodeUtf8(bytes, text);
+    if (isUtf16(codePage)) return decodeUtf16(codePage == kUtf16Little, bytes, text);
     // ASCII needs no table, so a program that meets nothing else never makes one.
     return decodeTable(isAscii(bytes) ? nullptr : CodePageTable::find(codePage), bytes, text);
 }
@@ -167,6 +204,10 @@ bool encode(unsigned codePage, std::wstring_view text, std::string& out) {
     out.clear();
     if (codePage == kUtf8) {
         out = toUtf8(text);
+        return true;
+    }
+    if (isUtf16(codePage)) {
+        encodeUtf16(codePage == kUtf16Little, text, out);
         return true;
     }
     const CodePageTable* table = nullptr;

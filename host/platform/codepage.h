@@ -12,6 +12,9 @@
 namespace qrs::platform {
 
 constexpr unsigned kUtf8 = 65001;
+// Only decode, decodeStrict and encode take these, since they are not built on ASCII.
+constexpr unsigned kUtf16Little = 1200;
+constexpr unsigned kUtf16Big = 1201;
 
 QRS_HOST_PORT unsigned ansiCodePage();
 // False, nothing changed, when the system does not know the code page.

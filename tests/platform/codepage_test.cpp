@@ -127,6 +127,17 @@ TEST(CodePages, Utf8LosesNothing) {
     EXPECT_FALSE(decodeStrict(kUtf8, lone, text));
     EXPECT_EQ(toUtf8(text), lone);
     EXPECT_EQ(toUtf8(std::wstring{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE00)}), "\xF0\x9F\x98\x80");
+    // UTF-16 keeps them, too.
+    for (const unsigned utf16 : {kUtf16Little, kUtf16Big}) {
+        std::string bytes;
+        EXPECT_TRUE(encode(utf16, L"\u7ED9\U0001F600", bytes));
+        EXPECT_TRUE(decodeStrict(utf16, bytes, text));
+        EXPECT_EQ(text, L"\u7ED9\U0001F600");
+        EXPECT_FALSE(decodeStrict(utf16, bytes.substr(0, 4), text));
+        EXPECT_EQ(text, (std::wstring{0x7ED9, static_cast<wchar_t>(0xD83D)}));
+        EXPECT_FALSE(decodeStrict(utf16, bytes.substr(0, 3), text)) << "half a unit";
+        EXPECT_FALSE(isKnownCodePage(utf16)) << "not built on ASCII";
+    }
     std::size_t at = 1;
     EXPECT_EQ(nextCodePoint(L"x\U0001F600", at), U'\U0001F600');
 }

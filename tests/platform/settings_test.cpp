@@ -83,7 +83,7 @@ TEST_F(SettingsTest, ForeignLinesKeepTheirPlace) {
     ASSERT_TRUE(settings.setReal(L"C", L"r", 2, error));
     EXPECT_EQ(scratch.get("deep/settings.ini"),
               "# mine\r\n[Other\\Program]\r\n  odd = q:later kind\r\nText=s:\xE7\xBB\x99\r\nNew=i:3\r\n; between\r\n"
-              "\r\n[b]\r\n X =i:2\r\nx=i:7\r\n# end\r\n\r\n[C]\r\nr=r:2.0\r\n");
+              "\r\n[b]\r\n X = i:2\r\nx=i:7\r\n# end\r\n\r\n[C]\r\nr=r:2.0\r\n");
 }
 
 TEST_F(SettingsTest, DamagedFileIsToldAndNeverWrittenOver) {

@@ -1,4 +1,4 @@
-// Reads and changes the text of a settings file.
+// Kinds, escapes and keys of the values in a settings file.
 #include "host/platform/inside/settingsfile.h"
 
 #include <algorithm>
@@ -10,8 +10,6 @@ namespace qrs::platform {
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 struct Escape {
     char letter;
     wchar_t character;
@@ -19,13 +17,7 @@ struct Escape {
 
 constexpr Escape kEscapes[] = {{'\\', L'\\'}, {'n', L'\n'}, {'r', L'\r'}, {'t', L'\t'}, {'s', L' '}};
 
-std::string_view withoutLineEnd(std::string_view line) {
-    while (!line.empty() && (line.back() == '\n' || line.back() == '\r'))
-        line.remove_suffix(1);
-    return line;
-}
-
-// Reads the escape behind a backslash at i - 1 and moves behind it; false when there is none.
+// Reads the escape after a backslash at i - 1 and moves past it; false when there is none.
 bool readEscape(std::wstring_view text, std::size_t& i, std::wstring& out) {
     if (i == text.size()) return false;
     const wchar_t letter = text[i++];
@@ -39,8 +31,8 @@ bool readEscape(std::wstring_view text, std::size_t& i, std::wstring& out) {
     char32_t codePoint = 0;
     std::size_t digits = 0;
     for (++i; i < text.size() && text[i] != L'}'; ++i, ++digits) {
-        const std::size_t digit = std::wstring_view(L"0123456789abcdef").find(text[i]);
-        if (digit == std::wstring_view::npos || digits == 6) return false;
+        const int digit = hexValue(static_cast<char32_t>(text[i]));
+        if (digit < 0 || digits == 6) return false;
         codePoint = codePoint << 4 | static_cast<char32_t>(digit);
     }
     if (i == text.size() || digits == 0 || codePoint > 0x10FFFF) return false;
@@ -62,41 +54,37 @@ bool unescape(std::wstring_view text, std::wstring& out) {
 }
 
 // Escapes what would not come back as it is; in a name also what would be taken for another part of the line.
-std::string escape(std::wstring_view text, bool isName) {
-    constexpr std::string_view kDigits = "0123456789abcdef";
-    std::string out;
+std::wstring escape(std::wstring_view text, bool isName) {
+    std::wstring out;
     for (std::size_t i = 0; i < text.size();) {
         const bool atEdge = i == 0 || i + 1 == text.size();
         const bool atFront = i == 0;
-        const std::size_t start = i;
         const char32_t codePoint = nextCodePoint(text, i);
         const auto row = std::find_if(std::begin(kEscapes), std::end(kEscapes), [&](const Escape& candidate) {
             return codePoint == static_cast<char32_t>(candidate.character);
         });
-        const bool isBlank = codePoint == U' ';
+        const bool isSpace = codePoint == U' ';
         const bool isMark = isName && (codePoint == U'=' || (atFront && (codePoint == U'[' || codePoint == U'#' ||
                                                                          codePoint == U';' || codePoint == 0xFEFF)));
-        const bool isSurrogate = codePoint >= 0xD800 && codePoint <= 0xDFFF;
-        if (row != std::end(kEscapes) && (!isBlank || atEdge)) {
-            out += '\\';
-            out += row->letter;
-        } else if (codePoint < 0x20 || codePoint == 0x7F || isMark || isSurrogate) {
-            std::string digits;
-            for (char32_t rest = codePoint; rest != 0 || digits.empty(); rest >>= 4) {
-                digits.insert(digits.begin(), kDigits[rest & 15]);
-            }
-            out += "\\u{" + digits + '}';
+        if (row != std::end(kEscapes) && (!isSpace || atEdge)) {
+            out += L'\\';
+            out += static_cast<wchar_t>(row->letter);
+        } else if (codePoint < 0x20 || codePoint == 0x7F || isMark || isSurrogate(codePoint)) {
+            std::wstring digits;
+            for (char32_t rest = codePoint; rest != 0 || digits.empty(); rest >>= 4)
+                digits.insert(digits.begin(), static_cast<wchar_t>(kSmallHexDigits[rest & 15]));
+            out += L"\\u{" + digits + L'}';
         } else {
-            out += toUtf8(text.substr(start, i - start));
+            appendCodePoint(out, codePoint);
         }
     }
     return out;
 }
 
-std::string valueText(const SettingsValue& value) {
-    if (const auto* text = std::get_if<std::wstring>(&value)) return "s:" + escape(*text, false);
-    if (const auto* integer = std::get_if<std::int32_t>(&value)) return "i:" + std::to_string(*integer);
-    return "r:" + formatReal(std::get<double>(value));
+std::wstring valueText(const SettingsValue& value) {
+    if (const auto* text = std::get_if<std::wstring>(&value)) return L"s:" + escape(*text, false);
+    if (const auto* integer = std::get_if<std::int32_t>(&value)) return L"i:" + std::to_wstring(*integer);
+    return L"r:" + fromUtf8(formatReal(std::get<double>(value)));
 }
 
 }  // namespace
@@ -113,66 +101,66 @@ std::wstring normalKey(std::wstring_view key) {
 
 bool SettingsText::parse(std::string_view bytes, std::string& reason) {
     *this = SettingsText();
-    for (std::size_t at = 0; at < bytes.size();) {
-        const std::size_t end = std::min(bytes.find('\n', at), bytes.size() - 1) + 1;
-        lines_.emplace_back(bytes.substr(at, end - at));
-        at = end;
-        if (const char* fault = parseLine(lines_.size() - 1)) {
-            reason = std::to_string(lines_.size()) + ": " + fault;
-            *this = SettingsText();
-            return false;
+    text_.parseUtf8(bytes);
+    std::size_t number = 0;
+    for (std::size_t section = 0; section < text_.sections().size(); ++section) {
+        for (std::size_t line = 0; line < text_.sections()[section].lines.size(); ++line) {
+            ++number;
+            if (const char* fault = readLine(section, line)) {
+                reason = std::to_string(number) + ": " + fault;
+                *this = SettingsText();
+                return false;
+            }
         }
     }
     return true;
 }
 
 // Null, or what is wrong with the line.
-const char* SettingsText::parseLine(std::size_t number) {
-    std::string_view line = withoutLineEnd(lines_[number]);
-    if (number == 0 && line.substr(0, kByteOrderMark.size()) == kByteOrderMark)
-        line.remove_prefix(kByteOrderMark.size());
-    std::wstring wide;
-    if (!decodeStrict(kUtf8, line, wide)) return "is not UTF-8";
-    const bool hasControl =
-        std::any_of(line.begin(), line.end(), [](char unit) { return unit >= 0 && unit < 0x20 && unit != '\t'; });
+const char* SettingsText::readLine(std::size_t section, std::size_t line) {
+    const IniText::Line& known = text_.sections()[section].lines[line];
+    std::wstring ignored;
+    if (!decodeStrict(kUtf8, known.raw, ignored)) return "is not UTF-8";
+    const std::wstring content = text_.contentOf(known);
+    const bool hasControl = std::any_of(content.begin(), content.end(), [](wchar_t unit) {
+        return static_cast<char32_t>(unit) < 0x20 && unit != L'\t';
+    });
     if (hasControl) return "holds a control character";
-    line = trimmed(line);
-    if (line.empty() || line.front() == '#' || line.front() == ';') return nullptr;
-    if (line.front() != '[') return parseValue(number, line);
-    if (line.back() != ']') return "a section without its closing bracket";
-    section_ = foldCase(normalKey(fromUtf8(line.substr(1, line.size() - 2))));
-    inSection_ = true;
-    sectionEnd_[section_] = number + 1;
+    const std::wstring_view text = trimmed(content);
+    if (text.empty() || kSettingsForm.comments.find(text.front()) != std::wstring_view::npos) return nullptr;
+    if (text.front() != L'[') return readValue(section, line);
+    if (text.back() != L']') return "a section without its closing bracket";
+    current_ = foldCase(normalKey(text.substr(1, text.size() - 2)));
+    sections_[current_] = section;
     return nullptr;
 }
 
-const char* SettingsText::parseValue(std::size_t number, std::string_view line) {
-    const std::size_t equals = line.find('=');
-    if (equals == std::string_view::npos) return "neither a section nor a value nor a comment";
-    if (!inSection_) return "a value before the first section";
+const char* SettingsText::readValue(std::size_t section, std::size_t line) {
+    const IniText::Line& known = text_.sections()[section].lines[line];
+    if (!known.hasValue) return "neither a section nor a value nor a comment";
+    if (section == 0) return "a value before the first section";
     std::wstring name;
-    if (!unescape(fromUtf8(trimmed(line.substr(0, equals))), name)) return "an unknown escape in the name";
-    const std::string_view typed = trimmed(line.substr(equals + 1));
-    if (typed.size() < 2 || typed[1] != ':' || typed[0] < 'a' || typed[0] > 'z') return "a value without its type";
-    sectionEnd_[section_] = number + 1;
-    const std::string_view content = typed.substr(2);
+    if (!unescape(known.key, name)) return "an unknown escape in the name";
+    const std::wstring typed = text_.valueOf(known);
+    if (typed.size() < 2 || typed[1] != L':' || typed[0] < L'a' || typed[0] > L'z') return "a value without its type";
+    const std::wstring content = typed.substr(2);
     SettingsValue value;
-    if (typed[0] == 's') {
+    if (typed[0] == L's') {
         std::wstring text;
-        if (!unescape(fromUtf8(content), text)) return "an unknown escape in the text";
+        if (!unescape(content, text)) return "an unknown escape in the text";
         value = std::move(text);
-    } else if (typed[0] == 'i') {
-        const auto integer = parseInteger(content);
+    } else if (typed[0] == L'i') {
+        const auto integer = parseInteger(toUtf8(content));
         if (!integer) return "no whole number of 32 bits";
         value = *integer;
-    } else if (typed[0] == 'r') {
-        const auto real = parseReal(content);
+    } else if (typed[0] == L'r') {
+        const auto real = parseReal(toUtf8(content));
         if (!real) return "no number";
         value = *real;
     } else {
         return nullptr;  // a type of a later version: kept, not read
     }
-    entries_.try_emplace(Place(section_, foldCase(name)), Entry{number, std::move(value)});
+    entries_.try_emplace(Place(current_, foldCase(name)), Entry{section, line, std::move(value)});
     return nullptr;
 }
 
@@ -185,34 +173,16 @@ void SettingsText::set(std::wstring_view key, std::wstring_view name, const Sett
     const Place place(foldCase(normalKey(key)), foldCase(name));
     const auto entry = entries_.find(place);
     if (entry != entries_.end()) {
-        std::string& line = lines_[entry->second.line];
-        const std::string end = line.substr(withoutLineEnd(line).size());
-        line = line.substr(0, line.find('=') + 1) + valueText(value) + end;
+        text_.setValue(entry->second.section, entry->second.line, valueText(value));
         entry->second.value = value;
         return;
     }
-    const bool crlf = !lines_.empty() && lines_[0].size() > 1 && lines_[0][lines_[0].size() - 2] == '\r';
-    const std::string lineEnd = crlf ? "\r\n" : "\n";
-    if (!lines_.empty() && lines_.back().back() != '\n') lines_.back() += lineEnd;
-    std::string added = escape(name, true) + '=' + valueText(value) + lineEnd;
-    const auto section = sectionEnd_.find(place.first);
-    if (section == sectionEnd_.end()) {
-        if (!lines_.empty()) lines_.push_back(lineEnd);
-        lines_.push_back('[' + toUtf8(normalKey(key)) + ']' + lineEnd);
-        lines_.push_back(std::move(added));
-    } else {
-        lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(section->second), std::move(added));
-    }
-    // Lines have moved; the text is small, so the index is simply made again.
-    std::string unused;
-    parse(bytes(), unused);
-}
-
-std::string SettingsText::bytes() const {
-    std::string all;
-    for (const std::string& line : lines_)
-        all += line;
-    return all;
+    const auto known = sections_.find(place.first);
+    const std::size_t section = known != sections_.end() ? known->second : text_.addSection(normalKey(key));
+    sections_[place.first] = section;
+    // New lines come after all values of the section, so the numbers of the others hold.
+    const std::size_t line = text_.addValue(section, escape(name, true), valueText(value));
+    entries_.emplace(place, Entry{section, line, value});
 }
 
 }  // namespace qrs::platform

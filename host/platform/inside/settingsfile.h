@@ -1,4 +1,4 @@
-// The text of a settings file.
+// The text of a settings file: which values of which kind stand in it.
 //
 //     # a comment
 //     [Software\QRS\PWX\PipeSystemSetting]
@@ -16,18 +16,19 @@
 #include <string_view>
 #include <utility>
 #include <variant>
-#include <vector>
 
-#include "host/platform/error.h"
+#include "host/platform/initext.h"
 
 namespace qrs::platform {
 
 using SettingsValue = std::variant<std::wstring, std::int32_t, double>;
 
+constexpr IniText::Form kSettingsForm{L"#;", L"\n", ""};
+
 // A key without the backslashes at its ends and doubled ones.
 std::wstring normalKey(std::wstring_view key);
 
-// The lines of the file with an index of the values. Lines that are no values of ours keep their place and spelling.
+// The text of the file with an index of the values. Lines that are no values of ours keep their place and spelling.
 class SettingsText {
   public:
     // False, with "line number: reason", when some line cannot be understood; nothing is then held.
@@ -38,23 +39,23 @@ class SettingsText {
     // Replaces the value where it stands, or adds it at the end of its section, or adds the section.
     void set(std::wstring_view key, std::wstring_view name, const SettingsValue& value);
 
-    std::string bytes() const;
+    std::string bytes() const { return text_.bytes(); }
 
   private:
     using Place = std::pair<std::wstring, std::wstring>;  // key and name, folded
     struct Entry {
+        std::size_t section;
         std::size_t line;
         SettingsValue value;
     };
 
-    const char* parseLine(std::size_t number);
-    const char* parseValue(std::size_t number, std::string_view line);
+    const char* readLine(std::size_t section, std::size_t line);
+    const char* readValue(std::size_t section, std::size_t line);
 
-    std::vector<std::string> lines_;  // with their line ends
+    IniText text_{kSettingsForm};
     std::map<Place, Entry> entries_;
-    std::map<std::wstring, std::size_t> sectionEnd_;  // folded key: the line behind its last value
-    std::wstring section_;                            // folded; the one being read
-    bool inSection_ = false;
+    std::map<std::wstring, std::size_t> sections_;  // by folded key; the last one of a key
+    std::wstring current_;                          // while reading: the section's folded key
 };
 
 }  // namespace qrs::platform

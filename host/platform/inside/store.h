@@ -6,6 +6,7 @@
 #include <optional>
 #include <string_view>
 
+#include "host/platform/error.h"
 #include "host/platform/inside/settingsfile.h"
 
 namespace qrs::platform {

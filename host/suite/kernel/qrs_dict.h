@@ -13,16 +13,16 @@
 //
 // A file that is read and written again keeps everything that was not set as it is: other sections and keys, comments,
 // order, blanks, line ends and encoding (UTF-8 with and without mark, UTF-16 with mark, or else the ANSI code page; a
-// file in the ANSI code page becomes UTF-8 with a mark when what is set needs other characters). New keys stand behind
+// file in the ANSI code page becomes UTF-8 with a mark when what is set needs other characters). New keys stand after
 // the last one of their section, new sections at the end. A new file is UTF-8 with a mark and CRLF. Sections and keys
 // match without regard to case and to blanks around them; of several of one name the first counts.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include "host/platform/port.h"
 
@@ -63,10 +63,11 @@ class QRS_HOST_PORT TWDict {
     bool GetValue(const std::wstring& key, double& number) const;
 
   private:
-    struct State;    // of the whole file
-    struct Section;  // lines and place of one section
-    explicit TWDict(State& file, Section& section);
+    struct State;  // of the whole file
+    explicit TWDict(State& file, std::size_t section);
+    std::optional<std::size_t> FindLine(const std::wstring& key) const;
+
     std::unique_ptr<State> own_;  // null in a section
     State* file_;
-    Section* section_;
+    std::size_t section_ = 0;  // of the file's text
 };
