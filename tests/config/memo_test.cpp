@@ -78,12 +78,13 @@ TEST(Memo, DBase4LengthsAreBelievedOnlyWithinTheFile) {
 }
 
 TEST(Memo, FoxProPointersAreBinaryOrDigits) {
-    std::string memo = padded(std::string(6, '\0') + bytesOf(64, 2, true), 512);
+    std::string memo = padded(std::string(6, '\0') + bytesOf(64, 2, true), 64);
+    memo = padded(memo + bytesOf(1, 4, true) + bytesOf(2, 4, true) + "no", 512);             // 1: in the header
     memo += padded(bytesOf(1, 4, true) + bytesOf(4, 4, true) + "\xB9\xDC\xBE\xB6more", 64);  // 8
     memo += padded(bytesOf(1, 4, true) + bytesOf(0xFFFFFFFF, 4, true) + "x", 64);            // 9
     memo += bytesOf(1, 4, true) + bytesOf(5, 4, true) + "shor";                              // 10: cut
     std::vector<std::string> pointers;
-    for (const unsigned block : {8u, 9u, 10u, 11u, 0xFFFFFFFFu, 0u, 1u /* in the header */}) {
+    for (const unsigned block : {8u, 9u, 10u, 11u, 0xFFFFFFFFu, 0u, 1u}) {
         pointers.push_back(bytesOf(block, 4));
     }
     EXPECT_EQ(memosOf(0x30, pointers, memo), (Texts{L"管径", L"", L"", L"", L"", L"", L""}));

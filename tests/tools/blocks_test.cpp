@@ -83,6 +83,13 @@ TEST_F(Blocks, AreRebuiltAsTheReferenceShowsThem) {
     EXPECT_EQ(AcDbEntityPointer(attachments[0])->ownerId(), byHandle(0x1E));
 }
 
+// Mirrored and then turned: taken back in the other order.
+TEST_F(Blocks, AreRebuiltFromMirroredReferences) {
+    openBlocks(entities, "41=2;42=-2;43=2;");
+    told({L"cztk", L"(handent \"201\")", L"(handent \"210\")", L"(handent \"213\")", L""});
+    EXPECT_EQ(content(), "ATTDEF; LINE 1,1>11,1; QRS_PIPE 2,1>3,1; ");
+}
+
 TEST_F(Blocks, StayAsTheyAreWhenNothingCanBeTakenOrWritten) {
     openBlocks(entities, "41=2;42=3;43=2;");
     told({L"cztk", L""});

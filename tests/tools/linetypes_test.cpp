@@ -107,31 +107,37 @@ TEST_F(LinetypeTexts, OfEveryFormAreFoundAndOthersLeft) {
     };
     const std::string text = "75=0;340=60;46=2;50=0;44=-1;45=-1;9=A;";
     const std::string tables =
-        "0\nTABLE\n2\nLTYPE\n5\n5\n100\nAcDbSymbolTable\n70\n4\n" +
+        "0\nTABLE\n2\nLTYPE\n5\n5\n100\nAcDbSymbolTable\n70\n5\n" +
         record("50", "ONDASH", "49=6;74=2;" + text + "49=-4;74=0;", 2) +
         record("51", "UPRIGHT", "49=6;74=0;49=-2;74=2;75=0;340=60;46=2;50=90;44=0;45=0;9=A;49=-2;74=0;", 3) +
         record("52", "TWO", "49=6;74=0;49=-2;74=2;" + text + "49=-2;74=2;" + text + "49=-1;74=0;", 4) +
         record("53", "DRAWN", "49=6;74=2;" + text + "49=4;74=0;", 2) +
+        record("54", "LOST$1$2", "49=6;74=0;49=-4;74=2;" + text + "49=-4;74=0;", 3) +
         "0\nENDTAB\n0\nTABLE\n2\nSTYLE\n5\n6\n100\nAcDbSymbolTable\n70\n1\n0\nSTYLE\n5\n60\n100\nAcDbSymbolTableRecord"
         "\n"
         "100\nAcDbTextStyleTableRecord\n2\nS\n70\n0\n40\n0\n41\n1\n50\n0\n71\n0\n42\n2\n3\ntxt\n4\n\n0\nENDTAB\n";
     openWith({{"0"}},
              line(0x201, "8=0;6=ONDASH;") + line(0x202, "8=0;6=UPRIGHT;") + line(0x203, "8=0;6=TWO;") +
-                 line(0x204, "8=0;6=DRAWN;") + line(0x205, "8=0;6=BYBLOCK;") + line(0x206, "8=0;6=GONE;"),
+                 line(0x204, "8=0;6=DRAWN;") + line(0x205, "8=0;6=BYBLOCK;") + line(0x206, "8=0;6=GONE;") +
+                 line(0x207, "8=0;6=LOST$1$2;"),
              tables);
     const std::string shown = told({L"xxyh", L"S", L"3", L"ALL", L""});
-    EXPECT_NE(shown.find("\n优化了2个对象的线型。\n4个对象的线型不带文字，没有改动。"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("\n优化了3个对象的线型。\n4个对象的线型不带文字，没有改动。"), std::string::npos) << shown;
     // A letter of height 6 is 4 long; upright, it is 6 along the line.
     EXPECT_EQ(pattern(L"ONDASH$1$3"), "6 -3[A x6 @-2,-3] -3");
     EXPECT_EQ(pattern(L"UPRIGHT$1$3"), "6 -4[A x6 @3,-2] -4");
+    // What it was made from is gone; its text is twice as large already.
+    EXPECT_EQ(pattern(L"LOST$1$3"), "6 -2[A x3 @-1,-1.5] -2");
 }
 
 TEST_F(LinetypeTexts, AreAskedForInADialogToo) {
     openWith({{"0"}}, line(0x202, "8=0;6=J;"));
     PwxTool::LoadQdLineType(L"J");
-    const std::string text = told({L"xxyh2", L"文字左右空隙值=-2", L"文字左右空隙值=2.5", L"", L"ALL", L""});
+    const std::string text = told({L"xxyh2", L"文字左右空隙值=-2", L"文字左右空隙值=2.5", L"文字放大倍数=1000001",
+                                   L"文字放大倍数=0.0009", L"", L"ALL", L""});
     EXPECT_EQ(linetypeOf(0x202), "J$2.5$1") << text;
     EXPECT_NE(text.find("文字左右空隙值应在0到1000000之间！"), std::string::npos) << text;
+    EXPECT_EQ(count(platform::fromUtf8(text), L"文字放大倍数应在0.001到1000000之间！"), 2u) << text;
     const std::string after = saved();
     told({L"xxyh2", L"文字左右空隙值=9", ScriptTerminal::kEsc, L"ALL", L""});
     EXPECT_EQ(saved(), after);

@@ -58,10 +58,12 @@ TEST_F(Numbering, FindsTheNextSerialOfEachSystemAndBuilding) {
     text[L"雨水%%3#楼"] = L"K";
     text[L"消防"] = L"kept";
     // All that follow "污水" are equal: the last one counts.
-    const Pipe upright[] = {{L"给水", L"3"},          {L"给水", L"7"},          {L"给水", L"5"},
-                            {L"给水", L"010"},        {L"给水", L""},           {L"热水", L""},
-                            {L"污水", L"WL-2"},       {L"污水", L"WL-7"},       {L"污水", L"WL-2"},
-                            {L"给水", L"4", L"1#楼"}, {L"给水", L"A", L"2#楼"}, {L"雨水", L"A", L"3#楼"}};
+    // Two risers of "凝结" have exactly the serials that come next.
+    const Pipe upright[] = {
+        {L"凝结", L"3"},    {L"凝结", L"4"},          {L"凝结", L"A"},          {L"凝结", L"B"},
+        {L"给水", L"3"},    {L"给水", L"7"},          {L"给水", L"5"},          {L"给水", L"010"},
+        {L"给水", L""},     {L"热水", L""},           {L"污水", L"WL-2"},       {L"污水", L"WL-7"},
+        {L"污水", L"WL-2"}, {L"给水", L"4", L"1#楼"}, {L"给水", L"A", L"2#楼"}, {L"雨水", L"A", L"3#楼"}};
     for (const Pipe& pipe : upright)
         add(pipe);
     // Of these only the last one stands upright: the ends of the first lie just as far apart as they must not.
@@ -74,8 +76,8 @@ TEST_F(Numbering, FindsTheNextSerialOfEachSystemAndBuilding) {
     AcDbObjectPointer<TDbPipe>(erased, AcDb::kForWrite)->erase();
     search();
     EXPECT_EQ(tables(),
-              "废水=13 给水=8 给水%%1#楼=5 给水%%2#楼=1 "
-              "/污水=WL-3/消防=kept/热水=1/给水=011/给水%%1#楼=WL-1/给水%%2#楼=B/雨水%%3#楼=B");
+              "凝结=5 废水=13 给水=8 给水%%1#楼=5 给水%%2#楼=1 "
+              "/凝结=C/污水=WL-3/消防=kept/热水=1/给水=011/给水%%1#楼=WL-1/给水%%2#楼=B/雨水%%3#楼=B");
     // What one search found, the next one finds again.
     const std::string before = tables();
     search();
