@@ -111,6 +111,9 @@ TEST_F(Dialogs, PickUpTakesALayerOverIntoTheStandard) {
 
 TEST_F(Dialogs, SettingsAreEditedOnACopyAndSaved) {
     const std::string before = fileBytes();
+    const OtherLayerNode& others = *standard::currentStandard()->otherLayers[0];
+    const CString own = others.FindLayerNode(0)->LayerName;
+    const std::wstring taken = others.FindLayerNode(1)->LayerName.GetString();
     const std::deque<std::wstring> edits = {L"gxsz",
                                             L"生活给水",
                                             L"系统属性",
@@ -134,7 +137,13 @@ TEST_F(Dialogs, SettingsAreEditedOnACopyAndSaved) {
                                             L"市政给水",
                                             L"系统名=软化水",
                                             L"",
-                                            L"下移"};
+                                            L"下移",
+                                            L"其他图层...",
+                                            L"修改",
+                                            L"图层名=" + taken,
+                                            L"备注=改过",
+                                            L"确定",
+                                            L"确定"};
     std::deque<std::wstring> cancelled = edits, confirmed = edits;
     cancelled.push_back(L"取消");
     confirmed.push_back(L"确定");
@@ -158,7 +167,13 @@ TEST_F(Dialogs, SettingsAreEditedOnACopyAndSaved) {
     const PipeNode* added = system(now, L"软化水");
     ASSERT_NE(added, nullptr);
     EXPECT_EQ(added->FindLayerNode(CString(L"立管"))->LayerName, CString(L"给排-软化水-立管"));
+    EXPECT_TRUE(added->PipeOriginalName.IsEmpty()) << "the older name is that of the system it was made from";
+    EXPECT_TRUE(added->FindLayerNode(CString(L"立管"))->OldKey.IsEmpty());
     EXPECT_EQ(now.groups.size(), standard::currentStandard()->groups.size());
+    // Another layer keeps its own name, and cannot take that of its neighbour.
+    EXPECT_EQ(now.otherLayers[0]->FindLayerNode(0)->LayerName, own);
+    EXPECT_EQ(now.otherLayers[0]->FindLayerNode(0)->Remark, CString(L"改过"));
+    EXPECT_EQ(count(terminal.transcript, L"图层 " + taken + L" 已经存在。"), 1u);
     EXPECT_EQ(PipeSystemTool::GetPipeSystemNameByLayer(L"给水主管"), CString(L"市政给水"));
     EXPECT_EQ(count(terminal.transcript, L"请输入 0 到 10000 的数值。"), 1u);
     EXPECT_EQ(count(terminal.transcript, L"颜色应为 1 到 255"), 1u);

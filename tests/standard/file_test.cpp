@@ -161,6 +161,7 @@ TEST(StandardFile, ValueForms) {
     EXPECT_EQ(parseReal(L"1e999"), 0.0);
     EXPECT_EQ(parseInteger(L" -12.9"), -12);
     EXPECT_EQ(parseInteger(L"99999999999"), 2147483647);
+    EXPECT_EQ(parseInteger(L"-99999999999"), -2147483647 - 1);
     EXPECT_EQ(parseInteger(L"是"), 0);
 }
 

@@ -186,7 +186,9 @@ TEST_F(Selection, ReadsOldLayerDefinitions) {
                                  L"; 旧图层\r\n给水管线 = 水管, 5, DASHED\r\nbad line\r\n\r\n=x\r\n给水立管=,256\r\n"
                                  L"给水阀门=V,300\r\n给水文字=T,1,2,3\r\n没有=x",
                                  lines));
-    put("sys/layerdef.dat", lines);
+    std::string damaged;
+    ASSERT_TRUE(platform::encode(platform::ansiCodePage(), L"\r\n给水设备=D", damaged));
+    put("sys/layerdef.dat", lines + damaged + '\xFF');
     ASSERT_TRUE(loadCurrentStandard());
     readOldLayerDefinitions();
     const PipeNode& system = *currentStandard()->groups[0]->FindPipeSystem(L"生活给水");
@@ -196,8 +198,10 @@ TEST_F(Selection, ReadsOldLayerDefinitions) {
     EXPECT_EQ(system.FindLayerNode(L"立管")->LayerName, L"给排-生活给水-立管");
     EXPECT_TRUE(system.FindLayerNode(L"立管")->LayerColor.isByLayer());
     EXPECT_EQ(system.FindLayerNode(L"阀门")->LayerName, L"给排-生活给水-阀门");
+    EXPECT_EQ(system.FindLayerNode(L"设备")->LayerName, L"给排-生活给水-设备");
     EXPECT_EQ(messages(), 1);
-    EXPECT_NE(listener.printed.find("第 3、5、7、8 行无法识别，共跳过 4 行"), std::string::npos) << listener.printed;
+    EXPECT_NE(listener.printed.find("第 3、5、7、8、10 行无法识别，共跳过 5 行"), std::string::npos)
+        << listener.printed;
 }
 
 TEST_F(Selection, RecognisesAndListsStandardFiles) {
