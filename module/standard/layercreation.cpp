@@ -9,6 +9,7 @@
 #include "standard/linetypes.h"
 #include "standard/text.h"
 
+using qrs::standard::currentDefinition;
 using qrs::standard::currentStandard;
 using qrs::standard::Standard;
 
@@ -37,11 +38,6 @@ bool setUp(AcDbLayerTableRecord& record, const LayerNode& layer) {
     record.setIsPlottable(layer.CanPlot);
     record.setLinetypeObjectId(qrs::standard::layerLinetype(layer.LineStyle));
     return true;
-}
-
-LayerNode* currentDefinition(const CString& nameOrKey, const CString& layerType) {
-    const Standard* standard = currentStandard();
-    return standard != nullptr ? qrs::standard::layerDefinition(*standard, nameOrKey, layerType) : nullptr;
 }
 
 LayerNode* currentIndependentLayer(const CString& layerKey) {

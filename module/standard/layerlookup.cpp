@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "standard/holder.h"
 #include "standard/text.h"
 
 namespace qrs::standard {
@@ -35,6 +36,11 @@ LayerNode* layerDefinition(const Standard& standard, const CString& nameOrKey, c
         if (LayerNode* layer = group->FindLayerNode(nameOrKey)) return layer;
     }
     return nullptr;
+}
+
+LayerNode* currentDefinition(const CString& nameOrKey, const CString& layerType) {
+    const Standard* standard = currentStandard();
+    return standard != nullptr ? layerDefinition(*standard, nameOrKey, layerType) : nullptr;
 }
 
 LayerNode* independentLayer(const Standard& standard, const CString& layerKey) {

@@ -19,6 +19,9 @@ PipeNode* systemNamed(const Standard& standard, const CString& systemName);
 // answers, by its key and the name of its group of other layers.
 LayerNode* layerDefinition(const Standard& standard, const CString& nameOrKey, const CString& layerType);
 
+// The same of the current standard; null when there is none.
+LayerNode* currentDefinition(const CString& nameOrKey, const CString& layerType);
+
 // The layer of that key in the first group of other layers that has one.
 LayerNode* independentLayer(const Standard& standard, const CString& layerKey);
 

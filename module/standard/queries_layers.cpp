@@ -5,6 +5,7 @@
 #include "standard/layerlookup.h"
 #include "standard/text.h"
 
+using qrs::standard::currentDefinition;
 using qrs::standard::currentStandard;
 using qrs::standard::equalNoCase;
 using qrs::standard::LayerNameList;
@@ -17,11 +18,6 @@ constexpr const wchar_t* kPipeLayerTypes[] = {L"管线", L"立管", L"扣弯"};
 
 constexpr const wchar_t* kSystemLayerTypes[] = {L"管线", L"立管",   L"阀门", L"文字",   L"标注",
                                                 L"设备", L"电动阀", L"喷头", L"消火栓", L"井"};
-
-const LayerNode* currentDefinition(const CString& nameOrKey, const CString& layerType) {
-    const Standard* standard = currentStandard();
-    return standard != nullptr ? qrs::standard::layerDefinition(*standard, nameOrKey, layerType) : nullptr;
-}
 
 // --- collecting names
 

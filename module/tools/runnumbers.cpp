@@ -1,5 +1,4 @@
 // The numbers of a traced run, drawn beside its nodes.
-#include "acutads.h"
 #include "dbobjptr.h"
 #include "PipeSystemTool.h"
 #include "PwxTool.h"
@@ -17,18 +16,14 @@ namespace {
 // Text height (millimetres on paper) and width scale where the standard says nothing.
 constexpr double kNumberHeight = 3.5;
 constexpr double kNumberScale = 0.8;
-constexpr double kPi = 3.14159265358979323846;
 
 bool isNumberable(int kind) {
     return kind == SSearchPipeList::kWell || kind == SSearchPipeList::kEquipment || kind == SSearchPipeList::kJoint;
 }
 
-// Up by the distance, then to the right by it.
+// As far to the right of the base as above it.
 AcGePoint3d besides(const AcGePoint3d& base, double distance) {
-    AcGePoint3d up, place;
-    acutPolar(asDblArray(base), kPi / 2.0, distance, asDblArray(up));
-    acutPolar(asDblArray(up), 0.0, distance, asDblArray(place));
-    return place;
+    return {base.x + distance, base.y + distance, base.z};
 }
 
 }  // namespace
