@@ -9,13 +9,12 @@
 #include "host/commands/tablelist.h"
 #include "host/dxf/tags.h"
 #include "host/editor/hostapp.h"
+#include "host/platform/angle.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::commands {
 
 namespace {
-
-constexpr double kDegreesPerRadian = 180.0 / 3.14159265358979323846;
 
 std::wstring quoted(const std::wstring& name) {
     return L"\"" + name + L"\"";
@@ -66,7 +65,7 @@ Row textStyleRow(const NamedRecord& named) {
     const AcDbTextStyleTableRecordPointer record(named.id, AcDb::kForRead);
     if (record.openStatus() != Acad::eOk) return {};
     return {quoted(named.name), number(record->textSize()), number(record->xScale()),
-            number(record->obliquingAngle() * kDegreesPerRadian), fontText(*record.object())};
+            number(record->obliquingAngle() * platform::kDegreesPerRadian), fontText(*record.object())};
 }
 
 // What is listed, and how it is asked for.

@@ -4,9 +4,11 @@
 #include <cmath>
 #include <limits>
 
+#include "host/platform/angle.h"
+
 namespace qrs::host::pick {
 
-constexpr double kPi = 3.14159265358979323846;
+using platform::kPi;
 
 struct Vec {
     double x = 0.0;

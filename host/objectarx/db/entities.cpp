@@ -4,6 +4,7 @@
 #include "dbents.h"
 #include "host/drawing/entityformat.h"
 #include "host/objectarx/db/state.h"
+#include "host/platform/angle.h"
 #include "host/platform/codepage.h"
 
 using qrs::host::DatabaseState;
@@ -11,6 +12,7 @@ using qrs::host::DetachedTags;
 using qrs::host::newString;
 using qrs::host::ObjectTags;
 using qrs::host::TableKind;
+using qrs::platform::kRadiansPerDegree;
 namespace dxf = qrs::dxf;
 
 ACRX_DEFINE_DXF_MEMBERS(AcDbLine, AcDbEntity, "LINE")
@@ -20,7 +22,6 @@ ACRX_DEFINE_DXF_MEMBERS(AcDbText, AcDbEntity, "TEXT")
 
 namespace {
 
-constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180.0;
 constexpr double kUsualTextHeight = 2.5;
 
 bool isFinite(const AcGePoint3d& point) {

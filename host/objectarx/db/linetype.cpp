@@ -4,10 +4,12 @@
 #include "acutads.h"
 #include "dbsymtb.h"
 #include "host/objectarx/db/state.h"
+#include "host/platform/angle.h"
 
 using qrs::host::DatabaseState;
 using qrs::host::ObjectTags;
 using qrs::host::TableKind;
+using qrs::platform::kRadiansPerDegree;
 
 ACRX_DEFINE_MEMBERS(AcDbLinetypeTable, AcDbSymbolTable)
 ACRX_DEFINE_DXF_MEMBERS(AcDbLinetypeTableRecord, AcDbSymbolTableRecord, "LTYPE")
@@ -43,8 +45,6 @@ struct Number {
     double value;
 };
 constexpr Number kDefaults[] = {{kScaleCode, 1.0}, {kRotationCode, 0.0}, {kOffsetXCode, 0.0}, {kOffsetYCode, 0.0}};
-
-constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180.0;
 
 std::int64_t carriedBy(const ObjectTags& dash) {
     return dash.integer(kCarriedCode, 0);

@@ -7,6 +7,7 @@
 #include "acutads.h"
 #include "dbsymtb.h"
 #include "host/objectarx/db/state.h"
+#include "host/platform/angle.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/codepage.h"
 
@@ -14,6 +15,7 @@ using qrs::host::DatabaseState;
 using qrs::host::ObjectTags;
 using qrs::host::TableKind;
 using qrs::platform::compareNoCase;
+using qrs::platform::kRadiansPerDegree;
 using qrs::platform::recordCall;
 
 ACRX_DEFINE_MEMBERS(AcDbTextStyleTable, AcDbSymbolTable)
@@ -26,7 +28,6 @@ constexpr int kBigFontCode = 4;
 constexpr int kHeightCode = 40;
 constexpr int kWidthFactorCode = 41;
 constexpr int kObliqueCode = 50;  // degrees
-constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180.0;
 
 constexpr const wchar_t* kFontApplication = L"ACAD";
 constexpr int kApplicationCode = 1001;

@@ -6,6 +6,7 @@
 #include "dbmain.h"
 #include "gemat3d.h"
 #include "host/objectarx/db/state.h"
+#include "host/platform/angle.h"
 
 namespace qrs::host {
 
@@ -17,7 +18,6 @@ namespace {
 constexpr int kFirstXdata = 1000;
 constexpr int kSubclass = 100;
 constexpr int kNormalCode = 210;
-constexpr double kDegreesPerRadian = 180.0 / 3.14159265358979323846;
 constexpr double kFullTurn = 360.0;
 
 // What a number, or the coordinates from a code on (10 codes apart), say.
@@ -201,7 +201,7 @@ struct Motion {
         for (unsigned axis = 0; axis < 3; ++axis)
             if (std::fabs(normal[axis]) < 1e-14) normal[axis] = 0.0;
         plane = transposed(AcGeMatrix3d::planeToWorld(normal)) * matrix * AcGeMatrix3d::planeToWorld(oldNormal);
-        angle = std::atan2(plane(1, 0), plane(0, 0)) * kDegreesPerRadian;
+        angle = std::atan2(plane(1, 0), plane(0, 0)) * platform::kDegreesPerRadian;
         if (std::fabs(angle) < 1e-12) angle = 0.0;
     }
 
