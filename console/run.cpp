@@ -110,9 +110,10 @@ Failure setUp(const Options& options) {
 
 Failure openDrawing(const Options& options, host::Application& application) {
     platform::Error error;
-    const bool opened =
-        options.drawing.empty() ? application.newDocument(error) : application.openDocument(options.drawing, error);
-    if (!opened) return {ExitCode::CannotRead, error.message};
+    if (options.drawing.empty())
+        application.newDocument();
+    else if (!application.openDocument(options.drawing, error))
+        return {ExitCode::CannotRead, error.message};
     for (const std::string& warning : application.documentWarnings())
         complain(warning);
     return {};

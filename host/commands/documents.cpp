@@ -49,8 +49,7 @@ void openDrawing() {
 }
 
 void newDrawing() {
-    platform::Error error;
-    if (!Application::current()->newDocument(error)) failWith(error);
+    Application::current()->newDocument();
 }
 
 void saveDrawing() {

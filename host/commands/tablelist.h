@@ -19,8 +19,8 @@ template <class Table>
 std::vector<NamedRecord> allRecords(AcDbDatabase* database) {
     std::vector<NamedRecord> records;
     const AcDbSymbolTablePointer<Table> table(database, AcDb::kForRead);
-    AcDbSymbolTableIterator* walk = nullptr;
-    if (table.openStatus() != Acad::eOk || table->AcDbSymbolTable::newIterator(walk) != Acad::eOk) return records;
+    typename Table::Iterator* walk = nullptr;
+    if (table.openStatus() != Acad::eOk || table->newIterator(walk) != Acad::eOk) return records;
     for (const std::unique_ptr<AcDbSymbolTableIterator> iterator(walk); !iterator->done(); iterator->step()) {
         AcDbObjectId id;
         if (iterator->getRecordId(id) != Acad::eOk) continue;

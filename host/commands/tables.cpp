@@ -37,7 +37,7 @@ Row linetypeRow(const NamedRecord& named) {
     const AcDbLinetypeTableRecordPointer record(named.id, AcDb::kForRead);
     ACHAR* description = nullptr;
     if (record.openStatus() != Acad::eOk) return {};
-    record->asciiDescription(description);
+    record->comments(description);
     return {quoted(named.name), number(record->patternLength()), taken(description)};
 }
 

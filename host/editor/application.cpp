@@ -70,8 +70,8 @@ std::vector<std::wstring> Application::pluginNames() const {
     return state_->session.plugins.names();
 }
 
-bool Application::newDocument(platform::Error& error) {
-    return state_->session.documents.state().openNew(error);
+void Application::newDocument() {
+    state_->session.documents.state().openNew();
 }
 
 bool Application::openDocument(const std::filesystem::path& native, platform::Error& error) {

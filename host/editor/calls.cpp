@@ -155,42 +155,12 @@ int acutPrintf(const ACHAR* format, ...) {
     return RTNORM;
 }
 
-int acedAlert(const ACHAR* text) {
-    Session* session = Session::current();
-    if (!session || !text) return RTERROR;
-    session->output.freshLine();
-    session->output.print(std::wstring(text) + L"\n");
-    return RTNORM;
-}
-
 int acedCommandS(int type, ...) {
     va_list arguments;
     va_start(arguments, type);
     const int result = callWithArguments(type, arguments);
     va_end(arguments);
     return result;
-}
-
-int acedCommand(int type, ...) {
-    va_list arguments;
-    va_start(arguments, type);
-    const int result = callWithArguments(type, arguments);
-    va_end(arguments);
-    return result;
-}
-
-int acedCmdS(const resbuf* arguments) {
-    std::deque<std::wstring> words;
-    for (const resbuf* link = arguments; link && !ends(link->restype); link = link->rbnext) {
-        std::wstring text;
-        if (!typedText(link->restype, link->resval, text)) return RTREJ;
-        words.push_back(std::move(text));
-    }
-    return callWith(std::move(words));
-}
-
-int acedCmd(const resbuf* arguments) {
-    return acedCmdS(arguments);
 }
 
 int acedFindFile(const ACHAR* name, ACHAR* result) {

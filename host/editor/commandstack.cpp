@@ -21,9 +21,6 @@ struct AcEdCommand::Fields {
     std::wstring localName;
     Adesk::Int32 flags;
     AcRxFunctionPtr function;
-    AcEdUIContext* context;
-    int fcode;
-    HINSTANCE resources;
     const void* application;
 };
 
@@ -41,15 +38,6 @@ Adesk::Int32 AcEdCommand::commandFlags() const {
 }
 AcRxFunctionPtr AcEdCommand::functionAddr() const {
     return fields_->function;
-}
-AcEdUIContext* AcEdCommand::UIContext() const {
-    return fields_->context;
-}
-int AcEdCommand::fcode() const {
-    return fields_->fcode;
-}
-HINSTANCE AcEdCommand::resourceHandle() const {
-    return fields_->resources;
 }
 void* AcEdCommand::commandApp() const {
     return const_cast<void*>(fields_->application);
@@ -117,9 +105,8 @@ AcEdCommandStack::AcEdCommandStack() : groups_(std::make_unique<Groups>()) {}
 AcEdCommandStack::~AcEdCommandStack() = default;
 
 Acad::ErrorStatus AcEdCommandStack::addCommand(const ACHAR* groupName, const ACHAR* globalName, const ACHAR* localName,
-                                               Adesk::Int32 commandFlags, AcRxFunctionPtr function,
-                                               AcEdUIContext* context, int fcode, HINSTANCE resourceHandle,
-                                               AcEdCommand** command) {
+                                               Adesk::Int32 commandFlags, AcRxFunctionPtr function, AcEdUIContext*, int,
+                                               HINSTANCE, AcEdCommand** command) {
     recordCall("AcEdCommandStack::addCommand", groupName, globalName, localName, commandFlags);
     if (command) *command = nullptr;
     if (isEmpty(groupName) || isEmpty(globalName) || isEmpty(localName) || !function) return Acad::eInvalidInput;
@@ -129,9 +116,8 @@ Acad::ErrorStatus AcEdCommandStack::addCommand(const ACHAR* groupName, const ACH
         groups_->list.push_front(Group{groupName, {}});
         group = groups_->list.begin();
     }
-    auto fields = std::make_unique<AcEdCommand::Fields>(AcEdCommand::Fields{globalName, localName, commandFlags,
-                                                                            function, context, fcode, resourceHandle,
-                                                                            qrs::host::ed::activeApplication()});
+    auto fields = std::make_unique<AcEdCommand::Fields>(
+        AcEdCommand::Fields{globalName, localName, commandFlags, function, qrs::host::ed::activeApplication()});
     group->commands.push_back(std::unique_ptr<AcEdCommand>(new AcEdCommand(std::move(fields))));
     if (command) *command = group->commands.back().get();
     return Acad::eOk;
@@ -160,30 +146,12 @@ Acad::ErrorStatus AcEdCommandStack::removeGroup(const ACHAR* groupName) {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcEdCommandStack::popGroupToTop(const ACHAR* groupName) {
-    if (isEmpty(groupName)) return Acad::eInvalidInput;
-    const auto group = groups_->find(groupName);
-    if (group == groups_->list.end()) return Acad::eKeyNotFound;
-    groups_->list.splice(groups_->list.begin(), groups_->list, group);
-    return Acad::eOk;
-}
-
 AcEdCommand* AcEdCommandStack::lookupGlobalCmd(const ACHAR* name) const {
     return groups_->lookup(name, true);
 }
 
 AcEdCommand* AcEdCommandStack::lookupLocalCmd(const ACHAR* name) const {
     return groups_->lookup(name, false);
-}
-
-AcEdCommand* AcEdCommandStack::lookupCmd(const ACHAR* name, bool globalName) const {
-    return groups_->lookup(name, globalName);
-}
-
-AcEdCommand* AcEdCommandStack::lookupCmd(const ACHAR* groupName, const ACHAR* name, bool globalName) const {
-    if (isEmpty(groupName) || isEmpty(name)) return nullptr;
-    const auto group = groups_->find(groupName);
-    return group == groups_->list.end() ? nullptr : findIn(*group, name, globalName);
 }
 
 AcEdCommandIterator* AcEdCommandStack::iterator() const {

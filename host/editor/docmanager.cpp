@@ -20,18 +20,6 @@ using qrs::platform::recordCall;
 
 namespace {
 
-class DocumentIterator : public AcApDocumentIterator {
-  public:
-    explicit DocumentIterator(std::vector<AcApDocument*> documents) : documents_(std::move(documents)) {}
-    bool done() const override { return position_ >= documents_.size(); }
-    void step() override { ++position_; }
-    AcApDocument* document() override { return done() ? nullptr : documents_[position_]; }
-
-  private:
-    std::vector<AcApDocument*> documents_;
-    std::size_t position_ = 0;
-};
-
 // The address given out earlier stays good as long as the text is the same.
 const ACHAR* kept(std::wstring& place, std::wstring now) {
     if (place != now) place = std::move(now);
@@ -56,19 +44,6 @@ AcDbDatabase* AcApDocument::database() const {
     return state_->database.get();
 }
 
-AcAp::DocLockMode AcApDocument::lockMode(bool includeMyLocks) const {
-    return includeMyLocks ? state_->strongestLock() : AcAp::kNotLocked;
-}
-
-AcAp::DocLockMode AcApDocument::myLockMode() const {
-    return state_->strongestLock();
-}
-
-bool AcApDocument::isQuiescent() const {
-    Session* session = Session::current();
-    return !session || !session->isRunningIn(this);
-}
-
 bool AcApDocument::isNamedDrawing() const {
     return !DatabaseAccess::nativePath(*database()).empty();
 }
@@ -83,46 +58,23 @@ void AcApDocManagerReactor::documentLockModeWillChange(AcApDocument*, AcAp::DocL
                                                        AcAp::DocLockMode, const ACHAR*) {}
 void AcApDocManagerReactor::documentLockModeChanged(AcApDocument*, AcAp::DocLockMode, AcAp::DocLockMode,
                                                     AcAp::DocLockMode, const ACHAR*) {}
-void AcApDocManagerReactor::documentLockModeChangeVetoed(AcApDocument*, const ACHAR*) {}
 void AcApDocManagerReactor::documentBecameCurrent(AcApDocument*) {}
 void AcApDocManagerReactor::documentToBeActivated(AcApDocument*) {}
 void AcApDocManagerReactor::documentToBeDeactivated(AcApDocument*) {}
 void AcApDocManagerReactor::documentActivated(AcApDocument*) {}
 void AcApDocManagerReactor::documentTitleUpdated(AcApDocument*) {}
 
-Acad::ErrorStatus AcApDocManagerReactor::veto() {
-    vetoed_ = true;
-    return Acad::eOk;
-}
-
-AcApDocManager::AcApDocManager() : state_(std::make_unique<State>(*this)) {}
+AcApDocManager::AcApDocManager() : state_(std::make_unique<State>()) {}
 AcApDocManager::~AcApDocManager() = default;
 
 AcApDocument* AcApDocManager::curDocument() const {
     return state_->current();
 }
 
-AcApDocument* AcApDocManager::mdiActiveDocument() const {
-    return state_->active();
-}
-
 AcApDocument* AcApDocManager::document(const AcDbDatabase* database) const {
     for (AcApDocument* document : state_->all())
         if (database && document->database() == database) return document;
     return nullptr;
-}
-
-bool AcApDocManager::isApplicationContext() const {
-    Session* session = Session::current();
-    return !session || session->running.empty();
-}
-
-int AcApDocManager::documentCount() const {
-    return static_cast<int>(state_->all().size());
-}
-
-AcApDocumentIterator* AcApDocManager::newAcApDocumentIterator() {
-    return new DocumentIterator(state_->all());
 }
 
 Acad::ErrorStatus AcApDocManager::setCurDocument(AcApDocument* document, AcAp::DocLockMode mode, bool activate) {
@@ -135,26 +87,8 @@ Acad::ErrorStatus AcApDocManager::setCurDocument(AcApDocument* document, AcAp::D
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcApDocManager::activateDocument(AcApDocument* document, bool) {
-    return setCurDocument(document, AcAp::kNone, true);
-}
-
 Acad::ErrorStatus AcApDocManager::closeDocument(AcApDocument* document) {
     return state_->close(document);
-}
-
-Acad::ErrorStatus AcApDocManager::appContextOpenDocument(const ACHAR* fileName) {
-    if (!fileName) return Acad::eInvalidInput;
-    if (!qrs::platform::fileExists(fileName)) return Acad::eFileNotFound;
-    qrs::platform::Error error;
-    if (state_->open(qrs::platform::nativePath(fileName), error)) return Acad::eOk;
-    Session::current()->output.error(qrs::platform::fromUtf8(error.message));
-    return Acad::eBadDxfFile;
-}
-
-Acad::ErrorStatus AcApDocManager::appContextNewDocument() {
-    qrs::platform::Error error;
-    return state_->openNew(error) ? Acad::eOk : Acad::eFilerError;
 }
 
 Acad::ErrorStatus AcApDocManager::lockDocument(AcApDocument* document, AcAp::DocLockMode mode,
@@ -182,15 +116,6 @@ Acad::ErrorStatus AcApDocManager::sendStringToExecute(AcApDocument* document, co
     return Acad::eOk;
 }
 
-int AcApDocManager::inputPending(AcApDocument* document) const {
-    Session* session = Session::current();
-    return session ? static_cast<int>(session->input.pendingCharacters(document)) : 0;
-}
-
-void AcApDocManager::executeInApplicationContext(void (*procedure)(void*), void* data) const {
-    if (procedure) procedure(data);
-}
-
 void AcApDocManager::addReactor(AcApDocManagerReactor* reactor) {
     recordCall("AcApDocManager::addReactor");
     state_->reactors.add(reactor);
@@ -207,36 +132,14 @@ AcApDocManager* acDocManagerPtr() {
 }
 
 AcAxDocLock::AcAxDocLock() {
-    lock(acDocManagerPtr() ? acDocManagerPtr()->curDocument() : nullptr, kNormal);
-}
-
-AcAxDocLock::AcAxDocLock(DocLockType type) {
-    lock(acDocManagerPtr() ? acDocManagerPtr()->curDocument() : nullptr, type);
-}
-
-AcAxDocLock::AcAxDocLock(AcDbDatabase* database, DocLockType type) {
-    lock(acDocManagerPtr() ? acDocManagerPtr()->document(database) : nullptr, type);
-}
-
-AcAxDocLock::AcAxDocLock(const AcDbObjectId& id, DocLockType type) {
-    lock(acDocManagerPtr() ? acDocManagerPtr()->document(id.database()) : nullptr, type);
-}
-
-void AcAxDocLock::lock(AcApDocument* document, DocLockType type) {
-    if (!document) return;
     AcApDocManager* manager = acDocManagerPtr();
+    AcApDocument* document = manager ? manager->curDocument() : nullptr;
+    if (!document) return;
     status_ = manager->lockDocument(document, AcAp::kWrite);
-    if (status_ != Acad::eOk) return;
-    document_ = document;
-    if (type == kCurDocSwitch && manager->curDocument() != document) {
-        previous_ = manager->curDocument();
-        manager->setCurDocument(document);
-    }
+    if (status_ == Acad::eOk) document_ = document;
 }
 
 AcAxDocLock::~AcAxDocLock() {
     AcApDocManager* manager = acDocManagerPtr();
-    if (!manager || !document_) return;
-    manager->unlockDocument(document_);
-    if (previous_) manager->setCurDocument(previous_);
+    if (manager && document_) manager->unlockDocument(document_);
 }

@@ -41,16 +41,17 @@ bool AcApDocManager::State::open(const std::filesystem::path& native, qrs::platf
     session_->editor.reactors().list.tell([&](AcEditorReactor& reactor) { reactor.beginDwgOpen(name.data()); });
     std::unique_ptr<AcDbDatabase> database = DatabaseAccess::open(native, error);
     if (!database) return false;
-    return adopt(std::move(database), name);
+    adopt(std::move(database), name);
+    return true;
 }
 
-bool AcApDocManager::State::openNew(qrs::platform::Error&) {
+void AcApDocManager::State::openNew() {
     auto database = std::make_unique<AcDbDatabase>(true);
     DatabaseAccess::setDisplayName(*database, L"Drawing" + std::to_wstring(++newCount_) + L".dxf");
-    return adopt(std::move(database), std::wstring());
+    adopt(std::move(database), std::wstring());
 }
 
-bool AcApDocManager::State::adopt(std::unique_ptr<AcDbDatabase> database, const std::wstring& fileName) {
+void AcApDocManager::State::adopt(std::unique_ptr<AcDbDatabase> database, const std::wstring& fileName) {
     auto state = std::make_unique<AcApDocument::State>();
     state->database = std::move(database);
     AcApDocument* document =
@@ -68,7 +69,6 @@ bool AcApDocManager::State::adopt(std::unique_ptr<AcDbDatabase> database, const 
     makeCurrent(document);
     session_->plugins.tellDocument(AcRx::kLoadDwgMsg, document);
     reactors.tell([&](AcApDocManagerReactor& reactor) { reactor.documentActivated(document); });
-    return true;
 }
 
 bool AcApDocManager::State::save(AcApDocument* document, const std::filesystem::path& native, bool keepBackup,
@@ -185,15 +185,4 @@ bool AcApDocManager::State::unlock(AcApDocument* document) {
         reactor.documentLockModeChanged(document, before, after, after, name.c_str());
     });
     return true;
-}
-
-bool AcApDocManager::State::lockForCommand(AcApDocument* document, const std::wstring& name) {
-    lock(document, AcAp::kWrite, name);
-    bool vetoed = false;
-    reactors.tell([&](AcApDocManagerReactor& reactor) { vetoed |= std::exchange(reactor.vetoed_, false); });
-    if (!vetoed) return true;
-    unlock(document);
-    reactors.tell(
-        [&](AcApDocManagerReactor& reactor) { reactor.documentLockModeChangeVetoed(document, name.c_str()); });
-    return false;
 }

@@ -42,11 +42,10 @@ struct AcApDocument::State {
 
 // There is an application's session as long as there is a manager.
 struct AcApDocManager::State {
-    explicit State(AcApDocManager& manager) : manager_(manager) {}
     void attach(qrs::host::ed::Session* session) { session_ = session; }
 
     bool open(const std::filesystem::path& native, qrs::platform::Error& error);
-    bool openNew(qrs::platform::Error& error);
+    void openNew();
     bool save(AcApDocument* document, const std::filesystem::path& native, bool keepBackup,
               qrs::platform::Error& error);
     Acad::ErrorStatus close(AcApDocument* document);
@@ -56,23 +55,19 @@ struct AcApDocManager::State {
     bool holds(const AcApDocument* document) const;
     std::vector<AcApDocument*> all() const;
     AcApDocument* current() const { return current_; }
-    AcApDocument* active() const { return active_; }
     // The working database follows. Null is allowed.
     void makeCurrent(AcApDocument* document);
     void activate(AcApDocument* document);
 
-    // False when a reactor has put in its veto; the lock is then gone again.
-    bool lockForCommand(AcApDocument* document, const std::wstring& name);
     void lock(AcApDocument* document, AcAp::DocLockMode mode, const std::wstring& commandName);
     bool unlock(AcApDocument* document);
 
     qrs::host::ed::ReactorList<AcApDocManagerReactor> reactors;
 
   private:
-    bool adopt(std::unique_ptr<AcDbDatabase> database, const std::wstring& fileName);
+    void adopt(std::unique_ptr<AcDbDatabase> database, const std::wstring& fileName);
     void destroy(AcApDocument* document);
 
-    AcApDocManager& manager_;
     qrs::host::ed::Session* session_ = nullptr;
     std::vector<std::unique_ptr<AcApDocument>> documents_;
     AcApDocument* current_ = nullptr;

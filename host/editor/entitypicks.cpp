@@ -176,17 +176,6 @@ int acedNEntSelP(const ACHAR* prompt, ads_name entity, ads_point point, int useG
     return acdbGetAdsName(entity, picked.entity) == Acad::eOk ? RTNORM : RTERROR;
 }
 
-int acedNEntSel(const ACHAR* prompt, ads_name entity, ads_point point, ads_point toWorld[4], resbuf** containers) {
-    if (!toWorld) return RTREJ;
-    ads_matrix matrix = {};
-    const int result = acedNEntSelP(prompt, entity, point, 0, matrix, containers);
-    if (result != RTNORM) return result;
-    for (int row = 0; row < 4; ++row)
-        for (int axis = 0; axis < 3; ++axis)
-            toWorld[row][axis] = matrix[axis][row];
-    return RTNORM;
-}
-
 namespace qrs::host {
 
 int pickNested(const std::wstring& prompt, const ads_name containing, NestedPick& picked) {

@@ -77,10 +77,6 @@ BOOL acedRemoveFilterWinMsg(const AcedFilterWinMsgFn filter) {
     return session && session->frame.removeFilter(filter) ? TRUE : FALSE;
 }
 
-CMDIFrameWnd* acedGetAcadFrame() {
-    return nullptr;
-}
-
 CView* acedGetAcadDwgView() {
     return nullptr;
 }
@@ -103,8 +99,6 @@ int acedSetStatusBarProgressMeterPos(int position) {
 void acedRestoreStatusBar() {
     if (Session* session = Session::current()) session->frame.clearMeter(session->output.terminal());
 }
-
-CAcModuleResourceOverride::CAcModuleResourceOverride() : previous_(AfxGetResourceHandle()) {}
 
 CAcModuleResourceOverride::CAcModuleResourceOverride(HINSTANCE module) : previous_(AfxGetResourceHandle()) {
     AfxSetResourceHandle(module);

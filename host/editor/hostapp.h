@@ -69,7 +69,7 @@ class QRS_HOST_PORT Application {
     std::vector<std::wstring> pluginNames() const;
 
     // Drawings. A drawing opened or made becomes the current one.
-    bool newDocument(platform::Error& error);
+    void newDocument();
     bool openDocument(const std::filesystem::path& native, platform::Error& error);
     // What is wrong in the current drawing's file, a line each: "house.dxf: line 12, handle 2A: ...". The first twenty,
     // and then one that counts the others.

@@ -176,12 +176,4 @@ void Input::forget(const AcApDocument* document) {
             queue->end());
 }
 
-std::size_t Input::pendingCharacters(const AcApDocument* document) const {
-    std::size_t count = 0;
-    for (const std::deque<Sent>* queue : {&sent_, &waiting_})
-        for (const Sent& sent : *queue)
-            if (sent.document == document) count += sent.text.size() - sent.position;
-    return count;
-}
-
 }  // namespace qrs::host::ed

@@ -42,7 +42,6 @@ class Input {
     void forget(const AcApDocument* document);
     // The next answer comes from a text that was sent to be typed unseen.
     bool isUnseenNext() const { return (given_.empty() || !given_.back()) && !sent_.empty() && !sent_.front().echo; }
-    std::size_t pendingCharacters(const AcApDocument* document) const;
 
     // The words left on the typed line are no answers any more.
     void dropTypedWords() { rest_.reset(); }

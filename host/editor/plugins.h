@@ -26,7 +26,6 @@ struct Plugin {
     std::unique_ptr<platform::Library> library;
     Entry entry = nullptr;
     bool locked = true;
-    bool mdiAware = false;
 };
 
 class Plugins {

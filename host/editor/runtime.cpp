@@ -145,7 +145,8 @@ bool Session::mayStart(const Running& starting) {
         output.print(L"\n** Command only allowed in Model Tab **\n");
         return false;
     }
-    return documents.state().lockForCommand(starting.document, starting.name);
+    documents.state().lock(starting.document, AcAp::kWrite, starting.name);
+    return true;
 }
 
 Outcome Session::runCommand(const AcEdCommand& command, bool transparent) {

@@ -22,20 +22,9 @@ Plugin* pluginByHandle(const void* application) {
     return session && application ? session->plugins.byHandle(application) : nullptr;
 }
 
-Plugin* pluginByName(const ACHAR* fileName) {
-    Session* session = Session::current();
-    return session && fileName ? session->plugins.find(fileName) : nullptr;
-}
-
 bool setLocked(void* application, bool locked) {
     Plugin* plugin = pluginByHandle(application);
     if (plugin) plugin->locked = locked;
-    return plugin != nullptr;
-}
-
-bool setMdiAware(void* application, bool aware) {
-    Plugin* plugin = pluginByHandle(application);
-    if (plugin) plugin->mdiAware = aware;
     return plugin != nullptr;
 }
 
@@ -51,24 +40,9 @@ bool acrxLockApplication(void* applicationId) {
     return setLocked(applicationId, true);
 }
 
-bool acrxApplicationIsLocked(const ACHAR* fileName) {
-    const Plugin* plugin = pluginByName(fileName);
-    return plugin && plugin->locked;
-}
-
 bool AcRxDynamicLinker::registerAppMDIAware(void* applicationId) {
     recordCall("AcRxDynamicLinker::registerAppMDIAware");
-    return setMdiAware(applicationId, true);
-}
-
-bool AcRxDynamicLinker::registerAppNotMDIAware(void* applicationId) {
-    recordCall("AcRxDynamicLinker::registerAppNotMDIAware");
-    return setMdiAware(applicationId, false);
-}
-
-bool AcRxDynamicLinker::isApplicationMDIAware(const ACHAR* fileName) const {
-    const Plugin* plugin = pluginByName(fileName);
-    return plugin && plugin->mdiAware;
+    return pluginByHandle(applicationId) != nullptr;
 }
 
 bool AcRxDynamicLinker::loadModule(const ACHAR* fileName, bool printIt, bool) {
@@ -84,19 +58,4 @@ bool AcRxDynamicLinker::unloadModule(const ACHAR* fileName, bool) {
     Session* session = Session::current();
     qrs::platform::Error error;
     return session && fileName && session->plugins.unload(fileName, error);
-}
-
-void* AcRxDynamicLinker::symbolPtr(const ACHAR* fileName, const ACHAR* symbol) const {
-    const Plugin* plugin = pluginByName(fileName);
-    return plugin && symbol ? plugin->library->symbol(qrs::platform::toUtf8(symbol).c_str()) : nullptr;
-}
-
-bool acrxLoadModule(const ACHAR* fileName, bool printIt, bool asCommand) {
-    Session* session = Session::current();
-    return session && session->linker.loadModule(fileName, printIt, asCommand);
-}
-
-bool acrxUnloadModule(const ACHAR* fileName, bool asCommand) {
-    Session* session = Session::current();
-    return session && session->linker.unloadModule(fileName, asCommand);
 }

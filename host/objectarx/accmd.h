@@ -45,9 +45,6 @@ class QRS_HOST_PORT AcEdCommand : public AcRxObject {
     const ACHAR* localName() const;
     Adesk::Int32 commandFlags() const;
     AcRxFunctionPtr functionAddr() const;
-    AcEdUIContext* UIContext() const;
-    int fcode() const;
-    HINSTANCE resourceHandle() const;
     // The handle of the plug-in that registered it; null for the editor's own commands.
     void* commandApp() const;
 
@@ -85,14 +82,10 @@ class QRS_HOST_PORT AcEdCommandStack : public AcRxObject {
     // eKeyNotFound when the group does not exist or does not hold the command. An emptied group disappears.
     Acad::ErrorStatus removeCmd(const ACHAR* groupName, const ACHAR* globalName);
     Acad::ErrorStatus removeGroup(const ACHAR* groupName);
-    Acad::ErrorStatus popGroupToTop(const ACHAR* groupName);
 
     // Null when no group holds the name.
     AcEdCommand* lookupGlobalCmd(const ACHAR* name) const;
     AcEdCommand* lookupLocalCmd(const ACHAR* name) const;
-    AcEdCommand* lookupCmd(const ACHAR* name, bool globalName) const;
-    // Within one group.
-    AcEdCommand* lookupCmd(const ACHAR* groupName, const ACHAR* name, bool globalName) const;
 
     // The caller deletes it. It sees the commands of the moment it was made.
     AcEdCommandIterator* iterator() const;

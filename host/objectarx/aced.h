@@ -70,7 +70,6 @@ namespace AcCm {
 enum DialogTabs {
     kACITab = 0x1,
     kTrueColorTab = 0x2,
-    kColorBookTab = 0x4,
     kDefaultTabs = kACITab | kTrueColorTab,
 };
 }  // namespace AcCm

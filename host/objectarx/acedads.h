@@ -39,7 +39,6 @@ QRS_HOST_PORT int acedGetPoint(const ads_point base, const ACHAR* prompt, ads_po
 
 // Prints. acutPrintf formats.
 QRS_HOST_PORT int acedPrompt(const ACHAR* text);
-QRS_HOST_PORT int acedAlert(const ACHAR* text);
 
 // A set of entities. mode: null (the user selects, or with the point pt1 what a pick there meets), "X" (the whole
 // drawing), "A" (what could be selected now), "I" (the pick-first set), "P" (the previous set), "L" (the newest
@@ -76,9 +75,6 @@ QRS_HOST_PORT int acedEntSel(const ACHAR* prompt, ads_name entity, ads_point poi
 // (qrs::host::pickNested tells more).
 QRS_HOST_PORT int acedNEntSelP(const ACHAR* prompt, ads_name entity, ads_point point, int useGivenPoint,
                                ads_matrix toWorld, resbuf** containers);
-// The same, always asking; toWorld in four rows: the images of the axes and the offset.
-QRS_HOST_PORT int acedNEntSel(const ACHAR* prompt, ads_name entity, ads_point point, ads_point toWorld[4],
-                              resbuf** containers);
 
 // The value with its type: RTSHORT, RTREAL, RTSTR (the caller releases it with acutDelString) or RT3DPOINT. RTERROR
 // when there is no such variable, when it is read-only, or when the value is of another type or out of range.
@@ -88,9 +84,6 @@ QRS_HOST_PORT int acedSetVar(const ACHAR* name, const resbuf* value);
 // Runs one command with its answers: pairs of a type and a value, closed by RTNONE (or 0). RTSTR with an empty text is
 // Enter, with "\\" lets the user answer. A prompt left over is cancelled.
 QRS_HOST_PORT int acedCommandS(int type, ...);
-QRS_HOST_PORT int acedCommand(int type, ...);
-QRS_HOST_PORT int acedCmdS(const resbuf* arguments);
-QRS_HOST_PORT int acedCmd(const resbuf* arguments);
 
 // The first file of that name in the drawing's folder and the support folders, in the inner form (buffer of at least
 // 261 characters). RTERROR when there is none.

@@ -22,8 +22,6 @@ class QRS_HOST_PORT AcCmEntityColor {
         kACIforeground = 7,
         kACIbyLayer = 256,
         kACInone = 257,
-        kACIminimum = -255,
-        kACImaximum = 255,
     };
 
     // Red, green and blue of a palette index as 0xRRGGBB.
@@ -45,9 +43,6 @@ class QRS_HOST_PORT AcCmColor : public AcCmEntityColor {
     bool isByLayer() const { return method_ == kByLayer; }
     bool isByBlock() const { return method_ == kByBlock; }
     bool isByACI() const { return method_ == kByACI; }
-    bool isByPen() const { return method_ == kByPen; }
-    bool isForeground() const { return method_ == kForeground; }
-    bool isNone() const { return method_ == kNone; }
 
     // 0 by block, 256 by layer, 257 none; the nearest palette index for a true colour.
     Adesk::UInt16 colorIndex() const;
@@ -59,9 +54,6 @@ class QRS_HOST_PORT AcCmColor : public AcCmEntityColor {
     Adesk::UInt8 green() const;
     Adesk::UInt8 blue() const;
     Acad::ErrorStatus setRGB(Adesk::UInt8 red, Adesk::UInt8 green, Adesk::UInt8 blue);
-    Acad::ErrorStatus setRed(Adesk::UInt8 red);
-    Acad::ErrorStatus setGreen(Adesk::UInt8 green);
-    Acad::ErrorStatus setBlue(Adesk::UInt8 blue);
 
     // Equal when method and what the method looks at are equal.
     bool operator==(const AcCmColor& other) const;

@@ -15,7 +15,6 @@ class QRS_HOST_PORT AcDbDictionaryIterator {
     // Valid until the iterator is deleted; null when done.
     const ACHAR* name() const;
     AcDbObjectId objectId() const;
-    Acad::ErrorStatus getObject(AcDbObject*& object, AcDb::OpenMode mode = AcDb::kForRead) const;
     bool done() const { return position_ >= entries_.size(); }
     // False at the end.
     bool next();
@@ -35,10 +34,6 @@ class QRS_HOST_PORT AcDbDictionary : public AcDbObject {
 
     // Names are compared without regard to case. eKeyNotFound when there is none.
     Acad::ErrorStatus getAt(const ACHAR* entryName, AcDbObjectId& entryId) const;
-    Acad::ErrorStatus getAt(const ACHAR* entryName, AcDbObject*& entry, AcDb::OpenMode mode) const;
-    bool has(const ACHAR* entryName) const;
-    bool has(AcDbObjectId entryId) const;
-    Adesk::UInt32 numEntries() const;
     // Puts an object under a name, in the place of another that has it (which is erased). newValue was made with new;
     // the drawing takes it over, with a handle, and it is then open for writing. eNotOpenForWrite, eNullObjectPointer,
     // eAlreadyInDb for an object of a drawing; eInvalidInput for an empty name; eNotApplicable for a class that drawing
@@ -46,7 +41,6 @@ class QRS_HOST_PORT AcDbDictionary : public AcDbObject {
     Acad::ErrorStatus setAt(const ACHAR* entryName, AcDbObject* newValue, AcDbObjectId& entryId);
     // Takes an entry out; its object goes with it, and what that owns. eKeyNotFound.
     Acad::ErrorStatus remove(const ACHAR* entryName);
-    Acad::ErrorStatus remove(AcDbObjectId entryId);
     // The iterator is deleted by the caller; null when the dictionary is not open.
     AcDbDictionaryIterator* newIterator() const;
 

@@ -41,8 +41,6 @@ class QRS_HOST_PORT AcDbCircle : public AcDbEntity {
     Acad::ErrorStatus setRadius(double radius);
 };
 
-class AcDbObjectIterator;
-
 class QRS_HOST_PORT AcDbBlockReference : public AcDbEntity {
   public:
     ACRX_DECLARE_MEMBERS(AcDbBlockReference)
@@ -63,26 +61,6 @@ class QRS_HOST_PORT AcDbBlockReference : public AcDbEntity {
     AcGeScale3d scaleFactors() const;
     // eInvalidInput when one of them is 0.
     Acad::ErrorStatus setScaleFactors(const AcGeScale3d& factors);
-    // Walks its attributes; deleted by the caller.
-    AcDbObjectIterator* attributeIterator() const;
-};
-
-// Walks the objects that belonged to another when the walk started.
-class QRS_HOST_PORT AcDbObjectIterator {
-  public:
-    void start() { position_ = 0; }
-    bool done() const { return position_ >= ids_.length(); }
-    void step() {
-        if (!done()) ++position_;
-    }
-    // Null when done.
-    AcDbObjectId objectId() const { return done() ? AcDbObjectId() : ids_[position_]; }
-
-  private:
-    friend class AcDbBlockReference;
-    AcDbObjectIterator() = default;
-    AcDbObjectIdArray ids_;
-    int position_ = 0;
 };
 
 class QRS_HOST_PORT AcDbText : public AcDbEntity {
@@ -111,8 +89,6 @@ class QRS_HOST_PORT AcDbText : public AcDbEntity {
     Acad::ErrorStatus setWidthFactor(double factor);
     double rotation() const;
     Acad::ErrorStatus setRotation(double angle);
-    double oblique() const;
-    Acad::ErrorStatus setOblique(double angle);
     // Null when the drawing does not define the style.
     AcDbObjectId textStyle() const;
     // eNullObjectId; eWrongDatabase; eWrongObjectType for what is no text style.
@@ -132,18 +108,12 @@ class QRS_HOST_PORT AcDbViewport : public AcDbEntity {
 
     // Number within its layout; 1 is the paper itself, -1 when it is not shown.
     Adesk::Int16 number() const;
-    AcGePoint3d centerPoint() const;
-    double width() const;
-    double height() const;
 
     bool isLayerFrozenInViewport(AcDbObjectId layer) const;
     // Layers frozen already stay so; the others are put behind them. eInvalidLayer, nothing changed, when an id is no
     // layer of this drawing; eNotApplicable in a drawing that has no place for it.
     Acad::ErrorStatus freezeLayersInViewport(const AcDbObjectIdArray& layers);
     Acad::ErrorStatus thawLayersInViewport(const AcDbObjectIdArray& layers);
-    // All but the current layer, which the editor keeps seen.
-    Acad::ErrorStatus freezeAllLayersInViewport();
-    Acad::ErrorStatus thawAllLayersInViewport();
     // The frozen layers of the drawing, in the order of the file; what names no layer is left out.
     Acad::ErrorStatus getFrozenLayerList(AcDbObjectIdArray& layers) const;
 

@@ -56,9 +56,6 @@ class QRS_HOST_PORT AcDbDxfFiler : public AcRxObject {
     // passed over: a number or handle that is none or does not fit its type, the handle of no object, an unknown code.
     // eEndOfObject behind the section's last item.
     Acad::ErrorStatus readResBuf(resbuf* item);
-    Acad::ErrorStatus readItem(resbuf* item) { return readResBuf(item); }
-    // The item read last is read once more.
-    void pushBackItem();
 
     // --- writing: eInvalidInput for a code that takes no value of that kind, for null, and before the first mark
 

@@ -9,14 +9,10 @@ class QRS_HOST_PORT AcDbHandle {
   public:
     AcDbHandle() = default;
     explicit AcDbHandle(Adesk::UInt64 value) : value_(value) {}
-    AcDbHandle(Adesk::UInt32 low, Adesk::UInt32 high) : value_((Adesk::UInt64(high) << 32) | low) {}
     // From hexadecimal digits; null when the text is none.
     explicit AcDbHandle(const ACHAR* text);
 
-    Adesk::UInt32 low() const { return static_cast<Adesk::UInt32>(value_); }
-    Adesk::UInt32 high() const { return static_cast<Adesk::UInt32>(value_ >> 32); }
     bool isNull() const { return value_ == 0; }
-    void setNull() { value_ = 0; }
 
     // The handle in upper-case hexadecimal digits. False, nothing written, when the buffer is too small (17 is enough).
     bool getIntoAsciiBuffer(ACHAR* buffer, std::size_t length) const;

@@ -14,7 +14,6 @@ class AcDbIdMapping {
         return found != copies_.end();
     }
     void assign(AcDbObjectId key, AcDbObjectId value) { copies_[key] = value; }
-    int size() const { return static_cast<int>(copies_.size()); }
 
   private:
     std::map<AcDbObjectId, AcDbObjectId> copies_;

@@ -90,9 +90,6 @@ class QRS_HOST_PORT AcDbObject : public AcRxObject {
     AcDbObjectId extensionDictionary() const;
     // Gives it an empty one unless it has one. eNotApplicable in a drawing older than AC1012.
     Acad::ErrorStatus createExtensionDictionary();
-    // The objects of the drawing that want to hear of its changes, in the order of the file; erased ones left out.
-    AcDbObjectIdArray reactors() const;
-    bool hasPersistentReactor(AcDbObjectId id) const;
 
     // What a class that an application brings keeps in drawing files. dxfInFields takes its values from the object's
     // tags, dxfOutFields hands them out; both call those of their parent first and give filerStatus(). Tags that all
@@ -173,8 +170,6 @@ class QRS_HOST_PORT AcDbEntity : public AcDbObject {
     AcDbObjectId linetypeId() const;
     Acad::ErrorStatus setLinetype(const ACHAR* newLinetype, bool doSubents = true);
     Acad::ErrorStatus setLinetype(AcDbObjectId newLinetype, bool doSubents = true);
-    double linetypeScale() const;
-    Acad::ErrorStatus setLinetypeScale(double scale, bool doSubents = true);
 
     AcDb::LineWeight lineWeight() const;
     // eNotApplicable in a drawing older than AC1015.
@@ -220,26 +215,7 @@ class QRS_HOST_PORT AcDbDatabase : public AcRxObject {
     Acad::ErrorStatus getSymbolTable(AcDbLinetypeTable*& table, AcDb::OpenMode mode);
     Acad::ErrorStatus getSymbolTable(AcDbRegAppTable*& table, AcDb::OpenMode mode);
     Acad::ErrorStatus getSymbolTable(AcDbTextStyleTable*& table, AcDb::OpenMode mode);
-    Acad::ErrorStatus getBlockTable(AcDbBlockTable*& table, AcDb::OpenMode mode) { return getSymbolTable(table, mode); }
-    Acad::ErrorStatus getDimStyleTable(AcDbDimStyleTable*& table, AcDb::OpenMode mode) {
-        return getSymbolTable(table, mode);
-    }
-    Acad::ErrorStatus getLayerTable(AcDbLayerTable*& table, AcDb::OpenMode mode) { return getSymbolTable(table, mode); }
-    Acad::ErrorStatus getLinetypeTable(AcDbLinetypeTable*& table, AcDb::OpenMode mode) {
-        return getSymbolTable(table, mode);
-    }
-    Acad::ErrorStatus getRegAppTable(AcDbRegAppTable*& table, AcDb::OpenMode mode) {
-        return getSymbolTable(table, mode);
-    }
-    Acad::ErrorStatus getTextStyleTable(AcDbTextStyleTable*& table, AcDb::OpenMode mode) {
-        return getSymbolTable(table, mode);
-    }
-    AcDbObjectId blockTableId() const;
-    AcDbObjectId dimStyleTableId() const;
     AcDbObjectId layerTableId() const;
-    AcDbObjectId linetypeTableId() const;
-    AcDbObjectId regAppTableId() const;
-    AcDbObjectId textStyleTableId() const;
 
     // Opened for writing, it is put into a drawing that lacks it. eNotApplicable in a drawing older than AC1012, which
     // cannot hold one; eKeyNotFound for another that has none, opened for reading.
@@ -275,8 +251,6 @@ class QRS_HOST_PORT AcDbDatabase : public AcRxObject {
     Acad::ErrorStatus setClayer(AcDbObjectId layer);
     // Layer "0"; null when the drawing does not define it.
     AcDbObjectId layerZero() const;
-    // Null when the drawing does not define it.
-    AcDbObjectId continuousLinetype() const;
     // True in model space.
     bool tilemode() const;
     double ltscale() const;
@@ -293,8 +267,6 @@ class QRS_HOST_PORT AcDbDatabase : public AcRxObject {
 // eAtMaxReaders (256) when others have it open (opening for notification counts as reading); eNotThatKindOfClass. The
 // pointer is null unless eOk.
 QRS_HOST_PORT Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
-                                                   bool openErased = false);
-QRS_HOST_PORT Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode,
                                                    bool openErased = false);
 inline Acad::ErrorStatus acdbOpenObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead,
                                         bool openErased = false) {

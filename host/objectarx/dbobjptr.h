@@ -66,8 +66,6 @@ class AcDbObjectPointer {
     Acad::ErrorStatus status_ = Acad::eNullObjectPointer;
 };
 
-template <class Object>
-using AcDbSmartObjectPointer = AcDbObjectPointer<Object>;
 using AcDbEntityPointer = AcDbObjectPointer<AcDbEntity>;
 
 // A symbol table of a database.

@@ -21,8 +21,6 @@ class QRS_HOST_PORT AcDbSymbolTableRecord : public AcDbObject {
   public:
     ACRX_DECLARE_MEMBERS(AcDbSymbolTableRecord)
 
-    // The copy is released with acutDelString.
-    Acad::ErrorStatus getName(ACHAR*& name) const;
     // Valid until the record is closed or its name asked for again.
     Acad::ErrorStatus getName(const ACHAR*& name) const;
     // eInvalidInput for an empty name or one with characters that names may not hold; eDuplicateRecordName when another
@@ -41,20 +39,15 @@ class QRS_HOST_PORT AcDbSymbolTableRecord : public AcDbObject {
 // Walks the records that were in the table when the walk started; records erased meanwhile are passed over.
 class QRS_HOST_PORT AcDbSymbolTableIterator {
   public:
-    AcDbSymbolTableIterator(AcDbDatabase* database, std::uint32_t table, bool atBeginning);
-    // skipDeleted is accepted: erased records are gone for good and never met.
-    void start(bool atBeginning = true, bool skipDeleted = true);
+    AcDbSymbolTableIterator(AcDbDatabase* database, std::uint32_t table);
+    void start();
     bool done() const;
-    void step(bool forward = true, bool skipDeleted = true);
+    void step();
     // eEndOfObject when done.
     Acad::ErrorStatus getRecordId(AcDbObjectId& recordId) const;
-    Acad::ErrorStatus getRecord(AcDbSymbolTableRecord*& record, AcDb::OpenMode mode = AcDb::kForRead,
-                                bool openErased = false) const;
-    // eKeyNotFound, nothing changed, when the record is not part of the walk.
-    Acad::ErrorStatus seek(AcDbObjectId recordId);
 
   private:
-    void passErased(bool forward);
+    void passErased();
 
     AcDbDatabase* database_;
     std::uint32_t table_;
@@ -68,13 +61,7 @@ class QRS_HOST_PORT AcDbSymbolTable : public AcDbObject {
 
     // eKeyNotFound, id null, when there is none. getErasedRecord is accepted: erased records are not kept.
     Acad::ErrorStatus getAt(const ACHAR* name, AcDbObjectId& recordId, bool getErasedRecord = false) const;
-    Acad::ErrorStatus getAt(const ACHAR* name, AcDbSymbolTableRecord*& record, AcDb::OpenMode mode = AcDb::kForRead,
-                            bool openErased = false) const;
     bool has(const ACHAR* name) const;
-    bool has(AcDbObjectId recordId) const;
-    // The iterator is deleted by the caller.
-    Acad::ErrorStatus newIterator(AcDbSymbolTableIterator*& iterator, bool atBeginning = true,
-                                  bool skipDeleted = true) const;
 
   protected:
     AcDbSymbolTable() = default;
@@ -86,7 +73,6 @@ template <class Record>
 class AcDbTypedTableIterator : public AcDbSymbolTableIterator {
   public:
     using AcDbSymbolTableIterator::AcDbSymbolTableIterator;
-    using AcDbSymbolTableIterator::getRecord;
     Acad::ErrorStatus getRecord(Record*& record, AcDb::OpenMode mode = AcDb::kForRead, bool openErased = false) const {
         record = nullptr;
         AcDbObjectId recordId;
@@ -100,7 +86,6 @@ class AcDbTypedSymbolTable : public AcDbSymbolTable {
   public:
     using Iterator = AcDbTypedTableIterator<Record>;
     using AcDbSymbolTable::getAt;
-    using AcDbSymbolTable::newIterator;
     Acad::ErrorStatus getAt(const ACHAR* name, Record*& tableRecord, AcDb::OpenMode mode,
                             bool openErased = false) const {
         tableRecord = nullptr;
@@ -108,11 +93,11 @@ class AcDbTypedSymbolTable : public AcDbSymbolTable {
         const Acad::ErrorStatus status = AcDbSymbolTable::getAt(name, recordId, openErased);
         return status == Acad::eOk ? acdbOpenObject(tableRecord, recordId, mode, openErased) : status;
     }
-    Acad::ErrorStatus newIterator(Iterator*& iterator, bool atBeginning = true, bool skipDeleted = true) const {
-        (void)skipDeleted;
+    // The iterator is deleted by the caller.
+    Acad::ErrorStatus newIterator(Iterator*& iterator) const {
         iterator = nullptr;
         if (!isReadEnabled()) return Acad::eNotOpenForRead;
-        iterator = new Iterator(database(), record(), atBeginning);
+        iterator = new Iterator(database(), record());
         return Acad::eOk;
     }
 
@@ -207,11 +192,9 @@ class QRS_HOST_PORT AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {
     // A continuous line.
     AcDbLinetypeTableRecord();
 
-    // The text that describes the linetype, by either name. Released with acutDelString.
-    Acad::ErrorStatus asciiDescription(ACHAR*& text) const;
-    Acad::ErrorStatus setAsciiDescription(const ACHAR* text);
-    Acad::ErrorStatus comments(ACHAR*& text) const { return asciiDescription(text); }
-    Acad::ErrorStatus setComments(const ACHAR* text) { return setAsciiDescription(text); }
+    // The text that describes the linetype. Released with acutDelString.
+    Acad::ErrorStatus comments(ACHAR*& text) const;
+    Acad::ErrorStatus setComments(const ACHAR* text);
     // Length of one pattern.
     double patternLength() const;
     Acad::ErrorStatus setPatternLength(double length);
@@ -303,7 +286,6 @@ class QRS_HOST_PORT AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
     Acad::ErrorStatus setXScale(double factor);
     // Radians.
     double obliquingAngle() const;
-    Acad::ErrorStatus setObliquingAngle(double angle);
 
   private:
     std::wstring typeface() const;
@@ -329,8 +311,6 @@ class QRS_HOST_PORT AcDbRegAppTableRecord : public AcDbSymbolTableRecord {
     AcDbRegAppTableRecord();
 };
 
-using AcDbRegAppTableIterator = AcDbTypedTableIterator<AcDbRegAppTableRecord>;
-
 class QRS_HOST_PORT AcDbRegAppTable : public AcDbGrowingSymbolTable<AcDbRegAppTableRecord> {
   public:
     ACRX_DECLARE_MEMBERS(AcDbRegAppTable)
@@ -348,8 +328,6 @@ class QRS_HOST_PORT AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
     AcDbDimStyleTableRecord() = default;
 };
 
-using AcDbDimStyleTableIterator = AcDbTypedTableIterator<AcDbDimStyleTableRecord>;
-
 class QRS_HOST_PORT AcDbDimStyleTable : public AcDbTypedSymbolTable<AcDbDimStyleTableRecord> {
   public:
     ACRX_DECLARE_MEMBERS(AcDbDimStyleTable)
@@ -364,29 +342,24 @@ class AcDbBlockTable;
 // as are entities erased meanwhile.
 class QRS_HOST_PORT AcDbBlockTableRecordIterator {
   public:
-    AcDbBlockTableRecordIterator(AcDbDatabase* database, std::uint32_t block, bool atBeginning);
-    void start(bool atBeginning = true, bool skipDeleted = true);
+    AcDbBlockTableRecordIterator(AcDbDatabase* database, std::uint32_t block);
+    void start();
     bool done() const;
-    void step(bool forward = true, bool skipDeleted = true);
+    void step();
     // eEndOfObject when done.
     Acad::ErrorStatus getEntityId(AcDbObjectId& entityId) const;
     Acad::ErrorStatus getEntity(AcDbEntity*& entity, AcDb::OpenMode mode = AcDb::kForRead,
                                 bool openErased = false) const;
-    // eKeyNotFound, nothing changed, when the entity does not lie in the block.
-    Acad::ErrorStatus seek(AcDbObjectId entityId);
 
   private:
     enum class Space : std::uint8_t { All, Model, Paper };
     bool shows(std::uint32_t record) const;
-    void gather();
 
     AcDbDatabase* database_;
     Space space_ = Space::All;
     std::uint32_t head_;     // section or block whose entities are walked; none when the block has no content
     std::uint32_t end_;      // the record that closes it
     std::uint32_t current_;  // end_ when done
-    std::vector<std::uint32_t> walked_;  // all entities, once somebody walks backwards
-    std::size_t place_ = 0;              // of current_ among them
 };
 
 class QRS_HOST_PORT AcDbBlockTableRecord : public AcDbSymbolTableRecord {
@@ -397,8 +370,7 @@ class QRS_HOST_PORT AcDbBlockTableRecord : public AcDbSymbolTableRecord {
     AcDbBlockTableRecord();
 
     // The iterator is deleted by the caller.
-    Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& iterator, bool atBeginning = true,
-                                  bool skipDeleted = true) const;
+    Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& iterator) const;
     // Takes over an entity made with new, behind the others; it is then open for writing. A drawing learns of a class
     // that an application brings by a record of its own. On an error the entity stays the caller's, and the drawing is
     // as it was: eNotOpenForWrite, eNullObjectPointer, eAlreadyInDb; eInvalidLayer or eKeyNotFound when the drawing
@@ -408,15 +380,10 @@ class QRS_HOST_PORT AcDbBlockTableRecord : public AcDbSymbolTableRecord {
     Acad::ErrorStatus appendAcDbEntity(AcDbEntity* entity);
     // True for model space and the paper spaces.
     bool isLayout() const;
-    bool isAnonymous() const;
     bool isFromExternalReference() const;
-    bool hasAttributeDefinitions() const;
     AcGePoint3d origin() const;
     // eNotApplicable for a block whose definition the file lacks.
     Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
-    // The file an external reference shows, as the drawing spells it; empty for other blocks. Released with
-    // acutDelString.
-    Acad::ErrorStatus pathName(ACHAR*& path) const;
     // The layout whose entities it holds; null when it holds none's.
     AcDbObjectId getLayoutId() const;
 };

@@ -16,14 +16,8 @@ class QRS_HOST_PORT AcRxDynamicLinker : public AcRxObject {
     bool loadModule(const ACHAR* fileName, bool printIt, bool asCommand = false);
     // By file name, extension optional. False when it is not loaded or is locked.
     bool unloadModule(const ACHAR* fileName, bool asCommand = false);
-    // Address of an exported symbol of a loaded plug-in, or null.
-    void* symbolPtr(const ACHAR* fileName, const ACHAR* symbol) const;
 
-    // The application handle comes with the messages. False when it is none of a loaded plug-in.
+    // The plug-in can serve several drawings at once, which all must here. The application handle comes with the
+    // messages; false when it is none of a loaded plug-in.
     bool registerAppMDIAware(void* applicationId);
-    bool registerAppNotMDIAware(void* applicationId);
-    bool isApplicationMDIAware(const ACHAR* fileName) const;
 };
-
-QRS_HOST_PORT bool acrxLoadModule(const ACHAR* fileName, bool printIt, bool asCommand = false);
-QRS_HOST_PORT bool acrxUnloadModule(const ACHAR* fileName, bool asCommand = false);

@@ -4,8 +4,6 @@
 #include "adesk.h"
 #include "afxwin.h"
 
-class CMDIFrameWnd;
-
 // Sees a window message before the editor does; TRUE keeps it from the editor.
 typedef BOOL (*AcedFilterWinMsgFn)(MSG*);
 
@@ -13,8 +11,6 @@ typedef BOOL (*AcedFilterWinMsgFn)(MSG*);
 QRS_HOST_PORT BOOL acedRegisterFilterWinMsg(const AcedFilterWinMsgFn filter);
 QRS_HOST_PORT BOOL acedRemoveFilterWinMsg(const AcedFilterWinMsgFn filter);
 
-// Null: this editor has no window of its own.
-QRS_HOST_PORT CMDIFrameWnd* acedGetAcadFrame();
 // The window the current drawing is shown in. Null: nothing is shown.
 QRS_HOST_PORT CView* acedGetAcadDwgView();
 
@@ -26,10 +22,9 @@ QRS_HOST_PORT int acedSetStatusBarProgressMeter(const ACHAR* label, int minimum,
 QRS_HOST_PORT int acedSetStatusBarProgressMeterPos(int position);
 QRS_HOST_PORT void acedRestoreStatusBar();
 
-// For its life the resources are looked for in the module given (or in the one that was in force) first.
+// For its life the resources are looked for in the module given first.
 class QRS_HOST_PORT CAcModuleResourceOverride {
   public:
-    CAcModuleResourceOverride();
     explicit CAcModuleResourceOverride(HINSTANCE module);
     ~CAcModuleResourceOverride();
     CAcModuleResourceOverride(const CAcModuleResourceOverride&) = delete;

@@ -33,7 +33,6 @@ class QRS_HOST_PORT AcRxClass : public AcRxObject {
           appName_(appName) {}
     const ACHAR* name() const { return name_; }
     const ACHAR* dxfName() const { return dxfName_; }
-    AcRxClass* myParent() const { return parent_; }
     bool isDerivedFrom(const AcRxClass* other) const;
 
     // A new object, which belongs to the caller; null for a class without a constructor.

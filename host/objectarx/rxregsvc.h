@@ -35,5 +35,3 @@ struct AcRx {
 // the packet of kInitAppMsg. False when it belongs to no loaded plug-in.
 QRS_HOST_PORT bool acrxUnlockApplication(void* applicationId);
 QRS_HOST_PORT bool acrxLockApplication(void* applicationId);
-// By file name, extension optional; a plug-in that is not loaded is not locked.
-QRS_HOST_PORT bool acrxApplicationIsLocked(const ACHAR* fileName);

@@ -20,7 +20,7 @@ void* self = nullptr;
 // Tries to unload the plug-in from inside its own reactor.
 class Listener : public AcEditorReactor {
     void commandEnded(const ACHAR*) override {
-        if (acrxUnloadModule(L"editor_test_plugin")) acutPrintf(L"\nreactor unloaded");
+        if (acrxDynamicLinker->unloadModule(L"editor_test_plugin")) acutPrintf(L"\nreactor unloaded");
     }
 };
 Listener listener;
@@ -31,7 +31,7 @@ void work() {
 }
 
 void unloadSelf() {
-    acutPrintf(acrxUnloadModule(L"editor_test_plugin") ? L"\nunloaded" : L"\nrefused");
+    acutPrintf(acrxDynamicLinker->unloadModule(L"editor_test_plugin") ? L"\nunloaded" : L"\nrefused");
 }
 
 void lockSelf() {

@@ -12,7 +12,7 @@ class Prompts : public EditorTest {
     std::wstring transcript;
 
     void SetUp() override {
-        ASSERT_TRUE(application->newDocument(error)) << error.message;
+        application->newDocument();
         command<0>(L"ASK", 0, [this] { result = question_(); });
     }
 

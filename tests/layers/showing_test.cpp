@@ -89,7 +89,7 @@ TEST_F(LayerCommands, OnlySetAllPipeLayOpenRunsInsideOtherCommands) {
 TEST_F(LayerCommands, CommandsWorkOnTheCurrentDrawingOnly) {
     open(drawingText(kLayers, {{"0"}}));
     platform::Error error;
-    ASSERT_TRUE(application.newDocument(error)) << error.message;
+    application.newDocument();
     run({L"UnFrozenAllLayer", L"SetAllPipeLayOpen", L"UnLockSelLayer", L""});
     ASSERT_TRUE(application.closeDocument(error)) << error.message;
     EXPECT_FALSE(application.hasUnsavedChanges());

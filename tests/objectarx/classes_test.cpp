@@ -18,8 +18,6 @@ class TMarker : public AcDbEntity {
             !filer->atSubclassData(L"TMarker"))
             return filer->filerStatus();
         resbuf item;
-        EXPECT_EQ(filer->readItem(&item), Acad::eOk);
-        filer->pushBackItem();
         while (filer->readResBuf(&item) == Acad::eOk) {
             read += std::to_string(item.restype) + " ";
             if (item.restype == 40) radius = item.resval.rreal;

@@ -28,8 +28,8 @@ Acad::ErrorStatus addLayer(const Sample& sample, const wchar_t* name, AcDbObject
     EXPECT_EQ(layer->setColor(indexColor(30)), Acad::eOk);
     EXPECT_EQ(layer->setLineWeight(AcDb::kLnWt050), Acad::eOk);
     EXPECT_EQ(layer->setIsPlottable(false), Acad::eOk);
-    EXPECT_EQ(layer->setLinetypeObjectId(sample.database->continuousLinetype()),
-              sample.database->continuousLinetype().isNull() ? Acad::eNullObjectId : Acad::eOk);
+    EXPECT_EQ(layer->setLinetypeObjectId(sample.in<AcDbLinetypeTable>(L"Continuous")),
+              sample.in<AcDbLinetypeTable>(L"Continuous").isNull() ? Acad::eNullObjectId : Acad::eOk);
     return table->add(id, layer.object());
 }
 
@@ -227,7 +227,7 @@ TEST(DbLayers, LinetypesAndTextStylesAreMadeTheSameWay) {
         AcDbObjectPointer<AcDbLinetypeTableRecord> linetype;
         linetype.create();
         linetype->setName(L"DASH");
-        linetype->setAsciiDescription(L"__ __");
+        linetype->setComments(L"__ __");
         linetype->setPatternLength(3.0);
         EXPECT_EQ(linetype->setNumDashes(13), Acad::eOutOfRange);
         linetype->setNumDashes(2);

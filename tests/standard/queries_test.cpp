@@ -287,7 +287,7 @@ TEST_F(Queries, LayersAreMadeOnceAndThenLeftAlone) {
         EXPECT_TRUE(layer->color() == pipe.LayerColor);
         EXPECT_EQ(layer->lineWeight(), AcDb::kLnWt050);
         EXPECT_FALSE(layer->isPlottable());
-        EXPECT_EQ(layer->linetypeObjectId(), sample.database->continuousLinetype());
+        EXPECT_EQ(layer->linetypeObjectId(), sample.in<AcDbLinetypeTable>(L"Continuous"));
     }
     const std::string drawing = sample.text();
     pipe.LayerName = L"j-PIPE";
@@ -302,7 +302,7 @@ TEST_F(Queries, LayersAreMadeOnceAndThenLeftAlone) {
     EXPECT_EQ(GetPipeSystemNameByLayer(id), L"J");
     EXPECT_EQ(GetPipeSystemNameByPipeLayer(id), L"J");
     EXPECT_EQ(GetPipeSystemNameByLayer(id, L"立管"), L"R");
-    EXPECT_EQ(GetPipeSystemNameByLayer(sample.database->continuousLinetype()), L"");
+    EXPECT_EQ(GetPipeSystemNameByLayer(sample.in<AcDbLinetypeTable>(L"Continuous")), L"");
     EXPECT_EQ(GetPipeSystemNameByPipeLayer(AcDbObjectId()), L"");
 
     EXPECT_TRUE(InitLayer(L"x", L"管线", &name).isNull());

@@ -1,5 +1,4 @@
 // Blocks, and walking their entities.
-#include <algorithm>
 #include <cmath>
 
 #include "dbsymtb.h"
@@ -16,9 +15,6 @@ ACRX_DEFINE_DXF_MEMBERS(AcDbBlockTableRecord, AcDbSymbolTableRecord, "BLOCK_RECO
 
 namespace {
 
-constexpr int kFlagsCode = 70;
-constexpr int kAnonymousBit = 1;
-constexpr int kHasAttributesBit = 2;
 constexpr int kExternalBit = 4;
 
 const Block* blockOf(const AcDbBlockTableRecord& record) {
@@ -34,19 +30,14 @@ ObjectTags headTags(const AcDbBlockTableRecord& record) {
                       ObjectTags::Part::Whole);
 }
 
-bool hasFlag(const AcDbBlockTableRecord& record, int bit) {
-    return (headTags(record).integer(kFlagsCode, 0) & bit) != 0;
-}
-
 }  // namespace
 
 // --- records
 
-Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator*& iterator, bool atBeginning,
-                                                    bool) const {
+Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator*& iterator) const {
     iterator = nullptr;
     if (!isReadEnabled() || !database()) return Acad::eNotOpenForRead;
-    iterator = new AcDbBlockTableRecordIterator(database(), record(), atBeginning);
+    iterator = new AcDbBlockTableRecordIterator(database(), record());
     return Acad::eOk;
 }
 
@@ -55,16 +46,8 @@ bool AcDbBlockTableRecord::isLayout() const {
     return block && (block->space != qrs::host::Space::None || tags().handle(340) != 0);
 }
 
-bool AcDbBlockTableRecord::isAnonymous() const {
-    return !isLayout() && hasFlag(*this, kAnonymousBit);
-}
-
 bool AcDbBlockTableRecord::isFromExternalReference() const {
-    return hasFlag(*this, kExternalBit);
-}
-
-bool AcDbBlockTableRecord::hasAttributeDefinitions() const {
-    return hasFlag(*this, kHasAttributesBit);
+    return (headTags(*this).integer(70, 0) & kExternalBit) != 0;
 }
 
 AcGePoint3d AcDbBlockTableRecord::origin() const {
@@ -82,17 +65,9 @@ Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& origin) {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbBlockTableRecord::pathName(ACHAR*& path) const {
-    path = nullptr;
-    if (!isReadEnabled()) return Acad::eNotOpenForRead;
-    path = qrs::host::newString(isFromExternalReference() ? headTags(*this).text(1) : std::wstring());
-    return Acad::eOk;
-}
-
 // --- entities of a block
 
-AcDbBlockTableRecordIterator::AcDbBlockTableRecordIterator(AcDbDatabase* database, std::uint32_t block,
-                                                           bool atBeginning)
+AcDbBlockTableRecordIterator::AcDbBlockTableRecordIterator(AcDbDatabase* database, std::uint32_t block)
     : database_(database), head_(dxf::kNoRecord), end_(dxf::kNoRecord), current_(dxf::kNoRecord) {
     DatabaseState* state = DatabaseState::of(database);
     const Block* found = state ? state->blocks().byId(block) : nullptr;
@@ -103,7 +78,7 @@ AcDbBlockTableRecordIterator::AcDbBlockTableRecordIterator(AcDbDatabase* databas
         head_ = found->head;
     }
     if (head_ != dxf::kNoRecord) end_ = state->drawing().endOf(head_);
-    start(atBeginning);
+    start();
 }
 
 bool AcDbBlockTableRecordIterator::shows(std::uint32_t record) const {
@@ -113,53 +88,21 @@ bool AcDbBlockTableRecordIterator::shows(std::uint32_t record) const {
     return ((entry.flags & dxf::kPaperSpace) != 0) == (space_ == Space::Paper);
 }
 
-// The file is linked forward only.
-void AcDbBlockTableRecordIterator::gather() {
-    const dxf::Drawing& drawing = DatabaseState::of(database_)->drawing();
-    walked_.clear();
-    for (dxf::RecordId id = drawing.next(head_); id != end_ && id != dxf::kNoRecord; id = drawing.next(id))
-        if (shows(id)) walked_.push_back(id);
+void AcDbBlockTableRecordIterator::start() {
+    current_ = head_;
+    step();
 }
 
-void AcDbBlockTableRecordIterator::start(bool atBeginning, bool) {
-    current_ = end_;
-    if (head_ == dxf::kNoRecord) return;
-    if (atBeginning) {
-        current_ = head_;
-        step();
-        return;
-    }
-    gather();
-    if (walked_.empty()) return;
-    place_ = walked_.size() - 1;
-    current_ = walked_.back();
+void AcDbBlockTableRecordIterator::step() {
+    if (done()) return;
+    const dxf::Drawing& drawing = DatabaseState::of(database_)->drawing();
+    do
+        current_ = drawing.next(current_);
+    while (!done() && !shows(current_));
 }
 
 bool AcDbBlockTableRecordIterator::done() const {
     return current_ == end_ || current_ == dxf::kNoRecord;
-}
-
-void AcDbBlockTableRecordIterator::step(bool forward, bool) {
-    if (done()) return;
-    const dxf::Drawing& drawing = DatabaseState::of(database_)->drawing();
-    if (forward) {
-        do
-            current_ = drawing.next(current_);
-        while (!done() && !shows(current_));
-        return;
-    }
-    if (place_ >= walked_.size() || walked_[place_] != current_) {
-        gather();
-        const auto found = std::find(walked_.begin(), walked_.end(), current_);
-        place_ = static_cast<std::size_t>(found - walked_.begin());
-    }
-    do {
-        if (place_ == 0 || place_ >= walked_.size()) {
-            current_ = end_;
-            return;
-        }
-        current_ = walked_[--place_];
-    } while (!shows(current_));
 }
 
 Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntityId(AcDbObjectId& entityId) const {
@@ -176,12 +119,4 @@ Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntity(AcDbEntity*& entity, A
     AcDbObjectId entityId;
     const Acad::ErrorStatus status = getEntityId(entityId);
     return status == Acad::eOk ? acdbOpenObject(entity, entityId, mode, openErased) : status;
-}
-
-Acad::ErrorStatus AcDbBlockTableRecordIterator::seek(AcDbObjectId entityId) {
-    if (entityId.database() != database_ || head_ == dxf::kNoRecord) return Acad::eKeyNotFound;
-    gather();
-    if (std::find(walked_.begin(), walked_.end(), entityId.recordNumber()) == walked_.end()) return Acad::eKeyNotFound;
-    current_ = entityId.recordNumber();
-    return Acad::eOk;
 }

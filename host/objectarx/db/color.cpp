@@ -131,18 +131,6 @@ Acad::ErrorStatus AcCmColor::setRGB(Adesk::UInt8 red, Adesk::UInt8 green, Adesk:
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcCmColor::setRed(Adesk::UInt8 red) {
-    return setRGB(red, static_cast<Adesk::UInt8>(greenOf(rgb_)), static_cast<Adesk::UInt8>(blueOf(rgb_)));
-}
-
-Acad::ErrorStatus AcCmColor::setGreen(Adesk::UInt8 green) {
-    return setRGB(static_cast<Adesk::UInt8>(redOf(rgb_)), green, static_cast<Adesk::UInt8>(blueOf(rgb_)));
-}
-
-Acad::ErrorStatus AcCmColor::setBlue(Adesk::UInt8 blue) {
-    return setRGB(static_cast<Adesk::UInt8>(redOf(rgb_)), static_cast<Adesk::UInt8>(greenOf(rgb_)), blue);
-}
-
 bool AcCmColor::operator==(const AcCmColor& other) const {
     if (method_ != other.method_) return false;
     if (method_ == kByColor) return rgb_ == other.rgb_;

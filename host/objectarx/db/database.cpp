@@ -99,25 +99,9 @@ Acad::ErrorStatus AcDbDatabase::getSymbolTable(AcDbTextStyleTable*& table, AcDb:
     return openTable(*state_, TableKind::TextStyle, table, mode);
 }
 
-AcDbObjectId AcDbDatabase::blockTableId() const {
-    return {state_->number, qrs::host::tableId(TableKind::Block)};
-}
-AcDbObjectId AcDbDatabase::dimStyleTableId() const {
-    return {state_->number, qrs::host::tableId(TableKind::DimStyle)};
-}
 AcDbObjectId AcDbDatabase::layerTableId() const {
     return {state_->number, qrs::host::tableId(TableKind::Layer)};
 }
-AcDbObjectId AcDbDatabase::linetypeTableId() const {
-    return {state_->number, qrs::host::tableId(TableKind::Linetype)};
-}
-AcDbObjectId AcDbDatabase::regAppTableId() const {
-    return {state_->number, qrs::host::tableId(TableKind::RegApp)};
-}
-AcDbObjectId AcDbDatabase::textStyleTableId() const {
-    return {state_->number, qrs::host::tableId(TableKind::TextStyle)};
-}
-
 // --- objects
 
 AcDbObjectId AcDbDatabase::namedObjectsDictionaryId() const {
@@ -158,10 +142,6 @@ AcDb::AcDbDwgVersion AcDbDatabase::originalFileVersion() const {
     for (const auto& known : kVersions)
         if (state_->drawing().version() >= known.first) return known.version;
     return AcDb::kDHL_1009;
-}
-
-AcDbObjectId AcDbDatabase::continuousLinetype() const {
-    return state_->idOf(state_->tables().find(TableKind::Linetype, L"Continuous"));
 }
 
 AcDbObjectId AcDbDatabase::clayer() const {

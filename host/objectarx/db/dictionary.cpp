@@ -83,28 +83,6 @@ Acad::ErrorStatus AcDbDictionary::getAt(const ACHAR* entryName, AcDbObjectId& en
     return Acad::eKeyNotFound;
 }
 
-Acad::ErrorStatus AcDbDictionary::getAt(const ACHAR* entryName, AcDbObject*& entry, AcDb::OpenMode mode) const {
-    entry = nullptr;
-    AcDbObjectId id;
-    const Acad::ErrorStatus status = getAt(entryName, id);
-    return status == Acad::eOk ? acdbOpenObject(entry, id, mode) : status;
-}
-
-bool AcDbDictionary::has(const ACHAR* entryName) const {
-    AcDbObjectId id;
-    return getAt(entryName, id) == Acad::eOk;
-}
-
-bool AcDbDictionary::has(AcDbObjectId entryId) const {
-    for (const auto& entry : entries())
-        if (entry.second == entryId) return true;
-    return false;
-}
-
-Adesk::UInt32 AcDbDictionary::numEntries() const {
-    return static_cast<Adesk::UInt32>(entries().size());
-}
-
 AcDbDictionary::AcDbDictionary() {
     setOwnTags([] {
         static const qrs::host::RecordFormat format;
@@ -149,13 +127,6 @@ Acad::ErrorStatus AcDbDictionary::remove(const ACHAR* entryName) {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbDictionary::remove(AcDbObjectId entryId) {
-    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
-    for (const auto& [name, id] : entries())
-        if (id == entryId) return remove(name.c_str());
-    return Acad::eKeyNotFound;
-}
-
 AcDbDictionaryIterator* AcDbDictionary::newIterator() const {
     if (!isReadEnabled()) return nullptr;
     std::unique_ptr<AcDbDictionaryIterator> iterator(new AcDbDictionaryIterator);
@@ -169,11 +140,6 @@ const ACHAR* AcDbDictionaryIterator::name() const {
 
 AcDbObjectId AcDbDictionaryIterator::objectId() const {
     return done() ? AcDbObjectId() : entries_[position_].second;
-}
-
-Acad::ErrorStatus AcDbDictionaryIterator::getObject(AcDbObject*& object, AcDb::OpenMode mode) const {
-    object = nullptr;
-    return done() ? Acad::eEndOfObject : acdbOpenObject(object, objectId(), mode);
 }
 
 bool AcDbDictionaryIterator::next() {

@@ -212,19 +212,6 @@ Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeScale3d& factors
     return status;
 }
 
-AcDbObjectIterator* AcDbBlockReference::attributeIterator() const {
-    std::unique_ptr<AcDbObjectIterator> iterator(new AcDbObjectIterator);
-    DatabaseState* state = DatabaseState::of(database());
-    if (!state || !isReadEnabled()) return iterator.release();
-    const dxf::Drawing& drawing = state->drawing();
-    for (dxf::RecordId id = drawing.next(record()); id != dxf::kNoRecord; id = drawing.next(id)) {
-        const dxf::Record& sub = drawing.record(id);
-        if ((sub.flags & dxf::kSubEntity) == 0 || sub.owner != record()) break;
-        if (drawing.typeName(sub.type) == "ATTRIB") iterator->ids_.append(state->idOf(id));
-    }
-    return iterator.release();
-}
-
 // --- texts
 
 AcDbText::AcDbText() {
@@ -299,14 +286,6 @@ double AcDbText::rotation() const {
 
 Acad::ErrorStatus AcDbText::setRotation(double angle) {
     return setAngleTag(checkWrite(), tags(), 50, angle);
-}
-
-double AcDbText::oblique() const {
-    return tags().real(51, 0.0) * kRadiansPerDegree;
-}
-
-Acad::ErrorStatus AcDbText::setOblique(double angle) {
-    return setAngleTag(checkWrite(), tags(), 51, angle);
 }
 
 AcDbObjectId AcDbText::textStyle() const {

@@ -21,7 +21,6 @@ constexpr int kColorCode = 62;
 constexpr int kTrueColorCode = 420;
 constexpr int kColorNameCode = 430;
 constexpr int kVisibilityCode = 60;
-constexpr int kLinetypeScaleCode = 48;
 constexpr int kLineWeightCode = 370;
 constexpr int kByLayerIndex = 256;
 
@@ -260,21 +259,6 @@ Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId newLinetype, bool doSuben
         newLinetype.isErased() || !state->tables().kindOf(linetype, kind) || kind != TableKind::Linetype)
         return Acad::eInvalidInput;
     return setLinetype(state->tables().nameOf(linetype).c_str(), doSubents);
-}
-
-double AcDbEntity::linetypeScale() const {
-    return commonTags(*this).real(kLinetypeScaleCode, 1.0);
-}
-
-Acad::ErrorStatus AcDbEntity::setLinetypeScale(double scale, bool doSubents) {
-    if (!(scale > 0.0) || !std::isfinite(scale)) return Acad::eInvalidInput;
-    if (scale == linetypeScale()) return checkWrite();
-    if (!commonTags(*this).canCarry(kLinetypeScaleCode)) return Acad::eNotApplicable;
-    return changeCommon(doSubents, [&](ObjectTags& tags) {
-        if (tags.real(kLinetypeScaleCode, 1.0) == scale) return false;
-        tags.setReal(kLinetypeScaleCode, scale);
-        return true;
-    });
 }
 
 AcDb::LineWeight AcDbEntity::lineWeight() const {

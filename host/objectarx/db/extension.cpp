@@ -2,6 +2,7 @@
 #include "dbdict.h"
 #include "dblayout.h"
 #include "dbsymtb.h"
+#include "host/dxf/recordwalk.h"
 #include "host/objectarx/db/append.h"
 #include "host/objectarx/db/state.h"
 
@@ -16,18 +17,12 @@ constexpr int kGroupCode = 102;
 constexpr int kHandleCode = 5;
 constexpr int kDimStyleHandleCode = 105;
 
-// The handles that stand in a 102 group of an object.
-std::vector<std::uint64_t> handlesIn(const dxf::Drawing& drawing, dxf::RecordId record, std::string_view group,
-                                     int code) {
-    std::vector<std::uint64_t> handles;
-    dxf::TagCursor cursor = drawing.tags(record);
-    dxf::Tag tag;
-    bool inGroup = false;
-    while (cursor.next(tag) && tag.code < 1000) {
-        if (tag.code == kGroupCode) inGroup = dxf::trimmed(tag.value) == group;
-        if (inGroup && tag.code == code) handles.push_back(dxf::toHandle(tag.value));
-    }
-    return handles;
+// The handle of the dictionary that hangs on an object; 0 for none.
+std::uint64_t extensionOf(const dxf::Drawing& drawing, dxf::RecordId record) {
+    dxf::RecordWalk walk(drawing.tags(record));
+    for (dxf::Tag tag; walk.next(tag) && tag.code < dxf::codes::kFirstXdata;)
+        if (tag.code == dxf::codes::kHardOwned && walk.group() == "ACAD_XDICTIONARY") return dxf::toHandle(tag.value);
+    return 0;
 }
 
 }  // namespace
@@ -36,8 +31,7 @@ AcDbObjectId AcDbObject::extensionDictionary() const {
     const DatabaseState* state = DatabaseState::of(database_);
     const dxf::RecordId record = state ? state->ids().recordOf(record_) : dxf::kNoRecord;
     if (record == dxf::kNoRecord) return AcDbObjectId();
-    const auto handles = handlesIn(state->drawing(), record, "{ACAD_XDICTIONARY", 360);
-    return handles.empty() ? AcDbObjectId() : state->idOf(state->drawing().findHandle(handles.front()));
+    return state->idOf(state->drawing().findHandle(extensionOf(state->drawing(), record)));
 }
 
 Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
@@ -62,22 +56,6 @@ Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
     drawing.insertTags(record, hasHandle ? own.end : drawing.length(record),
                        {{kGroupCode, "{ACAD_XDICTIONARY"}, {360, handle}, {kGroupCode, "}"}});
     return Acad::eOk;
-}
-
-AcDbObjectIdArray AcDbObject::reactors() const {
-    AcDbObjectIdArray ids;
-    const DatabaseState* state = DatabaseState::of(database_);
-    const dxf::RecordId record = state ? state->ids().recordOf(record_) : dxf::kNoRecord;
-    if (record == dxf::kNoRecord) return ids;
-    for (const std::uint64_t handle : handlesIn(state->drawing(), record, "{ACAD_REACTORS", 330)) {
-        const AcDbObjectId id = state->idOf(state->drawing().findHandle(handle));
-        if (!id.isNull()) ids.append(id);
-    }
-    return ids;
-}
-
-bool AcDbObject::hasPersistentReactor(AcDbObjectId id) const {
-    return reactors().contains(id);
 }
 
 // --- layouts

@@ -273,7 +273,7 @@ bool FieldFiler::enter(std::wstring_view mark) {
     for (std::size_t i = 0; i < present_.size(); ++i) {
         if (present_[i].mark != mark) continue;
         section_ = i;
-        item_ = last_ = 0;
+        item_ = 0;
         return true;
     }
     return false;
@@ -285,13 +285,8 @@ Acad::ErrorStatus FieldFiler::read(resbuf& item) {
     while (item_ < items.size() && !items[item_].isReadable)
         ++item_;
     if (item_ == items.size()) return Acad::eEndOfObject;
-    last_ = item_++;
-    decode(items[last_], item);
+    decode(items[item_++], item);
     return Acad::eOk;
-}
-
-void FieldFiler::pushBack() {
-    item_ = last_;
 }
 
 void FieldFiler::decode(const PresentItem& present, resbuf& item) {

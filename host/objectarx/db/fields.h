@@ -52,7 +52,6 @@ class FieldFiler {
 
     bool enter(std::wstring_view mark);
     Acad::ErrorStatus read(resbuf& item);
-    void pushBack();
 
     Acad::ErrorStatus beginSection(std::wstring_view mark);
     Acad::ErrorStatus write(int code, ValueKind kind, std::vector<dxf::NewTag> tags);
@@ -71,7 +70,6 @@ class FieldFiler {
     std::vector<WrittenSection> written_;
     std::size_t section_ = 0;  // being read; present_.size() when none
     std::size_t item_ = 0;     // to be read next
-    std::size_t last_ = 0;     // read last
     std::wstring text_;        // of the item read last
     std::string binary_;
     Acad::ErrorStatus status_ = Acad::eOk;

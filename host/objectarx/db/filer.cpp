@@ -32,10 +32,6 @@ Acad::ErrorStatus AcDbDxfFiler::readResBuf(resbuf* item) {
     return item ? state_->read(*item) : Acad::eInvalidInput;
 }
 
-void AcDbDxfFiler::pushBackItem() {
-    state_->pushBack();
-}
-
 Acad::ErrorStatus AcDbDxfFiler::writeItem(Adesk::Int16 code, const ACHAR* text) {
     if (!text) return state_->write(code, ValueKind::Unknown, {});
     if (code == AcDb::kDxfSubclass) return state_->beginSection(text);

@@ -63,11 +63,11 @@ AcDbLinetypeTableRecord::AcDbLinetypeTableRecord() {
 
 // --- the pattern
 
-Acad::ErrorStatus AcDbLinetypeTableRecord::asciiDescription(ACHAR*& text) const {
+Acad::ErrorStatus AcDbLinetypeTableRecord::comments(ACHAR*& text) const {
     return acutNewString(tags().text(kDescriptionCode).c_str(), text);
 }
 
-Acad::ErrorStatus AcDbLinetypeTableRecord::setAsciiDescription(const ACHAR* text) {
+Acad::ErrorStatus AcDbLinetypeTableRecord::setComments(const ACHAR* text) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     if (!text) return Acad::eInvalidInput;
     tags().setText(kDescriptionCode, text);

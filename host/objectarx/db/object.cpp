@@ -168,7 +168,3 @@ Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb:
     DatabaseState* state = DatabaseState::byNumber(id.databaseNumber());
     return state ? state->objects().open(object, id.recordNumber(), mode, openErased) : Acad::eNoDatabase;
 }
-
-Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) {
-    return acdbOpenObject(entity, id, mode, openErased);
-}

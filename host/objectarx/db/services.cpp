@@ -18,12 +18,6 @@ AcDbHostApplicationServices& plainServices() {
 
 AcDbHostApplicationServices* currentServices = nullptr;
 
-AcDbObjectId spaceId(AcDbDatabase* database, qrs::host::Space space) {
-    DatabaseState* state = DatabaseState::of(database);
-    const qrs::host::Block* block = state ? state->blocks().bySpace(space) : nullptr;
-    return block ? state->idOf(block->id) : AcDbObjectId();
-}
-
 }  // namespace
 
 // --- services
@@ -93,19 +87,9 @@ int acdbRegApp(const ACHAR* name) {
 // --- shorthands
 
 AcDbObjectId AcDbSymbolUtilityServices::blockModelSpaceId(AcDbDatabase* database) const {
-    return spaceId(database, qrs::host::Space::Model);
-}
-
-AcDbObjectId AcDbSymbolUtilityServices::blockPaperSpaceId(AcDbDatabase* database) const {
-    return spaceId(database, qrs::host::Space::Paper);
-}
-
-AcDbObjectId AcDbSymbolUtilityServices::layerZeroId(AcDbDatabase* database) const {
-    return database ? database->layerZero() : AcDbObjectId();
-}
-
-bool AcDbSymbolUtilityServices::compareSymbolName(const ACHAR* first, const ACHAR* second) const {
-    return first && second && qrs::platform::compareNoCase(first, second) == 0;
+    DatabaseState* state = DatabaseState::of(database);
+    const qrs::host::Block* block = state ? state->blocks().bySpace(qrs::host::Space::Model) : nullptr;
+    return block ? state->idOf(block->id) : AcDbObjectId();
 }
 
 const AcDbSymbolUtilityServices* acdbSymUtil() {

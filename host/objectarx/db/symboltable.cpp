@@ -69,13 +69,6 @@ Acad::ErrorStatus AcDbSymbolTableRecord::getName(const ACHAR*& name) const {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbSymbolTableRecord::getName(ACHAR*& name) const {
-    const ACHAR* own = nullptr;
-    name = nullptr;
-    const Acad::ErrorStatus status = getName(own);
-    return status == Acad::eOk ? acutNewString(own, name) : status;
-}
-
 Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* name) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     DatabaseState* state = DatabaseState::of(database());
@@ -105,32 +98,32 @@ Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* name) {
 
 // --- iterators
 
-AcDbSymbolTableIterator::AcDbSymbolTableIterator(AcDbDatabase* database, std::uint32_t table, bool atBeginning)
+AcDbSymbolTableIterator::AcDbSymbolTableIterator(AcDbDatabase* database, std::uint32_t table)
     : database_(database), table_(table) {
-    start(atBeginning);
+    start();
 }
 
-void AcDbSymbolTableIterator::start(bool atBeginning, bool) {
+void AcDbSymbolTableIterator::start() {
     DatabaseState* state = DatabaseState::of(database_);
     records_.clear();
     if (state) records_ = recordsOf(*state, qrs::host::tableKindOf(table_));
-    position_ = atBeginning || records_.empty() ? 0 : records_.size() - 1;
+    position_ = 0;
 }
 
 bool AcDbSymbolTableIterator::done() const {
     return position_ >= records_.size();
 }
 
-void AcDbSymbolTableIterator::passErased(bool forward) {
+void AcDbSymbolTableIterator::passErased() {
     const DatabaseState* state = DatabaseState::of(database_);
     while (!done() && state && state->ids().isErased(records_[position_]))
-        position_ = forward ? position_ + 1 : position_ == 0 ? records_.size() : position_ - 1;
+        ++position_;
 }
 
-void AcDbSymbolTableIterator::step(bool forward, bool) {
+void AcDbSymbolTableIterator::step() {
     if (done()) return;
-    position_ = forward ? position_ + 1 : position_ == 0 ? records_.size() : position_ - 1;
-    passErased(forward);
+    ++position_;
+    passErased();
 }
 
 Acad::ErrorStatus AcDbSymbolTableIterator::getRecordId(AcDbObjectId& recordId) const {
@@ -139,23 +132,6 @@ Acad::ErrorStatus AcDbSymbolTableIterator::getRecordId(AcDbObjectId& recordId) c
     if (done() || !state) return Acad::eEndOfObject;
     recordId = state->idOf(records_[position_]);
     return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbSymbolTableIterator::getRecord(AcDbSymbolTableRecord*& record, AcDb::OpenMode mode,
-                                                     bool openErased) const {
-    record = nullptr;
-    AcDbObjectId recordId;
-    const Acad::ErrorStatus status = getRecordId(recordId);
-    return status == Acad::eOk ? acdbOpenObject(record, recordId, mode, openErased) : status;
-}
-
-Acad::ErrorStatus AcDbSymbolTableIterator::seek(AcDbObjectId recordId) {
-    for (std::size_t i = 0; i < records_.size(); ++i) {
-        if (recordId.database() != database_ || records_[i] != recordId.recordNumber()) continue;
-        position_ = i;
-        return Acad::eOk;
-    }
-    return Acad::eKeyNotFound;
 }
 
 // --- tables
@@ -171,30 +147,9 @@ Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* name, AcDbObjectId& record
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* name, AcDbSymbolTableRecord*& tableRecord, AcDb::OpenMode mode,
-                                         bool openErased) const {
-    tableRecord = nullptr;
-    AcDbObjectId recordId;
-    const Acad::ErrorStatus status = getAt(name, recordId, openErased);
-    return status == Acad::eOk ? acdbOpenObject(tableRecord, recordId, mode, openErased) : status;
-}
-
 bool AcDbSymbolTable::has(const ACHAR* name) const {
     AcDbObjectId recordId;
     return getAt(name, recordId) == Acad::eOk;
-}
-
-bool AcDbSymbolTable::has(AcDbObjectId recordId) const {
-    DatabaseState* state = DatabaseState::of(database());
-    return state && recordId.databaseNumber() == state->number && recordId.isValid() && !recordId.isErased() &&
-           state->ids().ownerOf(recordId.recordNumber()) == record();
-}
-
-Acad::ErrorStatus AcDbSymbolTable::newIterator(AcDbSymbolTableIterator*& iterator, bool atBeginning, bool) const {
-    iterator = nullptr;
-    if (!isReadEnabled() || !database()) return Acad::eNotOpenForRead;
-    iterator = new AcDbSymbolTableIterator(database(), record(), atBeginning);
-    return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbSymbolTable::addRecord(AcDbObjectId& recordId, AcDbSymbolTableRecord* newRecord) {

@@ -216,10 +216,3 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::setXScale(double factor) {
 double AcDbTextStyleTableRecord::obliquingAngle() const {
     return tags().real(kObliqueCode, 0.0) * kRadiansPerDegree;
 }
-
-Acad::ErrorStatus AcDbTextStyleTableRecord::setObliquingAngle(double angle) {
-    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
-    if (!std::isfinite(angle)) return Acad::eInvalidInput;
-    if (angle != obliquingAngle()) tags().setReal(kObliqueCode, angle / kRadiansPerDegree);
-    return Acad::eOk;
-}

@@ -113,18 +113,6 @@ Adesk::Int16 AcDbViewport::number() const {
     return static_cast<Adesk::Int16>(tags().integer(69, -1));
 }
 
-AcGePoint3d AcDbViewport::centerPoint() const {
-    return qrs::host::readPoint(tags(), 10);
-}
-
-double AcDbViewport::width() const {
-    return tags().real(40, 0.0);
-}
-
-double AcDbViewport::height() const {
-    return tags().real(41, 0.0);
-}
-
 bool AcDbViewport::isLayerFrozenInViewport(AcDbObjectId layer) const {
     DatabaseState* state = DatabaseState::of(database());
     if (!state || layer.databaseNumber() != state->number) return false;
@@ -168,22 +156,6 @@ Acad::ErrorStatus AcDbViewport::thawLayersInViewport(const AcDbObjectIdArray& la
         if (isWanted) state.drawing().eraseTags(record(), one->begin, one->end);
     }
     return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbViewport::freezeAllLayersInViewport() {
-    DatabaseState* state = DatabaseState::of(database());
-    if (!state) return Acad::eNotInDatabase;
-    AcDbObjectIdArray layers;
-    const AcDbObjectId current = database()->clayer();
-    for (const dxf::RecordId layer : state->tables().records(TableKind::Layer))
-        if (state->idOf(layer) != current) layers.append(state->idOf(layer));
-    return freezeLayersInViewport(layers);
-}
-
-Acad::ErrorStatus AcDbViewport::thawAllLayersInViewport() {
-    AcDbObjectIdArray layers;
-    const Acad::ErrorStatus status = getFrozenLayerList(layers);
-    return status == Acad::eOk ? thawLayersInViewport(layers) : status;
 }
 
 Acad::ErrorStatus AcDbViewport::getFrozenLayerList(AcDbObjectIdArray& layers) const {
