@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "host/drawing/blocks.h"
+#include "host/drawing/layouts.h"
 #include "host/dxf/drawing.h"
 #include "host/platform/codepage.h"
 #include "host/report/hostreport.h"
@@ -129,34 +130,15 @@ void Description::readBlocks() {
     }
 }
 
-// Layouts by their objects; where the file has none (old formats), model and paper space alone.
 void Description::readLayouts() {
-    const auto add = [this](std::wstring name, const Block& block) {
+    for (Layout& layout : layoutsOf(drawing_, blocks_)) {
+        const Block& block = *layout.block;
         if (block.head != kNoRecord) layoutByHead_[block.head] = info_.layouts.size();
         if (block.space == Space::Model) modelSpace_ = info_.layouts.size();
         if (block.space == Space::Paper) paperSpace_ = info_.layouts.size();
-        info_.layouts.push_back({std::move(name), block.name, 0});
-    };
-    const Block* model = blocks_.bySpace(Space::Model);
-    const Block* paper = blocks_.bySpace(Space::Paper);
-    if (model) add(L"Model", *model);
-    forEach(drawing_.findSection("OBJECTS"), RecordKind::Object, [&](RecordId id) {
-        if (drawing_.typeNameOf(id) != "LAYOUT") return;
-        // The plot settings come first; both halves have a name and an owner.
-        dxf::TagCursor cursor = drawing_.tags(id);
-        dxf::Tag tag;
-        bool inLayout = false;
-        std::wstring name;
-        const Block* block = nullptr;
-        while (cursor.next(tag) && tag.code < 1000) {
-            if (tag.code == 100) inLayout = dxf::trimmed(tag.value) == "AcDbLayout";
-            if (inLayout && tag.code == 1) name = drawing_.decode(tag.value);
-            if (inLayout && tag.code == 330) block = blocks_.byId(drawing_.findHandle(dxf::toHandle(tag.value)));
-        }
-        if (block && block != model) add(std::move(name), *block);
-        if (block && block == paper) paper = nullptr;
-    });
-    if (paper && info_.layouts.size() == 1) add(L"Paper space", *paper);
+        if (layout.name.empty()) layout.name = L"Paper space";
+        info_.layouts.push_back({std::move(layout.name), block.name, 0});
+    }
 }
 
 LayoutInfo* Description::layoutOf(const dxf::Record& record, bool inEntities) {

@@ -1,0 +1,49 @@
+// The layouts of a drawing.
+#include "host/drawing/layouts.h"
+
+#include "host/dxf/groupcodes.h"
+
+namespace qrs::host {
+
+namespace {
+
+constexpr int kTabCode = 71;
+constexpr int kBlockCode = 330;
+
+// The plot settings come first in the object; both halves have a name and an owner.
+Layout readLayout(const dxf::Drawing& drawing, const BlockIndex& blocks, dxf::RecordId id) {
+    Layout layout{{}, nullptr, 0};
+    dxf::TagCursor cursor = drawing.tags(id);
+    dxf::Tag tag;
+    bool isOwn = false;
+    while (cursor.next(tag) && !dxf::isXdataCode(tag.code)) {
+        if (tag.code == dxf::codes::kSubclass) isOwn = dxf::trimmed(tag.value) == "AcDbLayout";
+        if (!isOwn) continue;
+        if (tag.code == dxf::codes::kText) layout.name = drawing.decode(tag.value);
+        if (tag.code == kTabCode) layout.tab = static_cast<int>(dxf::toInteger(tag.value));
+        if (tag.code == kBlockCode) layout.block = blocks.byId(drawing.findHandle(dxf::toHandle(tag.value)));
+    }
+    return layout;
+}
+
+}  // namespace
+
+std::vector<Layout> layoutsOf(const dxf::Drawing& drawing, const BlockIndex& blocks) {
+    std::vector<Layout> layouts;
+    const Block* model = blocks.bySpace(Space::Model);
+    if (model) layouts.push_back({L"Model", model, 0});
+    const dxf::RecordId section = drawing.findSection("OBJECTS");
+    if (section != dxf::kNoRecord) {
+        const dxf::RecordId end = drawing.endOf(section);
+        for (dxf::RecordId id = drawing.next(section); id != end && id != dxf::kNoRecord; id = drawing.next(id)) {
+            if (drawing.record(id).kind != dxf::RecordKind::Object || drawing.typeNameOf(id) != "LAYOUT") continue;
+            Layout layout = readLayout(drawing, blocks, id);
+            if (layout.block && layout.block != model) layouts.push_back(std::move(layout));
+        }
+    }
+    const Block* paper = blocks.bySpace(Space::Paper);
+    if (paper && layouts.size() == 1) layouts.push_back({{}, paper, 1});
+    return layouts;
+}
+
+}  // namespace qrs::host
