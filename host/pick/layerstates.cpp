@@ -1,6 +1,7 @@
 // The states of layers, from the layer table.
 #include "host/pick/layerstates.h"
 
+#include "host/dxf/groupcodes.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::pick {
@@ -18,25 +19,25 @@ std::wstring layerName(const dxf::Drawing& drawing, dxf::NameId layer) {
     return layer == dxf::kNoName ? L"0" : drawing.decode(dxf::trimmed(drawing.name(layer)));
 }
 
-LayerStates::LayerStates(const dxf::Drawing& drawing) : drawing_(drawing) {
-    constexpr int kName = 2;
-    constexpr int kFlags = 70;
-    constexpr int kColor = 62;  // negative when the layer is off
-    const dxf::RecordId table = drawing.findTable("LAYER");
-    if (table == dxf::kNoRecord) return;
-    for (dxf::RecordId id = drawing.next(table); id != dxf::kNoRecord; id = drawing.next(id)) {
-        if (drawing.record(id).kind != dxf::RecordKind::TableRecord) break;
-        dxf::Tag tag;
-        const std::wstring name =
-            drawing.findTag(id, kName, tag) ? drawing.decode(dxf::trimmed(tag.value)) : std::wstring();
-        const int frozen = (integerOf(drawing, id, kFlags, 0) & 1) != 0 ? kFrozenLayer : 0;
-        const int off = integerOf(drawing, id, kColor, 7) < 0 ? kOffLayer : 0;
-        states_[platform::foldCase(name)] = frozen | off | (name == L"0" ? kLayerZero : 0);
+dxf::RecordId LayerStates::recordOf(std::wstring_view layer) const {
+    if (tables_) return tables_->find(TableKind::Layer, layer);
+    if (!records_) {
+        records_.emplace();
+        const dxf::RecordId table = drawing_.findTable("LAYER");
+        for (dxf::RecordId id = table == dxf::kNoRecord ? table : drawing_.next(table); id != dxf::kNoRecord;
+             id = drawing_.next(id)) {
+            if (drawing_.record(id).kind != dxf::RecordKind::TableRecord) break;
+            dxf::Tag tag;
+            if (!drawing_.findTag(id, dxf::codes::kName, tag)) continue;
+            records_->emplace(platform::foldCase(drawing_.decode(dxf::trimmed(tag.value))), id);
+        }
     }
+    const auto found = records_->find(platform::foldCase(layer));
+    return found == records_->end() ? dxf::kNoRecord : found->second;
 }
 
 void LayerStates::freeze(std::wstring_view layer) {
-    states_[platform::foldCase(layer)] |= kFrozenLayer;
+    frozen_.insert(platform::foldCase(layer));
     known_.clear();
 }
 
@@ -50,8 +51,12 @@ int LayerStates::ofName(dxf::NameId layer) const {
 }
 
 int LayerStates::find(std::wstring_view layer) const {
-    const auto found = states_.find(platform::foldCase(layer));
-    return found == states_.end() ? -1 : found->second;
+    const dxf::RecordId record = recordOf(layer);
+    if (record == dxf::kNoRecord) return -1;
+    const bool isFrozen = (integerOf(drawing_, record, dxf::codes::kFlags, 0) & 1) != 0;
+    const bool isFrozenHere = !frozen_.empty() && frozen_.count(platform::foldCase(layer)) != 0;
+    const bool isOff = integerOf(drawing_, record, dxf::codes::kColor, 7) < 0;
+    return (isFrozen || isFrozenHere ? kFrozenLayer : 0) | (isOff ? kOffLayer : 0) | (layer == L"0" ? kLayerZero : 0);
 }
 
 }  // namespace qrs::host::pick

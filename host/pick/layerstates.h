@@ -1,11 +1,13 @@
 // Which layers of a drawing can be seen.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
-#include "host/dxf/drawing.h"
+#include "host/drawing/tables.h"
 
 namespace qrs::host::pick {
 
@@ -15,10 +17,13 @@ enum LayerState : int {
     kLayerZero = 4,  // in a block: the layer of the block reference counts
 };
 
-// The state of the layers when the object is made.
+// The states of layers, each read from the table when it is first asked for: picks ask for few of many. The drawing
+// must not change as long as the object lives.
 class LayerStates {
   public:
-    explicit LayerStates(const dxf::Drawing& drawing);
+    // tables: those of the drawing, which know its layers by name; null: the names are gathered here when needed.
+    explicit LayerStates(const dxf::Drawing& drawing, const SymbolTables* tables = nullptr)
+        : drawing_(drawing), tables_(tables) {}
     // A layer that is frozen in the viewport alone.
     void freeze(std::wstring_view layer);
 
@@ -32,8 +37,12 @@ class LayerStates {
     bool isOff(dxf::RecordId entity) const { return (of(entity) & kOffLayer) != 0; }
 
   private:
+    dxf::RecordId recordOf(std::wstring_view layer) const;
+
     const dxf::Drawing& drawing_;
-    std::unordered_map<std::wstring, int> states_;  // by name, folded
+    const SymbolTables* tables_;
+    std::unordered_set<std::wstring> frozen_;                                         // in the viewport alone; folded
+    mutable std::optional<std::unordered_map<std::wstring, dxf::RecordId>> records_;  // by name, folded
     mutable std::unordered_map<dxf::NameId, int> known_;
 };
 

@@ -17,6 +17,8 @@ class Drawing;
 
 namespace qrs::host {
 
+class SymbolTables;
+
 class QRS_HOST_PORT DatabaseAccess {
   public:
     // Reads a drawing. Null, with the reason in error, when it cannot.
@@ -30,6 +32,7 @@ class QRS_HOST_PORT DatabaseAccess {
     static std::string bytes(const AcDbDatabase& database);
 
     static dxf::Drawing& drawing(AcDbDatabase& database);
+    static const SymbolTables& tables(AcDbDatabase& database);
     static bool isModified(const AcDbDatabase& database);
     // Everything that changes from now on can be taken back in one step.
     static void beginStep(AcDbDatabase& database, const std::wstring& name);

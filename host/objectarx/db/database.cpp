@@ -235,6 +235,10 @@ dxf::Drawing& DatabaseAccess::drawing(AcDbDatabase& database) {
     return DatabaseState::of(&database)->drawing();
 }
 
+const SymbolTables& DatabaseAccess::tables(AcDbDatabase& database) {
+    return DatabaseState::of(&database)->tables();
+}
+
 bool DatabaseAccess::isModified(const AcDbDatabase& database) {
     return DatabaseState::of(&database)->drawing().isModified();
 }
