@@ -1,4 +1,4 @@
-// Asks through acedGetString and its kin, and puts the answers into the form commands want.
+// Asks through acedGetString and its kin, puts the answers into the form commands want, and tells what was wrong.
 #include "host/commands/asking.h"
 
 #include <vector>
@@ -42,6 +42,14 @@ std::optional<bool> askYesNo(const std::wstring& prompt, bool fallback) {
     const std::optional<std::wstring> answer = askKeyword(L"Yes No", prompt);
     if (!answer) return std::nullopt;
     return answer->empty() ? fallback : *answer == L"Yes";
+}
+
+void tell(const std::wstring& text) {
+    acedPrompt((L"\n" + text).c_str());
+}
+
+std::wstring inQuotes(const std::wstring& name) {
+    return L"\"" + name + L"\"";
 }
 
 void failWith(const platform::Error& error) {

@@ -1,4 +1,4 @@
-// Questions the host's own commands ask.
+// Questions the host's own commands ask, and what they tell.
 #pragma once
 
 #include <optional>
@@ -17,6 +17,10 @@ std::optional<std::wstring> askKeyword(const std::wstring& keywords, const std::
 
 // Yes or no; Enter answers fallback. Nothing when the user cancelled.
 std::optional<bool> askYesNo(const std::wstring& prompt, bool fallback);
+
+// One line on the command line.
+void tell(const std::wstring& text);
+std::wstring inQuotes(const std::wstring& name);
 
 // A host function's failure as the running command's.
 void failWith(const platform::Error& error);

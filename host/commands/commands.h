@@ -22,10 +22,14 @@ void regenerate();
 void zoom();
 void enterModelSpace();
 void enterPaperSpace();
+// The tabs of the drawing (layouts.cpp).
+void manageLayouts();
 // System variables (variables.cpp).
 void setVariable();
 // Layers (layers.cpp).
 void changeLayers();
+// Layers in the viewports of layouts (viewportlayers.cpp).
+void changeViewportLayers();
 // Linetypes and text styles; they are listed only (tables.cpp).
 void listLinetypes();
 void listTextStyles();

@@ -1,12 +1,14 @@
 // LIST and SELECT.
 #include <string>
 
+#include "acdocman.h"
 #include "acedads.h"
 #include "dbobjptr.h"
 #include "dbsymutl.h"
 #include "host/commands/asking.h"
 #include "host/commands/commands.h"
 #include "host/editor/hostselect.h"
+#include "host/editor/layouts.h"
 
 namespace qrs::host::commands {
 
@@ -26,15 +28,16 @@ std::wstring padded(std::wstring text, std::size_t width) {
     return text;
 }
 
-// One line: handle, type, layer, space.
-std::wstring describe(const AcDbEntity& entity) {
+// One line: handle, type, layer, space. Off the model, what is selected lies on the sheet that is current.
+std::wstring describe(const AcDbEntity& entity, const std::wstring& layout) {
     ACHAR handle[17] = {};
     AcDbHandle number;
     entity.getAcDbHandle(number);
     if (!number.isNull()) number.getIntoAsciiBuffer(handle);
     const AcDbObjectId modelSpace = acdbSymUtil()->blockModelSpaceId(entity.database());
     return padded(handle, 6) + L"  " + padded(entity.isA()->dxfName(), 12) + L"  Layer: \"" + taken(entity.layer()) +
-           L"\"  Space: " + (entity.ownerId() == modelSpace ? L"Model space" : L"Paper space");
+           L"\"  Space: " +
+           (entity.ownerId() == modelSpace ? L"Model space" : L"Paper space  Layout: " + inQuotes(layout));
 }
 
 // A selection the user makes, released with the object.
@@ -59,11 +62,12 @@ class Selection {
 void listEntities() {
     const Selection selection;
     if (!selection.isMade()) return;
+    const std::wstring layout = ed::currentLayout(*acDocManager->curDocument()->database());
     std::wstring text;
     for (const AcDbObjectId id : selectedIds(selection.set())) {
         const AcDbEntityPointer entity(id, AcDb::kForRead);
         if (entity.openStatus() != Acad::eOk) continue;
-        text += L"\n" + describe(*entity.object());
+        text += L"\n" + describe(*entity.object(), layout);
         if (text.size() < kPieceSize) continue;
         acedPrompt(text.c_str());
         text.clear();

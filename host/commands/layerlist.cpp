@@ -2,7 +2,11 @@
 #include "host/commands/layerlist.h"
 
 #include <cwchar>
+#include <set>
 
+#include "acedads.h"
+#include "host/commands/asking.h"
+#include "host/editor/hostselect.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::commands {
@@ -41,6 +45,36 @@ std::vector<NamedLayer> allLayers(AcDbDatabase* database) {
 
 std::vector<NamedLayer> findLayers(AcDbDatabase* database, const std::wstring& list) {
     return findRecords(allLayers(database), list, L"layer");
+}
+
+std::vector<NamedLayer> layersOfSelection() {
+    ads_name set = {};
+    std::vector<NamedLayer> layers;
+    if (acedSSGet(nullptr, nullptr, nullptr, nullptr, set) != RTNORM) return layers;
+    std::set<AcDbObjectId> known;
+    for (const AcDbObjectId id : selectedIds(set)) {
+        const AcDbEntityPointer entity(id, AcDb::kForRead);
+        if (entity.openStatus() != Acad::eOk || entity->layerId().isNull()) continue;
+        const AcDbObjectId layer = entity->layerId();
+        if (known.insert(layer).second) layers.push_back({layer, layerName(layer)});
+    }
+    acedSSFree(set);
+    return layers;
+}
+
+bool hasLayer(AcDbDatabase* database, const std::wstring& name) {
+    const AcDbLayerTablePointer table(database, AcDb::kForRead);
+    return table.openStatus() == Acad::eOk && table->has(name.c_str());
+}
+
+bool makeLayer(AcDbDatabase* database, const std::wstring& name) {
+    AcDbLayerTablePointer table(database, AcDb::kForWrite);
+    AcDbLayerTableRecordPointer record;
+    record.create();
+    const bool added = table.openStatus() == Acad::eOk && record->setName(name.c_str()) == Acad::eOk &&
+                       table->add(record.object()) == Acad::eOk;
+    if (!added) tell(L"Invalid layer name: " + inQuotes(name) + L".");
+    return added;
 }
 
 std::wstring colorText(const AcCmColor& color) {
@@ -88,8 +122,7 @@ void printLayers(const std::vector<NamedLayer>& layers) {
         const AcDbLayerTableRecordPointer layer(named.id, AcDb::kForRead);
         if (layer.openStatus() != Acad::eOk) continue;
         const AcDbLayerTableRecord& record = *layer.object();
-        rows.push_back(
-            {L"\"" + named.name + L"\"", stateText(record), colorText(record.color()), linetypeText(record)});
+        rows.push_back({inQuotes(named.name), stateText(record), colorText(record.color()), linetypeText(record)});
     }
     printTable(rows);
 }

@@ -21,6 +21,13 @@ std::wstring layerName(AcDbObjectId id);
 // findRecords among all layers.
 std::vector<NamedLayer> findLayers(AcDbDatabase* database, const std::wstring& list);
 
+// The layers of the entities the user selects, each once.
+std::vector<NamedLayer> layersOfSelection();
+
+bool hasLayer(AcDbDatabase* database, const std::wstring& name);
+// Adds a layer; false, with a message, when it cannot have the name.
+bool makeLayer(AcDbDatabase* database, const std::wstring& name);
+
 // "1 (red)", "8", "255,128,0".
 std::wstring colorText(const AcCmColor& color);
 // The palette colour of a name ("red") or number ("1" to "255").

@@ -8,20 +8,11 @@
 #include "host/commands/commands.h"
 #include "host/commands/layerlist.h"
 #include "host/editor/hostapp.h"
-#include "host/editor/hostselect.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::commands {
 
 namespace {
-
-void tell(const std::wstring& text) {
-    acedPrompt((L"\n" + text).c_str());
-}
-
-std::wstring quoted(const std::wstring& name) {
-    return L"\"" + name + L"\"";
-}
 
 bool isCurrent(const NamedLayer& layer, AcDbDatabase* database) {
     return database->clayer() == layer.id;
@@ -32,25 +23,7 @@ using Change = Acad::ErrorStatus (*)(AcDbLayerTableRecord& record);
 void change(const NamedLayer& layer, const std::function<Acad::ErrorStatus(AcDbLayerTableRecord&)>& apply) {
     const AcDbLayerTableRecordPointer record(layer.id, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk || apply(*record.object()) != Acad::eOk)
-        tell(L"Cannot change layer " + quoted(layer.name) + L".");
-}
-
-// The layers of the entities the user selects, each once.
-std::vector<NamedLayer> layersOfSelection() {
-    ads_name set = {};
-    std::vector<NamedLayer> layers;
-    if (acedSSGet(nullptr, nullptr, nullptr, nullptr, set) != RTNORM) return layers;
-    for (const AcDbObjectId id : selectedIds(set)) {
-        const AcDbEntityPointer entity(id, AcDb::kForRead);
-        if (entity.openStatus() != Acad::eOk || entity->layerId().isNull()) continue;
-        const AcDbObjectId layer = entity->layerId();
-        bool known = false;
-        for (const NamedLayer& one : layers)
-            known = known || one.id == layer;
-        if (!known) layers.push_back({layer, layerName(layer)});
-    }
-    acedSSFree(set);
-    return layers;
+        tell(L"Cannot change layer " + inQuotes(layer.name) + L".");
 }
 
 // --- options that set one state of the layers of a list
@@ -65,13 +38,13 @@ struct StateOption {
 };
 
 bool refusesToFreeze(const NamedLayer& current) {
-    tell(L"Cannot freeze layer " + quoted(current.name) + L".  It is the CURRENT layer.");
+    tell(L"Cannot freeze layer " + inQuotes(current.name) + L".  It is the CURRENT layer.");
     return true;
 }
 
 // Asked in scripts as well: a script written for the editor carries the answer.
 bool keepsOn(const NamedLayer& current) {
-    return !askYesNo(L"\nReally want layer " + quoted(current.name) + L" (the CURRENT layer) off? [Yes/No] <N>: ",
+    return !askYesNo(L"\nReally want layer " + inQuotes(current.name) + L" (the CURRENT layer) off? [Yes/No] <N>: ",
                      false)
                 .value_or(false);
 }
@@ -114,31 +87,16 @@ bool list(AcDbDatabase* database) {
     return true;
 }
 
-bool make(AcDbDatabase* database, const std::wstring& name) {
-    AcDbLayerTablePointer table(database, AcDb::kForWrite);
-    AcDbLayerTableRecordPointer record;
-    record.create();
-    const bool added = table.openStatus() == Acad::eOk && record->setName(name.c_str()) == Acad::eOk &&
-                       table->add(record.object()) == Acad::eOk;
-    if (!added) tell(L"Invalid layer name: " + quoted(name) + L".");
-    return added;
-}
-
-bool hasLayer(AcDbDatabase* database, const std::wstring& name) {
-    const AcDbLayerTablePointer table(database, AcDb::kForRead);
-    return table.openStatus() == Acad::eOk && table->has(name.c_str());
-}
-
 // Through the system variable, so that everybody who listens to it is told.
 void makeCurrent(AcDbDatabase* database, const std::wstring& name) {
     const AcDbLayerTableRecordPointer record(name.c_str(), database, AcDb::kForRead);
-    if (record.openStatus() != Acad::eOk) return tell(L"Cannot find layer " + quoted(name) + L".");
-    if (record->isFrozen()) return tell(L"Cannot make layer " + quoted(name) + L" current.  It is frozen.");
+    if (record.openStatus() != Acad::eOk) return tell(L"Cannot find layer " + inQuotes(name) + L".");
+    if (record->isFrozen()) return tell(L"Cannot make layer " + inQuotes(name) + L" current.  It is frozen.");
     std::wstring text = name;
     resbuf value = {};
     value.restype = RTSTR;
     value.resval.rstring = text.data();
-    if (acedSetVar(L"CLAYER", &value) != RTNORM) tell(L"Cannot make layer " + quoted(name) + L" current.");
+    if (acedSetVar(L"CLAYER", &value) != RTNORM) tell(L"Cannot make layer " + inQuotes(name) + L" current.");
 }
 
 bool makeAndSet(AcDbDatabase* database) {
@@ -146,7 +104,7 @@ bool makeAndSet(AcDbDatabase* database) {
     std::optional<std::wstring> name =
         askText(L"\nEnter name for new layer (becomes the current layer) <" + current + L">: ", Blanks::Kept);
     if (!name) return false;
-    if (!name->empty() && (hasLayer(database, *name) || make(database, *name))) makeCurrent(database, *name);
+    if (!name->empty() && (hasLayer(database, *name) || makeLayer(database, *name))) makeCurrent(database, *name);
     return true;
 }
 
@@ -168,9 +126,9 @@ bool addNew(AcDbDatabase* database) {
     if (!names) return false;
     for (const std::wstring& name : splitNames(*names)) {
         if (hasLayer(database, name))
-            tell(L"Layer " + quoted(name) + L" already exists.");
+            tell(L"Layer " + inQuotes(name) + L" already exists.");
         else
-            make(database, name);
+            makeLayer(database, name);
     }
     return true;
 }
@@ -182,9 +140,9 @@ bool rename(AcDbDatabase* database) {
     if (!newName || newName->empty()) return newName.has_value();
     const AcDbLayerTableRecordPointer record(oldName->c_str(), database, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk)
-        tell(L"Cannot find layer " + quoted(*oldName) + L".");
+        tell(L"Cannot find layer " + inQuotes(*oldName) + L".");
     else if (record->setName(newName->c_str()) != Acad::eOk)
-        tell(L"Cannot rename layer " + quoted(*oldName) + L" to " + quoted(*newName) + L".");
+        tell(L"Cannot rename layer " + inQuotes(*oldName) + L" to " + inQuotes(*newName) + L".");
     return true;
 }
 
@@ -203,7 +161,7 @@ bool setColor(AcDbDatabase* database) {
     std::optional<AcCmColor> color;
     const std::optional<std::wstring> typed = askColor(color);
     if (!typed || typed->empty()) return typed.has_value();
-    if (!color) return tell(L"Invalid color: " + quoted(*typed) + L"."), true;
+    if (!color) return tell(L"Invalid color: " + inQuotes(*typed) + L"."), true;
     const std::wstring current = layerName(database->clayer());
     const std::optional<std::wstring> names = askText(
         L"\nEnter name list of layer(s) for color " + colorText(*color) + L" <" + current + L">: ", Blanks::Kept);
@@ -236,7 +194,7 @@ bool runOption(AcDbDatabase* database, const std::wstring& keyword) {
 void changeLayers() {
     AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
     if (database == nullptr) return failCommand(L"There is no drawing.");
-    tell(L"Current layer:  " + quoted(layerName(database->clayer())));
+    tell(L"Current layer:  " + inQuotes(layerName(database->clayer())));
     for (;;) {
         const std::optional<std::wstring> option =
             askKeyword(L"? Make Set New Rename ON OFF Color Freeze Thaw LOck Unlock",

@@ -16,9 +16,6 @@ namespace qrs::host::commands {
 
 namespace {
 
-std::wstring quoted(const std::wstring& name) {
-    return L"\"" + name + L"\"";
-}
 
 // Without the noise of a degree made of radians.
 std::wstring number(double value) {
@@ -38,7 +35,7 @@ Row linetypeRow(const NamedRecord& named) {
     ACHAR* description = nullptr;
     if (record.openStatus() != Acad::eOk) return {};
     record->comments(description);
-    return {quoted(named.name), number(record->patternLength()), taken(description)};
+    return {inQuotes(named.name), number(record->patternLength()), taken(description)};
 }
 
 // "宋体 (bold)", or the font files: "txt.shx,hztxt.shx".
@@ -64,7 +61,7 @@ std::wstring fontText(const AcDbTextStyleTableRecord& style) {
 Row textStyleRow(const NamedRecord& named) {
     const AcDbTextStyleTableRecordPointer record(named.id, AcDb::kForRead);
     if (record.openStatus() != Acad::eOk) return {};
-    return {quoted(named.name), number(record->textSize()), number(record->xScale()),
+    return {inQuotes(named.name), number(record->textSize()), number(record->xScale()),
             number(record->obliquingAngle() * platform::kDegreesPerRadian), fontText(*record.object())};
 }
 

@@ -16,16 +16,10 @@ constexpr int kColorCode = 62;
 constexpr int kSpaceCode = 67;
 constexpr int kXdataSentinel = -3;
 constexpr int kXdataName = 1001;
-constexpr int kNameCode = 2;
 constexpr int kColorByLayer = 256;
 
 bool isText(int code) {
     return code == kTypeCode || code == kLayerCode || code == kLinetypeCode || code == kXdataName;
-}
-
-bool startsWithNoCase(std::string_view text, std::string_view start) {
-    if (text.size() < start.size()) return false;
-    return platform::compareNoCase(platform::fromUtf8(text.substr(0, start.size())), platform::fromUtf8(start)) == 0;
 }
 
 std::int64_t integerOf(const dxf::Drawing& drawing, dxf::RecordId id, int code, std::int64_t fallback) {
@@ -111,25 +105,6 @@ bool EntityFilter::hasXdataOf(dxf::RecordId id, const std::wstring& applications
     for (int nth = 0; drawing_.findTag(id, kXdataName, tag, nth); ++nth)
         if (matchesWildcard(drawing_.decode(tag.value), applications)) return true;
     return false;
-}
-
-bool liesInLayout(const dxf::Drawing& drawing, dxf::RecordId id) {
-    const dxf::RecordId owner = drawing.record(id).owner;
-    if (owner == dxf::kNoRecord) return false;
-    if (drawing.record(owner).kind == dxf::RecordKind::Section) return true;
-    if (drawing.record(owner).kind != dxf::RecordKind::Block) return false;
-    dxf::Tag tag;
-    if (!drawing.findTag(owner, kNameCode, tag)) return false;
-    const std::string_view name = dxf::trimmed(tag.value);
-    // Drawings before R2000 write a dollar sign for the asterisk.
-    return startsWithNoCase(name, "*Paper_Space") || startsWithNoCase(name, "*Model_Space") ||
-           startsWithNoCase(name, "$Paper_Space") || startsWithNoCase(name, "$Model_Space");
-}
-
-bool liesInSpace(const dxf::Drawing& drawing, bool modelSpace, dxf::RecordId id) {
-    const dxf::Record& record = drawing.record(id);
-    if (record.owner == dxf::kNoRecord || drawing.record(record.owner).kind != dxf::RecordKind::Section) return false;
-    return ((record.flags & dxf::kPaperSpace) != 0) != modelSpace;
 }
 
 }  // namespace qrs::host::ed

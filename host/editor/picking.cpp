@@ -8,7 +8,6 @@
 #include "dbobjptr.h"
 #include "dbsymtb.h"
 #include "host/editor/documents.h"
-#include "host/editor/entityfilter.h"
 #include "host/editor/session.h"
 #include "host/editor/viewport.h"
 #include "host/objectarx/db/access.h"
@@ -17,11 +16,9 @@ namespace qrs::host::ed {
 
 namespace {
 
-constexpr int kViewportNumber = 69;
-
 // The layers as they are seen in the viewport that is current.
 pick::LayerStates layersOf(AcDbDatabase& database) {
-    pick::LayerStates states(DatabaseAccess::drawing(database));
+    pick::LayerStates states(DatabaseAccess::drawing(database), &DatabaseAccess::tables(database));
     const AcDbObjectPointer<AcDbViewport> viewport(currentViewport(database).id, AcDb::kForRead);
     AcDbObjectIdArray frozen;
     if (viewport.openStatus() != Acad::eOk || viewport->getFrozenLayerList(frozen) != Acad::eOk) return states;
@@ -31,6 +28,14 @@ pick::LayerStates layersOf(AcDbDatabase& database) {
         if (layer.openStatus() == Acad::eOk && layer->getName(name) == Acad::eOk) states.freeze(name);
     }
     return states;
+}
+
+std::vector<dxf::RecordId> papersOf(AcDbDatabase& database, EntitySpace space) {
+    std::vector<dxf::RecordId> papers;
+    if (space == kModelSpace) return papers;
+    for (const SheetViewport& viewport : viewportsOf(database, space))
+        if (viewport.isSheet()) papers.push_back(DatabaseAccess::recordOf(viewport.id));
+    return papers;
 }
 
 std::wstring locate(const std::wstring& path) {
@@ -44,22 +49,20 @@ Picker::Picker(AcApDocument& document)
     : document_(document),
       database_(*document.database()),
       drawing_(DatabaseAccess::drawing(database_)),
-      modelSpace_(picksModelSpace(database_)),
+      space_(currentSpace(database_)),
+      papers_(papersOf(database_, space_)),
       layers_(layersOf(database_)),
       scene_(drawing_, layers_, document.state().references, &locate) {}
 
 bool Picker::isReachable(dxf::RecordId id) const {
-    if (!liesInSpace(drawing_, modelSpace_, id) || layers_.isFrozen(id)) return false;
+    if (!liesInSpace(drawing_, space_, id) || layers_.isFrozen(id)) return false;
     if (drawing_.record(id).flags & dxf::kInvisible) return false;
-    // The viewport with the number 1 is the sheet of paper.
-    dxf::Tag tag;
-    return modelSpace_ || drawing_.typeNameOf(id) != "VIEWPORT" || !drawing_.findTag(id, kViewportNumber, tag) ||
-           dxf::toInteger(tag.value) != 1;
+    return std::find(papers_.begin(), papers_.end(), id) == papers_.end();
 }
 
 template <typename Take>
 void Picker::forEachReachable(Take&& take) const {
-    forEachEntityOfSpace(drawing_, modelSpace_, [&](dxf::RecordId id) {
+    forEachEntityOfSpace(drawing_, space_, [&](dxf::RecordId id) {
         if (isReachable(id)) take(id);
     });
 }
@@ -121,7 +124,7 @@ void Picker::sortByDrawOrder(std::vector<dxf::RecordId>& ids) const {
     constexpr int kSortHandle = 5;
     constexpr int kSpace = 330;
     const BlockIndex blocks(drawing_);
-    const Block* space = blocks.bySpace(modelSpace_ ? Space::Model : Space::Paper);
+    const Block* space = space_.head == dxf::kNoRecord ? blocks.bySpace(space_.kind) : blocks.byHead(space_.head);
     const dxf::RecordId objects = drawing_.findSection("OBJECTS");
     if (!space || objects == dxf::kNoRecord || space->id >= drawing_.recordCount()) return;
     const std::uint64_t spaceHandle = drawing_.record(space->id).handle;

@@ -6,6 +6,7 @@
 
 #include "dbid.h"
 #include "dbmain.h"
+#include "host/drawing/spaces.h"
 #include "host/pick/layerstates.h"
 #include "host/pick/scene.h"
 
@@ -44,7 +45,8 @@ class Picker {
     AcApDocument& document_;
     AcDbDatabase& database_;
     const dxf::Drawing& drawing_;
-    bool modelSpace_;
+    EntitySpace space_;
+    std::vector<dxf::RecordId> papers_;  // the viewports that are the sheet of paper itself
     pick::LayerStates layers_;
     pick::Scene scene_;
 };

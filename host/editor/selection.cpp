@@ -8,6 +8,7 @@
 #include "acedads.h"
 #include "adsdb.h"
 #include "dbmain.h"
+#include "host/drawing/spaces.h"
 #include "host/editor/documents.h"
 #include "host/editor/entityfilter.h"
 #include "host/editor/entitynames.h"

@@ -6,6 +6,7 @@
 #include "acedads.h"
 #include "host/editor/documents.h"
 #include "host/editor/editorstate.h"
+#include "host/editor/layouts.h"
 #include "host/editor/session.h"
 #include "host/editor/viewport.h"
 #include "host/objectarx/db/access.h"
@@ -65,9 +66,19 @@ Told tellScreenSize(const Session&) {
     return Told{0, {}, {kScreenWidth, kScreenHeight, 0}};
 }
 
-bool changeViewport(const Session& session, short number) {
+bool changeViewport(Session& session, const resbuf& value) {
     AcApDocument* document = session.documents.curDocument();
-    return document && setCurrentViewport(*document, number);
+    return document && setCurrentViewport(*document, value.resval.rint);
+}
+
+Told tellLayout(const Session& session) {
+    AcDbDatabase* database = databaseOf(session);
+    return Told{0, database ? currentLayout(*database) : L"", {}};
+}
+
+bool changeLayout(Session& session, const resbuf& value) {
+    AcApDocument* document = session.documents.curDocument();
+    return document && setCurrentLayout(session, *document, value.resval.rstring);
 }
 
 Told tellModified(const Session& session) {
@@ -114,9 +125,9 @@ struct Variables::Row {
     short type;
     short least;
     short most;
-    short first;                   // the value of the start
-    Told (*tell)(const Session&);  // read-only when given, unless
-    bool (*change)(const Session&, short) = nullptr;
+    short first;                                        // the value of the start
+    Told (*tell)(const Session&);                       // read-only when given, unless
+    bool (*change)(Session&, const resbuf&) = nullptr;  // given a value of the type
 
     bool isReadOnly() const { return tell && !change; }
 };
@@ -128,6 +139,7 @@ const Variables::Row Variables::kRows[] = {
     {L"CMDDIA", RTSHORT, 0, 1, 1, nullptr},
     {L"CMDECHO", RTSHORT, 0, 1, 1, nullptr},
     {L"CMDNAMES", RTSTR, 0, 0, 0, &tellCommandNames},
+    {L"CTAB", RTSTR, 0, 0, 0, &tellLayout, &changeLayout},
     {L"CVPORT", RTSHORT, 1, 32767, 0, &tellViewport, &changeViewport},
     {L"DBMOD", RTSHORT, 0, 0, 0, &tellModified},
     {L"DWGNAME", RTSTR, 0, 0, 0, &tellDrawingName},
@@ -195,22 +207,31 @@ bool Variables::set(Session& session, std::wstring_view name, const resbuf& valu
         done = setHeaderVariable(databaseOf(session), name, value) == Acad::eOk;
     } else if (row->type == RTSTR) {
         done = value.restype == RTSTR && value.resval.rstring;
-        if (done) texts_[row->name] = value.resval.rstring;
+        if (done && row->change)
+            done = row->change(session, value);
+        else if (done)
+            texts_[row->name] = value.resval.rstring;
     } else {
         done = integerOf(value, number) && number >= row->least && number <= row->most;
+        resbuf given{};
+        given.restype = RTSHORT;
+        given.resval.rint = static_cast<short>(number);
         if (done && row->change)
-            done = row->change(session, static_cast<short>(number));
+            done = row->change(session, given);
         else if (done)
-            integers_[row->name] = static_cast<short>(number);
+            integers_[row->name] = given.resval.rint;
     }
     listeners.tell([&](AcEditorReactor& reactor) { reactor.sysVarChanged(upper.c_str(), done); });
     return done;
 }
 
 std::vector<std::wstring> Variables::names() {
-    std::vector<std::wstring> names = headerVariableNames();
+    std::vector<std::wstring> names;
     for (const Row& row : kRows)
         names.emplace_back(row.name);
+    // What both know is told by the session.
+    for (std::wstring& name : headerVariableNames())
+        if (!find(name)) names.push_back(std::move(name));
     return names;
 }
 

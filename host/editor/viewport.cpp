@@ -1,13 +1,14 @@
 // Finds the current viewport in the header or the tables, its height, its layers and its way to the world.
 #include "host/editor/viewport.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
 
 #include "aced.h"
+#include "host/dxf/groupcodes.h"
 #include "host/editor/documents.h"
-#include "host/editor/entityfilter.h"
 #include "host/editor/session.h"
 #include "host/objectarx/db/access.h"
 #include "host/pick/entity.h"
@@ -21,6 +22,8 @@ using pick::Vec;
 
 constexpr int kStackCode = 68;   // place among the viewports that are on; 1 takes the input
 constexpr int kNumberCode = 69;  // 1 is the sheet itself
+constexpr int kStatesCode = 90;
+constexpr std::int64_t kOffBit = 0x20000;
 constexpr std::int64_t kModelViewport = 2;
 constexpr std::int64_t kSheet = 1;
 constexpr std::size_t kMostViews = 11;  // ten to go back to
@@ -28,13 +31,6 @@ constexpr std::size_t kMostViews = 11;  // ten to go back to
 std::int64_t valueOf(const dxf::Drawing& drawing, dxf::RecordId id, int code) {
     dxf::Tag tag;
     return drawing.findTag(id, code, tag) ? dxf::toInteger(tag.value) : 0;
-}
-
-template <typename Take>
-void forEachViewport(const dxf::Drawing& drawing, Take&& take) {
-    forEachEntityOfSpace(drawing, false, [&](dxf::RecordId id) {
-        if (drawing.typeNameOf(id) == "VIEWPORT") take(id, valueOf(drawing, id, kNumberCode));
-    });
 }
 
 std::optional<View> soundView(const Vec& center, double height) {
@@ -118,8 +114,10 @@ View firstView(AcDbDatabase& database) {
 
 std::vector<View>& viewsOf(AcApDocument& document) {
     AcDbDatabase& database = *document.database();
-    const std::int64_t key = database.tilemode() ? 0 : currentViewport(database).number;
-    std::vector<View>& views = document.state().views.views[key];
+    const bool isModel = database.tilemode();
+    const dxf::RecordId sheet = isModel ? dxf::kNoRecord : currentSheet(database).head;
+    const std::int64_t number = isModel ? 0 : currentViewport(database).number;
+    std::vector<View>& views = document.state().views.views[{sheet, number}];
     if (views.empty()) views.push_back(firstView(database));
     return views;
 }
@@ -137,54 +135,85 @@ View viewAround(const Vec& low, const Vec& high) {
     return View{(low.x + high.x) / 2, (low.y + high.y) / 2, height};
 }
 
+std::vector<SheetViewport> viewportsOf(AcDbDatabase& database, EntitySpace sheet) {
+    const dxf::Drawing& drawing = DatabaseAccess::drawing(database);
+    std::vector<SheetViewport> viewports;
+    std::vector<dxf::RecordId> records;
+    forEachEntityOfSpace(drawing, sheet, [&](dxf::RecordId id) {
+        if (drawing.typeNameOf(id) != "VIEWPORT") return;
+        records.push_back(id);
+        viewports.push_back(
+            {DatabaseAccess::idOf(database, id), valueOf(drawing, id, kNumberCode), valueOf(drawing, id, kStackCode)});
+    });
+    const bool areNumbered = std::any_of(viewports.begin(), viewports.end(),
+                                         [](const SheetViewport& viewport) { return viewport.number != 0; });
+    for (std::size_t i = 0; i < viewports.size() && !areNumbered; ++i) {
+        const bool isOff = (valueOf(drawing, records[i], kStatesCode) & kOffBit) != 0;
+        viewports[i].number = kSheet + static_cast<std::int64_t>(i);
+        viewports[i].place = isOff ? 0 : viewports[i].number;
+    }
+    return viewports;
+}
+
 CurrentViewport currentViewport(AcDbDatabase& database) {
     CurrentViewport current;
     if (database.tilemode()) {
         current.number = kModelViewport;
         return current;
     }
-    const dxf::Drawing& drawing = DatabaseAccess::drawing(database);
-    const ViewMemory* memory = memoryOf(database);
-    const std::int64_t chosen = memory ? memory->viewport : 0;
+    const EntitySpace sheet = currentSheet(database);
+    std::int64_t chosen = 0;
+    if (const ViewMemory* memory = memoryOf(database))
+        if (const auto found = memory->viewports.find(sheet.head); found != memory->viewports.end())
+            chosen = found->second;
     current.number = kSheet;
-    bool isFound = false;
-    forEachViewport(drawing, [&](dxf::RecordId id, std::int64_t number) {
-        if (isFound) return;
-        isFound = chosen != 0 ? number == chosen : valueOf(drawing, id, kStackCode) == 1;
-        if (!isFound && number != kSheet) return;
-        current.id = DatabaseAccess::idOf(database, id);
-        current.number = number;
-    });
+    for (const SheetViewport& viewport : viewportsOf(database, sheet)) {
+        const bool isChosen = chosen != 0 ? viewport.number == chosen : viewport.place == 1;
+        if (!isChosen && !viewport.isSheet()) continue;
+        current.id = viewport.id;
+        current.number = viewport.number;
+        if (isChosen) break;
+    }
     return current;
 }
 
 bool setCurrentViewport(AcApDocument& document, std::int64_t number) {
     AcDbDatabase& database = *document.database();
     if (database.tilemode()) return number == kModelViewport;
-    const dxf::Drawing& drawing = DatabaseAccess::drawing(database);
-    bool exists = number == kSheet;
-    forEachViewport(drawing, [&](dxf::RecordId id, std::int64_t its) {
-        exists = exists || (its == number && valueOf(drawing, id, kStackCode) != 0);
-    });
-    if (exists) document.state().views.viewport = number;
+    const EntitySpace sheet = currentSheet(database);
+    const std::vector<SheetViewport> viewports = viewportsOf(database, sheet);
+    const bool exists =
+        number == kSheet || std::any_of(viewports.begin(), viewports.end(), [&](const SheetViewport& viewport) {
+            return viewport.number == number && viewport.place != 0;
+        });
+    if (exists) document.state().views.viewports[sheet.head] = number;
     return exists;
 }
 
 std::int64_t topViewport(AcDbDatabase& database) {
-    const dxf::Drawing& drawing = DatabaseAccess::drawing(database);
     std::int64_t top = 0;
     std::int64_t best = std::numeric_limits<std::int64_t>::max();
-    forEachViewport(drawing, [&](dxf::RecordId id, std::int64_t number) {
-        const std::int64_t place = valueOf(drawing, id, kStackCode);
-        if (number <= kSheet || place <= 0 || place >= best) return;
-        best = place;
-        top = number;
-    });
+    for (const SheetViewport& viewport : viewportsOf(database, currentSheet(database))) {
+        if (viewport.number <= kSheet || viewport.place <= 0 || viewport.place >= best) continue;
+        best = viewport.place;
+        top = viewport.number;
+    }
     return top;
 }
 
 bool picksModelSpace(AcDbDatabase& database) {
     return database.tilemode() || currentViewport(database).number > kSheet;
+}
+
+EntitySpace currentSheet(AcDbDatabase& database) {
+    const ViewMemory* memory = memoryOf(database);
+    const bool hasBlock = memory && memory->sheet.head != dxf::kNoRecord;
+    const bool isGone = !memory || (hasBlock && DatabaseAccess::drawing(database).isErased(memory->sheet.head));
+    return isGone ? kShownSheet : memory->sheet;
+}
+
+EntitySpace currentSpace(AcDbDatabase& database) {
+    return picksModelSpace(database) ? kModelSpace : currentSheet(database);
 }
 
 View currentView(AcApDocument& document) {

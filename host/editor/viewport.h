@@ -3,15 +3,27 @@
 
 #include <cstdint>
 #include <map>
+#include <utility>
 #include <vector>
 
 #include "dbid.h"
 #include "dbmain.h"
+#include "host/drawing/spaces.h"
 #include "host/pick/geometry.h"
 
 class AcApDocument;
 
 namespace qrs::host::ed {
+
+// A viewport of a sheet. The layout shown last has its viewports numbered in the file; in others many programs leave
+// the numbers out, and they count by their order.
+struct SheetViewport {
+    AcDbObjectId id;
+    std::int64_t number = 0;  // as CVPORT tells it; 1 is the sheet itself
+    std::int64_t place = 0;   // among those that are on, the topmost first; 0: off
+    bool isSheet() const { return number == 1; }
+};
+std::vector<SheetViewport> viewportsOf(AcDbDatabase& database, EntitySpace sheet);
 
 struct CurrentViewport {
     AcDbObjectId id;          // null in model space, and in a layout without viewports
@@ -25,6 +37,10 @@ bool setCurrentViewport(AcApDocument& document, std::int64_t number);
 std::int64_t topViewport(AcDbDatabase& database);
 // Whether what the user picks lies in model space: its own tab is current, or a viewport of a layout is.
 bool picksModelSpace(AcDbDatabase& database);
+// The sheet of the layout that is current; from model space's own tab, of the one that was current before.
+EntitySpace currentSheet(AcDbDatabase& database);
+// The space whose entities the user picks.
+EntitySpace currentSpace(AcDbDatabase& database);
 
 // The part of a plan that the screen shows, drawing units of the space that is picked from.
 struct View {
@@ -37,10 +53,12 @@ struct View {
 constexpr double kScreenWidth = 1600;
 constexpr double kScreenHeight = 1000;
 
-// The views and the viewport of a drawing, as they were changed since it was opened. Nothing of it is written.
+// Layout, viewports and views of a drawing, as they were changed since it was opened. Nothing of it is written.
 struct ViewMemory {
-    std::int64_t viewport = 0;                        // 0: as the drawing tells it
-    std::map<std::int64_t, std::vector<View>> views;  // by viewport (0: the tab of model space), the present one last
+    EntitySpace sheet = kShownSheet;
+    std::map<dxf::RecordId, std::int64_t> viewports;  // by sheet; none: as the drawing tells it
+    // By sheet and viewport (0: the tab of model space), the present one last.
+    std::map<std::pair<dxf::RecordId, std::int64_t>, std::vector<View>> views;
 };
 
 View currentView(AcApDocument& document);

@@ -47,7 +47,7 @@ class Typist:
 def session(program, folder):
     typist = Typist(program, folder)
     typist.sees("Command: ")
-    typist.types("-lay\t")
+    typist.types("-laye\t")
     typist.sees("LAYER")
     typist.types("\nN\n管道一\n?\n管*\n")
     typist.sees('"管道一"')
