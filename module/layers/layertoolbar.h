@@ -40,7 +40,7 @@ class CLayerToolBar {
     // Thaws every frozen layer.
     void UnFrozenAllLayer();
     // Asks for viewports, to freeze layers chosen from a list in them, or objects seen through the current viewport, to
-    // freeze their layers in it. Not in model space.
+    // freeze their layers in it; what lies on the sheet itself is told so. Not in model space.
     void FrozenViewLayer();
     // Asks for a viewport and thaws in it layers chosen from a list. Not in model space.
     void UnFrozenViewAllLayer();

@@ -4,6 +4,7 @@
 #include "acutads.h"
 #include "dbents.h"
 #include "dbobjptr.h"
+#include "dbsymutl.h"
 #include "layers/layerlistdlg.h"
 #include "layers/layertoolbar.h"
 #include "PwxTool.h"
@@ -48,6 +49,12 @@ void freezeChosen(AcDbObjectId viewport) {
     if (dialog.DoModal() == IDOK) freezeIn(viewport, dialog.ChosenLayers());
 }
 
+// What lies on the sheet itself is seen through no viewport.
+bool isOnSheet(AcDbObjectId object) {
+    const AcDbEntityPointer entity(object, AcDb::kForRead);
+    return entity.openStatus() == Acad::eOk && entity->ownerId() != acdbSymUtil()->blockModelSpaceId(workingDatabase());
+}
+
 void freezeInCurrent(AcDbObjectId layer) {
     AcDbObjectIdArray one;
     one.append(layer);
@@ -71,6 +78,8 @@ void CLayerToolBar::FrozenViewLayer() {
     for (TEntitySet picked; pickObject(L"\n请选择需要冻结的视口或视口图层上的任意图元 <退出>:", picked) == RTNORM;) {
         if (Viewport(idOf(picked), AcDb::kForRead).openStatus() == Acad::eOk) {
             freezeChosen(idOf(picked));
+        } else if (isOnSheet(idOf(picked))) {
+            acutPrintf(L"\n选中的图元在图纸上，没有可以冻结的视口！请选择视口，或进入视口后选择图元。");
         } else if (const AcDbObjectId layer = layerOfPick(picked); !layer.isNull()) {
             freezeInCurrent(layer);
         }

@@ -1,5 +1,4 @@
 // Freezing and thawing layers in viewports.
-#include "aced.h"
 #include "dbents.h"
 #include "support.h"
 
@@ -49,16 +48,19 @@ TEST_F(ViewportLayers, AreFrozenAndThawedByChoice) {
     }
 }
 
-// Any other object: its layer, in the viewport that is current.
+// Any other object: its layer, in the viewport that it is picked through.
 TEST_F(ViewportLayers, OfAnObjectAreFrozenInTheCurrentViewport) {
     open(planText("AC1018", false));
-    const AcDbObjectId current = acedGetCurViewportObjectId();
-    ASSERT_FALSE(current.isNull());
-    EXPECT_EQ(own(run({L"FrozenViewLayer", ent(L"190"), ScriptTerminal::kEsc})),
-              kFreeze + "(handent \"190\")\n" + kFreeze + "<esc>\n*Cancel*\n");
-    const AcDbObjectPointer<AcDbViewport> viewport(current);
-    EXPECT_TRUE(viewport->isLayerFrozenInViewport(database()->clayer()));
+    run({L"MSPACE", L"FrozenViewLayer", ent(L"150"), L"", L"PSPACE"});
+    EXPECT_EQ(frozenIn(L"181"), "D");
     EXPECT_EQ(frozenLayers(), "");
+    // The sheet itself is no viewport to freeze in: nothing could thaw it there.
+    const std::string shown = own(run({L"FrozenViewLayer", ent(L"190"), ScriptTerminal::kEsc}));
+    EXPECT_EQ(shown, kFreeze +
+                         "(handent \"190\")\n选中的图元在图纸上，没有可以冻结的视口！请选择视口，或进入视口后"
+                         "选择图元。\n" +
+                         kFreeze + "<esc>\n*Cancel*\n");
+    EXPECT_EQ(frozenIn(L"180") + frozenIn(L"181"), "D");
 }
 
 TEST_F(ViewportLayers, AreNotAskedForInModelSpace) {
