@@ -44,6 +44,10 @@ AcDbDatabase* AcApDocument::database() const {
     return state_->database.get();
 }
 
+AcAp::DocLockMode AcApDocument::lockMode(bool includeMyLocks) const {
+    return includeMyLocks ? state_->strongestLock() : AcAp::kNotLocked;
+}
+
 bool AcApDocument::isNamedDrawing() const {
     return !DatabaseAccess::nativePath(*database()).empty();
 }

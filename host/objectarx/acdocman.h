@@ -33,6 +33,9 @@ class QRS_HOST_PORT AcApDocument : public AcRxObject {
     // The file's name without its folder.
     const ACHAR* docTitle() const;
     AcDbDatabase* database() const;
+    // The strongest lock held, kNotLocked without any. There is one context of execution, so every lock is an own one
+    // and lockMode(false) never finds another's.
+    AcAp::DocLockMode lockMode(bool includeMyLocks = false) const;
     // True when the drawing came from, or was saved to, a file.
     bool isNamedDrawing() const;
 
