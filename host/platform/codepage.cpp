@@ -223,6 +223,16 @@ bool encode(unsigned codePage, std::wstring_view text, std::string& out) {
     return true;
 }
 
+bool isUtf8(std::string_view bytes) {
+    for (std::size_t i = asciiRun(bytes, 0); i < bytes.size(); i += asciiRun(bytes, i)) {
+        char32_t codePoint = 0;
+        const std::size_t length = utf8Length(bytes, i, codePoint);
+        if (length == 0 || isSurrogate(codePoint)) return false;
+        i += length;
+    }
+    return true;
+}
+
 std::wstring fromUtf8(std::string_view bytes) {
     return decode(kUtf8, bytes);
 }

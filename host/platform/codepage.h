@@ -34,6 +34,8 @@ QRS_HOST_PORT bool decodeStrict(unsigned codePage, std::string_view bytes, std::
 // False when a character has no place in the code page; out then holds what came before it.
 QRS_HOST_PORT bool encode(unsigned codePage, std::wstring_view text, std::string& out);
 
+// Whether decodeStrict would take the bytes for UTF-8.
+QRS_HOST_PORT bool isUtf8(std::string_view bytes);
 QRS_HOST_PORT std::wstring fromUtf8(std::string_view bytes);
 // A lone surrogate is written as its three bytes, so nothing is lost.
 QRS_HOST_PORT std::string toUtf8(std::wstring_view text);

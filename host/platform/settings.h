@@ -33,6 +33,10 @@ class QRS_HOST_PORT Settings {
     // and nothing can be written. A file that does not exist is an empty store.
     bool check(Error& error) const;
 
+    // From now on the value is this one, whatever the store holds; what is written to it stays in this program. It ends
+    // when another store is used.
+    void holdText(std::wstring_view key, std::wstring_view name, std::wstring_view value);
+
     // The value, or nothing when it is missing or not of the kind asked for.
     std::optional<std::wstring> text(std::wstring_view key, std::wstring_view name) const;
     std::optional<std::int32_t> integer(std::wstring_view key, std::wstring_view name) const;

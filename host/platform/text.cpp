@@ -77,6 +77,14 @@ std::wstring foldCase(std::wstring_view text) {
     return mapped(text, upperCase);
 }
 
+std::uint64_t hashNoCase(std::wstring_view text) {
+    // FNV-1a over the folded code points.
+    std::uint64_t hash = 0xCBF29CE484222325u;
+    for (std::size_t i = 0; i < text.size();)
+        hash = (hash ^ upperCase(nextCodePoint(text, i))) * 0x100000001B3u;
+    return hash;
+}
+
 std::wstring lowerCaseText(std::wstring_view text) {
     return mapped(text, lowerCase);
 }

@@ -60,6 +60,8 @@ constexpr int hexValue(char32_t digit) {
 // above 0.
 QRS_HOST_PORT int compareNoCase(std::wstring_view a, std::wstring_view b);
 QRS_HOST_PORT std::wstring foldCase(std::wstring_view text);
+// A number that is the same for texts that compare as equal, and hardly ever for others.
+QRS_HOST_PORT std::uint64_t hashNoCase(std::wstring_view text);
 // The same characters in lower case.
 QRS_HOST_PORT std::wstring lowerCaseText(std::wstring_view text);
 

@@ -187,6 +187,16 @@ TEST_F(SettingsTest, ProgramsTogetherLoseNothing) {
     EXPECT_EQ(missing, 0);
 }
 
+TEST_F(SettingsTest, HeldValuesStayInTheProgram) {
+    ASSERT_TRUE(settings.setText(kKey, L"StandardFile", L"stored", error));
+    settings.holdText(kKey, L"standardfile", L"");
+    EXPECT_EQ(settings.text(kKey, L"StandardFile"), L"");
+    EXPECT_TRUE(settings.setText(kKey, L"StandardFile", L"held", error));
+    EXPECT_EQ(settings.text(kKey, L"StandardFile"), L"held");
+    ASSERT_TRUE(settings.useFile(file, error));
+    EXPECT_EQ(settings.text(kKey, L"StandardFile"), L"stored");
+}
+
 TEST_F(SettingsTest, AccessesAreRecordedInOrder) {
     CallRecorder recorder;
     settings.text(kKey, L"StandardFile");

@@ -119,10 +119,10 @@ Descriptor openOrdinary(const fs::path& native, struct stat& status, Error& erro
 bool readToEnd(const Descriptor& file, const fs::path& native, std::uint64_t expected, std::uint64_t most,
                std::string& content, Error& error) {
     if (expected > most) return fail(error, native, largerThan(most));
-    // One byte more than expected, so that the end is met at once.
-    std::size_t room = static_cast<std::size_t>(expected) + 1;
+    // One byte more than expected, so that the end is met at once and nothing has to grow.
+    content.resize(static_cast<std::size_t>(expected) + 1);
     for (std::size_t at = 0;;) {
-        content.resize(std::max(room, at + 4096));
+        if (at == content.size()) content.resize(std::max<std::size_t>(at * 2, 4096));
         const ssize_t count = read(file.number(), content.data() + at, content.size() - at);
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) {
@@ -139,7 +139,6 @@ bool readToEnd(const Descriptor& file, const fs::path& native, std::uint64_t exp
             content.resize(at);
             return true;
         }
-        if (at == content.size()) room = at * 2;
     }
 }
 

@@ -34,8 +34,9 @@ bool findOrdinarySize(const Handle& file, const fs::path& native, LARGE_INTEGER&
     return true;
 }
 
+constexpr DWORD kPiece = DWORD{1} << 20;  // read at once
+
 bool readToEnd(const Handle& file, const fs::path& native, std::uint64_t most, std::string& content, Error& error) {
-    constexpr DWORD kPiece = DWORD{1} << 20;
     for (std::size_t at = 0;;) {
         content.resize(at + kPiece);
         DWORD count = 0;
@@ -118,6 +119,8 @@ bool readOrdinaryFile(const fs::path& native, std::uint64_t most, std::string& c
     LARGE_INTEGER size;
     if (!file || !findOrdinarySize(file, native, size, error)) return false;
     if (static_cast<std::uint64_t>(size.QuadPart) > most) return fail(error, native, largerThan(most));
+    // Nothing has to grow then.
+    content.reserve(static_cast<std::size_t>(size.QuadPart) + kPiece);
     return readToEnd(file, native, most, content, error);
 }
 
