@@ -28,7 +28,14 @@
 #include "afxstr.h"
 #include "dbcolor.h"
 #include "dbid.h"
+#include "NodeName.h"
 #include "pipeport.h"
+
+namespace qrs::standard {
+struct LayerLookUp;
+class SystemIndex;
+struct IndexEntry;
+}  // namespace qrs::standard
 
 // Orders layer names as they compare: without regard to case.
 struct LayerNameLess {
@@ -38,16 +45,16 @@ struct LayerNameLess {
 // One definition of a layer. A plain value: it may be copied freely.
 struct QRS_PIPE_PORT LayerNode {
     CString OldKey;      // key of the layer in older standards
-    CString LayerType;   // its role, the key under which its owner finds it; fixed while an owner holds the layer
+    NodeName LayerType;  // its role, the key under which its owner finds it; fixed while an owner holds the layer
     CString SystemName;  // PipeName of the pipe system that owns it; empty in groups of other layers
-    CString LayerName;   // name of the layer in the drawing
+    NodeName LayerName;  // name of the layer in the drawing
     AcCmColor LayerColor;
     CString LineStyle;                                 // name of the linetype
     Adesk::Int32 LineWeight = AcDb::kLnWtByLwDefault;  // hundredths of a millimetre; -1 by layer, -2 by block
     CString Remark;
     bool CanDel = false;
     bool CanPlot = true;                  // a file that does not say so means false
-    std::vector<CString> LayerAttachSet;  // the layer attachments this layer takes part in
+    std::vector<CString> LayerAttachSet;  // names of attachments it is part of; the shipped 管道, 附件, 设备, 注释
 
     // Whether the attachment of that name (exactly compared) is in LayerAttachSet.
     bool IsContainLayerAttach(const CString& name) const;
@@ -101,16 +108,20 @@ class QRS_PIPE_PORT LayerAttachNode {
     std::vector<LayerNode> nonPipeSystemLayers_;
 };
 
+// Where systems tell of their vertical pipes' symbol, VPipeType 0 is one circle of VPipeRaidus, 1 is two circles, of
+// VPipeRaidus1 outside and VPipeRaidus2 inside; other numbers are kept for those who know them. Status is for callers,
+// too: the module stores it and gives it no meaning; 0 in the shipped standard.
+
 // What one pipe system says of itself, carried out of the tree. The first values are what a system's queries answer
 // when there is no such system.
 struct QRS_PIPE_PORT PipeInfoNode {
     CString PipeName;
     CString PipeOriginalName;
     double LineWidth = 0.35;  // drawn width, millimetres on paper
-    CString Dim;              // label text
+    CString Dim;              // label text, perhaps of two parts with a "/" between them
     CString Material;         // indoors
     CString OutdoorMaterial;
-    Adesk::Int32 VPipeType = 0;  // symbol of the vertical pipe
+    Adesk::Int32 VPipeType = 0;  // symbol of the vertical pipe, see above
     double VPipeRaidus = 0.5;    // radii of that symbol, millimetres on paper
     double VPipeRaidus1 = 0.5;
     double VPipeRaidus2 = 0.25;
@@ -144,7 +155,7 @@ struct QRS_PIPE_PORT TextStyleNode {
     CString ChineseFont;       // big font of a shape-font style, typeface of a Windows-font style
     CString EnglishFont;       // main font of a shape-font style
     Adesk::UInt8 WinFont = 0;  // not 0: a Windows font
-    double FontHeigth = 0.0;   // drawing units
+    double FontHeigth = 0.0;   // millimetres on paper: times the plot scale it is the height in the drawing
     double WHScale = 0.0;      // width divided by height
     Adesk::UInt8 Bold = 0;
     Adesk::UInt8 Italic = 0;
@@ -152,15 +163,15 @@ struct QRS_PIPE_PORT TextStyleNode {
 };
 
 // One pipe system. Its name is changed through its group, which keeps the index and the layers in step.
-class QRS_PIPE_PORT PipeNode {
+class QRS_PIPE_PORT PipeNode : private NodeNameOwner {
   public:
-    CString PipeOriginalName;  // name in the suite's older naming; empty for a system without one
-    CString PipeName;
+    NodeName PipeOriginalName;  // name in the suite's older naming; empty for a system without one
+    NodeName PipeName;
     double LineWidth = 0.0;  // drawn width, millimetres on paper
-    CString Dim;             // label text
+    CString Dim;             // label text, perhaps of two parts with a "/" between them
     CString Material;        // indoors
     CString OutdoorMaterial;
-    Adesk::Int32 VPipeType = 0;  // symbol of the vertical pipe
+    Adesk::Int32 VPipeType = 0;  // symbol of the vertical pipe, see PipeInfoNode
     double VPipeRaidus = 0.0;    // radii of that symbol, millimetres on paper
     double VPipeRaidus1 = 0.5;
     double VPipeRaidus2 = 0.25;
@@ -172,13 +183,15 @@ class QRS_PIPE_PORT PipeNode {
 
     // A system without layers that starts with the default layer-type map.
     PipeNode();
-    ~PipeNode();
+    ~PipeNode() override;
     PipeNode(const PipeNode&) = delete;
     PipeNode& operator=(const PipeNode&) = delete;
 
     // Takes ownership of the layer; it answers for its type from now on, also when the type had a layer or an alias.
     // A layer without a system name gets this system's. A null pointer changes nothing.
     void AddLayerNode(LayerNode* layer);
+    // The same for many, in their order.
+    void AddLayerNodes(std::vector<std::unique_ptr<LayerNode>> layers);
     // Deletes an own layer and drops the aliases that borrowed it. Any other pointer changes nothing.
     // Another own layer of the type, if there is one, answers from then on.
     void DelLayerNode(LayerNode* layer);
@@ -210,7 +223,7 @@ class QRS_PIPE_PORT PipeNode {
     void GetPipeInfo(PipeInfoNode& info, bool includeAliases) const;
 
     // The layer-type map: specific type -> generic type.
-    const std::map<CString, CString>& LayerTypeMap() const { return typeMap_; }
+    const std::map<CString, CString>& LayerTypeMap() const { return *typeMap_; }
     // Sets one entry; UpdateLayerTypeMap makes it count.
     void SetLayerTypeMapping(const CString& specificType, const CString& genericType);
     // Makes the aliases anew: every type of the map without an own layer borrows the own layer of its generic type, if
@@ -232,11 +245,23 @@ class QRS_PIPE_PORT PipeNode {
     PipeNode* Clone() const;
 
   private:
-    std::map<CString, LayerNode*> layersByType_;  // own layers and aliases
+    friend class PipeGroupNode;
+    friend class qrs::standard::SystemIndex;
+
+    // The layer that answers for a type.
+    struct Answer {
+        LayerNode* layer = nullptr;
+        bool isAlias = false;  // borrowed from the generic type
+    };
+
+    void NameChanges() override;
+    void TakeLayer(std::unique_ptr<LayerNode> layer);
+    LayerNode* OwnLayerOfType(const CString& layerType) const;
+
+    std::map<CString, Answer> layersByType_;  // own layers and aliases
     std::vector<std::unique_ptr<LayerNode>> layers_;
-    std::map<CString, CString> typeMap_;
-    std::map<CString, CString> aliases_;  // alias type -> generic type
-    std::map<CString, CString> defaultMap_;
+    std::shared_ptr<const std::map<CString, CString>> typeMap_;  // one for all systems that keep the defaults
+    std::unique_ptr<qrs::standard::IndexEntry> entry_;           // while a group holds the system
 };
 
 // One group of pipe systems, in the order in which they are shown and stored.
@@ -250,6 +275,8 @@ class QRS_PIPE_PORT PipeGroupNode {
     const CString& GroupName() const { return name_; }
     // Whether the group's systems may be renamed.
     bool CanRename() const { return canName_; }
+    // Whether it comes before the other one in their standard.
+    bool IsBefore(const PipeGroupNode& other) const { return place_ < other.place_; }
 
     // Takes ownership of the system and appends it. The caller makes sure that its name is free in the group. A null
     // pointer changes nothing.
@@ -328,19 +355,26 @@ class QRS_PIPE_PORT PipeGroupNode {
     void CopyFrom(const PipeGroupNode* source);
 
   private:
-    bool renameSystem(const CString& oldName, const CString& newName, bool ignoreCaseInLayers);
+    friend class PipeNode;
+    friend class qrs::standard::SystemIndex;
+
+    void TakeSystem(std::unique_ptr<PipeNode> system);
+    void SetName(const CString& name, PipeNode& system);
+    bool Rename(const CString& oldName, const CString& newName, bool ignoreCaseInLayers);
 
     CString name_;
     bool canName_;
     std::vector<std::unique_ptr<PipeNode>> systems_;
-    std::map<CString, PipeNode*> index_;
+    std::map<CString, PipeNode*> byName_;
+    std::shared_ptr<qrs::standard::SystemIndex> index_;  // shared by the groups of a standard
+    int place_ = 0;                                      // among the groups of the index
 };
 
 // One group of layers that belong to no pipe system. The LayerType of such a layer is its key inside the group.
-class QRS_PIPE_PORT OtherLayerNode {
+class QRS_PIPE_PORT OtherLayerNode : private NodeNameOwner {
   public:
     explicit OtherLayerNode(const CString& groupName = CString());
-    ~OtherLayerNode();
+    ~OtherLayerNode() override;
     OtherLayerNode(const OtherLayerNode&) = delete;
     OtherLayerNode& operator=(const OtherLayerNode&) = delete;
 
@@ -377,8 +411,13 @@ class QRS_PIPE_PORT OtherLayerNode {
     void CopyFrom(const OtherLayerNode* source);
 
   private:
+    void NameChanges() override;
+    void TakeLayer(std::unique_ptr<LayerNode> layer);
+    const qrs::standard::LayerLookUp& LookUp() const;
+
     CString name_;
     std::vector<std::unique_ptr<LayerNode>> layers_;
     std::map<CString, CString> typeMap_;
     std::map<CString, CString> defaultMap_;
+    mutable std::unique_ptr<qrs::standard::LayerLookUp> lookUp_;  // made when first asked after a change
 };

@@ -7,6 +7,7 @@
 #include "standard/holder.h"
 #include "standard/layerlookup.h"
 #include "standard/linetypes.h"
+#include "standard/systemindex.h"
 #include "standard/text.h"
 
 using qrs::standard::currentDefinition;
@@ -69,13 +70,9 @@ AcDbObjectId PipeNode::CreateLayer(const CString& layerName, bool* found) const 
 }
 
 AcDbObjectId PipeGroupNode::CreateLayer(const CString& layerName) const {
-    for (const auto& system : systems_) {
-        bool found = false;
-        const AcDbObjectId id = system->CreateLayer(layerName, &found);
-        // The first definition decides, also when its layer could not be made.
-        if (found) return id;
-    }
-    return {};
+    // The first definition decides, also when its layer could not be made.
+    const PipeNode* system = FindPipeSystemByLayerName(layerName);
+    return system != nullptr ? system->CreateLayer(layerName) : AcDbObjectId();
 }
 
 namespace PipeSystemTool {
@@ -99,8 +96,11 @@ AcDbObjectId InitLayer(const CString& layerName) {
     AcDbObjectId id = QrsExport::GetLayerIdFromString(layerName.GetString());
     const Standard* standard = currentStandard();
     if (!id.isNull() || standard == nullptr) return id;
-    for (const auto& group : standard->groups) {
-        id = group->CreateLayer(layerName);
+    const PipeGroupNode* asked = nullptr;
+    for (const qrs::standard::IndexEntry* entry : standard->systems().withLayer(layerName)) {
+        if (entry->group == asked) continue;
+        asked = entry->group;
+        id = asked->CreateLayer(layerName);
         if (id.isValid()) return id;
     }
     for (const auto& group : standard->otherLayers) {

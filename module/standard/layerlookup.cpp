@@ -4,9 +4,15 @@
 #include <algorithm>
 
 #include "standard/holder.h"
+#include "standard/systemindex.h"
 #include "standard/text.h"
 
 namespace qrs::standard {
+
+SystemIndex& Standard::systems() const {
+    if (index == nullptr || index->groupCount() != groups.size()) index = SystemIndex::over(groups);
+    return *index;
+}
 
 PipeGroupNode* groupNamed(const Standard& standard, const CString& groupName) {
     const auto found = std::find_if(standard.groups.begin(), standard.groups.end(),
@@ -15,21 +21,21 @@ PipeGroupNode* groupNamed(const Standard& standard, const CString& groupName) {
 }
 
 PipeGroupNode* groupOfSystem(const Standard& standard, const CString& systemName) {
-    const auto found = std::find_if(standard.groups.begin(), standard.groups.end(),
-                                    [&](const auto& group) { return group->IsIncludedSystem(systemName); });
-    return found != standard.groups.end() ? found->get() : nullptr;
-}
-
-PipeNode* systemNamed(const Standard& standard, const CString& systemName) {
-    for (const auto& group : standard.groups) {
-        if (PipeNode* system = group->FindPipeSystem(systemName)) return system;
+    for (const IndexEntry* entry : standard.systems().named(systemName)) {
+        if (entry->group->IsIncludedSystem(systemName)) return entry->group;
     }
     return nullptr;
 }
 
+PipeNode* systemNamed(const Standard& standard, const CString& systemName) {
+    const PipeGroupNode* group = groupOfSystem(standard, systemName);
+    return group != nullptr ? group->FindPipeSystem(systemName) : nullptr;
+}
+
 LayerNode* layerDefinition(const Standard& standard, const CString& nameOrKey, const CString& layerType) {
-    for (const auto& group : standard.groups) {
-        if (LayerNode* layer = group->FindLayerNode(nameOrKey, layerType)) return layer;
+    for (const IndexEntry* entry : standard.systems().named(nameOrKey)) {
+        if (!equalNoCase(entry->system->PipeName, nameOrKey)) continue;
+        if (LayerNode* layer = entry->system->FindLayerNode(layerType)) return layer;
     }
     for (const auto& group : standard.otherLayers) {
         if (!group->IsLayerType(layerType)) continue;
@@ -51,23 +57,27 @@ LayerNode* independentLayer(const Standard& standard, const CString& layerKey) {
 }
 
 LayerNode* layerNamed(const Standard& standard, const CString& layerName) {
-    for (const auto& group : standard.groups) {
-        if (LayerNode* layer = group->FindLayerNode(layerName)) return layer;
-    }
+    if (const FoundSystem found = systemWithLayer(standard, layerName); found.system != nullptr)
+        return found.system->FindLayerNodeByLayerName(layerName);
     for (const auto& group : standard.otherLayers) {
         if (LayerNode* layer = group->FindLayerNodeByLayerName(layerName)) return layer;
     }
     return nullptr;
 }
 
-PipeNode* systemOfLayer(const PipeGroupNode& group, const CString& layerType, const CString& layerName) {
-    const int count = group.GetSystemNum();
-    for (int i = 0; i < count; ++i) {
-        PipeNode* system = group.FindPipeSystem(i);
-        const LayerNode* layer = system->FindLayerNode(layerType);
-        if (layer != nullptr && equalNoCase(layer->LayerName, layerName)) return system;
+FoundSystem systemWithLayer(const Standard& standard, const CString& layerName) {
+    for (const IndexEntry* entry : standard.systems().withLayer(layerName)) {
+        if (entry->system->FindLayerNodeByLayerName(layerName) != nullptr) return {entry->system, entry->group};
     }
-    return nullptr;
+    return {};
+}
+
+FoundSystem systemWithLayer(const Standard& standard, const CString& layerType, const CString& layerName) {
+    for (const IndexEntry* entry : standard.systems().withLayer(layerType, layerName)) {
+        const LayerNode* layer = entry->system->FindLayerNode(layerType);
+        if (layer != nullptr && equalNoCase(layer->LayerName, layerName)) return {entry->system, entry->group};
+    }
+    return {};
 }
 
 }  // namespace qrs::standard

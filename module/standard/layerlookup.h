@@ -28,7 +28,13 @@ LayerNode* independentLayer(const Standard& standard, const CString& layerKey);
 // The first definition of that name: pipe systems, then groups of other layers.
 LayerNode* layerNamed(const Standard& standard, const CString& layerName);
 
-// The group's first system in which a layer of that name answers for the type.
-PipeNode* systemOfLayer(const PipeGroupNode& group, const CString& layerType, const CString& layerName);
+// The first system that has an own layer of that name, and its group.
+struct FoundSystem {
+    PipeNode* system = nullptr;
+    const PipeGroupNode* group = nullptr;
+};
+FoundSystem systemWithLayer(const Standard& standard, const CString& layerName);
+// The first system in which a layer of that name answers for the type, and its group.
+FoundSystem systemWithLayer(const Standard& standard, const CString& layerType, const CString& layerName);
 
 }  // namespace qrs::standard

@@ -2,22 +2,57 @@
 #include "PipeNodes.h"
 #include "standard/layerlist.h"
 
+namespace qrs::standard {
+
+// The layers of one group by name and by key.
+struct LayerLookUp {
+    LayerNameMap byName;                  // the first of each name
+    std::map<CString, LayerNode*> byKey;  // the last of each key
+};
+
+}  // namespace qrs::standard
+
 OtherLayerNode::OtherLayerNode(const CString& groupName) : name_(groupName) {}
 
 OtherLayerNode::~OtherLayerNode() = default;
+
+void OtherLayerNode::NameChanges() {
+    lookUp_.reset();
+}
+
+const qrs::standard::LayerLookUp& OtherLayerNode::LookUp() const {
+    if (lookUp_ == nullptr) {
+        lookUp_ = std::make_unique<qrs::standard::LayerLookUp>();
+        qrs::standard::addLayers(layers_, lookUp_->byName);
+        for (const auto& layer : layers_)
+            lookUp_->byKey[layer->LayerType] = layer.get();
+    }
+    return *lookUp_;
+}
 
 bool OtherLayerNode::IsLayerType(const CString& name) const {
     return name_ == name;
 }
 
+void OtherLayerNode::TakeLayer(std::unique_ptr<LayerNode> layer) {
+    NameChanges();
+    layer->LayerType.owner_ = this;
+    layer->LayerName.owner_ = this;
+    layers_.push_back(std::move(layer));
+}
+
 void OtherLayerNode::AddLayerNode(LayerNode* layer) {
-    if (layer != nullptr) layers_.emplace_back(layer);
+    if (layer != nullptr) TakeLayer(std::unique_ptr<LayerNode>(layer));
 }
 
 LayerNode* OtherLayerNode::FindLayerNode(const CString& layerKey) const {
-    if (LayerNode* layer = qrs::standard::lastLayerOfType(layers_, layerKey)) return layer;
-    const auto mapped = typeMap_.find(layerKey);
-    return mapped != typeMap_.end() ? qrs::standard::lastLayerOfType(layers_, mapped->second) : nullptr;
+    const auto& layers = LookUp().byKey;
+    auto found = layers.find(layerKey);
+    if (found == layers.end()) {
+        const auto mapped = typeMap_.find(layerKey);
+        if (mapped != typeMap_.end()) found = layers.find(mapped->second);
+    }
+    return found != layers.end() ? found->second : nullptr;
 }
 
 LayerNode* OtherLayerNode::FindLayerNode(int index) const {
@@ -25,7 +60,9 @@ LayerNode* OtherLayerNode::FindLayerNode(int index) const {
 }
 
 LayerNode* OtherLayerNode::FindLayerNodeByLayerName(const CString& layerName) const {
-    return qrs::standard::layerNamed(layers_, layerName);
+    const LayerNameMap& layers = LookUp().byName;
+    const auto found = layers.find(layerName);
+    return found != layers.end() ? found->second : nullptr;
 }
 
 int OtherLayerNode::GetLayerNum() const {
@@ -65,10 +102,10 @@ bool OtherLayerNode::RenameLayerName(const CString& groupName, const CString& ol
 
 void OtherLayerNode::CopyFrom(const OtherLayerNode* source) {
     if (source == nullptr || source == this) return;
-    std::vector<std::unique_ptr<LayerNode>> layers;
+    NameChanges();
+    layers_.clear();
     for (const auto& layer : source->layers_)
-        layers.push_back(std::make_unique<LayerNode>(*layer));
-    layers_ = std::move(layers);
+        TakeLayer(std::make_unique<LayerNode>(*layer));
     name_ = source->name_;
     typeMap_ = source->typeMap_;
     defaultMap_ = source->defaultMap_;

@@ -4,31 +4,52 @@
 #include "PipeNodes.h"
 #include "qrs_pipewire.h"
 #include "standard/layerlist.h"
+#include "standard/systemindex.h"
 
 using qrs::standard::equalNoCase;
 
-PipeGroupNode::PipeGroupNode(const CString& groupName, bool canRename) : name_(groupName), canName_(canRename) {}
+PipeGroupNode::PipeGroupNode(const CString& groupName, bool canRename)
+    : name_(groupName), canName_(canRename), index_(qrs::standard::SystemIndex::over(*this)) {}
 
-PipeGroupNode::~PipeGroupNode() = default;
+PipeGroupNode::~PipeGroupNode() {
+    // Its own index goes with it.
+    if (index_.use_count() > 1) index_->forget(*this);
+}
+
+void PipeGroupNode::TakeSystem(std::unique_ptr<PipeNode> system) {
+    system->entry_ = std::make_unique<qrs::standard::IndexEntry>();
+    system->entry_->system = system.get();
+    system->entry_->group = this;
+    system->entry_->place = GetSystemNum();
+    index_->add(*system->entry_);
+    systems_.push_back(std::move(system));
+}
+
+// The system is the one of that name from here on; another one that was stays in the list.
+void PipeGroupNode::SetName(const CString& name, PipeNode& system) {
+    byName_[name] = &system;
+    system.entry_->nameInGroup = name;
+    index_->change(*system.entry_);
+}
 
 void PipeGroupNode::AddPipeSystem(PipeNode* system) {
     if (system == nullptr) return;
-    systems_.emplace_back(system);
-    index_[system->PipeName] = system;
+    TakeSystem(std::unique_ptr<PipeNode>(system));
+    SetName(system->PipeName, *system);
 }
 
 bool PipeGroupNode::DeletePipeSystem(const CString& name) {
-    const auto entry = index_.find(name);
-    if (entry == index_.end()) return false;
-    const PipeNode* system = entry->second;
-    const auto place =
-        std::find_if(systems_.begin(), systems_.end(), [system](const auto& s) { return s.get() == system; });
-    if (place != systems_.end()) {
-        // The caller owns the system from here on.
-        static_cast<void>(place->release());
-        systems_.erase(place);
-    }
-    index_.erase(entry);
+    const auto entry = byName_.find(name);
+    if (entry == byName_.end()) return false;
+    PipeNode* const system = entry->second;
+    byName_.erase(entry);
+    index_->remove(*system->entry_);
+    const auto place = systems_.begin() + system->entry_->place;
+    system->entry_.reset();
+    // The caller owns the system from here on.
+    static_cast<void>(place->release());
+    for (auto later = systems_.erase(place); later != systems_.end(); ++later)
+        --(*later)->entry_->place;
     return true;
 }
 
@@ -38,23 +59,28 @@ bool PipeGroupNode::MovePipeSystem(const CString& name, bool up, bool& found) {
     found = true;
     const int other = up ? index - 1 : index + 1;
     if (other < 0 || other >= GetSystemNum()) return false;
+    for (const auto& [from, to] : {std::pair(index, other), std::pair(other, index)}) {
+        qrs::standard::IndexEntry& entry = *systems_[static_cast<std::size_t>(from)]->entry_;
+        index_->change(entry);
+        entry.place = to;
+    }
     std::swap(systems_[static_cast<std::size_t>(index)], systems_[static_cast<std::size_t>(other)]);
     return true;
 }
 
 bool PipeGroupNode::RenamePipeSystem(const CString& oldName, const CString& newName) {
-    return renameSystem(oldName, newName, false);
+    return Rename(oldName, newName, false);
 }
 
 // Differs from RenamePipeSystem on purpose: callers with names typed by a person also reach layers whose system name
 // is written in another case.
 bool PipeGroupNode::RenameSystemName(const CString& oldName, const CString& newName) {
-    return renameSystem(oldName, newName, true);
+    return Rename(oldName, newName, true);
 }
 
-bool PipeGroupNode::renameSystem(const CString& oldName, const CString& newName, bool ignoreCaseInLayers) {
-    const auto entry = index_.find(oldName);
-    if (entry == index_.end()) return false;
+bool PipeGroupNode::Rename(const CString& oldName, const CString& newName, bool ignoreCaseInLayers) {
+    const auto entry = byName_.find(oldName);
+    if (entry == byName_.end()) return false;
     // Copies: either name may be a reference to the very field that is about to change.
     const CString from = oldName;
     const CString to = newName;
@@ -66,14 +92,14 @@ bool PipeGroupNode::renameSystem(const CString& oldName, const CString& newName,
         const bool same = ignoreCaseInLayers ? equalNoCase(layer->SystemName, from) : layer->SystemName == from;
         if (same) layer->SystemName = to;
     }
-    index_.erase(entry);
-    index_[to] = system;
+    byName_.erase(entry);
+    SetName(to, *system);
     return true;
 }
 
 PipeNode* PipeGroupNode::FindPipeSystem(const CString& name) const {
-    const auto found = index_.find(name);
-    return found != index_.end() ? found->second : nullptr;
+    const auto found = byName_.find(name);
+    return found != byName_.end() ? found->second : nullptr;
 }
 
 PipeNode* PipeGroupNode::FindPipeSystem(int index) const {
@@ -81,8 +107,8 @@ PipeNode* PipeGroupNode::FindPipeSystem(int index) const {
 }
 
 PipeNode* PipeGroupNode::FindPipeSystemByLayerName(const CString& layerName) const {
-    for (const auto& system : systems_) {
-        if (system->FindLayerNodeByLayerName(layerName) != nullptr) return system.get();
+    for (const auto* entry : index_->withLayer(layerName).of(*this)) {
+        if (entry->system->FindLayerNodeByLayerName(layerName) != nullptr) return entry->system;
     }
     return nullptr;
 }
@@ -96,8 +122,8 @@ bool PipeGroupNode::IsEmpty() const {
 }
 
 int PipeGroupNode::GetSystemIndex(const CString& name) const {
-    for (std::size_t i = 0; i < systems_.size(); ++i) {
-        if (systems_[i]->PipeName == name) return static_cast<int>(i);
+    for (const auto* entry : index_->named(name).of(*this)) {
+        if (entry->system->PipeName == name) return entry->place;
     }
     return -1;
 }
@@ -123,7 +149,7 @@ void PipeGroupNode::GetAllPipeSystemNames(std::vector<CString>& names) const {
 }
 
 bool PipeGroupNode::IsIncludedSystem(const CString& name) const {
-    return index_.count(name) > 0;
+    return byName_.count(name) > 0;
 }
 
 void PipeGroupNode::GetPipeGroupInfo(PipeClassificationNode& info, bool includeAliases) const {
@@ -135,24 +161,25 @@ void PipeGroupNode::GetPipeGroupInfo(PipeClassificationNode& info, bool includeA
 }
 
 bool PipeGroupNode::CanRenameLayerName(const CString& systemName, const CString& layerName) const {
-    return std::none_of(systems_.begin(), systems_.end(), [&](const auto& system) {
-        return !equalNoCase(system->PipeName, systemName) && system->FindLayerNodeByLayerName(layerName) != nullptr;
+    const auto systems = index_->withLayer(layerName).of(*this);
+    return std::none_of(systems.begin(), systems.end(), [&](const auto* entry) {
+        return !equalNoCase(entry->system->PipeName, systemName) &&
+               entry->system->FindLayerNodeByLayerName(layerName) != nullptr;
     });
 }
 
 int PipeGroupNode::CountLayer(const CString& layerName) const {
     int count = 0;
-    for (const auto& system : systems_)
-        count += system->CountLayer(layerName);
+    for (const auto* entry : index_->withLayer(layerName).of(*this))
+        count += entry->system->CountLayer(layerName);
     return count;
 }
 
 bool PipeGroupNode::OldSystemNameToCurrentName(const CString& oldName, CString& current) const {
-    for (const auto& system : systems_) {
-        if (system->PipeOriginalName == oldName) {
-            current = system->PipeName;
-            return true;
-        }
+    for (const auto* entry : index_->onceNamed(oldName).of(*this)) {
+        if (entry->system->PipeOriginalName != oldName) continue;
+        current = entry->system->PipeName;
+        return true;
     }
     return false;
 }
@@ -165,9 +192,9 @@ void PipeGroupNode::ConvertOldSysNameToCurrentName() const {
 }
 
 LayerNode* PipeGroupNode::FindLayerNode(const CString& systemName, const CString& layerType) const {
-    for (const auto& system : systems_) {
-        if (!equalNoCase(system->PipeName, systemName)) continue;
-        if (LayerNode* layer = system->FindLayerNode(layerType)) return layer;
+    for (const auto* entry : index_->named(systemName).of(*this)) {
+        if (!equalNoCase(entry->system->PipeName, systemName)) continue;
+        if (LayerNode* layer = entry->system->FindLayerNode(layerType)) return layer;
     }
     return nullptr;
 }
@@ -178,8 +205,8 @@ LayerNode* PipeGroupNode::FindLayerNode(const CString& layerName) const {
 }
 
 LayerNode* PipeGroupNode::FindLayerNodeByLayerType(const CString& layerType, const CString& layerName) const {
-    for (const auto& system : systems_) {
-        LayerNode* layer = system->FindLayerNode(layerType);
+    for (const auto* entry : index_->withLayer(layerType, layerName).of(*this)) {
+        LayerNode* layer = entry->system->FindLayerNode(layerType);
         if (layer != nullptr && equalNoCase(layer->LayerName, layerName)) return layer;
     }
     return nullptr;
@@ -187,10 +214,10 @@ LayerNode* PipeGroupNode::FindLayerNodeByLayerType(const CString& layerType, con
 
 bool PipeGroupNode::GetLayerNameByLayerTypeLayerName(const CString& layerType, const CString& layerName,
                                                      const CString& targetType, CString& out) const {
-    for (const auto& system : systems_) {
-        const LayerNode* layer = system->FindLayerNode(layerType);
+    for (const auto* entry : index_->withLayer(layerType, layerName).of(*this)) {
+        const LayerNode* layer = entry->system->FindLayerNode(layerType);
         if (layer == nullptr || !equalNoCase(layer->LayerName, layerName)) continue;
-        const LayerNode* target = system->FindLayerNode(targetType);
+        const LayerNode* target = entry->system->FindLayerNode(targetType);
         out = target != nullptr ? target->LayerName : CString();
         return true;
     }
@@ -251,10 +278,13 @@ void PipeGroupNode::CopyFrom(const PipeGroupNode* source) {
         systems.emplace_back(system->Clone());
         copies[system.get()] = systems.back().get();
     }
-    index_.clear();
-    for (const auto& [name, system] : source->index_)
-        index_[name] = copies.at(system);
-    systems_ = std::move(systems);
+    index_->clear();
+    systems_.clear();
+    byName_.clear();
+    for (auto& system : systems)
+        TakeSystem(std::move(system));
+    for (const auto& [name, system] : source->byName_)
+        SetName(name, *copies.at(system));
     name_ = source->name_;
     canName_ = source->canName_;
 }

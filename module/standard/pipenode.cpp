@@ -2,7 +2,9 @@
 #include <algorithm>
 
 #include "PipeNodes.h"
+#include "standard/fields.h"
 #include "standard/layerlist.h"
+#include "standard/systemindex.h"
 
 using qrs::standard::equalNoCase;
 
@@ -17,6 +19,18 @@ constexpr const wchar_t* kDefaultTypeMap[][2] = {
     {L"管线流向", L"标注"}, {L"井标注线", L"标注"},
 };
 
+using TypeMap = std::map<CString, CString>;
+
+const std::shared_ptr<const TypeMap>& defaultTypeMap() {
+    static const std::shared_ptr<const TypeMap> map = [] {
+        TypeMap types;
+        for (const auto& [specificType, genericType] : kDefaultTypeMap)
+            types[specificType] = genericType;
+        return std::make_shared<const TypeMap>(std::move(types));
+    }();
+    return map;
+}
+
 // Everything but what says which layer it is: type and system.
 void takeOverSettings(LayerNode& layer, const LayerNode& source) {
     const CString type = layer.LayerType;
@@ -28,44 +42,59 @@ void takeOverSettings(LayerNode& layer, const LayerNode& source) {
 
 }  // namespace
 
-PipeNode::PipeNode() {
-    for (const auto& [specificType, genericType] : kDefaultTypeMap)
-        typeMap_[specificType] = genericType;
-    defaultMap_ = typeMap_;
+PipeNode::PipeNode() : typeMap_(defaultTypeMap()) {
+    PipeName.owner_ = this;
+    PipeOriginalName.owner_ = this;
 }
 
 PipeNode::~PipeNode() = default;
 
+void PipeNode::NameChanges() {
+    if (entry_ != nullptr) entry_->group->index_->change(*entry_);
+}
+
+void PipeNode::TakeLayer(std::unique_ptr<LayerNode> layer) {
+    NameChanges();
+    if (layer->SystemName.IsEmpty()) layer->SystemName = PipeName;
+    layer->LayerName.owner_ = this;
+    layersByType_[layer->LayerType] = {layer.get(), false};
+    layers_.push_back(std::move(layer));
+}
+
 void PipeNode::AddLayerNode(LayerNode* layer) {
     if (layer == nullptr) return;
-    layers_.emplace_back(layer);
-    if (layer->SystemName.IsEmpty()) layer->SystemName = PipeName;
-    layersByType_[layer->LayerType] = layer;
-    aliases_.erase(layer->LayerType);
+    TakeLayer(std::unique_ptr<LayerNode>(layer));
+    UpdateLayerTypeMap();
+}
+
+void PipeNode::AddLayerNodes(std::vector<std::unique_ptr<LayerNode>> layers) {
+    for (auto& layer : layers) {
+        if (layer != nullptr) TakeLayer(std::move(layer));
+    }
     UpdateLayerTypeMap();
 }
 
 void PipeNode::DelLayerNode(LayerNode* layer) {
     const auto own = std::find_if(layers_.begin(), layers_.end(), [layer](const auto& l) { return l.get() == layer; });
     if (layer == nullptr || own == layers_.end()) return;
-    for (auto entry = layersByType_.begin(); entry != layersByType_.end();) {
-        if (entry->second == layer) {
-            aliases_.erase(entry->first);
-            entry = layersByType_.erase(entry);
-        } else {
-            ++entry;
-        }
-    }
+    NameChanges();
+    for (auto entry = layersByType_.begin(); entry != layersByType_.end();)
+        entry = entry->second.layer == layer ? layersByType_.erase(entry) : std::next(entry);
     const CString type = layer->LayerType;
     layers_.erase(own);
     // As after reading the file again: another own layer of the type answers.
-    if (LayerNode* other = qrs::standard::lastLayerOfType(layers_, type)) layersByType_.emplace(type, other);
+    if (LayerNode* other = qrs::standard::lastLayerOfType(layers_, type)) layersByType_[type] = {other, false};
     UpdateLayerTypeMap();
 }
 
 LayerNode* PipeNode::FindLayerNode(const CString& layerType) const {
     const auto found = layersByType_.find(layerType);
-    return found != layersByType_.end() ? found->second : nullptr;
+    return found != layersByType_.end() ? found->second.layer : nullptr;
+}
+
+LayerNode* PipeNode::OwnLayerOfType(const CString& layerType) const {
+    const auto found = layersByType_.find(layerType);
+    return found != layersByType_.end() && !found->second.isAlias ? found->second.layer : nullptr;
 }
 
 LayerNode* PipeNode::FindLayerNode(int index) const {
@@ -82,13 +111,14 @@ int PipeNode::GetLayerNum() const {
 
 int PipeNode::CountLayer(const CString& layerName) const {
     const auto count = std::count_if(layersByType_.begin(), layersByType_.end(), [&layerName](const auto& entry) {
-        return equalNoCase(entry.second->LayerName, layerName);
+        return equalNoCase(entry.second.layer->LayerName, layerName);
     });
     return static_cast<int>(count);
 }
 
 bool PipeNode::IsAlias(const CString& layerType) const {
-    return aliases_.count(layerType) > 0;
+    const auto found = layersByType_.find(layerType);
+    return found != layersByType_.end() && found->second.isAlias;
 }
 
 void PipeNode::GetAllLayer(LayerNameMap& layers) const {
@@ -111,53 +141,42 @@ void PipeNode::GetLayerAttachInfo(const CString& attachment, LayerAttachNode& in
 }
 
 void PipeNode::GetPipeInfo(PipeInfoNode& info, bool includeAliases) const {
-    info.PipeName = PipeName;
-    info.PipeOriginalName = PipeOriginalName;
-    info.LineWidth = LineWidth;
-    info.Dim = Dim;
-    info.Material = Material;
-    info.OutdoorMaterial = OutdoorMaterial;
-    info.VPipeType = VPipeType;
-    info.VPipeRaidus = VPipeRaidus;
-    info.VPipeRaidus1 = VPipeRaidus1;
-    info.VPipeRaidus2 = VPipeRaidus2;
-    info.WaterFlowStatus = WaterFlowStatus;
-    info.Remark = Remark;
-    info.Status = static_cast<Adesk::UInt32>(Status);
+    for (const qrs::standard::PipeField& field : qrs::standard::kPipeFields) {
+        if (field.tell != nullptr) field.tell(*this, info);
+    }
     info.LayerNames.clear();
-    for (const auto& [type, layer] : layersByType_) {
-        if (includeAliases || !IsAlias(type)) info.LayerNames[type] = layer->LayerName;
+    for (const auto& [type, answer] : layersByType_) {
+        if (includeAliases || !answer.isAlias) info.LayerNames[type] = answer.layer->LayerName;
     }
 }
 
 void PipeNode::SetLayerTypeMapping(const CString& specificType, const CString& genericType) {
-    typeMap_[specificType] = genericType;
+    auto map = *typeMap_;
+    map[specificType] = genericType;
+    typeMap_ = std::make_shared<const TypeMap>(std::move(map));
 }
 
 void PipeNode::UpdateLayerTypeMap() {
-    for (const auto& [type, generic] : aliases_)
-        layersByType_.erase(type);
-    aliases_.clear();
-    // Only own layers are in the map now. The new aliases are entered after the walk: an alias met during it would
-    // count as a layer of its type, and aliases would chain in the order of their keys.
-    for (const auto& [specificType, genericType] : typeMap_) {
-        if (layersByType_.count(specificType) == 0 && layersByType_.count(genericType) > 0) {
-            aliases_[specificType] = genericType;
+    NameChanges();
+    for (const auto& [specificType, genericType] : *typeMap_) {
+        if (OwnLayerOfType(specificType) != nullptr) continue;
+        // An own layer: an alias does not count as a layer of its type, or aliases would chain in the order of their
+        // keys.
+        if (LayerNode* generic = OwnLayerOfType(genericType)) {
+            layersByType_[specificType] = {generic, true};
+        } else {
+            layersByType_.erase(specificType);
         }
     }
-    std::map<CString, LayerNode*> borrowed;
-    for (const auto& [type, generic] : aliases_)
-        borrowed[type] = layersByType_.at(generic);
-    layersByType_.insert(borrowed.begin(), borrowed.end());
 }
 
 bool PipeNode::IsDefaultMapping(const CString& specificType) const {
-    return qrs::standard::isDefaultMapping(typeMap_, defaultMap_, specificType);
+    return qrs::standard::isDefaultMapping(*typeMap_, *defaultTypeMap(), specificType);
 }
 
 bool PipeNode::UpdateLayer(const LayerNode& source) {
-    LayerNode* layer = FindLayerNode(source.LayerType);
-    if (layer == nullptr || IsAlias(source.LayerType)) return false;
+    LayerNode* layer = OwnLayerOfType(source.LayerType);
+    if (layer == nullptr) return false;
     takeOverSettings(*layer, source);
     return true;
 }
@@ -174,34 +193,21 @@ void PipeNode::UpdateLayerTo(PipeNode* target) const {
 
 void PipeNode::CopyFrom(const PipeNode* source) {
     if (source == nullptr || source == this) return;
-    PipeOriginalName = source->PipeOriginalName;
-    PipeName = source->PipeName;
-    LineWidth = source->LineWidth;
-    Dim = source->Dim;
-    Material = source->Material;
-    OutdoorMaterial = source->OutdoorMaterial;
-    VPipeType = source->VPipeType;
-    VPipeRaidus = source->VPipeRaidus;
-    VPipeRaidus1 = source->VPipeRaidus1;
-    VPipeRaidus2 = source->VPipeRaidus2;
-    WaterFlowStatus = source->WaterFlowStatus;
-    Remark = source->Remark;
-    CanDel = source->CanDel;
-    CanName = source->CanName;
-    Status = source->Status;
+    for (const qrs::standard::PipeField& field : qrs::standard::kPipeFields)
+        field.form.copy(*this, *source);
     std::map<const LayerNode*, LayerNode*> copies;
     std::vector<std::unique_ptr<LayerNode>> layers;
     for (const auto& layer : source->layers_) {
         layers.push_back(std::make_unique<LayerNode>(*layer));
+        layers.back()->LayerName.owner_ = this;
         copies[layer.get()] = layers.back().get();
     }
+    NameChanges();
     layersByType_.clear();
-    for (const auto& [type, layer] : source->layersByType_)
-        layersByType_[type] = copies.at(layer);
+    for (const auto& [type, answer] : source->layersByType_)
+        layersByType_[type] = {copies.at(answer.layer), answer.isAlias};
     layers_ = std::move(layers);
     typeMap_ = source->typeMap_;
-    aliases_ = source->aliases_;
-    defaultMap_ = source->defaultMap_;
 }
 
 PipeNode* PipeNode::Clone() const {

@@ -96,14 +96,20 @@ bool readLayerName(AcDbObjectId layer, CString& name) {
     return true;
 }
 
-// The pipe layer of that name in the group, and which of the types it has.
-const LayerNode* findPipeLayer(const PipeGroupNode& group, const CString& layerName, int& kind) {
-    kind = 0;
-    for (const wchar_t* type : kPipeLayerTypes) {
-        if (const LayerNode* layer = group.FindLayerNodeByLayerType(type, layerName)) return layer;
-        ++kind;
+// The first pipe layer of that name, and which of the types it has. Groups come before types: in a group "立管" may
+// answer although a later group has such a layer of "管线".
+const LayerNode* findPipeLayer(const Standard& standard, const CString& layerName, int& kind) {
+    qrs::standard::FoundSystem first;
+    int type = 0;
+    for (const wchar_t* const layerType : kPipeLayerTypes) {
+        const qrs::standard::FoundSystem found = qrs::standard::systemWithLayer(standard, layerType, layerName);
+        if (found.system != nullptr && (first.system == nullptr || found.group->IsBefore(*first.group))) {
+            first = found;
+            kind = type;
+        }
+        ++type;
     }
-    return nullptr;
+    return first.system != nullptr ? first.system->FindLayerNode(kPipeLayerTypes[kind]) : nullptr;
 }
 
 // The target layer of the first system in which a layer of that name answers for the source type.
@@ -111,15 +117,11 @@ const LayerNode* layerOfSameSystem(const CString& sourceType, const CString& lay
                                    bool create) {
     const Standard* standard = currentStandard();
     if (standard == nullptr) return nullptr;
-    for (const auto& group : standard->groups) {
-        const PipeNode* system = qrs::standard::systemOfLayer(*group, sourceType, layerName);
-        if (system == nullptr) continue;
-        // The search ends with this system, also when it has no target layer.
-        const LayerNode* target = system->FindLayerNode(targetType);
-        if (target != nullptr && create) target->CreateLayer();
-        return target;
-    }
-    return nullptr;
+    // The search ends with this system, also when it has no target layer.
+    const PipeNode* system = qrs::standard::systemWithLayer(*standard, sourceType, layerName).system;
+    const LayerNode* target = system != nullptr ? system->FindLayerNode(targetType) : nullptr;
+    if (target != nullptr && create) target->CreateLayer();
+    return target;
 }
 
 }  // namespace
@@ -213,10 +215,8 @@ void GetSystemLayerType(std::vector<CString>& out) {
 CString GetPipeSystemNameByLayer(const CString& layerName) {
     const Standard* standard = currentStandard();
     if (standard == nullptr) return {};
-    for (const auto& group : standard->groups) {
-        if (const PipeNode* system = group->FindPipeSystemByLayerName(layerName)) return system->PipeName;
-    }
-    return {};
+    const PipeNode* system = qrs::standard::systemWithLayer(*standard, layerName).system;
+    return system != nullptr ? system->PipeName : CString();
 }
 
 CString GetPipeSystemNameByLayer(AcDbObjectId layer) {
@@ -227,10 +227,8 @@ CString GetPipeSystemNameByLayer(AcDbObjectId layer) {
 CString GetPipeSystemNameByLayer(const CString& layerName, const CString& layerType) {
     const Standard* standard = currentStandard();
     if (standard == nullptr) return {};
-    for (const auto& group : standard->groups) {
-        if (const LayerNode* layer = group->FindLayerNodeByLayerType(layerType, layerName)) return layer->SystemName;
-    }
-    return {};
+    const PipeNode* system = qrs::standard::systemWithLayer(*standard, layerType, layerName).system;
+    return system != nullptr ? system->FindLayerNode(layerType)->SystemName : CString();
 }
 
 CString GetPipeSystemNameByLayer(AcDbObjectId layer, const CString& layerType) {
@@ -241,12 +239,9 @@ CString GetPipeSystemNameByLayer(AcDbObjectId layer, const CString& layerType) {
 
 CString GetPipeSystemNameByPipeLayer(const CString& layerName) {
     const Standard* standard = currentStandard();
-    if (standard == nullptr) return {};
     int kind = 0;
-    for (const auto& group : standard->groups) {
-        if (const LayerNode* layer = findPipeLayer(*group, layerName, kind)) return layer->SystemName;
-    }
-    return {};
+    const LayerNode* layer = standard != nullptr ? findPipeLayer(*standard, layerName, kind) : nullptr;
+    return layer != nullptr ? layer->SystemName : CString();
 }
 
 CString GetPipeSystemNameByPipeLayer(AcDbObjectId layer) {
@@ -257,10 +252,8 @@ CString GetPipeSystemNameByPipeLayer(AcDbObjectId layer) {
 CString GetPipeSystemGroupName(const CString& layerName) {
     const Standard* standard = currentStandard();
     if (standard == nullptr) return {};
-    for (const auto& group : standard->groups) {
-        if (group->FindPipeSystemByLayerName(layerName) != nullptr) return group->GroupName();
-    }
-    return {};
+    const PipeGroupNode* group = qrs::standard::systemWithLayer(*standard, layerName).group;
+    return group != nullptr ? group->GroupName() : CString();
 }
 
 CString GetLayerByVPipeLayer(const CString& vPipeLayerName, const CString& targetType, bool create) {
@@ -276,13 +269,8 @@ CString GetLayerByPipeLayer(const CString& pipeLayerName, const CString& targetT
 
 bool IsPipeLayer(const CString& layerName, int* kind) {
     const Standard* standard = currentStandard();
-    if (standard == nullptr) return false;
-    for (const auto& group : standard->groups) {
-        int found = 0;
-        if (findPipeLayer(*group, layerName, found) == nullptr) continue;
-        if (kind != nullptr) *kind = found;
-        break;
-    }
+    int found = 0;
+    if (standard != nullptr && findPipeLayer(*standard, layerName, found) != nullptr && kind != nullptr) *kind = found;
     // False for pipe layers too: callers go by the kind, and those that test the result rely on its being false.
     return false;
 }

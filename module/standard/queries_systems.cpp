@@ -2,6 +2,7 @@
 #include "PipeSystemTool.h"
 #include "standard/holder.h"
 #include "standard/layerlookup.h"
+#include "standard/systemindex.h"
 #include "standard/text.h"
 
 using qrs::standard::currentStandard;
@@ -85,8 +86,9 @@ void SetPipeStatus(const CString& systemName, Adesk::UInt32 status) {
     const Standard* standard = currentStandard();
     if (standard == nullptr) return;
     // Every group, unlike the questions, which the first one answers: a status holds for all systems of the name.
-    for (const auto& group : standard->groups) {
-        if (PipeNode* system = group->FindPipeSystem(systemName)) system->Status = static_cast<Adesk::Int32>(status);
+    for (const qrs::standard::IndexEntry* entry : standard->systems().named(systemName)) {
+        PipeNode* system = entry->group->FindPipeSystem(systemName);
+        if (system != nullptr) system->Status = static_cast<Adesk::Int32>(status);
     }
 }
 

@@ -35,9 +35,8 @@ class Builder {
         setText(append(parent, name, comment), text);
     }
 
-    template <class Node, std::size_t count>
-    void appendFields(pugi::xml_node parent, const Field<Node> (&fields)[count], const Node& node,
-                      bool inOtherLayers = false) {
+    template <class Node, class Row, std::size_t count>
+    void appendFields(pugi::xml_node parent, const Row (&fields)[count], const Node& node, bool inOtherLayers = false) {
         for (const Field<Node>& field : fields) {
             if (field.onlyInOtherLayers && !inOtherLayers) continue;
             appendText(parent, field.name, field.comment, field.form.get(node));

@@ -3,7 +3,8 @@
 
 #include "host/platform/files.h"
 #include "standard/holder.h"
-#include "standard/itemtree.h"
+#include "standard/layerlookup.h"
+#include "standard/systemindex.h"
 #include "standard/text.h"
 
 using qrs::standard::currentStandard;
@@ -29,10 +30,7 @@ CString GetCurrentStandardName() {
 }
 
 bool IsPipeSystemStandardFile(const CString& path) {
-    pugi::xml_document tree;
-    platform::Error error;
-    if (!qrs::standard::loadItemTree(view(path), tree, error)) return false;
-    return std::string_view(tree.document_element().attribute("Comment").value()) == qrs::standard::kRootComment;
+    return qrs::standard::isStandardFile(view(path));
 }
 
 void GetPipeSystemStandardFiles(const CString& folder, std::vector<CString>& out, bool fullPath) {
@@ -43,30 +41,22 @@ void GetPipeSystemStandardFiles(const CString& folder, std::vector<CString>& out
 
 bool IsPipeSystemOfCurrentStandard(const CString& systemName) {
     const Standard* standard = currentStandard();
-    if (standard == nullptr) return false;
-    for (const auto& group : standard->groups) {
-        if (group->IsIncludedSystem(systemName)) return true;
-    }
-    return false;
+    return standard != nullptr && qrs::standard::groupOfSystem(*standard, systemName) != nullptr;
 }
 
 CString CurrentSystemNameToOriginName(const CString& name) {
     const Standard* standard = currentStandard();
-    if (standard == nullptr) return {};
-    for (const auto& group : standard->groups) {
-        if (const PipeNode* system = group->FindPipeSystem(name)) return system->PipeOriginalName;
-    }
-    return {};
+    const PipeNode* system = standard != nullptr ? qrs::standard::systemNamed(*standard, name) : nullptr;
+    return system != nullptr ? system->PipeOriginalName : CString();
 }
 
 CString OriginSystemNameToCurrentName(const CString& oldName) {
-    CString current;
     const Standard* standard = currentStandard();
-    if (standard == nullptr) return current;
-    for (const auto& group : standard->groups) {
-        if (group->OldSystemNameToCurrentName(oldName, current)) break;
+    if (standard == nullptr) return {};
+    for (const qrs::standard::IndexEntry* entry : standard->systems().onceNamed(oldName)) {
+        if (entry->system->PipeOriginalName == oldName) return entry->system->PipeName;
     }
-    return current;
+    return {};
 }
 
 }  // namespace PipeSystemTool
