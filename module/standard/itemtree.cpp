@@ -4,128 +4,24 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
-#include <iterator>
 #include <new>
 #include <system_error>
 
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "standard/text.h"
+#include "standard/xmltext.h"
 
 namespace qrs::standard {
 namespace {
 
-struct DeclaredEncoding {
-    std::string_view name;
-    unsigned codePage;
-};
-
-constexpr unsigned kGbk = 936;
-constexpr unsigned kGb18030 = 54936;
-constexpr DeclaredEncoding kDeclaredEncodings[] = {
-    {"gbk", kGbk}, {"gb2312", kGbk}, {"gb18030", kGb18030}, {"utf-8", platform::kUtf8}, {"utf8", platform::kUtf8},
-};
+// White space alone is a value like any other, but not between elements. A fragment, because what stands outside of the
+// root would be skipped otherwise, and a damaged file taken for a sound one.
+constexpr unsigned kParseOptions = pugi::parse_default | pugi::parse_ws_pcdata_single | pugi::parse_fragment;
 
 std::size_t lineAt(std::string_view bytes, std::size_t offset) {
     const auto end = bytes.begin() + static_cast<std::ptrdiff_t>(std::min(offset, bytes.size()));
     return 1 + static_cast<std::size_t>(std::count(bytes.begin(), end, '\n'));
-}
-
-void setError(platform::Error& error, const std::string& name, std::size_t line, const std::string& reason) {
-    error.message = name + "：第 " + std::to_string(line) + " 行：" + reason;
-}
-
-// The encoding that the declaration at the head of the bytes names, in lower case; empty when it names none.
-std::string declaredEncoding(std::string_view bytes) {
-    constexpr std::string_view kStart = "<?xml";
-    constexpr std::string_view kKey = "encoding";
-    if (bytes.substr(0, kStart.size()) != kStart) return {};
-    const std::string_view declaration = bytes.substr(0, std::min(bytes.find("?>"), bytes.size()));
-    const std::size_t key = declaration.find(kKey);
-    if (key == std::string_view::npos) return {};
-    const std::size_t open = declaration.find_first_of("'\"", key + kKey.size());
-    if (open == std::string_view::npos) return {};
-    const std::size_t close = declaration.find(declaration[open], open + 1);
-    if (close == std::string_view::npos) return {};
-    std::string name(declaration.substr(open + 1, close - open - 1));
-    for (char& c : name) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return name;
-}
-
-bool utf8FromUtf16(std::string_view bytes, bool bigEndian, const std::string& name, std::string& utf8,
-                   platform::Error& error) {
-    const auto unit = [&](std::size_t i) {
-        const auto first = static_cast<unsigned char>(bytes[i]);
-        const auto second = static_cast<unsigned char>(bytes[i + 1]);
-        return static_cast<std::uint32_t>(bigEndian ? first << 8 | second : second << 8 | first);
-    };
-    std::wstring wide;
-    std::size_t line = 1;
-    bool sound = bytes.size() % 2 == 0;
-    for (std::size_t i = 0; sound && i + 1 < bytes.size(); i += 2) {
-        std::uint32_t point = unit(i);
-        if (point >= 0xD800 && point < 0xE000) {
-            const std::uint32_t low = i + 3 < bytes.size() ? unit(i + 2) : 0;
-            sound = point < 0xDC00 && low >= 0xDC00 && low < 0xE000;
-            if (!sound) break;
-            point = 0x10000 + ((point - 0xD800) << 10) + (low - 0xDC00);
-            i += 2;
-        }
-        if (point == '\n') ++line;
-        platform::appendCodePoint(wide, static_cast<char32_t>(point));
-    }
-    if (sound) {
-        utf8 = platform::toUtf8(wide);
-    } else {
-        setError(error, name, line, "不是有效的 UTF-16 文本");
-    }
-    return sound;
-}
-
-bool utf8FromCodePage(std::string_view bytes, unsigned codePage, const std::string& reason, const std::string& name,
-                      std::string& utf8, platform::Error& error) {
-    std::wstring wide;
-    if (platform::decodeStrict(codePage, bytes, wide)) {
-        utf8 = codePage == platform::kUtf8 ? std::string(bytes) : platform::toUtf8(wide);
-        return true;
-    }
-    std::size_t line = 1;
-    for (std::size_t start = 0; start < bytes.size(); ++line) {
-        const std::size_t end = std::min(bytes.find('\n', start), bytes.size());
-        if (!platform::decodeStrict(codePage, bytes.substr(start, end - start), wide)) break;
-        start = end + 1;
-    }
-    setError(error, name, line, reason);
-    return false;
-}
-
-bool utf8FromDeclared(std::string_view bytes, const std::string& name, std::string& utf8, platform::Error& error) {
-    std::string declared = declaredEncoding(bytes);
-    if (declared.empty()) declared = "utf-8";
-    const auto* known = std::find_if(std::begin(kDeclaredEncodings), std::end(kDeclaredEncodings),
-                                     [&declared](const DeclaredEncoding& e) { return e.name == declared; });
-    // In an encoding that is not known, plain ASCII can still be read.
-    if (known == std::end(kDeclaredEncodings)) {
-        return utf8FromCodePage(bytes, platform::kUtf8, "不能识别的编码 " + declared, name, utf8, error);
-    }
-    return utf8FromCodePage(bytes, known->codePage, "不是有效的 " + declared + " 文本", name, utf8, error);
-}
-
-// The bytes in UTF-8 without a byte-order mark. UTF-16 without a mark shows by the zero beside its first '<'.
-bool makeUtf8(std::string_view bytes, const std::string& name, std::string& utf8, platform::Error& error) {
-    using namespace std::string_view_literals;
-    const auto begins = [&bytes](std::string_view mark) { return bytes.substr(0, mark.size()) == mark; };
-    // The mark counts more than the declaration: an editor that changes the encoding leaves the declaration as it is.
-    if (begins("\xEF\xBB\xBF"sv)) {
-        return utf8FromCodePage(bytes.substr(3), platform::kUtf8, "不是有效的 utf-8 文本", name, utf8, error);
-    }
-    if (begins("\xFF\xFE"sv)) return utf8FromUtf16(bytes.substr(2), false, name, utf8, error);
-    if (begins("\xFE\xFF"sv)) return utf8FromUtf16(bytes.substr(2), true, name, utf8, error);
-    if (begins("<\0"sv)) return utf8FromUtf16(bytes, false, name, utf8, error);
-    if (begins("\0<"sv)) return utf8FromUtf16(bytes, true, name, utf8, error);
-    return utf8FromDeclared(bytes, name, utf8, error);
 }
 
 // Whether the text begins with a reference, like "&#1;", to a character that XML does not carry.
@@ -151,11 +47,10 @@ std::size_t firstForbidden(std::string_view utf8) {
 }
 
 // One root, and no text beside it.
-bool checkRoot(const pugi::xml_document& tree, const std::string& utf8, const std::string& name,
-               platform::Error& error) {
+bool checkRoot(const pugi::xml_document& tree, std::string_view utf8, const std::string& name, platform::Error& error) {
     const auto refuse = [&](std::ptrdiff_t offset, const char* reason) {
-        setError(error, name, lineAt(utf8, static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0))),
-                 std::string("不是完好的 XML（") + reason + "）");
+        setXmlError(error, name, lineAt(utf8, static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0))),
+                    std::string("不是完好的 XML（") + reason + "）");
         return false;
     };
     bool hasRoot = false;
@@ -167,38 +62,93 @@ bool checkRoot(const pugi::xml_document& tree, const std::string& utf8, const st
     return hasRoot || refuse(static_cast<std::ptrdiff_t>(utf8.size()), "没有根元素");
 }
 
-bool parseUtf8(const std::string& utf8, const std::string& name, pugi::xml_document& tree, platform::Error& error) {
+bool parseUtf8(std::string_view utf8, const std::string& name, pugi::xml_document& tree, platform::Error& error) {
     const std::size_t forbidden = firstForbidden(utf8);
     if (forbidden < utf8.size()) {
-        setError(error, name, lineAt(utf8, forbidden), "含有 XML 不允许的字符");
+        setXmlError(error, name, lineAt(utf8, forbidden), "含有 XML 不允许的字符");
         return false;
     }
-    // White space alone is a value like any other, but not between elements. A fragment, because what stands outside of
-    // the root would be skipped otherwise, and a damaged file taken for a sound one.
-    const unsigned options = pugi::parse_default | pugi::parse_ws_pcdata_single | pugi::parse_fragment;
-    const pugi::xml_parse_result result = tree.load_buffer(utf8.data(), utf8.size(), options, pugi::encoding_utf8);
+    const pugi::xml_parse_result result =
+        tree.load_buffer(utf8.data(), utf8.size(), kParseOptions, pugi::encoding_utf8);
     if (result) return checkRoot(tree, utf8, name, error);
     const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(result.offset, 0));
-    setError(error, name, lineAt(utf8, offset), std::string("不是完好的 XML（") + result.description() + "）");
+    setXmlError(error, name, lineAt(utf8, offset), std::string("不是完好的 XML（") + result.description() + "）");
     return false;
+}
+
+// Reads the text as a frame and pieces. False when it cannot be cut, and when something in it is not well-formed.
+bool readCut(std::string_view utf8, const CutRule& rule, const ReadItems& read) {
+    CutText cut;
+    pugi::xml_document frame;
+    platform::Error error;
+    if (firstForbidden(utf8) < utf8.size() || !cutText(utf8, rule, cut)) return false;
+    if (!parseUtf8(cut.frame, {}, frame, error)) return false;
+    ItemTree tree(frame, cut.pieces);
+    read(tree);
+    return tree.isSound();
 }
 
 }  // namespace
 
-bool parseItemTree(std::string_view bytes, const std::string& name, pugi::xml_document& tree, platform::Error& error) {
-    std::string utf8;
-    return makeUtf8(bytes, name, utf8, error) && parseUtf8(utf8, name, tree, error);
+ItemTree::ItemTree(const pugi::xml_document& frame, const std::vector<std::string_view>& pieces)
+    : frame_(frame), pieces_(pieces) {}
+
+pugi::xml_node ItemTree::whole(const pugi::xml_node& item) {
+    if (pieces_.empty()) return item;
+    const std::size_t number = item.attribute(kPieceNumber).as_ullong(pieces_.size());
+    if (number >= pieces_.size()) return item;
+    buffer_.assign(pieces_[number]);
+    const pugi::xml_parse_result result =
+        piece_.load_buffer_inplace(buffer_.data(), buffer_.size(), kParseOptions, pugi::encoding_utf8);
+    const pugi::xml_node root = piece_.document_element();
+    isSound_ = isSound_ && result && root == piece_.first_child() && root == piece_.last_child();
+    return root;
 }
 
-bool loadItemTree(std::wstring_view path, pugi::xml_document& tree, platform::Error& error) {
+void ItemTree::readAll() {
+    for (const pugi::xml_node& section : root().children()) {
+        for (const pugi::xml_node& group : section.children()) {
+            for (const pugi::xml_node& bulky : group.children())
+                whole(bulky);
+        }
+    }
+}
+
+bool readItems(std::string_view bytes, const std::string& name, const CutRule& rule, const ReadItems& read,
+               platform::Error& error) {
+    XmlText text;
+    if (!readXmlText(bytes, name, text, error)) return false;
+    if (readCut(text.utf8, rule, read)) return true;
+    // Whole, for the few files that cannot be cut, and for the message about one that is damaged.
+    pugi::xml_document document;
+    if (!parseUtf8(text.utf8, name, document, error)) return false;
+    const std::vector<std::string_view> noPieces;
+    ItemTree tree(document, noPieces);
+    read(tree);
+    return true;
+}
+
+bool parseItemTree(std::string_view bytes, const std::string& name, pugi::xml_document& tree, platform::Error& error) {
+    XmlText text;
+    return readXmlText(bytes, name, text, error) && parseUtf8(text.utf8, name, tree, error);
+}
+
+bool loadItemFile(std::wstring_view path, std::uint64_t most, const ReadBytes& read, platform::Error& error) {
     try {
         std::string bytes;
-        if (!platform::readFile(platform::nativePath(path), bytes, error)) return false;
-        return parseItemTree(bytes, platform::toUtf8(path), tree, error);
+        return platform::readOrdinaryFile(platform::nativePath(path), most, bytes, error) &&
+               read(bytes, platform::toUtf8(path));
     } catch (const std::bad_alloc&) {
         error.message = platform::toUtf8(path) + "：文件太大，内存不足";
         return false;
     }
+}
+
+bool loadItemTree(std::wstring_view path, pugi::xml_document& tree, platform::Error& error) {
+    return loadItemFile(
+        path, kMostItemBytes,
+        [&](std::string_view bytes, const std::string& name) { return parseItemTree(bytes, name, tree, error); },
+        error);
 }
 
 pugi::xml_node findSubItem(const pugi::xml_node& owner, const char* name) {

@@ -3,6 +3,7 @@ set(QRS_STANDARD_SOURCES
     fontlist.cpp
     fonttool.cpp
     holder.cpp
+    itemcut.cpp
     itemtree.cpp
     layercreation.cpp
     layerdef.cpp
@@ -22,11 +23,13 @@ set(QRS_STANDARD_SOURCES
     standardedit.cpp
     standardreader.cpp
     standardwriter.cpp
+    systemindex.cpp
     startup.cpp
     text.cpp
     textstyles.cpp
     tool.cpp
-    values.cpp)
+    values.cpp
+    xmltext.cpp)
 
 # The standard that serves when there is no file at all is the shipped one, carried inside.
 set(builtin_standard ${CMAKE_CURRENT_BINARY_DIR}/builtinstandard.cpp)

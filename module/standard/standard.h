@@ -30,14 +30,21 @@ struct ObjectColor {
     AcCmColor Color;
 };
 
+class SystemIndex;
+
 // Every list is in file order.
 struct Standard {
+    // The look-up of systems by their names and their layers' names. Groups may come and go before and after the first
+    // call, but not change places.
+    SystemIndex& systems() const;
+
     std::vector<std::unique_ptr<PipeGroupNode>> groups;
     std::vector<std::unique_ptr<OtherLayerNode>> otherLayers;
     std::vector<NameRule> nameRules;
     std::vector<CreateRule> createRules;
     std::vector<TextStyleNode> textStyles;
     std::vector<ObjectColor> objectColors;
+    mutable std::shared_ptr<SystemIndex> index;  // made by systems()
 };
 
 // What the root of a standard file says of it.
@@ -48,7 +55,10 @@ constexpr const char* kRootComment = "Morvel管线系统配置文件";
 // cannot be read, is no well-formed XML or is XML of another kind; out is then untouched.
 bool readStandard(std::wstring_view path, Standard& out, platform::Error& error);
 
-// The same from bytes; name stands for the file in messages.
+// Whether the file can be read and its root says in its Comment that it is a standard file.
+bool isStandardFile(std::wstring_view path);
+
+// Reads a standard from bytes; name stands for the file in messages.
 bool parseStandard(std::string_view bytes, const std::string& name, Standard& out, platform::Error& error);
 
 // The bytes of the file. False, with the reason in error, when a text holds a character that XML cannot carry.

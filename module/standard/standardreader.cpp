@@ -10,13 +10,8 @@
 namespace qrs::standard {
 namespace {
 
-bool isElement(const pugi::xml_node& node, std::string_view name) {
-    return node.type() == pugi::node_element && name == node.name();
-}
-
-template <class Node, std::size_t count>
-void readFields(const pugi::xml_node& item, const Field<Node> (&fields)[count], Node& node,
-                bool inOtherLayers = false) {
+template <class Node, class Row, std::size_t count>
+void readFields(const pugi::xml_node& item, const Row (&fields)[count], Node& node, bool inOtherLayers = false) {
     for (const Field<Node>& field : fields) {
         if (field.onlyInOtherLayers && !inOtherLayers) continue;
         const CString text = itemText(findSubItem(item, field.name));
@@ -45,29 +40,30 @@ void readMap(const pugi::xml_node& map, const Add& add) {
 std::unique_ptr<PipeNode> readPipe(const pugi::xml_node& item) {
     auto pipe = std::make_unique<PipeNode>();
     readFields(findSubItem(item, "BaseInfo"), kPipeFields, *pipe);
+    std::vector<std::unique_ptr<LayerNode>> layers;
     for (const pugi::xml_node& child : item.children("Layer")) {
-        auto layer = readLayer(child, false);
-        layer->LayerType = itemAttribute(child, "LayerType");
-        layer->SystemName = pipe->PipeName;
-        pipe->AddLayerNode(layer.release());
+        layers.push_back(readLayer(child, false));
+        layers.back()->LayerType = itemAttribute(child, "LayerType");
+        layers.back()->SystemName = pipe->PipeName;
     }
     readMap(findSubItem(item, "SysMap"),
             [&pipe](const MapItem& entry) { pipe->SetLayerTypeMapping(entry.SrcItem, entry.DesItem); });
-    pipe->UpdateLayerTypeMap();
+    // Brings the types that borrow a layer up to date, too.
+    pipe->AddLayerNodes(std::move(layers));
     return pipe;
 }
 
-void readPipeSystem(const pugi::xml_node& section, Standard& standard) {
+void readPipeSystem(ItemTree& tree, const pugi::xml_node& section, Standard& standard) {
     for (const pugi::xml_node& item : section.children("PipeGroup")) {
         const bool canName = parseInteger(itemAttribute(item, "CanName")) != 0;
         auto group = std::make_unique<PipeGroupNode>(itemAttribute(item, "Name"), canName);
         for (const pugi::xml_node& pipe : item.children("Pipe"))
-            group->AddPipeSystem(readPipe(pipe).release());
+            group->AddPipeSystem(readPipe(tree.whole(pipe)).release());
         standard.groups.push_back(std::move(group));
     }
 }
 
-void readOtherLayer(const pugi::xml_node& section, Standard& standard) {
+void readOtherLayer(ItemTree& tree, const pugi::xml_node& section, Standard& standard) {
     for (const pugi::xml_node& item : section.children("LayerGroup")) {
         auto group = std::make_unique<OtherLayerNode>(itemAttribute(item, "LayerType"));
         for (const pugi::xml_node& child : item.children()) {
@@ -75,9 +71,9 @@ void readOtherLayer(const pugi::xml_node& section, Standard& standard) {
             // Here, and not in a system, case does not count, and whatever is no layer is the type map: files that
             // older tools wrote come so.
             if (equalNoCase(fromUtf8(child.name()), L"layer")) {
-                group->AddLayerNode(readLayer(child, true).release());
+                group->AddLayerNode(readLayer(tree.whole(child), true).release());
             } else {
-                readMap(child,
+                readMap(tree.whole(child),
                         [&group](const MapItem& entry) { group->AddMapping(entry.SrcItem, entry.DesItem, false); });
             }
         }
@@ -85,7 +81,7 @@ void readOtherLayer(const pugi::xml_node& section, Standard& standard) {
     }
 }
 
-void readLayerNameRule(const pugi::xml_node& section, Standard& standard) {
+void readLayerNameRule(ItemTree&, const pugi::xml_node& section, Standard& standard) {
     for (const pugi::xml_node& item : section.children("NameRule")) {
         NameRule rule;
         rule.LayerType = itemAttribute(item, "LayerType");
@@ -94,7 +90,7 @@ void readLayerNameRule(const pugi::xml_node& section, Standard& standard) {
     }
 }
 
-void readCreatePipeSystemRule(const pugi::xml_node& section, Standard& standard) {
+void readCreatePipeSystemRule(ItemTree&, const pugi::xml_node& section, Standard& standard) {
     for (const pugi::xml_node& item : findSubItem(section, "LinkLayerType").children("CreateRule")) {
         CreateRule rule;
         rule.GroupName = itemAttribute(item, "Name");
@@ -104,7 +100,7 @@ void readCreatePipeSystemRule(const pugi::xml_node& section, Standard& standard)
     }
 }
 
-void readTextStyleSetting(const pugi::xml_node& section, Standard& standard) {
+void readTextStyleSetting(ItemTree&, const pugi::xml_node& section, Standard& standard) {
     for (const pugi::xml_node& item : findSubItem(section, "TextStyleSet").children("TextStyle")) {
         TextStyleNode style;
         style.Key = itemAttribute(item, "Key");
@@ -113,7 +109,7 @@ void readTextStyleSetting(const pugi::xml_node& section, Standard& standard) {
     }
 }
 
-void readObjectColorSetting(const pugi::xml_node& section, Standard& standard) {
+void readObjectColorSetting(ItemTree&, const pugi::xml_node& section, Standard& standard) {
     for (const pugi::xml_node& item : section.children("ObjectColor")) {
         ObjectColor color;
         readFields(item, kObjectColorFields, color);
@@ -123,7 +119,7 @@ void readObjectColorSetting(const pugi::xml_node& section, Standard& standard) {
 
 struct Section {
     const char* name;
-    void (*read)(const pugi::xml_node& section, Standard& standard);
+    void (*read)(ItemTree& tree, const pugi::xml_node& section, Standard& standard);
 };
 
 // Not the order of the file: the rules for layer names are there before the layers.
@@ -136,30 +132,57 @@ constexpr Section kSections[] = {
     {"ObjectColorSetting", readObjectColorSetting},
 };
 
-bool readTree(const pugi::xml_document& tree, const std::string& name, Standard& out, platform::Error& error) {
-    const pugi::xml_node root = tree.document_element();
-    // The root's Comment makes a file one that lists offer; a file that was chosen is loaded without it as well.
-    if (!isElement(root, kRootName)) {
-        error.message = name + "：不是管线系统标准文件（根元素是“" + root.name() + "”）";
-        return false;
-    }
-    Standard standard;
-    for (const Section& section : kSections)
-        section.read(findSubItem(root, section.name), standard);
-    out = std::move(standard);
-    return true;
+const CutRule& cutRule() {
+    static const CutRule rule = [] {
+        CutRule names;
+        for (const Section& section : kSections)
+            names.sections.push_back(section.name);
+        names.bulky = {"PipeSystem", "OtherLayer"};
+        return names;
+    }();
+    return rule;
 }
 
 }  // namespace
 
 bool parseStandard(std::string_view bytes, const std::string& name, Standard& out, platform::Error& error) {
-    pugi::xml_document tree;
-    return parseItemTree(bytes, name, tree, error) && readTree(tree, name, out, error);
+    Standard standard;
+    std::string rootName;
+    const auto read = [&](ItemTree& tree) {
+        standard = Standard();
+        // The root's Comment makes a file one that lists offer; a file that was chosen is loaded without it as well.
+        rootName = tree.root().name();
+        if (rootName != kRootName) return;
+        for (const Section& section : kSections)
+            section.read(tree, findSubItem(tree.root(), section.name), standard);
+    };
+    if (!readItems(bytes, name, cutRule(), read, error)) return false;
+    if (rootName != kRootName) {
+        error.message = name + "：不是管线系统标准文件（根元素是“" + rootName + "”）";
+        return false;
+    }
+    out = std::move(standard);
+    return true;
 }
 
 bool readStandard(std::wstring_view path, Standard& out, platform::Error& error) {
-    pugi::xml_document tree;
-    return loadItemTree(path, tree, error) && readTree(tree, platform::toUtf8(path), out, error);
+    const auto parse = [&](std::string_view bytes, const std::string& name) {
+        return parseStandard(bytes, name, out, error);
+    };
+    return loadItemFile(path, kMostItemBytes, parse, error);
+}
+
+bool isStandardFile(std::wstring_view path) {
+    platform::Error error;
+    std::string comment;
+    const auto readRoot = [&](ItemTree& tree) {
+        comment = tree.root().attribute("Comment").value();
+        tree.readAll();
+    };
+    const auto parse = [&](std::string_view bytes, const std::string& name) {
+        return readItems(bytes, name, cutRule(), readRoot, error);
+    };
+    return loadItemFile(path, kMostItemBytes, parse, error) && comment == kRootComment;
 }
 
 }  // namespace qrs::standard

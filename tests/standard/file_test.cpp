@@ -233,6 +233,41 @@ TEST(StandardFile, ReadsIrregularFiles) {
     EXPECT_TRUE(standard.nameRules.empty() && standard.createRules.empty() && standard.objectColors.empty());
 }
 
+// Systems and layers are parsed one by one. A document type keeps a file from that, and makes no other difference.
+TEST(StandardFile, ReadsPieceByPieceWhatItReadsWhole) {
+    const std::string pipe = "<Pipe><BaseInfo><PipeName>J</PipeName></BaseInfo><Layer LayerType='管线'/></Pipe>";
+    const auto groups = [](const std::string& items) {
+        return file("<PipeSystem><PipeGroup Name='a'>" + items + "</PipeGroup></PipeSystem>");
+    };
+    const std::string bodies[] = {
+        groups(pipe + "text<!-- <Pipe> -->" + pipe + "<Pipe/><pipe>" + pipe + "</pipe>"),
+        groups(
+            "<Pipe a='>' b=\"'/>\"><BaseInfo><PipeName><![CDATA[</Pipe>]]></PipeName></BaseInfo></Pipe><?x </Pipe>?>"),
+        groups("<Pipe><BaseInfo><PipeName>&lt;&#x4E00;</PipeName></BaseInfo>\r\n</Pipe >"),
+        groups("<Pipe><OtherLayer><LayerGroup LayerType='inside'><Layer/></LayerGroup></OtherLayer></Pipe>"),
+        file("<x><PipeSystem><PipeGroup Name='deeper'>" + pipe + "</PipeGroup></PipeSystem></x>"),
+        file("<OtherLayer><PipeSystem><PipeGroup Name='in'>" + pipe + "</PipeGroup></PipeSystem></OtherLayer>"),
+        file("<OtherLayer><LayerGroup LayerType='o'><Layer><LayerKey>k</LayerKey></Layer><Map><MapItem><SrcItem>a"
+             "</SrcItem><DesItem>k</DesItem></MapItem></Map></LayerGroup></OtherLayer><!--<PipeSystem>-->"),
+        groups("\n<Pipe><BaseInfo></Pipe></BaseInfo>"),
+        groups("\n" + pipe + "\n<Pipe>&#1;</Pipe>"),
+        groups("\n" + pipe + "\n<Pipe><a b='></Pipe>"),
+        groups("\n" + pipe + "</PipeGroup><PipeGroup></Pipe>"),
+        groups("\n" + pipe + "<Pipe") + "\n",
+    };
+    for (const std::string& body : bodies) {
+        std::string told[2];
+        for (const bool isWhole : {false, true}) {
+            Standard standard;
+            platform::Error error;
+            const bool isRead =
+                parseStandard((isWhole ? "<!DOCTYPE Morvel>" : "") + body, "test.qdsl", standard, error);
+            told[isWhole] = isRead ? format(standard) : error.message;
+        }
+        EXPECT_EQ(told[false], told[true]) << body;
+    }
+}
+
 TEST(StandardFile, RefusesWhatIsNoStandard) {
     for (const auto& [bytes, line] :
          std::vector<std::pair<std::string, std::string>>{{"", "1"},
