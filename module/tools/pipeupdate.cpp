@@ -103,7 +103,7 @@ class PipeUpdate {
     // Whether the pipe bears a name that the standard no longer uses. One without a name of its own is named by its
     // type, which follows the standard by itself.
     static bool bearsOldName(const TDbPipe& pipe, const CString& system) {
-        const std::wstring name = pipe.GetPipeSystemName();
+        const std::wstring name = pipe.GetDrawnSystemName();
         return !name.empty() && standard::makeText(name) != system;
     }
 

@@ -2,8 +2,10 @@
 #include "host/objectarx/db/access.h"
 #include "PipeSystemTool.h"
 #include "qrs_pipewire.h"
+#include "qrs_riser.h"
 #include "qrs_select.h"
 #include "standard/holder.h"
+#include "standard/startup.h"
 #include "support.h"
 
 using namespace PipeSystemTool;
@@ -24,7 +26,7 @@ class PipeQueries : public testing::Test {
         standard.groups.push_back(std::move(group));
         StandardHolder::instance().adopt(std::move(standard), L"\\memory.qdsl");
     }
-    ~PipeQueries() override { StandardHolder::release(); }
+    ~PipeQueries() override { releaseStandard(); }
 
     static PipeNode* makeSystem(const wchar_t* name, std::initializer_list<const wchar_t*> types) {
         auto* system = new PipeNode;
@@ -86,6 +88,43 @@ TEST_F(PipeQueries, TheSystemOfAPipe) {
     EXPECT_EQ(GetPipeSystemName(id), L"未知系统") << "no standard";
     EXPECT_FALSE(SetPipeSystemName(id, L"给水"));
     EXPECT_EQ(AcDbObjectPointer<TDbPipe>(id)->GetPipeSystemName(), L"自定");
+}
+
+// A pipe drawn under an old name, or with a type code alone, belongs to the system that has the name now.
+TEST_F(PipeQueries, OldNamesAreTheCurrentSystem) {
+    const auto load = [](const wchar_t* oldName, const wchar_t* name) {
+        Standard standard;
+        standard.groups.push_back(std::make_unique<PipeGroupNode>(L"Water"));
+        standard.groups.back()->AddPipeSystem(makeSystem(name, {L"立管"}));
+        standard.groups.back()->FindPipeSystem(0)->PipeOriginalName = oldName;
+        StandardHolder::instance().adopt(std::move(standard), L"\\memory.qdsl");
+        convertOldSystemNames();
+    };
+    const TPipeCurve riser = TPipeCurve::Line({0, 0, 0}, {0, 0, 3000});
+    const AcDbObjectId old = addPipe(riser);
+    const AcDbObjectId typed = addPipe(riser);
+    AcDbObjectPointer<TDbPipe>(old, AcDb::kForWrite)->SetPipeSystemName(L"给水");
+    AcDbObjectPointer<TDbPipe>(typed, AcDb::kForWrite)->SetPipeSysType(GetSysType(L"给水"));
+    load(L"给水", L"生活给水");
+    EXPECT_EQ(AcDbObjectPointer<TDbPipe>(old)->GetPipeSystemName(), L"生活给水");
+    EXPECT_EQ(AcDbObjectPointer<TDbPipe>(old)->GetDrawnSystemName(), L"给水") << "the drawing stays as it is";
+    TDbPsConfig* shown = GetDwgPsGlobal(&database);
+    shown->HideCustomPipeSystem(L"给水");
+    EXPECT_FALSE(shown->IsCustomPipeSystemShown(L"生活给水"));
+    shown->ShowCustomPipeSystem(L"生活给水");
+    EXPECT_TRUE(shown->IsCustomPipeSystemShown(L"给水"));
+    TRiserReader reader({});
+    TRiser read;
+    for (const AcDbObjectId& id : {old, typed}) {
+        EXPECT_EQ(GetPipeSystemName(id), L"生活给水");
+        ASSERT_TRUE(reader.Read(*AcDbObjectPointer<TDbPipe>(id).object(), read));
+        EXPECT_EQ(read.systemName.empty() ? GetSystypeName(read.sysType) : read.systemName, L"生活给水");
+        SetPipeLayer(id, GetPipeSystemName(id));
+        EXPECT_EQ(layersOf(id), L"生活给水-立管 - -");
+    }
+    load(L"污水", L"生活污水");
+    EXPECT_EQ(GetPipeSystemName(old), L"给水") << "the pairs of the standard before have gone";
+    EXPECT_EQ(GetPipeSystemName(typed), L"给水");
 }
 
 TEST_F(PipeQueries, LayersFollowTheSystemAndThePath) {

@@ -1,5 +1,7 @@
 // What a drawing shows of its pipe systems, and redrawing.
+#include <algorithm>
 #include <cwchar>
+#include <iterator>
 #include <map>
 #include <memory>
 
@@ -25,7 +27,9 @@ void dropClosedDrawings(Configurations& configurations) {
 
 void TDbPsConfig::ShowCustomPipeSystem(const std::wstring& name) {
     recordCall("TDbPsConfig::ShowCustomPipeSystem", name);
-    hiddenNames_.erase(name);
+    const std::wstring current = CurrentPipeSystemName(name);
+    for (auto hidden = hiddenNames_.begin(); hidden != hiddenNames_.end();)
+        hidden = CurrentPipeSystemName(*hidden) == current ? hiddenNames_.erase(hidden) : std::next(hidden);
 }
 
 void TDbPsConfig::HideCustomPipeSystem(const std::wstring& name) {
@@ -34,7 +38,9 @@ void TDbPsConfig::HideCustomPipeSystem(const std::wstring& name) {
 }
 
 bool TDbPsConfig::IsCustomPipeSystemShown(const std::wstring& name) const {
-    return hiddenNames_.count(name) == 0;
+    const std::wstring current = CurrentPipeSystemName(name);
+    return std::none_of(hiddenNames_.begin(), hiddenNames_.end(),
+                        [&](const std::wstring& hidden) { return CurrentPipeSystemName(hidden) == current; });
 }
 
 void TDbPsConfig::ShowSystem(int sysType, int show) {

@@ -1,5 +1,5 @@
 // Stand-in for the suite's closed pipe library: pipes, what belongs to them, and vertical sections, as entities of the
-// drawing. How they lie in drawing files is told in docs/pipe-entities.md.
+// drawing. How they lie in drawing files is told in pipe-entities.md.
 //
 //     auto* pipe = new TDbPipe;
 //     pipe->SetCurve(TPipeCurve::Line({0, 0, 0}, {3000, 0, 0}));
@@ -54,8 +54,11 @@ class QRS_HOST_PORT TDbPipePrototype : public AcDbEntity {
   public:
     ACRX_DECLARE_MEMBERS(TDbPipePrototype)
 
-    // The name the pipe itself bears; empty when it reports none, as pipes of built-in systems may.
+    // The name the pipe itself bears, as it is called now (CurrentPipeSystemName); empty when it reports none, as pipes
+    // of built-in systems may.
     std::wstring GetPipeSystemName() const;
+    // The name it was drawn under, which may be an old one.
+    std::wstring GetDrawnSystemName() const;
     Acad::ErrorStatus SetPipeSystemName(const std::wstring& name);
     // The type code of its system (GetSysType); kCustomSysType for a new pipe.
     int GetPipeSysType() const;

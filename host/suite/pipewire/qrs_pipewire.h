@@ -2,6 +2,7 @@
 //
 //     SetPipeSystemName(L"给水", L"生活给水");
 //     int type = GetSysType(L"生活给水");     // the type of "给水"
+//     pipe->GetPipeSystemName();             // "生活给水" for one that was drawn as "给水"
 //     GetDwgPsGlobal(database)->ShowSystem(type, 1);
 #pragma once
 
@@ -21,7 +22,7 @@
 QRS_HOST_PORT void SetPipeSystemName(const std::wstring& oldName, const std::wstring& currentName);
 // The current name of an old one; the name itself when the table does not hold it.
 QRS_HOST_PORT std::wstring CurrentPipeSystemName(const std::wstring& oldName);
-// Empties the table.
+// Empties the table: every pipe is known by the name it bears again.
 QRS_HOST_PORT void ClearPipeSystemNames();
 
 // The type code of systems the library does not know: those a user defined.
@@ -29,7 +30,7 @@ constexpr int kCustomSysType = 0;
 // The type of a system: of a built-in one (1 and up) by its own name or by the current name it was given with
 // SetPipeSystemName; kCustomSysType for any other name.
 QRS_HOST_PORT int GetSysType(const std::wstring& systemName);
-// The built-in name of a type; "未知系统" for any other number.
+// The current name of a built-in type's system; "未知系统" for any other number.
 QRS_HOST_PORT std::wstring GetSystypeName(int sysType);
 
 // --- Colours of the suite's objects ---
@@ -52,7 +53,8 @@ QRS_HOST_PORT void ResetObjectColors();
 // open: nothing is written into the drawing, so showing everything leaves an untouched drawing untouched.
 class QRS_HOST_PORT TDbPsConfig {
   public:
-    // A user-defined system, by name (exactly compared).
+    // A user-defined system, by name (exactly compared). What was hidden under an old name is hidden, and shown, as the
+    // system that has it now.
     void ShowCustomPipeSystem(const std::wstring& name);
     void HideCustomPipeSystem(const std::wstring& name);
     bool IsCustomPipeSystemShown(const std::wstring& name) const;

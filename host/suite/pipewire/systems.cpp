@@ -53,7 +53,7 @@ int GetSysType(const std::wstring& systemName) {
 
 std::wstring GetSystypeName(int sysType) {
     if (sysType < 1 || sysType > builtInCount) return L"未知系统";
-    return builtInSystems[sysType - 1];
+    return CurrentPipeSystemName(builtInSystems[sysType - 1]);
 }
 
 std::vector<TObjectColor>& ObjectUtility::AllObjectColors() {

@@ -7,6 +7,7 @@
 #include "dbsymtb.h"
 #include "entities/fieldrow.h"
 #include "qrs_pipeentity.h"
+#include "qrs_pipewire.h"
 
 using qrs::suite::FieldRow;
 using qrs::suite::readRows;
@@ -225,6 +226,10 @@ bool TPipeCurve::operator==(const TPipeCurve& other) const {
 // --- what pipes share
 
 std::wstring TDbPipePrototype::GetPipeSystemName() const {
+    return CurrentPipeSystemName(GetDrawnSystemName());
+}
+
+std::wstring TDbPipePrototype::GetDrawnSystemName() const {
     assertReadEnabled();
     return values_.systemName;
 }

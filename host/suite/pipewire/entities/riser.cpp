@@ -9,6 +9,7 @@
 #include "host/objectarx/db/tagwalk.h"
 #include "host/platform/codepage.h"
 #include "host/platform/text.h"
+#include "qrs_pipewire.h"
 
 using qrs::host::ObjectTag;
 using qrs::host::ObjectTagWalk;
@@ -161,6 +162,7 @@ bool TRiserReader::Read(const TDbPipe& pipe, TRiser& riser) {
     if (!scan.run(*this)) return ReadByGetters(pipe, riser);
     if (!scan.curve().IsVertical()) return false;
     Decode(scan, scan.systemName(), riser.systemName);
+    riser.systemName = CurrentPipeSystemName(riser.systemName);
     riser.sysType = scan.sysType();
     riser.items.resize(itemNames_.size());
     for (std::size_t i = 0; i < itemNames_.size(); ++i)
