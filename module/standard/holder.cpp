@@ -3,12 +3,25 @@
 
 #include <utility>
 
+#include "acutads.h"
+
 namespace qrs::standard {
 namespace {
 
 std::unique_ptr<StandardHolder>& holder() {
     static std::unique_ptr<StandardHolder> only;
     return only;
+}
+
+// True from the first attempt to load a standard on, whatever became of it.
+bool wasStarted = false;
+
+// A sibling that is linked against the module has it mapped; without its start there is nothing to answer from. Told
+// once, since answers of a miss look like answers.
+void tellNotStarted() {
+    static bool isTold = false;
+    if (wasStarted || std::exchange(isTold, true)) return;
+    acutPrintf(L"\n管线系统模块 qrs_pipeSystem 没有启动，没有管线系统标准可以查询。请先加载它。\n");
 }
 
 }  // namespace
@@ -22,29 +35,22 @@ void StandardHolder::release() {
     holder().reset();
 }
 
+void StandardHolder::start() {
+    wasStarted = true;
+}
+
 void StandardHolder::adopt(Standard standard, const CString& path) {
-    layers_.clear();
+    start();
     standard_ = std::move(standard);
     path_ = path;
     loaded_ = true;
 }
 
-void StandardHolder::initLayers() {
-    layers_.clear();
-    for (const auto& group : standard_.groups)
-        group->InitLayers(layers_);
-    for (const auto& group : standard_.otherLayers)
-        group->GetAllLayer(layers_);
-}
-
-LayerNode* StandardHolder::findLayer(const CString& layerName) const {
-    const auto found = layers_.find(layerName);
-    return found != layers_.end() ? found->second : nullptr;
-}
-
 Standard* currentStandard() {
     StandardHolder& current = StandardHolder::instance();
-    return current.isLoaded() ? &current.standard() : nullptr;
+    if (current.isLoaded()) return &current.standard();
+    tellNotStarted();
+    return nullptr;
 }
 
 }  // namespace qrs::standard

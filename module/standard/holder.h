@@ -23,6 +23,9 @@ class StandardHolder {
     // Deletes the holder and the standard in it, if there is one; every pointer into the tree ends here.
     static void release();
 
+    // The module has been started: that there is no standard, if so, has been told.
+    static void start();
+
     StandardHolder(const StandardHolder&) = delete;
     StandardHolder& operator=(const StandardHolder&) = delete;
 
@@ -37,22 +40,16 @@ class StandardHolder {
 
     LinetypeTextSettings& linetypeText() { return linetypeText_; }
 
-    // Makes the look-up of layers by name anew: pipe systems in order, then the groups of other layers.
-    void initLayers();
-    // The first layer of that name as of the last initLayers; null when there is none.
-    LayerNode* findLayer(const CString& layerName) const;
-
   private:
     StandardHolder() = default;
 
     Standard standard_;
     CString path_;
     bool loaded_ = false;
-    LayerNameMap layers_;
     LinetypeTextSettings linetypeText_;
 };
 
-// The loaded standard; null when none is loaded.
+// The loaded standard; null when none is loaded, with a message the first time when the module was never started.
 Standard* currentStandard();
 
 }  // namespace qrs::standard

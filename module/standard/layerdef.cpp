@@ -1,4 +1,5 @@
 // The layer definitions of older installations: LAYERDEF.DAT of the system folder.
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -17,6 +18,7 @@ namespace qrs::standard {
 namespace {
 
 constexpr const wchar_t* kFileName = L"LAYERDEF.DAT";
+constexpr std::uint64_t kMostBytes = 64u << 20;
 constexpr wchar_t kReplacement = 0xFFFD;  // stands for bytes that are no text
 
 struct OldDefinition {
@@ -117,10 +119,10 @@ void report(const std::wstring& path, const std::vector<int>& badLines) {
 void readOldLayerDefinitions() {
     const Standard* standard = currentStandard();
     const std::wstring path = platform::joinPath(view(g_csSysPath), kFileName);
-    if (standard == nullptr || !platform::fileExists(path)) return;
-    std::string bytes;
     platform::Error error;
-    if (!platform::readFile(platform::nativePath(path), bytes, error)) {
+    if (standard == nullptr || platform::presenceOf(path, error) == platform::Presence::Missing) return;
+    std::string bytes;
+    if (!platform::readOrdinaryFile(platform::nativePath(path), kMostBytes, bytes, error)) {
         acutPrintf(L"\n旧图层定义没有读取：%s\n", platform::fromUtf8(error.message).c_str());
         return;
     }

@@ -1,8 +1,8 @@
 // Chooses the standard file, loads it and remembers the choice.
 #include "acutads.h"
 #include "host/platform/codepage.h"
-#include "host/platform/files.h"
 #include "qrs_kernal.h"
+#include "qrs_standard.h"
 #include "standard/holder.h"
 #include "standard/startup.h"
 #include "standard/text.h"
@@ -10,34 +10,23 @@
 namespace qrs::standard {
 namespace {
 
-constexpr const wchar_t* kDefaultFile = L"pwx.qdsl";
-constexpr const wchar_t* kChoiceKey = L"PipeSystemSetting";
-constexpr const wchar_t* kChoiceValue = L"StandardFile";
+constexpr const wchar_t* kDefaultServes = L"本次改用默认标准。";
+constexpr const wchar_t* kNoneServes = L"现在没有管线系统标准。";
+constexpr const wchar_t* kLoadedServes = L"仍使用已载入的标准。";
 
-// The user's choice as a full path; empty when there is none or no file lies there.
-std::wstring chosenFile(const std::wstring& value) {
-    if (value.empty()) return {};
-    const bool bareName = value.find(L'\\') == std::wstring::npos;
-    std::wstring path = bareName ? platform::joinPath(view(g_csSysPath), value) : value;
-    return platform::fileExists(path) ? path : std::wstring();
+bool tellFailure(const platform::Error& error, const wchar_t* consequence) {
+    acutPrintf(L"\n管线系统标准文件没有载入：%s。%s\n", platform::fromUtf8(error.message).c_str(), consequence);
+    return false;
 }
 
 // False, with a message that ends in the consequence, when the file does not load.
 bool load(StandardHolder& holder, const std::wstring& path, const wchar_t* consequence) {
     Standard standard;
     platform::Error error;
-    if (!readStandard(path, standard, error)) {
-        acutPrintf(L"\n管线系统标准文件没有载入：%s。%s\n", platform::fromUtf8(error.message).c_str(), consequence);
-        return false;
-    }
+    if (!readStandard(path, standard, error)) return tellFailure(error, consequence);
     holder.adopt(std::move(standard), makeText(path));
+    QrsExport::SetStandardInUse({path, false});
     return true;
-}
-
-void remember(const std::wstring& path) {
-    if (!TRegKey(GetRegLocation(kChoiceKey)).WriteString(kChoiceValue, path)) {
-        acutPrintf(L"\n不能保存当前管线系统标准的设置：%s\n", path.c_str());
-    }
 }
 
 bool loadBuiltin(StandardHolder& holder, const std::wstring& path) {
@@ -45,34 +34,37 @@ bool loadBuiltin(StandardHolder& holder, const std::wstring& path) {
     platform::Error error;
     if (!parseStandard(builtinStandard(), platform::toUtf8(path), standard, error)) return false;
     holder.adopt(std::move(standard), makeText(path));
+    QrsExport::SetStandardInUse({path, true});
     return true;
 }
 
-std::wstring chosenFile() {
-    return chosenFile(TRegKey(GetRegLocation(kChoiceKey)).GetString(kChoiceValue, L""));
+// Told only when the next start would choose another file.
+void remember(const std::wstring& path) {
+    if (QrsExport::ChooseStandardFile(path)) return;
+    if (platform::compareNoCase(QrsExport::ChosenStandardFile(), path) == 0) return;
+    acutPrintf(L"\n不能保存当前管线系统标准的设置：%s\n", path.c_str());
 }
 
-std::wstring defaultFile() {
-    return platform::joinPath(view(g_csSysPath), kDefaultFile);
+bool isDefault(const std::wstring& path) {
+    return platform::compareNoCase(path, QrsExport::DefaultStandardFile()) == 0;
 }
 
 }  // namespace
 
 bool loadCurrentStandard() {
+    StandardHolder::start();
     StandardHolder& holder = StandardHolder::instance();
     if (holder.isLoaded()) return true;
-    const std::wstring chosen = chosenFile();
-    const std::wstring byDefault = defaultFile();
-    const bool choseDefault = chosen.empty() || platform::compareNoCase(chosen, byDefault) == 0;
-    if (!choseDefault) {
-        if (load(holder, chosen, L"本次改用默认标准。")) {
-            remember(chosen);
-            return true;
-        }
+    const std::wstring chosen = QrsExport::StandardFileToLoad();
+    const bool choseDefault = isDefault(chosen);
+    if (!choseDefault && load(holder, chosen, kDefaultServes)) {
+        remember(chosen);
+        return true;
     }
+    const std::wstring byDefault = QrsExport::DefaultStandardFile();
     // A missing default file is no failure: the standard carried inside serves, and no choice is written.
-    if (!platform::fileExists(byDefault)) return loadBuiltin(holder, byDefault);
-    if (!load(holder, byDefault, L"现在没有管线系统标准。")) return false;
+    if (QrsExport::IsStandardFileMissing(byDefault)) return loadBuiltin(holder, byDefault);
+    if (!load(holder, byDefault, kNoneServes)) return false;
     // When the chosen file failed, the choice stays: once the file is mended it counts again.
     if (choseDefault) remember(byDefault);
     return true;
@@ -81,10 +73,9 @@ bool loadCurrentStandard() {
 bool reloadCurrentStandard() {
     StandardHolder& holder = StandardHolder::instance();
     if (holder.isLoaded()) {
-        const std::wstring chosen = chosenFile();
-        const std::wstring path = chosen.empty() ? defaultFile() : chosen;
+        const std::wstring path = QrsExport::StandardFileToLoad();
         // Without any file what serves now serves on.
-        if (!platform::fileExists(path) || !load(holder, path, L"仍使用已载入的标准。")) return false;
+        if (QrsExport::IsStandardFileMissing(path) || !load(holder, path, kLoadedServes)) return false;
         remember(path);
     } else if (!loadCurrentStandard()) {
         return false;

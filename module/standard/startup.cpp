@@ -3,12 +3,16 @@
 
 #include "qrs_kernal.h"
 #include "qrs_pipewire.h"
+#include "qrs_standard.h"
 #include "standard/holder.h"
+#include "standard/systemindex.h"
 #include "standard/text.h"
 
 namespace qrs::standard {
 
 void convertOldSystemNames() {
+    // Those of the standard before would call systems by names that this one may give to others.
+    ClearPipeSystemNames();
     const Standard* standard = currentStandard();
     if (standard == nullptr) return;
     for (const auto& group : standard->groups)
@@ -36,11 +40,14 @@ void readLinetypeTextSettings() {
 }
 
 void initLayerMaps() {
-    StandardHolder::instance().initLayers();
+    const Standard* standard = currentStandard();
+    if (standard != nullptr) standard->systems().refresh();
 }
 
 void releaseStandard() {
     StandardHolder::release();
+    ClearPipeSystemNames();
+    QrsExport::SetStandardInUse({});
 }
 
 }  // namespace qrs::standard

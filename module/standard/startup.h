@@ -5,11 +5,11 @@
 
 namespace qrs::standard {
 
-// Chooses the standard file and loads it. The user's choice (StandardFile of the PipeSystemSetting key) comes first:
-// a bare name lies in the system folder; one that names no file falls back silently to pwx.qdsl there; one that does
-// not load falls back to it with a message. Where that file is missing the built-in default serves; where it does not
-// load there is no standard, with a message. Only the load of the chosen (or, without a choice, the default) file
-// writes its path back. Nothing happens when a standard is loaded already.
+// Chooses the standard file and loads it. The user's choice (QrsExport::ChosenStandardFile) comes first: one that names
+// no file falls back silently to pwx.qdsl of the system folder; one that does not load, or that cannot be looked at,
+// falls back to it with a message. Where that file is missing the built-in default serves; where it does not load, or
+// cannot be looked at, there is no standard, with a message. Only the load of the chosen (or, without a choice, the
+// default) file writes its path back. Nothing happens when a standard is loaded already.
 // False when no standard is loaded.
 bool loadCurrentStandard();
 
@@ -25,7 +25,7 @@ bool reloadCurrentStandard();
 // get one message with their line numbers and are skipped.
 void readOldLayerDefinitions();
 
-// Tells the pipe library the current names of the systems that have older ones.
+// Tells the pipe library the current names of the systems that have older ones, in place of all it was told before.
 void convertOldSystemNames();
 
 // Gives the kinds of objects their own colours, then those of the standard.
@@ -35,10 +35,10 @@ void applyObjectColors();
 // the setting as it is. Needs no standard.
 void readLinetypeTextSettings();
 
-// Builds the look-up of layers by name.
+// Puts every name of the standard into the look-up, so that the first question is as quick as the later ones.
 void initLayerMaps();
 
-// Deletes the standard and everything held with it.
+// Deletes the standard and everything held with it; systems have no old names then.
 void releaseStandard();
 
 }  // namespace qrs::standard

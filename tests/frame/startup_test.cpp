@@ -1,4 +1,6 @@
 // Start-up over what is there and what is missing; the files it reads.
+#include <sys/stat.h>
+
 #include "accmd.h"
 #include "FontTool.h"
 #include "frame/specdata.h"
@@ -133,6 +135,12 @@ TEST_F(StartUp, AValueThatCannotBeSavedIsToldOnce) {
     unload();
     EXPECT_EQ(count(terminal.transcript, message), 0u) << "nothing is lost this time";
     EXPECT_EQ(g_nAlignTypeForVPipeDim4, 3);
+}
+
+TEST_F(StartUp, APipeInPlaceOfTheConfigurationIsNotWaitedFor) {
+    ASSERT_EQ(mkfifo((folder.path() / "CmdConfig.xml").c_str(), 0644), 0);
+    load();
+    EXPECT_EQ(count(terminal.transcript, L"CmdConfig.xml 处理"), 1u) << platform::toUtf8(terminal.transcript);
 }
 
 TEST_F(StartUp, FilesAreFoundInTheSystemFolderFirst) {

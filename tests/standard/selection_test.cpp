@@ -1,5 +1,6 @@
 // Which standard is current, what is remembered, and what the start does with it.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -13,9 +14,11 @@
 #include "PipeSystemTool.h"
 #include "qrs_kernal.h"
 #include "qrs_pipewire.h"
+#include "qrs_standard.h"
 #include "standard/holder.h"
 #include "standard/startup.h"
 #include "standard/text.h"
+#include "tests/platform/scratch.h"
 
 using namespace qrs::standard;
 namespace fs = std::filesystem;
@@ -152,6 +155,101 @@ TEST_F(Selection, AFileThatDoesNotLoadIsNeverRemembered) {
     EXPECT_EQ(PipeSystemTool::OriginSystemNameToCurrentName(L"消防"), L"");
 }
 
+// Whatever keeps a file from being read, but that it is not there, is told, and leaves the choice as it is.
+class Unreadable : public Selection, public testing::WithParamInterface<const char*> {
+  protected:
+    ~Unreadable() override { fs::permissions(folder / "closed", fs::perms::owner_all); }
+
+    void make(const fs::path& path) const {
+        const std::string kind = GetParam();
+        if (kind == "loop") fs::create_symlink(path.filename(), path);
+        if (kind == "pipe") ASSERT_EQ(mkfifo(path.c_str(), 0644), 0);
+        if (kind == "folder out of reach") fs::create_symlink(folder / "closed/any", path);
+        if (kind == "no permission") std::ofstream(path.string()).flush(), fs::permissions(path, fs::perms::none);
+        if (kind == "too large") std::ofstream(path.string()).flush(), fs::resize_file(path, (512u << 20) + 1);
+    }
+};
+
+TEST_P(Unreadable, IsToldAndTheChoiceStays) {
+    fs::create_directory(folder / "closed");
+    put("closed/any", "");
+    fs::permissions(folder / "closed", fs::perms::none);
+    putStandard("sys/pwx.qdsl", "default");
+    make(folder / "sys/office.qdsl");
+    choose(L"office.qdsl");
+    const OrdinaryUser user;
+    if (!user) GTEST_SKIP() << "no other user to be";
+    EXPECT_TRUE(loadCurrentStandard());
+    EXPECT_EQ(loadedGroup(), "default");
+    EXPECT_EQ(chosen(), L"office.qdsl");
+    EXPECT_EQ(messages(), 1) << listener.printed;
+    EXPECT_NE(listener.printed.find("office.qdsl"), std::string::npos) << listener.printed;
+    EXPECT_FALSE(reloadCurrentStandard());
+    EXPECT_EQ(messages(), 2) << listener.printed;
+    EXPECT_EQ(loadedGroup(), "default");
+}
+
+TEST_P(Unreadable, DefaultFileIsNotReplacedByTheBuiltInStandard) {
+    fs::create_directory(folder / "closed");
+    put("closed/any", "");
+    fs::permissions(folder / "closed", fs::perms::none);
+    make(folder / "sys/pwx.qdsl");
+    const OrdinaryUser user;
+    if (!user) GTEST_SKIP() << "no other user to be";
+    EXPECT_FALSE(loadCurrentStandard());
+    EXPECT_EQ(currentStandard(), nullptr);
+    EXPECT_EQ(chosen(), L"(none)");
+    EXPECT_EQ(messages(), 1) << listener.printed;
+}
+
+INSTANTIATE_TEST_SUITE_P(Selection, Unreadable,
+                         testing::Values("loop", "pipe", "folder out of reach", "no permission", "too large"));
+
+TEST_F(Selection, OldLayerDefinitionsAreAnOrdinaryFile) {
+    ASSERT_EQ(mkfifo((folder / "sys/LAYERDEF.DAT").c_str(), 0644), 0);
+    ASSERT_TRUE(loadCurrentStandard());
+    readOldLayerDefinitions();
+    EXPECT_EQ(messages(), 1) << listener.printed;
+}
+
+TEST_F(Selection, SettingsThatCannotBeWrittenAreToldOnlyWhenTheChoiceIsLost) {
+    putStandard("sys/pwx.qdsl", "default");
+    for (const std::wstring& value : {inner("sys/pwx.qdsl"), std::wstring(L"pwx.qdsl"), std::wstring(L"gone.qdsl")}) {
+        choose(value);
+        fs::permissions(folder / "settings.ini", fs::perms(0444));
+        {
+            const OrdinaryUser user;
+            if (!user) GTEST_SKIP() << "no other user to be";
+            listener.printed.clear();
+            EXPECT_TRUE(loadCurrentStandard());
+            EXPECT_EQ(messages(), value == L"gone.qdsl" ? 1 : 0) << listener.printed;
+            releaseStandard();
+        }
+        fs::permissions(folder / "settings.ini", fs::perms::owner_all);
+    }
+}
+
+TEST_F(Selection, TellsTheHostWhatServes) {
+    EXPECT_TRUE(QrsExport::GetStandardInUse().file.empty());
+    EXPECT_TRUE(loadCurrentStandard());
+    EXPECT_EQ(QrsExport::GetStandardInUse().file, inner("sys/pwx.qdsl"));
+    EXPECT_TRUE(QrsExport::GetStandardInUse().isBuiltIn);
+    putStandard("sys/office.qdsl", "office");
+    putStandard("sys/pwx.qdsl", "default");
+    choose(L"office.qdsl");
+    EXPECT_TRUE(reloadCurrentStandard());
+    EXPECT_EQ(QrsExport::GetStandardInUse().file, inner("sys/office.qdsl"));
+    EXPECT_FALSE(QrsExport::GetStandardInUse().isBuiltIn);
+    QrsExport::UseDefaultStandardFile();
+    EXPECT_TRUE(reloadCurrentStandard());
+    EXPECT_EQ(loadedGroup(), "default");
+    platform::Error error;
+    EXPECT_TRUE(platform::Settings::user().useFile(folder / "settings.ini", error));
+    EXPECT_EQ(chosen(), inner("sys/office.qdsl")) << "that was for one run";
+    releaseStandard();
+    EXPECT_TRUE(QrsExport::GetStandardInUse().file.empty());
+}
+
 TEST_F(Selection, BuiltInStandardServesWithoutAFile) {
     EXPECT_TRUE(loadCurrentStandard());
     EXPECT_EQ(chosen(), L"(none)");
@@ -166,7 +264,6 @@ TEST_F(Selection, BuiltInStandardServesWithoutAFile) {
     convertOldSystemNames();
     EXPECT_EQ(CurrentPipeSystemName(L"循环回水"), L"循环冷却回水");
     initLayerMaps();
-    EXPECT_EQ(StandardHolder::instance().findLayer(L"公用-表格")->LayerType, L"表格");
     AcCmColor red;
     red.setColorIndex(1);
     currentStandard()->objectColors = {{L"井", red}, {L"没有", red}};

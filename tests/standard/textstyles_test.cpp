@@ -93,6 +93,10 @@ TEST_F(TextStyles, AreFoundByNameAndByKind) {
         EXPECT_EQ(info.Key, keys[i]);
         EXPECT_EQ(GetTextStyleName(static_cast<TextStyleEnum>(i)), info.Name);
     }
+    EXPECT_EQ(GetTextStyleHeight(0, -1.0), GetTextStyleHeight(kPipeDnTextStyle, -2.0)) << "a number, no null pointer";
+    EXPECT_TRUE(SetTextStyleScale(0, 0.25));
+    EXPECT_EQ(GetTextStyleScale(kPipeDnTextStyle, 1.0), 0.25);
+    EXPECT_TRUE(SetTextStyleScale(0, 0.7));
     EXPECT_EQ(GetTextStyleName(static_cast<TextStyleEnum>(10)), L"");
 
     // Of two settings the first one counts; names and keys are exact.
