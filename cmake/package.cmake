@@ -40,6 +40,9 @@ foreach(face ${faces})
     install(FILES ${headers} DESTINATION ${header_folder}/${folder})
 endforeach()
 
+# The pages that the headers refer to.
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
+
 install(EXPORT qrs_pipeSystemTargets NAMESPACE qrs:: DESTINATION ${package_folder})
 configure_package_config_file(cmake/qrs_pipeSystemConfig.cmake.in ${CMAKE_BINARY_DIR}/qrs_pipeSystemConfig.cmake
     INSTALL_DESTINATION ${package_folder})

@@ -21,7 +21,7 @@ struct RawOptions {
     std::vector<std::string> lines, plugins, support, compared;
     unsigned codePage = 0;
     double timeout = 0;
-    bool inPlace = false, keepGoing = false, asJson = false;
+    bool inPlace = false, keepGoing = false, asJson = false, withoutModule = false;
 };
 
 // An option that may be given several times, each time with exactly one value taken as it is.
@@ -51,9 +51,11 @@ void describe(CLI::App& app, RawOptions& raw) {
         app.add_flag("--in-place", raw.inPlace, "Write the drawing over itself at the end; the old one stays as .bak");
     output->excludes(inPlace);
     addRepeated(app, "-p,--plugin", raw.plugins,
-                "Load this plug-in instead of the module beside the program; repeatable")
+                "Load this plug-in, too; a bare name is looked for beside the program as well; repeatable")
         ->type_name("FILE");
-    app.add_option("--system", raw.system, "The suite's system folder")->type_name("DIR");
+    app.add_flag("--no-module", raw.withoutModule, "Do not load the module beside the program");
+    app.add_option("--system", raw.system, "The suite's system folder, and its standard for this run")
+        ->type_name("DIR");
     app.add_option("--settings", raw.settings, "Keep the per-user settings in this file")->type_name("FILE");
     addRepeated(app, "--support", raw.support, "Folder of the support search path; repeatable")->type_name("DIR");
     app.add_option("--codepage", raw.codePage, "ANSI code page of old files and scripts, for example 936")
@@ -76,8 +78,11 @@ std::string findReportMisuse(const CLI::App& app, const RawOptions& raw) {
     const bool compares = app.count("--compare") > 0;
     if (!describes && !compares) return raw.asJson ? "--json needs --info or --compare" : "";
     if (describes && compares) return "--info and --compare exclude each other";
-    for (const char* other : {"DRAWING", "--script", "--execute", "--output", "--in-place", "--plugin", "--system",
-                              "--settings", "--support", "--keep-going"})
+    std::vector<const char*> others = {"DRAWING",  "--script",    "--execute", "--output",    "--in-place",
+                                       "--plugin", "--no-module", "--support", "--keep-going"};
+    // The report on a drawing also names the standard.
+    if (compares) others.insert(others.end(), {"--system", "--settings"});
+    for (const char* other : others)
         if (app.count(other) > 0)
             return std::string(describes ? "--info" : "--compare") + " runs nothing and excludes " + other;
     const bool isNameless = describes ? raw.described.empty() : raw.compared[0].empty() || raw.compared[1].empty();
@@ -117,6 +122,7 @@ Options optionsOf(const CLI::App& app, const RawOptions& raw) {
     options.inPlace = raw.inPlace;
     for (const std::string& plugin : raw.plugins)
         options.plugins.push_back(pathOf(plugin));
+    options.withoutModule = raw.withoutModule;
     options.system = optionalPath("--system", raw.system);
     options.settings = optionalPath("--settings", raw.settings);
     for (const std::string& folder : raw.support)

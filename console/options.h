@@ -23,7 +23,8 @@ struct Options {
     std::optional<std::filesystem::path> script;  // "-" is standard input
     std::filesystem::path output;                 // empty: none
     bool inPlace = false;
-    std::vector<std::filesystem::path> plugins;     // empty: the module beside the program
+    std::vector<std::filesystem::path> plugins;  // beside the module
+    bool withoutModule = false;
     std::optional<std::filesystem::path> system;    // nothing: the installed data
     std::optional<std::filesystem::path> settings;  // nothing: the user's own
     std::vector<std::filesystem::path> support;

@@ -6,7 +6,9 @@
 #include <string>
 
 #include "console/run.h"
+#include "console/standard.h"
 #include "host/platform/codepage.h"
+#include "host/platform/files.h"
 #include "host/platform/process.h"
 #include "host/report/hostreport.h"
 
@@ -34,7 +36,7 @@ std::string counts(const host::EntityCount& entities) {
 }
 
 // Columns of figures first, so that names of any width and script may follow.
-std::string textOf(const DrawingInfo& info, const std::string& file) {
+std::string textOf(const DrawingInfo& info, const std::string& file, const QrsExport::TStandardInUse& standard) {
     std::string text = file + "\n";
     const auto row = [&text](const std::string& name, const std::string& value) {
         text += "  " + name + std::string(name.size() < 14 ? 14 - name.size() : 1, ' ') + value + "\n";
@@ -46,6 +48,7 @@ std::string textOf(const DrawingInfo& info, const std::string& file) {
     row("size", std::to_string(info.bytes) + " bytes");
     row("handles", info.hasHandles ? "yes" : "no");
     row("blocks", std::to_string(info.blocks));
+    row("standard", shown(platform::fromUtf8(shownStandard(standard))));
 
     const auto title = [&text](const char* columns) { text += std::string("\n") + columns + "\n"; };
     title("in layouts  in blocks  entities");
@@ -86,16 +89,18 @@ Json jsonOf(const host::EntityCount& entities) {
     return {{"inLayouts", entities.inLayouts}, {"inBlocks", entities.inBlocks}};
 }
 
-Json jsonOf(const DrawingInfo& info, const std::string& file) {
-    Json json = {{"file", file},
-                 {"version", info.version},
-                 {"release", toUtf8(info.release)},
-                 {"form", info.isBinary ? "binary" : "text"},
-                 {"codePage", info.codePage},
-                 {"dwgCodePage", toUtf8(info.codePageName)},
-                 {"bytes", info.bytes},
-                 {"handles", info.hasHandles},
-                 {"blocks", info.blocks}};
+Json jsonOf(const DrawingInfo& info, const std::string& file, const QrsExport::TStandardInUse& standard) {
+    Json json = {
+        {"file", file},
+        {"version", info.version},
+        {"release", toUtf8(info.release)},
+        {"form", info.isBinary ? "binary" : "text"},
+        {"codePage", info.codePage},
+        {"dwgCodePage", toUtf8(info.codePageName)},
+        {"bytes", info.bytes},
+        {"handles", info.hasHandles},
+        {"blocks", info.blocks},
+        {"standard", {{"file", platform::nativePath(standard.file).u8string()}, {"builtIn", standard.isBuiltIn}}}};
     for (const char* list : {"entities", "layers", "layouts", "externalReferences", "classes", "warnings"})
         json[list] = Json::array();
     for (const host::TypeInfo& type : info.types)
@@ -184,7 +189,8 @@ ExitCode describe(const Options& options) {
         return ExitCode::CannotRead;
     }
     const std::string file = options.described.u8string();
-    return print(options.asJson ? dump(jsonOf(info, file)) : textOf(info, file), ExitCode::Done);
+    const QrsExport::TStandardInUse standard = standardToUse(options);
+    return print(options.asJson ? dump(jsonOf(info, file, standard)) : textOf(info, file, standard), ExitCode::Done);
 }
 
 ExitCode compare(const Options& options) {

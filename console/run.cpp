@@ -5,8 +5,10 @@
 #include <memory>
 #include <utility>
 
+#include "console/places.h"
 #include "console/report.h"
 #include "console/script.h"
+#include "console/standard.h"
 #include "console/terminals.h"
 #include "host/commands/hostcommands.h"
 #include "host/editor/hostapp.h"
@@ -16,18 +18,10 @@
 #include "host/platform/process.h"
 #include "host/platform/settings.h"
 #include "host/platform/watch.h"
-#include "host/suite/kernel/qrs_reg.h"
 
 namespace qrs::console {
 
 namespace {
-
-#if defined(_WIN32)
-// The editor's own extension first, so that one folder can serve both.
-constexpr const char* kModuleNames[] = {"qrs_pipeSystem.arx", "qrs_pipeSystem.dll"};
-#else
-constexpr const char* kModuleNames[] = {"qrs_pipeSystem.so"};
-#endif
 
 // A failure that ends the run before or after the commands.
 struct Failure {
@@ -66,18 +60,11 @@ Failure useFolder(const std::filesystem::path& folder, const char* option) {
     return {ExitCode::CannotRead, std::string(option) + ": " + folder.u8string() + " is no folder that can be read"};
 }
 
-// Folders are told to the application whole: the working folder may be no folder of theirs later.
-std::wstring innerFolder(const std::filesystem::path& folder) {
-    return platform::innerPath(std::filesystem::absolute(folder).lexically_normal());
-}
-
 Failure setFolders(const Options& options, host::Application& application) {
     if (options.system) {
         if (Failure failure = useFolder(*options.system, "--system")) return failure;
-        application.setSystemFolder(innerFolder(*options.system));
-    } else {
-        application.setSystemFolder(innerFolder(platform::programFolder() / ".." / "share" / "qrs_pipeSystem"));
     }
+    application.setSystemFolder(systemFolder(options));
     for (const std::filesystem::path& folder : options.support) {
         if (Failure failure = useFolder(folder, "--support")) return failure;
         application.addSupportFolder(innerFolder(folder));
@@ -85,26 +72,31 @@ Failure setFolders(const Options& options, host::Application& application) {
     return {};
 }
 
-// A standard that a person named in the settings with slashes: the module knows paths in the inner form only, and would
-// look for a file of that whole name.
-void acceptTypedStandard() {
-    constexpr const wchar_t* kValue = L"StandardFile";
-    const TRegKey key(GetRegLocation(L"PipeSystemSetting"));
-    const std::wstring typed = key.GetString(kValue, L"");
-    const bool hasSlashes = typed.find(L'/') != std::wstring::npos && typed.find(L'\\') == std::wstring::npos;
-    if (!hasSlashes || key.WriteString(kValue, platform::innerFromTyped(typed))) return;
-    complain("StandardFile=" + platform::toUtf8(typed) +
-             ": the settings cannot be written, so its slashes stay and it is not found");
-}
-
-Failure setUp(const Options& options) {
+Failure useSettings(const Options& options) {
     platform::Error error;
-    if (options.codePage) platform::setAnsiCodePage(*options.codePage);
     platform::Settings& settings = platform::Settings::user();
     // The user's own store is looked at, too: a damaged one would be taken for empty.
     const bool readable = options.settings ? settings.useFile(*options.settings, error) : settings.check(error);
     if (!readable) return {ExitCode::CannotRead, error.message};
-    acceptTypedStandard();
+    // Whoever names a folder means its standard, this once.
+    if (options.system) QrsExport::UseDefaultStandardFile();
+    return {};
+}
+
+Failure setUp(const Options& options) {
+    if (options.codePage) platform::setAnsiCodePage(*options.codePage);
+    return useSettings(options);
+}
+
+// What a drawing holds can be told without the user's settings, too.
+Failure prepareReport(const Options& options) {
+    if (options.codePage) platform::setAnsiCodePage(*options.codePage);
+    if (options.described.empty()) return {};
+    if (options.system)
+        if (Failure failure = useFolder(*options.system, "--system")) return failure;
+    const Failure failure = useSettings(options);
+    if (!failure || options.settings) return failure;
+    complain(failure.message);
     return {};
 }
 
@@ -117,16 +109,6 @@ Failure openDrawing(const Options& options, host::Application& application) {
     for (const std::string& warning : application.documentWarnings())
         complain(warning);
     return {};
-}
-
-std::vector<std::filesystem::path> pluginsToLoad(const Options& options) {
-    if (!options.plugins.empty()) return options.plugins;
-    const std::filesystem::path folder = platform::programFolder();
-    for (const std::filesystem::path& place : {folder, folder / ".." / "lib" / "qrs_pipeSystem"})
-        for (const char* name : kModuleNames)
-            if (platform::fileExists(platform::innerPath(place / name))) return {place / name};
-    // Loading it tells that it is missing.
-    return {folder / kModuleNames[0]};
 }
 
 Failure loadPlugins(const Options& options, host::Application& application) {
@@ -245,7 +227,7 @@ ExitCode run(const Options& options) {
                                                         static_cast<int>(ExitCode::CommandFailed));
     }
     if (!options.described.empty() || !options.compared.empty()) {
-        if (options.codePage) platform::setAnsiCodePage(*options.codePage);
+        if (Failure failure = prepareReport(options)) return end(failure);
         return report(options);
     }
     if (Failure failure = setUp(options)) return end(failure);
@@ -255,6 +237,7 @@ ExitCode run(const Options& options) {
     const std::unique_ptr<ConsoleTerminal> terminal = makeTerminal(options, std::move(script));
     host::Application application(*terminal);
     host::registerHostCommands();
+    registerStandardCommand();
     if (Failure failure = prepare(options, application)) return end(failure);
     const StartedDrawing started(application.currentDocument());
     // A person has seen what failed and gone on.

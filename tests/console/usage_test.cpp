@@ -33,7 +33,7 @@ TEST(Usage, TellsAboutItself) {
     const Outcome help = place.run({"--help"});
     EXPECT_EQ(help.code, 0);
     for (const char* option : {"--script", "--execute", "--output", "--in-place", "--plugin", "--system", "--settings",
-                               "--support", "--codepage", "--timeout", "--keep-going", "--version"})
+                               "--support", "--no-module", "--codepage", "--timeout", "--keep-going", "--version"})
         EXPECT_NE(help.out.find(option), std::string::npos) << option;
     const Outcome version = place.run({"--version"});
     EXPECT_EQ(version.code, 0);
@@ -125,6 +125,61 @@ TEST(Usage, TakesAStandardNamedWithSlashes) {
     const std::string settings = place.read("settings.ini");
     EXPECT_NE(settings.find("\\\\mine.qdsl"), std::string::npos) << settings;
     EXPECT_EQ(settings.find('/'), std::string::npos) << settings;
+}
+
+// A folder named on the command line serves with its own standard, once; else the standard chosen before.
+TEST(Usage, NamesTheStandardInUse) {
+    const Workplace place;
+    place.example("building.dxf");
+    std::filesystem::create_directory(place.path("system"));
+    std::filesystem::create_directory(place.path("empty"));
+    place.write("system/pwx.qdsl", "<Morvel/>");
+    const std::string office = place.write("office.qdsl", "<Morvel/>").u8string();
+    const std::string inSystem = place.path("system/pwx.qdsl").u8string();
+    place.write("chosen.ini", "[Software\\QRS\\PWX\\PipeSystemSetting]\nStandardFile=s:" + office + "\n");
+    const Arguments settings = {"--settings", "chosen.ini"};
+    struct Case {
+        Arguments arguments;
+        std::string named;
+    };
+    const Case cases[] = {
+        {{}, office},
+        {{"--system", "system"}, inSystem},
+        {{"--system", "empty"}, "built in (there is no " + place.path("empty/pwx.qdsl").u8string() + ")"},
+    };
+    const auto with = [&settings](Arguments arguments, const Arguments& more) {
+        arguments.insert(arguments.end(), settings.begin(), settings.end());
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return arguments;
+    };
+    for (const Case& one : cases) {
+        const Outcome told = place.run(with(one.arguments, {"-e", "STANDARD"}));
+        EXPECT_EQ(told.out, "Command: STANDARD\nStandard: " + one.named + "\n") << told.error;
+        const Outcome info = place.run(with(one.arguments, {"--info", "building.dxf"}));
+        EXPECT_NE(info.out.find("\n  standard      " + one.named + "\n"), std::string::npos) << info.out << info.error;
+        EXPECT_EQ(place.run(with(one.arguments, {"-e", "STANDARD"})).out, told.out) << "nothing else is remembered";
+    }
+    const Outcome without = place.run(with({"--no-module"}, {"-e", "STANDARD"}));
+    EXPECT_EQ(without.out, "Command: STANDARD\nNo pipe-system standard is loaded.\n");
+    expectComplaint(place.run({"--info", "building.dxf", "--system", "nowhere"}), 3, "nowhere");
+}
+
+// Plug-ins come after the module; a bare name may lie beside the program.
+TEST(Usage, LoadsPluginsBesideTheModule) {
+    const Workplace place;
+    const std::string module = std::filesystem::path(QRS_MODULE).filename().u8string();
+    const std::string plugin = std::filesystem::path(QRS_PLUGIN_BESIDE).filename().u8string();
+    const Arguments list = {"-e", "ARX ?"};
+    const auto listed = [&](Arguments arguments) {
+        arguments.insert(arguments.end(), list.begin(), list.end());
+        const Outcome outcome = place.run(arguments);
+        EXPECT_EQ(outcome.code, 0) << outcome.error;
+        return outcome.out.substr(outcome.out.find("]: ?\n") + 5);
+    };
+    EXPECT_EQ(listed({}), module + "\n");
+    EXPECT_EQ(listed({"-p", plugin}), module + "\n" + plugin + "\n");
+    EXPECT_EQ(listed({"-p", plugin, "--no-module"}), plugin + "\n");
+    EXPECT_EQ(listed({"-p", plugin, "-p", QRS_MODULE}), plugin + "\n" + module + "\n");
 }
 
 TEST(Usage, GoesOnWithSettingsThatCannotBeWritten) {

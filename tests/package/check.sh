@@ -29,9 +29,7 @@ missing=$(grep 'undefined reference' "$work/linked.txt" | grep -v 'to `std::' ||
 
 # The module is found beside the installed program, the standard in the installed system folder.
 console() { "$work/prefix/bin/qrsconsole" --settings "$work/settings.ini" "$@"; }
-with_sibling() {
-    console -p "$work/prefix/lib/qrs_pipeSystem/qrs_pipeSystem.so" -p "$work/sibling/sibling.so" "$@"
-}
+with_sibling() { console -p "$work/sibling/sibling.so" "$@"; }
 answer=$(with_sibling -e ASKSTANDARD)
 echo "$answer"
 grep -qx 'standard pwx, elevation text on 试验标注, water supply known: 1' <<<"$answer"
@@ -51,6 +49,13 @@ with_sibling -s "$source/examples/sibling/ask.scr" "$source/examples/pipes.dxf" 
 (cd "$work" && with_sibling -s "$source/examples/sibling/number.scr" "$source/examples/risers.dxf") |
     diff "$source/examples/sibling/number.txt" -
 [ "$(grep -c '^给排-计算文字' "$work/numbered.dxf")" = 7 ]   # the layer and six texts
+# A riser that was drawn under a system's old name is numbered with those of its name of today.
+with_sibling -p "$work/sibling/oldnames.so" -s "$source/examples/sibling/oldnames.scr" |
+    diff "$source/examples/sibling/oldnames.txt" -
+# Beside the program a bare name is enough; without the module started the sibling is told so.
+cp "$work/sibling/sibling.so" "$work/prefix/bin/"
+(cd "$work" && console -p sibling.so -e ASKSTANDARD | grep -q '^standard pwx')
+console --no-module -p sibling.so -e ASKSTANDARD | grep -q '没有启动'
 # The whole standard comes into an empty and into real drawings, once.
 for drawing in "" "$source/examples/building.dxf" "$source/examples/building-r12.dxf"; do
     with_sibling -s "$source/examples/sibling/init.scr" ${drawing:+-o "$work/ready.dxf" "$drawing"} >"$work/made.txt"

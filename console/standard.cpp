@@ -1,0 +1,40 @@
+// Which file the pipe-system standard comes from.
+#include "console/standard.h"
+
+#include "console/places.h"
+#include "host/objectarx/accmd.h"
+#include "host/objectarx/acedads.h"
+#include "host/platform/codepage.h"
+#include "host/platform/files.h"
+#include "host/suite/kernel/qrs_kernal.h"
+
+namespace qrs::console {
+
+namespace {
+
+void tellStandard() {
+    const QrsExport::TStandardInUse& standard = QrsExport::GetStandardInUse();
+    const std::string text =
+        standard.file.empty() ? "\nNo pipe-system standard is loaded." : "\nStandard: " + shownStandard(standard);
+    acedPrompt(platform::fromUtf8(text).c_str());
+}
+
+}  // namespace
+
+void registerStandardCommand() {
+    if (AcEdCommandStack* const stack = acedRegCmds)
+        stack->addCommand(L"HOST_COMMANDS", L"STANDARD", L"STANDARD", ACRX_CMD_TRANSPARENT, &tellStandard);
+}
+
+QrsExport::TStandardInUse standardToUse(const Options& options) {
+    QrsExport::SetSystemFolder(systemFolder(options));
+    const std::wstring file = QrsExport::StandardFileToLoad();
+    return {file, QrsExport::IsStandardFileMissing(file)};
+}
+
+std::string shownStandard(const QrsExport::TStandardInUse& standard) {
+    const std::string path = platform::nativePath(standard.file).u8string();
+    return standard.isBuiltIn ? "built in (there is no " + path + ")" : path;
+}
+
+}  // namespace qrs::console
