@@ -75,7 +75,7 @@ QRS_PIPE_PORT double GetVPipeRadius(const CString& systemName);
 QRS_PIPE_PORT double GetVPipeRadius1(const CString& systemName);
 QRS_PIPE_PORT double GetVPipeRadius2(const CString& systemName);
 
-// Which symbol its vertical pipes have. 0 when there is no such system.
+// Which symbol its vertical pipes have: 0 one circle, 1 two circles (see PipeNodes.h). 0 when there is no such system.
 QRS_PIPE_PORT int GetVPipeType(const CString& systemName);
 
 // Its material indoors for kIndoorMaterial (0), outdoors for every other value. Empty when there is no such system.
@@ -87,16 +87,17 @@ QRS_PIPE_PORT CString GetPipeWaterFlowStatus(const CString& systemName);
 // Empty when there is no such system.
 QRS_PIPE_PORT CString GetPipeRemark(const CString& systemName);
 
-// 0 when there is no such system. A status that stands as -1 in the standard file is 4294967295 here.
+// A number that siblings keep for a system; the module gives it no meaning. 0 when there is no such system. A status
+// that stands as -1 in the standard file is 4294967295 here.
 QRS_PIPE_PORT Adesk::UInt32 GetPipeStatus(const CString& systemName);
 
 // Gives the status to the system of that name in every group that has one, not in the first alone. Nothing happens when
 // there is none. The standard file is not written.
 QRS_PIPE_PORT void SetPipeStatus(const CString& systemName, Adesk::UInt32 status);
 
-// Its label text, which may be in two parts with a separator between them: the part before the first separator when
-// leftPart is true, else the whole text without any separator. A text without the separator (an empty separator is in
-// none) comes unchanged. Empty when there is no such system.
+// Its label text, which may be in two parts with a separator between them ("/" in standards of the suite): the part
+// before the first separator when leftPart is true, else the whole text without any separator. A text without the
+// separator (an empty separator is in none) comes unchanged. Empty when there is no such system.
 QRS_PIPE_PORT CString GetPipeDim(const CString& systemName, bool leftPart, const CString& separator);
 
 // What follows the first separator in its label text. Empty when the text has none, and when there is no such system.
@@ -122,7 +123,7 @@ QRS_PIPE_PORT bool SystemGroupContainLayer(const CString& groupName, const CStri
 // --- Layer names in lists
 //
 // No list holds a name twice, in whatever case; names keep the order in which they were first met: groups in order,
-// then groups of other layers. A text of several names has the separator between them, none before the first or behind
+// then groups of other layers. A text of several names has the separator between them, none before the first or after
 // the last; it is empty when there is no name.
 
 // The names of all layers of the type. Of the groups of other layers, the one named by the type gives all its layers.
@@ -184,7 +185,8 @@ QRS_PIPE_PORT CString GetLayerByPipeLayer(const CString& pipeLayerName, const CS
 // it is when the layer is no pipe layer. The result is false in every case: callers look at the kind.
 QRS_PIPE_PORT bool IsPipeLayer(const CString& layerName, int* kind);
 
-// Adds the layers that take part in the attachment, those of pipe systems first.
+// Adds the layers that take part in the attachment ("管道", "附件", "设备" or "注释" in the shipped standard), those of
+// pipe systems first.
 QRS_PIPE_PORT void GetLayerAttachInfo(const CString& attachment, LayerAttachNode& info);
 
 // --- Groups and their systems
@@ -297,11 +299,11 @@ QRS_PIPE_PORT AcCmColor GetLayerColor(const CString& layerName);
 
 // --- Pipes and vertical sections of a drawing
 //
-// By pointer, by id or by entity name; what is no such object, or cannot be opened, gets the answer of a miss and is
-// left as it is.
+// By pointer, by id or by entity name (a TEntitySet, whose header is qrs_select.h); what is no such object, or cannot
+// be opened, gets the answer of a miss and is left as it is.
 
-// The name the pipe itself bears; where it bears none, the built-in name of its system's type code. "未知系统" on a
-// miss.
+// The current name of the pipe's system: of the name it bears, which may be an old one; where it bears none, of its
+// system's type code. "未知系统" on a miss.
 QRS_PIPE_PORT CString GetPipeSystemName(const TDbPipe* pipe);
 QRS_PIPE_PORT CString GetPipeSystemName(AcDbObjectId pipe);
 QRS_PIPE_PORT CString GetPipeSystemName(const TEntitySet& pipe);

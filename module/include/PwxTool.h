@@ -52,8 +52,10 @@ QRS_PIPE_PORT int SelectEntityFromExternalBlock(const CString& prompt, const TEn
 // as linetype.dbf describes it, with the name as the table spells it.
 //
 // A text of the pattern stands centred in its gap and along the line. It is as high as the setting LineTypeHeight says
-// (drawing units at linetype scale 1) and written in the text style "文字线形", which is made when the drawing lacks it
-// from the settings LineTypeEngShx and LineTypeChnShx (font files) and LineTypeScale (width divided by height).
+// (millimetres on paper: drawing units at linetype scale 1, which the plot scale multiplies) and written in the text
+// style "文字线形", which is made when the drawing lacks it from the settings LineTypeEngShx and LineTypeChnShx (font
+// files) and LineTypeScale (width divided by height). The settings lie in the key "PWXConfig" (see GetRegLocation) and
+// are read when the module starts.
 // Drawings of R12 have no texts in linetypes, nor have those whose text styles lack handles: there the gap stays empty.
 //
 // The null id when there is no working database, when neither the drawing nor the table knows the name, when the table
@@ -67,11 +69,12 @@ QRS_PIPE_PORT bool GetAllLinetype(std::vector<LinetypeNode>& out);
 
 // --- Marks of entities
 //
-// Small texts in an entity's extended data, one per application name: behind the name (1001) stands the text (1000).
+// Small texts in an entity's extended data, one per application name: after the name (1001) stands the text (1000). A
+// TEntitySet has its header, qrs_select.h.
 // The names the suite uses are "PWX-ENT-TYPE", "PIPE-SERIAL" and "BUILDING-SERIAL".
 
 // The text under that name. Empty when the entity is null, has nothing under the name, or something else than a text
-// stands first behind it.
+// stands first after it.
 QRS_PIPE_PORT CString ReadXdata(const AcDbEntity* entity, const wchar_t* itemName);
 
 // Puts the text under that name in place of what was there. The name is registered in the working database first, for a
@@ -174,9 +177,9 @@ QRS_PIPE_PORT int DoSerialNumber2(SSearchPipeList* first, int number);
 QRS_PIPE_PORT bool DoDimSerialNumber(AcDbObjectId node, int number);
 
 // The serials of the title blocks of a folder (inner form) that have that category, or, for the empty one, any
-// category; each is appended once, in the order of the folder's cache (see docs/titleblock-cache.md). Without a
-// readable cache out stays as it is. blockName: only of title blocks of that name, without regard to case; empty: of
-// all.
+// category; each is appended once, in the order of the folder's cache (see titleblock-cache.md among the package's
+// pages). Without a readable cache out stays as it is. blockName: only of title blocks of that name, without regard to
+// case; empty: of all.
 QRS_PIPE_PORT void SearchTkBlkSerial(const CString& blockDirectory, const CString& category, std::vector<CString>& out);
 QRS_PIPE_PORT void SearchTkBlkSerial(const CString& blockDirectory, const CString& category, std::vector<CString>& out,
                                      const CString& blockName);

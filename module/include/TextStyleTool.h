@@ -3,9 +3,9 @@
 //     double height = PipeSystemTool::GetTextStyleHeight(kPipeDnTextStyle, 3.0);
 //     AcDbObjectId style = PipeSystemTool::InitTextStyle(kPipeDnTextStyle);   // made when the drawing lacks it
 //
-// A setting is found by the name of its text style or by the kind of text it is for; names and keys are exact, and of
-// several settings the first one counts. Without a standard every question gets the answer of a miss. Changes stay in
-// memory: the standard file is not written.
+// A setting is found by the name of its text style or by the kind of text it is for, as an enumerator or its number;
+// names and keys are exact, and of several settings the first one counts. Without a standard every question gets the
+// answer of a miss. Changes stay in memory: the standard file is not written.
 #pragma once
 
 #include <vector>
@@ -34,7 +34,7 @@ namespace PipeSystemTool {
 // setting.
 QRS_PIPE_PORT CString GetTextStyleName(TextStyleEnum kind);
 
-// Text height in drawing units; the default when there is no such setting.
+// Text height in millimetres on paper, to be multiplied by the plot scale; the default when there is no such setting.
 QRS_PIPE_PORT double GetTextStyleHeight(const CString& styleName, double defaultHeight);
 QRS_PIPE_PORT double GetTextStyleHeight(TextStyleEnum kind, double defaultHeight);
 
@@ -77,5 +77,34 @@ QRS_PIPE_PORT AcDbObjectId InitTextStyle(TextStyleEnum kind);
 // the setting, also when the drawing lacks the style and nothing is written.
 QRS_PIPE_PORT bool UpdateTextStyle(const CString& styleName);
 QRS_PIPE_PORT bool UpdateTextStyle(TextStyleEnum kind);
+
+// The kinds by their numbers. Without these a 0 would be taken for a null pointer, and so for an empty name.
+inline CString GetTextStyleName(int kind) {
+    return GetTextStyleName(static_cast<TextStyleEnum>(kind));
+}
+inline double GetTextStyleHeight(int kind, double defaultHeight) {
+    return GetTextStyleHeight(static_cast<TextStyleEnum>(kind), defaultHeight);
+}
+inline double GetTextStyleScale(int kind, double defaultScale) {
+    return GetTextStyleScale(static_cast<TextStyleEnum>(kind), defaultScale);
+}
+inline bool SetTextStyleHeight(int kind, double height) {
+    return SetTextStyleHeight(static_cast<TextStyleEnum>(kind), height);
+}
+inline bool SetTextStyleScale(int kind, double scale) {
+    return SetTextStyleScale(static_cast<TextStyleEnum>(kind), scale);
+}
+inline bool GetTextStyleInfo(int kind, TextStyleNode& info) {
+    return GetTextStyleInfo(static_cast<TextStyleEnum>(kind), info);
+}
+inline bool SetTextStyleInfo(int kind, const TextStyleNode& info) {
+    return SetTextStyleInfo(static_cast<TextStyleEnum>(kind), info);
+}
+inline AcDbObjectId InitTextStyle(int kind) {
+    return InitTextStyle(static_cast<TextStyleEnum>(kind));
+}
+inline bool UpdateTextStyle(int kind) {
+    return UpdateTextStyle(static_cast<TextStyleEnum>(kind));
+}
 
 }  // namespace PipeSystemTool

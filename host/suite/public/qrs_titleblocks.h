@@ -1,4 +1,4 @@
-// Stand-in for the suite's closed public library: the cache of a folder's title blocks (docs/titleblock-cache.md).
+// Stand-in for the suite's closed public library: the cache of a folder's title blocks (see titleblock-cache.md).
 #pragma once
 
 #include <string>
