@@ -29,7 +29,7 @@ std::string_view BinaryForm::textOf(const StoredRecord& record) {
 
 void BinaryForm::readFields(std::string_view record, RecordFields& fields) const {
     forEachBinaryTag(
-        codes_, record, [](int code) { return isFieldCode(code); },
+        codes_, record, [](int code) { return mattersToRecord(code); },
         [&](int code, std::string_view value) { fields.take(code, value); });
 }
 
@@ -82,13 +82,15 @@ void BinaryForm::editTags(const StoredRecord& record, const std::vector<TagEdit>
             out.append(at, tag.next);
             continue;
         }
-        std::string value;
-        if (edit->hasValue) appendSpelled(edit->value, value);
-        const char* const behindCode = at + codeSize(codes_, at);
-        out.append(at, behindCode);
-        const bool isWritten = edit->hasValue && appendValueBytes(tag.code, value, out);
-        if (edit->hasValue && !isWritten) cannotWrite(tag.code, edit->value, draft);
-        if (!isWritten) out.append(behindCode, tag.next);
+        if (!edit->isGone) {
+            std::string value;
+            if (edit->hasValue) appendSpelled(edit->value, value);
+            const char* const behindCode = at + codeSize(codes_, at);
+            out.append(at, behindCode);
+            const bool isWritten = edit->hasValue && appendValueBytes(tag.code, value, out);
+            if (edit->hasValue && !isWritten) cannotWrite(tag.code, edit->value, draft);
+            if (!isWritten) out.append(behindCode, tag.next);
+        }
         append(edit->behind, draft);
         ++edit;
     }

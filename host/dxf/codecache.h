@@ -108,7 +108,7 @@ class CodeCache {
     }
 
     static constexpr bool mattersToIndex(int code) {
-        return code == codes::kType || code == codes::kVariable || isFieldCode(code) || isResolved(referenceOf(code));
+        return code == codes::kType || code == codes::kVariable || mattersToRecord(code);
     }
 
   private:

@@ -74,6 +74,8 @@ class Drawing {
     RecordId findSection(std::string_view name) const;
     RecordId findTable(std::string_view name) const;
     RecordId findHeaderVariable(std::string_view name) const;
+    // False for a record that names no other one but its owner, as most entities do; objects may always.
+    bool mayRefer(RecordId id) const { return record(id).kind == RecordKind::Object || index_.refers(id); }
     // The record that closes a Section, Table or Block.
     RecordId endOf(RecordId head) const { return index_.endOf(head); }
 

@@ -80,7 +80,7 @@ void FieldReader::begin(Record& record) {
 void FieldReader::take(int code, std::string_view value, Interner& layers, bool copyNames) {
     Record& record = *record_;
     const Part part = place_.pass(code, value);
-    if (part == Part::Xdata) record.flags |= kHasXdata;
+    if (isXdataCode(code)) record.flags |= kHasXdata;
     if (part != Part::Own) return;
     if (code == handleCode_) {
         if (!hasHandle_) record.handle = toHandle(value);

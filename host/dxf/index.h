@@ -47,6 +47,13 @@ struct Index {
     RecordId endOf(RecordId head) const;
     // Takes a new record up, once its place is known.
     void noteNew(RecordId id);
+    // Whether a record names others, besides its owner. Most entities do not, so that those who look for references
+    // need not read them.
+    bool refers(RecordId id) const { return id < referring.size() && referring[id]; }
+    void noteReference(RecordId id) {
+        if (id >= referring.size()) referring.resize(id + std::size_t{1}, false);
+        referring[id] = true;
+    }
     void countHandle(std::uint64_t handle) {
         if (handle > greatestHandle && handle <= kGreatestHandle) greatestHandle = handle;
     }
@@ -60,6 +67,7 @@ struct Index {
     // Head and end of each section, table and block of the file, in order of the heads.
     std::vector<std::pair<RecordId, RecordId>> ends;
     std::unordered_map<RecordId, RecordId> newEnds;  // of new heads
+    std::vector<bool> referring;                     // by record; those behind its end do not
     std::uint64_t greatestHandle = 0;
     Faults faults;
     char lineEnd = '\n';                 // kBinaryLineEnd for a binary drawing
@@ -81,11 +89,15 @@ bool buildIndex(std::string_view bytes, const platform::MappedFile* file, Index&
 // The type number of a type name: known ones keep theirs, behind 65534 of them kTypeUncounted.
 std::uint16_t typeNumber(std::uint32_t interned);
 
-// True when a tag of this code can matter to the index.
+// True when a tag of this code can matter to a record's entry in the index.
 constexpr bool isFieldCode(int code) {
     return code == codes::kHandle || code == codes::kLayer || code == codes::kVisibility ||
            code == codes::kPaperSpace || (code >= codes::kSubclass && code <= codes::kGroup) ||
            code == codes::kDimStyleHandle || isXdataCode(code);
+}
+// The same, or it is a reference.
+constexpr bool mattersToRecord(int code) {
+    return isFieldCode(code) || isResolved(referenceOf(code));
 }
 
 // Takes handle, layer and flags of one record from its tags, met one after the other.
@@ -96,6 +108,12 @@ class FieldReader {
     // A tag behind the record's first one; of those whose code is no field's (isFieldCode) none need be told.
     // copyNames: the value goes away, so a new layer name is kept as a copy.
     void take(int code, std::string_view value, Interner& layers, bool copyNames);
+    // A tag that stands here names another record than the owner.
+    bool isReference(int code) const {
+        const Reference reference = referenceOf(code);
+        if (!isResolved(reference)) return reference == Reference::Xdata;
+        return code != codes::kOwner || place_.sections() != 0 || place_.part() != Part::Own;
+    }
 
   private:
     Record* record_ = nullptr;
@@ -109,20 +127,19 @@ class FieldReader {
 // Makes the index entry of a record anew from its tags, after it was changed.
 class RecordFields {
   public:
-    RecordFields(Index& index, RecordId id) : index_(index), record_(index.records[id]) {}
+    RecordFields(Index& index, RecordId id) : index_(index), id_(id), record_(index.records[id]) {}
     // The record's tags in order; those that are no fields may be left out.
     void take(int code, std::string_view value) {
-        if (isFirst_) {
-            begin(value);
-        } else if (isFieldCode(code)) {
-            fields_.take(code, value, index_.layers, true);
-        }
+        if (isFirst_) return begin(value);
+        if (fields_.isReference(code)) index_.noteReference(id_);
+        if (isFieldCode(code)) fields_.take(code, value, index_.layers, true);
     }
 
   private:
     void begin(std::string_view type);
 
     Index& index_;
+    RecordId id_;
     Record& record_;
     FieldReader fields_;
     bool isFirst_ = true;

@@ -6,6 +6,7 @@
 #include "host/dxf/handlecheck.h"
 #include "host/dxf/index.h"
 #include "host/dxf/lines.h"
+#include "host/dxf/references.h"
 #include "host/dxf/sizes.h"
 #include "host/dxf/tags.h"
 
@@ -346,6 +347,7 @@ bool Indexer::scanBinary(const char* at) {
 Indexer::Step Indexer::take(const char* at, const RawTag& tag, std::string_view value) {
     if (tag.code == codes::kType || (tag.code == codes::kVariable && place_ == Place::Header))
         return startRecord(at, tag);
+    if (fields_.isReference(tag.code)) index_.noteReference(lastId());
     if (isResolved(referenceOf(tag.code))) {
         if (const std::uint64_t handle = toHandle(value); handle != 0 && hasPointers(current_->kind)) {
             pointedTo_.add(handle);
@@ -565,8 +567,10 @@ void Indexer::checkPointers() {
         if (!hasPointers(record.kind)) continue;
         const char* place = start_ + record.offset;
         const char* const recordEnd = place + record.stored;
+        ReferencePlace references(index_.types[record.type]);
         for (RawTag tag{}; place != recordEnd && cut(place, tag) == Cut::Tag; place = tag.next) {
-            if (!isResolved(referenceOf(tag.code))) continue;
+            const ReferenceRule* rule = references.pass(tag.code, textOf(tag));
+            if (!rule || rule->loss == Loss::Stays || !isResolved(referenceOf(tag.code))) continue;
             const std::uint64_t handle = toHandle(textOf(tag));
             if (handle == 0 || given_.has(handle)) continue;
             fault(

@@ -4,13 +4,14 @@
 //         if (walk.isOwn() && tag.code == codes::kLayer) ...
 //
 // A record is, in this order: its own tags, cut into sections by subclass marks (100), with groups (102) among them;
-// embedded objects (101); extended data (from 1000 on). The rules hold for whoever reads records:
+// embedded objects (101); extended data (from the first 1001 on). The rules hold for whoever reads records:
 //
 // - A 102 whose value begins with '{' opens the group of that name, one with '}' closes it; both belong to the group.
 //   Groups do not nest: a '{' within one begins another. Any other 102, an empty one too, is a value like others: data
 //   of applications uses the code so. A group that is never closed reaches to the extended data.
 // - What stands after a 101 speaks of the embedded object, not of the record, whatever its codes are.
-// - Extended data stands last, so nothing after its first tag is the record's own.
+// - Extended data stands last, so nothing after its first tag is the record's own. Codes from 1000 on that stand before a
+//   1001 are values like others: the parameters and actions of dynamic blocks have their points there.
 #pragma once
 
 #include <cstdint>
@@ -29,7 +30,7 @@ class RecordPlace {
     // Goes on to the next tag, and gives its part. The value must live as long as its mark is asked for.
     Part pass(int code, std::string_view value) {
         if (code < codes::kSubclass) return part_;  // nearly all
-        if (isXdataCode(code)) part_ = Part::Xdata;
+        if (code == codes::kXdataApplication) part_ = Part::Xdata;
         if (part_ == Part::Xdata || part_ == Part::Embedded) return part_;
         if (code == codes::kGroup) return passGroup(trimmed(value));
         if (part_ == Part::Group) return part_;
@@ -41,6 +42,7 @@ class RecordPlace {
         }
         return part_;
     }
+    Part part() const { return part_; }
     // Marks of subclasses met, those in groups and embedded objects not counted.
     int sections() const { return sections_; }
     // The last of these marks; empty before the first.

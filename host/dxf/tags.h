@@ -22,12 +22,13 @@ struct NewTag {
     std::string value;
 };
 
-// A change of one tag of many: another value, and tags put behind it.
+// A change of one tag of many: another value, or none any more, and tags put behind it.
 struct TagEdit {
     Tag tag;
     bool hasValue = false;
     std::string value;
     std::vector<NewTag> behind;
+    bool isGone = false;
 };
 
 // Walks the tags of one record. Only well-formed records reach it: the reader checks each line when it opens a file.

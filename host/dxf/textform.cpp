@@ -79,7 +79,9 @@ void TextForm::editTags(const StoredRecord& record, const std::vector<TagEdit>& 
     for (const TagEdit& edit : edits) {
         require(copied <= edit.tag.begin, "tags that are not in the order of their record");
         const RawTag raw = tagAt(old, edit.tag, lineEnd_);
-        if (edit.hasValue) {
+        if (edit.isGone) {
+            out += old.substr(copied, edit.tag.begin - copied);
+        } else if (edit.hasValue) {
             out.append(old.data() + copied, raw.value);
             appendSpelled(edit.value, out);
             out.append(raw.valueEnd, old.data() + edit.tag.end);
