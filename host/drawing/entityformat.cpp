@@ -126,12 +126,22 @@ const RecordFormat& entityFormatOf(std::string_view dxfName) {
 
 const std::vector<NamingTag>& namingTags() {
     static const std::vector<NamingTag> tags = {
-        {"INSERT", 2, TableKind::Block},     {"DIMENSION", 2, TableKind::Block},
-        {"ACAD_TABLE", 2, TableKind::Block}, {"TEXT", 7, TableKind::TextStyle},
-        {"ATTRIB", 7, TableKind::TextStyle}, {"ATTDEF", 7, TableKind::TextStyle},
-        {"MTEXT", 7, TableKind::TextStyle},  {"DIMENSION", 3, TableKind::DimStyle},
-        {"LEADER", 3, TableKind::DimStyle},  {"TOLERANCE", 3, TableKind::DimStyle},
-        {"", 8, TableKind::Layer},           {"", 6, TableKind::Linetype},
+        {"INSERT", 2, TableKind::Block},
+        {"DIMENSION", 2, TableKind::Block, true},
+        {"ARC_DIMENSION", 2, TableKind::Block, true},
+        {"LARGE_RADIAL_DIMENSION", 2, TableKind::Block, true},
+        {"ACAD_TABLE", 2, TableKind::Block, true},
+        {"TEXT", 7, TableKind::TextStyle},
+        {"ATTRIB", 7, TableKind::TextStyle},
+        {"ATTDEF", 7, TableKind::TextStyle},
+        {"MTEXT", 7, TableKind::TextStyle},
+        {"DIMENSION", 3, TableKind::DimStyle},
+        {"ARC_DIMENSION", 3, TableKind::DimStyle},
+        {"LARGE_RADIAL_DIMENSION", 3, TableKind::DimStyle},
+        {"LEADER", 3, TableKind::DimStyle},
+        {"TOLERANCE", 3, TableKind::DimStyle},
+        {"", 8, TableKind::Layer},
+        {"", 6, TableKind::Linetype},
     };
     return tags;
 }

@@ -14,6 +14,7 @@ struct NamingTag {
     const char* dxfName;  // empty: every kind
     int code;
     TableKind table;
+    bool isOwner = false;  // a block without a name of its own that it names belongs to it
 };
 // All of them; what all kinds share comes last.
 const std::vector<NamingTag>& namingTags();

@@ -220,14 +220,14 @@ bool DatabaseAccess::save(AcDbDatabase& database, const std::filesystem::path& n
                           platform::Error& error) {
     DatabaseState* state = DatabaseState::of(&database);
     platform::recordCall("AcDbDatabase::save", platform::innerPath(native.filename()));
-    state->objects().writeAll();
+    state->settle();
     if (!state->drawing().save(native, keepBackup, error)) return false;
     nameFile(*state, native);
     return true;
 }
 
 std::string DatabaseAccess::bytes(const AcDbDatabase& database) {
-    DatabaseState::of(&database)->objects().writeAll();
+    DatabaseState::of(&database)->settle();
     return DatabaseState::of(&database)->drawing().toBytes();
 }
 
@@ -245,8 +245,8 @@ bool DatabaseAccess::isModified(const AcDbDatabase& database) {
 
 void DatabaseAccess::beginStep(AcDbDatabase& database, const std::wstring& name) {
     DatabaseState* state = DatabaseState::of(&database);
-    // What was written into open objects before belongs to the step before.
-    state->objects().writeAll();
+    // What follows from what was done before belongs to the step before.
+    state->settle();
     state->drawing().beginStep(name);
 }
 

@@ -110,7 +110,7 @@ Acad::ErrorStatus AcDbDictionary::setAt(const ACHAR* entryName, AcDbObject* newV
     }
     const dxf::RecordId old = drawing.findHandle(dxf::toHandle(place.value.value));
     drawing.setValue(record(), place.value, handle);
-    if (old != dxf::kNoRecord && drawing.record(old).kind == dxf::RecordKind::Object) state->eraseObject(old);
+    if (old != dxf::kNoRecord && drawing.record(old).kind == dxf::RecordKind::Object) state->eraser().erase(old);
     return Acad::eOk;
 }
 
@@ -123,7 +123,7 @@ Acad::ErrorStatus AcDbDictionary::remove(const ACHAR* entryName) {
     if (!place.isFound) return Acad::eKeyNotFound;
     const dxf::RecordId object = drawing.findHandle(dxf::toHandle(place.value.value));
     drawing.eraseTags(record(), place.nameBegin, place.value.end);
-    if (object != dxf::kNoRecord && drawing.record(object).kind == dxf::RecordKind::Object) state->eraseObject(object);
+    if (object != dxf::kNoRecord && drawing.record(object).kind == dxf::RecordKind::Object) state->eraser().erase(object);
     return Acad::eOk;
 }
 

@@ -10,6 +10,7 @@
 #include "dbmain.h"
 #include "gepnt3d.h"
 #include "host/drawing/contents.h"
+#include "host/drawing/eraser.h"
 #include "host/dxf/drawing.h"
 #include "host/objectarx/db/kinds.h"
 #include "host/objectarx/db/openobjects.h"
@@ -32,6 +33,9 @@ class DatabaseState {
     void replace(std::unique_ptr<dxf::Drawing> content);
     // After the drawing was changed underneath: what was known of it is forgotten.
     void renew();
+    // Before the drawing is written, and before a step of undo ends: open objects are written into it, and nothing in it
+    // points to what was erased.
+    void settle();
 
     AcDbDatabase& database;
     const std::uint32_t number;
@@ -56,22 +60,17 @@ class DatabaseState {
     Acad::ErrorStatus clone(const AcDbObjectIdArray& ids, AcDbObjectId owner, AcDbIdMapping& idMap);
     // A new block, empty; its base point stands in the own tags.
     std::uint32_t addBlock(const DetachedTags& own, std::wstring_view wantedName);
-    // Takes an object that is no entity out of the drawing, with what it owns.
-    void eraseObject(dxf::RecordId object);
+    Eraser& eraser() { return *eraser_; }
     Acad::ErrorStatus erase(std::uint32_t object, bool erasing);
 
   private:
     Acad::ErrorStatus bringBack(std::uint32_t object);
-    void leave(std::uint32_t object, std::vector<dxf::RecordId> leaving);
-    void gatherBlock(const Block& block, std::vector<dxf::RecordId>& leaving) const;
-    void gatherExtension(dxf::RecordId record, std::vector<dxf::RecordId>& leaving) const;
 
     std::unique_ptr<dxf::Drawing> drawing_;
     std::unique_ptr<Contents> contents_;
     std::unique_ptr<ObjectKinds> kinds_;
     OpenObjects objects_;
-    std::unordered_map<std::uint32_t, std::vector<dxf::RecordId>> erasedWith_;  // what left the drawing with an object
-    std::vector<bool> erasedAlone_;                                             // by object: nothing left with it
+    std::unique_ptr<Eraser> eraser_;
 };
 
 // Coordinates from the tags code, code + 10 and code + 20; 0 for those missing.
