@@ -7,6 +7,7 @@
 """
 
 import collections
+import functools
 import logging
 import pathlib
 import re
@@ -80,7 +81,7 @@ def audited(path):
 
 def is_readable(path):
     try:
-        audited(path)
+        findings(path)
     except Exception:
         return False
     return True
@@ -91,6 +92,7 @@ def form_of(record):
     return [(code, value) for code, value in record if code in (100, 347, 348, 390)]
 
 
+@functools.lru_cache(maxsize=4)  # of a drawing that is compared with several others
 def findings(path):
     """What the auditor says, counted, and what it has read."""
     document, auditor = audited(path)
@@ -101,7 +103,7 @@ def findings(path):
 
 def troubles(before, after):
     old, new = Drawing(before), Drawing(after)
-    audits = [findings(before)[0]]
+    audits = [findings(before)[0].copy()]
     more, document = findings(after)
     audits.append(more)
     if not any(first(record, 5) for record in old.tables.get("LAYER", (None, []))[1]):
@@ -135,9 +137,11 @@ def new_findings(before, after):
 
 
 def compare(folder, find=troubles):
+    files = {}  # links to one file are one drawing
     for after in sorted(folder.glob("*.after.dxf")):
         before = after.with_name(after.name.replace(".after.", ".before."))
-        for trouble in find(before, after) if is_readable(before) else ():
+        same = files.setdefault(before.stat().st_ino, before)
+        for trouble in find(same, after) if is_readable(same) else ():
             print(f"{before.name}: {trouble}")
 
 
