@@ -123,7 +123,8 @@ Acad::ErrorStatus AcDbDictionary::remove(const ACHAR* entryName) {
     if (!place.isFound) return Acad::eKeyNotFound;
     const dxf::RecordId object = drawing.findHandle(dxf::toHandle(place.value.value));
     drawing.eraseTags(record(), place.nameBegin, place.value.end);
-    if (object != dxf::kNoRecord && drawing.record(object).kind == dxf::RecordKind::Object) state->eraser().erase(object);
+    if (object != dxf::kNoRecord && drawing.record(object).kind == dxf::RecordKind::Object)
+        state->eraser().erase(object);
     return Acad::eOk;
 }
 

@@ -33,8 +33,8 @@ class DatabaseState {
     void replace(std::unique_ptr<dxf::Drawing> content);
     // After the drawing was changed underneath: what was known of it is forgotten.
     void renew();
-    // Before the drawing is written, and before a step of undo ends: open objects are written into it, and nothing in it
-    // points to what was erased.
+    // Before the drawing is written, and before a step of undo ends: open objects are written into it, and nothing in
+    // it points to what was erased.
     void settle();
 
     AcDbDatabase& database;
