@@ -16,7 +16,6 @@ namespace qrs::host::commands {
 
 namespace {
 
-
 // Without the noise of a degree made of radians.
 std::wstring number(double value) {
     constexpr double kSteps = 1e8;
