@@ -53,10 +53,11 @@ class Numbering : public ToolCommands {
 
 TEST_F(Numbering, FindsTheNextSerialOfEachSystemAndBuilding) {
     openWith({{"0"}}, entity(0x200, "QRS_PIPE;67=1;8=0;100=TDbPipePrototype;1=给水;100=TDbPipe;10=0;20=0;11=0;21=0;"));
-    numeric[L"给水"] = 99;
+    numeric[L"生活给水"] = 99;
     text[L"污水"] = L"X";
     text[L"雨水%%3#楼"] = L"K";
     text[L"消防"] = L"kept";
+    // Two systems are drawn under their old names and numbered under the present ones.
     // All that follow "污水" are equal: the last one counts.
     // Two risers of "凝结" have exactly the serials that come next.
     const Pipe upright[] = {
@@ -76,8 +77,8 @@ TEST_F(Numbering, FindsTheNextSerialOfEachSystemAndBuilding) {
     AcDbObjectPointer<TDbPipe>(erased, AcDb::kForWrite)->erase();
     search();
     EXPECT_EQ(tables(),
-              "凝结=5 废水=13 给水=8 给水%%1#楼=5 给水%%2#楼=1 "
-              "/凝结=C/污水=WL-3/消防=kept/热水=1/给水=011/给水%%1#楼=WL-1/给水%%2#楼=B/雨水%%3#楼=B");
+              "凝结=5 废水=13 生活给水=8 生活给水%%1#楼=5 生活给水%%2#楼=1 "
+              "/凝结=C/污水=WL-3/消防=kept/热水给水=1/生活给水=011/生活给水%%1#楼=WL-1/生活给水%%2#楼=B/雨水%%3#楼=B");
     // What one search found, the next one finds again.
     const std::string before = tables();
     search();
@@ -135,9 +136,9 @@ TEST_F(Numbering, ReadsRisersAsTheirGettersTellThem) {
     EXPECT_LT(upright, kCount);
     // What was set and not written yet counts as well.
     const AcDbObjectPointer<TDbPipe> changed(add({L"给水", L"1"}), AcDb::kForWrite);
-    changed->SetPipeSystemName(L"热水");
+    changed->SetPipeSystemName(L"废水");
     EXPECT_TRUE(reader.Read(*changed.object(), riser));
-    EXPECT_EQ(riser.systemName, L"热水");
+    EXPECT_EQ(riser.systemName, L"废水");
 }
 
 TEST_F(Numbering, DrawsTheNumbersOfARunBesideItsNodes) {
