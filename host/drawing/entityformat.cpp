@@ -30,7 +30,7 @@ constexpr CodeFormat kInsert[] = {mark("AcDbBlockReference"),
                                   {210},
                                   {220},
                                   {230}};
-// The vertical mode stands behind a second mark of the same name.
+// The vertical mode stands after a second mark of the same name.
 constexpr CodeFormat kText[] = {mark("AcDbText"),
                                 {39},
                                 {10},

@@ -120,7 +120,7 @@ std::string paddedLike(std::string_view sample, std::string value) {
 template <typename Visit>
 void ObjectTags::visit(Visit&& visitor) const {
     int group = -1;
-    // False when the tags looked for lie behind.
+    // False when the tags looked for come later.
     const auto passOn = [&](int code, const Found& found) {
         if (groupCode_ < 0) return visitor(code, found);
         if (code == groupCode_) ++group;
@@ -223,7 +223,7 @@ void ObjectTags::write(int code, int nth, std::string value) {
         drawing_->setValue(record_, found.tag, value);
 }
 
-// Behind the last tag that comes earlier in the order, else before the first that comes later, else at the end.
+// After the last tag that comes earlier in the order, else before the first that comes later, else at the end.
 void ObjectTags::insert(int code, std::string value) {
     if (!own_ && !drawing_) return;
     const int rank = format_->rankOf(code);

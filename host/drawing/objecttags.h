@@ -16,7 +16,7 @@ namespace qrs::host {
 struct CodeFormat {
     int code;
     dxf::Version since = dxf::Version::Oldest;
-    const char* mark = nullptr;  // of a row with code 100: the subclass mark behind which the following rows stand
+    const char* mark = nullptr;  // of a row with code 100: the subclass mark after which the following rows stand
 };
 
 // The row for a kind of object.
@@ -29,7 +29,7 @@ struct RecordFormat {
     int rankOf(int code) const;
     // Version::Oldest when every version knows it.
     dxf::Version sinceOf(int code) const;
-    // Place of a subclass mark behind another place; -1 when it has no place there.
+    // Place of a subclass mark after another place; -1 when it has no place there.
     int rankOfMark(std::string_view mark, int behind) const;
 };
 
@@ -91,7 +91,7 @@ class ObjectTags {
     void setInteger(int code, std::int64_t value, int nth = 0);
     void setReal(int code, double value, int nth = 0);
     void setText(int code, std::wstring_view value);
-    // Another tag behind the last one; in its place in the order when there is none.
+    // Another tag after the last one; in its place in the order when there is none.
     void append(int code, std::string value);
     void removeAll(int code);
 

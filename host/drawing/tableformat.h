@@ -21,7 +21,7 @@ struct SiblingTag {
 struct TableFormat {
     TableKind kind;
     const char* name;            // of the table, and of its records
-    const char* recordSubclass;  // behind AcDbSymbolTableRecord, from AC1012 on
+    const char* recordSubclass;  // after AcDbSymbolTableRecord, from AC1012 on
     int handleCode;
     RecordFormat record;
     const SiblingTag* siblingTags;

@@ -19,7 +19,7 @@
 
 namespace qrs::dxf {
 
-// The form of what stands behind the signature.
+// The form of what stands after the signature.
 CodeForm codeFormOf(std::string_view body);
 
 namespace detail {

@@ -39,7 +39,7 @@ class Drawing {
   public:
     // Reads and indexes a file. Null, with "path:line: reason" in error ("path: byte N: reason" for a binary one), when
     // it is truncated, no DXF, or cannot be cut into tags. What can be worked on in spite of an error opens with
-    // faults; a file is truncated when it ends within a section, and only lacks its EOF when it ends behind one.
+    // faults; a file is truncated when it ends within a section, and only lacks its EOF when it ends after one.
     static std::unique_ptr<Drawing> open(const std::filesystem::path& native, platform::Error& error);
     // The same from bytes that the drawing keeps; name stands in for the path in messages.
     static std::unique_ptr<Drawing> fromBytes(std::string bytes, const std::string& name, platform::Error& error);
@@ -65,7 +65,7 @@ class Drawing {
     std::size_t recordCount() const { return index_.records.size(); }  // new ones included, erased ones too
     const Record& record(RecordId id) const { return index_.records[id]; }
     bool isErased(RecordId id) const { return (record(id).flags & kErased) != 0; }
-    // The first record in drawing order, and the one behind another; erased ones are passed over. kNoRecord at the end.
+    // The first record in drawing order, and the one after another; erased ones are passed over. kNoRecord at the end.
     RecordId first() const;
     RecordId next(RecordId id) const;
     // By handle (numbers, so "2a7" and "02A7" are one); kNoRecord when none is alive.
@@ -79,7 +79,7 @@ class Drawing {
     // The record that closes a Section, Table or Block.
     RecordId endOf(RecordId head) const { return index_.endOf(head); }
 
-    // The name of a type number; empty for the one number that all names behind the first 65,534 share. Of a record
+    // The name of a type number; empty for the one number that all names after the first 65,534 share. Of a record
     // typeNameOf is always right.
     std::string_view typeName(std::uint16_t type) const;
     std::string_view typeNameOf(RecordId id) const;
@@ -108,8 +108,8 @@ class Drawing {
     // Removes the bytes [begin, end) of a record; both are tag bounds.
     void eraseTags(RecordId id, std::uint32_t begin, std::uint32_t end);
     // A new record before another; the first tag carries code 0 (or 9). Its owner follows from the record it then
-    // stands behind: that record itself when it is a head, otherwise what that one lies under; a VERTEX, ATTRIB or
-    // SEQEND behind a POLYLINE or INSERT belongs to it. An end closes what it lies under.
+    // stands after: that record itself when it is a head, otherwise what that one lies under; a VERTEX, ATTRIB or
+    // SEQEND after a POLYLINE or INSERT belongs to it. An end closes what it lies under.
     RecordId insertRecord(RecordId before, RecordKind kind, const std::vector<NewTag>& tags);
     // Takes a record out of the drawing, or back into it with erase = false. The sub-entities of a main entity go with
     // it.

@@ -80,13 +80,13 @@ RecordId Drawing::nearestWithBytes(RecordId id) const {
     return id;
 }
 
-// A file without its EOF may lack the last line's end as well, which something put behind it needs.
+// A file without its EOF may lack the last line's end as well, which something put after it needs.
 void Drawing::endLastLine(RecordId behind) {
     const RecordId last = previous(behind);
     if (last != kNoRecord && form_->endLastLine(contents_.of(last), draft_)) takeDraft(last);
 }
 
-// Finds out what a new record lies under, from the one it stands behind.
+// Finds out what a new record lies under, from the one it stands after.
 void Drawing::settle(RecordId id) {
     Record& one = index_.records[id];
     const RecordId before = previous(id);

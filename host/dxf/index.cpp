@@ -93,7 +93,7 @@ void FieldReader::take(int code, std::string_view value, Interner& layers, bool 
             if (!hasLayer_) record.layer = copyNames ? layers.internCopy(value) : layers.intern(value);
             hasLayer_ = true;
             break;
-        // Space and visibility stand in the part all entities share; behind it the codes may mean something else.
+        // Space and visibility stand in the part all entities share; after it the codes may mean something else.
         case codes::kVisibility:
             if (place_.sections() <= 1 && toInteger(value) != 0) record.flags |= kInvisible;
             break;

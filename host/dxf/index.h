@@ -35,7 +35,7 @@ enum KnownType : std::uint16_t {
     kTypeDimStyle,
     kTypeLwPolyline,
 };
-// Stands for every type name behind the first 65534; such a name is read from the record.
+// Stands for every type name after the first 65534; such a name is read from the record.
 constexpr std::uint16_t kTypeUncounted = 0xFFFF;
 
 // Handles above this, which no program gives, do not count when a new one is looked for: adding to them would overflow.
@@ -67,7 +67,7 @@ struct Index {
     // Head and end of each section, table and block of the file, in order of the heads.
     std::vector<std::pair<RecordId, RecordId>> ends;
     std::unordered_map<RecordId, RecordId> newEnds;  // of new heads
-    std::vector<bool> referring;                     // by record; those behind its end do not
+    std::vector<bool> referring;                     // by record; those after its end do not
     std::uint64_t greatestHandle = 0;
     Faults faults;
     char lineEnd = '\n';                 // kBinaryLineEnd for a binary drawing
@@ -86,7 +86,7 @@ struct Index {
 // system, so that a large drawing needs little more memory than its index.
 bool buildIndex(std::string_view bytes, const platform::MappedFile* file, Index& index, Fault& fault);
 
-// The type number of a type name: known ones keep theirs, behind 65534 of them kTypeUncounted.
+// The type number of a type name: known ones keep theirs, after 65534 of them kTypeUncounted.
 std::uint16_t typeNumber(std::uint32_t interned);
 
 // True when a tag of this code can matter to a record's entry in the index.
@@ -105,7 +105,7 @@ class FieldReader {
   public:
     // Forgets what the record's fields held; its kind and type must be set.
     void begin(Record& record);
-    // A tag behind the record's first one; of those whose code is no field's (isFieldCode) none need be told.
+    // A tag after the record's first one; of those whose code is no field's (isFieldCode) none need be told.
     // copyNames: the value goes away, so a new layer name is kept as a copy.
     void take(int code, std::string_view value, Interner& layers, bool copyNames);
     // A tag that stands here names another record than the owner.

@@ -44,7 +44,7 @@ class Journal {
     void dropLast();
 
   private:
-    // Many small steps over a large drawing shall not add up: behind that many records the oldest steps are forgotten.
+    // Many small steps over a large drawing shall not add up: after that many records the oldest steps are forgotten.
     static constexpr std::size_t kMostRemembered = 2'000'000;
 
     static bool isEmpty(const Step& step, bool hasNew) { return step.changed.empty() && !hasNew; }

@@ -29,7 +29,7 @@ enum class RecordKind : std::uint8_t {
     Object,  // a record of the OBJECTS section
     EndSection,
     EndOfFile,
-    Other,  // a record of an unknown section, or anything behind EOF
+    Other,  // a record of an unknown section, or anything after EOF
 };
 
 enum RecordFlag : std::uint8_t {
@@ -38,7 +38,7 @@ enum RecordFlag : std::uint8_t {
     kNew = 4,         // not in the file as it was read
     kPaperSpace = 8,  // entity with 67 = 1
     kInvisible = 16,  // entity with 60 other than 0
-    kSubEntity = 32,  // VERTEX, ATTRIB, SEQEND behind their owner
+    kSubEntity = 32,  // VERTEX, ATTRIB, SEQEND after their owner
     kHasXdata = 64,
     kHasNewBefore = 128,  // new records stand right before it; only for the drawing itself
 };

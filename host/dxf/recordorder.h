@@ -18,7 +18,7 @@ class RecordOrder {
     bool isNew(RecordId id) const { return id >= fileCount_; }
 
     RecordId first() const { return firstOfRow(0); }  // no drawing is without records
-    // kNoRecord behind the last.
+    // kNoRecord after the last.
     RecordId next(RecordId id) const {
         if (isNew(id)) {
             const Place& place = places_[id - fileCount_];

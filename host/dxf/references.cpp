@@ -9,7 +9,7 @@ namespace {
 struct Row {
     ReferenceRule rule;
 
-    // Its entry begins with the tag before, or goes on with tags behind.
+    // Its entry begins with the tag before, or goes on with tags after.
     constexpr Row after(int code) const {
         Row row = *this;
         row.rule.before = code;

@@ -47,7 +47,7 @@ struct ReferenceRule {
     Loss loss;
 
     int before = kNoCode;                         // the tag before the reference is of its entry
-    int behind[3] = {kNoCode, kNoCode, kNoCode};  // so are these behind it
+    int behind[3] = {kNoCode, kNoCode, kNoCode};  // so are these after it
     int count = kNoCode;                          // the last such tag before the entry counts the list
     Emptied emptied = Emptied::Nothing;
     bool isWhole = false;        // with one entry all others go, and the reactors that answer them

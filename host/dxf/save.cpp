@@ -47,7 +47,7 @@ bool Drawing::save(const std::filesystem::path& native, bool keepBackup, platfor
             release.done(step);
         }
     });
-    // Looked at again behind the last byte: somebody may have changed the mapped file while it was copied.
+    // Looked at again after the last byte: somebody may have changed the mapped file while it was copied.
     if (!source_->isUnchanged(error) || !file.commit(keepBackup, error)) return false;
     contents_.noteSaved();
     guard_.noteSaved(native);

@@ -13,7 +13,7 @@ struct Tag {
     int code = 0;
     std::string_view value;
     std::uint32_t begin = 0;  // offset in the record of the first byte of the code line
-    std::uint32_t end = 0;    // offset behind the value's line end
+    std::uint32_t end = 0;    // offset after the value's line end
 };
 
 // A tag to be written; the value is in the bytes of the file.
@@ -22,7 +22,7 @@ struct NewTag {
     std::string value;
 };
 
-// A change of one tag of many: another value, or none any more, and tags put behind it.
+// A change of one tag of many: another value, or none any more, and tags put after it.
 struct TagEdit {
     Tag tag;
     bool hasValue = false;
@@ -39,7 +39,7 @@ class TagCursor {
     TagCursor(std::string_view record, char lineEnd) : record_(record), lineEnd_(lineEnd) {}
     // For a record by itself: its first line tells.
     explicit TagCursor(std::string_view record);
-    // False at the end of the record, and where what follows is no tag (behind EOF). Comments (999) are passed over.
+    // False at the end of the record, and where what follows is no tag (after EOF). Comments (999) are passed over.
     bool next(Tag& tag);
 
   private:

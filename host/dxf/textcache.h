@@ -11,7 +11,7 @@
 
 namespace qrs::dxf {
 
-// A text stays where it lies until kKept bytes of others have come behind it; reading a whole drawing keeps twice that
+// A text stays where it lies until kKept bytes of others have come after it; reading a whole drawing keeps twice that
 // at most.
 class TextCache {
   public:

@@ -25,7 +25,7 @@ namespace qrs::host::ed {
 
 namespace {
 
-enum class Word { Nothing, All, Last, Previous, Add, Remove, Undo, Single, Repeat, Group, Region, Point };
+enum class Word { Nothing, All, Last, Previous, Add, Remove, Undo, Single, Repeat, Region, Point };
 
 struct WordRow {
     const wchar_t* name;
@@ -45,7 +45,6 @@ constexpr WordRow kWords[] = {
     // Picks one after the other are what the prompt takes anyway.
     {L"MULTIPLE", 1, Word::Repeat},
     {L"AUTO", 2, Word::Repeat},
-    {L"GROUP", 1, Word::Group},
     {L"WINDOW", 1, Word::Region, RegionKind::Window},
     {L"CROSSING", 1, Word::Region, RegionKind::Crossing},
     {L"BOX", 3, Word::Region, RegionKind::Box},
@@ -200,9 +199,6 @@ class Selecting {
                 flags_ |= kSelectOnce;
                 return false;
             case Word::Repeat:
-                return false;
-            case Word::Group:
-                session_.output.print(L"\nGroups cannot be selected by name yet.\n");
                 return false;
             case Word::Region:
                 return changeBy(askRegion(session_, understood.region, cancelled_));

@@ -52,7 +52,7 @@ class QRS_HOST_PORT CStringList : public CObject {
 
     POSITION AddHead(const CString& text) { return InsertBefore(head_, text); }
     POSITION AddTail(const CString& text) { return InsertAfter(tail_, text); }
-    // At a null position: before the first, behind the last.
+    // At a null position: before the first, after the last.
     POSITION InsertBefore(POSITION position, const CString& text);
     POSITION InsertAfter(POSITION position, const CString& text);
     void RemoveAt(POSITION position);
@@ -74,7 +74,7 @@ class QRS_HOST_PORT CStringList : public CObject {
     const CString& GetHead() const { return GetAt(head_); }
     const CString& GetTail() const { return GetAt(tail_); }
 
-    // Null when there is none (from behind startAfter on, when given).
+    // Null when there is none (from after startAfter on, when given).
     POSITION Find(const CString& text, POSITION startAfter = nullptr) const;
     POSITION FindIndex(INT_PTR index) const;
 

@@ -53,7 +53,7 @@ int readNumber(const wchar_t*& at, Arguments& arguments) {
     return number;
 }
 
-// Reads what stands behind the '%', up to the letter and moves behind it.
+// Reads what stands after the '%', up to the letter and moves past it.
 Conversion readConversion(const wchar_t*& at, Arguments& arguments) {
     Conversion conversion;
     for (; *at && std::wcschr(L"-+ #0", *at); ++at)

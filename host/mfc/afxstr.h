@@ -71,7 +71,7 @@ class QRS_HOST_PORT CString {
     int Replace(wchar_t character, wchar_t replacement);
     // Number of characters removed.
     int Remove(wchar_t character);
-    // The new length. A position behind the end appends, one before the start inserts at it.
+    // The new length. A position after the end appends, one before the start inserts at it.
     int Insert(int index, LPCWSTR text);
     int Insert(int index, wchar_t character);
     int Delete(int index, int count = 1);
@@ -101,7 +101,7 @@ class QRS_HOST_PORT CString {
     void FormatV(LPCWSTR format, va_list arguments);
     void AppendFormatV(LPCWSTR format, va_list arguments);
 
-    // The next token from start on, runs of delimiters counting as one; start moves behind it, to -1 (and the answer is
+    // The next token from start on, runs of delimiters counting as one; start moves past it, to -1 (and the answer is
     // empty) when there is none. No delimiters at all: the rest of the text.
     CString Tokenize(LPCWSTR delimiters, int& start) const;
 

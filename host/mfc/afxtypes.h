@@ -1,6 +1,6 @@
 // The few plain types of the system's own headers that the plug-in interface speaks in.
 //
-// They are the types the 32-bit system declares, so a file may see both the system's headers and, behind them, these;
+// They are the types the 32-bit system declares, so a file may see both the system's headers and, after them, these;
 // where that system is not, DWORD and LONG keep their 32 bits.
 #pragma once
 

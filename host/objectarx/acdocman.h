@@ -62,7 +62,7 @@ class QRS_HOST_PORT AcApDocManagerReactor : public AcRxObject {
     virtual void documentCreated(AcApDocument* document);
     virtual void documentToBeDestroyed(AcApDocument* document);
     virtual void documentDestroyed(const ACHAR* fileName);
-    // The command's name comes with the lock and, behind a '#', with the unlock; empty for locks taken by hand.
+    // The command's name comes with the lock and, after a '#', with the unlock; empty for locks taken by hand.
     virtual void documentLockModeWillChange(AcApDocument* document, AcAp::DocLockMode myCurrentMode,
                                             AcAp::DocLockMode myNewMode, AcAp::DocLockMode currentMode,
                                             const ACHAR* globalCommandName);

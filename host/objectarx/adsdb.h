@@ -17,7 +17,7 @@ QRS_HOST_PORT int acdbHandEnt(const ACHAR* handle, ads_name name);
 // already, or the table cannot be opened.
 QRS_HOST_PORT int acdbRegApp(const ACHAR* name);
 
-// The entity behind another in the space or block it lies in; a null or empty name asks for the first one of the
-// drawing's spaces. Vertices, attributes and the SEQEND that closes them are met behind the entity they belong to, and
+// The entity after another in the space or block it lies in; a null or empty name asks for the first one of the
+// drawing's spaces. Vertices, attributes and the SEQEND that closes them are met after the entity they belong to, and
 // are objects like others. RTNORM; RTERROR, next cleared, when there is none.
 QRS_HOST_PORT int acdbEntNext(const ads_name entity, ads_name next);

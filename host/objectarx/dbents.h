@@ -110,7 +110,7 @@ class QRS_HOST_PORT AcDbViewport : public AcDbEntity {
     Adesk::Int16 number() const;
 
     bool isLayerFrozenInViewport(AcDbObjectId layer) const;
-    // Layers frozen already stay so; the others are put behind them. eInvalidLayer, nothing changed, when an id is no
+    // Layers frozen already stay so; the others are put after them. eInvalidLayer, nothing changed, when an id is no
     // layer of this drawing; eNotApplicable in a drawing that has no place for it.
     Acad::ErrorStatus freezeLayersInViewport(const AcDbObjectIdArray& layers);
     Acad::ErrorStatus thawLayersInViewport(const AcDbObjectIdArray& layers);

@@ -48,13 +48,13 @@ class QRS_HOST_PORT AcDbDxfFiler : public AcRxObject {
 
     // --- reading
 
-    // Goes to the section behind that mark, wherever in the object it stands. False, the place unchanged, when there is
+    // Goes to the section after that mark, wherever in the object it stands. False, the place unchanged, when there is
     // none.
     bool atSubclassData(const ACHAR* name);
     // The next item of the section: a point is one item, of the code of its x. Texts and binary data stay good until
     // the next item is read; a handle comes as the name of the object (resval.rlname). An item that says nothing is
     // passed over: a number or handle that is none or does not fit its type, the handle of no object, an unknown code.
-    // eEndOfObject behind the section's last item.
+    // eEndOfObject after the section's last item.
     Acad::ErrorStatus readResBuf(resbuf* item);
 
     // --- writing: eInvalidInput for a code that takes no value of that kind, for null, and before the first mark

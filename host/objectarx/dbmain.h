@@ -79,7 +79,7 @@ class QRS_HOST_PORT AcDbObject : public AcRxObject {
     // The chain of extended data of one application (1001 with its name, then the items), of all applications for null.
     // Released with acutRelRb. Null when there is none.
     resbuf* xData(const ACHAR* regAppName = nullptr) const;
-    // Replaces the data of each application the chain names by the items behind its 1001; a 1001 with nothing behind
+    // Replaces the data of each application the chain names by the items after its 1001; a 1001 with nothing after
     // removes that application's data; other applications' stay. eRegappIdNotFound when an application is not in the
     // table "APPID", eBadDxfSequence when the chain does not open with 1001 or its brackets (1002) do not match,
     // eInvalidInput for a type that is no extended data or a text of more than 255 characters, eXdataSizeExceeded
@@ -235,7 +235,7 @@ class QRS_HOST_PORT AcDbDatabase : public AcRxObject {
     // another drawing; eInvalidInput for one that is no object. One pass over the drawing however many ids there are.
     Acad::ErrorStatus countHardReferences(const AcDbObjectIdArray& ids, Adesk::UInt32* counts);
 
-    // Copies entities into a block of this drawing, behind what lies in it, every tag kept; handles, owners and the
+    // Copies entities into a block of this drawing, after what lies in it, every tag kept; handles, owners and the
     // space they lie in follow. Vertices and attributes come along, extension dictionaries and groups' memberships do
     // not. idMap tells the copies. eNullObjectId; eWrongDatabase; eWrongObjectType for what is no entity of its own or
     // no block; eNotApplicable for a block the file has no definition of. Nothing is copied then.

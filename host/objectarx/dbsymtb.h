@@ -371,7 +371,7 @@ class QRS_HOST_PORT AcDbBlockTableRecord : public AcDbSymbolTableRecord {
 
     // The iterator is deleted by the caller.
     Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& iterator) const;
-    // Takes over an entity made with new, behind the others; it is then open for writing. A drawing learns of a class
+    // Takes over an entity made with new, after the others; it is then open for writing. A drawing learns of a class
     // that an application brings by a record of its own. On an error the entity stays the caller's, and the drawing is
     // as it was: eNotOpenForWrite, eNullObjectPointer, eAlreadyInDb; eInvalidLayer or eKeyNotFound when the drawing
     // lacks the entity's layer or linetype; eNotApplicable for a class without an rxInit that was called, in a drawing

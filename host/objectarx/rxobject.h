@@ -54,7 +54,7 @@ class QRS_HOST_PORT AcRxClass : public AcRxObject {
 // The objects of drawing files that bear the class's DXF name are opened as objects of it from now on; that name must
 // not be one of the editor's own. Called by rxInit.
 QRS_HOST_PORT void acrxRegisterClass(AcRxClass* aClass);
-// Has nothing to do here, as classes know their parents from the beginning; applications call it behind their rxInit.
+// Has nothing to do here, as classes know their parents from the beginning; applications call it after their rxInit.
 inline void acrxBuildClassHierarchy() {}
 // Ends what rxInit began: further objects of the class are opened as unknown ones. No object of it may be open.
 QRS_HOST_PORT void deleteAcRxClass(AcRxClass* aClass);

@@ -88,7 +88,7 @@ CDBFRecordset::ResolvedField CDBFRecordset::Resolve(std::wstring_view name) cons
     return resolved;
 }
 
-// Callers ask the same names for every record, in the same order: the name behind the last one asked is tried first.
+// Callers ask the same names for every record, in the same order: the name after the last one asked is tried first.
 const CDBFRecordset::ResolvedField& CDBFRecordset::Resolved(std::wstring_view name) {
     for (std::size_t tried = 0; tried < resolved_.size(); ++tried) {
         if (next_ >= resolved_.size()) next_ = 0;

@@ -18,7 +18,7 @@ constexpr const wchar_t* kByLayer = L"随层";
 constexpr const wchar_t* kByBlock = L"随块";
 constexpr std::size_t kLongestName = 255;
 
-// Lineweights of the editor, hundredths of a millimetre, behind its three special ones.
+// Lineweights of the editor, hundredths of a millimetre, after its three special ones.
 constexpr Adesk::Int32 kLineWeights[] = {-3, -1, -2, 0,  5,  9,  13,  15,  18,  20,  25,  30,  35, 40,
                                          50, 53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
 

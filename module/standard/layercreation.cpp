@@ -51,7 +51,7 @@ LayerNode* currentIndependentLayer(const CString& layerKey) {
 AcDbObjectId LayerNode::CreateLayer(bool* created) const {
     AcDbObjectId id = QrsExport::GetLayerIdFromString(LayerName.GetString());
     if (!id.isNull()) return id;
-    // The record is destroyed behind the table, and deleted there when the table did not take it.
+    // The record is destroyed after the table, and deleted there when the table did not take it.
     AcDbLayerTableRecordPointer record;
     record.create();
     // Opened before the linetype is loaded: where the layer cannot be made, the drawing stays as it is.

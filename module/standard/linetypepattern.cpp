@@ -14,7 +14,7 @@
 namespace qrs::standard {
 namespace {
 
-// A linetype has at most 12 dashes, gaps and dots. A gap with a text makes two, before and behind the text's place.
+// A linetype has at most 12 dashes, gaps and dots. A gap with a text makes two, before and after the text's place.
 constexpr std::size_t kMostElements = 12;
 // Lengths stand in the table with three decimals.
 constexpr double kLengthTolerance = 0.01;
@@ -26,7 +26,7 @@ std::wstring_view trimmed(std::wstring_view text) {
     return text.substr(begin, text.find_last_not_of(L' ') - begin + 1);
 }
 
-// "-4.5[J]": a number, behind a negative one perhaps a text in brackets.
+// "-4.5[J]": a number, after a negative one perhaps a text in brackets.
 bool readElement(std::wstring_view source, PatternElement& element) {
     const std::size_t bracket = source.find(L'[');
     const std::wstring_view number = trimmed(source.substr(0, bracket));

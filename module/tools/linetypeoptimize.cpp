@@ -218,7 +218,7 @@ void optimizeLinetypes() {
 }
 
 void optimizeLinetypesByDialog() {
-    // Shown until it is closed: behind a dialog that stays open nobody could answer the selection's prompt here.
+    // Shown until it is closed: while a dialog stays open nobody could answer the selection's prompt here.
     CLinetypeOptimizeDlg dialog;
     if (dialog.DoModal() != IDOK) return;
     TPickEntSet picked;

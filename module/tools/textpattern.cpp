@@ -126,7 +126,7 @@ bool spaceGap(Carried text, const TextSpacing& spacing, std::vector<Dash>& out) 
 }
 
 // True when at least one gap was spaced; out is the whole pattern then. A text at the end of a dash stands in the gap
-// behind it.
+// after it.
 bool spaceDashes(const std::vector<Dash>& dashes, const TextSpacing& spacing, std::vector<Dash>& out) {
     bool spacedAny = false;
     for (std::size_t begin = 0; begin < dashes.size();) {

@@ -20,7 +20,7 @@ enum class SpacingResult {
 };
 
 // The linetype of the drawing that draws as linetype does, its texts scaled, with the gap left and right of each; made
-// when missing. Its name is the linetype's with what was asked behind it ("J$1.5$2": gap 1.5, scale 2; rounded to
+// when missing. Its name is the linetype's with what was asked after it ("J$1.5$2": gap 1.5, scale 2; rounded to
 // three decimals, as they are then drawn); one of that name is taken as it is. A linetype that was made so counts as
 // the one it was made from, so that sizes do not add up. Dashes keep their length, and so do gaps with several texts or
 // none. spaced: the null id unless kSpaced.

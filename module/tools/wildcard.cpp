@@ -79,7 +79,7 @@ class SegmentSearch {
         }
     }
 
-    // Behind the first place of the segment in the text; npos when there is none.
+    // The end of the first place of the segment in the text; npos when there is none.
     std::size_t endIn(std::string_view text) {
         const std::uint64_t whole = std::uint64_t{1} << (length_ - 1) % kBits;
         for (std::size_t i = 0; i < text.size(); ++i) {

@@ -12,7 +12,7 @@ ACRX_DEFINE_DXF_MEMBERS(AcDbDictionary, AcDbObject, "DICTIONARY")
 namespace {
 
 constexpr int kEntryNameCode = 3;
-// The tag behind an entry's name holds its handle: 350 when the dictionary does not own it, 360 when it does.
+// The tag after an entry's name holds its handle: 350 when the dictionary does not own it, 360 when it does.
 constexpr int kSoftOwnerCode = 350;
 constexpr int kHardOwnerCode = 360;
 constexpr int kFirstXdata = 1000;

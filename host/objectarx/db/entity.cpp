@@ -24,7 +24,7 @@ constexpr int kVisibilityCode = 60;
 constexpr int kLineWeightCode = 370;
 constexpr int kByLayerIndex = 256;
 
-// The tags all entities share. Some programs write them behind the second subclass; where the layer stands, the others
+// The tags all entities share. Some programs write them after the second subclass; where the layer stands, the others
 // do.
 ObjectTags commonTags(dxf::Drawing& drawing, dxf::RecordId record) {
     const ObjectTags common(&drawing, record, qrs::host::entityFormat(), ObjectTags::Part::Common);

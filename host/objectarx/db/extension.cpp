@@ -62,7 +62,7 @@ Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
 
 namespace {
 
-// The tags of a layout behind those of its plot settings, which have codes in common with it.
+// The tags of a layout after those of its plot settings, which have codes in common with it.
 bool findLayoutTag(const DatabaseState& state, dxf::RecordId record, int code, dxf::Tag& found) {
     dxf::TagCursor cursor = state.drawing().tags(record);
     bool isOwn = false;

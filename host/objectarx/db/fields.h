@@ -27,7 +27,7 @@ struct PresentItem {
 struct PresentSection {
     std::wstring mark;
     std::vector<PresentItem> items;
-    std::uint32_t end = 0;  // behind its last item
+    std::uint32_t end = 0;  // after its last item
 };
 
 struct WrittenItem {

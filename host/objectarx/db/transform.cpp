@@ -39,10 +39,10 @@ struct Row {
     const char* dxfName;
     int code;
     Role role;
-    int anchor = 0;  // a missing tag is put behind the first of this code; 0: a missing one means nothing
+    int anchor = 0;  // a missing tag is put after the first of this code; 0: a missing one means nothing
 };
 
-// Behind 101, texts carry the values of a text of several lines: MTEXT those of its columns, attributes a whole one.
+// After 101, texts carry the values of a text of several lines: MTEXT those of its columns, attributes a whole one.
 constexpr int kEmbeddedCode = 101;
 constexpr const char* kEmbedded = "MTEXT 101";
 
@@ -152,7 +152,7 @@ constexpr Row kRows[] = {
     {"DIMENSION", 14, Role::WorldPoint},
     {"DIMENSION", 15, Role::WorldPoint},
     {"DIMENSION", 16, Role::PlanePoint},
-    // What new drawings write behind a text once more, for its columns.
+    // What new drawings write after a text once more, for its columns.
     {kEmbedded, 10, Role::Direction},
     {kEmbedded, 11, Role::WorldPoint},
     {kEmbedded, 40, Role::Length},
@@ -256,7 +256,7 @@ class Numbers {
     }
     // The last coordinate that follows a tag.
     std::size_t lastAxis(std::size_t i) const { return isAxis(i, 2) ? i + 2 : isAxis(i, 1) ? i + 1 : i; }
-    // A tag behind another.
+    // A tag after another.
     void insert(std::size_t behind, int newCode, double newValue) {
         edits_[behind].behind.push_back({newCode, dxf::realText(newValue)});
     }

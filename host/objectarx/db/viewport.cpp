@@ -149,7 +149,7 @@ Acad::ErrorStatus AcDbViewport::thawLayersInViewport(const AcDbObjectIdArray& la
     if (const Acad::ErrorStatus status = checkLayers(layers); status != Acad::eOk) return status;
     DatabaseState& state = *DatabaseState::of(database());
     const FrozenList list = readFrozen(state, record());
-    // From behind, so that the places of the others hold.
+    // From the end, so that the places of the others hold.
     for (auto one = list.layers.rbegin(); one != list.layers.rend(); ++one) {
         const bool isWanted = std::any_of(layers.begin(), layers.end(),
                                           [&](const AcDbObjectId& id) { return id.recordNumber() == one->layer; });

@@ -18,7 +18,7 @@ ACRX_DEFINE_DXF_MEMBERS(AcDbXrecord, AcDbObject, "XRECORD")
 namespace {
 
 constexpr int kFirstXdata = 1000;
-// Right behind the subclass mark: how doubled names are dealt with when drawings are put together. It is no value.
+// Right after the subclass mark: how doubled names are dealt with when drawings are put together. It is no value.
 constexpr int kCloningCode = 280;
 
 // Where in a record the values stand.

@@ -34,7 +34,7 @@ bool leadByteOf(unsigned codePage, unsigned char byte);
 constexpr unsigned kGb18030 = 54936;
 
 // The characters of four bytes: lead, digit, lead, digit, counted in order. Those of the basic plane fill the gaps
-// which the characters of two bytes leave; behind them come, number by number, the code points of all other planes.
+// which the characters of two bytes leave; after them come, number by number, the code points of all other planes.
 class FourByteTable {
   public:
     explicit FourByteTable(SystemCodePage& system);

@@ -11,7 +11,7 @@ namespace qrs::platform {
 
 struct DialogAnswer {
     std::vector<DialogItem> items;      // what the answer speaks of
-    std::optional<std::wstring> value;  // what stands behind "="
+    std::optional<std::wstring> value;  // what stands after "="
     std::wstring refusal;               // why it means nothing, one sentence; items are empty then
 };
 

@@ -25,7 +25,7 @@ std::wstring nameOf(const DialogItem& item);
 bool isMark(const DialogItem& item);
 bool isMarked(const DialogItem& item);
 
-// The lines of a dialog behind its title, without line ends.
+// The lines of a dialog after its title, without line ends.
 std::vector<std::wstring> linesOf(Dialog& dialog);
 
 }  // namespace qrs::platform

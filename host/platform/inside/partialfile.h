@@ -20,7 +20,7 @@ class PartialFile {
 
     // Looks at the target and makes the temporary file beside it. False, with the reason in error, when it cannot.
     virtual bool begin(const std::filesystem::path& target, Error& error) = 0;
-    // Writes; a failure is remembered, and nothing is written behind it.
+    // Writes; a failure is remembered, and nothing is written after it.
     virtual void put(std::string_view bytes) = 0;
     bool hasFailed() const { return static_cast<bool>(failure); }
     // As AtomicFile::commit.

@@ -9,7 +9,7 @@ namespace qrs::platform {
 
 namespace {
 
-// Names that are not just the number behind "CP".
+// Names that are not just the number after "CP".
 struct CodePageName {
     unsigned codePage;
     const char* name;

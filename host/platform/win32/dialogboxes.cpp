@@ -14,7 +14,7 @@ namespace qrs::platform {
 
 namespace {
 
-// Behind every path the system gives back.
+// Follows every path the system gives back.
 constexpr std::size_t kLongestPath = 32768;
 
 UINT buttonsOf(MessageButtons buttons) {

@@ -29,7 +29,7 @@ bool TDwgSettingDefaults::Get(const std::wstring& function, const std::wstring& 
 
 namespace {
 
-// True when nothing but white space lies behind the number.
+// True when nothing but white space lies after the number.
 bool isWholeText(const wchar_t* begin, const wchar_t* end) {
     return end != begin && end[std::wcsspn(end, L" \t\r\n")] == L'\0';
 }

@@ -21,7 +21,7 @@ struct TPipeOption {
     double largest;
 };
 
-// The options in the order in which setting.ini has them; index from 0, null behind the last.
+// The options in the order in which setting.ini has them; index from 0, null after the last.
 QRS_HOST_PORT const TPipeOption* PipeOptionAt(std::size_t index);
 // By name, exactly; null when there is none.
 QRS_HOST_PORT const TPipeOption* FindPipeOption(const std::wstring& name);

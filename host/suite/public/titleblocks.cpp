@@ -16,7 +16,7 @@ constexpr std::wstring_view kByteOrderMark = L"\xFEFF";
 constexpr wchar_t kComment = L';';
 constexpr wchar_t kBetween = L'\t';
 
-// The next line of the text, without its end; the text goes on behind it.
+// The next line of the text, without its end; the text goes on after it.
 std::wstring_view takeLine(std::wstring_view& text) {
     const std::size_t end = text.find(L'\n');
     std::wstring_view line = text.substr(0, end);

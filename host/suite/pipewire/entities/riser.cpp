@@ -116,7 +116,7 @@ class TRiserReader::Scan {
         return ObjectTagWalk::real(tag.value, axis == 1 ? point_->y : point_->z);
     }
 
-    // The first of an application's parts counts, and in it what stands right behind the name.
+    // The first of an application's parts counts, and in it what stands right after the name.
     bool takeItem(TRiserReader& reader, const ObjectTag& tag) {
         const bool isWanted = wanted_ < items_.size();
         if (tag.code == kFirstXdata) {

@@ -18,7 +18,7 @@ constexpr Adesk::Int16 kTypeFlagCode = 291;
 
 using Values = TDbSectionDrawing::Values;
 
-// A flag stands behind the name or type it belongs to. A name or type without one has a flag that is not set.
+// A flag stands after the name or type it belongs to. A name or type without one has a flag that is not set.
 const FieldRow<Values> kRows[] = {
     {300,
      [](Values& values, const resbuf& item) {
