@@ -1,4 +1,4 @@
-// The blocks of one drawing, and model and paper space among them.
+// Gathers the blocks of a drawing from the table or the section, and finds them by name, id, head and space.
 #include "host/drawing/blocks.h"
 
 #include "host/drawing/objecttags.h"

@@ -1,4 +1,4 @@
-// The tags of the kinds of entities that can be made and changed, as data.
+// The rows of tags of each kind of entity, and the tags by which entities name records of tables.
 #include "host/drawing/entityformat.h"
 
 namespace qrs::host {

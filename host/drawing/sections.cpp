@@ -1,4 +1,4 @@
-// The sections of a drawing file, put into it where it lacks them.
+// Finds a section by its name and makes it in its place where the file has none.
 #include "host/drawing/sections.h"
 
 #include <algorithm>

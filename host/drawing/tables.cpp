@@ -1,4 +1,4 @@
-// The symbol tables of one drawing: their records by name, and new ones.
+// Finds records of tables by name, and writes new ones as their siblings are written.
 #include "host/drawing/tables.h"
 
 #include <algorithm>

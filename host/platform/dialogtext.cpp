@@ -1,4 +1,4 @@
-// Dialogs asked as text, for terminals and scripts.
+// Shows a dialog line by line and does what the answers ask, until one of its buttons ends it.
 #include "host/platform/dialogtext.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// A limit on the time the program may take.
+// A thread that waits for the end of the time, says its line and ends the process.
 #include "host/platform/watch.h"
 
 #include <chrono>

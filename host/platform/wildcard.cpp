@@ -1,4 +1,4 @@
-// File name patterns of '*' and '?'.
+// Matches folded code points; a star is tried again one further on when the rest does not fit.
 #include "host/platform/wildcard.h"
 
 #include <string>

@@ -1,4 +1,4 @@
-// The error of the table library.
+// The generic message: the number as eight hexadecimal digits.
 #include "config/dbfexception.h"
 
 #include <cinttypes>

@@ -1,4 +1,4 @@
-// Memo files: where the tables keep texts that have no fixed length.
+// Reads the block that a memo field names, bounded by the file's size and by what a person writes.
 #include "config/dbfmemo.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The value of one field: from the record's bytes to a variant, to narrow text, to the number that text reads as.
+// Turns the bytes of a field into a variant, its text and its number.
 #include "config/dbfvalue.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The pipe settings dialog: the systems and layers of the current standard.
+// Lists systems and layers of the chosen group, and edits them on a copy until OK.
 #include "dialogs/pipesettingdlg.h"
 
 #include <utility>

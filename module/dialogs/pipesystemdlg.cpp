@@ -1,4 +1,4 @@
-// The dialog that edits what a pipe system says of itself.
+// The fields of a system as rows, shown, checked and taken over by one loop.
 #include "dialogs/pipesystemdlg.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-// Keeps what the module's functions throw inside the module.
+// Tells a failure through the suite's error line.
 #include "frame/guard.h"
 
 #include "host/platform/codepage.h"

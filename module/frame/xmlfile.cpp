@@ -1,4 +1,4 @@
-// XML files of the system folder.
+// Finds an XML file on the data path and reads it, with one message when it cannot be.
 #include "frame/xmlfile.h"
 
 #include <cstring>

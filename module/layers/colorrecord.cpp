@@ -1,4 +1,4 @@
-// The colours that layers had before they were painted, kept in the drawing.
+// The record "TuCengDanSe-YanSeHuiFu" in the dictionary of named objects: read, written, erased.
 #include "layers/colorrecord.h"
 
 #include "dbdict.h"

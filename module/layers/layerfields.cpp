@@ -1,4 +1,4 @@
-// Settings of layers as dialogs show and take them.
+// Colours, lineweights and linetypes as texts, back from texts, and the settings of a layer in the drawing.
 #include "layers/layerfields.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Dialogs in which layers of a drawing are chosen from a list.
+// Fills the list, and gives back what was chosen when OK was pressed.
 #include "layers/layerlistdlg.h"
 
 #include "layers/layerfields.h"

@@ -1,4 +1,4 @@
-// The dialog that takes the settings of an object's layer over into a layer of the standard.
+// Follows the choice of group, system and type, and takes the picked layer's settings over.
 #include "layers/layerpickupdlg.h"
 
 #include <utility>

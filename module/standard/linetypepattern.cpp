@@ -1,4 +1,4 @@
-// Linetypes as linetype.dbf describes them.
+// Reads "12,-4.5[J],-4.5" of the table's Content and measures the pattern.
 #include "standard/linetypepattern.h"
 
 #include <algorithm>

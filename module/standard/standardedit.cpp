@@ -1,4 +1,4 @@
-// Editing the current standard on a copy, and making the copy the current standard.
+// Copies the tree, writes it to its file, makes it the current one and updates the drawing's layers.
 #include "standard/standardedit.h"
 
 #include <algorithm>

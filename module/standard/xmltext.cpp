@@ -1,4 +1,4 @@
-// The text of an XML file, whatever encoding a person has saved it in.
+// Finds the encoding by its mark or its declaration and turns the bytes into UTF-8.
 #include "standard/xmltext.h"
 
 #include <algorithm>

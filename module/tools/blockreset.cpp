@@ -1,4 +1,4 @@
-// The command that rebuilds a block from chosen entities.
+// Moves chosen entities into the coordinates of the block and lets them take the place of its content.
 #include "tools/blockreset.h"
 
 #include <cmath>

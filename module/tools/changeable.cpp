@@ -1,4 +1,4 @@
-// Which entities a command may change, and what it tells of those it leaves.
+// Locked layers are asked about here, because the host itself never refuses to change an object.
 #include "tools/changeable.h"
 
 #include "acutads.h"

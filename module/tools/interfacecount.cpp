@@ -1,4 +1,4 @@
-// The command that counts the connection interfaces of a pipe object.
+// Counts, for a pipe or a node, the ends of other pipes that meet it.
 #include "tools/interfacecount.h"
 
 #include "acutads.h"

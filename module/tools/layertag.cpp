@@ -1,4 +1,4 @@
-// Tags that tell which discipline an entity belongs to.
+// Writes and clears the tags of picked entities, and tells of those that could not take one.
 #include "tools/layertag.h"
 
 #include "acedads.h"

@@ -1,4 +1,4 @@
-// Linetype optimisation: the texts in the linetypes of chosen objects get other gaps and sizes.
+// Asks for gap, scale and objects, and gives the objects a variant of the linetype they are drawn with.
 #include "tools/linetypeoptimize.h"
 
 #include <cmath>

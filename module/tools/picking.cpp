@@ -1,4 +1,4 @@
-// Asking for objects, and the layers they lie on.
+// Asks until something is hit, and finds layers by object, by name and by what they are not.
 #include "tools/picking.h"
 
 #include <set>

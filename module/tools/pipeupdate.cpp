@@ -1,4 +1,4 @@
-// The command that brings pipes in line with the current standard.
+// Compares each pipe with the standard's system and layer, and writes only what differs.
 #include "tools/pipeupdate.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-// Linetypes with text, made anew with other gaps beside their texts and other text sizes.
+// Measures the texts of a linetype and moves its gaps to what was asked.
 #include "tools/textpattern.h"
 
 #include <algorithm>

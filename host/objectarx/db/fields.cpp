@@ -1,4 +1,4 @@
-// The sections and items of one object's own tags: taking them apart, and laying others over them.
+// Reads a record section by section, and finds which of its items the written ones replace.
 #include "host/objectarx/db/fields.h"
 
 #include <algorithm>

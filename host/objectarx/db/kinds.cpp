@@ -1,4 +1,4 @@
-// Which class of the interface an object of a drawing file has.
+// Makes the objects for records: known kinds have a class, kinds known by name alone an opaque one.
 #include "host/objectarx/db/kinds.h"
 
 #include <map>

@@ -1,4 +1,4 @@
-// What an answer to a dialog in text form means.
+// Takes an answer apart (numbers, names, patterns, "name=value") and finds the items it speaks of.
 #include "host/platform/inside/dialoganswer.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The text form of a dialog: its lines, and the numbered items in them.
+// Puts the controls of a dialog into lines, and counts the numbers by which they are answered.
 #include "host/platform/inside/dialoglines.h"
 
 #include <algorithm>

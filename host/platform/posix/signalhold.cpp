@@ -1,4 +1,4 @@
-// Writing without being ended by a signal.
+// Blocks the signals that a failed write raises, and takes back those that came meanwhile.
 #include "host/platform/posix/signalhold.h"
 
 #include <ctime>
