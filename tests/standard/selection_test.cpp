@@ -163,7 +163,9 @@ class Unreadable : public Selection, public testing::WithParamInterface<const ch
     void make(const fs::path& path) const {
         const std::string kind = GetParam();
         if (kind == "loop") fs::create_symlink(path.filename(), path);
-        if (kind == "pipe") ASSERT_EQ(mkfifo(path.c_str(), 0644), 0);
+        if (kind == "pipe") {
+            ASSERT_EQ(mkfifo(path.c_str(), 0644), 0);
+        }
         if (kind == "folder out of reach") fs::create_symlink(folder / "closed/any", path);
         if (kind == "no permission") std::ofstream(path.string()).flush(), fs::permissions(path, fs::perms::none);
         if (kind == "too large") std::ofstream(path.string()).flush(), fs::resize_file(path, (512u << 20) + 1);
