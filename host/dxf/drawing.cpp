@@ -45,7 +45,7 @@ bool Drawing::load(const std::string& name, platform::Error& error) {
     const std::string_view bytes = source_->bytes();
     Fault fault;
     if (!buildIndex(bytes, source_->file(), index_, fault)) {
-        const std::uint64_t line = lineNumber(bytes, fault.offset, index_.lineEnd);
+        const std::uint64_t line = lineNumber(bytes, static_cast<std::size_t>(fault.offset), index_.lineEnd);
         const std::string place = line == 0 ? " byte " + std::to_string(fault.offset) : std::to_string(line);
         error.message = name + ":" + place + ": " + fault.text;
         return false;

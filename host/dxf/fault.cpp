@@ -34,8 +34,9 @@ void Faults::finish(std::string_view bytes, char lineEnd, const RecordStore& rec
     for (Fault& fault : all_) {
         // Each line is counted from the fault before.
         if (lineEnd != kBinaryLineEnd) {
-            line += lineNumber(bytes.substr(counted), fault.offset - counted, lineEnd) - 1;
-            counted = fault.offset;
+            const auto offset = static_cast<std::size_t>(fault.offset);
+            line += lineNumber(bytes.substr(counted), offset - counted, lineEnd) - 1;
+            counted = offset;
             fault.line = line;
         }
         if (fault.record != kNoRecord) fault.handle = records[fault.record].handle;
