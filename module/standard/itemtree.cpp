@@ -95,7 +95,7 @@ ItemTree::ItemTree(const pugi::xml_document& frame, const std::vector<std::strin
 
 pugi::xml_node ItemTree::whole(const pugi::xml_node& item) {
     if (pieces_.empty()) return item;
-    const std::size_t number = item.attribute(kPieceNumber).as_ullong(pieces_.size());
+    const auto number = static_cast<std::size_t>(item.attribute(kPieceNumber).as_ullong(pieces_.size()));
     if (number >= pieces_.size()) return item;
     buffer_.assign(pieces_[number]);
     const pugi::xml_parse_result result =
