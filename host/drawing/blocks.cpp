@@ -2,6 +2,7 @@
 #include "host/drawing/blocks.h"
 
 #include "host/drawing/objecttags.h"
+#include "host/dxf/groupcodes.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host {
@@ -31,7 +32,7 @@ Space spaceOf(const std::wstring& name) {
 
 std::wstring nameIn(const dxf::Drawing& drawing, RecordId record) {
     dxf::Tag tag;
-    return drawing.findTag(record, 2, tag) ? readText(drawing, tag.value) : std::wstring();
+    return drawing.findTag(record, dxf::codes::kName, tag) ? readText(drawing, tag.value) : std::wstring();
 }
 
 }  // namespace

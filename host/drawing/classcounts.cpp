@@ -3,6 +3,7 @@
 
 #include "host/drawing/objecttags.h"
 #include "host/drawing/sections.h"
+#include "host/dxf/classcodes.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host {
@@ -10,10 +11,10 @@ namespace qrs::host {
 using dxf::kNoRecord;
 using dxf::RecordId;
 using dxf::RecordKind;
+namespace classes = dxf::codes::classes;
 
 namespace {
 
-constexpr int kCountCode = 91;
 constexpr dxf::Version kFirstWithCount = dxf::Version::R2004;
 constexpr RecordId kNotLookedUp = kNoRecord - 1;
 
@@ -34,14 +35,14 @@ std::vector<dxf::NewTag> classTags(const dxf::Drawing& drawing, const ClassDescr
         const bool hasSample = sibling != kNoRecord && drawing.findTag(sibling, code, sample);
         return dxf::NewTag{code, paddedLike(hasSample ? sample.value : std::string_view(), std::to_string(value))};
     };
-    std::vector<dxf::NewTag> tags{{0, "CLASS"},
-                                  {1, writeText(drawing, one.dxfName)},
-                                  {2, writeText(drawing, one.name)},
-                                  {3, writeText(drawing, one.application)},
-                                  number(90, one.proxyFlags)};
-    if (drawing.version() >= kFirstWithCount) tags.push_back(number(kCountCode, 1));
-    tags.push_back(number(280, 0));  // was no proxy
-    tags.push_back(number(281, one.isEntity ? 1 : 0));
+    std::vector<dxf::NewTag> tags{{dxf::codes::kType, "CLASS"},
+                                  {classes::kRecordName, writeText(drawing, one.dxfName)},
+                                  {classes::kClassName, writeText(drawing, one.name)},
+                                  {classes::kApplication, writeText(drawing, one.application)},
+                                  number(classes::kProxyFlags, one.proxyFlags)};
+    if (drawing.version() >= kFirstWithCount) tags.push_back(number(classes::kCount, 1));
+    tags.push_back(number(classes::kWasProxy, 0));
+    tags.push_back(number(classes::kIsEntity, one.isEntity ? 1 : 0));
     return tags;
 }
 
@@ -51,7 +52,7 @@ RecordId ClassCounts::find(std::wstring_view dxfName) const {
     RecordId found = kNoRecord;
     visitClasses(drawing_, [&](RecordId id) {
         dxf::Tag tag;
-        const bool isWanted = drawing_.findTag(id, 1, tag) &&
+        const bool isWanted = drawing_.findTag(id, classes::kRecordName, tag) &&
                               platform::compareNoCase(readText(drawing_, dxf::trimmed(tag.value)), dxfName) == 0;
         if (isWanted) found = id;
         return !isWanted;
@@ -65,7 +66,7 @@ void ClassCounts::add(const ClassDescription& one) {
     RecordId last = kNoRecord;
     visitClasses(drawing_, [&](RecordId id) {
         dxf::Tag tag;
-        if (drawing_.findTag(id, 1, tag)) last = id;
+        if (drawing_.findTag(id, classes::kRecordName, tag)) last = id;
         return true;
     });
     drawing_.insertRecord(drawing_.endOf(section), RecordKind::Class, classTags(drawing_, one, last));
@@ -88,7 +89,7 @@ RecordId ClassCounts::recordOf(std::uint16_t type, std::string_view dxfName) {
 
 void ClassCounts::write(RecordId told, int by) {
     dxf::Tag tag;
-    if (!drawing_.findTag(told, kCountCode, tag)) return;
+    if (!drawing_.findTag(told, classes::kCount, tag)) return;
     const std::int64_t count = dxf::toInteger(tag.value) + by;
     if (count >= 0) drawing_.setValue(told, tag, paddedLike(tag.value, std::to_string(count)));
 }

@@ -1,92 +1,100 @@
 // The rows of tags of each kind of entity, and the tags by which entities name records of tables.
 #include "host/drawing/entityformat.h"
 
+#include "host/dxf/classcodes.h"
+
 namespace qrs::host {
 
 namespace {
 
 using dxf::Version;
+namespace codes = dxf::codes;
+using namespace dxf::codes;
 
 constexpr CodeFormat mark(const char* name) {
-    return {100, dxf::kFirstWithSubclasses, name};
+    return {codes::kSubclass, dxf::kFirstWithSubclasses, name};
 }
 
-constexpr CodeFormat kLine[] = {mark("AcDbLine"), {39}, {10}, {20}, {30}, {11}, {21}, {31}, {210}, {220}, {230}};
-constexpr CodeFormat kCircle[] = {mark("AcDbCircle"), {39}, {10}, {20}, {30}, {40}, {210}, {220}, {230}};
-constexpr CodeFormat kInsert[] = {mark("AcDbBlockReference"),
-                                  {66},
-                                  {2},
-                                  {10},
-                                  {20},
-                                  {30},
-                                  {41},
-                                  {42},
-                                  {43},
-                                  {50},
-                                  {70},
-                                  {71},
-                                  {44},
-                                  {45},
-                                  {210},
-                                  {220},
-                                  {230}};
+constexpr CodeFormat kLine[] = {mark("AcDbLine"),
+                                {codes::kThickness},
+                                {codes::kPoint},
+                                {codes::yOf(codes::kPoint)},
+                                {codes::zOf(codes::kPoint)},
+                                {codes::kSecondPoint},
+                                {codes::yOf(codes::kSecondPoint)},
+                                {codes::zOf(codes::kSecondPoint)},
+                                {codes::kNormal},
+                                {codes::yOf(codes::kNormal)},
+                                {codes::zOf(codes::kNormal)}};
+constexpr CodeFormat kCircle[] = {
+    mark("AcDbCircle"),          {codes::kThickness}, {codes::kPoint},  {codes::yOf(codes::kPoint)},
+    {codes::zOf(codes::kPoint)}, {curve::kRadius},    {codes::kNormal}, {codes::yOf(codes::kNormal)},
+    {codes::zOf(codes::kNormal)}};
+constexpr CodeFormat kInsert[] = {
+    mark("AcDbBlockReference"),  {insert::kAttributesFollow}, {codes::kName},         {codes::kPoint},
+    {codes::yOf(codes::kPoint)}, {codes::zOf(codes::kPoint)}, {insert::kScaleX},      {insert::kScaleY},
+    {insert::kScaleZ},           {insert::kRotation},         {insert::kColumnCount}, {insert::kRowCount},
+    {insert::kColumnSpacing},    {insert::kRowSpacing},       {codes::kNormal},       {codes::yOf(codes::kNormal)},
+    {codes::zOf(codes::kNormal)}};
 // The vertical mode stands after a second mark of the same name.
 constexpr CodeFormat kText[] = {mark("AcDbText"),
-                                {39},
-                                {10},
-                                {20},
-                                {30},
-                                {40},
-                                {1},
-                                {50},
-                                {41},
-                                {51},
-                                {7},
-                                {71},
-                                {72},
-                                {11},
-                                {21},
-                                {31},
-                                {210},
-                                {220},
-                                {230},
+                                {codes::kThickness},
+                                {codes::kPoint},
+                                {codes::yOf(codes::kPoint)},
+                                {codes::zOf(codes::kPoint)},
+                                {text::kHeight},
+                                {codes::kText},
+                                {text::kRotation},
+                                {text::kWidthFactor},
+                                {text::kOblique},
+                                {codes::kTextStyle},
+                                {text::kGeneration},
+                                {text::kHorizontal},
+                                {text::kAlignmentPoint},
+                                {codes::yOf(text::kAlignmentPoint)},
+                                {codes::zOf(text::kAlignmentPoint)},
+                                {codes::kNormal},
+                                {codes::yOf(codes::kNormal)},
+                                {codes::zOf(codes::kNormal)},
                                 mark("AcDbText"),
-                                {73}};
+                                {text::kVertical}};
 constexpr CodeFormat kViewport[] = {mark("AcDbViewport"),
-                                    {10},
-                                    {20},
-                                    {30},
-                                    {40},
-                                    {41},
-                                    {68},
-                                    {69},
-                                    {12},
-                                    {22},
-                                    {13},
-                                    {23},
-                                    {14},
-                                    {24},
-                                    {15},
-                                    {25},
-                                    {16},
-                                    {26},
-                                    {36},
-                                    {17},
-                                    {27},
-                                    {37},
-                                    {42},
-                                    {43},
-                                    {44},
-                                    {45},
-                                    {50},
-                                    {51},
-                                    {72},
-                                    {90},
-                                    {331, Version::R2000},
-                                    {341, Version::R2000},
-                                    {340, Version::R2000},
-                                    {1}};
-constexpr CodeFormat kBlock[] = {mark("AcDbBlockBegin"), {2}, {70}, {10}, {20}, {30}, {3}, {1}};
+                                    {codes::kPoint},
+                                    {codes::yOf(codes::kPoint)},
+                                    {codes::zOf(codes::kPoint)},
+                                    {viewport::kWidth},
+                                    {viewport::kHeight},
+                                    {viewport::kStack},
+                                    {viewport::kNumber},
+                                    {viewport::kViewCenter},
+                                    {codes::yOf(viewport::kViewCenter)},
+                                    {viewport::kSnapBase},
+                                    {codes::yOf(viewport::kSnapBase)},
+                                    {viewport::kSnapSpacing},
+                                    {codes::yOf(viewport::kSnapSpacing)},
+                                    {viewport::kGridSpacing},
+                                    {codes::yOf(viewport::kGridSpacing)},
+                                    {viewport::kViewDirection},
+                                    {codes::yOf(viewport::kViewDirection)},
+                                    {codes::zOf(viewport::kViewDirection)},
+                                    {viewport::kViewTarget},
+                                    {codes::yOf(viewport::kViewTarget)},
+                                    {codes::zOf(viewport::kViewTarget)},
+                                    {viewport::kLensLength},
+                                    {viewport::kFrontClip},
+                                    {viewport::kBackClip},
+                                    {viewport::kViewHeight},
+                                    {viewport::kSnapAngle},
+                                    {viewport::kViewTwist},
+                                    {viewport::kCircleZoom},
+                                    {viewport::kStatus},
+                                    {viewport::kFrozenLayer, Version::R2000},
+                                    {viewport::kHardFrozenLayer, Version::R2000},
+                                    {viewport::kOutline, Version::R2000},
+                                    {viewport::kSheetName}};
+constexpr CodeFormat kBlock[] = {
+    mark("AcDbBlockBegin"),      {codes::kName},       {codes::kFlags}, {codes::kPoint}, {codes::yOf(codes::kPoint)},
+    {codes::zOf(codes::kPoint)}, {block::kSecondName}, {block::kPath}};
 
 struct Kind {
     const char* dxfName;
@@ -126,22 +134,22 @@ const RecordFormat& entityFormatOf(std::string_view dxfName) {
 
 const std::vector<NamingTag>& namingTags() {
     static const std::vector<NamingTag> tags = {
-        {"INSERT", 2, TableKind::Block},
-        {"DIMENSION", 2, TableKind::Block, true},
-        {"ARC_DIMENSION", 2, TableKind::Block, true},
-        {"LARGE_RADIAL_DIMENSION", 2, TableKind::Block, true},
-        {"ACAD_TABLE", 2, TableKind::Block, true},
-        {"TEXT", 7, TableKind::TextStyle},
-        {"ATTRIB", 7, TableKind::TextStyle},
-        {"ATTDEF", 7, TableKind::TextStyle},
-        {"MTEXT", 7, TableKind::TextStyle},
-        {"DIMENSION", 3, TableKind::DimStyle},
-        {"ARC_DIMENSION", 3, TableKind::DimStyle},
-        {"LARGE_RADIAL_DIMENSION", 3, TableKind::DimStyle},
-        {"LEADER", 3, TableKind::DimStyle},
-        {"TOLERANCE", 3, TableKind::DimStyle},
-        {"", 8, TableKind::Layer},
-        {"", 6, TableKind::Linetype},
+        {"INSERT", codes::kName, TableKind::Block},
+        {"DIMENSION", codes::kName, TableKind::Block, true},
+        {"ARC_DIMENSION", codes::kName, TableKind::Block, true},
+        {"LARGE_RADIAL_DIMENSION", codes::kName, TableKind::Block, true},
+        {"ACAD_TABLE", codes::kName, TableKind::Block, true},
+        {"TEXT", codes::kTextStyle, TableKind::TextStyle},
+        {"ATTRIB", codes::kTextStyle, TableKind::TextStyle},
+        {"ATTDEF", codes::kTextStyle, TableKind::TextStyle},
+        {"MTEXT", codes::kTextStyle, TableKind::TextStyle},
+        {"DIMENSION", dimension::kStyle, TableKind::DimStyle},
+        {"ARC_DIMENSION", dimension::kStyle, TableKind::DimStyle},
+        {"LARGE_RADIAL_DIMENSION", dimension::kStyle, TableKind::DimStyle},
+        {"LEADER", dimension::kStyle, TableKind::DimStyle},
+        {"TOLERANCE", dimension::kStyle, TableKind::DimStyle},
+        {"", codes::kLayer, TableKind::Layer},
+        {"", codes::kLinetype, TableKind::Linetype},
     };
     return tags;
 }

@@ -1,14 +1,11 @@
 // The layouts of a drawing.
 #include "host/drawing/layouts.h"
 
-#include "host/dxf/groupcodes.h"
+#include "host/dxf/classcodes.h"
 
 namespace qrs::host {
 
 namespace {
-
-constexpr int kTabCode = 71;
-constexpr int kBlockCode = 330;
 
 // The plot settings come first in the object; both halves have a name and an owner.
 Layout readLayout(const dxf::Drawing& drawing, const BlockIndex& blocks, dxf::RecordId id) {
@@ -20,8 +17,9 @@ Layout readLayout(const dxf::Drawing& drawing, const BlockIndex& blocks, dxf::Re
         if (tag.code == dxf::codes::kSubclass) isOwn = dxf::trimmed(tag.value) == "AcDbLayout";
         if (!isOwn) continue;
         if (tag.code == dxf::codes::kText) layout.name = drawing.decode(tag.value);
-        if (tag.code == kTabCode) layout.tab = static_cast<int>(dxf::toInteger(tag.value));
-        if (tag.code == kBlockCode) layout.block = blocks.byId(drawing.findHandle(dxf::toHandle(tag.value)));
+        if (tag.code == dxf::codes::layout::kTab) layout.tab = static_cast<int>(dxf::toInteger(tag.value));
+        if (tag.code == dxf::codes::layout::kBlock)
+            layout.block = blocks.byId(drawing.findHandle(dxf::toHandle(tag.value)));
     }
     return layout;
 }

@@ -6,6 +6,7 @@
 
 #include "host/drawing/entityformat.h"
 #include "host/drawing/sections.h"
+#include "host/dxf/classcodes.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host {
@@ -13,13 +14,7 @@ namespace qrs::host {
 using dxf::kNoRecord;
 using dxf::RecordId;
 using dxf::RecordKind;
-
-namespace {
-
-constexpr int kLayerCode = 8;
-constexpr int kLinetypeCode = 6;
-
-}  // namespace
+namespace codes = dxf::codes;
 
 NewRecords::Spelling NewRecords::spell(const DetachedTags& own, std::string_view dxfName,
                                        std::vector<dxf::NewTag>& tags) const {
@@ -28,12 +23,12 @@ NewRecords::Spelling NewRecords::spell(const DetachedTags& own, std::string_view
         std::wstring text = platform::fromUtf8(value);
         if (const NamingTag* naming = namingTag(dxfName, code)) {
             const std::uint32_t named = contents_.ids().find(naming->table, text);
-            const bool isLogical = code == kLinetypeCode && (platform::compareNoCase(text, L"ByLayer") == 0 ||
-                                                             platform::compareNoCase(text, L"ByBlock") == 0);
+            const bool isLogical = code == codes::kLinetype && (platform::compareNoCase(text, L"ByLayer") == 0 ||
+                                                                platform::compareNoCase(text, L"ByBlock") == 0);
             if (named == kNoRecord && !isLogical) {
                 // Where nothing else is said, a text has the standard style, defined or not.
                 if (naming->table == TableKind::TextStyle && platform::compareNoCase(text, L"Standard") == 0) continue;
-                return code == kLayerCode ? Spelling::UnknownLayer : Spelling::UnknownName;
+                return code == codes::kLayer ? Spelling::UnknownLayer : Spelling::UnknownName;
             }
             if (named != kNoRecord && naming->table != TableKind::Block) text = contents_.tables().nameOf(named);
         }
@@ -45,12 +40,13 @@ NewRecords::Spelling NewRecords::spell(const DetachedTags& own, std::string_view
 // The tags all entities share, as far as the drawing's version knows them.
 void NewRecords::addCommonTags(const std::vector<dxf::NewTag>& own, const Block& block,
                                std::vector<dxf::NewTag>& tags) const {
-    if (drawing_.version() >= dxf::kFirstWithSubclasses) tags.push_back({100, "AcDbEntity"});
-    if (block.space == Space::Paper) tags.push_back({67, "1"});
+    if (drawing_.version() >= dxf::kFirstWithSubclasses) tags.push_back({codes::kSubclass, "AcDbEntity"});
+    if (block.space == Space::Paper) tags.push_back({codes::kPaperSpace, "1"});
     const auto isCommon = [](const dxf::NewTag& tag) { return entityFormat().rankOf(tag.code) >= 0; };
     std::copy_if(own.begin(), own.end(), std::back_inserter(tags), isCommon);
-    const bool hasLayer = std::any_of(own.begin(), own.end(), [](const auto& tag) { return tag.code == kLayerCode; });
-    if (!hasLayer) tags.push_back({kLayerCode, "0"});
+    const bool hasLayer =
+        std::any_of(own.begin(), own.end(), [](const auto& tag) { return tag.code == codes::kLayer; });
+    if (!hasLayer) tags.push_back({codes::kLayer, "0"});
 }
 
 // The tags of the entity's kind, with the marks of its sections, in the order of their format.
@@ -66,10 +62,11 @@ void NewRecords::addOwnTags(const std::vector<dxf::NewTag>& own, const RecordFor
 
 RecordId NewRecords::addEntity(const std::string& dxfName, const Block& block, const std::vector<dxf::NewTag>& own,
                                const std::vector<dxf::NewTag>& fields) {
-    std::vector<dxf::NewTag> tags{{0, dxfName}};
-    if (drawing_.hasHandles()) tags.push_back({5, dxf::handleText(drawing_.newHandle())});
+    std::vector<dxf::NewTag> tags{{codes::kType, dxfName}};
+    if (drawing_.hasHandles()) tags.push_back({codes::kHandle, dxf::handleText(drawing_.newHandle())});
     const std::uint64_t owner = contents_.ids().handleOf(block.id);
-    if (owner != 0 && drawing_.version() >= dxf::kFirstWithOwners) tags.push_back({330, dxf::handleText(owner)});
+    if (owner != 0 && drawing_.version() >= dxf::kFirstWithOwners)
+        tags.push_back({codes::kOwner, dxf::handleText(owner)});
     addCommonTags(own, block, tags);
     addOwnTags(own, entityFormatOf(dxfName), tags);
     tags.insert(tags.end(), fields.begin(), fields.end());
@@ -79,8 +76,9 @@ RecordId NewRecords::addEntity(const std::string& dxfName, const Block& block, c
 
 RecordId NewRecords::addObject(const std::string& dxfName, std::uint64_t owner,
                                const std::vector<dxf::NewTag>& content) {
-    std::vector<dxf::NewTag> tags{
-        {0, dxfName}, {5, dxf::handleText(drawing_.newHandle())}, {330, dxf::handleText(owner)}};
+    std::vector<dxf::NewTag> tags{{codes::kType, dxfName},
+                                  {codes::kHandle, dxf::handleText(drawing_.newHandle())},
+                                  {codes::kOwner, dxf::handleText(owner)}};
     tags.insert(tags.end(), content.begin(), content.end());
     const RecordId section = ensureSection(drawing_, "OBJECTS");
     return drawing_.insertRecord(drawing_.endOf(section), RecordKind::Object, tags);
@@ -91,9 +89,11 @@ RecordId NewRecords::ensureRootDictionary() {
     if (root != kNoRecord || drawing_.version() < dxf::kFirstWithObjects) return root;
     // It is known by being the first object.
     const RecordId section = ensureSection(drawing_, "OBJECTS");
-    std::vector<dxf::NewTag> tags{
-        {0, "DICTIONARY"}, {5, dxf::handleText(drawing_.newHandle())}, {330, "0"}, {100, "AcDbDictionary"}};
-    if (drawing_.version() >= dxf::Version::R2000) tags.push_back({281, "1"});
+    std::vector<dxf::NewTag> tags{{codes::kType, "DICTIONARY"},
+                                  {codes::kHandle, dxf::handleText(drawing_.newHandle())},
+                                  {codes::kOwner, "0"},
+                                  {codes::kSubclass, "AcDbDictionary"}};
+    if (drawing_.version() >= dxf::Version::R2000) tags.push_back({codes::dictionary::kCloning, "1"});
     return drawing_.insertRecord(drawing_.next(section), RecordKind::Object, tags);
 }
 

@@ -2,6 +2,7 @@
 #include "host/drawing/objectids.h"
 
 #include "host/drawing/entityformat.h"
+#include "host/dxf/groupcodes.h"
 
 namespace qrs::host {
 
@@ -25,7 +26,8 @@ std::uint32_t idOf(const Block* block) {
 std::uint32_t ObjectIds::of(RecordId record) const {
     if (record >= drawing_.recordCount() || drawing_.record(record).kind != RecordKind::Table) return record;
     dxf::Tag tag;
-    const TableFormat* format = drawing_.findTag(record, 2, tag) ? findTableFormat(dxf::trimmed(tag.value)) : nullptr;
+    const TableFormat* format =
+        drawing_.findTag(record, dxf::codes::kName, tag) ? findTableFormat(dxf::trimmed(tag.value)) : nullptr;
     return format ? tableId(format->kind) : kNoRecord;
 }
 
@@ -72,7 +74,8 @@ std::uint32_t ObjectIds::ownerOf(std::uint32_t object) const {
         return idOf(blocks_.bySpace((entry.flags & dxf::kPaperSpace) != 0 ? Space::Paper : Space::Model));
     }
     dxf::Tag tag;
-    return drawing_.findTag(object, 330, tag) ? drawing_.findHandle(dxf::toHandle(tag.value)) : kNoRecord;
+    return drawing_.findTag(object, dxf::codes::kOwner, tag) ? drawing_.findHandle(dxf::toHandle(tag.value))
+                                                             : kNoRecord;
 }
 
 std::uint32_t ObjectIds::find(TableKind kind, std::wstring_view name) const {

@@ -1,6 +1,7 @@
 // The tags of one object.
 #include "host/drawing/objecttags.h"
 
+#include "host/dxf/groupcodes.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host {
@@ -8,23 +9,20 @@ namespace qrs::host {
 namespace {
 
 using dxf::Version;
-
-constexpr int kFirstXdata = 1000;
-constexpr int kGroup = 102;
-constexpr int kSubclass = 100;
+namespace codes = dxf::codes;
 
 constexpr CodeFormat kEntityCodes[] = {
-    {67},
-    {410, Version::R2000},
-    {8},
-    {6},
-    {62},
-    {370, Version::R2000},
-    {48, Version::R13},
-    {60, Version::R13},
-    {420, Version::R2004},
-    {430, Version::R2004},
-    {440, Version::R2004},
+    {codes::kPaperSpace},
+    {codes::kLayout, Version::R2000},
+    {codes::kLayer},
+    {codes::kLinetype},
+    {codes::kColor},
+    {codes::kLineWeight, Version::R2000},
+    {codes::kLinetypeScale, Version::R13},
+    {codes::kVisibility, Version::R13},
+    {codes::kTrueColor, Version::R2004},
+    {codes::kColorName, Version::R2004},
+    {codes::kTransparency, Version::R2004},
 };
 
 // Passes the tags that belong to an object itself to a visitor: visitor(tag) returns false to stop.
@@ -34,13 +32,13 @@ void visitOwn(std::string_view record, ObjectTags::Part part, Visit&& visitor) {
     dxf::Tag tag;
     bool inGroup = false;
     while (cursor.next(tag)) {
-        if (tag.code >= kFirstXdata) return;
-        if (tag.code == kGroup) {
+        if (tag.code >= codes::kFirstXdata) return;
+        if (tag.code == codes::kGroup) {
             inGroup = !inGroup && !dxf::trimmed(tag.value).empty() && dxf::trimmed(tag.value).front() == '{';
             continue;
         }
         if (inGroup) continue;
-        if (part == ObjectTags::Part::Common && tag.code == kSubclass && dxf::trimmed(tag.value) != "AcDbEntity")
+        if (part == ObjectTags::Part::Common && tag.code == codes::kSubclass && dxf::trimmed(tag.value) != "AcDbEntity")
             return;
         if (!visitor(tag)) return;
     }
@@ -51,8 +49,9 @@ std::uint32_t endOfPart(std::string_view record, ObjectTags::Part part) {
     dxf::TagCursor cursor(record);
     dxf::Tag tag;
     std::uint32_t end = 0;
-    while (cursor.next(tag) && tag.code < kFirstXdata) {
-        if (part == ObjectTags::Part::Common && tag.code == kSubclass && dxf::trimmed(tag.value) != "AcDbEntity") break;
+    while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
+        if (part == ObjectTags::Part::Common && tag.code == codes::kSubclass && dxf::trimmed(tag.value) != "AcDbEntity")
+            break;
         end = tag.end;
     }
     return end;
@@ -233,9 +232,9 @@ void ObjectTags::insert(int code, std::string value) {
     bool hasBefore = false;
     int mark = -1;
     visit([&](int tagCode, const Found& found) {
-        int other =
-            tagCode == kSubclass ? format_->rankOfMark(dxf::trimmed(found.value), mark) : format_->rankOf(tagCode);
-        if (tagCode == kSubclass && other >= 0) mark = other;
+        int other = tagCode == codes::kSubclass ? format_->rankOfMark(dxf::trimmed(found.value), mark)
+                                                : format_->rankOf(tagCode);
+        if (tagCode == codes::kSubclass && other >= 0) mark = other;
         if (other >= 0 && other < rank) after = found, hasAfter = true;
         if (other > rank && !hasBefore) before = found, hasBefore = true;
         return true;

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "host/dxf/groupcodes.h"
+
 namespace qrs::host {
 
 using dxf::kNoRecord;
@@ -23,8 +25,9 @@ RecordId ensureSection(dxf::Drawing& drawing, std::string_view name) {
         for (RecordId id = drawing.first(); id != kNoRecord; id = drawing.next(id))
             if (drawing.record(id).kind == RecordKind::EndOfFile) before = id;
     }
-    section = drawing.insertRecord(before, RecordKind::Section, {{0, "SECTION"}, {2, std::string(name)}});
-    drawing.insertRecord(before, RecordKind::EndSection, {{0, "ENDSEC"}});
+    section = drawing.insertRecord(before, RecordKind::Section,
+                                   {{dxf::codes::kType, "SECTION"}, {dxf::codes::kName, std::string(name)}});
+    drawing.insertRecord(before, RecordKind::EndSection, {{dxf::codes::kType, "ENDSEC"}});
     return section;
 }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "host/drawing/sections.h"
+#include "host/dxf/groupcodes.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host {
@@ -11,6 +12,7 @@ namespace qrs::host {
 using dxf::kNoRecord;
 using dxf::RecordId;
 using dxf::RecordKind;
+namespace codes = dxf::codes;
 
 bool SymbolTables::kindOf(RecordId record, TableKind& kind) const {
     const dxf::Record& entry = drawing_.record(record);
@@ -37,7 +39,7 @@ std::vector<RecordId> SymbolTables::records(TableKind kind) const {
 
 std::wstring SymbolTables::nameOf(RecordId record) const {
     dxf::Tag tag;
-    return drawing_.findTag(record, 2, tag) ? readText(drawing_, tag.value) : std::wstring();
+    return drawing_.findTag(record, codes::kName, tag) ? readText(drawing_, tag.value) : std::wstring();
 }
 
 RecordId SymbolTables::find(TableKind kind, std::wstring_view name) const {
@@ -67,7 +69,7 @@ RecordId SymbolTables::add(TableKind kind, const DetachedTags& own) {
     if (table == kNoRecord) table = makeHead(kind);
     // Extended data stands under registered applications alone.
     for (const dxf::NewTag& tag : own.tags)
-        if (tag.code == 1001 && drawing_.version() >= tableFormat(kind).record.sinceOf(tag.code))
+        if (tag.code == codes::kXdataApplication && drawing_.version() >= tableFormat(kind).record.sinceOf(tag.code))
             registerApplication(platform::fromUtf8(tag.value));
     const RecordId end = drawing_.endOf(table);
     const RecordId added = drawing_.insertRecord(end, RecordKind::TableRecord, composed(tableFormat(kind), own, table));
@@ -78,7 +80,7 @@ RecordId SymbolTables::add(TableKind kind, const DetachedTags& own) {
 void SymbolTables::registerApplication(std::wstring_view name) {
     if (find(TableKind::RegApp, name) != kNoRecord) return;
     const RecordFormat& format = tableFormat(TableKind::RegApp).record;
-    add(TableKind::RegApp, {&format, {{2, platform::toUtf8(name)}, {70, "0"}}});
+    add(TableKind::RegApp, {&format, {{codes::kName, platform::toUtf8(name)}, {codes::kFlags, "0"}}});
 }
 
 // Layer "0" when there is one: it has what every layer of the drawing has.
@@ -101,15 +103,16 @@ std::vector<dxf::NewTag> SymbolTables::composed(const TableFormat& format, const
     const RecordId sibling = siblingOf(format.kind);
     const bool alone = sibling == kNoRecord;
     dxf::Tag tag;
-    std::vector<dxf::NewTag> tags{{0, format.name}};
+    std::vector<dxf::NewTag> tags{{codes::kType, format.name}};
     if (drawing_.hasHandles() && (alone || drawing_.record(sibling).handle != 0))
         tags.push_back({format.handleCode, dxf::handleText(drawing_.newHandle())});
     const std::uint64_t owner = drawing_.record(head).handle;
-    if (owner != 0 && (alone ? drawing_.version() >= dxf::kFirstWithOwners : drawing_.findTag(sibling, 330, tag)))
-        tags.push_back({330, dxf::handleText(owner)});
-    if (alone ? drawing_.version() >= dxf::kFirstWithSubclasses : drawing_.findTag(sibling, 100, tag)) {
-        tags.push_back({100, "AcDbSymbolTableRecord"});
-        tags.push_back({100, format.recordSubclass});
+    if (owner != 0 &&
+        (alone ? drawing_.version() >= dxf::kFirstWithOwners : drawing_.findTag(sibling, codes::kOwner, tag)))
+        tags.push_back({codes::kOwner, dxf::handleText(owner)});
+    if (alone ? drawing_.version() >= dxf::kFirstWithSubclasses : drawing_.findTag(sibling, codes::kSubclass, tag)) {
+        tags.push_back({codes::kSubclass, "AcDbSymbolTableRecord"});
+        tags.push_back({codes::kSubclass, format.recordSubclass});
     }
     for (dxf::NewTag& one : ownTags(format, own, sibling))
         tags.push_back(std::move(one));
@@ -124,7 +127,7 @@ std::vector<dxf::NewTag> SymbolTables::ownTags(const TableFormat& format, const 
     for (const dxf::NewTag& one : own.tags) {
         if (drawing_.version() < format.record.sinceOf(one.code)) continue;
         std::wstring text = platform::fromUtf8(one.value);
-        if (format.kind == TableKind::Layer && one.code == 6) {
+        if (format.kind == TableKind::Layer && one.code == codes::kLinetype) {
             // Spelled as the linetype table spells it: "CONTINUOUS" in old drawings.
             const RecordId linetype = find(TableKind::Linetype, text);
             if (linetype != kNoRecord) text = nameOf(linetype);
@@ -159,15 +162,16 @@ RecordId SymbolTables::makeHead(TableKind kind) {
         before = other;
         break;
     }
-    std::vector<dxf::NewTag> tags{{0, "TABLE"}, {2, tableFormat(kind).name}};
+    std::vector<dxf::NewTag> tags{{codes::kType, "TABLE"}, {codes::kName, tableFormat(kind).name}};
     if (drawing_.hasHandles()) {
-        if (drawing_.version() >= dxf::kFirstWithHandles) tags.push_back({5, dxf::handleText(drawing_.newHandle())});
-        if (drawing_.version() >= dxf::kFirstWithOwners) tags.push_back({330, "0"});
+        if (drawing_.version() >= dxf::kFirstWithHandles)
+            tags.push_back({codes::kHandle, dxf::handleText(drawing_.newHandle())});
+        if (drawing_.version() >= dxf::kFirstWithOwners) tags.push_back({codes::kOwner, "0"});
     }
-    if (drawing_.version() >= dxf::kFirstWithSubclasses) tags.push_back({100, "AcDbSymbolTable"});
-    tags.push_back({70, "0"});
+    if (drawing_.version() >= dxf::kFirstWithSubclasses) tags.push_back({codes::kSubclass, "AcDbSymbolTable"});
+    tags.push_back({codes::kTableCount, "0"});
     const RecordId table = drawing_.insertRecord(before, RecordKind::Table, tags);
-    drawing_.insertRecord(before, RecordKind::EndTable, {{0, "ENDTAB"}});
+    drawing_.insertRecord(before, RecordKind::EndTable, {{codes::kType, "ENDTAB"}});
     return table;
 }
 

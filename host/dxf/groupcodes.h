@@ -28,6 +28,13 @@ constexpr int kLayer = 8;
 constexpr int kPoint = 10;  // its other coordinates stand kCoordinateStep and twice that further on
 constexpr int kSecondPoint = 11;
 constexpr int kCoordinateStep = 10;
+// The further coordinates of the point that begins with a code.
+constexpr int yOf(int pointCode) {
+    return pointCode + kCoordinateStep;
+}
+constexpr int zOf(int pointCode) {
+    return pointCode + 2 * kCoordinateStep;
+}
 constexpr int kElevation = 38;
 constexpr int kThickness = 39;
 constexpr int kLinetypeScale = 48;
