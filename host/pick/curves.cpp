@@ -1,7 +1,11 @@
 // The shapes of lines, arcs, points, leaders and the like.
+#include "host/dxf/classcodes.h"
 #include "host/pick/kinds.h"
 
 namespace qrs::host::pick {
+
+namespace codes = dxf::codes;
+using namespace dxf::codes;
 
 namespace {
 
@@ -20,51 +24,51 @@ double sweep(double from, double to) {
 }  // namespace
 
 void drawLine(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> start = entity.point(10);
-    const std::optional<Vec> end = entity.point(11);
+    const std::optional<Vec> start = entity.point(codes::kPoint);
+    const std::optional<Vec> end = entity.point(codes::kSecondPoint);
     if (start && end) pen.segment(*start, *end);
 }
 
 void drawCircle(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> center = entity.point(10);
-    const double radius = entity.real(40, 0.0);
+    const std::optional<Vec> center = entity.point(codes::kPoint);
+    const double radius = entity.real(curve::kRadius, 0.0);
     if (!center || !(radius > 0.0)) return;
     pen.in(planeOf(entity.normal())).arc(*center, {radius, 0, 0}, {0, radius, 0}, 0.0, 2 * kPi);
 }
 
 void drawArc(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> center = entity.point(10);
-    const double radius = entity.real(40, 0.0);
-    if (!center || !(radius > 0.0) || !entity.has(50) || !entity.has(51)) return;
-    const double start = std::fmod(radians(entity.real(50, 0.0)), 2 * kPi);
-    const double turn = sweep(start, radians(entity.real(51, 0.0)));
+    const std::optional<Vec> center = entity.point(codes::kPoint);
+    const double radius = entity.real(curve::kRadius, 0.0);
+    if (!center || !(radius > 0.0) || !entity.has(curve::kStartAngle) || !entity.has(curve::kEndAngle)) return;
+    const double start = std::fmod(radians(entity.real(curve::kStartAngle, 0.0)), 2 * kPi);
+    const double turn = sweep(start, radians(entity.real(curve::kEndAngle, 0.0)));
     pen.in(planeOf(entity.normal())).arc(*center, {radius, 0, 0}, {0, radius, 0}, start, start + turn);
 }
 
 void drawEllipse(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> center = entity.point(10);
-    const std::optional<Vec> major = entity.point(11);
-    const double ratio = entity.real(40, 0.0);
+    const std::optional<Vec> center = entity.point(codes::kPoint);
+    const std::optional<Vec> major = entity.point(ellipse::kMajorAxis);
+    const double ratio = entity.real(ellipse::kRatio, 0.0);
     if (!center || !major || !(ratio > 0.0) || !(lengthOf(*major) > 0.0)) return;
-    const double start = std::fmod(entity.real(41, 0.0), 2 * kPi);
-    const double turn = sweep(start, entity.real(42, 2 * kPi));
+    const double start = std::fmod(entity.real(ellipse::kStartParameter, 0.0), 2 * kPi);
+    const double turn = sweep(start, entity.real(ellipse::kEndParameter, 2 * kPi));
     const Vec minor = cross(unit(entity.normal(), {0, 0, 1}), *major) * ratio;
     pen.arc(*center, *major, minor, start, start + turn);
 }
 
 void drawPoint(const Entity& entity, const Pen& pen) {
-    if (const std::optional<Vec> at = entity.point(10)) pen.point(*at);
+    if (const std::optional<Vec> at = entity.point(codes::kPoint)) pen.point(*at);
 }
 
 void drawRay(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> from = entity.point(10);
-    const std::optional<Vec> direction = entity.point(11);
+    const std::optional<Vec> from = entity.point(codes::kPoint);
+    const std::optional<Vec> direction = entity.point(ray::kDirection);
     if (from && direction && lengthOf(*direction) > 0.0) pen.line(*from, *direction, 0.0, Box::kFar);
 }
 
 void drawEndlessLine(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> through = entity.point(10);
-    const std::optional<Vec> direction = entity.point(11);
+    const std::optional<Vec> through = entity.point(codes::kPoint);
+    const std::optional<Vec> direction = entity.point(ray::kDirection);
     if (through && direction && lengthOf(*direction) > 0.0) pen.line(*through, *direction, -Box::kFar, Box::kFar);
 }
 
@@ -77,10 +81,10 @@ static std::vector<Vec> pointsOf(const Entity& entity, int code) {
         if (field.code == code && number) {
             points.push_back({*number, 0, 0});
             whole = false;
-        } else if (field.code == code + 10 && !points.empty() && number) {
+        } else if (field.code == codes::yOf(code) && !points.empty() && number) {
             points.back().y = *number;
             whole = true;
-        } else if (field.code == code + 20 && !points.empty() && number) {
+        } else if (field.code == codes::zOf(code) && !points.empty() && number) {
             points.back().z = *number;
         }
     }
@@ -90,26 +94,26 @@ static std::vector<Vec> pointsOf(const Entity& entity, int code) {
 
 // Leaders drawn as splines are taken as straight from point to point.
 void drawLeader(const Entity& entity, const Pen& pen) {
-    const std::vector<Vec> points = pointsOf(entity, 10);
+    const std::vector<Vec> points = pointsOf(entity, codes::kPoint);
     for (std::size_t i = 1; i < points.size(); ++i)
         pen.segment(points[i - 1], points[i]);
 }
 
 // Each element runs at an offset along the miter of each point.
 void drawMultiline(const Entity& entity, const Pen& pen) {
-    const std::vector<Vec> points = pointsOf(entity, 11);
-    const std::vector<Vec> miters = pointsOf(entity, 13);
+    const std::vector<Vec> points = pointsOf(entity, mline::kVertex);
+    const std::vector<Vec> miters = pointsOf(entity, mline::kMiter);
     std::vector<std::vector<double>> offsets;  // by point
-    bool first = false;                        // the next 41 is the first one of an element
+    bool first = false;                        // the next parameter is the first one of an element
     for (const Entity::Field& field : entity.fields()) {
-        if (field.code == 11) offsets.emplace_back();
-        if (field.code == 74) first = true;
-        if (field.code != 41 || !first || offsets.empty()) continue;
+        if (field.code == mline::kVertex) offsets.emplace_back();
+        if (field.code == mline::kParameterCount) first = true;
+        if (field.code != mline::kElementParameter || !first || offsets.empty()) continue;
         offsets.back().push_back(finiteOf(field.value).value_or(0.0));
         first = false;
     }
     if (points.size() != miters.size() || points.size() != offsets.size()) return;
-    const bool closed = (entity.integer(71, 0) & 2) != 0;
+    const bool closed = (entity.integer(mline::kFlags, 0) & 2) != 0;
     for (std::size_t i = 0; i < points.size(); ++i) {
         const std::size_t k = (i + 1) % points.size();
         if (k == 0 && !closed) break;
@@ -119,18 +123,18 @@ void drawMultiline(const Entity& entity, const Pen& pen) {
 }
 
 void drawSpline(const Entity& entity, const Pen& pen) {
-    SplineData spline;
-    spline.degree = static_cast<int>(entity.integer(71, 0));
+    SplineData data;
+    data.degree = static_cast<int>(entity.integer(spline::kDegree, 0));
     for (const Entity::Field& field : entity.fields()) {
-        if (field.code != 40 && field.code != 41) continue;
+        if (field.code != spline::kKnot && field.code != spline::kWeight) continue;
         const std::optional<double> number = finiteOf(field.value);
         if (!number) return;
-        (field.code == 40 ? spline.knots : spline.weights).push_back(*number);
+        (field.code == spline::kKnot ? data.knots : data.weights).push_back(*number);
     }
-    spline.controls = pointsOf(entity, 10);
-    if (!spline.controls.empty()) return drawSplineCurve(spline, pen);
+    data.controls = pointsOf(entity, spline::kControlPoint);
+    if (!data.controls.empty()) return drawSplineCurve(data, pen);
     // Known by the points it goes through alone: straight between them.
-    const std::vector<Vec> through = pointsOf(entity, 11);
+    const std::vector<Vec> through = pointsOf(entity, spline::kFitPoint);
     for (std::size_t i = 1; i < through.size(); ++i)
         pen.segment(through[i - 1], through[i]);
 }

@@ -4,16 +4,11 @@
 #include <limits>
 
 #include "host/drawing/objecttags.h"
+#include "host/dxf/groupcodes.h"
 
 namespace qrs::host::pick {
 
-namespace {
-
-constexpr int kGroup = 102;
-constexpr int kFirstXdata = 1000;
-constexpr int kNormal = 210;
-
-}  // namespace
+namespace codes = dxf::codes;
 
 std::optional<double> finiteOf(std::string_view value) {
     const double number = dxf::toReal(value, std::numeric_limits<double>::quiet_NaN());
@@ -27,8 +22,8 @@ void Entity::read(const dxf::Drawing& drawing, dxf::RecordId id) {
     dxf::TagCursor cursor = drawing.tags(id);
     dxf::Tag tag;
     bool inGroup = false;
-    while (cursor.next(tag) && tag.code < kFirstXdata) {
-        if (tag.code == kGroup)
+    while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
+        if (tag.code == codes::kGroup)
             inGroup = !dxf::trimmed(tag.value).empty() && dxf::trimmed(tag.value).front() == '{';
         else if (!inGroup)
             fields_.push_back({tag.code, tag.value});
@@ -64,8 +59,8 @@ std::optional<Vec> Entity::point(int code) const {
         double z = 0.0;
         for (std::size_t k = i + 1; k < fields_.size() && k < i + 3; ++k) {
             const std::optional<double> number = finiteOf(fields_[k].value);
-            if (fields_[k].code == code + 10) y = number;
-            if (fields_[k].code == code + 20 && number) z = *number;
+            if (fields_[k].code == codes::yOf(code)) y = number;
+            if (fields_[k].code == codes::zOf(code) && number) z = *number;
         }
         if (!x || !y) return std::nullopt;
         return Vec{*x, *y, z};
@@ -79,7 +74,7 @@ std::wstring Entity::text(int code) const {
 }
 
 Vec Entity::normal() const {
-    return point(kNormal).value_or(Vec{0, 0, 1});
+    return point(codes::kNormal).value_or(Vec{0, 0, 1});
 }
 
 std::vector<dxf::RecordId> Entity::parts() const {

@@ -1,16 +1,20 @@
 // The shapes of solids and faces, and of what shows a frame: viewports, images, foreign objects.
 #include <algorithm>
 
+#include "host/dxf/classcodes.h"
 #include "host/pick/kinds.h"
 
 namespace qrs::host::pick {
+
+namespace codes = dxf::codes;
+using namespace dxf::codes;
 
 namespace {
 
 // Three corners or four; a fourth that is missing is the third.
 bool cornersOf(const Entity& entity, Vec (&corners)[4]) {
     for (int i = 0; i < 4; ++i) {
-        const std::optional<Vec> corner = entity.point(10 + i);
+        const std::optional<Vec> corner = entity.point(face::kCorner + i);
         if (!corner && i < 3) return false;
         corners[i] = corner.value_or(corners[i > 0 ? i - 1 : 0]);
     }
@@ -29,8 +33,8 @@ std::vector<Vec> clipOf(const Entity& entity) {
     std::vector<Vec> corners;
     for (const Entity::Field& field : entity.fields()) {
         const std::optional<double> number = finiteOf(field.value);
-        if (field.code == 14 && number) corners.push_back({*number, 0, 0});
-        if (field.code == 24 && number && !corners.empty()) corners.back().y = *number;
+        if (field.code == image::kClipCorner && number) corners.push_back({*number, 0, 0});
+        if (field.code == codes::yOf(image::kClipCorner) && number && !corners.empty()) corners.back().y = *number;
     }
     if (corners.size() == 2) {
         const Vec low = corners[0];
@@ -52,22 +56,22 @@ void drawSolid(const Entity& entity, const Pen& pen) {
 void drawFace(const Entity& entity, const Pen& pen) {
     Vec corners[4];
     if (!cornersOf(entity, corners)) return;
-    const long hidden = entity.integer(70, 0);
+    const long hidden = entity.integer(face::kHiddenEdges, 0);
     for (int i = 0; i < 4; ++i)
         if (!(hidden & (1 << i))) pen.segment(corners[i], corners[(i + 1) % 4]);
 }
 
 void drawViewport(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> center = entity.point(10);
-    const Vec half{entity.real(40, 0.0) / 2, entity.real(41, 0.0) / 2, 0};
+    const std::optional<Vec> center = entity.point(codes::kPoint);
+    const Vec half{entity.real(viewport::kWidth, 0.0) / 2, entity.real(viewport::kHeight, 0.0) / 2, 0};
     if (center && half.x > 0.0 && half.y > 0.0) drawRectangle(*center - half, *center + half, pen);
 }
 
 void drawImage(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> at = entity.point(10);
-    const std::optional<Vec> dotAcross = entity.point(11);
-    const std::optional<Vec> dotUp = entity.point(12);
-    const std::optional<Vec> size = entity.point(13);
+    const std::optional<Vec> at = entity.point(codes::kPoint);
+    const std::optional<Vec> dotAcross = entity.point(image::kDotAcross);
+    const std::optional<Vec> dotUp = entity.point(image::kDotUp);
+    const std::optional<Vec> size = entity.point(image::kSize);
     if (!at || !dotAcross || !dotUp || !size) return;
     std::vector<Vec> corners = clipOf(entity);
     // Dots are counted from the middle of the first one.
@@ -81,8 +85,8 @@ void drawImage(const Entity& entity, const Pen& pen) {
 }
 
 void drawObjectFrame(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> corner = entity.point(10);
-    const std::optional<Vec> opposite = entity.point(11);
+    const std::optional<Vec> corner = entity.point(codes::kPoint);
+    const std::optional<Vec> opposite = entity.point(codes::kSecondPoint);
     if (corner && opposite) drawRectangle(*corner, *opposite, pen);
 }
 

@@ -1,9 +1,13 @@
 // The shapes of hatches: the lines around them, and for solid ones what they cover.
 #include <algorithm>
 
+#include "host/dxf/classcodes.h"
 #include "host/pick/kinds.h"
 
 namespace qrs::host::pick {
+
+namespace codes = dxf::codes;
+using namespace dxf::codes;
 
 namespace {
 
@@ -23,7 +27,7 @@ class Reader {
     long integer(int code) { return static_cast<long>(std::clamp(real(code), -1e9, 1e9)); }
     Vec point(int code) {
         const double x = real(code);
-        return {x, real(code + 10), 0};
+        return {x, real(codes::yOf(code)), 0};
     }
     double optional(int code, double fallback) { return isAt(code) ? real(code) : fallback; }
     bool skipTo(int code) {
@@ -54,18 +58,18 @@ void appendArc(Loop& loop, const Vec& center, const Vec& u, const Vec& v, double
 
 // Clockwise edges give their angles mirrored.
 void readArcEdge(Reader& reader, bool isEllipse, const Pen& pen, Loop& loop) {
-    const Vec center = reader.point(10);
+    const Vec center = reader.point(codes::kPoint);
     Vec u;
     double ratio = 1.0;
     if (isEllipse) {
-        u = reader.point(11);
-        ratio = reader.real(40);
+        u = reader.point(hatch::kMajorAxis);
+        ratio = reader.real(hatch::kRatio);
     } else {
-        u = {reader.real(40), 0, 0};
+        u = {reader.real(hatch::kRadius), 0, 0};
     }
-    const double from = reader.real(50) * (kPi / 180);
-    double to = reader.real(51) * (kPi / 180);
-    const bool counterclockwise = reader.integer(73) != 0;
+    const double from = reader.real(hatch::kStartAngle) * (kPi / 180);
+    double to = reader.real(hatch::kEndAngle) * (kPi / 180);
+    const bool counterclockwise = reader.integer(hatch::kIsCounterclockwise) != 0;
     if (!(to > from)) to += 2 * kPi;
     if (reader.isBroken() || !(to > from)) return;
     Vec v = Vec{-u.y, u.x, 0} * ratio;
@@ -76,37 +80,37 @@ void readArcEdge(Reader& reader, bool isEllipse, const Pen& pen, Loop& loop) {
 
 void readSplineEdge(Reader& reader, const Pen& pen, Loop& loop) {
     SplineData spline;
-    spline.degree = static_cast<int>(reader.integer(94));
-    const bool rational = reader.integer(73) != 0;
-    reader.integer(74);
-    const long knots = reader.integer(95);
-    const long controls = reader.integer(96);
+    spline.degree = static_cast<int>(reader.integer(hatch::kDegree));
+    const bool rational = reader.integer(hatch::kIsRational) != 0;
+    reader.integer(hatch::kIsPeriodic);
+    const long knots = reader.integer(hatch::kKnotCount);
+    const long controls = reader.integer(hatch::kControlCount);
     if (reader.isBroken() || !reader.fits(knots) || !reader.fits(controls)) return;
     for (long i = 0; i < knots; ++i)
-        spline.knots.push_back(reader.real(40));
+        spline.knots.push_back(reader.real(hatch::kKnot));
     for (long i = 0; i < controls; ++i) {
-        spline.controls.push_back(reader.point(10));
-        const double weight = reader.optional(42, 1.0);
+        spline.controls.push_back(reader.point(codes::kPoint));
+        const double weight = reader.optional(hatch::kWeight, 1.0);
         if (rational) spline.weights.push_back(weight);
     }
     if (reader.isBroken()) return;
     // Newer drawings tell the points it was fitted to and its end tangents.
-    const auto fitted = static_cast<long>(reader.optional(97, 0.0));
-    for (long i = 0; i < fitted && reader.isAt(11); ++i)
-        reader.point(11);
-    if (reader.isAt(12)) reader.point(12);
-    if (reader.isAt(13)) reader.point(13);
+    const auto fitted = static_cast<long>(reader.optional(hatch::kFitCount, 0.0));
+    for (long i = 0; i < fitted && reader.isAt(hatch::kFitPoint); ++i)
+        reader.point(hatch::kFitPoint);
+    if (reader.isAt(hatch::kStartTangent)) reader.point(hatch::kStartTangent);
+    if (reader.isAt(hatch::kEndTangent)) reader.point(hatch::kEndTangent);
     drawSplineCurve(spline, pen);
     appendSplinePoints(spline, loop);
 }
 
 void readEdges(Reader& reader, const Pen& pen, Loop& loop) {
-    const long edges = reader.integer(93);
+    const long edges = reader.integer(hatch::kEdgeCount);
     for (long i = 0; i < edges && !reader.isBroken(); ++i) {
-        const long type = reader.integer(72);
+        const long type = reader.integer(hatch::kEdgeType);
         if (type == 1) {
-            const Vec a = reader.point(10);
-            const Vec b = reader.point(11);
+            const Vec a = reader.point(codes::kPoint);
+            const Vec b = reader.point(codes::kSecondPoint);
             if (!reader.isBroken()) pen.segment(a, b), loop.insert(loop.end(), {a, b});
         } else if (type == 2 || type == 3) {
             readArcEdge(reader, type == 3, pen, loop);
@@ -123,13 +127,13 @@ void readPolyline(Reader& reader, const Pen& pen, Loop& loop) {
         Vec at;
         double bulge;
     };
-    const bool hasBulges = reader.integer(72) != 0;
-    reader.integer(73);  // paths of a hatch are closed, whatever it says
-    const long count = reader.integer(93);
+    const bool hasBulges = reader.integer(hatch::kHasBulge) != 0;
+    reader.integer(hatch::kIsClosed);  // paths of a hatch are closed, whatever it says
+    const long count = reader.integer(hatch::kEdgeCount);
     std::vector<Corner> corners;
     for (long i = 0; i < count && !reader.isBroken(); ++i) {
-        const Vec at = reader.point(10);
-        corners.push_back({at, hasBulges ? reader.optional(42, 0.0) : 0.0});
+        const Vec at = reader.point(codes::kPoint);
+        corners.push_back({at, hasBulges ? reader.optional(hatch::kBulge, 0.0) : 0.0});
     }
     if (reader.isBroken()) return;
     for (std::size_t i = 0; i < corners.size(); ++i) {
@@ -147,20 +151,20 @@ void readPolyline(Reader& reader, const Pen& pen, Loop& loop) {
 }  // namespace
 
 void drawHatch(const Entity& entity, const Pen& pen) {
-    const double elevation = entity.real(30, 0.0);
+    const double elevation = entity.real(hatch::kElevation, 0.0);
     const Pen flat = pen.in(planeOf(entity.normal())).in(Transform{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, elevation}});
     Reader reader(entity);
-    if (!reader.skipTo(91)) return;
-    const long paths = reader.integer(91);
+    if (!reader.skipTo(hatch::kPathCount)) return;
+    const long paths = reader.integer(hatch::kPathCount);
     std::vector<Loop> loops;
-    for (long i = 0; i < paths && !reader.isBroken() && reader.skipTo(92); ++i) {
+    for (long i = 0; i < paths && !reader.isBroken() && reader.skipTo(hatch::kPathFlags); ++i) {
         Loop& loop = loops.emplace_back();
-        if (reader.integer(92) & kPolylinePath)
+        if (reader.integer(hatch::kPathFlags) & kPolylinePath)
             readPolyline(reader, flat, loop);
         else
             readEdges(reader, flat, loop);
     }
-    const bool isSolid = entity.integer(70, 0) == 1;
+    const bool isSolid = entity.integer(hatch::kIsSolid, 0) == 1;
     if (isSolid && !reader.isBroken()) flat.area(std::move(loops));
 }
 

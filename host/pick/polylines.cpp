@@ -1,9 +1,13 @@
 // The shapes of polylines of both kinds, with their widths, and of meshes.
 #include <algorithm>
 
+#include "host/dxf/classcodes.h"
 #include "host/pick/kinds.h"
 
 namespace qrs::host::pick {
+
+namespace codes = dxf::codes;
+using namespace dxf::codes;
 
 namespace {
 
@@ -61,9 +65,9 @@ void take(double& value, const Entity::Field& field) {
 
 // Rows of a mesh: lines along and across it.
 void drawMesh(const Entity& entity, const std::vector<Vec>& points, const Pen& pen) {
-    const long flags = entity.integer(70, 0);
-    const long rows = std::max(entity.integer(71, 0), 0L);
-    const long columns = std::max(entity.integer(72, 0), 0L);
+    const long flags = entity.integer(codes::kFlags, 0);
+    const long rows = std::max(entity.integer(polyline::kRows, 0), 0L);
+    const long columns = std::max(entity.integer(polyline::kColumns, 0), 0L);
     if (rows < 2 || columns < 2 || rows > static_cast<long>(points.size()) / columns) return;
     const auto at = [&](long row, long column) {
         return points[static_cast<std::size_t>((row % rows) * columns + column % columns)];
@@ -79,7 +83,7 @@ void drawMesh(const Entity& entity, const std::vector<Vec>& points, const Pen& p
 void drawFaceEdges(const Entity& face, const std::vector<Vec>& points, const Pen& pen) {
     long corners[4];
     int count = 0;
-    for (int code = 71; code <= 74; ++code) {
+    for (int code = polyline::kFirstFaceVertex; code <= polyline::kLastFaceVertex; ++code) {
         const long corner = face.integer(code, 0);
         if (corner == 0 || std::labs(corner) > static_cast<long>(points.size())) break;
         corners[count++] = corner;
@@ -95,45 +99,46 @@ void drawFaceEdges(const Entity& face, const std::vector<Vec>& points, const Pen
 }  // namespace
 
 void drawLightPolyline(const Entity& entity, const Pen& pen) {
-    const double width = entity.real(43, 0.0);
-    const double elevation = entity.real(38, 0.0);
+    const double width = entity.real(polyline::kConstantWidth, 0.0);
+    const double elevation = entity.real(codes::kElevation, 0.0);
     std::vector<Vertex> vertices;
     for (const Entity::Field& field : entity.fields()) {
-        if (field.code == 10) {
+        if (field.code == codes::kPoint) {
             const std::optional<double> x = finiteOf(field.value);
             if (!x) return;
             vertices.push_back(Vertex{{*x, 0, elevation}, 0.0, width, width});
         }
         if (vertices.empty()) continue;
         Vertex& vertex = vertices.back();
-        if (field.code == 20) take(vertex.at.y, field);
-        if (field.code == 42) take(vertex.bulge, field);
-        if (field.code == 40) take(vertex.startWidth, field);
-        if (field.code == 41) take(vertex.endWidth, field);
+        if (field.code == codes::yOf(codes::kPoint)) take(vertex.at.y, field);
+        if (field.code == polyline::kBulge) take(vertex.bulge, field);
+        if (field.code == polyline::kStartWidth) take(vertex.startWidth, field);
+        if (field.code == polyline::kEndWidth) take(vertex.endWidth, field);
     }
-    drawVertices(vertices, (entity.integer(70, 0) & 1) != 0, pen.in(planeOf(entity.normal())));
+    drawVertices(vertices, (entity.integer(codes::kFlags, 0) & 1) != 0, pen.in(planeOf(entity.normal())));
 }
 
 void drawPolyline(const Entity& entity, const Pen& pen) {
-    const long flags = entity.integer(70, 0);
+    const long flags = entity.integer(codes::kFlags, 0);
     const bool inSpace = (flags & (kSpace | kMesh | kFaces)) != 0;
-    const double elevation = entity.point(10).value_or(Vec{}).z;
-    const Vertex usual{{}, 0.0, entity.real(40, 0.0), entity.real(41, 0.0)};
+    const double elevation = entity.point(codes::kPoint).value_or(Vec{}).z;
+    const Vertex usual{{}, 0.0, entity.real(polyline::kStartWidth, 0.0), entity.real(polyline::kEndWidth, 0.0)};
     std::vector<Vertex> vertices;
     std::vector<Vec> points;
     std::vector<dxf::RecordId> faces;
     Entity part;
     for (const dxf::RecordId id : entity.parts()) {
         part.read(entity.drawing(), id);
-        const long role = part.integer(70, 0);
-        const std::optional<Vec> at = part.point(10);
+        const long role = part.integer(codes::kFlags, 0);
+        const std::optional<Vec> at = part.point(codes::kPoint);
         if ((role & kFacePart) && !(role & kFaceCorner)) faces.push_back(id);
         // The frame of a curve that was fitted is not shown.
         if (!at || (role & kFrame) || ((role & kFacePart) && !(role & kFaceCorner))) continue;
         points.push_back(*at);
-        vertices.push_back(Vertex{inSpace ? *at : Vec{at->x, at->y, elevation}, inSpace ? 0.0 : part.real(42, 0.0),
-                                  inSpace ? 0.0 : part.real(40, usual.startWidth),
-                                  inSpace ? 0.0 : part.real(41, usual.endWidth)});
+        vertices.push_back(Vertex{inSpace ? *at : Vec{at->x, at->y, elevation},
+                                  inSpace ? 0.0 : part.real(polyline::kBulge, 0.0),
+                                  inSpace ? 0.0 : part.real(polyline::kStartWidth, usual.startWidth),
+                                  inSpace ? 0.0 : part.real(polyline::kEndWidth, usual.endWidth)});
     }
     if (flags & kMesh) return drawMesh(entity, points, pen);
     for (const dxf::RecordId id : faces) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "host/drawing/objecttags.h"
+#include "host/dxf/classcodes.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::pick {
@@ -22,7 +23,7 @@ Vec headerPoint(const dxf::Drawing& drawing, std::string_view name) {
     if (id == dxf::kNoRecord) return {};
     Entity variable;
     variable.read(drawing, id);
-    return variable.point(10).value_or(Vec{});
+    return variable.point(dxf::codes::kPoint).value_or(Vec{});
 }
 
 }  // namespace
@@ -123,11 +124,11 @@ Scene::Content Scene::findContent(Source& source, const std::wstring& block) {
     if (!found || found->head == dxf::kNoRecord) return content;
     Entity head;
     head.read(source.drawing, found->head);
-    const long flags = head.integer(70, 0);
+    const long flags = head.integer(dxf::codes::kFlags, 0);
     if (flags & kExternal) {
         // What overlays a drawing is not seen where that drawing is referred to.
         if ((flags & kOverlay) && &source != main_) return content;
-        const References::File* file = references_.find(head.text(1), source.folder, locate_);
+        const References::File* file = references_.find(head.text(dxf::codes::block::kPath), source.folder, locate_);
         if (file) {
             content.source = &sourceOf(*file->drawing, found->name, file->folder);
             content.head = file->drawing->findSection("ENTITIES");
@@ -138,7 +139,7 @@ Scene::Content Scene::findContent(Source& source, const std::wstring& block) {
     }
     content.source = &source;
     content.head = found->head;
-    content.base = head.point(10).value_or(Vec{});
+    content.base = head.point(dxf::codes::kPoint).value_or(Vec{});
     return content;
 }
 
@@ -222,7 +223,7 @@ bool Scene::isSeen(Source& source, dxf::RecordId id, int inherited, int depth, L
 // Definitions of attributes stand in blocks as patterns; constant ones are texts that every reference shows.
 static bool isPattern(const Kind& kind, const Entity& entity, int depth) {
     constexpr long kConstant = 2;
-    return depth > 0 && kind.draw == &drawAttributeDefinition && !(entity.integer(70, 0) & kConstant);
+    return depth > 0 && kind.draw == &drawAttributeDefinition && !(entity.integer(dxf::codes::kFlags, 0) & kConstant);
 }
 
 void Scene::draw(Source& source, dxf::RecordId id, const Transform& toWorld, int inherited, Probe& probe, int depth) {

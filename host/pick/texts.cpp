@@ -2,9 +2,13 @@
 // or the like, and as 0.7 of that otherwise.
 #include <algorithm>
 
+#include "host/dxf/classcodes.h"
 #include "host/pick/kinds.h"
 
 namespace qrs::host::pick {
+
+namespace codes = dxf::codes;
+using namespace dxf::codes;
 
 namespace {
 
@@ -44,14 +48,15 @@ enum Up { kBaseline = 0, kBottom = 1, kHalf = 2, kTop = 3 };
 
 // verticalCode: TEXT and attributes tell the vertical alignment by different codes.
 void drawTextLine(const Entity& entity, const Pen& pen, int textCode, int verticalCode) {
-    const std::optional<Vec> start = entity.point(10);
-    const double height = entity.real(40, 0.0);
+    const std::optional<Vec> start = entity.point(codes::kPoint);
+    const double height = entity.real(text::kHeight, 0.0);
     if (!start || !(height > 0.0)) return;
-    const long across = entity.integer(72, 0);
+    const long across = entity.integer(text::kHorizontal, 0);
     const long up = entity.integer(verticalCode, 0);
-    const Vec anchor = across != kLeft || up != kBaseline ? entity.point(11).value_or(*start) : *start;
-    double width = lineWidth(entity.text(textCode)) * height * std::fabs(entity.real(41, 1.0));
-    double angle = entity.real(50, 0.0) * (kPi / 180);
+    const Vec anchor =
+        across != kLeft || up != kBaseline ? entity.point(text::kAlignmentPoint).value_or(*start) : *start;
+    double width = lineWidth(entity.text(textCode)) * height * std::fabs(entity.real(text::kWidthFactor, 1.0));
+    double angle = entity.real(text::kRotation, 0.0) * (kPi / 180);
     Vec at = anchor;
     double left = 0.0;
     if (across == kAligned || across == kFit) {
@@ -64,7 +69,7 @@ void drawTextLine(const Entity& entity, const Pen& pen, int textCode, int vertic
         left = -width;
     }
     const double bottom = across == kMiddle || up == kHalf ? -height / 2 : up == kTop ? -height : 0.0;
-    const long mirrored = entity.integer(71, 0);
+    const long mirrored = entity.integer(text::kGeneration, 0);
     const double sideways = (mirrored & 2) ? -1.0 : 1.0;
     const double upwards = (mirrored & 4) ? -1.0 : 1.0;
     drawBox(pen.in(planeOf(entity.normal())), at, angle, {left * sideways, bottom * upwards, 0},
@@ -103,7 +108,7 @@ std::vector<double> paragraphWidths(const std::wstring& text) {
 // Long text comes in pieces of 250 characters, the last one with another code.
 std::wstring paragraphText(const Entity& entity) {
     std::wstring text;
-    for (const int code : {3, 1})
+    for (const int code : {codes::kOtherText, codes::kText})
         for (const Entity::Field& field : entity.fields())
             if (field.code == code) text += entity.drawing().decode(field.value);
     return text;
@@ -111,11 +116,11 @@ std::wstring paragraphText(const Entity& entity) {
 
 // Width and height: as the drawing tells them, otherwise estimated with lines broken at the width that is set.
 Vec paragraphSize(const Entity& entity, double height) {
-    const double told = entity.real(42, 0.0);
-    const double toldHeight = entity.real(43, 0.0);
+    const double told = entity.real(mtext::kWidth, 0.0);
+    const double toldHeight = entity.real(mtext::kTotalHeight, 0.0);
     if (told > 0.0 && toldHeight > 0.0) return {told, toldHeight, 0};
     constexpr double kLineSpacing = 5.0 / 3.0;
-    const double most = entity.real(41, 0.0);
+    const double most = entity.real(mtext::kReferenceWidth, 0.0);
     double widest = 0.0;
     double lines = 0.0;
     for (const double inHeights : paragraphWidths(paragraphText(entity))) {
@@ -124,37 +129,38 @@ Vec paragraphSize(const Entity& entity, double height) {
         widest = std::max(widest, broken > 1.0 ? most : width);
         lines += broken;
     }
-    return {widest, height + (lines - 1.0) * height * kLineSpacing * entity.real(44, 1.0), 0};
+    return {widest, height + (lines - 1.0) * height * kLineSpacing * entity.real(mtext::kLineSpacing, 1.0), 0};
 }
 
 }  // namespace
 
 void drawText(const Entity& entity, const Pen& pen) {
-    drawTextLine(entity, pen, 1, 73);
+    drawTextLine(entity, pen, codes::kText, text::kVertical);
 }
 
 void drawAttribute(const Entity& entity, const Pen& pen) {
     constexpr long kHidden = 1;
-    if (!(entity.integer(70, 0) & kHidden)) drawTextLine(entity, pen, 1, 74);
+    if (!(entity.integer(codes::kFlags, 0) & kHidden))
+        drawTextLine(entity, pen, codes::kText, text::kAttributeVertical);
 }
 
 // A definition by itself shows its tag.
 void drawAttributeDefinition(const Entity& entity, const Pen& pen) {
-    drawTextLine(entity, pen, 2, 74);
+    drawTextLine(entity, pen, text::kTag, text::kAttributeVertical);
 }
 
 void drawParagraphs(const Entity& entity, const Pen& pen) {
-    const std::optional<Vec> at = entity.point(10);
-    const double height = entity.real(40, 0.0);
+    const std::optional<Vec> at = entity.point(codes::kPoint);
+    const double height = entity.real(mtext::kHeight, 0.0);
     if (!at || !(height > 0.0)) return;
     const Vec size = paragraphSize(entity, height);
     const Vec z = unit(entity.normal(), {0, 0, 1});
     const Transform plane = planeOf(z);
-    const double angle = entity.real(50, 0.0) * (kPi / 180);
+    const double angle = entity.real(mtext::kRotation, 0.0) * (kPi / 180);
     const Vec turned = plane.vector({std::cos(angle), std::sin(angle), 0});
-    const Vec x = unit(entity.point(11).value_or(turned), turned);
+    const Vec x = unit(entity.point(mtext::kDirection).value_or(turned), turned);
     // 1 to 9: left, middle, right in three rows from the top.
-    const long place = std::clamp(entity.integer(71, 1), 1L, 9L) - 1;
+    const long place = std::clamp(entity.integer(mtext::kAttachment, 1), 1L, 9L) - 1;
     const double left = -size.x * static_cast<double>(place % 3) / 2;
     const double top = size.y * static_cast<double>(place / 3) / 2;
     drawBox(pen.in(Transform{x, cross(z, x), z, *at}), Vec{}, 0.0, {left, top - size.y, 0}, {left + size.x, top, 0});
