@@ -1,25 +1,23 @@
 // Turns the chain of acedSSGet into tests of records, so that nothing is opened to be filtered.
 #include "host/editor/entityfilter.h"
 
+#include "host/dxf/groupcodes.h"
 #include "host/editor/wildcard.h"
 #include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::ed {
 
+namespace codes = dxf::codes;
+
 namespace {
 
-constexpr int kTypeCode = 0;
-constexpr int kLayerCode = 8;
-constexpr int kLinetypeCode = 6;
-constexpr int kColorCode = 62;
-constexpr int kSpaceCode = 67;
 constexpr int kXdataSentinel = -3;
-constexpr int kXdataName = 1001;
 constexpr int kColorByLayer = 256;
 
 bool isText(int code) {
-    return code == kTypeCode || code == kLayerCode || code == kLinetypeCode || code == kXdataName;
+    return code == codes::kType || code == codes::kLayer || code == codes::kLinetype ||
+           code == codes::kXdataApplication;
 }
 
 std::int64_t integerOf(const dxf::Drawing& drawing, dxf::RecordId id, int code, std::int64_t fallback) {
@@ -43,9 +41,9 @@ EntityFilter::EntityFilter(AcDbDatabase& database, const resbuf* chain, bool wil
 
 void EntityFilter::addCondition(const resbuf& link, bool inXdata) {
     // Chains made by hand and those made by acutBuildList spell the type's code differently.
-    const short code = link.restype == RTDXF0 ? short{kTypeCode} : link.restype;
-    const bool isXdata = code == kXdataName;
-    if (isXdata != inXdata || (!isText(code) && code != kColorCode && code != kSpaceCode)) {
+    const short code = link.restype == RTDXF0 ? short{codes::kType} : link.restype;
+    const bool isXdata = code == codes::kXdataApplication;
+    if (isXdata != inXdata || (!isText(code) && code != codes::kColor && code != codes::kPaperSpace)) {
         usable_ = false;
     } else if (isText(code)) {
         if (link.resval.rstring)
@@ -67,23 +65,23 @@ bool EntityFilter::holds(const Condition& condition, dxf::RecordId id) const {
     const dxf::Record& record = drawing_.record(id);
     const std::uint64_t place = static_cast<std::uint64_t>(&condition - conditions_.data()) << 32;
     switch (condition.code) {
-        case kTypeCode: {
+        case codes::kType: {
             const auto [known, fresh] = known_.emplace(place | record.type, false);
             if (fresh)
                 known->second = matchesWildcard(platform::fromUtf8(drawing_.typeName(record.type)), condition.text);
             return known->second;
         }
-        case kLayerCode: {
+        case codes::kLayer: {
             const auto [known, fresh] = known_.emplace(place | record.layer, false);
             if (fresh) known->second = layerHolds(condition, record.layer);
             return known->second;
         }
-        case kSpaceCode:
+        case codes::kPaperSpace:
             return ((record.flags & dxf::kPaperSpace) != 0) == (condition.number != 0);
-        case kColorCode:
-            return integerOf(drawing_, id, kColorCode, kColorByLayer) == condition.number;
-        case kLinetypeCode:
-            return textMatches(id, kLinetypeCode, L"BYLAYER", condition.text);
+        case codes::kColor:
+            return integerOf(drawing_, id, codes::kColor, kColorByLayer) == condition.number;
+        case codes::kLinetype:
+            return textMatches(id, codes::kLinetype, L"BYLAYER", condition.text);
         default:
             return hasXdataOf(id, condition.text);
     }
@@ -102,7 +100,7 @@ bool EntityFilter::textMatches(dxf::RecordId id, int code, const wchar_t* fallba
 bool EntityFilter::hasXdataOf(dxf::RecordId id, const std::wstring& applications) const {
     if (!(drawing_.record(id).flags & dxf::kHasXdata)) return false;
     dxf::Tag tag;
-    for (int nth = 0; drawing_.findTag(id, kXdataName, tag, nth); ++nth)
+    for (int nth = 0; drawing_.findTag(id, codes::kXdataApplication, tag, nth); ++nth)
         if (matchesWildcard(drawing_.decode(tag.value), applications)) return true;
     return false;
 }

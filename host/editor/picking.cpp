@@ -7,6 +7,7 @@
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "dbsymtb.h"
+#include "host/dxf/classcodes.h"
 #include "host/editor/documents.h"
 #include "host/editor/session.h"
 #include "host/editor/viewport.h"
@@ -120,9 +121,7 @@ pick::Box Picker::extents() {
 
 // Drawings in which somebody changed the order of drawing keep, for entities of a space, handles to sort by.
 void Picker::sortByDrawOrder(std::vector<dxf::RecordId>& ids) const {
-    constexpr int kEntity = 331;
-    constexpr int kSortHandle = 5;
-    constexpr int kSpace = 330;
+    namespace sortents = dxf::codes::sortents;
     const BlockIndex blocks(drawing_);
     const Block* space = space_.head == dxf::kNoRecord ? blocks.bySpace(space_.kind) : blocks.byHead(space_.head);
     const dxf::RecordId objects = drawing_.findSection("OBJECTS");
@@ -137,9 +136,10 @@ void Picker::sortByDrawOrder(std::vector<dxf::RecordId>& ids) const {
         std::uint64_t block = 0;
         std::uint64_t entity = 0;
         for (const pick::Entity::Field& field : table.fields()) {
-            if (field.code == kSpace) block = dxf::toHandle(field.value);  // the last one; before it stands the owner
-            if (field.code == kEntity) entity = dxf::toHandle(field.value);
-            if (field.code == kSortHandle && entity != 0 && block == spaceHandle)
+            if (field.code == sortents::kSpace)
+                block = dxf::toHandle(field.value);  // the last one; before it stands the owner
+            if (field.code == sortents::kEntity) entity = dxf::toHandle(field.value);
+            if (field.code == sortents::kSortHandle && entity != 0 && block == spaceHandle)
                 keys[entity] = dxf::toHandle(field.value);
         }
     }

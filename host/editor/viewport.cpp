@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "aced.h"
-#include "host/dxf/groupcodes.h"
+#include "host/dxf/classcodes.h"
 #include "host/editor/documents.h"
 #include "host/editor/session.h"
 #include "host/objectarx/db/access.h"
@@ -19,10 +19,8 @@ namespace {
 
 using pick::Entity;
 using pick::Vec;
+namespace viewport = dxf::codes::viewport;
 
-constexpr int kStackCode = 68;   // place among the viewports that are on; 1 takes the input
-constexpr int kNumberCode = 69;  // 1 is the sheet itself
-constexpr int kStatesCode = 90;
 constexpr std::int64_t kOffBit = 0x20000;
 constexpr std::int64_t kModelViewport = 2;
 constexpr std::int64_t kSheet = 1;
@@ -39,11 +37,11 @@ std::optional<View> soundView(const Vec& center, double height) {
 }
 
 // A view's center is told in its own coordinates: around the target, turned by the twist.
-std::optional<View> viewOf(const Entity& record, int targetCode, int heightCode, int twistCode) {
-    const std::optional<Vec> center = record.point(12);
+std::optional<View> viewOf(const Entity& record, int heightCode) {
+    const std::optional<Vec> center = record.point(viewport::kViewCenter);
     if (!center) return std::nullopt;
-    const Vec target = record.point(targetCode).value_or(Vec{});
-    const double twist = -record.real(twistCode, 0.0) * (pick::kPi / 180);
+    const Vec target = record.point(viewport::kViewTarget).value_or(Vec{});
+    const double twist = -record.real(viewport::kViewTwist, 0.0) * (pick::kPi / 180);
     const Vec turned{center->x * std::cos(twist) - center->y * std::sin(twist),
                      center->x * std::sin(twist) + center->y * std::cos(twist), 0};
     return soundView(target + turned, record.real(heightCode, 0.0));
@@ -57,8 +55,8 @@ std::optional<View> activeModelView(const dxf::Drawing& drawing) {
         if (drawing.record(id).kind != dxf::RecordKind::TableRecord) break;
         Entity record;
         record.read(drawing, id);
-        if (record.text(2) != L"*ACTIVE" && record.text(2) != L"*Active") continue;
-        if (const std::optional<View> view = viewOf(record, 17, 40, 51)) return view;
+        if (record.text(dxf::codes::kName) != L"*ACTIVE" && record.text(dxf::codes::kName) != L"*Active") continue;
+        if (const std::optional<View> view = viewOf(record, dxf::codes::vport::kViewHeight)) return view;
     }
     return std::nullopt;
 }
@@ -68,7 +66,7 @@ std::optional<Vec> headerPoint(const dxf::Drawing& drawing, const char* name) {
     if (id == dxf::kNoRecord) return std::nullopt;
     Entity variable;
     variable.read(drawing, id);
-    return variable.point(10);
+    return variable.point(dxf::codes::kPoint);
 }
 
 // Corners that the drawing's header tells.
@@ -99,7 +97,8 @@ View firstView(AcDbDatabase& database) {
         if (center && size != dxf::kNoRecord) {
             Entity variable;
             variable.read(drawing, size);
-            if (const std::optional<View> view = soundView(*center, variable.real(40, 0.0))) return *view;
+            if (const std::optional<View> view = soundView(*center, variable.real(dxf::codes::variable::kReal, 0.0)))
+                return *view;
         }
         return headerView(drawing, kModelCorners);
     }
@@ -107,7 +106,7 @@ View firstView(AcDbDatabase& database) {
     if (!current.id.isNull()) {
         Entity record;
         record.read(drawing, DatabaseAccess::recordOf(current.id));
-        if (const std::optional<View> view = viewOf(record, 17, 45, 51)) return *view;
+        if (const std::optional<View> view = viewOf(record, viewport::kViewHeight)) return *view;
     }
     return current.number > kSheet ? headerView(drawing, kModelCorners) : headerView(drawing, kPaperCorners);
 }
@@ -142,13 +141,13 @@ std::vector<SheetViewport> viewportsOf(AcDbDatabase& database, EntitySpace sheet
     forEachEntityOfSpace(drawing, sheet, [&](dxf::RecordId id) {
         if (drawing.typeNameOf(id) != "VIEWPORT") return;
         records.push_back(id);
-        viewports.push_back(
-            {DatabaseAccess::idOf(database, id), valueOf(drawing, id, kNumberCode), valueOf(drawing, id, kStackCode)});
+        viewports.push_back({DatabaseAccess::idOf(database, id), valueOf(drawing, id, viewport::kNumber),
+                             valueOf(drawing, id, viewport::kStack)});
     });
     const bool areNumbered = std::any_of(viewports.begin(), viewports.end(),
                                          [](const SheetViewport& viewport) { return viewport.number != 0; });
     for (std::size_t i = 0; i < viewports.size() && !areNumbered; ++i) {
-        const bool isOff = (valueOf(drawing, records[i], kStatesCode) & kOffBit) != 0;
+        const bool isOff = (valueOf(drawing, records[i], viewport::kStatus) & kOffBit) != 0;
         viewports[i].number = kSheet + static_cast<std::int64_t>(i);
         viewports[i].place = isOff ? 0 : viewports[i].number;
     }

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/dxf/classcodes.h"
 #include "host/dxf/drawing.h"
 #include "host/platform/codepage.h"
 #include "host/report/hostreport.h"
@@ -19,6 +20,7 @@ using dxf::kNoRecord;
 using dxf::Record;
 using dxf::RecordId;
 using dxf::RecordKind;
+namespace codes = dxf::codes;
 
 namespace {
 
@@ -55,15 +57,15 @@ std::wstring Side::keyOf(RecordId id) const {
         case RecordKind::HeaderVariable:
             return key(L"variable", wide(typeOf(id)));
         case RecordKind::Section:
-            return key(L"section", text(id, 2));
+            return key(L"section", text(id, codes::kName));
         case RecordKind::Table:
-            return key(L"table", text(id, 2));
+            return key(L"table", text(id, codes::kName));
         case RecordKind::TableRecord:
-            return key(L"record", wide(typeOf(id)) + L"/" + text(id, 2));
+            return key(L"record", wide(typeOf(id)) + L"/" + text(id, codes::kName));
         case RecordKind::Class:
-            return key(L"class", text(id, 1));
+            return key(L"class", text(id, codes::classes::kRecordName));
         case RecordKind::Block:
-            return key(L"block", text(id, 2));
+            return key(L"block", text(id, codes::kName));
         case RecordKind::EndSection:
         case RecordKind::EndTable:
         case RecordKind::EndBlock:
@@ -84,8 +86,8 @@ std::wstring Side::label(RecordId id) const {
     if (record.handle != 0) label += L" " + wide(dxf::handleText(record.handle));
     const bool isNamed = record.kind == RecordKind::TableRecord || record.kind == RecordKind::Block ||
                          record.kind == RecordKind::Section || record.kind == RecordKind::Table;
-    if (record.kind == RecordKind::Class) return label + L" \"" + text(id, 1) + L"\"";
-    if (isNamed) return label + L" \"" + text(id, 2) + L"\"";
+    if (record.kind == RecordKind::Class) return label + L" \"" + text(id, codes::classes::kRecordName) + L"\"";
+    if (isNamed) return label + L" \"" + text(id, codes::kName) + L"\"";
     if (record.handle != 0 || record.kind == RecordKind::HeaderVariable || record.owner == kNoRecord) return label;
     // Its place among its like.
     std::size_t number = 1;

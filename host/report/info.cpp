@@ -7,6 +7,7 @@
 
 #include "host/drawing/blocks.h"
 #include "host/drawing/layouts.h"
+#include "host/dxf/classcodes.h"
 #include "host/dxf/drawing.h"
 #include "host/platform/codepage.h"
 #include "host/report/hostreport.h"
@@ -17,6 +18,7 @@ using dxf::Drawing;
 using dxf::kNoRecord;
 using dxf::RecordId;
 using dxf::RecordKind;
+namespace codes = dxf::codes;
 
 namespace {
 
@@ -89,16 +91,16 @@ void Description::describeFile() {
     info_.hasHandles = drawing_.hasHandles();
     info_.codePage = drawing_.codePage();
     const RecordId codePage = drawing_.findHeaderVariable("$DWGCODEPAGE");
-    if (codePage != kNoRecord) info_.codePageName = text(codePage, 3);
+    if (codePage != kNoRecord) info_.codePageName = text(codePage, codes::variable::kCodePage);
 }
 
 void Description::readLayers() {
     forEach(drawing_.findTable("LAYER"), RecordKind::TableRecord, [this](RecordId id) {
         LayerInfo layer;
-        layer.name = text(id, 2);
+        layer.name = text(id, codes::kName);
         layer.isDefined = true;
-        layer.isOff = integer(id, 62) < 0;
-        const std::int64_t flags = integer(id, 70);
+        layer.isOff = integer(id, codes::kColor) < 0;
+        const std::int64_t flags = integer(id, codes::kFlags);
         layer.isFrozen = (flags & kFrozenBit) != 0;
         layer.isLocked = (flags & kLockedBit) != 0;
         layerByName_.emplace(platform::foldCase(layer.name), info_.layers.size());
@@ -109,9 +111,10 @@ void Description::readLayers() {
 void Description::readClasses() {
     forEach(drawing_.findSection("CLASSES"), RecordKind::Class, [this](RecordId id) {
         dxf::Tag name;
-        if (!drawing_.findTag(id, 1, name)) return;
+        if (!drawing_.findTag(id, codes::classes::kRecordName, name)) return;
         classByName_.emplace(dxf::trimmed(name.value), info_.classes.size());
-        info_.classes.push_back({text(id, 1), text(id, 2), text(id, 3), 0});
+        info_.classes.push_back({text(id, codes::classes::kRecordName), text(id, codes::classes::kClassName),
+                                 text(id, codes::classes::kApplication), 0});
     });
 }
 
@@ -125,8 +128,8 @@ void Description::readBlocks() {
             continue;
         }
         ++info_.blocks;
-        if ((integer(block.head, 70) & kExternalReferenceBit) != 0)
-            info_.externalReferences.push_back({block.name, text(block.head, 1)});
+        if ((integer(block.head, codes::kFlags) & kExternalReferenceBit) != 0)
+            info_.externalReferences.push_back({block.name, text(block.head, codes::block::kPath)});
     }
 }
 
