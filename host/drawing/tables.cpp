@@ -139,6 +139,9 @@ std::vector<dxf::NewTag> SymbolTables::ownTags(const TableFormat& format, const 
         const std::string present = sample(sibling, wanted.code);
         const bool given = std::any_of(tags.begin(), tags.end(), [&](const auto& t) { return t.code == wanted.code; });
         if (present.empty() || given) continue;
+        // What the sibling points to may be missing.
+        const std::uint64_t target = wanted.value ? 0 : dxf::toHandle(present);
+        if (target != 0 && drawing_.findHandle(target) == kNoRecord) continue;
         tags.push_back({wanted.code, wanted.value ? paddedLike(present, wanted.value) : present});
     }
     std::stable_sort(tags.begin(), tags.end(), [&](const dxf::NewTag& a, const dxf::NewTag& b) {

@@ -1,15 +1,16 @@
-#!/usr/bin/env python3
-"""Runs every command that changes layers or what lies on them over real drawings: nothing in a drawing may point to what is
-gone, the auditor must find nothing in it, corrected or not, that it did not find before, and U must give the file back
-byte for byte.
+#!/usr/bin/python3
+"""Runs every command that changes layers or what lies on them over real drawings, in each of their layouts: nothing in a
+drawing may point to what is gone, the auditor must find nothing in it, corrected or not, that it did not find before, and U
+must give the file back byte for byte.
 
-    soundness.py CONSOLE CORPUS EXAMPLES   ends with 77 when the corpus or the auditor is not there
+    soundness.py CONSOLE CORPUS EXAMPLES [--all]   ends with 77 when the corpus or the auditor is not there
 
-Of the corpus the drawings in KINDS are run, which hold one of every kind of reference; all of them when the environment
-has QRS_ALL_DRAWINGS.
+Commands that change what is there are run one after the other on one drawing, and large drawings without KINDS are left
+out; with --all every command is run on its own, over all drawings.
 """
 import collections
 import concurrent.futures
+import hashlib
 import os
 import re
 import shutil
@@ -19,35 +20,28 @@ import tempfile
 from pathlib import Path
 
 HERE = Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE.parent / "standard"))
 SKIPPED = 77
-KINDS = (
-    "acad_table_with_blk_ref.dxf",  # table with its block, its content below an extension dictionary
-    "dimension_in_block.dxf",  # association of dimensions, in blocks
-    "hatch_issues.dxf",  # boundaries of hatches, draw orders
-    "mtext_framed_columns.dxf",  # frames and columns of texts by handles in extended data
-    "mtext_complex_inline_codes.dxf",  # fields
-    "sample binary.dxf",
+LARGEST = 300_000  # bytes
+KINDS = (  # larger ones, with kinds of references that no smaller one has
     "sample.dxf",  # groups, images with reactors, layer states, body data
     "sample_AC1009_ascii.dxf",  # handles in extended data, names of layers in that of viewports
-    "small_r14.dxf",
-    "text_in_viewports.dxf",  # outlines and suns of viewports
     "uncommon.dxf",  # histories of solids, sun, light, sections, arc dimensions
-    "viewport_frozen_layers.dxf",
-    "wipeout.dxf",
-    "xclip.dxf",  # clipped block references
 )
+STATES = ["LockSelLayer", "ALL", "", "UnLockSelLayer", "", "OpenSelLayer", "ALL", "", "SetAllPipeLayOpen", "tbds", "3",
+          "tbds", "4", "Y", "yshf", "UnFrozenAllLayer", "gxgd", "ALL", "", "gxfz"]
 
 
 def run(folder, *arguments):
     ran = subprocess.run([str(argument) for argument in arguments], cwd=folder, capture_output=True, timeout=600,
                          env={"PATH": "/usr/bin:/bin", "TMPDIR": str(folder), "HOME": str(folder)})
-    return ran.returncode, ran.stdout.decode(), ran.stderr.decode()
+    return ran.returncode, ran.stdout.decode(errors="replace"), ran.stderr.decode(errors="replace")
 
 
-def run_script(console, folder, lines, *arguments):
+def run_script(console, system, folder, lines):
     (folder / "script.scr").write_text("\n".join(lines) + "\n", encoding="utf-8")
-    code, printed, errors = run(folder, console, "--settings", "settings.ini", "--system", "system", "--keep-going",
-                                "-s", "script.scr", *arguments)
+    code, printed, errors = run(folder, console, "--settings", "settings.ini", "--system", system, "--keep-going",
+                                "-s", "script.scr", "drawing.dxf")
     if code not in (0, 1):
         raise RuntimeError(f"exit code {code}: {errors}{printed[-300:]}")
     return printed
@@ -61,86 +55,122 @@ def damage(console, folder, drawing):
     return collections.Counter(re.sub(r"^ *(line|byte) [0-9]+(, |: )", "", line) for line in found)
 
 
-def handles_by_layer(printed):
-    """Of what LIST prints: one handle of each layer, fullest first."""
-    listed = re.findall(r"^([0-9A-F]+) +\S+ +Layer: \"(.*)\"  Space", printed, re.MULTILINE)
-    counts = collections.Counter(layer for _, layer in listed)
-    one = {layer: handle for handle, layer in reversed(listed)}
-    return [f'(handent "{one[layer]}")' for layer, _ in counts.most_common()]
+def picks(printed):
+    """Of what LIST prints: one entity of each layer, that of the fullest first, and all viewports."""
+    listed = re.findall(r"^([0-9A-F]+) +(\S+) +Layer: \"(.*)\"  Space", printed, re.MULTILINE)
+    counts = collections.Counter(layer for _, _, layer in listed)
+    one = {layer: handle for handle, _, layer in reversed(listed)}
+    return ([f'(handent "{one[layer]}")' for layer, _ in counts.most_common()],
+            [f'(handent "{handle}")' for handle, kind, _ in listed if kind == "VIEWPORT"])
 
 
-def scripts(layers):
-    """The answers of each command line, by a name."""
-    yield "erase all", ["EraseSelLayer", "ALL", ""]
-    yield "states", ["LockSelLayer", "ALL", "", "UnLockSelLayer", "", "OpenSelLayer", "ALL", "", "SetAllPipeLayOpen", "tbds",
-                     "3", "tbds", "4", "Y", "yshf", "UnFrozenAllLayer", "gxgd", "ALL", "", "gxfz"]
-    for number, layer in enumerate(layers[:2]):
-        yield f"erase {number}", ["EraseSelLayer", layer, ""]
-        yield f"freeze {number}", ["FrozenLayer", layer, "", "CloseSelLayer", layer, ""]
+def commands(layers, viewports):
+    """Each with its answers, by a name."""
     if len(layers) > 1:
         yield "convert", ["ConvertLayer", layers[0], layers[1]]
         yield "merge", ["hbtc", layers[1], layers[0], "Y"]
         yield "merge back", ["hbtc", layers[0], layers[1], "Y"]
+    yield "states", STATES
+    for layer in layers[:2]:
+        yield "freeze", ["FrozenLayer", layer, "", "CloseSelLayer", layer, ""]
+    if viewports:
+        yield "freeze everywhere", ["VPLAYER", "Freeze", "*", "All", "", "UnFrozenViewAllLayer", viewports[-1], "*", "OK"]
+        yield "freeze here", ["FrozenViewLayer", viewports[-1], "*", "OK", "", "VPLAYER", "Reset", "*", "All", ""]
 
 
-def spaces(console, folder):
-    return ["1", "0"]
+def scripts(layers, viewports, alone):
+    frozen = ["VPLAYER", "Freeze", "*", "All", "", "^C"] if viewports else []
+    for layer in layers[:2 if alone else 1]:
+        yield "erase layer", frozen + ["EraseSelLayer", layer, ""]
+    yield "erase all", ["EraseSelLayer", "ALL", ""]
+    if alone:
+        yield from commands(layers, viewports)
+    else:
+        yield "change", [line for _, lines in commands(layers, viewports) for line in lines + ["^C", "^C"]]
 
 
-def check(console, system, drawing, folder):
-    """Leaves pairs for the auditor; gives the faults."""
+def layouts(console, system, folder):
+    """The entities that can be picked, by layout."""
+    printed = run_script(console, system, folder, ["LAYOUT", "?"])
+    names = re.findall(r'^"(.*)"(?: \(current\))? +\d+  ', printed, re.MULTILINE)
+    shown = run_script(console, system, folder,
+                       [line for name in names for line in ("LAYOUT", "Set", name, "LIST", "ALL", "", "^C")])
+    return dict(zip(names, map(picks, shown.split("Command: LAYOUT\n")[1:]), strict=True))
+
+
+def new_troubles(folder, after, known):
+    """What the auditor says of a drawing of which it did not say it before."""
+    import drawings
+
+    before = folder / "drawing.dxf"
+    is_binary = before.read_bytes().startswith(b"AutoCAD Binary")
+    find = drawings.new_findings if is_binary else drawings.troubles
+    yield from find(before, after) if drawings.is_readable(before) else ()
+
+
+def check(console, system, drawing, folder, alone):
     folder.mkdir()
-    shutil.copytree(system, folder / "system")
     shutil.copy(drawing, folder / "drawing.dxf")
     before = (folder / "drawing.dxf").read_bytes()
-    known = damage(console, folder, "drawing.dxf")
+    try:
+        tabs = layouts(console, system, folder)
+    except RuntimeError:
+        return  # no drawing that can be read
     lines, names = [], []
-    for space in spaces(console, folder):
-        enter = ["SETVAR", "TILEMODE", space]
-        try:
-            listed = run_script(console, folder, enter + ["LIST", "ALL", ""], "drawing.dxf")
-        except RuntimeError:
-            return  # no drawing that can be read
-        for name, answers in scripts(handles_by_layer(listed)):
-            names.append(f"{space}: {name}")
-            lines += enter + answers + ["^C", "^C", "SAVEAS", f"{len(names):02}.after.dxf"] + 25 * ["U"]
+    for layout, (layers, viewports) in tabs.items():
+        for name, answers in scripts(layers, viewports, alone):
+            names.append(f"{layout}: {name}")
+            lines += ["LAYOUT", "Set", layout] + answers + ["^C", "^C", "SAVEAS", f"{len(names):02}.after.dxf"] + 60 * ["U"]
             lines += ["SAVEAS", f"{len(names):02}.undone.dxf"]
-    run_script(console, folder, lines, "drawing.dxf")
+    run_script(console, system, folder, lines)
+    known = damage(console, folder, "drawing.dxf")
+    seen = {hashlib.sha256(before).digest()}
     for number, name in enumerate(names, 1):
         after = folder / f"{number:02}.after.dxf"
-        # Of a drawing that is damaged all over only the first faults are told.
-        if not any("further errors" in fault for fault in known):
-            for new in damage(console, folder, after.name) - known:
-                yield f"{name}: {new}"
         if (folder / f"{number:02}.undone.dxf").read_bytes() != before:
             yield f"{name}: U does not give the file back"
+        key = hashlib.sha256(after.read_bytes()).digest()
+        if key in seen:
+            continue
+        seen.add(key)
+        # Of a drawing that is damaged all over only the first faults are told.
+        if not any("further errors" in fault for fault in known):
+            yield from (f"{name}: {new}" for new in damage(console, folder, after.name) - known)
         # The auditor reads no line ends of old.
-        if after.read_bytes() == before or b"\n" not in before:
-            after.unlink()
-        else:
-            os.link(folder / "drawing.dxf", folder / f"{number:02}.before.dxf")
-    _, printed, errors = run(folder, "/usr/bin/python3", HERE.parent / "standard/drawings.py",
-                             "audit" if before.startswith(b"AutoCAD Binary") else "compare", folder)
-    for line in (printed + errors).splitlines():
-        yield re.sub(r"^(\d+)\.before\.dxf", lambda match: names[int(match[1]) - 1], line)
+        if b"\n" in before:
+            yield from (f"{name}: {new}" for new in new_troubles(folder, after, known))
+    shutil.rmtree(folder)
+
+
+def checked(*given):
+    try:
+        return list(check(*given))
+    except (RuntimeError, subprocess.SubprocessError, ValueError) as error:
+        return [f"{type(error).__name__}: {error}"]
 
 
 def main():
+    alone = "--all" in sys.argv
     console, corpus, examples = Path(sys.argv[1]).resolve(), Path(sys.argv[2]), Path(sys.argv[3])
-    if not corpus.is_dir() or run(HERE, "/usr/bin/python3", "-c", "import ezdxf")[0] != 0:
+    try:
+        import drawings
+    except ImportError:
+        drawings = None
+    if not corpus.is_dir() or drawings is None:
         print("no corpus, or no auditor")
         return SKIPPED
-    drawings = [path for path in sorted(corpus.rglob("*")) if path.suffix.lower() == ".dxf"]
-    if "QRS_ALL_DRAWINGS" not in os.environ:
-        drawings = [path for path in drawings if path.name in KINDS]
-    drawings += sorted(examples.glob("*.dxf"))
+    drawings.logging.disable()
+    files = [path for path in corpus.rglob("*") if path.suffix.lower() == ".dxf"] + list(examples.glob("*.dxf"))
+    if not alone:
+        files = [path for path in files if path.name in KINDS or path.stat().st_size < LARGEST]
+    files.sort(key=lambda path: (-path.stat().st_size, path))
     faults = []
-    with tempfile.TemporaryDirectory() as folder, concurrent.futures.ThreadPoolExecutor(2) as pool:
-        work = {path: pool.submit(lambda *given: list(check(*given)), console, HERE.parents[1] / "data", path,
-                                  Path(folder) / str(number)) for number, path in enumerate(drawings)}
+    with tempfile.TemporaryDirectory() as folder, concurrent.futures.ProcessPoolExecutor(2) as pool:
+        work = {path: pool.submit(checked, console, HERE.parents[1] / "data", path, Path(folder) / str(number), alone)
+                for number, path in enumerate(files)}
         for path, found in work.items():
             faults += [f"{path.name}: {fault}" for fault in found.result()]
-    print("\n".join(faults) if faults else f"{len(drawings)} drawings: all sound")
+    print("\n".join(faults) if faults else f"{len(files)} drawings: all sound")
     return 1 if faults else 0
 
 

@@ -138,10 +138,11 @@ TEST(DbLayers, NewOnesTakeTheFormOfTheDrawing) {
     EXPECT_EQ(handled.changes(), " -5=A0 +5=A1 -70=1 +70=2 +0=LAYER +5=A0 +2=J +70=0 +62=30 +6=Continuous");
 
     Sample newer(newerDrawing());
+    // The plot style is that of the other layers, the material that they point to is not there.
     ASSERT_EQ(addLayer(newer, L"\u7ED9\u6C34", id), Acad::eOk);
     EXPECT_EQ(newer.changes(),
               " -5=50 +5=51 -70=2 +70=3 +0=LAYER +5=50 +330=2 +100=AcDbSymbolTableRecord +100=AcDbLayerTableRecord"
-              " +2=\xE7\xBB\x99\xE6\xB0\xB4 +70=0 +62=30 +6=Continuous +290=0 +370=50 +390=F +347=40 +348=0");
+              " +2=\xE7\xBB\x99\xE6\xB0\xB4 +70=0 +62=30 +6=Continuous +290=0 +370=50 +390=F +348=0");
     AcDbHandle handle;
     LayerPointer added(id);
     added->getAcDbHandle(handle);

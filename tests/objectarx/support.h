@@ -72,8 +72,9 @@ inline std::string newerDrawing() {
         "0=CIRCLE;5=2B;330=1B;100=AcDbEntity;67=1;8=0;62=1;60=1;100=AcDbCircle;10=0.0;20=0.0;40=1.0;0=ENDSEC;"
         "0=SECTION;2=OBJECTS;0=DICTIONARY;5=C;330=0;100=AcDbDictionary;281=1;3=Notes;350=32;"
         "0=XRECORD;5=32;330=C;100=AcDbXrecord;280=1;1=text;70=7;10=1.0;20=2.0;30=3.0;330=2A;"
-        "0=DICTIONARY;5=30;330=11;100=AcDbDictionary;281=1;0=DICTIONARY;5=31;330=2A;100=AcDbDictionary;281=1;0=ENDSEC;"
-        "0=EOF");
+        "0=DICTIONARY;5=30;330=11;100=AcDbDictionary;281=1;0=DICTIONARY;5=31;330=2A;100=AcDbDictionary;281=1;0="
+        "ACDBPLACEHOLDER;5=F;"
+        "330=C;0=ENDSEC;0=EOF");
 }
 
 // A drawing open in memory, and the working one while it lives.

@@ -29,6 +29,8 @@ def records_of(path):
     lines = [line.strip().decode("latin1") for line in path.read_bytes().splitlines()]
     records = [[(0, "")]]
     for code, value in zip(map(int, lines[::2]), lines[1::2]):
+        if (code, value) == (0, "EOF"):
+            break
         if code in (0, 9):
             records.append([])
         if code != 999:
@@ -87,9 +89,9 @@ def is_readable(path):
     return True
 
 
-def form_of(record):
-    """The tags that all records of a table share."""
-    return [(code, value) for code, value in record if code in (100, 347, 348, 390)]
+def form_of(record, handles):
+    """The tags that all records of a table share, without those that point to nothing."""
+    return [(code, value) for code, value in record if code == 100 or code in (347, 348, 390) and value in handles]
 
 
 @functools.lru_cache(maxsize=4)  # of a drawing that is compared with several others
@@ -127,8 +129,8 @@ def troubles(before, after):
         sample = old.tables.get(name, ([], []))[1]
         sample = next((record for record in sample if first(record, 2) == "0"), sample[0] if sample else None)
         for record in fresh if sample else ():
-            form = (first(sample, 5) is not None, first(sample, 330) and first(head, 5), form_of(sample))
-            if (first(record, 5) is not None, first(record, 330), form_of(record)) != form:
+            form = (first(sample, 5) is not None, first(sample, 330) and first(head, 5), form_of(sample, old.handles))
+            if (first(record, 5) is not None, first(record, 330), form_of(record, new.handles)) != form:
                 yield f"{name}: {first(record, 2)} is not as {first(sample, 2)}"
 
 
