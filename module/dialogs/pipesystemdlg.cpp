@@ -5,7 +5,7 @@
 
 #include "host/platform/codepage.h"
 #include "host/platform/number.h"
-#include "PipeSystemTool.h"
+#include "qrs_public.h"
 #include "standard/text.h"
 #include "standard/values.h"
 
@@ -22,7 +22,7 @@ struct SystemField {
     CString PipeNode::*text;
     double PipeNode::*real;  // 0 to kLargest, kept with two decimals as in the file
     Adesk::Int32 PipeNode::*integer;
-    bool isMaterial;  // offers the materials of pipe.dbf
+    bool isMaterial;  // offers the suite's pipe materials
 };
 constexpr double kLargest = 10000;
 
@@ -72,15 +72,6 @@ void takeText(PipeNode& system, const SystemField& field, const std::wstring& ty
         system.*field.integer = qrs::standard::parseInteger(value);
 }
 
-std::vector<std::wstring> materials() {
-    std::vector<std::wstring> names;
-    for (int i = 0;; ++i) {
-        const CString name = PipeSystemTool::GetPipeMaterialByIndex(i);
-        if (name.IsEmpty()) return names;
-        names.emplace_back(view(name));
-    }
-}
-
 }  // namespace
 
 CPipeSystemDlg::CPipeSystemDlg(PipeGroupNode& group, PipeNode& system)
@@ -100,10 +91,10 @@ BOOL CPipeSystemDlg::OnInitDialog() {
     name_ = &form().addEdit(L"系统名", wide(system_.PipeName));
     name_->enabled = group_.CanRename() && system_.CanName;
     name_->refuse = [this](const std::wstring& name) { return RefuseName(group_, &system_, name); };
-    const std::vector<std::wstring> offered = materials();
     for (const SystemField& field : kFields) {
-        Control& control = field.isMaterial ? form().addCombo(field.caption, offered, textOf(system_, field), true)
-                                            : form().addEdit(field.caption, textOf(system_, field));
+        Control& control = field.isMaterial
+                               ? form().addCombo(field.caption, GetPipeMaterialList(), textOf(system_, field), true)
+                               : form().addEdit(field.caption, textOf(system_, field));
         control.refuse = [&field](const std::wstring& typed) { return refuseText(field, typed); };
         fields_.push_back(&control);
     }

@@ -153,6 +153,7 @@ const Step startSteps[] = {
     standard::convertOldSystemNames,
     standard::applyObjectColors,
     standard::readLinetypeTextSettings,
+    standard::offerPipeMaterials,
     createDocGlobals,
     buildLayerMaps,
     readAlignType,
@@ -164,7 +165,7 @@ const Step startSteps[] = {
 // Not the start-up backwards: the documents' entries outlive the standard, and the command reactor goes last, so that
 // it hears of everything until the module is gone.
 const Step endSteps[] = {
-    removeCommands,   deleteToolBar,  CLayerControlBar::Close, releaseStandard,
+    removeCommands,   deleteToolBar,  CLayerControlBar::Close, releaseStandard, standard::withdrawPipeMaterials,
     deleteDocGlobals, writeAlignType, removeCmdReactor,
 };
 

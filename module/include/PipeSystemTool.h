@@ -228,8 +228,9 @@ QRS_PIPE_PORT CString GetPipeMaterialByIndex(int index);
 // GetIndexOfPIpeMaterial of the system's material. -1 when there is no such system, and without a standard.
 QRS_PIPE_PORT int GetPipeMaterialIndex(const CString& systemName, PipeMaterialEnum material);
 
-// Position of the material in a list (without a list: in GetPipeMaterialList), without regard to case, from 0. An
-// unknown material is answered by 0 too: dialogs show the first one for it.
+// Position of the material in a list (without a list: in GetPipeMaterialList of qrs_public.h, which is that of
+// pipe.dbf while the module is loaded), without regard to case, from 0. An unknown material is answered by 0 too:
+// dialogs show the first one for it.
 QRS_PIPE_PORT int GetMaterialIndex(const CString& material);
 QRS_PIPE_PORT int GetMaterialIndex(const TWCStringList& materials, const CString& material);
 

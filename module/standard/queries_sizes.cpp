@@ -8,6 +8,7 @@
 #include "qrs_public.h"
 #include "standard/holder.h"
 #include "standard/pipesizes.h"
+#include "standard/startup.h"
 #include "standard/text.h"
 
 using qrs::standard::MaterialPrefixTable;
@@ -46,7 +47,24 @@ int cutToInteger(double value) {
     return static_cast<int>(value);
 }
 
+TWCStringList materialNames() {
+    TWCStringList names;
+    for (int i = 0;; ++i) {
+        const CString name = pipeSizes().materialAt(i);
+        if (name.IsEmpty()) return names;
+        names.push_back(qrs::standard::wide(name));
+    }
+}
+
 }  // namespace
+
+void qrs::standard::offerPipeMaterials() {
+    SetPipeMaterialSource(materialNames);
+}
+
+void qrs::standard::withdrawPipeMaterials() {
+    SetPipeMaterialSource(nullptr);
+}
 
 namespace PipeSystemTool {
 

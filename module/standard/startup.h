@@ -35,6 +35,11 @@ void applyObjectColors();
 // the setting as it is. Needs no standard.
 void readLinetypeTextSettings();
 
+// Makes the materials of pipe.dbf the suite's list of pipe materials, until they are withdrawn. The table is not read
+// before somebody asks for them. Needs no standard.
+void offerPipeMaterials();
+void withdrawPipeMaterials();
+
 // Puts every name of the standard into the look-up, so that the first question is as quick as the later ones.
 void initLayerMaps();
 

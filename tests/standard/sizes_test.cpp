@@ -11,6 +11,7 @@
 #include "qrs_public.h"
 #include "standard/holder.h"
 #include "standard/pipesizes.h"
+#include "standard/startup.h"
 
 using namespace PipeSystemTool;
 using qrs::standard::MaterialPrefixTable;
@@ -104,8 +105,11 @@ TEST(Sizes, ShippedTablesAnswerAndAreReadOnce) {
     EXPECT_EQ(GetPrefixOfPipeMaterial(-1), L"");
     EXPECT_EQ(GetPrefixOfPipeMaterial(L"DN15"), L"");  // another kind of record
 
-    EXPECT_EQ(GetMaterialIndex(L"ppr管"), 8);
-    EXPECT_EQ(GetPipeMaterialList()[8], L"PPR管");
+    EXPECT_TRUE(GetPipeMaterialList().empty());
+    qrs::standard::offerPipeMaterials();
+    const int ppr = GetIndexOfPIpeMaterial(L"PPR管");
+    EXPECT_EQ(GetMaterialIndex(L"ppr管"), ppr);
+    EXPECT_EQ(GetPipeMaterialList()[static_cast<std::size_t>(ppr)], L"PPR管");
     EXPECT_EQ(GetMaterialIndex(L"木管"), 0);
     const TWCStringList own = {L"a", L"b", L"B"};
     EXPECT_EQ(GetMaterialIndex(own, L"B"), 1);

@@ -56,10 +56,19 @@ bool TDwgSettingDefaults::GetDouble(const std::wstring& function, const std::wst
     return true;
 }
 
+namespace {
+
+TPipeMaterialSource materialSource = nullptr;
+TWCStringList materials;
+
+}  // namespace
+
+void SetPipeMaterialSource(TPipeMaterialSource source) {
+    materialSource = source;
+    materials.clear();
+}
+
 const TWCStringList& GetPipeMaterialList() {
-    static const TWCStringList materials = {
-        L"镀锌钢管",   L"焊接钢管",   L"无缝钢管",   L"不锈钢管",     L"铜管",     L"衬塑钢管", L"钢塑复合管",
-        L"铝塑复合管", L"PPR管",      L"PE管",       L"UPVC管",       L"HDPE管",   L"PVC-C管",  L"柔性铸铁管",
-        L"球墨铸铁管", L"给水铸铁管", L"排水铸铁管", L"钢筋混凝土管", L"混凝土管", L"玻璃钢管", L"双壁波纹管"};
+    if (materials.empty() && materialSource != nullptr) materials = materialSource();
     return materials;
 }

@@ -35,5 +35,11 @@ class QRS_HOST_PORT TDwgSettingDefaults {
     Items items_;
 };
 
-// The pipe materials the suite knows, in the order its dialogs list them.
+// The pipe materials the suite knows, in the order its dialogs list them; none while nobody has said where to ask for
+// them. The list stays as it is until another source is named.
 QRS_HOST_PORT const TWCStringList& GetPipeMaterialList();
+
+// Where the list comes from: the module that reads the tables of pipes says so at its start, and takes it back (null)
+// at its end. The source is asked when the list is first wanted.
+using TPipeMaterialSource = TWCStringList (*)();
+QRS_HOST_PORT void SetPipeMaterialSource(TPipeMaterialSource source);
