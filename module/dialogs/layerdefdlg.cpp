@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "aced.h"
+#include "dialogs/userlayerdlg.h"
 #include "layers/layerfields.h"
 #include "standard/text.h"
 
@@ -35,6 +36,7 @@ BOOL CLayerDefDlg::OnInitDialog() {
         const std::wstring refusal = refuseLayerName(name);
         return refusal.empty() ? refuseName_(name) : refusal;
     };
+    form().addButton(L"用户图层...", [this] { chooseUserLayer(); });
     color_ = &form().addEdit(L"颜色", colorText(layer_.LayerColor));
     color_->refuse = refuseColor;
     form().addButton(L"选择颜色...", [this] { chooseColor(); });
@@ -43,6 +45,16 @@ BOOL CLayerDefDlg::OnInitDialog() {
     plots_ = &form().addCheckBox(L"打印", layer_.CanPlot);
     remark_ = &form().addEdit(L"备注", wide(layer_.Remark));
     return TRUE;
+}
+
+void CLayerDefDlg::chooseUserLayer() {
+    std::wstring name = name_->text;
+    if (!CUserLayerDlg::Choose(name)) return;
+    const std::wstring refusal = name_->refuse(name);
+    if (refusal.empty())
+        name_->text = name;
+    else
+        AfxMessageBox(refusal.c_str(), MB_OK | MB_ICONEXCLAMATION);
 }
 
 void CLayerDefDlg::chooseColor() {

@@ -19,6 +19,7 @@ class CLayerDefDlg : public CDialog {
     void OnOK() override;
 
   private:
+    void chooseUserLayer();
     void chooseColor();
 
     LayerNode& layer_;

@@ -5,4 +5,5 @@ set(QRS_DIALOGS_SOURCES
     pipesettingdlg.cpp
     pipesystemdlg.cpp
     settingfiles.cpp
-    settingoptions.cpp)
+    settingoptions.cpp
+    userlayerdlg.cpp)

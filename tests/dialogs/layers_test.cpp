@@ -19,9 +19,9 @@ class Dialogs : public Frame {
         system_ = folder.path() / "system";
         fs::create_directory(system_);
         fs::copy_file(fs::path(QRS_SOURCE_DIR) / "data" / "pwx.qdsl", standardFile());
-        for (const char* table : {"linetype.dbf", "pipe.dbf"})
-            if (fs::exists(fs::path(QRS_SOURCE_DIR) / "data" / table))
-                fs::copy_file(fs::path(QRS_SOURCE_DIR) / "data" / table, system_ / table);
+        for (const char* table : {"linetype.dbf", "pipe.dbf", "userlayer.dbf"})
+            fs::copy_file(fs::path(QRS_SOURCE_DIR) / "data" / table, system_ / table);
+        addMaterial();
         application.setSystemFolder(platform::innerPath(system_));
         QrsExport::SetSystemFolder(platform::innerPath(system_));
         acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
@@ -37,6 +37,19 @@ class Dialogs : public Frame {
         QrsExport::SetSystemFolder({});
     }
 
+    // An office's own pipe, "自制管", in the table that every test of this program sees.
+    void addMaterial() const {
+        std::string table, name;
+        platform::Error error;
+        ASSERT_TRUE(platform::readFile(system_ / "pipe.dbf", table, error)) << error.message;
+        ASSERT_TRUE(platform::encode(936, L"自制管", name));
+        const std::size_t length = static_cast<unsigned char>(table[10]);
+        std::string record = table.substr(table.size() - length - 1, length);
+        record.replace(1, 24, name + std::string(24 - name.size(), ' '));
+        table.insert(table.size() - 1, record);
+        ++table[4];
+        folder.write("system/pipe.dbf", table);
+    }
     fs::path standardFile() const { return system_ / "pwx.qdsl"; }
     std::string fileBytes() const {
         std::string bytes;
@@ -177,6 +190,40 @@ TEST_F(Dialogs, SettingsAreEditedOnACopyAndSaved) {
     EXPECT_EQ(PipeSystemTool::GetPipeSystemNameByLayer(L"给水主管"), CString(L"市政给水"));
     EXPECT_EQ(count(terminal.transcript, L"请输入 0 到 10000 的数值。"), 1u);
     EXPECT_EQ(count(terminal.transcript, L"颜色应为 1 到 255"), 1u);
+}
+
+TEST_F(Dialogs, AMaterialOfTheOfficeIsInEveryList) {
+    run({L"gxsz", L"系统属性", L"室内管材", L"自制管", L"确定", L"确定"});
+    EXPECT_EQ(count(terminal.transcript, L"     双壁波纹管\n     自制管\n"), 1u)
+        << platform::toUtf8(terminal.transcript);
+    const int last = static_cast<int>(GetPipeMaterialList().size()) - 1;
+    EXPECT_EQ(GetPipeMaterialList().back(), L"自制管");
+    EXPECT_EQ(PipeSystemTool::GetMaterialIndex(L"自制管"), last);
+    EXPECT_EQ(PipeSystemTool::GetIndexOfPIpeMaterial(L"自制管"), last);
+    EXPECT_EQ(PipeSystemTool::GetPipeMaterialByIndex(last), CString(L"自制管"));
+    EXPECT_EQ(PipeSystemTool::GetPipeMaterialIndex(L"生活给水", kIndoorMaterial), last);
+    acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr);
+    EXPECT_TRUE(GetPipeMaterialList().empty()) << "of a module that has gone";
+    acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
+}
+
+TEST_F(Dialogs, LayerDefinitionsTakeNamesOfUserlayerDbf) {
+    const std::deque<std::wstring> edits = {L"gxsz", L"生活给水", L"系统图层", L"管线", L"修改", L"用户图层..."};
+    std::deque<std::wstring> chosen = edits;
+    chosen.insert(chosen.end(), {L"给排-公用", L"确定", L"确定", L"确定", L"确定"});
+    run(chosen);
+    EXPECT_EQ(count(terminal.transcript, L"( ) 给排-公用      1\n"), 1u) << platform::toUtf8(terminal.transcript);
+    EXPECT_EQ(system(saved(), L"生活给水")->FindLayerNode(CString(L"管线"))->LayerName, CString(L"给排-公用"));
+    std::deque<std::wstring> cancelled = edits, missing = edits;
+    cancelled.insert(cancelled.end(), {L"给排-阀门", L"取消", L"用户图层", L"确定", L"确定", L"确定", L"确定"});
+    run(cancelled);
+    const std::wstring notFound = L"对不起，没有发现userlayer.dbf文件！\n";
+    EXPECT_EQ(count(terminal.transcript, notFound), 0u);
+    fs::remove(standardFile().parent_path() / "userlayer.dbf");
+    missing.insert(missing.end(), {L"确定", L"确定", L"确定"});
+    run(missing);
+    EXPECT_EQ(count(terminal.transcript, notFound), 1u) << platform::toUtf8(terminal.transcript);
+    EXPECT_EQ(system(saved(), L"生活给水")->FindLayerNode(CString(L"管线"))->LayerName, CString(L"给排-公用"));
 }
 
 TEST_F(Dialogs, ASettingsFileThatCannotBeWrittenIsTold) {
