@@ -9,6 +9,7 @@
 #include "dbxrecrd.h"
 #include "host/drawing/entityformat.h"
 #include "host/drawing/newrecords.h"
+#include "host/dxf/classcodes.h"
 #include "host/objectarx/db/fields.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/callrecord.h"
@@ -93,9 +94,10 @@ Acad::ErrorStatus appendObject(DatabaseState& state, AcDbObject& object, std::ui
     const bool isRecord = rxClass == AcDbXrecord::desc();
     const bool isDictionary = rxClass == AcDbDictionary::desc();
     if (isRecord || isDictionary) {
-        content.push_back({100, isRecord ? "AcDbXrecord" : "AcDbDictionary"});
+        content.push_back({dxf::codes::kSubclass, isRecord ? "AcDbXrecord" : "AcDbDictionary"});
         // What becomes of a doubled name when drawings are put together: the first stays.
-        if (drawing.version() >= dxf::Version::R2000) content.push_back({isRecord ? 280 : 281, "1"});
+        if (drawing.version() >= dxf::Version::R2000)
+            content.push_back({isRecord ? dxf::codes::xrecord::kCloning : dxf::codes::dictionary::kCloning, "1"});
         if (const DetachedTags* own = OpenObjects::ownTags(object))
             for (const auto& [code, value] : own->tags)
                 content.push_back({code, writeText(drawing, platform::fromUtf8(value))});

@@ -3,11 +3,13 @@
 
 #include "dbsymtb.h"
 #include "host/drawing/entityformat.h"
+#include "host/dxf/classcodes.h"
 #include "host/objectarx/db/state.h"
 
 using qrs::host::Block;
 using qrs::host::DatabaseState;
 using qrs::host::ObjectTags;
+namespace codes = qrs::dxf::codes;
 namespace dxf = qrs::dxf;
 
 ACRX_DEFINE_MEMBERS(AcDbBlockTable, AcDbSymbolTable)
@@ -43,15 +45,15 @@ Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator
 
 bool AcDbBlockTableRecord::isLayout() const {
     const Block* block = blockOf(*this);
-    return block && (block->space != qrs::host::Space::None || tags().handle(340) != 0);
+    return block && (block->space != qrs::host::Space::None || tags().handle(codes::blockrecord::kLayout) != 0);
 }
 
 bool AcDbBlockTableRecord::isFromExternalReference() const {
-    return (headTags(*this).integer(70, 0) & kExternalBit) != 0;
+    return (headTags(*this).integer(codes::kFlags, 0) & kExternalBit) != 0;
 }
 
 AcGePoint3d AcDbBlockTableRecord::origin() const {
-    return qrs::host::readPoint(database() ? headTags(*this) : tags(), 10);
+    return qrs::host::readPoint(database() ? headTags(*this) : tags(), codes::kPoint);
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& origin) {
@@ -61,7 +63,7 @@ Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& origin) {
     const Block* block = blockOf(*this);
     if (database() && (!block || block->head == dxf::kNoRecord)) return Acad::eNotApplicable;
     for (unsigned axis = 0; axis < 3; ++axis)
-        head.setReal(10 + static_cast<int>(axis) * 10, origin[axis]);
+        head.setReal(codes::kPoint + static_cast<int>(axis) * codes::kCoordinateStep, origin[axis]);
     return Acad::eOk;
 }
 

@@ -6,6 +6,7 @@
 #include "dbsymtb.h"
 #include "host/drawing/entityformat.h"
 #include "host/drawing/sections.h"
+#include "host/dxf/classcodes.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/codepage.h"
@@ -15,16 +16,10 @@ namespace qrs::host {
 using dxf::kNoRecord;
 using dxf::RecordId;
 using dxf::RecordKind;
+namespace codes = dxf::codes;
 
 namespace {
 
-constexpr int kHandleCode = 5;
-constexpr int kOwnerCode = 330;
-constexpr int kSubclass = 100;
-constexpr int kGroup = 102;
-constexpr int kPaperCode = 67;
-constexpr int kLayerCode = 8;
-constexpr int kLayoutCode = 410;
 constexpr int kAttributesBit = 2;
 
 bool isPointer(int code) {
@@ -83,28 +78,28 @@ class Cloner {
         bool isFirstLayer = true;
         while (cursor.next(tag)) {
             const std::string_view value = dxf::trimmed(tag.value);
-            if (tag.code == kGroup && !value.empty() && value.front() == '{')
+            if (tag.code == codes::kGroup && !value.empty() && value.front() == '{')
                 inGroup = value == "{ACAD_XDICTIONARY" || value == "{ACAD_REACTORS";
             if (inGroup) {
-                if (tag.code == kGroup && value == "}") inGroup = false;
+                if (tag.code == codes::kGroup && value == "}") inGroup = false;
                 continue;
             }
-            if (tag.code == kPaperCode || tag.code == kLayoutCode) {
-                if (tag.code == kPaperCode || isFirstLayer) continue;
+            if (tag.code == codes::kPaperSpace || tag.code == codes::kLayout) {
+                if (tag.code == codes::kPaperSpace || isFirstLayer) continue;
             }
-            if (tag.code == kLayerCode && isFirstLayer) {
-                if (block_.space == Space::Paper) tags.push_back({kPaperCode, "     1"});
+            if (tag.code == codes::kLayer && isFirstLayer) {
+                if (block_.space == Space::Paper) tags.push_back({codes::kPaperSpace, "     1"});
                 isFirstLayer = false;
             }
-            if (tag.code == kHandleCode || isPointer(tag.code)) {
+            if (tag.code == codes::kHandle || isPointer(tag.code)) {
                 std::string handle = mapped(tag.value);
-                const bool isOwner = tag.code == kOwnerCode && isHead && handle == tag.value && blockHandle_ != 0;
+                const bool isOwner = tag.code == codes::kOwner && isHead && handle == tag.value && blockHandle_ != 0;
                 if (isOwner) handle = dxf::handleText(blockHandle_);
                 tags.push_back({tag.code, handle});
             } else {
                 tags.push_back({tag.code, std::string(tag.value)});
             }
-            if (tag.code == kSubclass) isHead = false;
+            if (tag.code == codes::kSubclass) isHead = false;
         }
         return tags;
     }
@@ -148,8 +143,8 @@ Acad::ErrorStatus DatabaseState::clone(const AcDbObjectIdArray& ids, AcDbObjectI
     }
     if (hasAttributes && block->space == Space::None) {
         ObjectTags tags(drawing_.get(), block->head, entityFormatOf("BLOCK"), ObjectTags::Part::Whole);
-        const std::int64_t flags = tags.integer(70, 0);
-        if ((flags & kAttributesBit) == 0) tags.setInteger(70, flags | kAttributesBit);
+        const std::int64_t flags = tags.integer(codes::kFlags, 0);
+        if ((flags & kAttributesBit) == 0) tags.setInteger(codes::kFlags, flags | kAttributesBit);
     }
     return Acad::eOk;
 }
@@ -161,13 +156,14 @@ namespace {
 std::vector<dxf::NewTag> blockTags(DatabaseState& state, const char* type, std::uint64_t owner, const char* mark,
                                    bool hasHandle) {
     dxf::Drawing& drawing = state.drawing();
-    std::vector<dxf::NewTag> tags{{0, type}};
-    if (hasHandle) tags.push_back({kHandleCode, dxf::handleText(drawing.newHandle())});
-    if (owner != 0 && drawing.version() >= dxf::kFirstWithOwners) tags.push_back({kOwnerCode, dxf::handleText(owner)});
+    std::vector<dxf::NewTag> tags{{codes::kType, type}};
+    if (hasHandle) tags.push_back({codes::kHandle, dxf::handleText(drawing.newHandle())});
+    if (owner != 0 && drawing.version() >= dxf::kFirstWithOwners)
+        tags.push_back({codes::kOwner, dxf::handleText(owner)});
     const bool hasMarks = drawing.version() >= dxf::kFirstWithSubclasses;
-    if (hasMarks) tags.push_back({kSubclass, "AcDbEntity"});
-    tags.push_back({kLayerCode, "0"});
-    if (hasMarks) tags.push_back({kSubclass, mark});
+    if (hasMarks) tags.push_back({codes::kSubclass, "AcDbEntity"});
+    tags.push_back({codes::kLayer, "0"});
+    if (hasMarks) tags.push_back({codes::kSubclass, mark});
     return tags;
 }
 
@@ -190,21 +186,22 @@ std::uint32_t DatabaseState::addBlock(const DetachedTags& own, std::wstring_view
         if (!hasTable && block.head != kNoRecord) hasHandle = drawing_->record(block.head).handle != 0;
     RecordId record = kNoRecord;
     if (hasTable) {
-        record = tables().add(TableKind::Block, {&tableFormat(TableKind::Block).record, {{2, platform::toUtf8(name)}}});
+        record = tables().add(TableKind::Block,
+                              {&tableFormat(TableKind::Block).record, {{codes::kName, platform::toUtf8(name)}}});
     }
     const std::uint64_t owner = record == kNoRecord ? 0 : drawing_->record(record).handle;
     const RecordId end = drawing_->endOf(ensureSection(*drawing_, "BLOCKS"));
     const std::string spelled = writeText(*drawing_, name);
     std::vector<dxf::NewTag> tags = blockTags(*this, "BLOCK", owner, "AcDbBlockBegin", hasHandle);
-    tags.push_back({2, spelled});
-    tags.push_back({70, name.front() == L'*' ? "1" : "0"});
-    for (const int code : {10, 20, 30}) {
+    tags.push_back({codes::kName, spelled});
+    tags.push_back({codes::kFlags, name.front() == L'*' ? "1" : "0"});
+    for (const int code : {codes::kPoint, codes::yOf(codes::kPoint), codes::zOf(codes::kPoint)}) {
         const auto found =
             std::find_if(own.tags.begin(), own.tags.end(), [&](const auto& tag) { return tag.code == code; });
         tags.push_back({code, found == own.tags.end() ? "0.0" : found->value});
     }
-    tags.push_back({3, spelled});
-    if (hasTable) tags.push_back({1, ""});
+    tags.push_back({codes::block::kSecondName, spelled});
+    if (hasTable) tags.push_back({codes::block::kPath, ""});
     const RecordId head = drawing_->insertRecord(end, RecordKind::Block, tags);
     drawing_->insertRecord(end, RecordKind::EndBlock, blockTags(*this, "ENDBLK", owner, "AcDbBlockEnd", hasHandle));
     contents_->came(head);
@@ -214,6 +211,7 @@ std::uint32_t DatabaseState::addBlock(const DetachedTags& own, std::wstring_view
 }  // namespace qrs::host
 
 using qrs::host::DatabaseState;
+namespace codes = qrs::dxf::codes;
 
 Acad::ErrorStatus AcDbDatabase::deepCloneObjects(const AcDbObjectIdArray& ids, AcDbObjectId owner,
                                                  AcDbIdMapping& idMap) {
@@ -223,7 +221,9 @@ Acad::ErrorStatus AcDbDatabase::deepCloneObjects(const AcDbObjectIdArray& ids, A
 
 AcDbBlockTableRecord::AcDbBlockTableRecord() {
     setOwnTags([] {
-        return qrs::host::DetachedTags{&qrs::host::entityFormatOf("BLOCK"), {{10, "0.0"}, {20, "0.0"}, {30, "0.0"}}};
+        return qrs::host::DetachedTags{
+            &qrs::host::entityFormatOf("BLOCK"),
+            {{codes::kPoint, "0.0"}, {codes::yOf(codes::kPoint), "0.0"}, {codes::zOf(codes::kPoint), "0.0"}}};
     });
 }
 

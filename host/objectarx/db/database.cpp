@@ -5,6 +5,7 @@
 #include "dbsymtb.h"
 #include "host/drawing/newdrawing.h"
 #include "host/drawing/newrecords.h"
+#include "host/dxf/groupcodes.h"
 #include "host/objectarx/db/access.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/callrecord.h"
@@ -148,7 +149,7 @@ AcDbObjectId AcDbDatabase::clayer() const {
     const dxf::RecordId variable = state_->drawing().findHeaderVariable("$CLAYER");
     dxf::Tag tag;
     dxf::RecordId layer = dxf::kNoRecord;
-    if (variable != dxf::kNoRecord && state_->drawing().findTag(variable, 8, tag))
+    if (variable != dxf::kNoRecord && state_->drawing().findTag(variable, qrs::dxf::codes::kLayer, tag))
         layer = state_->tables().find(TableKind::Layer, qrs::host::readText(state_->drawing(), tag.value));
     return layer == dxf::kNoRecord ? layerZero() : state_->idOf(layer);
 }

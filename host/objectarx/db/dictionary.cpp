@@ -1,22 +1,20 @@
 // Dictionaries and records of values.
 #include "dbdict.h"
+#include "host/dxf/classcodes.h"
 #include "host/objectarx/db/append.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/codepage.h"
 
 using qrs::host::DatabaseState;
+namespace codes = qrs::dxf::codes;
 namespace dxf = qrs::dxf;
 
 ACRX_DEFINE_DXF_MEMBERS(AcDbDictionary, AcDbObject, "DICTIONARY")
 
 namespace {
 
-constexpr int kEntryNameCode = 3;
-// The tag after an entry's name holds its handle: 350 when the dictionary does not own it, 360 when it does.
-constexpr int kSoftOwnerCode = 350;
-constexpr int kHardOwnerCode = 360;
-constexpr int kFirstXdata = 1000;
-
+// The tag after an entry's name holds its handle: as softly owned when the dictionary does not own it, hardly when
+// it does.
 // Where an entry stands in a dictionary, or where a new one is to be put: before value.begin, with value.code.
 struct Place {
     bool isFound = false;
@@ -26,22 +24,23 @@ struct Place {
 
 Place placeOf(const dxf::Drawing& drawing, dxf::RecordId dictionary, std::wstring_view entryName) {
     Place end;
-    end.value.code = kSoftOwnerCode;
+    end.value.code = codes::kSoftOwned;
     dxf::TagCursor cursor = drawing.tags(dictionary);
     dxf::Tag tag;
     dxf::Tag name;
     bool isOwn = false;
     bool hasName = false;
-    while (cursor.next(tag) && tag.code < kFirstXdata) {
-        if (tag.code == 100) isOwn = dxf::trimmed(tag.value) == "AcDbDictionary";
-        if (hasName && (tag.code == kSoftOwnerCode || tag.code == kHardOwnerCode)) {
+    while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
+        if (tag.code == codes::kSubclass) isOwn = dxf::trimmed(tag.value) == "AcDbDictionary";
+        if (hasName && (tag.code == codes::kSoftOwned || tag.code == codes::kHardOwned)) {
             end.value.code = tag.code;
             if (qrs::platform::compareNoCase(qrs::host::readText(drawing, name.value), entryName) == 0)
                 return {true, name.begin, tag};
         }
         // A dictionary that says so owns what it names.
-        if (isOwn && tag.code == 280 && dxf::toInteger(tag.value) != 0) end.value.code = kHardOwnerCode;
-        hasName = isOwn && tag.code == kEntryNameCode;
+        if (isOwn && tag.code == codes::dictionary::kIsHardOwner && dxf::toInteger(tag.value) != 0)
+            end.value.code = codes::kHardOwned;
+        hasName = isOwn && tag.code == codes::kEntryName;
         if (hasName) name = tag;
         if (isOwn) end.value.begin = tag.end;
     }
@@ -60,12 +59,12 @@ std::vector<std::pair<std::wstring, AcDbObjectId>> AcDbDictionary::entries() con
     dxf::Tag tag;
     std::wstring name;
     bool hasName = false;
-    while (cursor.next(tag) && tag.code < kFirstXdata) {
-        if (hasName && (tag.code == kSoftOwnerCode || tag.code == kHardOwnerCode)) {
+    while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
+        if (hasName && (tag.code == codes::kSoftOwned || tag.code == codes::kHardOwned)) {
             const AcDbObjectId id = state->idOf(state->drawing().findHandle(dxf::toHandle(tag.value)));
             if (!id.isNull()) found.emplace_back(name, id);
         }
-        hasName = tag.code == kEntryNameCode;
+        hasName = tag.code == codes::kEntryName;
         if (hasName) name = qrs::host::readText(state->drawing(), tag.value);
     }
     return found;
@@ -105,7 +104,7 @@ Acad::ErrorStatus AcDbDictionary::setAt(const ACHAR* entryName, AcDbObject* newV
     const Place place = placeOf(drawing, record(), entryName);
     if (!place.isFound) {
         drawing.insertTags(record(), place.value.begin,
-                           {{kEntryNameCode, qrs::host::writeText(drawing, entryName)}, {place.value.code, handle}});
+                           {{codes::kEntryName, qrs::host::writeText(drawing, entryName)}, {place.value.code, handle}});
         return Acad::eOk;
     }
     const dxf::RecordId old = drawing.findHandle(dxf::toHandle(place.value.value));

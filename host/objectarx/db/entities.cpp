@@ -3,6 +3,7 @@
 
 #include "dbents.h"
 #include "host/drawing/entityformat.h"
+#include "host/dxf/classcodes.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/angle.h"
 #include "host/platform/codepage.h"
@@ -13,7 +14,11 @@ using qrs::host::newString;
 using qrs::host::ObjectTags;
 using qrs::host::TableKind;
 using qrs::platform::kRadiansPerDegree;
+namespace codes = qrs::dxf::codes;
+namespace curve = codes::curve;
 namespace dxf = qrs::dxf;
+namespace insert = codes::insert;
+namespace text = codes::text;
 
 ACRX_DEFINE_DXF_MEMBERS(AcDbLine, AcDbEntity, "LINE")
 ACRX_DEFINE_DXF_MEMBERS(AcDbCircle, AcDbEntity, "CIRCLE")
@@ -32,7 +37,7 @@ bool isFinite(const AcGePoint3d& point) {
 void writePoint(ObjectTags tags, int code, const AcGePoint3d& point) {
     const bool isNew = !tags.has(code);
     for (unsigned axis = 0; axis < 3; ++axis) {
-        const int axisCode = code + static_cast<int>(axis) * 10;
+        const int axisCode = code + static_cast<int>(axis) * codes::kCoordinateStep;
         if (isNew || point[axis] != 0.0 || tags.has(axisCode)) tags.setReal(axisCode, point[axis]);
     }
 }
@@ -98,7 +103,12 @@ Acad::ErrorStatus setNameTag(ObjectTags tags, int code, const std::wstring& name
 AcDbLine::AcDbLine() {
     setOwnTags([] {
         return DetachedTags{&qrs::host::entityFormatOf("LINE"),
-                            {{10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {11, "0.0"}, {21, "0.0"}, {31, "0.0"}}};
+                            {{codes::kPoint, "0.0"},
+                             {codes::yOf(codes::kPoint), "0.0"},
+                             {codes::zOf(codes::kPoint), "0.0"},
+                             {codes::kSecondPoint, "0.0"},
+                             {codes::yOf(codes::kSecondPoint), "0.0"},
+                             {codes::zOf(codes::kSecondPoint), "0.0"}}};
     });
 }
 
@@ -108,26 +118,30 @@ AcDbLine::AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end) : AcDbLine(
 }
 
 AcGePoint3d AcDbLine::startPoint() const {
-    return qrs::host::readPoint(tags(), 10);
+    return qrs::host::readPoint(tags(), codes::kPoint);
 }
 
 Acad::ErrorStatus AcDbLine::setStartPoint(const AcGePoint3d& point) {
-    return setPointTags(checkWrite(), tags(), 10, point);
+    return setPointTags(checkWrite(), tags(), codes::kPoint, point);
 }
 
 AcGePoint3d AcDbLine::endPoint() const {
-    return qrs::host::readPoint(tags(), 11);
+    return qrs::host::readPoint(tags(), codes::kSecondPoint);
 }
 
 Acad::ErrorStatus AcDbLine::setEndPoint(const AcGePoint3d& point) {
-    return setPointTags(checkWrite(), tags(), 11, point);
+    return setPointTags(checkWrite(), tags(), codes::kSecondPoint, point);
 }
 
 // --- circles
 
 AcDbCircle::AcDbCircle() {
     setOwnTags([] {
-        return DetachedTags{&qrs::host::entityFormatOf("CIRCLE"), {{10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {40, "1.0"}}};
+        return DetachedTags{&qrs::host::entityFormatOf("CIRCLE"),
+                            {{codes::kPoint, "0.0"},
+                             {codes::yOf(codes::kPoint), "0.0"},
+                             {codes::zOf(codes::kPoint), "0.0"},
+                             {curve::kRadius, "1.0"}}};
     });
 }
 
@@ -137,26 +151,30 @@ AcDbCircle::AcDbCircle(const AcGePoint3d& center, double radius) : AcDbCircle() 
 }
 
 AcGePoint3d AcDbCircle::center() const {
-    return qrs::host::readPoint(tags(), 10);
+    return qrs::host::readPoint(tags(), codes::kPoint);
 }
 
 Acad::ErrorStatus AcDbCircle::setCenter(const AcGePoint3d& point) {
-    return setPointTags(checkWrite(), tags(), 10, point);
+    return setPointTags(checkWrite(), tags(), codes::kPoint, point);
 }
 
 double AcDbCircle::radius() const {
-    return tags().real(40, 0.0);
+    return tags().real(curve::kRadius, 0.0);
 }
 
 Acad::ErrorStatus AcDbCircle::setRadius(double radius) {
-    return radius > 0.0 ? setRealTag(checkWrite(), tags(), 40, radius, 0.0) : Acad::eInvalidInput;
+    return radius > 0.0 ? setRealTag(checkWrite(), tags(), curve::kRadius, radius, 0.0) : Acad::eInvalidInput;
 }
 
 // --- block references
 
 AcDbBlockReference::AcDbBlockReference() {
     setOwnTags([] {
-        return DetachedTags{&qrs::host::entityFormatOf("INSERT"), {{2, ""}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"}}};
+        return DetachedTags{&qrs::host::entityFormatOf("INSERT"),
+                            {{codes::kName, ""},
+                             {codes::kPoint, "0.0"},
+                             {codes::yOf(codes::kPoint), "0.0"},
+                             {codes::zOf(codes::kPoint), "0.0"}}};
     });
 }
 
@@ -166,40 +184,40 @@ AcDbBlockReference::AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId
 }
 
 AcDbObjectId AcDbBlockReference::blockTableRecord() const {
-    return namedBy(*this, TableKind::Block, tags().text(2));
+    return namedBy(*this, TableKind::Block, tags().text(codes::kName));
 }
 
 Acad::ErrorStatus AcDbBlockReference::setBlockTableRecord(AcDbObjectId block) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     std::wstring name;
     const Acad::ErrorStatus status = nameToWrite(*this, block, TableKind::Block, name);
-    return status == Acad::eOk ? setNameTag(tags(), 2, name) : status;
+    return status == Acad::eOk ? setNameTag(tags(), codes::kName, name) : status;
 }
 
 AcGePoint3d AcDbBlockReference::position() const {
-    return qrs::host::readPoint(tags(), 10);
+    return qrs::host::readPoint(tags(), codes::kPoint);
 }
 
 Acad::ErrorStatus AcDbBlockReference::setPosition(const AcGePoint3d& point) {
-    return setPointTags(checkWrite(), tags(), 10, point);
+    return setPointTags(checkWrite(), tags(), codes::kPoint, point);
 }
 
 double AcDbBlockReference::rotation() const {
-    return tags().real(50, 0.0) * kRadiansPerDegree;
+    return tags().real(insert::kRotation, 0.0) * kRadiansPerDegree;
 }
 
 Acad::ErrorStatus AcDbBlockReference::setRotation(double angle) {
-    return setAngleTag(checkWrite(), tags(), 50, angle);
+    return setAngleTag(checkWrite(), tags(), insert::kRotation, angle);
 }
 
 AcGeVector3d AcDbBlockReference::normal() const {
-    const AcGeVector3d direction = qrs::host::readPoint(tags(), 210) - AcGePoint3d();
+    const AcGeVector3d direction = qrs::host::readPoint(tags(), codes::kNormal) - AcGePoint3d();
     return direction.length() > 0.0 ? direction.normal() : AcGeVector3d::kZAxis;
 }
 
 AcGeScale3d AcDbBlockReference::scaleFactors() const {
     const ObjectTags own = tags();
-    return {own.real(41, 1.0), own.real(42, 1.0), own.real(43, 1.0)};
+    return {own.real(insert::kScaleX, 1.0), own.real(insert::kScaleY, 1.0), own.real(insert::kScaleZ, 1.0)};
 }
 
 Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeScale3d& factors) {
@@ -208,7 +226,7 @@ Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeScale3d& factors
         if (value == 0.0 || !std::isfinite(value)) return Acad::eInvalidInput;
     Acad::ErrorStatus status = checkWrite();
     for (int axis = 0; axis < 3; ++axis)
-        status = setRealTag(status, tags(), 41 + axis, values[axis], 1.0);
+        status = setRealTag(status, tags(), insert::kScaleX + axis, values[axis], 1.0);
     return status;
 }
 
@@ -217,7 +235,12 @@ Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeScale3d& factors
 AcDbText::AcDbText() {
     setOwnTags([] {
         return DetachedTags{&qrs::host::entityFormatOf("TEXT"),
-                            {{10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {40, "2.5"}, {1, ""}, {7, "Standard"}}};
+                            {{codes::kPoint, "0.0"},
+                             {codes::yOf(codes::kPoint), "0.0"},
+                             {codes::zOf(codes::kPoint), "0.0"},
+                             {text::kHeight, "2.5"},
+                             {codes::kText, ""},
+                             {codes::kTextStyle, "Standard"}}};
     });
 }
 
@@ -231,82 +254,83 @@ AcDbText::AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId 
 }
 
 AcGePoint3d AcDbText::position() const {
-    return qrs::host::readPoint(tags(), 10);
+    return qrs::host::readPoint(tags(), codes::kPoint);
 }
 
 Acad::ErrorStatus AcDbText::setPosition(const AcGePoint3d& point) {
-    return setPointTags(checkWrite(), tags(), 10, point);
+    return setPointTags(checkWrite(), tags(), codes::kPoint, point);
 }
 
 AcGePoint3d AcDbText::alignmentPoint() const {
-    return qrs::host::readPoint(tags(), 11);
+    return qrs::host::readPoint(tags(), text::kAlignmentPoint);
 }
 
 Acad::ErrorStatus AcDbText::setAlignmentPoint(const AcGePoint3d& point) {
-    return setPointTags(checkWrite(), tags(), 11, point);
+    return setPointTags(checkWrite(), tags(), text::kAlignmentPoint, point);
 }
 
 AcDb::TextHorzMode AcDbText::horizontalMode() const {
-    return static_cast<AcDb::TextHorzMode>(tags().integer(72, AcDb::kTextLeft));
+    return static_cast<AcDb::TextHorzMode>(tags().integer(text::kHorizontal, AcDb::kTextLeft));
 }
 
 Acad::ErrorStatus AcDbText::setHorizontalMode(AcDb::TextHorzMode mode) {
     if (mode < AcDb::kTextLeft || mode > AcDb::kTextFit) return Acad::eInvalidInput;
-    return setIntegerTag(checkWrite(), tags(), 72, mode);
+    return setIntegerTag(checkWrite(), tags(), text::kHorizontal, mode);
 }
 
 AcDb::TextVertMode AcDbText::verticalMode() const {
-    return static_cast<AcDb::TextVertMode>(tags().integer(73, AcDb::kTextBase));
+    return static_cast<AcDb::TextVertMode>(tags().integer(text::kVertical, AcDb::kTextBase));
 }
 
 Acad::ErrorStatus AcDbText::setVerticalMode(AcDb::TextVertMode mode) {
     if (mode < AcDb::kTextBase || mode > AcDb::kTextTop) return Acad::eInvalidInput;
-    return setIntegerTag(checkWrite(), tags(), 73, mode);
+    return setIntegerTag(checkWrite(), tags(), text::kVertical, mode);
 }
 
 double AcDbText::height() const {
-    return tags().real(40, 0.0);
+    return tags().real(text::kHeight, 0.0);
 }
 
 Acad::ErrorStatus AcDbText::setHeight(double height) {
-    return height > 0.0 ? setRealTag(checkWrite(), tags(), 40, height, 0.0) : Acad::eInvalidInput;
+    return height > 0.0 ? setRealTag(checkWrite(), tags(), text::kHeight, height, 0.0) : Acad::eInvalidInput;
 }
 
 double AcDbText::widthFactor() const {
-    return tags().real(41, 1.0);
+    return tags().real(text::kWidthFactor, 1.0);
 }
 
 Acad::ErrorStatus AcDbText::setWidthFactor(double factor) {
-    return factor > 0.0 ? setRealTag(checkWrite(), tags(), 41, factor, 1.0) : Acad::eInvalidInput;
+    return factor > 0.0 ? setRealTag(checkWrite(), tags(), text::kWidthFactor, factor, 1.0) : Acad::eInvalidInput;
 }
 
 double AcDbText::rotation() const {
-    return tags().real(50, 0.0) * kRadiansPerDegree;
+    return tags().real(text::kRotation, 0.0) * kRadiansPerDegree;
 }
 
 Acad::ErrorStatus AcDbText::setRotation(double angle) {
-    return setAngleTag(checkWrite(), tags(), 50, angle);
+    return setAngleTag(checkWrite(), tags(), text::kRotation, angle);
 }
 
 AcDbObjectId AcDbText::textStyle() const {
-    return namedBy(*this, TableKind::TextStyle, tags().text(7, L"Standard"));
+    return namedBy(*this, TableKind::TextStyle, tags().text(codes::kTextStyle, L"Standard"));
 }
 
 Acad::ErrorStatus AcDbText::setTextStyle(AcDbObjectId style) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     std::wstring name;
     const Acad::ErrorStatus status = nameToWrite(*this, style, TableKind::TextStyle, name);
-    if (status != Acad::eOk || qrs::platform::compareNoCase(tags().text(7, L"Standard"), name) == 0) return status;
-    return setNameTag(tags(), 7, name);
+    if (status != Acad::eOk || qrs::platform::compareNoCase(tags().text(codes::kTextStyle, L"Standard"), name) == 0)
+        return status;
+    return setNameTag(tags(), codes::kTextStyle, name);
 }
 
 ACHAR* AcDbText::textString() const {
-    return newString(tags().text(1));
+    return newString(tags().text(codes::kText));
 }
 
 Acad::ErrorStatus AcDbText::setTextString(const ACHAR* text) {
     if (!text) return Acad::eInvalidInput;
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
-    tags().setText(1, text);
+    tags().setText(codes::kText, text);
     return Acad::eOk;
 }

@@ -4,6 +4,7 @@
 #include "acutads.h"
 #include "dbapserv.h"
 #include "dbents.h"
+#include "host/dxf/groupcodes.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/codepage.h"
 
@@ -11,26 +12,20 @@ using qrs::host::DatabaseState;
 using qrs::host::newString;
 using qrs::host::ObjectTags;
 using qrs::host::TableKind;
+namespace codes = qrs::dxf::codes;
 namespace dxf = qrs::dxf;
 
 namespace {
 
-constexpr int kLayerCode = 8;
-constexpr int kLinetypeCode = 6;
-constexpr int kColorCode = 62;
-constexpr int kTrueColorCode = 420;
-constexpr int kColorNameCode = 430;
-constexpr int kVisibilityCode = 60;
-constexpr int kLineWeightCode = 370;
 constexpr int kByLayerIndex = 256;
 
 // The tags all entities share. Some programs write them after the second subclass; where the layer stands, the others
 // do.
 ObjectTags commonTags(dxf::Drawing& drawing, dxf::RecordId record) {
     const ObjectTags common(&drawing, record, qrs::host::entityFormat(), ObjectTags::Part::Common);
-    if (common.has(kLayerCode)) return common;
+    if (common.has(codes::kLayer)) return common;
     const ObjectTags whole(&drawing, record, qrs::host::entityFormat(), ObjectTags::Part::Whole);
-    return whole.has(kLayerCode) ? whole : common;
+    return whole.has(codes::kLayer) ? whole : common;
 }
 
 // Of an entity outside a drawing its own, once something was set.
@@ -58,7 +53,7 @@ void changeParts(const dxf::Drawing& drawing, dxf::RecordId entity, bool doSuben
 
 // By layer for what is no index.
 Adesk::UInt16 indexOf(const ObjectTags& tags) {
-    const std::int64_t index = tags.integer(kColorCode, kByLayerIndex);
+    const std::int64_t index = tags.integer(codes::kColor, kByLayerIndex);
     return static_cast<Adesk::UInt16>(index >= 0 && index <= kByLayerIndex ? index : kByLayerIndex);
 }
 
@@ -102,15 +97,15 @@ AcDbObjectId AcDbEntity::layerId() const {
     DatabaseState* state = DatabaseState::ofNames(*this);
     if (!state) return AcDbObjectId();
     if (database()) return state->idOf(state->contents().layers().of(record()));
-    return state->idOf(state->tables().find(TableKind::Layer, commonTags(*this).text(kLayerCode, L"0")));
+    return state->idOf(state->tables().find(TableKind::Layer, commonTags(*this).text(codes::kLayer, L"0")));
 }
 
 ACHAR* AcDbEntity::layer() const {
     DatabaseState* state = DatabaseState::of(database());
-    if (!state) return newString(commonTags(*this).text(kLayerCode, L"0"));
+    if (!state) return newString(commonTags(*this).text(codes::kLayer, L"0"));
     const dxf::RecordId layer = state->contents().layers().of(record());
     if (layer != dxf::kNoRecord) return newString(state->tables().nameOf(layer));
-    return newString(commonTags(*this).text(kLayerCode, L"0"));
+    return newString(commonTags(*this).text(codes::kLayer, L"0"));
 }
 
 Acad::ErrorStatus AcDbEntity::setLayer(const ACHAR* newLayer, bool doSubents) {
@@ -133,7 +128,7 @@ Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId newLayer, bool doSubents) {
     if (!database()) {
         const std::wstring name = state->tables().nameOf(layer);
         return changeCommon(false, [&](ObjectTags& tags) {
-            tags.setText(kLayerCode, name);
+            tags.setText(codes::kLayer, name);
             return true;
         });
     }
@@ -141,14 +136,14 @@ Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId newLayer, bool doSubents) {
     dxf::Drawing& drawing = state->drawing();
     dxf::Tag tag;
     // Both names lie in the same file, so the bytes are taken over as they are.
-    const std::string name(drawing.findTag(layer, 2, tag) ? tag.value : std::string_view());
+    const std::string name(drawing.findTag(layer, codes::kName, tag) ? tag.value : std::string_view());
     changeParts(drawing, record(), doSubents, [&](dxf::RecordId id) {
         // Another spelling of the same layer is left as it is.
         if (state->contents().layers().of(id) == layer) return false;
-        if (drawing.findTag(id, kLayerCode, tag))
+        if (drawing.findTag(id, codes::kLayer, tag))
             drawing.setValue(id, tag, name);
         else
-            commonTags(drawing, id).setText(kLayerCode, state->tables().nameOf(layer));
+            commonTags(drawing, id).setText(codes::kLayer, state->tables().nameOf(layer));
         return true;
     });
     return Acad::eOk;
@@ -159,7 +154,7 @@ Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId newLayer, bool doSubents) {
 AcCmColor AcDbEntity::color() const {
     const ObjectTags tags = commonTags(*this);
     AcCmColor color;
-    const std::int64_t trueColor = tags.integer(kTrueColorCode, -1);
+    const std::int64_t trueColor = tags.integer(codes::kTrueColor, -1);
     if (trueColor >= 0) {
         color.setRGB(static_cast<Adesk::UInt8>(trueColor >> 16), static_cast<Adesk::UInt8>(trueColor >> 8),
                      static_cast<Adesk::UInt8>(trueColor));
@@ -171,13 +166,13 @@ AcCmColor AcDbEntity::color() const {
 
 Acad::ErrorStatus AcDbEntity::setColor(const AcCmColor& color, bool doSubents) {
     if (color.isByColor()) {
-        if (!commonTags(*this).canCarry(kTrueColorCode)) return Acad::eNotApplicable;
+        if (!commonTags(*this).canCarry(codes::kTrueColor)) return Acad::eNotApplicable;
         return changeCommon(doSubents, [&](ObjectTags& tags) {
             const int rgb = color.red() * 65536 + color.green() * 256 + color.blue();
-            if (tags.integer(kTrueColorCode, -1) == rgb) return false;
-            tags.setInteger(kColorCode, color.colorIndex());
-            tags.setInteger(kTrueColorCode, rgb);
-            tags.removeAll(kColorNameCode);
+            if (tags.integer(codes::kTrueColor, -1) == rgb) return false;
+            tags.setInteger(codes::kColor, color.colorIndex());
+            tags.setInteger(codes::kTrueColor, rgb);
+            tags.removeAll(codes::kColorName);
             return true;
         });
     }
@@ -193,10 +188,10 @@ Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool doSubents)
     if (index > kByLayerIndex) return Acad::eInvalidInput;
     return changeCommon(doSubents, [&](ObjectTags& tags) {
         const bool isEqual = indexOf(tags) == index;
-        if (isEqual && !tags.has(kTrueColorCode)) return false;
-        tags.removeAll(kTrueColorCode);
-        tags.removeAll(kColorNameCode);
-        if (!isEqual) tags.setInteger(kColorCode, index);
+        if (isEqual && !tags.has(codes::kTrueColor)) return false;
+        tags.removeAll(codes::kTrueColor);
+        tags.removeAll(codes::kColorName);
+        if (!isEqual) tags.setInteger(codes::kColor, index);
         return true;
     });
 }
@@ -204,7 +199,7 @@ Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool doSubents)
 // --- visibility
 
 AcDb::Visibility AcDbEntity::visibility() const {
-    if (!database()) return commonTags(*this).integer(kVisibilityCode, 0) != 0 ? AcDb::kInvisible : AcDb::kVisible;
+    if (!database()) return commonTags(*this).integer(codes::kVisibility, 0) != 0 ? AcDb::kInvisible : AcDb::kVisible;
     const dxf::Record* record = recordOf(*this);
     return record && (record->flags & dxf::kInvisible) != 0 ? AcDb::kInvisible : AcDb::kVisible;
 }
@@ -214,8 +209,8 @@ Acad::ErrorStatus AcDbEntity::setVisibility(AcDb::Visibility visibility, bool do
     return changeCommon(doSubents, [&](ObjectTags& tags) {
         // The index of the drawing knows visibility from its proper place alone.
         ObjectTags strict = tags.common();
-        if ((strict.integer(kVisibilityCode, 0) != 0) == (value != 0)) return false;
-        strict.setInteger(kVisibilityCode, value);
+        if ((strict.integer(codes::kVisibility, 0) != 0) == (value != 0)) return false;
+        strict.setInteger(codes::kVisibility, value);
         return true;
     });
 }
@@ -223,13 +218,13 @@ Acad::ErrorStatus AcDbEntity::setVisibility(AcDb::Visibility visibility, bool do
 // --- linetype, lineweight
 
 ACHAR* AcDbEntity::linetype() const {
-    return newString(commonTags(*this).text(kLinetypeCode, L"ByLayer"));
+    return newString(commonTags(*this).text(codes::kLinetype, L"ByLayer"));
 }
 
 AcDbObjectId AcDbEntity::linetypeId() const {
     DatabaseState* state = DatabaseState::ofNames(*this);
     if (!state) return AcDbObjectId();
-    return state->idOf(state->tables().find(TableKind::Linetype, commonTags(*this).text(kLinetypeCode, L"ByLayer")));
+    return state->idOf(state->tables().find(TableKind::Linetype, commonTags(*this).text(codes::kLinetype, L"ByLayer")));
 }
 
 Acad::ErrorStatus AcDbEntity::setLinetype(const ACHAR* newLinetype, bool doSubents) {
@@ -244,8 +239,8 @@ Acad::ErrorStatus AcDbEntity::setLinetype(const ACHAR* newLinetype, bool doSuben
     if (linetype == dxf::kNoRecord && !isLogical) return Acad::eKeyNotFound;
     if (linetype != dxf::kNoRecord) name = state->tables().nameOf(linetype);
     return changeCommon(doSubents, [&](ObjectTags& tags) {
-        if (qrs::platform::compareNoCase(tags.text(kLinetypeCode, L"ByLayer"), name) == 0) return false;
-        tags.setText(kLinetypeCode, name);
+        if (qrs::platform::compareNoCase(tags.text(codes::kLinetype, L"ByLayer"), name) == 0) return false;
+        tags.setText(codes::kLinetype, name);
         return true;
     });
 }
@@ -262,15 +257,15 @@ Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId newLinetype, bool doSuben
 }
 
 AcDb::LineWeight AcDbEntity::lineWeight() const {
-    return static_cast<AcDb::LineWeight>(commonTags(*this).integer(kLineWeightCode, AcDb::kLnWtByLayer));
+    return static_cast<AcDb::LineWeight>(commonTags(*this).integer(codes::kLineWeight, AcDb::kLnWtByLayer));
 }
 
 Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight weight, bool doSubents) {
     if (weight == lineWeight()) return checkWrite();
-    if (!commonTags(*this).canCarry(kLineWeightCode)) return Acad::eNotApplicable;
+    if (!commonTags(*this).canCarry(codes::kLineWeight)) return Acad::eNotApplicable;
     return changeCommon(doSubents, [&](ObjectTags& tags) {
-        if (tags.integer(kLineWeightCode, AcDb::kLnWtByLayer) == weight) return false;
-        tags.setInteger(kLineWeightCode, weight);
+        if (tags.integer(codes::kLineWeight, AcDb::kLnWtByLayer) == weight) return false;
+        tags.setInteger(codes::kLineWeight, weight);
         return true;
     });
 }

@@ -2,26 +2,24 @@
 #include "dbdict.h"
 #include "dblayout.h"
 #include "dbsymtb.h"
+#include "host/dxf/classcodes.h"
 #include "host/dxf/recordwalk.h"
 #include "host/objectarx/db/append.h"
 #include "host/objectarx/db/state.h"
 
 using qrs::host::DatabaseState;
+namespace codes = qrs::dxf::codes;
 namespace dxf = qrs::dxf;
 
 ACRX_DEFINE_DXF_MEMBERS(AcDbLayout, AcDbObject, "LAYOUT")
 
 namespace {
 
-constexpr int kGroupCode = 102;
-constexpr int kHandleCode = 5;
-constexpr int kDimStyleHandleCode = 105;
-
 // The handle of the dictionary that hangs on an object; 0 for none.
 std::uint64_t extensionOf(const dxf::Drawing& drawing, dxf::RecordId record) {
     dxf::RecordWalk walk(drawing.tags(record));
-    for (dxf::Tag tag; walk.next(tag) && tag.code < dxf::codes::kFirstXdata;)
-        if (tag.code == dxf::codes::kHardOwned && walk.group() == "ACAD_XDICTIONARY") return dxf::toHandle(tag.value);
+    for (dxf::Tag tag; walk.next(tag) && tag.code < codes::kFirstXdata;)
+        if (tag.code == codes::kHardOwned && walk.group() == "ACAD_XDICTIONARY") return dxf::toHandle(tag.value);
     return 0;
 }
 
@@ -45,16 +43,16 @@ Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
         return Acad::eNotApplicable;
     auto dictionary = std::make_unique<AcDbDictionary>();
     // It owns what it names.
-    qrs::host::OpenObjects::ownTags(*dictionary)->tags.push_back({280, "1"});
+    qrs::host::OpenObjects::ownTags(*dictionary)->tags.push_back({codes::dictionary::kIsHardOwner, "1"});
     const Acad::ErrorStatus status = qrs::host::appendObject(*state, *dictionary, drawing.record(record).handle);
     if (status != Acad::eOk) return status;
     const std::string handle = dxf::handleText(Adesk::UInt64(dictionary->objectId().handle()));
     dictionary.release()->close();
     dxf::Tag own;
     const bool hasHandle =
-        drawing.findTag(record, kHandleCode, own) || drawing.findTag(record, kDimStyleHandleCode, own);
+        drawing.findTag(record, codes::kHandle, own) || drawing.findTag(record, codes::kDimStyleHandle, own);
     drawing.insertTags(record, hasHandle ? own.end : drawing.length(record),
-                       {{kGroupCode, "{ACAD_XDICTIONARY"}, {360, handle}, {kGroupCode, "}"}});
+                       {{codes::kGroup, "{ACAD_XDICTIONARY"}, {codes::kHardOwned, handle}, {codes::kGroup, "}"}});
     return Acad::eOk;
 }
 
@@ -66,8 +64,8 @@ namespace {
 bool findLayoutTag(const DatabaseState& state, dxf::RecordId record, int code, dxf::Tag& found) {
     dxf::TagCursor cursor = state.drawing().tags(record);
     bool isOwn = false;
-    while (cursor.next(found) && found.code < 1000) {
-        if (found.code == 100) isOwn = dxf::trimmed(found.value) == "AcDbLayout";
+    while (cursor.next(found) && found.code < codes::kFirstXdata) {
+        if (found.code == codes::kSubclass) isOwn = dxf::trimmed(found.value) == "AcDbLayout";
         if (isOwn && found.code == code) return true;
     }
     return false;
@@ -80,7 +78,7 @@ Acad::ErrorStatus AcDbLayout::getLayoutName(ACHAR*& name) const {
     const DatabaseState* state = DatabaseState::of(database());
     if (!state || !isReadEnabled()) return Acad::eNotOpenForRead;
     dxf::Tag tag;
-    const bool isFound = findLayoutTag(*state, record(), 1, tag);
+    const bool isFound = findLayoutTag(*state, record(), codes::kText, tag);
     name = qrs::host::newString(isFound ? qrs::host::readText(state->drawing(), tag.value) : std::wstring());
     return Acad::eOk;
 }
@@ -88,21 +86,24 @@ Acad::ErrorStatus AcDbLayout::getLayoutName(ACHAR*& name) const {
 AcDbObjectId AcDbLayout::getBlockTableRecordId() const {
     const DatabaseState* state = DatabaseState::of(database());
     dxf::Tag tag;
-    if (!state || !findLayoutTag(*state, record(), 330, tag)) return AcDbObjectId();
+    if (!state || !findLayoutTag(*state, record(), codes::layout::kBlock, tag)) return AcDbObjectId();
     return state->idOf(state->drawing().findHandle(dxf::toHandle(tag.value)));
 }
 
 int AcDbLayout::getTabOrder() const {
     const DatabaseState* state = DatabaseState::of(database());
     dxf::Tag tag;
-    return state && findLayoutTag(*state, record(), 71, tag) ? static_cast<int>(dxf::toInteger(tag.value)) : 0;
+    return state && findLayoutTag(*state, record(), codes::layout::kTab, tag)
+               ? static_cast<int>(dxf::toInteger(tag.value))
+               : 0;
 }
 
 bool AcDbLayout::modelType() const {
     constexpr int kModelBit = 1024;  // of the plot settings' flags
     const DatabaseState* state = DatabaseState::of(database());
     dxf::Tag tag;
-    return state && state->drawing().findTag(record(), 70, tag) && (dxf::toInteger(tag.value) & kModelBit) != 0;
+    return state && state->drawing().findTag(record(), codes::layout::kPlotFlags, tag) &&
+           (dxf::toInteger(tag.value) & kModelBit) != 0;
 }
 
 AcDbObjectId AcDbDatabase::layoutDictionaryId() const {
@@ -123,5 +124,6 @@ Acad::ErrorStatus AcDbDatabase::getLayoutDictionary(AcDbDictionary*& dictionary,
 
 AcDbObjectId AcDbBlockTableRecord::getLayoutId() const {
     const DatabaseState* state = DatabaseState::of(database());
-    return state ? state->idOf(state->drawing().findHandle(tags().handle(340))) : AcDbObjectId();
+    return state ? state->idOf(state->drawing().findHandle(tags().handle(codes::blockrecord::kLayout)))
+                 : AcDbObjectId();
 }

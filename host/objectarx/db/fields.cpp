@@ -6,17 +6,15 @@
 #include <limits>
 #include <set>
 
+#include "host/dxf/groupcodes.h"
 #include "host/objectarx/db/state.h"
 
 namespace qrs::host {
 
+namespace codes = dxf::codes;
+
 namespace {
 
-constexpr int kSubclass = 100;
-constexpr int kGroup = 102;
-constexpr int kFirstXdata = 1000;
-// Files write the coordinates of a point 10 codes apart.
-constexpr int kCoordinateStep = 10;
 // Above this many pairs of items that may belong together, the search for them would take longer than it is worth.
 constexpr std::size_t kMostPairs = std::size_t{1} << 22;
 
@@ -57,7 +55,7 @@ bool isReadable(const dxf::Drawing& drawing, ValueKind kind, std::string_view va
 // Whether the tag is the y or z of the point that the item began.
 bool continuesPoint(const PresentItem& item, int code) {
     if (item.tags.empty() || valueKind(item.code) != ValueKind::Point || item.tags.size() > 2) return false;
-    return code == item.tags.back().code + kCoordinateStep;
+    return code == item.tags.back().code + codes::kCoordinateStep;
 }
 
 std::vector<PresentSection> readSections(const dxf::Drawing& drawing, dxf::RecordId record) {
@@ -65,15 +63,15 @@ std::vector<PresentSection> readSections(const dxf::Drawing& drawing, dxf::Recor
     dxf::TagCursor cursor = drawing.tags(record);
     dxf::Tag tag;
     bool inGroup = false;
-    while (cursor.next(tag) && tag.code < kFirstXdata) {
-        const bool opens = tag.code == kGroup && !dxf::trimmed(tag.value).empty();
+    while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
+        const bool opens = tag.code == codes::kGroup && !dxf::trimmed(tag.value).empty();
         if (opens && dxf::trimmed(tag.value).front() == '{') inGroup = true;
-        if (inGroup || tag.code == kGroup) {
+        if (inGroup || tag.code == codes::kGroup) {
             if (!sections.empty()) sections.back().end = tag.end;
             if (opens && dxf::trimmed(tag.value).front() == '}') inGroup = false;
             continue;
         }
-        if (tag.code == kSubclass) {
+        if (tag.code == codes::kSubclass) {
             if (!sections.empty() || dxf::trimmed(tag.value) != "AcDbEntity") {
                 sections.emplace_back();
                 sections.back().mark = readText(drawing, dxf::trimmed(tag.value));
@@ -245,7 +243,7 @@ void mergeSection(dxf::Drawing& drawing, dxf::RecordId record, PresentSection& p
 }
 
 std::vector<dxf::NewTag> tagsOf(const dxf::Drawing& drawing, const WrittenSection& section) {
-    std::vector<dxf::NewTag> tags{{kSubclass, writeText(drawing, section.mark)}};
+    std::vector<dxf::NewTag> tags{{codes::kSubclass, writeText(drawing, section.mark)}};
     for (const WrittenItem& item : section.items)
         tags.insert(tags.end(), item.tags.begin(), item.tags.end());
     return tags;
@@ -255,7 +253,7 @@ std::uint32_t endOfOwnTags(const dxf::Drawing& drawing, dxf::RecordId record) {
     dxf::TagCursor cursor = drawing.tags(record);
     dxf::Tag tag;
     std::uint32_t end = 0;
-    while (cursor.next(tag) && tag.code < kFirstXdata)
+    while (cursor.next(tag) && tag.code < codes::kFirstXdata)
         end = tag.end;
     return end;
 }
@@ -340,8 +338,8 @@ Acad::ErrorStatus FieldFiler::beginSection(std::wstring_view mark) {
 }
 
 Acad::ErrorStatus FieldFiler::write(int code, ValueKind kind, std::vector<dxf::NewTag> tags) {
-    const bool isWritable = !written_.empty() && code > 0 && code < kFirstXdata && code != kSubclass &&
-                            code != kGroup && valueKind(code) == kind;
+    const bool isWritable = !written_.empty() && code > 0 && code < codes::kFirstXdata && code != codes::kSubclass &&
+                            code != codes::kGroup && valueKind(code) == kind;
     if (!isWritable) return status_ = Acad::eInvalidInput;
     written_.back().items.push_back({code, std::move(tags)});
     return status_;

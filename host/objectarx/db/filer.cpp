@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "host/dxf/groupcodes.h"
 #include "host/objectarx/db/fields.h"
 #include "host/objectarx/db/state.h"
 
@@ -54,7 +55,7 @@ Acad::ErrorStatus AcDbDxfFiler::writePoint3d(Adesk::Int16 code, const AcGePoint3
     std::vector<dxf::NewTag> tags;
     for (unsigned axis = 0; axis < 3; ++axis) {
         if (!std::isfinite(value[axis])) return state_->write(code, ValueKind::Unknown, {});
-        tags.push_back({code + static_cast<int>(axis) * 10, dxf::realText(value[axis])});
+        tags.push_back({code + static_cast<int>(axis) * dxf::codes::kCoordinateStep, dxf::realText(value[axis])});
     }
     return state_->write(code, ValueKind::Point, std::move(tags));
 }

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "acutads.h"
+#include "host/dxf/classcodes.h"
 #include "host/objectarx/db/access.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/callrecord.h"
@@ -16,6 +17,8 @@ namespace {
 enum class HeaderKind { Short, Long, Real, Point2, Point3, Text, Layer, Linetype, TextStyle, DimStyle, Color };
 
 using dxf::Version;
+namespace codes = dxf::codes;
+namespace variable = codes::variable;
 
 constexpr Version kAlways = Version::Oldest;
 constexpr double kAny = -1e300;
@@ -34,84 +37,84 @@ struct HeaderFormat {
 };
 
 constexpr HeaderFormat kVariables[] = {
-    {"ACADVER", 1, HeaderKind::Text, kAlways, "AC1009", kAny, kMost, true},
-    {"DWGCODEPAGE", 3, HeaderKind::Text, kAlways, "", kAny, kMost, true},
-    {"HANDSEED", 5, HeaderKind::Text, kAlways, "0", kAny, kMost, true},
-    {"INSBASE", 10, HeaderKind::Point3, kAlways, "0"},
-    {"EXTMIN", 10, HeaderKind::Point3, kAlways, "1e20", kAny, kMost, true},
-    {"EXTMAX", 10, HeaderKind::Point3, kAlways, "-1e20", kAny, kMost, true},
-    {"LIMMIN", 10, HeaderKind::Point2, kAlways, "0"},
-    {"LIMMAX", 10, HeaderKind::Point2, kAlways, "420"},
-    {"ORTHOMODE", 70, HeaderKind::Short, kAlways, "0", 0, 1},
-    {"REGENMODE", 70, HeaderKind::Short, kAlways, "1", 0, 1},
-    {"FILLMODE", 70, HeaderKind::Short, kAlways, "1", 0, 1},
-    {"QTEXTMODE", 70, HeaderKind::Short, kAlways, "0", 0, 1},
-    {"MIRRTEXT", 70, HeaderKind::Short, kAlways, "0", 0, 1},
-    {"LTSCALE", 40, HeaderKind::Real, kAlways, "1", std::numeric_limits<double>::min()},
-    {"ATTMODE", 70, HeaderKind::Short, kAlways, "1", 0, 2},
-    {"TEXTSIZE", 40, HeaderKind::Real, kAlways, "2.5", std::numeric_limits<double>::min()},
-    {"TRACEWID", 40, HeaderKind::Real, kAlways, "1", 0},
-    {"TEXTSTYLE", 7, HeaderKind::TextStyle, kAlways, "STANDARD"},
-    {"CLAYER", 8, HeaderKind::Layer, kAlways, "0"},
-    {"CELTYPE", 6, HeaderKind::Linetype, kAlways, "BYLAYER"},
-    {"CECOLOR", 62, HeaderKind::Color, kAlways, "256"},
-    {"CELTSCALE", 40, HeaderKind::Real, Version::R13, "1", std::numeric_limits<double>::min()},
-    {"CELWEIGHT", 370, HeaderKind::Short, Version::R2000, "-1", -3, 211},
-    {"DIMSTYLE", 2, HeaderKind::DimStyle, kAlways, "STANDARD"},
-    {"DIMSCALE", 40, HeaderKind::Real, kAlways, "1", 0},
-    {"DIMASZ", 40, HeaderKind::Real, kAlways, "2.5", 0},
-    {"DIMTXT", 40, HeaderKind::Real, kAlways, "2.5", 0},
-    {"LUNITS", 70, HeaderKind::Short, kAlways, "2", 1, 5},
-    {"LUPREC", 70, HeaderKind::Short, kAlways, "4", 0, 8},
-    {"AUNITS", 70, HeaderKind::Short, kAlways, "0", 0, 4},
-    {"AUPREC", 70, HeaderKind::Short, kAlways, "0", 0, 8},
-    {"ANGBASE", 50, HeaderKind::Real, kAlways, "0"},
-    {"ANGDIR", 70, HeaderKind::Short, kAlways, "0", 0, 1},
-    {"SKETCHINC", 40, HeaderKind::Real, kAlways, "1", 0},
-    {"FILLETRAD", 40, HeaderKind::Real, kAlways, "0", 0},
-    {"CHAMFERA", 40, HeaderKind::Real, kAlways, "0", 0},
-    {"CHAMFERB", 40, HeaderKind::Real, kAlways, "0", 0},
-    {"CHAMFERC", 40, HeaderKind::Real, Version::R13, "0", 0},
-    {"CHAMFERD", 40, HeaderKind::Real, Version::R13, "0", 0},
-    {"ELEVATION", 40, HeaderKind::Real, kAlways, "0"},
-    {"PELEVATION", 40, HeaderKind::Real, kAlways, "0"},
-    {"THICKNESS", 40, HeaderKind::Real, kAlways, "0"},
-    {"LIMCHECK", 70, HeaderKind::Short, kAlways, "0", 0, 1},
-    {"PDMODE", 70, HeaderKind::Short, kAlways, "0", 0, 100},
-    {"PDSIZE", 40, HeaderKind::Real, kAlways, "0"},
-    {"PLINEWID", 40, HeaderKind::Real, kAlways, "0", 0},
-    {"PLINEGEN", 70, HeaderKind::Short, kAlways, "0", 0, 1},
-    {"PSLTSCALE", 70, HeaderKind::Short, kAlways, "1", 0, 1},
-    {"SPLFRAME", 70, HeaderKind::Short, kAlways, "0", 0, 1},
-    {"SPLINETYPE", 70, HeaderKind::Short, kAlways, "6", 5, 6},
-    {"SPLINESEGS", 70, HeaderKind::Short, kAlways, "8", -32768, 32767},
-    {"SURFTAB1", 70, HeaderKind::Short, kAlways, "6", 2, 32766},
-    {"SURFTAB2", 70, HeaderKind::Short, kAlways, "6", 2, 32766},
-    {"TILEMODE", 70, HeaderKind::Short, kAlways, "1", 0, 1},
-    {"MAXACTVP", 70, HeaderKind::Short, kAlways, "64", 2, 64},
-    {"VISRETAIN", 70, HeaderKind::Short, kAlways, "1", 0, 1},
-    {"TREEDEPTH", 70, HeaderKind::Short, Version::R13, "3020", -32768, 32767},
-    {"DISPSILH", 70, HeaderKind::Short, Version::R13, "0", 0, 1},
-    {"SHADEDGE", 70, HeaderKind::Short, kAlways, "3", 0, 3},
-    {"SHADEDIF", 70, HeaderKind::Short, kAlways, "70", 0, 100},
-    {"INSUNITS", 70, HeaderKind::Short, Version::R2000, "4", 0, 24},
-    {"MEASUREMENT", 70, HeaderKind::Short, Version::R2000, "1", 0, 1},
-    {"LWDISPLAY", 290, HeaderKind::Short, Version::R2000, "0", 0, 1},
-    {"EXTNAMES", 290, HeaderKind::Short, Version::R2000, "1", 0, 1, true},
-    {"PSTYLEMODE", 290, HeaderKind::Short, Version::R2000, "1", 0, 1, true},
-    {"TDCREATE", 40, HeaderKind::Real, kAlways, "0", kAny, kMost, true},
-    {"TDUPDATE", 40, HeaderKind::Real, kAlways, "0", kAny, kMost, true},
-    {"TDINDWG", 40, HeaderKind::Real, kAlways, "0", kAny, kMost, true},
-    {"USERI1", 70, HeaderKind::Short, kAlways, "0", -32768, 32767},
-    {"USERI2", 70, HeaderKind::Short, kAlways, "0", -32768, 32767},
-    {"USERI3", 70, HeaderKind::Short, kAlways, "0", -32768, 32767},
-    {"USERI4", 70, HeaderKind::Short, kAlways, "0", -32768, 32767},
-    {"USERI5", 70, HeaderKind::Short, kAlways, "0", -32768, 32767},
-    {"USERR1", 40, HeaderKind::Real, kAlways, "0"},
-    {"USERR2", 40, HeaderKind::Real, kAlways, "0"},
-    {"USERR3", 40, HeaderKind::Real, kAlways, "0"},
-    {"USERR4", 40, HeaderKind::Real, kAlways, "0"},
-    {"USERR5", 40, HeaderKind::Real, kAlways, "0"},
+    {"ACADVER", variable::kVersion, HeaderKind::Text, kAlways, "AC1009", kAny, kMost, true},
+    {"DWGCODEPAGE", variable::kCodePage, HeaderKind::Text, kAlways, "", kAny, kMost, true},
+    {"HANDSEED", codes::kHandle, HeaderKind::Text, kAlways, "0", kAny, kMost, true},
+    {"INSBASE", codes::kPoint, HeaderKind::Point3, kAlways, "0"},
+    {"EXTMIN", codes::kPoint, HeaderKind::Point3, kAlways, "1e20", kAny, kMost, true},
+    {"EXTMAX", codes::kPoint, HeaderKind::Point3, kAlways, "-1e20", kAny, kMost, true},
+    {"LIMMIN", codes::kPoint, HeaderKind::Point2, kAlways, "0"},
+    {"LIMMAX", codes::kPoint, HeaderKind::Point2, kAlways, "420"},
+    {"ORTHOMODE", variable::kInteger, HeaderKind::Short, kAlways, "0", 0, 1},
+    {"REGENMODE", variable::kInteger, HeaderKind::Short, kAlways, "1", 0, 1},
+    {"FILLMODE", variable::kInteger, HeaderKind::Short, kAlways, "1", 0, 1},
+    {"QTEXTMODE", variable::kInteger, HeaderKind::Short, kAlways, "0", 0, 1},
+    {"MIRRTEXT", variable::kInteger, HeaderKind::Short, kAlways, "0", 0, 1},
+    {"LTSCALE", variable::kReal, HeaderKind::Real, kAlways, "1", std::numeric_limits<double>::min()},
+    {"ATTMODE", variable::kInteger, HeaderKind::Short, kAlways, "1", 0, 2},
+    {"TEXTSIZE", variable::kReal, HeaderKind::Real, kAlways, "2.5", std::numeric_limits<double>::min()},
+    {"TRACEWID", variable::kReal, HeaderKind::Real, kAlways, "1", 0},
+    {"TEXTSTYLE", codes::kTextStyle, HeaderKind::TextStyle, kAlways, "STANDARD"},
+    {"CLAYER", codes::kLayer, HeaderKind::Layer, kAlways, "0"},
+    {"CELTYPE", codes::kLinetype, HeaderKind::Linetype, kAlways, "BYLAYER"},
+    {"CECOLOR", codes::kColor, HeaderKind::Color, kAlways, "256"},
+    {"CELTSCALE", variable::kReal, HeaderKind::Real, Version::R13, "1", std::numeric_limits<double>::min()},
+    {"CELWEIGHT", codes::kLineWeight, HeaderKind::Short, Version::R2000, "-1", -3, 211},
+    {"DIMSTYLE", codes::kName, HeaderKind::DimStyle, kAlways, "STANDARD"},
+    {"DIMSCALE", variable::kReal, HeaderKind::Real, kAlways, "1", 0},
+    {"DIMASZ", variable::kReal, HeaderKind::Real, kAlways, "2.5", 0},
+    {"DIMTXT", variable::kReal, HeaderKind::Real, kAlways, "2.5", 0},
+    {"LUNITS", variable::kInteger, HeaderKind::Short, kAlways, "2", 1, 5},
+    {"LUPREC", variable::kInteger, HeaderKind::Short, kAlways, "4", 0, 8},
+    {"AUNITS", variable::kInteger, HeaderKind::Short, kAlways, "0", 0, 4},
+    {"AUPREC", variable::kInteger, HeaderKind::Short, kAlways, "0", 0, 8},
+    {"ANGBASE", variable::kAngle, HeaderKind::Real, kAlways, "0"},
+    {"ANGDIR", variable::kInteger, HeaderKind::Short, kAlways, "0", 0, 1},
+    {"SKETCHINC", variable::kReal, HeaderKind::Real, kAlways, "1", 0},
+    {"FILLETRAD", variable::kReal, HeaderKind::Real, kAlways, "0", 0},
+    {"CHAMFERA", variable::kReal, HeaderKind::Real, kAlways, "0", 0},
+    {"CHAMFERB", variable::kReal, HeaderKind::Real, kAlways, "0", 0},
+    {"CHAMFERC", variable::kReal, HeaderKind::Real, Version::R13, "0", 0},
+    {"CHAMFERD", variable::kReal, HeaderKind::Real, Version::R13, "0", 0},
+    {"ELEVATION", variable::kReal, HeaderKind::Real, kAlways, "0"},
+    {"PELEVATION", variable::kReal, HeaderKind::Real, kAlways, "0"},
+    {"THICKNESS", variable::kReal, HeaderKind::Real, kAlways, "0"},
+    {"LIMCHECK", variable::kInteger, HeaderKind::Short, kAlways, "0", 0, 1},
+    {"PDMODE", variable::kInteger, HeaderKind::Short, kAlways, "0", 0, 100},
+    {"PDSIZE", variable::kReal, HeaderKind::Real, kAlways, "0"},
+    {"PLINEWID", variable::kReal, HeaderKind::Real, kAlways, "0", 0},
+    {"PLINEGEN", variable::kInteger, HeaderKind::Short, kAlways, "0", 0, 1},
+    {"PSLTSCALE", variable::kInteger, HeaderKind::Short, kAlways, "1", 0, 1},
+    {"SPLFRAME", variable::kInteger, HeaderKind::Short, kAlways, "0", 0, 1},
+    {"SPLINETYPE", variable::kInteger, HeaderKind::Short, kAlways, "6", 5, 6},
+    {"SPLINESEGS", variable::kInteger, HeaderKind::Short, kAlways, "8", -32768, 32767},
+    {"SURFTAB1", variable::kInteger, HeaderKind::Short, kAlways, "6", 2, 32766},
+    {"SURFTAB2", variable::kInteger, HeaderKind::Short, kAlways, "6", 2, 32766},
+    {"TILEMODE", variable::kInteger, HeaderKind::Short, kAlways, "1", 0, 1},
+    {"MAXACTVP", variable::kInteger, HeaderKind::Short, kAlways, "64", 2, 64},
+    {"VISRETAIN", variable::kInteger, HeaderKind::Short, kAlways, "1", 0, 1},
+    {"TREEDEPTH", variable::kInteger, HeaderKind::Short, Version::R13, "3020", -32768, 32767},
+    {"DISPSILH", variable::kInteger, HeaderKind::Short, Version::R13, "0", 0, 1},
+    {"SHADEDGE", variable::kInteger, HeaderKind::Short, kAlways, "3", 0, 3},
+    {"SHADEDIF", variable::kInteger, HeaderKind::Short, kAlways, "70", 0, 100},
+    {"INSUNITS", variable::kInteger, HeaderKind::Short, Version::R2000, "4", 0, 24},
+    {"MEASUREMENT", variable::kInteger, HeaderKind::Short, Version::R2000, "1", 0, 1},
+    {"LWDISPLAY", variable::kBoolean, HeaderKind::Short, Version::R2000, "0", 0, 1},
+    {"EXTNAMES", variable::kBoolean, HeaderKind::Short, Version::R2000, "1", 0, 1, true},
+    {"PSTYLEMODE", variable::kBoolean, HeaderKind::Short, Version::R2000, "1", 0, 1, true},
+    {"TDCREATE", variable::kReal, HeaderKind::Real, kAlways, "0", kAny, kMost, true},
+    {"TDUPDATE", variable::kReal, HeaderKind::Real, kAlways, "0", kAny, kMost, true},
+    {"TDINDWG", variable::kReal, HeaderKind::Real, kAlways, "0", kAny, kMost, true},
+    {"USERI1", variable::kInteger, HeaderKind::Short, kAlways, "0", -32768, 32767},
+    {"USERI2", variable::kInteger, HeaderKind::Short, kAlways, "0", -32768, 32767},
+    {"USERI3", variable::kInteger, HeaderKind::Short, kAlways, "0", -32768, 32767},
+    {"USERI4", variable::kInteger, HeaderKind::Short, kAlways, "0", -32768, 32767},
+    {"USERI5", variable::kInteger, HeaderKind::Short, kAlways, "0", -32768, 32767},
+    {"USERR1", variable::kReal, HeaderKind::Real, kAlways, "0"},
+    {"USERR2", variable::kReal, HeaderKind::Real, kAlways, "0"},
+    {"USERR3", variable::kReal, HeaderKind::Real, kAlways, "0"},
+    {"USERR4", variable::kReal, HeaderKind::Real, kAlways, "0"},
+    {"USERR5", variable::kReal, HeaderKind::Real, kAlways, "0"},
 };
 
 // How the editor spells the colours that are no palette index.
@@ -160,7 +163,7 @@ void write(dxf::Drawing& drawing, const HeaderFormat& format, const std::vector<
     if (variable != dxf::kNoRecord) {
         for (std::size_t i = 0; i < values.size(); ++i) {
             dxf::Tag tag;
-            const int code = format.code + static_cast<int>(i) * 10;
+            const int code = format.code + static_cast<int>(i) * codes::kCoordinateStep;
             if (drawing.findTag(variable, code, tag))
                 drawing.setValue(variable, tag, paddedLike(tag.value, values[i]));
             else
@@ -174,12 +177,13 @@ void write(dxf::Drawing& drawing, const HeaderFormat& format, const std::vector<
         // Comments may stand before everything.
         dxf::RecordId before = drawing.first();
         if (drawing.record(before).kind == dxf::RecordKind::Preamble) before = drawing.next(before);
-        section = drawing.insertRecord(before, dxf::RecordKind::Section, {{0, "SECTION"}, {2, "HEADER"}});
-        drawing.insertRecord(before, dxf::RecordKind::EndSection, {{0, "ENDSEC"}});
+        section = drawing.insertRecord(before, dxf::RecordKind::Section,
+                                       {{codes::kType, "SECTION"}, {codes::kName, "HEADER"}});
+        drawing.insertRecord(before, dxf::RecordKind::EndSection, {{codes::kType, "ENDSEC"}});
     }
-    std::vector<dxf::NewTag> tags{{9, name}};
+    std::vector<dxf::NewTag> tags{{codes::kVariable, name}};
     for (std::size_t i = 0; i < values.size(); ++i)
-        tags.push_back({format.code + static_cast<int>(i) * 10, values[i]});
+        tags.push_back({format.code + static_cast<int>(i) * codes::kCoordinateStep, values[i]});
     drawing.insertRecord(drawing.endOf(section), dxf::RecordKind::HeaderVariable, tags);
 }
 
@@ -219,7 +223,8 @@ Acad::ErrorStatus setPoint(dxf::Drawing& drawing, const HeaderFormat& format, co
     for (int axis = 0; axis < (format.kind == HeaderKind::Point2 ? 2 : 3); ++axis) {
         const double coordinate = axis == 2 && value.restype == RTPOINT ? 0.0 : value.resval.rpoint[axis];
         if (!std::isfinite(coordinate)) return Acad::eInvalidInput;
-        differs = differs || dxf::toReal(rawValue(drawing, format, format.code + axis * 10)) != coordinate;
+        differs = differs ||
+                  dxf::toReal(rawValue(drawing, format, format.code + axis * codes::kCoordinateStep)) != coordinate;
         values.push_back(dxf::realText(coordinate));
     }
     if (differs) write(drawing, format, values);
@@ -257,7 +262,7 @@ Acad::ErrorStatus setName(DatabaseState& state, const HeaderFormat& format, std:
         if (record == dxf::kNoRecord) continue;
         text = state.tables().nameOf(record);
         dxf::Tag flags;
-        const bool isFrozen = kind.table == TableKind::Layer && drawing.findTag(record, 70, flags) &&
+        const bool isFrozen = kind.table == TableKind::Layer && drawing.findTag(record, codes::kFlags, flags) &&
                               (dxf::toInteger(flags.value) & 1) != 0;
         if (isFrozen) return Acad::eInvalidLayer;
     }
@@ -289,7 +294,8 @@ Acad::ErrorStatus headerVariable(const AcDbDatabase* database, std::wstring_view
     if (isPoint(format->kind)) {
         value.restype = format->kind == HeaderKind::Point2 ? RTPOINT : RT3DPOINT;
         for (int axis = 0; axis < (format->kind == HeaderKind::Point2 ? 2 : 3); ++axis)
-            value.resval.rpoint[axis] = dxf::toReal(rawValue(drawing, *format, format->code + axis * 10));
+            value.resval.rpoint[axis] =
+                dxf::toReal(rawValue(drawing, *format, format->code + axis * codes::kCoordinateStep));
     } else if (isNumber(format->kind)) {
         const std::string_view raw = rawValue(drawing, *format, format->code);
         value.restype = format->kind == HeaderKind::Real ? RTREAL : format->kind == HeaderKind::Long ? RTLONG : RTSHORT;

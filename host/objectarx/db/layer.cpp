@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "dbsymtb.h"
+#include "host/dxf/groupcodes.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/codepage.h"
@@ -11,18 +12,13 @@ using qrs::host::ObjectTags;
 using qrs::host::TableKind;
 using qrs::platform::recordCall;
 
+namespace codes = qrs::dxf::codes;
+
 ACRX_DEFINE_MEMBERS(AcDbLayerTable, AcDbSymbolTable)
 ACRX_DEFINE_DXF_MEMBERS(AcDbLayerTableRecord, AcDbSymbolTableRecord, "LAYER")
 
 namespace {
 
-constexpr int kFlagsCode = 70;
-constexpr int kColorCode = 62;  // negative: the layer is off
-constexpr int kTrueColorCode = 420;
-constexpr int kColorNameCode = 430;
-constexpr int kLinetypeCode = 6;
-constexpr int kLineWeightCode = 370;
-constexpr int kPlottableCode = 290;
 constexpr int kFrozenBit = 1;
 constexpr int kFrozenInNewViewportsBit = 2;
 constexpr int kLockedBit = 4;
@@ -38,7 +34,7 @@ constexpr AcDb::LineWeight kWeights[] = {
 
 // The palette index of a layer, without regard to on and off; white for what is no index.
 int layerIndex(const ObjectTags& tags) {
-    const std::int64_t value = tags.integer(kColorCode, kWhite);
+    const std::int64_t value = tags.integer(codes::kColor, kWhite);
     const std::int64_t index = value < 0 ? -value : value;
     return index >= 1 && index <= 255 ? static_cast<int>(index) : kWhite;
 }
@@ -47,24 +43,24 @@ int layerIndex(const ObjectTags& tags) {
 
 AcDbLayerTableRecord::AcDbLayerTableRecord() {
     setOwnTags({&qrs::host::tableFormat(TableKind::Layer).record,
-                {{kFlagsCode, "0"}, {kColorCode, "7"}, {kLinetypeCode, "Continuous"}}});
+                {{codes::kFlags, "0"}, {codes::kColor, "7"}, {codes::kLinetype, "Continuous"}}});
 }
 
 std::wstring AcDbLayerTableRecord::recordedName() const {
-    return tags().text(2);
+    return tags().text(codes::kName);
 }
 
 // --- states
 
 bool AcDbLayerTableRecord::isOff() const {
-    return tags().integer(kColorCode, kWhite) < 0;
+    return tags().integer(codes::kColor, kWhite) < 0;
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setIsOff(bool off) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     recordCall("AcDbLayerTableRecord::setIsOff", recordedName(), off ? 1 : 0);
     ObjectTags own = tags();
-    if (isOff() != off) own.setInteger(kColorCode, off ? -layerIndex(own) : layerIndex(own));
+    if (isOff() != off) own.setInteger(codes::kColor, off ? -layerIndex(own) : layerIndex(own));
     return Acad::eOk;
 }
 
@@ -72,13 +68,13 @@ Acad::ErrorStatus AcDbLayerTableRecord::setFlag(const char* call, int bit, bool 
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     recordCall(call, recordedName(), on ? 1 : 0);
     ObjectTags own = tags();
-    const std::int64_t flags = own.integer(kFlagsCode, 0);
-    if (((flags & bit) != 0) != on) own.setInteger(kFlagsCode, on ? flags | bit : flags & ~std::int64_t{bit});
+    const std::int64_t flags = own.integer(codes::kFlags, 0);
+    if (((flags & bit) != 0) != on) own.setInteger(codes::kFlags, on ? flags | bit : flags & ~std::int64_t{bit});
     return Acad::eOk;
 }
 
 bool AcDbLayerTableRecord::isFrozen() const {
-    return (tags().integer(kFlagsCode, 0) & kFrozenBit) != 0;
+    return (tags().integer(codes::kFlags, 0) & kFrozenBit) != 0;
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setIsFrozen(bool frozen) {
@@ -87,7 +83,7 @@ Acad::ErrorStatus AcDbLayerTableRecord::setIsFrozen(bool frozen) {
 }
 
 bool AcDbLayerTableRecord::isLocked() const {
-    return (tags().integer(kFlagsCode, 0) & kLockedBit) != 0;
+    return (tags().integer(codes::kFlags, 0) & kLockedBit) != 0;
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setIsLocked(bool locked) {
@@ -95,7 +91,7 @@ Acad::ErrorStatus AcDbLayerTableRecord::setIsLocked(bool locked) {
 }
 
 bool AcDbLayerTableRecord::VPDFLT() const {
-    return (tags().integer(kFlagsCode, 0) & kFrozenInNewViewportsBit) != 0;
+    return (tags().integer(codes::kFlags, 0) & kFrozenInNewViewportsBit) != 0;
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setVPDFLT(bool frozen) {
@@ -107,7 +103,7 @@ Acad::ErrorStatus AcDbLayerTableRecord::setVPDFLT(bool frozen) {
 AcCmColor AcDbLayerTableRecord::color() const {
     const ObjectTags own = tags();
     AcCmColor color;
-    const std::int64_t trueColor = own.integer(kTrueColorCode, -1);
+    const std::int64_t trueColor = own.integer(codes::kTrueColor, -1);
     if (trueColor >= 0)
         color.setRGB(static_cast<Adesk::UInt8>(trueColor >> 16), static_cast<Adesk::UInt8>(trueColor >> 8),
                      static_cast<Adesk::UInt8>(trueColor));
@@ -120,7 +116,7 @@ Acad::ErrorStatus AcDbLayerTableRecord::setColor(const AcCmColor& color) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     if (!color.isByACI() && !color.isByColor()) return Acad::eInvalidInput;
     ObjectTags own = tags();
-    if (color.isByColor() && !own.canCarry(kTrueColorCode)) return Acad::eNotApplicable;
+    if (color.isByColor() && !own.canCarry(codes::kTrueColor)) return Acad::eNotApplicable;
     const int index = color.colorIndex();
     const int rgb = color.red() * 65536 + color.green() * 256 + color.blue();
     if (color.isByColor())
@@ -128,41 +124,41 @@ Acad::ErrorStatus AcDbLayerTableRecord::setColor(const AcCmColor& color) {
     else
         recordCall("AcDbLayerTableRecord::setColor", recordedName(), index);
     if (color == this->color()) return Acad::eOk;
-    if (layerIndex(own) != index) own.setInteger(kColorCode, isOff() ? -index : index);
+    if (layerIndex(own) != index) own.setInteger(codes::kColor, isOff() ? -index : index);
     if (color.isByColor())
-        own.setInteger(kTrueColorCode, rgb);
+        own.setInteger(codes::kTrueColor, rgb);
     else
-        own.removeAll(kTrueColorCode);
-    own.removeAll(kColorNameCode);  // the name of the colour that was
+        own.removeAll(codes::kTrueColor);
+    own.removeAll(codes::kColorName);  // the name of the colour that was
     return Acad::eOk;
 }
 
 // --- plotting
 
 AcDb::LineWeight AcDbLayerTableRecord::lineWeight() const {
-    return static_cast<AcDb::LineWeight>(tags().integer(kLineWeightCode, AcDb::kLnWtByLwDefault));
+    return static_cast<AcDb::LineWeight>(tags().integer(codes::kLineWeight, AcDb::kLnWtByLwDefault));
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setLineWeight(AcDb::LineWeight weight) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     if (std::find(std::begin(kWeights), std::end(kWeights), weight) == std::end(kWeights)) return Acad::eInvalidInput;
     ObjectTags own = tags();
-    if (weight != lineWeight() && !own.canCarry(kLineWeightCode)) return Acad::eNotApplicable;
+    if (weight != lineWeight() && !own.canCarry(codes::kLineWeight)) return Acad::eNotApplicable;
     recordCall("AcDbLayerTableRecord::setLineWeight", recordedName(), static_cast<int>(weight));
-    if (weight != lineWeight()) own.setInteger(kLineWeightCode, weight);
+    if (weight != lineWeight()) own.setInteger(codes::kLineWeight, weight);
     return Acad::eOk;
 }
 
 bool AcDbLayerTableRecord::isPlottable() const {
-    return tags().integer(kPlottableCode, 1) != 0;
+    return tags().integer(codes::kPlottable, 1) != 0;
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setIsPlottable(bool plottable) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     ObjectTags own = tags();
-    if (plottable != isPlottable() && !own.canCarry(kPlottableCode)) return Acad::eNotApplicable;
+    if (plottable != isPlottable() && !own.canCarry(codes::kPlottable)) return Acad::eNotApplicable;
     recordCall("AcDbLayerTableRecord::setIsPlottable", recordedName(), plottable ? 1 : 0);
-    if (plottable != isPlottable()) own.setInteger(kPlottableCode, plottable ? 1 : 0);
+    if (plottable != isPlottable()) own.setInteger(codes::kPlottable, plottable ? 1 : 0);
     return Acad::eOk;
 }
 
@@ -171,7 +167,7 @@ Acad::ErrorStatus AcDbLayerTableRecord::setIsPlottable(bool plottable) {
 AcDbObjectId AcDbLayerTableRecord::linetypeObjectId() const {
     DatabaseState* state = DatabaseState::of(database());
     if (!state) return AcDbObjectId();
-    return state->idOf(state->tables().find(TableKind::Linetype, tags().text(kLinetypeCode, L"Continuous")));
+    return state->idOf(state->tables().find(TableKind::Linetype, tags().text(codes::kLinetype, L"Continuous")));
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId id) {
@@ -183,7 +179,7 @@ Acad::ErrorStatus AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId id) {
     const std::wstring name = state->tables().nameOf(id.recordNumber());
     recordCall("AcDbLayerTableRecord::setLinetypeObjectId", recordedName(), name);
     ObjectTags own = tags();
-    if (qrs::platform::compareNoCase(own.text(kLinetypeCode, L"Continuous"), name) != 0)
-        own.setText(kLinetypeCode, name);
+    if (qrs::platform::compareNoCase(own.text(codes::kLinetype, L"Continuous"), name) != 0)
+        own.setText(codes::kLinetype, name);
     return Acad::eOk;
 }

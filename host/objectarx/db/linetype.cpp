@@ -3,6 +3,7 @@
 
 #include "acutads.h"
 #include "dbsymtb.h"
+#include "host/dxf/classcodes.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/angle.h"
 
@@ -11,29 +12,16 @@ using qrs::host::ObjectTags;
 using qrs::host::TableKind;
 using qrs::platform::kRadiansPerDegree;
 
+namespace linetype = qrs::dxf::codes::linetype;
+
 ACRX_DEFINE_MEMBERS(AcDbLinetypeTable, AcDbSymbolTable)
 ACRX_DEFINE_DXF_MEMBERS(AcDbLinetypeTableRecord, AcDbSymbolTableRecord, "LTYPE")
 
 namespace {
 
-constexpr int kDescriptionCode = 3;
-constexpr int kAlignmentCode = 72;
 constexpr int kPlainAlignment = 'A';
 constexpr int kScaledToFit = 'S';
-constexpr int kPatternLengthCode = 40;
-constexpr int kDashCountCode = 73;
 constexpr int kMostDashes = 12;
-
-// Of one dash; all but the length are there only where the drawing can hold shapes.
-constexpr int kDashCode = 49;
-constexpr int kCarriedCode = 74;
-constexpr int kShapeNumberCode = 75;
-constexpr int kStyleCode = 340;
-constexpr int kScaleCode = 46;
-constexpr int kRotationCode = 50;  // degrees
-constexpr int kOffsetXCode = 44;
-constexpr int kOffsetYCode = 45;
-constexpr int kTextCode = 9;
 
 // Bits of what a dash carries.
 constexpr int kUcsOriented = 1;
@@ -44,59 +32,61 @@ struct Number {
     int code;
     double value;
 };
-constexpr Number kDefaults[] = {{kScaleCode, 1.0}, {kRotationCode, 0.0}, {kOffsetXCode, 0.0}, {kOffsetYCode, 0.0}};
+constexpr Number kDefaults[] = {
+    {linetype::kScale, 1.0}, {linetype::kRotation, 0.0}, {linetype::kOffsetX, 0.0}, {linetype::kOffsetY, 0.0}};
 
 std::int64_t carriedBy(const ObjectTags& dash) {
-    return dash.integer(kCarriedCode, 0);
+    return dash.integer(linetype::kCarried, 0);
 }
 
 }  // namespace
 
 AcDbLinetypeTableRecord::AcDbLinetypeTableRecord() {
     setOwnTags({&qrs::host::tableFormat(TableKind::Linetype).record,
-                {{70, "0"},
-                 {kDescriptionCode, ""},
-                 {kAlignmentCode, std::to_string(kPlainAlignment)},
-                 {kDashCountCode, "0"},
-                 {kPatternLengthCode, "0.0"}}});
+                {{qrs::dxf::codes::kFlags, "0"},
+                 {linetype::kDescription, ""},
+                 {linetype::kAlignment, std::to_string(kPlainAlignment)},
+                 {linetype::kDashCount, "0"},
+                 {linetype::kPatternLength, "0.0"}}});
 }
 
 // --- the pattern
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::comments(ACHAR*& text) const {
-    return acutNewString(tags().text(kDescriptionCode).c_str(), text);
+    return acutNewString(tags().text(linetype::kDescription).c_str(), text);
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setComments(const ACHAR* text) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     if (!text) return Acad::eInvalidInput;
-    tags().setText(kDescriptionCode, text);
+    tags().setText(linetype::kDescription, text);
     return Acad::eOk;
 }
 
 double AcDbLinetypeTableRecord::patternLength() const {
-    return tags().real(kPatternLengthCode, 0.0);
+    return tags().real(linetype::kPatternLength, 0.0);
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setPatternLength(double length) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     if (!std::isfinite(length) || length < 0.0) return Acad::eInvalidInput;
-    tags().setReal(kPatternLengthCode, length);
+    tags().setReal(linetype::kPatternLength, length);
     return Acad::eOk;
 }
 
 bool AcDbLinetypeTableRecord::isScaledToFit() const {
-    return tags().integer(kAlignmentCode, kPlainAlignment) == kScaledToFit;
+    return tags().integer(linetype::kAlignment, kPlainAlignment) == kScaledToFit;
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setIsScaledToFit(bool scaledToFit) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
-    if (scaledToFit != isScaledToFit()) tags().setInteger(kAlignmentCode, scaledToFit ? kScaledToFit : kPlainAlignment);
+    if (scaledToFit != isScaledToFit())
+        tags().setInteger(linetype::kAlignment, scaledToFit ? kScaledToFit : kPlainAlignment);
     return Acad::eOk;
 }
 
 int AcDbLinetypeTableRecord::numDashes() const {
-    return tags().count(kDashCode);
+    return tags().count(linetype::kDash);
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setNumDashes(int count) {
@@ -106,26 +96,26 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::setNumDashes(int count) {
     const qrs::host::RecordFormat& format = qrs::host::tableFormat(TableKind::Linetype).record;
     for (int last = numDashes() - 1; last >= count; --last) {
         // Backwards: the tag that opens the dash goes last.
-        for (int rank = static_cast<int>(format.count) - 1; rank >= format.rankOf(kDashCode); --rank)
-            own.group(kDashCode, last).removeAll(format.codes[rank].code);
+        for (int rank = static_cast<int>(format.count) - 1; rank >= format.rankOf(linetype::kDash); --rank)
+            own.group(linetype::kDash, last).removeAll(format.codes[rank].code);
     }
     for (int next = numDashes(); next < count; ++next) {
-        ObjectTags place = next > 0 ? own.group(kDashCode, next - 1) : own;
-        place.append(kDashCode, "0.0");
-        if (own.canCarry(kCarriedCode)) own.group(kDashCode, next).setInteger(kCarriedCode, 0);
+        ObjectTags place = next > 0 ? own.group(linetype::kDash, next - 1) : own;
+        place.append(linetype::kDash, "0.0");
+        if (own.canCarry(linetype::kCarried)) own.group(linetype::kDash, next).setInteger(linetype::kCarried, 0);
     }
-    own.setInteger(kDashCountCode, count);
+    own.setInteger(linetype::kDashCount, count);
     return Acad::eOk;
 }
 
 double AcDbLinetypeTableRecord::dashLengthAt(int index) const {
-    return index < 0 ? 0.0 : tags().real(kDashCode, 0.0, index);
+    return index < 0 ? 0.0 : tags().real(linetype::kDash, 0.0, index);
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setDashLengthAt(int index, double length) {
     if (const Acad::ErrorStatus status = checkDash(index); status != Acad::eOk) return status;
     if (!std::isfinite(length)) return Acad::eInvalidInput;
-    tags().setReal(kDashCode, length, index);
+    tags().setReal(linetype::kDash, length, index);
     return Acad::eOk;
 }
 
@@ -138,30 +128,30 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::checkDash(int index) const {
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::checkShape(int index) const {
     if (const Acad::ErrorStatus status = checkDash(index); status != Acad::eOk) return status;
-    return tags().canCarry(kCarriedCode) ? Acad::eOk : Acad::eNotApplicable;
+    return tags().canCarry(linetype::kCarried) ? Acad::eOk : Acad::eNotApplicable;
 }
 
 // The tags of dash number index, a text's where it carries nothing yet; of the kind asked for unless that is 0.
 ObjectTags AcDbLinetypeTableRecord::carrying(int index, int kind) {
-    ObjectTags dash = tags().group(kDashCode, index);
+    ObjectTags dash = tags().group(linetype::kDash, index);
     const std::int64_t before = carriedBy(dash);
     const std::int64_t present = before & (kText | kShape);
     const std::int64_t wanted = kind != 0 ? kind : present != 0 ? present : kText;
-    if (wanted != present) dash.setInteger(kCarriedCode, (before & ~std::int64_t{kText | kShape}) | wanted);
-    if (wanted == kText || !dash.has(kShapeNumberCode)) dash.setInteger(kShapeNumberCode, 0);
-    if (!dash.has(kStyleCode)) dash.setText(kStyleCode, L"0");
+    if (wanted != present) dash.setInteger(linetype::kCarried, (before & ~std::int64_t{kText | kShape}) | wanted);
+    if (wanted == kText || !dash.has(linetype::kShapeNumber)) dash.setInteger(linetype::kShapeNumber, 0);
+    if (!dash.has(linetype::kStyle)) dash.setText(linetype::kStyle, L"0");
     for (const Number& one : kDefaults)
         if (!dash.has(one.code)) dash.setReal(one.code, one.value);
     if (wanted == kShape)
-        dash.removeAll(kTextCode);
-    else if (!dash.has(kTextCode))
-        dash.setText(kTextCode, L"");
+        dash.removeAll(linetype::kText);
+    else if (!dash.has(linetype::kText))
+        dash.setText(linetype::kText, L"");
     return dash;
 }
 
 AcDbObjectId AcDbLinetypeTableRecord::shapeStyleAt(int index) const {
     const DatabaseState* state = DatabaseState::of(database());
-    const std::uint64_t handle = index < 0 ? 0 : tags().group(kDashCode, index).handle(kStyleCode);
+    const std::uint64_t handle = index < 0 ? 0 : tags().group(linetype::kDash, index).handle(linetype::kStyle);
     return state && handle != 0 ? state->idOf(state->drawing().findHandle(handle)) : AcDbObjectId();
 }
 
@@ -173,74 +163,74 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::setShapeStyleAt(int index, AcDbObject
     const AcDbHandle handle = style.handle();
     ACHAR text[17];
     if (handle.isNull() || !handle.getIntoAsciiBuffer(text)) return Acad::eNullHandle;
-    if (tags().group(kDashCode, index).handle(kStyleCode) == handle) return Acad::eOk;
-    carrying(index, 0).setText(kStyleCode, text);
+    if (tags().group(linetype::kDash, index).handle(linetype::kStyle) == handle) return Acad::eOk;
+    carrying(index, 0).setText(linetype::kStyle, text);
     return Acad::eOk;
 }
 
 int AcDbLinetypeTableRecord::shapeNumberAt(int index) const {
-    const ObjectTags dash = index < 0 ? ObjectTags() : tags().group(kDashCode, index);
-    return (carriedBy(dash) & kShape) != 0 ? static_cast<int>(dash.integer(kShapeNumberCode, 0)) : 0;
+    const ObjectTags dash = index < 0 ? ObjectTags() : tags().group(linetype::kDash, index);
+    return (carriedBy(dash) & kShape) != 0 ? static_cast<int>(dash.integer(linetype::kShapeNumber, 0)) : 0;
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setShapeNumberAt(int index, int shapeNumber) {
     if (const Acad::ErrorStatus status = checkShape(index); status != Acad::eOk) return status;
     if (shapeNumber < 0) return Acad::eInvalidInput;
-    carrying(index, kShape).setInteger(kShapeNumberCode, shapeNumber);
+    carrying(index, kShape).setInteger(linetype::kShapeNumber, shapeNumber);
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::textAt(int index, ACHAR*& text) const {
-    const ObjectTags dash = index < 0 ? ObjectTags() : tags().group(kDashCode, index);
-    return acutNewString((carriedBy(dash) & kText) != 0 ? dash.text(kTextCode).c_str() : L"", text);
+    const ObjectTags dash = index < 0 ? ObjectTags() : tags().group(linetype::kDash, index);
+    return acutNewString((carriedBy(dash) & kText) != 0 ? dash.text(linetype::kText).c_str() : L"", text);
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setTextAt(int index, const ACHAR* text) {
     if (const Acad::ErrorStatus status = checkShape(index); status != Acad::eOk) return status;
     if (!text) return Acad::eInvalidInput;
-    carrying(index, kText).setText(kTextCode, text);
+    carrying(index, kText).setText(linetype::kText, text);
     return Acad::eOk;
 }
 
 double AcDbLinetypeTableRecord::shapeScaleAt(int index) const {
-    return index < 0 ? 1.0 : tags().group(kDashCode, index).real(kScaleCode, 1.0);
+    return index < 0 ? 1.0 : tags().group(linetype::kDash, index).real(linetype::kScale, 1.0);
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setShapeScaleAt(int index, double scale) {
     if (const Acad::ErrorStatus status = checkShape(index); status != Acad::eOk) return status;
     if (!std::isfinite(scale)) return Acad::eInvalidInput;
-    carrying(index, 0).setReal(kScaleCode, scale);
+    carrying(index, 0).setReal(linetype::kScale, scale);
     return Acad::eOk;
 }
 
 AcGeVector2d AcDbLinetypeTableRecord::shapeOffsetAt(int index) const {
-    const ObjectTags dash = index < 0 ? ObjectTags() : tags().group(kDashCode, index);
-    return {dash.real(kOffsetXCode, 0.0), dash.real(kOffsetYCode, 0.0)};
+    const ObjectTags dash = index < 0 ? ObjectTags() : tags().group(linetype::kDash, index);
+    return {dash.real(linetype::kOffsetX, 0.0), dash.real(linetype::kOffsetY, 0.0)};
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setShapeOffsetAt(int index, const AcGeVector2d& offset) {
     if (const Acad::ErrorStatus status = checkShape(index); status != Acad::eOk) return status;
     if (!std::isfinite(offset.x) || !std::isfinite(offset.y)) return Acad::eInvalidInput;
     ObjectTags dash = carrying(index, 0);
-    dash.setReal(kOffsetXCode, offset.x);
-    dash.setReal(kOffsetYCode, offset.y);
+    dash.setReal(linetype::kOffsetX, offset.x);
+    dash.setReal(linetype::kOffsetY, offset.y);
     return Acad::eOk;
 }
 
 double AcDbLinetypeTableRecord::shapeRotationAt(int index) const {
-    return index < 0 ? 0.0 : tags().group(kDashCode, index).real(kRotationCode, 0.0) * kRadiansPerDegree;
+    return index < 0 ? 0.0 : tags().group(linetype::kDash, index).real(linetype::kRotation, 0.0) * kRadiansPerDegree;
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setShapeRotationAt(int index, double rotation) {
     if (const Acad::ErrorStatus status = checkShape(index); status != Acad::eOk) return status;
     if (!std::isfinite(rotation)) return Acad::eInvalidInput;
     ObjectTags dash = carrying(index, 0);
-    if (rotation != shapeRotationAt(index)) dash.setReal(kRotationCode, rotation / kRadiansPerDegree);
+    if (rotation != shapeRotationAt(index)) dash.setReal(linetype::kRotation, rotation / kRadiansPerDegree);
     return Acad::eOk;
 }
 
 bool AcDbLinetypeTableRecord::shapeIsUcsOrientedAt(int index) const {
-    return index >= 0 && (carriedBy(tags().group(kDashCode, index)) & kUcsOriented) != 0;
+    return index >= 0 && (carriedBy(tags().group(linetype::kDash, index)) & kUcsOriented) != 0;
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setShapeIsUcsOrientedAt(int index, bool oriented) {
@@ -248,6 +238,6 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::setShapeIsUcsOrientedAt(int index, bo
     ObjectTags dash = carrying(index, 0);
     const std::int64_t carried = carriedBy(dash);
     if (oriented != shapeIsUcsOrientedAt(index))
-        dash.setInteger(kCarriedCode, oriented ? carried | kUcsOriented : carried & ~std::int64_t{kUcsOriented});
+        dash.setInteger(linetype::kCarried, oriented ? carried | kUcsOriented : carried & ~std::int64_t{kUcsOriented});
     return Acad::eOk;
 }

@@ -1,5 +1,6 @@
 // Registered applications, dimension styles.
 #include "dbsymtb.h"
+#include "host/dxf/groupcodes.h"
 #include "host/objectarx/db/state.h"
 
 using qrs::host::TableKind;
@@ -10,5 +11,5 @@ ACRX_DEFINE_MEMBERS(AcDbDimStyleTable, AcDbSymbolTable)
 ACRX_DEFINE_DXF_MEMBERS(AcDbDimStyleTableRecord, AcDbSymbolTableRecord, "DIMSTYLE")
 
 AcDbRegAppTableRecord::AcDbRegAppTableRecord() {
-    setOwnTags({&qrs::host::tableFormat(TableKind::RegApp).record, {{70, "0"}}});
+    setOwnTags({&qrs::host::tableFormat(TableKind::RegApp).record, {{qrs::dxf::codes::kFlags, "0"}}});
 }

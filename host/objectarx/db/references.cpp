@@ -4,6 +4,7 @@
 
 #include "dbmain.h"
 #include "host/drawing/entityformat.h"
+#include "host/dxf/classcodes.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/codepage.h"
 
@@ -14,11 +15,7 @@ namespace {
 using dxf::kNoRecord;
 using dxf::RecordId;
 using dxf::RecordKind;
-
-constexpr int kFirstXdata = 1000;
-constexpr int kLayerCode = 8;
-constexpr int kLinetypeCode = 6;
-constexpr int kHardFrozenCode = 341;
+namespace codes = dxf::codes;
 
 // Group codes whose handle is one that the object needs: hard pointers and hard owners.
 bool isHardCode(int code) {
@@ -88,14 +85,14 @@ class ReferenceCounter {
     }
 
     const TableKind* entityName(int code) {
-        if (code == kLayerCode || code >= 10) return nullptr;
+        if (code == codes::kLayer || code >= 10) return nullptr;
         const NamingTag* naming = namingTag(type_, code);
         return naming ? &naming->table : nullptr;
     }
 
     const TableKind* recordName(int code) {
         static constexpr TableKind linetype = TableKind::Linetype;
-        return code == kLinetypeCode && type_ == "LAYER" ? &linetype : nullptr;
+        return code == codes::kLinetype && type_ == "LAYER" ? &linetype : nullptr;
     }
 
     void countTags(NamedTable namedTable) {
@@ -103,9 +100,9 @@ class ReferenceCounter {
         const bool isViewport = type_ == "VIEWPORT";
         dxf::TagCursor cursor = drawing_.tags(current_);
         dxf::Tag tag;
-        while (cursor.next(tag) && tag.code < kFirstXdata) {
+        while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
             if (isHardCode(tag.code)) {
-                if (!handles_.empty() && !(isViewport && tag.code == kHardFrozenCode))
+                if (!handles_.empty() && !(isViewport && tag.code == codes::viewport::kHardFrozenLayer))
                     tell(handles_.find(dxf::toHandle(tag.value)), handles_);
                 continue;
             }

@@ -7,6 +7,7 @@
 #include <new>
 
 #include "acutads.h"
+#include "host/dxf/groupcodes.h"
 #include "host/objectarx/db/valuekind.h"
 
 namespace qrs::host {
@@ -19,44 +20,11 @@ struct ValueRange {
     ValueKind kind;
 };
 
-// The first range that holds a type counts.
+// Types that are no group codes.
 constexpr ValueRange kRanges[] = {
     {-4, -4, ValueKind::Text},
     {-3, -3, ValueKind::None},
     {-2, -1, ValueKind::Name},
-    {0, 9, ValueKind::Text},
-    {10, 18, ValueKind::Point},
-    {19, 59, ValueKind::Real},
-    {60, 79, ValueKind::Short},
-    {90, 99, ValueKind::Long},
-    {100, 109, ValueKind::Text},
-    {110, 112, ValueKind::Point},
-    {113, 149, ValueKind::Real},
-    {160, 169, ValueKind::Long},
-    {170, 179, ValueKind::Short},
-    {210, 210, ValueKind::Point},
-    {211, 239, ValueKind::Real},
-    {270, 299, ValueKind::Short},
-    {300, 309, ValueKind::Text},
-    {310, 319, ValueKind::Binary},
-    {320, 329, ValueKind::Text},
-    {330, 369, ValueKind::Name},
-    {370, 389, ValueKind::Short},
-    {390, 399, ValueKind::Text},
-    {400, 409, ValueKind::Short},
-    {410, 419, ValueKind::Text},
-    {420, 429, ValueKind::Long},
-    {430, 439, ValueKind::Text},
-    {440, 459, ValueKind::Long},
-    {460, 469, ValueKind::Real},
-    {470, 489, ValueKind::Text},
-    {999, 1003, ValueKind::Text},
-    {1004, 1004, ValueKind::Binary},
-    {1005, 1009, ValueKind::Text},
-    {1010, 1013, ValueKind::Point},
-    {1014, 1059, ValueKind::Real},
-    {1060, 1070, ValueKind::Short},
-    {1071, 1071, ValueKind::Long},
     {RTNONE, RTNONE, ValueKind::None},
     {RTREAL, RTREAL, ValueKind::Real},
     {RTPOINT, RTPOINT, ValueKind::Point},
@@ -72,12 +40,39 @@ constexpr ValueRange kRanges[] = {
     {RTT, RTT, ValueKind::None},
 };
 
+// Pointers and owners are ids to the editor, all other handles texts.
+ValueKind kindOfCode(int code) {
+    switch (dxf::valueKindOf(code)) {
+        case dxf::ValueKind::None:
+            return ValueKind::Unknown;
+        case dxf::ValueKind::Text:
+            return ValueKind::Text;
+        case dxf::ValueKind::Handle:
+            return code >= dxf::codes::kSoftPointer && code < dxf::codes::kLineWeight ? ValueKind::Name
+                                                                                      : ValueKind::Text;
+        case dxf::ValueKind::Chunk:
+            return ValueKind::Binary;
+        case dxf::ValueKind::Integer8:
+        case dxf::ValueKind::Integer16:
+            return ValueKind::Short;
+        case dxf::ValueKind::Integer32:
+        case dxf::ValueKind::Integer64:
+            return ValueKind::Long;
+        case dxf::ValueKind::Point:
+            return ValueKind::Point;
+        case dxf::ValueKind::Real:
+        case dxf::ValueKind::Coordinate:
+            return ValueKind::Real;
+    }
+    return ValueKind::Unknown;
+}
+
 }  // namespace
 
 ValueKind valueKind(int type) {
     for (const ValueRange& range : kRanges)
         if (type >= range.first && type <= range.last) return range.kind;
-    return ValueKind::Unknown;
+    return kindOfCode(type);
 }
 
 }  // namespace qrs::host

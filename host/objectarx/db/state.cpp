@@ -7,6 +7,7 @@
 #include "acutads.h"
 #include "dbapserv.h"
 #include "dbsymtb.h"
+#include "host/dxf/classcodes.h"
 
 namespace qrs::host {
 
@@ -77,7 +78,8 @@ Acad::ErrorStatus DatabaseState::erase(std::uint32_t object, bool erasing) {
     TableKind table = TableKind::Block;
     if (const Block* block = blocks().byId(object)) {
         dxf::Tag layout;
-        const bool hasLayout = drawing_->findTag(object, 340, layout) && dxf::toHandle(layout.value) != 0;
+        const bool hasLayout =
+            drawing_->findTag(object, dxf::codes::blockrecord::kLayout, layout) && dxf::toHandle(layout.value) != 0;
         if (block->space != Space::None || hasLayout) return Acad::eCannotBeErasedByCaller;
     } else if (tables().kindOf(object, table)) {
         if (table == TableKind::Block) return Acad::eCannotBeErasedByCaller;
@@ -106,7 +108,7 @@ void DatabaseState::settle() {
 // --- shared helpers
 
 AcGePoint3d readPoint(const ObjectTags& tags, int code) {
-    return {tags.real(code, 0.0), tags.real(code + 10, 0.0), tags.real(code + 20, 0.0)};
+    return {tags.real(code, 0.0), tags.real(dxf::codes::yOf(code), 0.0), tags.real(dxf::codes::zOf(code), 0.0)};
 }
 
 ACHAR* newString(const std::wstring& text) {

@@ -3,12 +3,14 @@
 
 #include "acutads.h"
 #include "dbsymtb.h"
+#include "host/dxf/groupcodes.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/codepage.h"
 
 using qrs::host::DatabaseState;
 using qrs::host::TableKind;
+namespace codes = qrs::dxf::codes;
 namespace dxf = qrs::dxf;
 
 ACRX_DEFINE_MEMBERS(AcDbSymbolTableRecord, AcDbObject)
@@ -43,12 +45,13 @@ void renameLayerReferences(DatabaseState& state, dxf::RecordId layer, std::wstri
         dxf::Tag tag;
         const dxf::Record& record = drawing.record(id);
         const bool isCurrentLayer = record.kind == dxf::RecordKind::HeaderVariable &&
-                                    drawing.typeName(record.type) == "$CLAYER" && drawing.findTag(id, 8, tag) &&
-                                    isOld(tag.value);
+                                    drawing.typeName(record.type) == "$CLAYER" &&
+                                    drawing.findTag(id, codes::kLayer, tag) && isOld(tag.value);
         const bool liesOnLayer = record.layer != dxf::kNoName && state.contents().layers().find(record.layer) == layer;
-        if ((isCurrentLayer || liesOnLayer) && drawing.findTag(id, 8, tag)) drawing.setValue(id, tag, spelled);
+        if ((isCurrentLayer || liesOnLayer) && drawing.findTag(id, codes::kLayer, tag))
+            drawing.setValue(id, tag, spelled);
         if ((drawing.record(id).flags & dxf::kHasXdata) == 0) continue;
-        for (int nth = 0; drawing.findTag(id, 1003, tag, nth); ++nth)
+        for (int nth = 0; drawing.findTag(id, codes::kXdataLayer, tag, nth); ++nth)
             if (isOld(tag.value)) drawing.setValue(id, tag, spelled);
     }
 }
@@ -64,7 +67,7 @@ Acad::ErrorStatus AcDbSymbolTableRecord::getName(const ACHAR*& name) const {
     if (!isReadEnabled()) return Acad::eNotOpenForRead;
     DatabaseState* state = DatabaseState::of(database());
     const qrs::host::Block* block = state ? state->blocks().byId(record()) : nullptr;
-    nameText_ = block ? block->name : tags().text(2);
+    nameText_ = block ? block->name : tags().text(codes::kName);
     name = nameText_.c_str();
     return Acad::eOk;
 }
@@ -91,7 +94,7 @@ Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* name) {
     qrs::platform::recordCall(
         isA() == AcDbLayerTableRecord::desc() ? "AcDbLayerTableRecord::setName" : "AcDbSymbolTableRecord::setName",
         name);
-    tags().setText(2, name);
+    tags().setText(codes::kName, name);
     if (state) state->contents().renamed(record());
     return Acad::eOk;
 }

@@ -6,6 +6,7 @@
 
 #include "acutads.h"
 #include "dbsymtb.h"
+#include "host/dxf/classcodes.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/angle.h"
 #include "host/platform/callrecord.h"
@@ -18,24 +19,18 @@ using qrs::platform::compareNoCase;
 using qrs::platform::kRadiansPerDegree;
 using qrs::platform::recordCall;
 
+namespace codes = qrs::dxf::codes;
+namespace textstyle = codes::textstyle;
+
 ACRX_DEFINE_MEMBERS(AcDbTextStyleTable, AcDbSymbolTable)
 ACRX_DEFINE_DXF_MEMBERS(AcDbTextStyleTableRecord, AcDbSymbolTableRecord, "STYLE")
 
 namespace {
 
-constexpr int kFontCode = 3;
-constexpr int kBigFontCode = 4;
-constexpr int kHeightCode = 40;
-constexpr int kWidthFactorCode = 41;
-constexpr int kObliqueCode = 50;  // degrees
-
 constexpr const wchar_t* kFontApplication = L"ACAD";
-constexpr int kApplicationCode = 1001;
-constexpr int kTypefaceCode = 1000;
-constexpr int kLookCode = 1071;
 constexpr std::size_t kLongestTypeface = 255;
 
-// The bits of 1071.
+// The bits of the look.
 constexpr std::int32_t kBold = 0x2000000;
 constexpr std::int32_t kItalic = 0x1000000;
 constexpr int kCharsetShift = 8;
@@ -55,33 +50,33 @@ Font fontOf(const resbuf* chain) {
     Font font;
     bool hasLook = false;
     for (const resbuf* link = chain; link; link = link->rbnext) {
-        if (link->restype == kTypefaceCode && font.typeface.empty()) font.typeface = link->resval.rstring;
-        if (link->restype == kLookCode && !hasLook) font.look = static_cast<std::int32_t>(link->resval.rlong);
-        hasLook = hasLook || link->restype == kLookCode;
+        if (link->restype == codes::kXdataText && font.typeface.empty()) font.typeface = link->resval.rstring;
+        if (link->restype == codes::kXdataLong && !hasLook) font.look = static_cast<std::int32_t>(link->resval.rlong);
+        hasLook = hasLook || link->restype == codes::kXdataLong;
     }
     return font;
 }
 
 // "ACAD", alone for a font without typeface: that removes what is there.
 Chain chainOf(const Font& font) {
-    Chain chain(acutNewRb(kApplicationCode));
+    Chain chain(acutNewRb(codes::kXdataApplication));
     acutNewString(kFontApplication, chain->resval.rstring);
     if (font.typeface.empty()) return chain;
-    resbuf* const typeface = chain->rbnext = acutNewRb(kTypefaceCode);
+    resbuf* const typeface = chain->rbnext = acutNewRb(codes::kXdataText);
     acutNewString(font.typeface.c_str(), typeface->resval.rstring);
-    resbuf* const look = typeface->rbnext = acutNewRb(kLookCode);
+    resbuf* const look = typeface->rbnext = acutNewRb(codes::kXdataLong);
     look->resval.rlong = font.look;
     return chain;
 }
 
 // Of a style outside any drawing.
 void setOwnFont(ObjectTags tags, const Font& font) {
-    for (const int code : {kApplicationCode, kTypefaceCode, kLookCode})
+    for (const int code : {codes::kXdataApplication, codes::kXdataText, codes::kXdataLong})
         tags.removeAll(code);
     if (font.typeface.empty()) return;
-    tags.setText(kApplicationCode, kFontApplication);
-    tags.setText(kTypefaceCode, font.typeface);
-    tags.setInteger(kLookCode, font.look);
+    tags.setText(codes::kXdataApplication, kFontApplication);
+    tags.setText(codes::kXdataText, font.typeface);
+    tags.setInteger(codes::kXdataLong, font.look);
 }
 
 bool namesOutlineFont(const std::wstring& file) {
@@ -97,31 +92,31 @@ bool namesOutlineFont(const std::wstring& file) {
 
 AcDbTextStyleTableRecord::AcDbTextStyleTableRecord() {
     setOwnTags({&qrs::host::tableFormat(TableKind::TextStyle).record,
-                {{70, "0"},
-                 {kHeightCode, "0.0"},
-                 {kWidthFactorCode, "1.0"},
-                 {kObliqueCode, "0.0"},
-                 {71, "0"},
-                 {42, "2.5"},
-                 {kFontCode, "txt"},
-                 {kBigFontCode, ""}}});
+                {{codes::kFlags, "0"},
+                 {textstyle::kHeight, "0.0"},
+                 {textstyle::kWidthFactor, "1.0"},
+                 {textstyle::kOblique, "0.0"},
+                 {textstyle::kGeneration, "0"},
+                 {textstyle::kLastHeight, "2.5"},
+                 {textstyle::kFont, "txt"},
+                 {textstyle::kBigFont, ""}}});
 }
 
 std::wstring AcDbTextStyleTableRecord::recordedName() const {
-    return tags().text(2);
+    return tags().text(codes::kName);
 }
 
 // --- font files
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::fileName(ACHAR*& name) const {
-    return acutNewString(tags().text(kFontCode).c_str(), name);
+    return acutNewString(tags().text(textstyle::kFont).c_str(), name);
 }
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::setFileName(const ACHAR* name) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     if (!name) return Acad::eInvalidInput;
     recordCall("AcDbTextStyleTableRecord::setFileName", recordedName(), name);
-    const std::wstring present = tags().text(kFontCode);
+    const std::wstring present = tags().text(textstyle::kFont);
     const std::wstring face = typeface();
     // A typeface would be drawn in place of any other file.
     const bool namesSameFont = compareNoCase(face, name) == 0 || (present == name && namesOutlineFont(present));
@@ -129,26 +124,26 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::setFileName(const ACHAR* name) {
         const Acad::ErrorStatus status = setFont(L"", false, false, 0, 0);
         if (status != Acad::eOk) return status;
     }
-    tags().setText(kFontCode, name);
+    tags().setText(textstyle::kFont, name);
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::bigFontFileName(ACHAR*& name) const {
-    return acutNewString(tags().text(kBigFontCode).c_str(), name);
+    return acutNewString(tags().text(textstyle::kBigFont).c_str(), name);
 }
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::setBigFontFileName(const ACHAR* name) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     if (!name) return Acad::eInvalidInput;
     recordCall("AcDbTextStyleTableRecord::setBigFontFileName", recordedName(), name);
-    tags().setText(kBigFontCode, name);
+    tags().setText(textstyle::kBigFont, name);
     return Acad::eOk;
 }
 
 // --- typeface
 
 std::wstring AcDbTextStyleTableRecord::typeface() const {
-    if (!database()) return tags().text(kTypefaceCode);
+    if (!database()) return tags().text(codes::kXdataText);
     return fontOf(Chain(xData(kFontApplication)).get()).typeface;
 }
 
@@ -158,8 +153,8 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::font(ACHAR*& typeface, bool& bold, b
     if (database()) {
         font = fontOf(Chain(xData(kFontApplication)).get());
     } else {
-        font.typeface = tags().text(kTypefaceCode);
-        font.look = static_cast<std::int32_t>(tags().integer(kLookCode, 0));
+        font.typeface = tags().text(codes::kXdataText);
+        font.look = static_cast<std::int32_t>(tags().integer(codes::kXdataLong, 0));
     }
     bold = (font.look & kBold) != 0;
     italic = (font.look & kItalic) != 0;
@@ -173,7 +168,7 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::setFont(const ACHAR* typeface, bool 
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     if (!typeface || std::wcslen(typeface) > kLongestTypeface) return Acad::eInvalidInput;
     if (charset < 0 || charset > kByte || pitchAndFamily < 0 || pitchAndFamily > kByte) return Acad::eInvalidInput;
-    if (*typeface && !tags().canCarry(kTypefaceCode)) return Acad::eNotApplicable;
+    if (*typeface && !tags().canCarry(codes::kXdataText)) return Acad::eNotApplicable;
     recordCall("AcDbTextStyleTableRecord::setFont", recordedName(), typeface, bold ? 1 : 0, italic ? 1 : 0, charset,
                pitchAndFamily);
     const Font font{typeface, (bold ? kBold : 0) | (italic ? kItalic : 0) | charset << kCharsetShift | pitchAndFamily};
@@ -190,29 +185,29 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::setFont(const ACHAR* typeface, bool 
 // --- look
 
 double AcDbTextStyleTableRecord::textSize() const {
-    return tags().real(kHeightCode, 0.0);
+    return tags().real(textstyle::kHeight, 0.0);
 }
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::setTextSize(double size) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     if (!std::isfinite(size) || size < 0.0) return Acad::eInvalidInput;
     recordCall("AcDbTextStyleTableRecord::setTextSize", recordedName(), size);
-    tags().setReal(kHeightCode, size);
+    tags().setReal(textstyle::kHeight, size);
     return Acad::eOk;
 }
 
 double AcDbTextStyleTableRecord::xScale() const {
-    return tags().real(kWidthFactorCode, 1.0);
+    return tags().real(textstyle::kWidthFactor, 1.0);
 }
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::setXScale(double factor) {
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     if (!std::isfinite(factor) || factor <= 0.0) return Acad::eInvalidInput;
     recordCall("AcDbTextStyleTableRecord::setXScale", recordedName(), factor);
-    tags().setReal(kWidthFactorCode, factor);
+    tags().setReal(textstyle::kWidthFactor, factor);
     return Acad::eOk;
 }
 
 double AcDbTextStyleTableRecord::obliquingAngle() const {
-    return tags().real(kObliqueCode, 0.0) * kRadiansPerDegree;
+    return tags().real(textstyle::kOblique, 0.0) * kRadiansPerDegree;
 }

@@ -5,6 +5,7 @@
 
 #include "dbmain.h"
 #include "gemat3d.h"
+#include "host/dxf/classcodes.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/angle.h"
 
@@ -12,12 +13,12 @@ namespace qrs::host {
 
 using dxf::kNoRecord;
 using dxf::RecordId;
+namespace codes = dxf::codes;
+namespace columns = dxf::codes::mtextcolumns;
+using namespace dxf::codes;
 
 namespace {
 
-constexpr int kFirstXdata = 1000;
-constexpr int kSubclass = 100;
-constexpr int kNormalCode = 210;
 constexpr double kFullTurn = 360.0;
 
 // What a number, or the coordinates from a code on (10 codes apart), say.
@@ -43,125 +44,124 @@ struct Row {
 };
 
 // After 101, texts carry the values of a text of several lines: MTEXT those of its columns, attributes a whole one.
-constexpr int kEmbeddedCode = 101;
-constexpr const char* kEmbedded = "MTEXT 101";
+constexpr const char* kColumns = "MTEXT 101";
 
 constexpr Row kRows[] = {
-    {"LINE", 10, Role::WorldPoint},
-    {"LINE", 11, Role::WorldPoint},
-    {"LINE", 39, Role::Thickness},
-    {"POINT", 10, Role::WorldPoint},
-    {"POINT", 39, Role::Thickness},
-    {"POINT", 50, Role::Angle},
-    {"RAY", 10, Role::WorldPoint},
-    {"RAY", 11, Role::Direction},
-    {"XLINE", 10, Role::WorldPoint},
-    {"XLINE", 11, Role::Direction},
-    {"3DFACE", 10, Role::WorldPoint},
-    {"3DFACE", 11, Role::WorldPoint},
-    {"3DFACE", 12, Role::WorldPoint},
-    {"3DFACE", 13, Role::WorldPoint},
-    {"CIRCLE", 10, Role::PlanePoint},
-    {"CIRCLE", 40, Role::Length},
-    {"CIRCLE", 39, Role::Thickness},
-    {"ARC", 10, Role::PlanePoint},
-    {"ARC", 40, Role::Length},
-    {"ARC", 39, Role::Thickness},
-    {"ARC", 50, Role::Angle},
-    {"ARC", 51, Role::Angle},
-    {"ELLIPSE", 10, Role::WorldPoint},
-    {"ELLIPSE", 11, Role::Vector},
-    {"SPLINE", 10, Role::WorldPoint},
-    {"SPLINE", 11, Role::WorldPoint},
-    {"SPLINE", 12, Role::Direction},
-    {"SPLINE", 13, Role::Direction},
-    {"LWPOLYLINE", 38, Role::Elevation},
-    {"LWPOLYLINE", 10, Role::PlanePoint},
-    {"LWPOLYLINE", 39, Role::Thickness},
-    {"LWPOLYLINE", 40, Role::Length},
-    {"LWPOLYLINE", 41, Role::Length},
-    {"LWPOLYLINE", 43, Role::Length},
-    {"POLYLINE", 30, Role::Elevation},
-    {"POLYLINE", 39, Role::Thickness},
-    {"POLYLINE", 40, Role::Length},
-    {"POLYLINE", 41, Role::Length},
-    {"VERTEX", 10, Role::PlanePoint},
-    {"VERTEX", 40, Role::Length},
-    {"VERTEX", 41, Role::Length},
-    {"VERTEX", 50, Role::Angle},
-    {"SOLID", 10, Role::PlanePoint},
-    {"SOLID", 11, Role::PlanePoint},
-    {"SOLID", 12, Role::PlanePoint},
-    {"SOLID", 13, Role::PlanePoint},
-    {"SOLID", 39, Role::Thickness},
-    {"TRACE", 10, Role::PlanePoint},
-    {"TRACE", 11, Role::PlanePoint},
-    {"TRACE", 12, Role::PlanePoint},
-    {"TRACE", 13, Role::PlanePoint},
-    {"TRACE", 39, Role::Thickness},
-    {"TEXT", 10, Role::PlanePoint},
-    {"TEXT", 11, Role::PlanePoint},
-    {"TEXT", 40, Role::Length},
-    {"TEXT", 39, Role::Thickness},
-    {"TEXT", 50, Role::Angle, 40},
-    {"ATTRIB", 10, Role::PlanePoint},
-    {"ATTRIB", 11, Role::PlanePoint},
-    {"ATTRIB", 40, Role::Length},
-    {"ATTRIB", 39, Role::Thickness},
-    {"ATTRIB", 50, Role::Angle, 40},
-    {"ATTDEF", 10, Role::PlanePoint},
-    {"ATTDEF", 11, Role::PlanePoint},
-    {"ATTDEF", 40, Role::Length},
-    {"ATTDEF", 39, Role::Thickness},
-    {"ATTDEF", 50, Role::Angle, 40},
-    {"SHAPE", 10, Role::WorldPoint},
-    {"SHAPE", 40, Role::Length},
-    {"SHAPE", 39, Role::Thickness},
-    {"SHAPE", 50, Role::Angle, 40},
-    {"MTEXT", 10, Role::WorldPoint},
-    {"MTEXT", 11, Role::Direction},
-    {"MTEXT", 40, Role::Length},
-    {"MTEXT", 41, Role::Length},
-    {"MTEXT", 46, Role::Length},
-    {"MTEXT", 48, Role::Length},
-    {"MTEXT", 49, Role::Length},
-    {"MTEXT", 50, Role::Angle, 40},
-    {"INSERT", 10, Role::PlanePoint},
-    {"INSERT", 41, Role::Factor, 10},
-    {"INSERT", 42, Role::Factor, 10},
-    {"INSERT", 43, Role::Factor, 10},
-    {"INSERT", 44, Role::Length},
-    {"INSERT", 45, Role::Length},
-    {"INSERT", 50, Role::Angle, 10},
-    {"LEADER", 10, Role::WorldPoint},
-    {"LEADER", 211, Role::Direction},
-    {"LEADER", 212, Role::Vector},
-    {"LEADER", 213, Role::Vector},
-    {"TOLERANCE", 10, Role::WorldPoint},
-    {"TOLERANCE", 11, Role::Direction},
-    {"IMAGE", 10, Role::WorldPoint},
-    {"IMAGE", 11, Role::Vector},
-    {"IMAGE", 12, Role::Vector},
-    {"WIPEOUT", 10, Role::WorldPoint},
-    {"WIPEOUT", 11, Role::Vector},
-    {"WIPEOUT", 12, Role::Vector},
-    {"DIMENSION", 10, Role::WorldPoint},
-    {"DIMENSION", 11, Role::PlanePoint},
-    {"DIMENSION", 12, Role::Shift, 11},
-    {"DIMENSION", 13, Role::WorldPoint},
-    {"DIMENSION", 14, Role::WorldPoint},
-    {"DIMENSION", 15, Role::WorldPoint},
-    {"DIMENSION", 16, Role::PlanePoint},
+    {"LINE", codes::kPoint, Role::WorldPoint},
+    {"LINE", codes::kSecondPoint, Role::WorldPoint},
+    {"LINE", codes::kThickness, Role::Thickness},
+    {"POINT", codes::kPoint, Role::WorldPoint},
+    {"POINT", codes::kThickness, Role::Thickness},
+    {"POINT", codes::point::kAxisAngle, Role::Angle},
+    {"RAY", codes::kPoint, Role::WorldPoint},
+    {"RAY", ray::kDirection, Role::Direction},
+    {"XLINE", codes::kPoint, Role::WorldPoint},
+    {"XLINE", ray::kDirection, Role::Direction},
+    {"3DFACE", face::kCorner, Role::WorldPoint},
+    {"3DFACE", face::kSecondCorner, Role::WorldPoint},
+    {"3DFACE", face::kThirdCorner, Role::WorldPoint},
+    {"3DFACE", face::kFourthCorner, Role::WorldPoint},
+    {"CIRCLE", codes::kPoint, Role::PlanePoint},
+    {"CIRCLE", curve::kRadius, Role::Length},
+    {"CIRCLE", codes::kThickness, Role::Thickness},
+    {"ARC", codes::kPoint, Role::PlanePoint},
+    {"ARC", curve::kRadius, Role::Length},
+    {"ARC", codes::kThickness, Role::Thickness},
+    {"ARC", curve::kStartAngle, Role::Angle},
+    {"ARC", curve::kEndAngle, Role::Angle},
+    {"ELLIPSE", codes::kPoint, Role::WorldPoint},
+    {"ELLIPSE", ellipse::kMajorAxis, Role::Vector},
+    {"SPLINE", spline::kControlPoint, Role::WorldPoint},
+    {"SPLINE", spline::kFitPoint, Role::WorldPoint},
+    {"SPLINE", spline::kStartTangent, Role::Direction},
+    {"SPLINE", spline::kEndTangent, Role::Direction},
+    {"LWPOLYLINE", codes::kElevation, Role::Elevation},
+    {"LWPOLYLINE", codes::kPoint, Role::PlanePoint},
+    {"LWPOLYLINE", codes::kThickness, Role::Thickness},
+    {"LWPOLYLINE", polyline::kStartWidth, Role::Length},
+    {"LWPOLYLINE", polyline::kEndWidth, Role::Length},
+    {"LWPOLYLINE", polyline::kConstantWidth, Role::Length},
+    {"POLYLINE", polyline::kElevation, Role::Elevation},
+    {"POLYLINE", codes::kThickness, Role::Thickness},
+    {"POLYLINE", polyline::kStartWidth, Role::Length},
+    {"POLYLINE", polyline::kEndWidth, Role::Length},
+    {"VERTEX", codes::kPoint, Role::PlanePoint},
+    {"VERTEX", polyline::kStartWidth, Role::Length},
+    {"VERTEX", polyline::kEndWidth, Role::Length},
+    {"VERTEX", polyline::kTangent, Role::Angle},
+    {"SOLID", face::kCorner, Role::PlanePoint},
+    {"SOLID", face::kSecondCorner, Role::PlanePoint},
+    {"SOLID", face::kThirdCorner, Role::PlanePoint},
+    {"SOLID", face::kFourthCorner, Role::PlanePoint},
+    {"SOLID", codes::kThickness, Role::Thickness},
+    {"TRACE", face::kCorner, Role::PlanePoint},
+    {"TRACE", face::kSecondCorner, Role::PlanePoint},
+    {"TRACE", face::kThirdCorner, Role::PlanePoint},
+    {"TRACE", face::kFourthCorner, Role::PlanePoint},
+    {"TRACE", codes::kThickness, Role::Thickness},
+    {"TEXT", codes::kPoint, Role::PlanePoint},
+    {"TEXT", text::kAlignmentPoint, Role::PlanePoint},
+    {"TEXT", text::kHeight, Role::Length},
+    {"TEXT", codes::kThickness, Role::Thickness},
+    {"TEXT", text::kRotation, Role::Angle, text::kHeight},
+    {"ATTRIB", codes::kPoint, Role::PlanePoint},
+    {"ATTRIB", text::kAlignmentPoint, Role::PlanePoint},
+    {"ATTRIB", text::kHeight, Role::Length},
+    {"ATTRIB", codes::kThickness, Role::Thickness},
+    {"ATTRIB", text::kRotation, Role::Angle, text::kHeight},
+    {"ATTDEF", codes::kPoint, Role::PlanePoint},
+    {"ATTDEF", text::kAlignmentPoint, Role::PlanePoint},
+    {"ATTDEF", text::kHeight, Role::Length},
+    {"ATTDEF", codes::kThickness, Role::Thickness},
+    {"ATTDEF", text::kRotation, Role::Angle, text::kHeight},
+    {"SHAPE", codes::kPoint, Role::WorldPoint},
+    {"SHAPE", text::kHeight, Role::Length},
+    {"SHAPE", codes::kThickness, Role::Thickness},
+    {"SHAPE", text::kRotation, Role::Angle, text::kHeight},
+    {"MTEXT", codes::kPoint, Role::WorldPoint},
+    {"MTEXT", mtext::kDirection, Role::Direction},
+    {"MTEXT", mtext::kHeight, Role::Length},
+    {"MTEXT", mtext::kReferenceWidth, Role::Length},
+    {"MTEXT", mtext::kDefinedHeight, Role::Length},
+    {"MTEXT", mtext::kColumnWidth, Role::Length},
+    {"MTEXT", mtext::kColumnGutter, Role::Length},
+    {"MTEXT", mtext::kRotation, Role::Angle, mtext::kHeight},
+    {"INSERT", codes::kPoint, Role::PlanePoint},
+    {"INSERT", insert::kScaleX, Role::Factor, codes::kPoint},
+    {"INSERT", insert::kScaleY, Role::Factor, codes::kPoint},
+    {"INSERT", insert::kScaleZ, Role::Factor, codes::kPoint},
+    {"INSERT", insert::kColumnSpacing, Role::Length},
+    {"INSERT", insert::kRowSpacing, Role::Length},
+    {"INSERT", insert::kRotation, Role::Angle, codes::kPoint},
+    {"LEADER", codes::kPoint, Role::WorldPoint},
+    {"LEADER", leader::kDirection, Role::Direction},
+    {"LEADER", leader::kBlockOffset, Role::Vector},
+    {"LEADER", leader::kAnnotationOffset, Role::Vector},
+    {"TOLERANCE", codes::kPoint, Role::WorldPoint},
+    {"TOLERANCE", tolerance::kDirection, Role::Direction},
+    {"IMAGE", codes::kPoint, Role::WorldPoint},
+    {"IMAGE", image::kDotAcross, Role::Vector},
+    {"IMAGE", image::kDotUp, Role::Vector},
+    {"WIPEOUT", codes::kPoint, Role::WorldPoint},
+    {"WIPEOUT", image::kDotAcross, Role::Vector},
+    {"WIPEOUT", image::kDotUp, Role::Vector},
+    {"DIMENSION", codes::kPoint, Role::WorldPoint},
+    {"DIMENSION", dimension::kTextPoint, Role::PlanePoint},
+    {"DIMENSION", dimension::kShift, Role::Shift, dimension::kTextPoint},
+    {"DIMENSION", dimension::kFirstPoint, Role::WorldPoint},
+    {"DIMENSION", dimension::kSecondPoint, Role::WorldPoint},
+    {"DIMENSION", dimension::kThirdPoint, Role::WorldPoint},
+    {"DIMENSION", dimension::kArcPoint, Role::PlanePoint},
     // What new drawings write after a text once more, for its columns.
-    {kEmbedded, 10, Role::Direction},
-    {kEmbedded, 11, Role::WorldPoint},
-    {kEmbedded, 40, Role::Length},
-    {kEmbedded, 41, Role::Length},
-    {kEmbedded, 42, Role::Length},
-    {kEmbedded, 43, Role::Length},
-    {kEmbedded, 44, Role::Length},
-    {kEmbedded, 45, Role::Length},
-    {kEmbedded, 46, Role::Length},
+    {kColumns, columns::kDirection, Role::Direction},
+    {kColumns, columns::kPosition, Role::WorldPoint},
+    {kColumns, columns::kReferenceWidth, Role::Length},
+    {kColumns, columns::kDefinedHeight, Role::Length},
+    {kColumns, columns::kWidth, Role::Length},
+    {kColumns, columns::kHeight, Role::Length},
+    {kColumns, columns::kColumnWidth, Role::Length},
+    {kColumns, columns::kColumnGutter, Role::Length},
+    {kColumns, columns::kColumnHeight, Role::Length},
 };
 
 const Row* findRow(std::string_view dxfName, int code) {
@@ -219,7 +219,7 @@ class Numbers {
     Numbers(dxf::Drawing& drawing, RecordId record) : drawing_(drawing), record_(record) {
         dxf::TagCursor cursor = drawing.tags(record);
         dxf::Tag tag;
-        while (cursor.next(tag) && tag.code < kFirstXdata)
+        while (cursor.next(tag) && tag.code < codes::kFirstXdata)
             tags_.push_back(tag);
     }
 
@@ -252,7 +252,7 @@ class Numbers {
         if (isAxis(i, 2))
             set(i + 2, to.z);
         else if (!isFlat && isAxis(i, 1) && to.z != 0.0)
-            insert(i + 1, code(i) + 20, to.z);
+            insert(i + 1, codes::zOf(code(i)), to.z);
     }
     // The last coordinate that follows a tag.
     std::size_t lastAxis(std::size_t i) const { return isAxis(i, 2) ? i + 2 : isAxis(i, 1) ? i + 1 : i; }
@@ -262,7 +262,7 @@ class Numbers {
     }
     // The last tag of the section that a tag stands in.
     std::size_t endOfSection(std::size_t i) const {
-        while (i + 1 < tags_.size() && tags_[i + 1].code != kSubclass)
+        while (i + 1 < tags_.size() && tags_[i + 1].code != codes::kSubclass)
             ++i;
         return i;
     }
@@ -278,7 +278,8 @@ class Numbers {
 
   private:
     bool isAxis(std::size_t i, unsigned axis) const {
-        return i + axis < tags_.size() && tags_[i + axis].code == tags_[i].code + static_cast<int>(axis) * 10 &&
+        return i + axis < tags_.size() &&
+               tags_[i + axis].code == tags_[i].code + static_cast<int>(axis) * codes::kCoordinateStep &&
                (axis == 1 || isAxis(i, 1));
     }
 
@@ -289,7 +290,7 @@ class Numbers {
 };
 
 AcGeVector3d normalOf(const Numbers& numbers) {
-    const std::size_t i = numbers.find(kNormalCode);
+    const std::size_t i = numbers.find(codes::kNormal);
     if (i == numbers.count()) return AcGeVector3d::kZAxis;
     const AcGePoint3d tip = numbers.point(i);
     const AcGeVector3d normal(tip.x, tip.y, tip.z);
@@ -306,7 +307,7 @@ double turned(double angle, double by) {
 class Mover {
   public:
     Mover(Numbers& numbers, const Motion& motion) : numbers_(numbers), motion_(motion) {
-        if (const std::size_t i = numbers.find(38); i != numbers.count()) elevation_ = numbers.value(i);
+        if (const std::size_t i = numbers.find(codes::kElevation); i != numbers.count()) elevation_ = numbers.value(i);
     }
 
     void move(std::size_t i, Role role) {
@@ -356,7 +357,7 @@ class Mover {
         if (anchor == numbers_.count() || numbers_.find(row.code) != numbers_.count()) return;
         // The direction of a text says what the angle would.
         if (row.role == Role::Angle && row.dxfName == std::string_view("MTEXT") &&
-            numbers_.find(11) != numbers_.count())
+            numbers_.find(mtext::kDirection) != numbers_.count())
             return;
         const std::size_t behind = numbers_.lastAxis(anchor);
         if (row.role == Role::Angle && motion_.angle != 0.0) {
@@ -366,24 +367,27 @@ class Mover {
         } else if (row.role == Role::Shift) {
             const AcGeVector3d shift = motion_.plane.translation();
             for (unsigned axis = 0; axis < 3; ++axis)
-                numbers_.insert(behind, row.code + static_cast<int>(axis) * 10, shift[axis]);
+                numbers_.insert(behind, row.code + static_cast<int>(axis) * codes::kCoordinateStep, shift[axis]);
         }
     }
 
     void setNormal() {
-        const std::size_t i = numbers_.find(kNormalCode);
+        const std::size_t i = numbers_.find(codes::kNormal);
         const AcGeVector3d& to = motion_.normal;
         if (i != numbers_.count()) return setVector(i, to);
         if (to.x == 0.0 && to.y == 0.0 && to.z > 0.0) return;
-        const std::size_t first = numbers_.find(10);
+        const std::size_t first = numbers_.find(codes::kPoint);
         if (first == numbers_.count()) return;
         for (unsigned axis = 0; axis < 3; ++axis)
-            numbers_.insert(numbers_.endOfSection(first), kNormalCode + static_cast<int>(axis) * 10, to[axis]);
+            numbers_.insert(numbers_.endOfSection(first),
+                            codes::kNormal + static_cast<int>(axis) * codes::kCoordinateStep, to[axis]);
     }
 
   private:
     // Seen from the other side of a mirrored plane, what stands up from it hangs down.
-    double factorOf(int code) const { return motion_.isMirrored && code == 43 ? -motion_.scale : motion_.scale; }
+    double factorOf(int code) const {
+        return motion_.isMirrored && code == insert::kScaleZ ? -motion_.scale : motion_.scale;
+    }
 
     AcGeVector3d vector(std::size_t i) const {
         const AcGePoint3d tip = numbers_.point(i);
@@ -404,60 +408,60 @@ class HatchMover {
 
     void move() {
         std::size_t i = 0;
-        for (; i < numbers_.count() && numbers_.code(i) != kPathCount; ++i) {
-            if (numbers_.code(i) != 30) continue;
+        for (; i < numbers_.count() && numbers_.code(i) != hatch::kPathCount; ++i) {
+            if (numbers_.code(i) != hatch::kElevation) continue;
             mover_.setElevation(numbers_.value(i));
             mover_.move(i, Role::Elevation);
         }
-        for (; i < numbers_.count() && numbers_.code(i) != kStyle; ++i)
+        for (; i < numbers_.count() && numbers_.code(i) != hatch::kStyle; ++i)
             movePath(i);
         for (; i < numbers_.count(); ++i)
             movePattern(i);
     }
 
   private:
-    static constexpr int kPathCount = 91;
-    static constexpr int kPathFlags = 92;
-    static constexpr int kEdgeType = 72;
-    static constexpr int kStyle = 75;
-    static constexpr int kSeedCount = 98;
     enum Edge : int { Polyline = 0, Line = 1, Arc = 2, Ellipse = 3, Spline = 4 };
 
     void movePath(std::size_t i) {
         constexpr std::int64_t kPolylineBit = 2;
         const int code = numbers_.code(i);
-        if (code == kPathFlags) isPolyline_ = (dxf::toInteger(numbers_.text(i)) & kPolylineBit) != 0;
-        if (code == kEdgeType) edge_ = isPolyline_ ? Polyline : static_cast<int>(dxf::toInteger(numbers_.text(i)));
-        if (code == 10 || (code == 11 && edge_ != Ellipse)) mover_.movePlanePoint(i);
-        if ((code == 11 && edge_ == Ellipse) || code == 12 || code == 13) mover_.movePlaneVector(i);
+        if (code == hatch::kPathFlags) isPolyline_ = (dxf::toInteger(numbers_.text(i)) & kPolylineBit) != 0;
+        if (code == hatch::kEdgeType)
+            edge_ = isPolyline_ ? Polyline : static_cast<int>(dxf::toInteger(numbers_.text(i)));
+        if (code == codes::kPoint || (code == hatch::kMajorAxis && edge_ != Ellipse)) mover_.movePlanePoint(i);
+        if ((code == hatch::kMajorAxis && edge_ == Ellipse) || code == hatch::kStartTangent ||
+            code == hatch::kEndTangent)
+            mover_.movePlaneVector(i);
         if (edge_ != Arc) return;
-        if (code == 40) mover_.move(i, Role::Length);
+        if (code == hatch::kRadius) mover_.move(i, Role::Length);
         // Angles of an arc that runs clockwise are written as those of its mirror image.
-        if (code == 50 || code == 51)
+        if (code == hatch::kStartAngle || code == hatch::kEndAngle)
             numbers_.set(i, turned(numbers_.value(i), runsClockwise(i) ? -motion_.angle : motion_.angle));
     }
 
     bool runsClockwise(std::size_t i) const {
-        while (i < numbers_.count() && numbers_.code(i) != 73 && numbers_.code(i) != kEdgeType)
+        while (i < numbers_.count() && numbers_.code(i) != hatch::kIsCounterclockwise &&
+               numbers_.code(i) != hatch::kEdgeType)
             ++i;
-        return i < numbers_.count() && numbers_.code(i) == 73 && dxf::toInteger(numbers_.text(i)) == 0;
+        return i < numbers_.count() && numbers_.code(i) == hatch::kIsCounterclockwise &&
+               dxf::toInteger(numbers_.text(i)) == 0;
     }
 
     void movePattern(std::size_t i) {
         switch (numbers_.code(i)) {
-            case 52:
-            case 53:
+            case hatch::kPatternAngle:
+            case hatch::kLineAngle:
                 return mover_.move(i, Role::Angle);
-            case 41:
-            case 49:
+            case hatch::kPatternScale:
+            case hatch::kDash:
                 return mover_.move(i, Role::Length);
-            case 43:
-            case 45:
+            case hatch::kLineBaseX:
+            case hatch::kLineOffsetX:
                 return movePatternPair(i);
-            case 10:
+            case codes::kPoint:
                 if (hasSeeds_) mover_.movePlanePoint(i);
                 return;
-            case kSeedCount:
+            case hatch::kSeedCount:
                 hasSeeds_ = true;
                 return;
             default:
@@ -465,14 +469,14 @@ class HatchMover {
         }
     }
 
-    // A pattern line's base point (43, 44) and the way to the next line (45, 46).
+    // A pattern line's base point, and the way to the next line.
     void movePatternPair(std::size_t i) {
         if (i + 1 == numbers_.count() || numbers_.code(i + 1) != numbers_.code(i) + 1) return;
         const double x = numbers_.value(i);
         const double y = numbers_.value(i + 1);
         const AcGePoint3d base = motion_.plane * AcGePoint3d(x, y, 0.0);
         const AcGeVector3d way = motion_.plane * AcGeVector3d(x, y, 0.0);
-        const bool isBase = numbers_.code(i) == 43;
+        const bool isBase = numbers_.code(i) == hatch::kLineBaseX;
         numbers_.set(i, isBase ? base.x : way.x);
         numbers_.set(i + 1, isBase ? base.y : way.y);
     }
@@ -492,7 +496,7 @@ constexpr std::int64_t kPolyfaceBit = 128;
 constexpr std::int64_t kPolyfacePointBit = 64;
 
 std::int64_t flagsOf(const Numbers& numbers) {
-    const std::size_t i = numbers.find(70);
+    const std::size_t i = numbers.find(codes::kFlags);
     return i == numbers.count() ? 0 : dxf::toInteger(numbers.text(i));
 }
 
@@ -517,7 +521,7 @@ void moveRecord(dxf::Drawing& drawing, RecordId record, const AcGeMatrix3d& matr
             isVertex && (flagsOf(numbers) & kPolyfaceBit) != 0 && (flagsOf(numbers) & kPolyfacePointBit) == 0;
         std::string_view kind = dxfName;
         for (std::size_t i = 0; i < numbers.count() && !isFace; ++i) {
-            if (numbers.code(i) == kEmbeddedCode) kind = dxfName == "MTEXT" ? kEmbedded : "MTEXT";
+            if (numbers.code(i) == codes::kEmbedded) kind = dxfName == "MTEXT" ? kColumns : "MTEXT";
             const Row* row = findRow(kind, numbers.code(i));
             if (!row || (frame.isSpatial && row->role == Role::Elevation)) continue;
             const bool isInSpace = frame.isSpatial && row->role == Role::PlanePoint;
@@ -527,9 +531,9 @@ void moveRecord(dxf::Drawing& drawing, RecordId record, const AcGeMatrix3d& matr
             if (row.anchor != 0 && dxfName == row.dxfName) mover.addMissing(row);
         // A flat polyline without an elevation may need one now.
         const AcGePoint3d origin = motion.plane * AcGePoint3d();
-        if (dxfName == "LWPOLYLINE" && origin.z != 0.0 && numbers.find(38) == numbers.count() &&
-            numbers.find(70) != numbers.count())
-            numbers.insert(numbers.find(70), 38, origin.z);
+        if (dxfName == "LWPOLYLINE" && origin.z != 0.0 && numbers.find(codes::kElevation) == numbers.count() &&
+            numbers.find(codes::kFlags) != numbers.count())
+            numbers.insert(numbers.find(codes::kFlags), codes::kElevation, origin.z);
     }
     if (!isVertex && dxfName != "SEQEND" && !frame.isSpatial) Mover(numbers, motion).setNormal();
     numbers.write();

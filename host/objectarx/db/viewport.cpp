@@ -3,25 +3,20 @@
 
 #include "dbents.h"
 #include "host/drawing/entityformat.h"
+#include "host/dxf/classcodes.h"
 #include "host/objectarx/db/state.h"
 
 using qrs::host::DatabaseState;
 using qrs::host::TableKind;
+namespace codes = qrs::dxf::codes;
 namespace dxf = qrs::dxf;
+namespace viewport = codes::viewport;
 
 ACRX_DEFINE_DXF_MEMBERS(AcDbViewport, AcDbEntity, "VIEWPORT")
 
 namespace {
 
-// Handles are soft pointers; some programs write hard ones.
-constexpr int kFrozenCode = 331;
-constexpr int kHardFrozenCode = 341;
 constexpr dxf::Version kFirstByHandle = dxf::Version::R2000;
-
-constexpr int kXdataName = 1000;
-constexpr int kXdataApplication = 1001;
-constexpr int kXdataBracket = 1002;
-constexpr int kXdataLayer = 1003;
 
 struct Frozen {
     dxf::RecordId layer;
@@ -34,29 +29,29 @@ struct FrozenList {
     std::vector<Frozen> layers;
     bool hasPlace = false;
     std::uint32_t place = 0;
-    int code = kFrozenCode;
+    int code = viewport::kFrozenLayer;
 };
 
 // In old drawings: ACAD's extended data "MVIEW", { the view's numbers, { layer names } }.
 FrozenList readNames(DatabaseState& state, dxf::RecordId viewport) {
     FrozenList list;
-    list.code = kXdataLayer;
+    list.code = codes::kXdataLayer;
     dxf::TagCursor cursor = state.drawing().tags(viewport);
     dxf::Tag tag;
     bool isView = false;
     int depth = 0;
     while (!list.hasPlace && cursor.next(tag)) {
-        if (tag.code == kXdataApplication) isView = false;
-        if (tag.code == kXdataName && dxf::trimmed(tag.value) == "MVIEW") isView = true;
+        if (tag.code == codes::kXdataApplication) isView = false;
+        if (tag.code == codes::kXdataText && dxf::trimmed(tag.value) == "MVIEW") isView = true;
         if (!isView) continue;
-        if (tag.code == kXdataBracket) {
+        if (tag.code == codes::kXdataBracket) {
             const bool opens = dxf::trimmed(tag.value) == "{";
             if (!opens && depth == 2) {
                 list.hasPlace = true;
                 list.place = tag.begin;
             }
             depth += opens ? 1 : -1;
-        } else if (tag.code == kXdataLayer && depth == 2) {
+        } else if (tag.code == codes::kXdataLayer && depth == 2) {
             const dxf::RecordId layer =
                 state.tables().find(TableKind::Layer, qrs::host::readText(state.drawing(), tag.value));
             list.layers.push_back({layer, tag.begin, tag.end});
@@ -73,21 +68,22 @@ bool isLayer(DatabaseState& state, dxf::RecordId record) {
 FrozenList readHandles(DatabaseState& state, dxf::RecordId viewport) {
     FrozenList list;
     const qrs::host::RecordFormat& format = qrs::host::entityFormatOf("VIEWPORT");
-    const int rank = format.rankOf(kFrozenCode);
+    const int rank = format.rankOf(viewport::kFrozenLayer);
     dxf::TagCursor cursor = state.drawing().tags(viewport);
     dxf::Tag tag;
     bool isOwn = true;  // some programs write no marks
-    while (cursor.next(tag) && tag.code < kXdataName) {
-        if (tag.code == 100) isOwn = dxf::trimmed(tag.value) == "AcDbViewport";
+    while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
+        if (tag.code == codes::kSubclass) isOwn = dxf::trimmed(tag.value) == "AcDbViewport";
         list.hasPlace = isOwn || (list.hasPlace && !list.layers.empty());
-        if (!isOwn || tag.code == 0) continue;
-        if (tag.code == kFrozenCode || tag.code == kHardFrozenCode) {
+        if (!isOwn || tag.code == codes::kType) continue;
+        if (tag.code == viewport::kFrozenLayer || tag.code == viewport::kHardFrozenLayer) {
             const dxf::RecordId layer = state.drawing().findHandle(dxf::toHandle(tag.value));
             list.layers.push_back({isLayer(state, layer) ? layer : dxf::kNoRecord, tag.begin, tag.end});
             list.code = tag.code;
             list.place = tag.end;
-        } else if (list.layers.empty() && (tag.code == 100 || (tag.code != 1 && format.rankOf(tag.code) < rank &&
-                                                               format.rankOf(tag.code) >= 0))) {
+        } else if (list.layers.empty() &&
+                   (tag.code == codes::kSubclass || (tag.code != viewport::kSheetName &&
+                                                     format.rankOf(tag.code) < rank && format.rankOf(tag.code) >= 0))) {
             list.place = tag.end;
         }
     }
@@ -103,14 +99,14 @@ bool holds(const FrozenList& list, dxf::RecordId layer) {
 }
 
 std::string spelling(DatabaseState& state, int code, dxf::RecordId layer) {
-    if (code == kXdataLayer) return qrs::host::writeText(state.drawing(), state.tables().nameOf(layer));
+    if (code == codes::kXdataLayer) return qrs::host::writeText(state.drawing(), state.tables().nameOf(layer));
     return dxf::handleText(state.drawing().record(layer).handle);
 }
 
 }  // namespace
 
 Adesk::Int16 AcDbViewport::number() const {
-    return static_cast<Adesk::Int16>(tags().integer(69, -1));
+    return static_cast<Adesk::Int16>(tags().integer(viewport::kNumber, -1));
 }
 
 bool AcDbViewport::isLayerFrozenInViewport(AcDbObjectId layer) const {
@@ -137,7 +133,7 @@ Acad::ErrorStatus AcDbViewport::freezeLayersInViewport(const AcDbObjectIdArray& 
     for (const AcDbObjectId& id : layers) {
         const dxf::RecordId layer = id.recordNumber();
         if (holds(list, layer) || std::find(seen.begin(), seen.end(), layer) != seen.end()) continue;
-        if (list.code != kXdataLayer && state.drawing().record(layer).handle == 0) return Acad::eNotApplicable;
+        if (list.code != codes::kXdataLayer && state.drawing().record(layer).handle == 0) return Acad::eNotApplicable;
         seen.push_back(layer);
         added.push_back({list.code, spelling(state, list.code, layer)});
     }

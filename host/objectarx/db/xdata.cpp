@@ -8,21 +8,18 @@
 #include <vector>
 
 #include "acutads.h"
+#include "host/dxf/groupcodes.h"
 #include "host/objectarx/db/valuekind.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host {
 
+namespace codes = dxf::codes;
+
 namespace {
 
-constexpr int kFirstXdata = 1000;
-constexpr int kRegApp = 1001;
-constexpr int kBracket = 1002;
 constexpr std::size_t kLongestText = 255;
 constexpr std::size_t kMostBytes = 16383;
-
-// Files write the coordinates of a point 10 codes apart, in xdata as elsewhere.
-constexpr int kCoordinateStep = 10;
 
 char fromHex(char digit) {
     if (digit >= '0' && digit <= '9') return static_cast<char>(digit - '0');
@@ -64,8 +61,8 @@ std::vector<Portion> readPortions(const dxf::Drawing& drawing, dxf::RecordId rec
     dxf::TagCursor cursor = drawing.tags(record);
     dxf::Tag tag;
     while (cursor.next(tag)) {
-        if (tag.code < kFirstXdata) continue;
-        if (tag.code == kRegApp) {
+        if (tag.code < codes::kFirstXdata) continue;
+        if (tag.code == codes::kXdataApplication) {
             portions.emplace_back();
             portions.back().application = readText(drawing, tag.value);
             portions.back().begin = tag.begin;
@@ -80,10 +77,10 @@ std::vector<Portion> readPortions(const dxf::Drawing& drawing, dxf::RecordId rec
 Acad::ErrorStatus checkLink(const resbuf& link, int& depth) {
     const int code = link.restype;
     const ValueKind kind = valueKind(code);
-    if (code < kFirstXdata || code > 1071 || kind == ValueKind::Unknown) return Acad::eInvalidInput;
+    if (code < codes::kFirstXdata || code > codes::kXdataLong || kind == ValueKind::Unknown) return Acad::eInvalidInput;
     if (kind == ValueKind::Text) {
         if (!link.resval.rstring || std::wcslen(link.resval.rstring) > kLongestText) return Acad::eInvalidInput;
-        if (code != kBracket) return Acad::eOk;
+        if (code != codes::kXdataBracket) return Acad::eOk;
         const std::wstring_view bracket = link.resval.rstring;
         if (bracket != L"{" && bracket != L"}") return Acad::eBadDxfSequence;
         depth += bracket == L"{" ? 1 : -1;
@@ -100,17 +97,18 @@ Acad::ErrorStatus checkLink(const resbuf& link, int& depth) {
 // The portions a chain asks for.
 Acad::ErrorStatus parseChain(DatabaseState& state, const resbuf* chain, std::vector<Portion>& portions) {
     int depth = 0;
-    if (!chain || chain->restype != kRegApp) return Acad::eBadDxfSequence;
+    if (!chain || chain->restype != codes::kXdataApplication) return Acad::eBadDxfSequence;
     for (const resbuf* link = chain; link; link = link->rbnext) {
         const Acad::ErrorStatus status = checkLink(*link, depth);
         if (status != Acad::eOk) return status;
-        if (link->restype == kRegApp) {
+        if (link->restype == codes::kXdataApplication) {
             if (depth != 0) return Acad::eBadDxfSequence;
             const dxf::RecordId application = state.tables().find(TableKind::RegApp, link->resval.rstring);
             if (application == dxf::kNoRecord) return Acad::eRegappIdNotFound;
             portions.emplace_back();
             portions.back().application = state.tables().nameOf(application);
-            portions.back().tags.push_back({kRegApp, writeText(state.drawing(), portions.back().application)});
+            portions.back().tags.push_back(
+                {codes::kXdataApplication, writeText(state.drawing(), portions.back().application)});
             continue;
         }
         appendValueTags(&state.drawing(), *link, portions.back().tags);
@@ -179,7 +177,7 @@ bool appendValueTags(const dxf::Drawing* drawing, const resbuf& link, std::vecto
             return true;
         case ValueKind::Point:
             for (int i = 0; i < 3; ++i) {
-                tags.push_back({code + i * kCoordinateStep, dxf::realText(link.resval.rpoint[i])});
+                tags.push_back({code + i * codes::kCoordinateStep, dxf::realText(link.resval.rpoint[i])});
                 if (!std::isfinite(link.resval.rpoint[i])) return false;
             }
             return true;
@@ -205,7 +203,7 @@ bool sameValue(const dxf::Drawing& drawing, const dxf::NewTag& a, const dxf::New
     }
     const std::wstring first = readText(drawing, a.value);
     const std::wstring second = readText(drawing, b.value);
-    return a.code == kRegApp ? platform::compareNoCase(first, second) == 0 : first == second;
+    return a.code == codes::kXdataApplication ? platform::compareNoCase(first, second) == 0 : first == second;
 }
 
 // --- chains
@@ -221,8 +219,8 @@ resbuf* ChainBuilder::take() {
 
 bool ChainBuilder::completePoint(const dxf::Tag& tag) {
     if (!last_ || valueKind(last_->restype) != ValueKind::Point) return false;
-    const int axis = (tag.code - last_->restype) / kCoordinateStep;
-    if ((axis != 1 && axis != 2) || tag.code != last_->restype + axis * kCoordinateStep) return false;
+    const int axis = (tag.code - last_->restype) / codes::kCoordinateStep;
+    if ((axis != 1 && axis != 2) || tag.code != last_->restype + axis * codes::kCoordinateStep) return false;
     last_->resval.rpoint[axis] = dxf::toReal(tag.value);
     return true;
 }
@@ -277,8 +275,8 @@ resbuf* AcDbObject::xData(const ACHAR* regAppName) const {
     dxf::Tag tag;
     bool isWanted = false;
     while (cursor.next(tag)) {
-        if (tag.code < kFirstXdata) continue;
-        if (tag.code == kRegApp)
+        if (tag.code < codes::kFirstXdata) continue;
+        if (tag.code == codes::kXdataApplication)
             isWanted =
                 !regAppName || qrs::platform::compareNoCase(readText(state->drawing(), tag.value), regAppName) == 0;
         if (isWanted) chain.add(tag);

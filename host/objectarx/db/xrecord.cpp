@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "host/dxf/classcodes.h"
 #include "host/objectarx/db/state.h"
 #include "host/objectarx/db/valuekind.h"
 #include "host/objectarx/db/xdata.h"
@@ -11,15 +12,12 @@
 using qrs::host::DatabaseState;
 using qrs::host::DetachedTags;
 using qrs::host::ValueKind;
+namespace codes = qrs::dxf::codes;
 namespace dxf = qrs::dxf;
 
 ACRX_DEFINE_DXF_MEMBERS(AcDbXrecord, AcDbObject, "XRECORD")
 
 namespace {
-
-constexpr int kFirstXdata = 1000;
-// Right after the subclass mark: how doubled names are dealt with when drawings are put together. It is no value.
-constexpr int kCloningCode = 280;
 
 // Where in a record the values stand.
 struct Content {
@@ -34,9 +32,10 @@ Content readContent(const dxf::Drawing& drawing, dxf::RecordId record) {
     dxf::Tag tag;
     bool isContent = false;
     bool isFirst = false;
-    while (cursor.next(tag) && tag.code < kFirstXdata) {
-        const bool isCloning = isFirst && tag.code == kCloningCode;
-        isFirst = !isContent && tag.code == 100 && dxf::trimmed(tag.value) == "AcDbXrecord";
+    while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
+        // Right after the mark it is no value.
+        const bool isCloning = isFirst && tag.code == codes::xrecord::kCloning;
+        isFirst = !isContent && tag.code == codes::kSubclass && dxf::trimmed(tag.value) == "AcDbXrecord";
         if (isFirst || isCloning) content.begin = tag.end;
         if (isContent && !isCloning) content.tags.push_back({tag.code, std::string(tag.value)});
         isContent = isContent || isFirst;
@@ -59,8 +58,8 @@ Acad::ErrorStatus toTags(const resbuf& chain, const DatabaseState* state, std::v
         const int code = link->restype;
         const ValueKind kind = qrs::host::valueKind(code);
         std::string text;
-        const bool isValue = code >= 1 && code < kFirstXdata && code != 5 && code != 105 && kind != ValueKind::None &&
-                             kind != ValueKind::Unknown;
+        const bool isValue = code >= 1 && code < codes::kFirstXdata && code != codes::kHandle &&
+                             code != codes::kDimStyleHandle && kind != ValueKind::None && kind != ValueKind::Unknown;
         if (!isValue) return Acad::eInvalidInput;
         if (kind == ValueKind::Name) {
             if (!nameText(*link, state ? state->number : 0, text)) return Acad::eInvalidInput;

@@ -6,6 +6,7 @@
 #include "dbobjptr.h"
 #include "dbsymtb.h"
 #include "entities/fieldrow.h"
+#include "entities/pipecodes.h"
 #include "qrs_pipeentity.h"
 #include "qrs_pipewire.h"
 
@@ -13,6 +14,7 @@ using qrs::suite::FieldRow;
 using qrs::suite::readRows;
 using qrs::suite::row;
 using qrs::suite::writeRows;
+namespace pipecodes = qrs::suite::pipecodes;
 
 ACRX_DEFINE_MEMBERS(TDbPipePrototype, AcDbEntity)
 ACRX_DXF_DEFINE_MEMBERS(TDbPipe, TDbPipePrototype, AcDb::kDHL_CURRENT, AcDb::kMReleaseCurrent, 0, QRS_PIPE,
@@ -31,10 +33,10 @@ constexpr const ACHAR* kAttachmentMark = L"TDbPipeAttachment";
 
 using Prototype = TDbPipePrototype::Values;
 const FieldRow<Prototype> kPrototypeRows[] = {
-    row<Prototype, &Prototype::systemName>(1),
-    {90, [](Prototype& values, const resbuf& item) { values.sysType = item.resval.rlong; },
+    row<Prototype, &Prototype::systemName>(pipecodes::kSystemName),
+    {pipecodes::kSystemType, [](Prototype& values, const resbuf& item) { values.sysType = item.resval.rlong; },
      [](const Prototype& values, AcDbDxfFiler& filer, Adesk::Int16 code) { filer.writeInt32(code, values.sysType); }},
-    row<Prototype, &Prototype::attachments>(330),
+    row<Prototype, &Prototype::attachments>(pipecodes::kAttachment),
 };
 
 // A curve whose end is missing ends where it starts.
@@ -53,11 +55,11 @@ constexpr FieldRow<PipeTags> idRow(Adesk::Int16 code) {
 }
 
 const FieldRow<PipeTags> kPipeRows[] = {
-    {70, [](PipeTags& tags, const resbuf& item) { tags.values.curve.kind = item.resval.rint; },
+    {pipecodes::kKind, [](PipeTags& tags, const resbuf& item) { tags.values.curve.kind = item.resval.rint; },
      [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
          filer.writeInt16(code, static_cast<Adesk::Int16>(tags.values.curve.kind));
      }},
-    {10,
+    {pipecodes::kStart,
      [](PipeTags& tags, const resbuf& item) {
          qrs::suite::take(tags.values.curve.start, item);
          tags.hasStart = true;
@@ -65,7 +67,7 @@ const FieldRow<PipeTags> kPipeRows[] = {
      [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
          filer.writePoint3d(code, tags.values.curve.start);
      }},
-    {11,
+    {pipecodes::kEnd,
      [](PipeTags& tags, const resbuf& item) {
          qrs::suite::take(tags.values.curve.end, item);
          tags.hasEnd = true;
@@ -73,33 +75,34 @@ const FieldRow<PipeTags> kPipeRows[] = {
      [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
          filer.writePoint3d(code, tags.values.curve.end);
      }},
-    {42, [](PipeTags& tags, const resbuf& item) { tags.values.curve.bulge = item.resval.rreal; },
+    {pipecodes::kBulge, [](PipeTags& tags, const resbuf& item) { tags.values.curve.bulge = item.resval.rreal; },
      [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
          const TPipeCurve& curve = tags.values.curve;
          if (curve.kind == TPipeCurve::kArc || curve.bulge != 0.0) filer.writeDouble(code, curve.bulge);
      }},
-    {43, [](PipeTags& tags, const resbuf& item) { tags.values.lineWidth = item.resval.rreal; },
+    {pipecodes::kLineWidth, [](PipeTags& tags, const resbuf& item) { tags.values.lineWidth = item.resval.rreal; },
      [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
          if (tags.values.lineWidth) filer.writeDouble(code, *tags.values.lineWidth);
      }},
-    idRow<&TDbPipe::Values::dimLayer>(340),
-    idRow<&TDbPipe::Values::arrowLayer>(341),
-    idRow<&TDbPipe::Values::startNode>(331),
-    idRow<&TDbPipe::Values::endNode>(332),
+    idRow<&TDbPipe::Values::dimLayer>(pipecodes::kDimLayer),
+    idRow<&TDbPipe::Values::arrowLayer>(pipecodes::kArrowLayer),
+    idRow<&TDbPipe::Values::startNode>(pipecodes::kStartNode),
+    idRow<&TDbPipe::Values::endNode>(pipecodes::kEndNode),
 };
 
 template <class Values>
 constexpr FieldRow<Values> kindRow() {
-    return {70, [](Values& values, const resbuf& item) { values.kind = item.resval.rint; },
+    return {pipecodes::kKind, [](Values& values, const resbuf& item) { values.kind = item.resval.rint; },
             [](const Values& values, AcDbDxfFiler& filer, Adesk::Int16 code) {
                 if (values.kind) filer.writeInt16(code, static_cast<Adesk::Int16>(*values.kind));
             }};
 }
 
-const FieldRow<TDbPipeNode::Values> kNodeRows[] = {row<TDbPipeNode::Values, &TDbPipeNode::Values::position>(10),
-                                                   kindRow<TDbPipeNode::Values>()};
+const FieldRow<TDbPipeNode::Values> kNodeRows[] = {
+    row<TDbPipeNode::Values, &TDbPipeNode::Values::position>(pipecodes::kPosition), kindRow<TDbPipeNode::Values>()};
 const FieldRow<TDbPipeAttachment::Values> kAttachmentRows[] = {
-    row<TDbPipeAttachment::Values, &TDbPipeAttachment::Values::position>(10), kindRow<TDbPipeAttachment::Values>()};
+    row<TDbPipeAttachment::Values, &TDbPipeAttachment::Values::position>(pipecodes::kPosition),
+    kindRow<TDbPipeAttachment::Values>()};
 
 bool fitsInt16(int value) {
     return value >= INT16_MIN && value <= INT16_MAX;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "acutads.h"
+#include "entities/pipecodes.h"
 #include "host/objectarx/db/tagwalk.h"
 #include "host/platform/codepage.h"
 #include "host/platform/text.h"
@@ -14,6 +15,7 @@
 using qrs::host::ObjectTag;
 using qrs::host::ObjectTagWalk;
 using qrs::platform::trimmed;
+namespace pipecodes = qrs::suite::pipecodes;
 
 namespace {
 
@@ -21,11 +23,6 @@ constexpr int kSubclass = 100;
 constexpr int kEmbedded = 101;
 constexpr int kGroup = 102;
 constexpr int kFirstXdata = 1000;
-constexpr int kSystemName = 1;
-constexpr int kSystemType = 90;
-constexpr int kPathKind = 70;
-constexpr int kStart = 10;
-constexpr int kEnd = 11;
 constexpr int kCoordinateStep = 10;
 
 // Names of systems are few; whatever else there is shall not fill the memory.
@@ -94,22 +91,22 @@ class TRiserReader::Scan {
     }
 
     bool takePrototype(const ObjectTag& tag) {
-        if (tag.code == kSystemName) systemName_ = tag.value;
-        return tag.code != kSystemType || readInteger<std::int32_t>(tag.value, sysType_);
+        if (tag.code == pipecodes::kSystemName) systemName_ = tag.value;
+        return tag.code != pipecodes::kSystemType || readInteger<std::int32_t>(tag.value, sysType_);
     }
 
     bool takePath(const ObjectTag& tag) {
-        if (tag.code == kPathKind) return readInteger<std::int16_t>(tag.value, curve_.kind);
-        if (tag.code == kStart || tag.code == kEnd) {
-            point_ = tag.code == kStart ? &curve_.start : &curve_.end;
-            (tag.code == kStart ? hasStart_ : hasEnd_) = true;
+        if (tag.code == pipecodes::kKind) return readInteger<std::int16_t>(tag.value, curve_.kind);
+        if (tag.code == pipecodes::kStart || tag.code == pipecodes::kEnd) {
+            point_ = tag.code == pipecodes::kStart ? &curve_.start : &curve_.end;
+            (tag.code == pipecodes::kStart ? hasStart_ : hasEnd_) = true;
             *point_ = AcGePoint3d();
             coordinate_ = tag.code;
             return ObjectTagWalk::real(tag.value, point_->x);
         }
         const int axis = tag.code / kCoordinateStep - 1;
         const int first = tag.code - axis * kCoordinateStep;
-        if ((first != kStart && first != kEnd) || axis < 1 || axis > 2) return true;
+        if ((first != pipecodes::kStart && first != pipecodes::kEnd) || axis < 1 || axis > 2) return true;
         // A coordinate that stands alone belongs to no point.
         if (tag.code != coordinate_ + kCoordinateStep || !tag.isBehindLast) return false;
         coordinate_ = tag.code;

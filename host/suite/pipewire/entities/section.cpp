@@ -13,14 +13,16 @@ ACRX_DXF_DEFINE_MEMBERS(TDbVerticalSectionFeed, TDbSectionDrawing, AcDb::kDHL_CU
 namespace {
 
 constexpr const ACHAR* kMark = L"TDbSectionDrawing";
+constexpr Adesk::Int16 kNameCode = 300;
 constexpr Adesk::Int16 kNameFlagCode = 290;
+constexpr Adesk::Int16 kTypeCode = 91;
 constexpr Adesk::Int16 kTypeFlagCode = 291;
 
 using Values = TDbSectionDrawing::Values;
 
 // A flag stands after the name or type it belongs to. A name or type without one has a flag that is not set.
 const FieldRow<Values> kRows[] = {
-    {300,
+    {kNameCode,
      [](Values& values, const resbuf& item) {
          values.lastName = item.resval.rstring;
          values.fields.Set(values.lastName, false);
@@ -36,7 +38,7 @@ const FieldRow<Values> kRows[] = {
          if (!values.fields.All().empty()) values.fields.Set(values.lastName, item.resval.rint != 0);
      },
      nullptr},
-    {91,
+    {kTypeCode,
      [](Values& values, const resbuf& item) {
          values.lastType = item.resval.rlong;
          values.flagsByType[values.lastType] = false;
