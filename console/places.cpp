@@ -23,12 +23,6 @@ bool isFile(const std::filesystem::path& native) {
     return platform::fileExists(platform::innerPath(native));
 }
 
-// Beside the program, and where the module is installed.
-std::vector<std::filesystem::path> pluginFolders() {
-    const std::filesystem::path folder = platform::programFolder();
-    return {folder, folder / ".." / "lib" / "qrs_pipeSystem"};
-}
-
 std::filesystem::path module() {
     for (const std::filesystem::path& folder : pluginFolders())
         for (const char* name : kModuleNames)
@@ -44,13 +38,6 @@ bool isModule(const std::filesystem::path& plugin) {
     });
 }
 
-std::filesystem::path located(const std::filesystem::path& plugin) {
-    if (plugin.has_parent_path() || isFile(plugin)) return plugin;
-    for (const std::filesystem::path& folder : pluginFolders())
-        if (isFile(folder / plugin)) return folder / plugin;
-    return plugin;
-}
-
 }  // namespace
 
 std::wstring innerFolder(const std::filesystem::path& folder) {
@@ -62,12 +49,17 @@ std::wstring systemFolder(const Options& options) {
                                       : platform::programFolder() / ".." / "share" / "qrs_pipeSystem");
 }
 
+std::vector<std::filesystem::path> pluginFolders() {
+    const std::filesystem::path folder = platform::programFolder();
+    return {folder, folder / ".." / "lib" / "qrs_pipeSystem"};
+}
+
 std::vector<std::filesystem::path> pluginsToLoad(const Options& options) {
     std::vector<std::filesystem::path> plugins;
     if (!options.withoutModule && std::none_of(options.plugins.begin(), options.plugins.end(), isModule))
         plugins.push_back(module());
     for (const std::filesystem::path& plugin : options.plugins)
-        plugins.push_back(located(plugin));
+        plugins.push_back(plugin);
     return plugins;
 }
 

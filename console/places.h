@@ -15,8 +15,10 @@ std::wstring innerFolder(const std::filesystem::path& folder);
 // The system folder of --system, else the one installed with the program; inner form.
 std::wstring systemFolder(const Options& options);
 
+// Where plug-ins lie: beside the program, and where the module is installed.
+std::vector<std::filesystem::path> pluginFolders();
+
 // The plug-ins to load, in this order: the module, unless --no-module or a --plugin names one, then those of --plugin.
-// One that is given by its bare name lies in the working folder, beside the program or beside the module.
 std::vector<std::filesystem::path> pluginsToLoad(const Options& options);
 
 }  // namespace qrs::console

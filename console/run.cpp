@@ -112,6 +112,8 @@ Failure openDrawing(const Options& options, host::Application& application) {
 }
 
 Failure loadPlugins(const Options& options, host::Application& application) {
+    for (const std::filesystem::path& folder : pluginFolders())
+        application.addPluginFolder(folder);
     for (const std::filesystem::path& plugin : pluginsToLoad(options)) {
         platform::Error error;
         if (!application.loadPlugin(plugin, error)) return {ExitCode::CannotRead, error.message};

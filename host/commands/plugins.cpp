@@ -16,7 +16,7 @@ void printPlugins() {
         acedPrompt((L"\n" + name).c_str());
 }
 
-// The typed path itself, or the file of that name on the support search path.
+// The typed path itself, or the file of that name on the support search path. Loading looks beside the program, too.
 std::wstring findPlugin(const std::wstring& typed) {
     const std::wstring inner = platform::innerFromTyped(typed);
     if (platform::fileExists(inner)) return inner;

@@ -22,7 +22,19 @@ void Terminal::progress(std::wstring_view, int) {}
 
 struct Application::State {
     explicit State(Terminal& terminal) : session(terminal) {}
+
+    std::filesystem::path locatePlugin(const std::filesystem::path& native) const {
+        const auto isFile = [](const std::filesystem::path& path) {
+            return platform::fileExists(platform::innerPath(path));
+        };
+        if (native.has_parent_path() || isFile(native)) return native;
+        for (const std::filesystem::path& folder : pluginFolders)
+            if (isFile(folder / native)) return folder / native;
+        return native;
+    }
+
     ed::Session session;
+    std::vector<std::filesystem::path> pluginFolders;
 };
 
 Application::Application(Terminal& terminal) : state_(std::make_unique<State>(terminal)) {
@@ -58,8 +70,12 @@ const std::vector<std::wstring>& Application::supportFolders() const {
     return state_->session.supportFolders;
 }
 
+void Application::addPluginFolder(const std::filesystem::path& native) {
+    state_->pluginFolders.push_back(native);
+}
+
 bool Application::loadPlugin(const std::filesystem::path& native, platform::Error& error) {
-    return state_->session.plugins.load(native, error);
+    return state_->session.plugins.load(state_->locatePlugin(native), error);
 }
 
 bool Application::unloadPlugin(std::wstring_view name, platform::Error& error) {

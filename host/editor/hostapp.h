@@ -60,6 +60,8 @@ class QRS_HOST_PORT Application {
     const std::wstring& systemFolder() const;
     const std::vector<std::wstring>& supportFolders() const;
 
+    // Where a plug-in is looked for that is named without a folder, after the working folder.
+    void addPluginFolder(const std::filesystem::path& native);
     // Loads a plug-in: its library entry runs, kInitAppMsg is sent, then kLoadDwgMsg for every open drawing.
     // False, with the reason in error, when it cannot be loaded or has no acrxEntryPoint or refuses.
     bool loadPlugin(const std::filesystem::path& native, platform::Error& error);

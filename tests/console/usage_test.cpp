@@ -180,6 +180,7 @@ TEST(Usage, LoadsPluginsBesideTheModule) {
     EXPECT_EQ(listed({"-p", plugin}), module + "\n" + plugin + "\n");
     EXPECT_EQ(listed({"-p", plugin, "--no-module"}), plugin + "\n");
     EXPECT_EQ(listed({"-p", plugin, "-p", QRS_MODULE}), plugin + "\n" + module + "\n");
+    EXPECT_EQ(listed({"-e", "ARX Load", "-e", plugin}), module + "\n" + plugin + "\n");
 }
 
 TEST(Usage, GoesOnWithSettingsThatCannotBeWritten) {
