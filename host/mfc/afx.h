@@ -1,4 +1,4 @@
-// Base of the framework classes: CObject, with the text class and the collections.
+// Base of the framework classes: CObject, with the text class and texts by index.
 #pragma once
 
 #include "afxstr.h"

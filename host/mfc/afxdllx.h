@@ -38,9 +38,6 @@ class QRS_HOST_PORT CDynLinkLibrary : public CObject {
     BOOL m_bSystem;
 };
 
-// Number of libraries entered now.
-QRS_HOST_PORT int AfxDynLinkLibraryCount();
-
 #if defined(_WIN32)
 // The system itself calls DllMain.
 #define AFX_LIBRARY_ENTRY(entry)

@@ -85,10 +85,6 @@ CString CString::SpanIncluding(LPCWSTR characters) const {
     return CString(view().substr(0, text_.find_first_not_of(viewOf(characters))));
 }
 
-CString CString::SpanExcluding(LPCWSTR characters) const {
-    return CString(view().substr(0, text_.find_first_of(viewOf(characters))));
-}
-
 int CString::Find(LPCWSTR part, int start) const {
     if (!part || start < 0 || start > GetLength()) return -1;
     return indexOf(text_.find(part, static_cast<std::size_t>(start)));
@@ -101,10 +97,6 @@ int CString::Find(wchar_t character, int start) const {
 
 int CString::ReverseFind(wchar_t character) const {
     return indexOf(text_.rfind(character));
-}
-
-int CString::FindOneOf(LPCWSTR characters) const {
-    return indexOf(text_.find_first_of(viewOf(characters)));
 }
 
 int CString::Replace(LPCWSTR part, LPCWSTR replacement) {
@@ -269,10 +261,6 @@ LPWSTR CString::GetBufferSetLength(int length) {
 
 void CString::ReleaseBuffer(int length) {
     text_.resize(length < 0 ? std::wcslen(text_.c_str()) : cut(length, text_.size()));
-}
-
-void CString::Preallocate(int length) {
-    text_.reserve(cut(length, text_.max_size()));
 }
 
 void CString::Append(LPCWSTR text, int length) {

@@ -56,15 +56,13 @@ class QRS_HOST_PORT CString {
     CString Mid(int first) const;
     CString Mid(int first, int count) const;
     CString Right(int count) const;
-    // The longest leading run made of (or free of) the given characters.
+    // The longest leading run made of the given characters.
     CString SpanIncluding(LPCWSTR characters) const;
-    CString SpanExcluding(LPCWSTR characters) const;
 
     // Index of the first (last) match from start on, or -1.
     int Find(LPCWSTR part, int start = 0) const;
     int Find(wchar_t character, int start = 0) const;
     int ReverseFind(wchar_t character) const;
-    int FindOneOf(LPCWSTR characters) const;
 
     // Number of replacements; an empty part replaces nothing.
     int Replace(LPCWSTR part, LPCWSTR replacement);
@@ -109,7 +107,6 @@ class QRS_HOST_PORT CString {
     LPWSTR GetBuffer(int length = 0);
     LPWSTR GetBufferSetLength(int length);
     void ReleaseBuffer(int length = -1);
-    void Preallocate(int length);
 
     void Append(LPCWSTR text) { *this += text; }
     void Append(LPCWSTR text, int length);

@@ -2,6 +2,7 @@
 #include "afxwin.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "afxdllx.h"
@@ -49,29 +50,9 @@ BOOL CWnd::Create(LPCWSTR, LPCWSTR title, DWORD, const RECT&, CWnd* parent, UINT
 
 BOOL CWnd::DestroyWindow() {
     if (!m_hWnd) return FALSE;
-    const BOOL destroyed = qrs::platform::destroyWindow(Detach());
+    const BOOL destroyed = qrs::platform::destroyWindow(std::exchange(m_hWnd, nullptr));
     PostNcDestroy();
     return destroyed;
-}
-
-BOOL CWnd::Attach(HWND window) {
-    if (m_hWnd || !window) return FALSE;
-    m_hWnd = window;
-    return TRUE;
-}
-
-HWND CWnd::Detach() {
-    const HWND window = m_hWnd;
-    m_hWnd = nullptr;
-    return window;
-}
-
-void CWnd::SetWindowText(LPCWSTR text) {
-    qrs::platform::setWindowTitle(m_hWnd, text ? text : L"");
-}
-
-void CWnd::GetWindowText(CString& text) const {
-    text = CString(qrs::platform::windowTitle(m_hWnd));
 }
 
 BOOL AfxInitExtensionModule(AFX_EXTENSION_MODULE& extension, HMODULE module) {
@@ -97,10 +78,6 @@ CDynLinkLibrary::CDynLinkLibrary(AFX_EXTENSION_MODULE& extension, BOOL system)
 
 CDynLinkLibrary::~CDynLinkLibrary() {
     libraries().erase(std::remove(libraries().begin(), libraries().end(), this), libraries().end());
-}
-
-int AfxDynLinkLibraryCount() {
-    return static_cast<int>(libraries().size());
 }
 
 #if !defined(_WIN32)

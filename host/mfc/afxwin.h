@@ -1,4 +1,4 @@
-// Windows of the plug-in interface: CWnd, CFrameWnd, CDialog, message boxes, and the module handles.
+// Windows of the plug-in interface: CWnd, CDialog, message boxes, and the module handles.
 #pragma once
 
 #include <memory>
@@ -62,11 +62,6 @@ class QRS_HOST_PORT CWnd : public CObject {
 
     HWND GetSafeHwnd() const { return m_hWnd; }
     operator HWND() const { return m_hWnd; }
-    BOOL Attach(HWND window);
-    HWND Detach();
-
-    void SetWindowText(LPCWSTR text);
-    void GetWindowText(CString& text) const;
 
   protected:
     virtual void PostNcDestroy() {}
@@ -74,12 +69,6 @@ class QRS_HOST_PORT CWnd : public CObject {
 
 // The inside of a frame, where a document is shown.
 class QRS_HOST_PORT CView : public CWnd {};
-
-// A frame; as the framework has it, it is made by new and deletes itself when its window goes.
-class QRS_HOST_PORT CFrameWnd : public CWnd {
-  protected:
-    void PostNcDestroy() override { delete this; }
-};
 
 // A modal dialog whose controls are described by data instead of a resource:
 //

@@ -1,4 +1,4 @@
-// Keeps the calls a plug-in makes to the host.
+// The recorder that is listening, and how arguments are written.
 #include "host/platform/callrecord.h"
 
 #include "host/platform/codepage.h"

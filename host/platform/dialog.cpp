@@ -49,13 +49,6 @@ Control& Dialog::addCheckBox(std::wstring caption, bool checked) {
     return control;
 }
 
-Control& Dialog::addRadio(std::wstring caption, std::vector<std::wstring> choices, std::size_t choice) {
-    Control& control = add(ControlKind::Radio, std::move(caption));
-    control.choices = std::move(choices);
-    control.choice = choice;
-    return control;
-}
-
 Control& Dialog::addList(std::wstring caption, std::vector<std::wstring> columns, ListKind kind) {
     Control& control = add(ControlKind::List, std::move(caption));
     control.columns = std::move(columns);
@@ -113,11 +106,6 @@ int showMessage(const MessageQuestion& question) {
 std::optional<std::wstring> chooseFolder(const std::wstring& title) {
     DialogPresenter* const shower = presenter();
     return shower ? shower->chooseFolder(title) : std::nullopt;
-}
-
-std::optional<std::wstring> chooseFile(const FileQuestion& question) {
-    DialogPresenter* const shower = presenter();
-    return shower ? shower->chooseFile(question) : std::nullopt;
 }
 
 }  // namespace qrs::platform

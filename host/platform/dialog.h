@@ -35,7 +35,6 @@ enum class ControlKind {
     Group,     // a box with a caption around the controls up to the next group or endGroup
     Label,     // a text
     CheckBox,  // checked
-    Radio,     // one of choices
     List,      // rows under columns, one or many of them chosen
     Edit,      // a text to be typed
     Combo,     // a text out of choices, or typed when it is editable
@@ -57,8 +56,7 @@ struct QRS_HOST_PORT Control {
 
     bool checked = false;               // CheckBox
     std::wstring text;                  // Edit, Combo
-    std::vector<std::wstring> choices;  // Radio, Combo
-    std::size_t choice = 0;             // Radio: position in choices
+    std::vector<std::wstring> choices;  // Combo
     bool editable = false;              // Combo: other texts than choices may be typed
 
     ListKind listKind = ListKind::None;  // List
@@ -101,7 +99,6 @@ class QRS_HOST_PORT Dialog {
     void endGroup() { add(ControlKind::Group, std::wstring()); }
     Control& addLabel(std::wstring text) { return add(ControlKind::Label, std::move(text)); }
     Control& addCheckBox(std::wstring caption, bool checked = false);
-    Control& addRadio(std::wstring caption, std::vector<std::wstring> choices, std::size_t choice = 0);
     Control& addList(std::wstring caption, std::vector<std::wstring> columns, ListKind kind);
     Control& addEdit(std::wstring caption, std::wstring text = {});
     Control& addCombo(std::wstring caption, std::vector<std::wstring> choices, std::wstring text,
@@ -133,13 +130,6 @@ struct MessageQuestion {
     int defaultButton = 0;  // position of the button that Enter presses
 };
 
-struct FileQuestion {
-    std::wstring title;
-    std::wstring path;       // offered; may be empty
-    std::wstring extension;  // with its dot; added to a name without one; may be empty
-    bool save = false;       // a file to be written: its folder must be there, and replacing a file is asked about
-};
-
 // How dialogs are shown. Paths are in the inner form.
 class QRS_HOST_PORT DialogPresenter {
   public:
@@ -147,7 +137,6 @@ class QRS_HOST_PORT DialogPresenter {
     virtual int showDialog(Dialog& dialog) = 0;
     virtual int showMessage(const MessageQuestion& question) = 0;
     virtual std::optional<std::wstring> chooseFolder(const std::wstring& title) = 0;
-    virtual std::optional<std::wstring> chooseFile(const FileQuestion& question) = 0;
 };
 
 // Who shows dialogs from now on; null: windows, where the system has them. Returns who did before.
@@ -163,8 +152,5 @@ QRS_HOST_PORT int showMessage(const MessageQuestion& question);
 
 // An existing folder, inner form, without a backslash at its end unless it is a root; nothing when cancelled.
 QRS_HOST_PORT std::optional<std::wstring> chooseFolder(const std::wstring& title);
-
-// A file, full path in the inner form; nothing when cancelled.
-QRS_HOST_PORT std::optional<std::wstring> chooseFile(const FileQuestion& question);
 
 }  // namespace qrs::platform

@@ -119,10 +119,8 @@ class Showing {
             control.checked = marked;
         } else if (control.kind == ControlKind::List && control.listKind == ListKind::Many) {
             control.rows[item.part].chosen = marked;
-        } else if (control.kind == ControlKind::List) {
-            control.chooseRow(item.part);
         } else {
-            control.choice = item.part;
+            control.chooseRow(item.part);
         }
     }
 
@@ -221,11 +219,6 @@ std::wstring fullPath(const std::wstring& typed) {
     return inner;
 }
 
-std::wstring folderOf(const std::wstring& path) {
-    const std::size_t last = path.rfind(L'\\');
-    return last == std::wstring::npos ? std::wstring() : path.substr(0, std::max<std::size_t>(last, 1));
-}
-
 }  // namespace
 
 QuestionLine::~QuestionLine() = default;
@@ -267,27 +260,6 @@ std::optional<std::wstring> TextPresenter::chooseFolder(const std::wstring& titl
         std::wstring path = fullPath(answer);
         if (folderExists(path)) return path;
         line_.print(L"There is no folder \"" + answer + L"\".\n");
-    }
-}
-
-std::optional<std::wstring> TextPresenter::chooseFile(const FileQuestion& question) {
-    const std::wstring offered = question.path.empty() ? std::wstring() : L" <" + question.path + L">";
-    for (;;) {
-        std::wstring answer;
-        if (!line_.ask(L"\n" + question.title + offered + L": ", answer)) return std::nullopt;
-        answer = unquoted(std::wstring(trimmed(answer)));
-        if (answer.empty()) answer = question.path;
-        if (answer.empty()) return std::nullopt;
-        std::wstring path = fullPath(answer);
-        if (path.find(L'.', path.rfind(L'\\') + 1) == std::wstring::npos) path += question.extension;
-        if (folderExists(path) || !folderExists(folderOf(path)))
-            line_.print(L"\"" + answer + L"\" is no file in a folder that exists.\n");
-        else if (!question.save && !fileExists(path))
-            line_.print(L"There is no file \"" + answer + L"\".\n");
-        else if (!question.save || !fileExists(path) ||
-                 showMessage({path + L" already exists. Replace it?", question.title, MessageButtons::YesNo,
-                              MessageIcon::Warning, 1}) == kDialogYes)
-            return path;
     }
 }
 

@@ -8,7 +8,7 @@
 //                  for, a button is pressed
 //     2-5,8        all of these
 //     门窗         the item of that name, in whatever case; "门窗" in quotes where it could be read as something else
-//     给排-*       every check box, choice and row whose name matches ('*' and '?')
+//     给排-*       every check box and row whose name matches ('*' and '?')
 //     门窗=1       a check mark set (1, on, yes, 是) or cleared (0, off, no, 否), whatever it was
 //     名称=给水    a text for a field; a number or a text for a field with choices
 //                  (in a dialog of a single field every answer is its text)
@@ -43,8 +43,6 @@ class QRS_HOST_PORT TextPresenter : public DialogPresenter {
     int showMessage(const MessageQuestion& question) override;
     // Asks for a path; one that names no folder is told and asked again. Cancelled by Esc and by an empty line.
     std::optional<std::wstring> chooseFolder(const std::wstring& title) override;
-    // The same for a file; an empty line takes the path offered, and cancels when there is none.
-    std::optional<std::wstring> chooseFile(const FileQuestion& question) override;
 
   private:
     QuestionLine& line_;

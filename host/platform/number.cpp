@@ -1,4 +1,4 @@
-// Numbers as text.
+// Numbers through the language's own conversions, which know no locale.
 #include "host/platform/number.h"
 
 #include <charconv>

@@ -1,4 +1,4 @@
-// Per-user settings.
+// Hands reads and writes to the store in use, and records them.
 #include "host/platform/settings.h"
 
 #include "host/platform/callrecord.h"
@@ -63,10 +63,6 @@ bool Settings::useFile(const std::filesystem::path& native, Error& error) {
     if (!store->check(error)) return false;
     state_->use(std::move(store));
     return true;
-}
-
-void Settings::useDefault() {
-    state_->use(openUserStore());
 }
 
 bool Settings::check(Error& error) const {

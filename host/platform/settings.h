@@ -26,8 +26,6 @@ class QRS_HOST_PORT Settings {
     // Uses another file instead (POSIX and Windows alike). False, with the reason in error, when the file exists and
     // cannot be read or is damaged (the message names the line); it is then neither used nor written over.
     bool useFile(const std::filesystem::path& native, Error& error);
-    // Back to the store of this user.
-    void useDefault();
 
     // False, with the reason in error, when the store in use cannot be read or is damaged; every value is then missing
     // and nothing can be written. A file that does not exist is an empty store.

@@ -1,4 +1,4 @@
-// Characters and short texts.
+// Walks texts by code points, compares and folds names.
 #include "host/platform/text.h"
 
 #include "host/platform/inside/casemap.h"

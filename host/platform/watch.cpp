@@ -39,16 +39,12 @@ Deadline::Deadline(double seconds, std::string line, int exitCode) : state_(std:
 }
 
 Deadline::~Deadline() {
-    cancel();
-}
-
-void Deadline::cancel() {
     {
         const std::lock_guard<std::mutex> lock(state_->mutex);
         state_->cancelled = true;
     }
     state_->changed.notify_all();
-    if (state_->watcher.joinable()) state_->watcher.join();
+    state_->watcher.join();
 }
 
 }  // namespace qrs::platform

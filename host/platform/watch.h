@@ -8,7 +8,7 @@
 
 namespace qrs::platform {
 
-// When the seconds have passed before it is cancelled or destroyed: prints one line to standard error, removes the
+// When the seconds have passed before it is destroyed: prints one line to standard error, removes the
 // temporary files AtomicFile has in progress, and ends the process at once with the exit code (nothing else runs; no
 // file is half written, since only a rename puts one in place).
 //
@@ -19,8 +19,6 @@ class QRS_HOST_PORT Deadline {
     ~Deadline();
     Deadline(const Deadline&) = delete;
     Deadline& operator=(const Deadline&) = delete;
-
-    void cancel();
 
   private:
     struct State;

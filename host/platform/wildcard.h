@@ -1,4 +1,4 @@
-// File name patterns of '*' and '?'.
+// File name patterns: '*' for any run of characters, '?' for one.
 #pragma once
 
 #include <string_view>

@@ -36,7 +36,8 @@ class TextDialog : public ::testing::Test {
     TextDialog() {
         dialog.addLabel(L"说明");
         box = &dialog.addCheckBox(L"自动, 全部=是");
-        radio = &dialog.addRadio(L"位置", {L"左", L"右"});
+        dialog.addCheckBox(L"左", true);
+        right = &dialog.addCheckBox(L"右");
         list = &dialog.addList(L"图层", {L"图层名", L"颜色"}, ListKind::Many);
         for (const wchar_t* name : {L"0", L"3", L"给排-管线", L"给排-立管", L"标注"})
             list->addRow({name, L"7"});
@@ -60,7 +61,7 @@ class TextDialog : public ::testing::Test {
     }
 
     Dialog dialog{L"试验"};
-    Control *box, *radio, *list, *edit, *combo, *button;
+    Control *box, *right, *list, *edit, *combo, *button;
     Lines lines;
     TextPresenter presenter{lines};
     int presses = 0;
@@ -74,9 +75,8 @@ TEST_F(TextDialog, PrintsItselfOnceAndThenWhatChanges) {
               L"\n试验\n"
               L"说明\n"
               L"   1 [ ] 自动, 全部=是\n"
-              L"位置\n"
-              L"   2 (*) 左\n"
-              L"   3 ( ) 右\n"
+              L"   2 [x] 左\n"
+              L"   3 [ ] 右\n"
               L"图层\n"
               L"         图层名     颜色\n"
               L"   4 [ ] 0          7\n"
@@ -100,7 +100,7 @@ TEST_F(TextDialog, TakesNumbersNamesPatternsAndValues) {
               kDialogOk);
     EXPECT_EQ(chosen(), L"--xxx");
     EXPECT_TRUE(box->checked);
-    EXPECT_EQ(radio->choice, 1u);
+    EXPECT_TRUE(right->checked);
     EXPECT_EQ(edit->text, L"新=1");
     EXPECT_EQ(combo->text, L"虚线");
     // A number alone asks for the text of a field; a wrong one is asked again, Enter keeps, "." empties.
@@ -144,7 +144,7 @@ TEST_F(TextDialog, IsClosedByWordsActionsAndTheEnd) {
     EXPECT_TRUE(list->rows[0].chosen);
 }
 
-TEST_F(TextDialog, AsksMessagesFoldersAndFiles) {
+TEST_F(TextDialog, AsksMessagesAndFolders) {
     const MessageQuestion question{L"合并?", L"", MessageButtons::YesNo, MessageIcon::Warning, 0};
     const auto answered = [&](std::deque<std::wstring> answers) {
         lines.answers = std::move(answers);
@@ -158,16 +158,10 @@ TEST_F(TextDialog, AsksMessagesFoldersAndFiles) {
     const Folder folder;
     const std::wstring inner = innerPath(folder.path());
     const auto path = [](const std::filesystem::path& native) { return fromUtf8(native.string()); };
-    folder.write("there.txt", "x");
     lines.answers = {path(folder.path() / "none"), path(folder.path()) + L"/"};
     EXPECT_EQ(presenter.chooseFolder(L"指定导入目录"), inner);
     lines.answers = {L""};
     EXPECT_EQ(presenter.chooseFolder(L"指定导入目录"), std::nullopt);
-    lines.answers = {path(folder.path() / "none" / "a.txt"), path(folder.path() / "there.txt"), L"",
-                     path(folder.path() / "new")};
-    EXPECT_EQ(presenter.chooseFile({L"保存", L"", L".txt", true}), inner + L"\\new.txt");
-    lines.answers = {path(folder.path() / "none.txt"), L""};
-    EXPECT_EQ(presenter.chooseFile({L"打开", inner + L"\\there.txt", L"", false}), inner + L"\\there.txt");
 }
 
 TEST(ColorDialog, TakesIndexesNamesAndTrueColors) {

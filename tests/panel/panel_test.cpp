@@ -52,7 +52,6 @@ class Window : public platform::DialogPresenter {
     }
     int showMessage(const platform::MessageQuestion&) override { return platform::kDialogCancel; }
     std::optional<std::wstring> chooseFolder(const std::wstring&) override { return std::nullopt; }
-    std::optional<std::wstring> chooseFile(const platform::FileQuestion&) override { return std::nullopt; }
 
   private:
     std::function<void(platform::Dialog&)> use_;

@@ -1,4 +1,4 @@
-// CString, its formatter and the collections of texts.
+// CString, its formatter and CStringArray.
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -48,7 +48,7 @@ TEST(CString, PartsAreCutToWhatIsThere) {
     EXPECT_EQ(text.Left(2) + L"|" + text.Left(99) + L"|" + text.Left(-1), L"WL|WL-12|");
     EXPECT_EQ(text.Right(2) + L"|" + text.Right(99) + L"|" + text.Right(-1), L"12|WL-12|");
     EXPECT_EQ(text.Mid(3) + L"|" + text.Mid(1, 2) + L"|" + text.Mid(9) + L"|" + text.Mid(-1, 2), L"12|L-||WL");
-    EXPECT_EQ(text.SpanIncluding(L"LW") + L"|" + text.SpanExcluding(L"21"), L"WL|WL-");
+    EXPECT_EQ(text.SpanIncluding(L"LW"), L"WL");
     EXPECT_EQ(text[0], L'W');
     EXPECT_EQ(text[5], L'\0');
     EXPECT_EQ(text[-1], L'\0');
@@ -65,7 +65,6 @@ TEST(CString, FindsAndChanges) {
     EXPECT_EQ(text.Find(L"c", 99), -1);
     EXPECT_EQ(text.Find(L"", 6), 6);
     EXPECT_EQ(text.ReverseFind(L','), 4);
-    EXPECT_EQ(text.FindOneOf(L"xcb"), 2);
     EXPECT_EQ(text.Replace(L",", L",,"), 3);
     EXPECT_EQ(text, L"a,,b,,,,c");
     EXPECT_EQ(text.Replace(L"", L"x"), 0);
@@ -111,37 +110,13 @@ TEST(CString, TokensBuffersAndOrder) {
     EXPECT_TRUE(L"a" != CString(L"A") && L'x' + CString(L"y") + L'z' == L"xyz");
 }
 
-TEST(Collections, ArrayAndListKeepOrder) {
+TEST(CStringArray, IndicesOutsideDoNoHarm) {
     CStringArray array;
-    EXPECT_EQ(array.Add(CString(L"b")), 0);
-    array.InsertAt(0, array[0], 2);
-    array.SetAtGrow(4, CString(L"e"));
+    EXPECT_EQ(array.Add(CString(L"b")) + array.Add(array[0]), 1);
     array[1] = L"x";
-    EXPECT_EQ(array.GetSize(), 5);
-    EXPECT_EQ(array.GetAt(0) + array.GetAt(1) + array.GetAt(3) + array.GetAt(4) + array.GetAt(9), L"bxe");
-    array.RemoveAt(2, 99);
-    array.Append(array);
-    EXPECT_EQ(array.GetUpperBound(), 3);
-    EXPECT_EQ(array.GetAt(2), L"b");
-
-    CStringList list;
-    const POSITION middle = list.AddTail(CString(L"m"));
-    list.AddHead(CString(L"a"));
-    list.AddTail(CString(L"z"));
-    list.InsertBefore(middle, CString(L"l"));
-    const POSITION after = list.InsertAfter(middle, CString(L"n"));
-    std::wstring row;
-    for (POSITION place = list.GetHeadPosition(); place;)
-        row += list.GetNext(place);
-    for (POSITION place = list.GetTailPosition(); place;)
-        row += list.GetPrev(place);
-    EXPECT_EQ(row, L"almnzznmla");
-    EXPECT_EQ(list.Find(CString(L"n"), middle), after);
-    EXPECT_EQ(list.Find(CString(L"m"), middle), nullptr);
-    EXPECT_EQ(list.FindIndex(5), nullptr);
-    list.RemoveAt(middle);
-    EXPECT_EQ(list.RemoveHead(), L"a");
-    EXPECT_EQ(list.RemoveTail(), L"z");
-    EXPECT_EQ(list.GetHead() + list.GetTail(), L"ln");
-    EXPECT_EQ(list.GetCount(), 2);
+    array.SetAt(0, array[1]);
+    array.SetAt(2, CString(L"y"));
+    array.SetAt(-1, CString(L"y"));
+    EXPECT_EQ(array.GetUpperBound(), 1);
+    EXPECT_EQ(array.GetAt(0) + array.GetAt(1) + array.GetAt(2) + array.GetAt(-1), L"xx");
 }

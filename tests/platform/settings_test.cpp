@@ -20,7 +20,6 @@ constexpr const wchar_t* kKey = L"Software\\QRS\\PWX\\PWXConfig";
 class SettingsTest : public testing::Test {
   protected:
     void SetUp() override { ASSERT_TRUE(settings.useFile(file, error)) << error.message; }
-    void TearDown() override { settings.useDefault(); }
 
     const Scratch scratch;
     const std::filesystem::path file = scratch / "deep/settings.ini";

@@ -103,5 +103,4 @@ TEST(CanalSettings, AreKeptPerUserAndReadAfresh) {
     ASSERT_TRUE(user.setInteger(key, L"PipeCanalElevationPrecision", 2, error));
     ASSERT_TRUE(user.setText(key, L"PipeCanalGradientDimType", L"two", error));
     EXPECT_EQ(all(), std::tuple(0.25, 2, 0, 6));
-    user.useDefault();
 }

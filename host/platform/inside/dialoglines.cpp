@@ -18,8 +18,6 @@ std::size_t partsOf(const Control& control) {
         case ControlKind::Group:
         case ControlKind::Label:
             return 0;
-        case ControlKind::Radio:
-            return control.choices.size();
         case ControlKind::List:
             return control.listKind == ListKind::None ? 0 : control.rows.size();
         default:
@@ -98,11 +96,6 @@ void addControl(Lines& lines, const Control& control) {
         case ControlKind::CheckBox:
             lines.addNumbered((control.checked ? L"[x] " : L"[ ] ") + control.caption);
             break;
-        case ControlKind::Radio:
-            if (!control.caption.empty()) lines.addPlain(control.caption);
-            for (std::size_t i = 0; i < control.choices.size(); ++i)
-                lines.addNumbered((i == control.choice ? L"(*) " : L"( ) ") + control.choices[i]);
-            break;
         case ControlKind::List:
             addList(lines, control);
             break;
@@ -129,8 +122,6 @@ std::vector<DialogItem> itemsOf(Dialog& dialog) {
 std::wstring nameOf(const DialogItem& item) {
     const Control& control = *item.control;
     switch (control.kind) {
-        case ControlKind::Radio:
-            return control.choices[item.part];
         case ControlKind::List: {
             const ListRow& row = control.rows[item.part];
             return row.cells.empty() ? std::wstring() : row.cells.front();
@@ -146,7 +137,7 @@ std::wstring nameOf(const DialogItem& item) {
 
 bool isMark(const DialogItem& item) {
     const ControlKind kind = item.control->kind;
-    return kind == ControlKind::CheckBox || kind == ControlKind::Radio || kind == ControlKind::List;
+    return kind == ControlKind::CheckBox || kind == ControlKind::List;
 }
 
 bool isMarked(const DialogItem& item) {
@@ -154,8 +145,6 @@ bool isMarked(const DialogItem& item) {
     switch (control.kind) {
         case ControlKind::CheckBox:
             return control.checked;
-        case ControlKind::Radio:
-            return control.choice == item.part;
         case ControlKind::List:
             return control.rows[item.part].chosen;
         default:

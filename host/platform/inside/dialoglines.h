@@ -9,10 +9,10 @@
 
 namespace qrs::platform {
 
-// Something that can be changed: a control, or one row or choice of it.
+// Something that can be changed: a control, or one row of it.
 struct DialogItem {
     Control* control;
-    std::size_t part = 0;  // row of a list, choice of a radio control
+    std::size_t part = 0;  // row of a list
 };
 
 // In the order of their numbers; the first one bears the number 1.

@@ -1,4 +1,4 @@
-// The temporary files being written now.
+// A list of paths, and one lock for making, forgetting and removing them.
 #include "host/platform/inside/inprogress.h"
 
 #include <mutex>

@@ -1,7 +1,6 @@
-// Message boxes, folder and file dialogs of the system, and who shows dialogs as windows.
+// Message boxes and folder dialogs of the system, and who shows dialogs as windows.
 #include <windows.h>
 
-#include <commdlg.h>
 #include <objbase.h>
 #include <shlobj.h>
 
@@ -13,9 +12,6 @@
 namespace qrs::platform {
 
 namespace {
-
-// Follows every path the system gives back.
-constexpr std::size_t kLongestPath = 32768;
 
 UINT buttonsOf(MessageButtons buttons) {
     switch (buttons) {
@@ -85,22 +81,6 @@ class WindowPresenter : public DialogPresenter {
         wchar_t path[MAX_PATH] = {};
         if (!item || !SHGetPathFromIDListW(item.get(), path)) return std::nullopt;
         return std::wstring(path);
-    }
-
-    std::optional<std::wstring> chooseFile(const FileQuestion& question) override {
-        std::wstring path = question.path;
-        path.resize(kLongestPath);
-        const std::wstring extension = question.extension.empty() ? std::wstring() : question.extension.substr(1);
-        OPENFILENAMEW info{};
-        info.lStructSize = sizeof info;
-        info.hwndOwner = GetActiveWindow();
-        info.lpstrTitle = question.title.c_str();
-        info.lpstrFile = path.data();
-        info.nMaxFile = static_cast<DWORD>(path.size());
-        info.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
-        info.Flags = OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST | (question.save ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST);
-        if (!(question.save ? GetSaveFileNameW(&info) : GetOpenFileNameW(&info))) return std::nullopt;
-        return std::wstring(path.c_str());
     }
 };
 

@@ -20,8 +20,7 @@ constexpr int kCaptionWidth = 80;
 constexpr int kButtonWidth = 72;
 constexpr int kListHeight = 120;
 constexpr int kComboDrop = 120;
-constexpr int kFirstNumber = 1000;  // of the controls; each has room for its choices
-constexpr int kNumbersEach = 1000;
+constexpr int kFirstNumber = 1000;  // of the controls
 
 // The controls of the window that stand for one control of the dialog.
 struct Shown {
@@ -30,7 +29,6 @@ struct Shown {
     int number;
     HWND label = nullptr;
     HWND window = nullptr;
-    std::vector<HWND> choices;  // of a radio control
     std::vector<std::wstring> columns;
 };
 
@@ -38,10 +36,8 @@ class DialogWindow {
   public:
     explicit DialogWindow(Dialog& dialog) : dialog_(dialog) {
         int number = kFirstNumber;
-        for (Control& control : dialog.controls()) {
-            shown_.emplace_back(&control, number);
-            number += kNumbersEach;
-        }
+        for (Control& control : dialog.controls())
+            shown_.emplace_back(&control, number++);
     }
 
     int run(HWND owner) {
@@ -88,8 +84,6 @@ class DialogWindow {
         switch (control.kind) {
             case ControlKind::Group:
                 return control.caption.empty() ? 0 : kLineHeight + kGap;
-            case ControlKind::Radio:
-                return (static_cast<int>(control.choices.size()) + 1) * (kLineHeight + kGap);
             case ControlKind::List:
                 return kLineHeight + kGap + kListHeight + kGap;
             case ControlKind::Button:
@@ -162,15 +156,6 @@ class DialogWindow {
                 one.window = make(L"BUTTON", control.caption, WS_TABSTOP | BS_AUTOCHECKBOX, kMargin, y, width,
                                   kFieldHeight, one.number);
                 break;
-            case ControlKind::Radio:
-                one.label = make(L"STATIC", control.caption, SS_LEFT | SS_NOPREFIX, kMargin, y, width, kLineHeight, -1);
-                for (std::size_t i = 0; i < control.choices.size(); ++i) {
-                    y += kLineHeight + kGap;
-                    one.choices.push_back(make(L"BUTTON", control.choices[i],
-                                               (i == 0 ? WS_GROUP | WS_TABSTOP : 0u) | BS_AUTORADIOBUTTON, 2 * kMargin,
-                                               y, width - kMargin, kLineHeight, one.number + static_cast<int>(i)));
-                }
-                break;
             case ControlKind::List:
                 one.label = make(L"STATIC", control.caption, SS_LEFT | SS_NOPREFIX, kMargin, y, width, kLineHeight, -1);
                 one.window =
@@ -221,10 +206,6 @@ class DialogWindow {
                 break;
             case ControlKind::CheckBox:
                 SendMessageW(one.window, BM_SETCHECK, control.checked ? BST_CHECKED : BST_UNCHECKED, 0);
-                break;
-            case ControlKind::Radio:
-                for (std::size_t i = 0; i < one.choices.size(); ++i)
-                    SendMessageW(one.choices[i], BM_SETCHECK, i == control.choice ? BST_CHECKED : BST_UNCHECKED, 0);
                 break;
             case ControlKind::List:
                 showList(one);
@@ -329,7 +310,7 @@ class DialogWindow {
         if (number == IDCANCEL) EndDialog(window_, kDialogCancel);
         if (number == IDOK) pressOk();
         if (filling_ || number < kFirstNumber) return;
-        const std::size_t position = static_cast<std::size_t>((number - kFirstNumber) / kNumbersEach);
+        const std::size_t position = static_cast<std::size_t>(number - kFirstNumber);
         if (position >= shown_.size()) return;
         Shown& one = shown_[position];
         Control& control = *one.control;
@@ -337,9 +318,6 @@ class DialogWindow {
             press(control);
         } else if (control.kind == ControlKind::CheckBox && notice == BN_CLICKED) {
             control.checked = SendMessageW(one.window, BM_GETCHECK, 0, 0) == BST_CHECKED;
-            changed(control);
-        } else if (control.kind == ControlKind::Radio && notice == BN_CLICKED) {
-            control.choice = static_cast<std::size_t>((number - kFirstNumber) % kNumbersEach);
             changed(control);
         } else if (control.kind == ControlKind::Combo && !control.editable && notice == CBN_SELCHANGE) {
             const LRESULT chosen = SendMessageW(one.window, CB_GETCURSEL, 0, 0);

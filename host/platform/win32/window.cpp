@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 namespace qrs::platform {
 
 void* createWindow(std::wstring_view title, void* parent) {
@@ -18,17 +20,6 @@ bool destroyWindow(void* window) {
 
 bool isWindow(void* window) {
     return IsWindow(static_cast<HWND>(window)) != 0;
-}
-
-bool setWindowTitle(void* window, std::wstring_view title) {
-    return SetWindowTextW(static_cast<HWND>(window), std::wstring(title).c_str()) != 0;
-}
-
-std::wstring windowTitle(void* window) {
-    std::wstring title(static_cast<std::size_t>(GetWindowTextLengthW(static_cast<HWND>(window))) + 1, L'\0');
-    title.resize(static_cast<std::size_t>(
-        GetWindowTextW(static_cast<HWND>(window), title.data(), static_cast<int>(title.size()))));
-    return title;
 }
 
 }  // namespace qrs::platform
