@@ -6,6 +6,7 @@
 #include "acedads.h"
 #include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
+#include "host/platform/text.h"
 
 namespace qrs::host::commands {
 
@@ -14,19 +15,13 @@ namespace {
 // Longer than any path or list of layer names that is typed.
 constexpr std::size_t kAnswerSize = 32768;
 
-std::wstring withoutBlanksAround(const std::wstring& text) {
-    const std::size_t begin = text.find_first_not_of(L" \t");
-    if (begin == std::wstring::npos) return {};
-    return text.substr(begin, text.find_last_not_of(L" \t") + 1 - begin);
-}
-
 }  // namespace
 
 std::optional<std::wstring> askText(const std::wstring& prompt, Blanks blanks) {
     std::vector<ACHAR> answer(kAnswerSize);
     const int result = acedGetString(blanks == Blanks::Kept ? 1 : 0, prompt.c_str(), answer.data(), answer.size());
     if (result != RTNORM) return std::nullopt;
-    return withoutBlanksAround(answer.data());
+    return std::wstring(platform::trimmed(std::wstring_view(answer.data())));
 }
 
 std::optional<std::wstring> askKeyword(const std::wstring& keywords, const std::wstring& prompt) {

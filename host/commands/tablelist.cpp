@@ -6,6 +6,7 @@
 #include "acedads.h"
 #include "host/editor/wildcard.h"
 #include "host/platform/codepage.h"
+#include "host/platform/text.h"
 #include "host/platform/textwidth.h"
 
 namespace qrs::host::commands {
@@ -14,11 +15,9 @@ std::vector<std::wstring> splitNames(const std::wstring& list) {
     std::vector<std::wstring> names;
     for (std::size_t begin = 0; begin <= list.size();) {
         const std::size_t end = std::min(list.find(L',', begin), list.size());
-        std::wstring name = list.substr(begin, end - begin);
+        const std::wstring_view name = platform::trimmed(std::wstring_view(list).substr(begin, end - begin));
         begin = end + 1;
-        name.erase(0, name.find_first_not_of(L' '));
-        name.erase(name.find_last_not_of(L' ') + 1);
-        if (!name.empty()) names.push_back(std::move(name));
+        if (!name.empty()) names.emplace_back(name);
     }
     return names;
 }

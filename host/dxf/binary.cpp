@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "host/dxf/tags.h"
+#include "host/platform/text.h"
 
 namespace qrs::dxf {
 
@@ -87,18 +88,10 @@ bool appendSized(std::string_view value, std::size_t size, std::string& out) {
 
 bool appendChunk(std::string_view value, std::string& out) {
     value = trimmed(value);
-    if (value.size() % 2 != 0 || value.size() > 510) return false;
-    const std::size_t before = out.size();
-    out += static_cast<char>(value.size() / 2);
-    for (std::size_t i = 0; i < value.size(); i += 2) {
-        unsigned byte = 0;
-        const auto [end, error] = std::from_chars(value.data() + i, value.data() + i + 2, byte, 16);
-        if (error != std::errc() || end != value.data() + i + 2) {
-            out.resize(before);
-            return false;
-        }
-        out += static_cast<char>(byte);
-    }
+    std::string bytes;
+    if (value.size() > 510 || !platform::appendHexBytes(value, bytes)) return false;
+    out += static_cast<char>(bytes.size());
+    out += bytes;
     return true;
 }
 
@@ -133,11 +126,7 @@ void appendValueText(const RawTag& tag, std::string& out) {
             out.append(tag.value, size);
             break;
         case ValueKind::Chunk:
-            for (const char c : textOf(tag)) {
-                const auto byte = static_cast<unsigned char>(c);
-                out += "0123456789ABCDEF"[byte >> 4];
-                out += "0123456789ABCDEF"[byte & 15];
-            }
+            out += platform::hexText(textOf(tag));
             break;
         case ValueKind::Integer8:
             appendInteger(static_cast<std::int64_t>(littleEndian(tag.value, 1)), out);

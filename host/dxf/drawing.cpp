@@ -8,18 +8,16 @@
 #include "host/dxf/text.h"
 #include "host/dxf/textform.h"
 #include "host/platform/codepage.h"
+#include "host/platform/text.h"
 
 namespace qrs::dxf {
 
 namespace {
 
-char upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
 bool sameName(std::string_view a, std::string_view b) {
-    return a.size() == b.size() &&
-           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return upper(x) == upper(y); });
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+               return platform::asciiUpper(x) == platform::asciiUpper(y);
+           });
 }
 
 }  // namespace

@@ -41,15 +41,6 @@ bool TagCursor::next(Tag& tag) {
     return false;
 }
 
-std::string_view trimmed(std::string_view value) {
-    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
-    while (!value.empty() && isBlank(value.front()))
-        value.remove_prefix(1);
-    while (!value.empty() && isBlank(value.back()))
-        value.remove_suffix(1);
-    return value;
-}
-
 namespace {
 
 // Drawings may write a plus sign, which from_chars does not take.
@@ -80,15 +71,9 @@ std::uint64_t toHandle(std::string_view value) {
     if (value.empty() || value.size() > 16) return 0;
     std::uint64_t handle = 0;
     for (const char c : value) {
-        unsigned digit = 0;
-        if (c >= '0' && c <= '9') {
-            digit = static_cast<unsigned>(c - '0');
-        } else if ((c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f')) {
-            digit = static_cast<unsigned>((c & ~0x20) - 'A') + 10;
-        } else {
-            return 0;
-        }
-        handle = handle << 4 | digit;
+        const int digit = platform::hexValue(static_cast<unsigned char>(c));
+        if (digit < 0) return 0;
+        handle = handle << 4 | static_cast<unsigned>(digit);
     }
     return handle;
 }
@@ -96,7 +81,7 @@ std::uint64_t toHandle(std::string_view value) {
 std::string handleText(std::uint64_t handle) {
     std::string text;
     do {
-        text.insert(text.begin(), "0123456789ABCDEF"[handle & 15]);
+        text.insert(text.begin(), platform::kHexDigits[handle & 15]);
         handle >>= 4;
     } while (handle != 0);
     return text;

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "host/platform/text.h"
+
 namespace qrs::dxf {
 
 // One tag as it stands in a record. The value is the bytes between the line ends, as they stand (leading blanks kept).
@@ -57,7 +59,7 @@ std::string handleText(std::uint64_t handle);
 // Shortest decimal text that reads back as the same double and always holds a '.', as drawings write reals. What is no
 // finite number has no spelling in a drawing and becomes "0.0".
 std::string realText(double value);
-// The value without leading and trailing blanks.
-std::string_view trimmed(std::string_view value);
+// Values may have blanks around them.
+using platform::trimmed;
 
 }  // namespace qrs::dxf

@@ -2,10 +2,10 @@
 #include "host/dxf/text.h"
 
 #include <array>
-#include <cstdint>
 
 #include "host/dxf/tags.h"
 #include "host/platform/codepage.h"
+#include "host/platform/text.h"
 
 namespace qrs::dxf {
 
@@ -39,18 +39,11 @@ int hexNumber(std::string_view text, std::size_t digits) {
     if (text.size() < digits) return -1;
     int number = 0;
     for (const char c : text.substr(0, digits)) {
-        const std::uint64_t digit = c == '0' ? 0 : toHandle(std::string_view(&c, 1));
-        if (digit == 0 && c != '0') return -1;
-        number = number * 16 + static_cast<int>(digit);
+        const int digit = platform::hexValue(static_cast<unsigned char>(c));
+        if (digit < 0) return -1;
+        number = number * 16 + digit;
     }
     return number;
-}
-
-bool isHighSurrogate(int unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-bool isLowSurrogate(int unit) {
-    return unit >= 0xDC00 && unit < 0xE000;
 }
 
 // The \U+XXXX at the start of a text, or a pair of them that makes one code point. The bytes it takes; 0 when there is
@@ -59,9 +52,11 @@ std::size_t unicodeEscape(std::string_view text, std::wstring& out) {
     const int unit = text.substr(0, 3) == "\\U+" ? hexNumber(text.substr(3), 4) : -1;
     if (unit < 0) return 0;
     const std::string_view rest = text.substr(7);
-    const int low = isHighSurrogate(unit) && rest.substr(0, 3) == "\\U+" ? hexNumber(rest.substr(3), 4) : -1;
-    if (isLowSurrogate(low)) {
-        platform::appendCodePoint(out, static_cast<char32_t>(0x10000 + (unit - 0xD800) * 0x400 + (low - 0xDC00)));
+    const auto high = static_cast<char32_t>(unit);
+    const bool isPair = platform::isHighSurrogate(high) && rest.substr(0, 3) == "\\U+";
+    const auto low = static_cast<char32_t>(isPair ? hexNumber(rest.substr(3), 4) : -1);
+    if (platform::isLowSurrogate(low)) {
+        platform::appendCodePoint(out, platform::joinedSurrogates(high, low));
         return 14;
     }
     out += static_cast<wchar_t>(unit);
@@ -86,9 +81,8 @@ std::size_t multibyteEscape(std::string_view text, std::wstring& out) {
 
 unsigned codePageOf(std::string_view dwgCodePage) {
     std::string name(trimmed(dwgCodePage));
-    for (char& c : name) {
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    }
+    for (char& c : name)
+        c = platform::asciiUpper(c);
     for (const NamedCodePage& known : kCodePages) {
         if (known.name == name) return known.codePage;
     }
@@ -128,24 +122,19 @@ std::string encodeText(unsigned codePage, std::wstring_view text) {
     std::string bytes;
     if (platform::encode(codePage, text, bytes)) return bytes;
     bytes.clear();
-    const auto appendEscape = [&](std::uint32_t unit) {
-        constexpr char kDigits[] = "0123456789ABCDEF";
+    const auto appendEscape = [&](char16_t unit) {
         bytes += "\\U+";
         for (int shift = 12; shift >= 0; shift -= 4)
-            bytes += kDigits[(unit >> shift) & 15];
+            bytes += platform::kHexDigits[static_cast<std::size_t>(unit >> shift) & 15];
     };
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t begin = at;
-        const auto codePoint = static_cast<std::uint32_t>(platform::nextCodePoint(text, at));
+        const char32_t codePoint = platform::nextCodePoint(text, at);
         std::string one;
-        if (platform::encode(codePage, text.substr(begin, at - begin), one)) {
+        if (platform::encode(codePage, text.substr(begin, at - begin), one))
             bytes += one;
-        } else if (codePoint < 0x10000) {
-            appendEscape(codePoint);
-        } else {
-            appendEscape(0xD800 + ((codePoint - 0x10000) >> 10));
-            appendEscape(0xDC00 + ((codePoint - 0x10000) & 0x3FF));
-        }
+        else
+            platform::forEachUtf16Unit(codePoint, appendEscape);
     }
     return bytes;
 }

@@ -6,6 +6,7 @@
 #include "aced.h"
 #include "host/platform/codepage.h"
 #include "host/platform/dialog.h"
+#include "host/platform/text.h"
 
 namespace qrs::host::ed {
 
@@ -39,10 +40,9 @@ std::wstring colorText(const AcCmColor& color) {
 
 // A whole number below 256; false for any other text.
 bool parseByte(const std::wstring& text, Adesk::UInt16& value) {
-    const std::size_t begin = text.find_first_not_of(L' ');
-    if (begin == std::wstring::npos) return false;
-    const std::wstring digits = text.substr(begin, text.find_last_not_of(L' ') + 1 - begin);
-    if (digits.size() > 3 || digits.find_first_not_of(L"0123456789") != std::wstring::npos) return false;
+    const std::wstring digits(platform::trimmed(std::wstring_view(text)));
+    if (digits.empty() || digits.size() > 3 || digits.find_first_not_of(L"0123456789") != std::wstring::npos)
+        return false;
     value = static_cast<Adesk::UInt16>(std::stoul(digits));
     return value <= kLastIndex;
 }

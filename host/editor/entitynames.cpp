@@ -5,6 +5,7 @@
 #include "host/editor/points.h"
 #include "host/editor/session.h"
 #include "host/platform/codepage.h"
+#include "host/platform/text.h"
 
 namespace qrs::host::ed {
 
@@ -12,21 +13,15 @@ namespace {
 
 constexpr wchar_t kSetOpening[] = L"<Selection set: ";
 
-std::wstring trimmed(std::wstring_view text) {
-    const std::size_t begin = text.find_first_not_of(L" \t");
-    if (begin == std::wstring_view::npos) return std::wstring();
-    return std::wstring(text.substr(begin, text.find_last_not_of(L" \t") + 1 - begin));
-}
-
 // The handle in (handent "2A7"); empty when the text is something else.
 std::wstring handleIn(const std::wstring& text) {
     constexpr std::wstring_view kFunction = L"HANDENT";
     if (text.size() < 2 || text.front() != L'(' || text.back() != L')') return std::wstring();
-    const std::wstring call = trimmed(std::wstring_view(text).substr(1, text.size() - 2));
+    const std::wstring_view call = platform::trimmed(std::wstring_view(text).substr(1, text.size() - 2));
     if (platform::foldCase(call).compare(0, kFunction.size(), kFunction) != 0) return std::wstring();
-    const std::wstring argument = trimmed(std::wstring_view(call).substr(kFunction.size()));
+    const std::wstring_view argument = platform::trimmed(call.substr(kFunction.size()));
     if (argument.size() < 3 || argument.front() != L'"' || argument.back() != L'"') return std::wstring();
-    return argument.substr(1, argument.size() - 2);
+    return std::wstring(argument.substr(1, argument.size() - 2));
 }
 
 }  // namespace

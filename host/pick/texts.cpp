@@ -4,6 +4,7 @@
 
 #include "host/dxf/classcodes.h"
 #include "host/pick/kinds.h"
+#include "host/platform/text.h"
 
 namespace qrs::host::pick {
 
@@ -16,7 +17,8 @@ constexpr double kNarrow = 0.7;
 constexpr wchar_t kFirstWide = 0x1100;
 
 double widthOf(wchar_t c) {
-    if (c >= 0xDC00 && c <= 0xDFFF) return 0.0;  // the second half of a character beyond the basic plane
+    if (platform::isLowSurrogate(static_cast<char32_t>(c)))
+        return 0.0;  // the second half of a character beyond the basic plane
     return c < kFirstWide ? kNarrow : 1.0;
 }
 

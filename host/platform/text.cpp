@@ -15,15 +15,6 @@ char32_t unitAt(std::wstring_view text, std::size_t i) {
                                 : static_cast<char32_t>(text[i]);
 }
 
-template <typename Text>
-Text withoutBlanks(Text text) {
-    while (!text.empty() && isBlank(static_cast<char32_t>(text.front())))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(static_cast<char32_t>(text.back())))
-        text.remove_suffix(1);
-    return text;
-}
-
 template <typename Map>
 std::wstring mapped(std::wstring_view text, const Map& map) {
     std::wstring result;
@@ -49,12 +40,30 @@ void appendCodePoint(std::wstring& text, char32_t codePoint) {
         text += static_cast<wchar_t>(codePoint);
 }
 
-std::string_view trimmed(std::string_view text) {
-    return withoutBlanks(text);
+std::string hexText(std::string_view bytes) {
+    std::string text;
+    text.reserve(2 * bytes.size());
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        text += kHexDigits[byte >> 4];
+        text += kHexDigits[byte & 15];
+    }
+    return text;
 }
 
-std::wstring_view trimmed(std::wstring_view text) {
-    return withoutBlanks(text);
+bool appendHexBytes(std::string_view digits, std::string& bytes) {
+    if (digits.size() % 2 != 0) return false;
+    const std::size_t before = bytes.size();
+    for (std::size_t i = 0; i < digits.size(); i += 2) {
+        const int high = hexValue(static_cast<unsigned char>(digits[i]));
+        const int low = hexValue(static_cast<unsigned char>(digits[i + 1]));
+        if (high < 0 || low < 0) {
+            bytes.resize(before);
+            return false;
+        }
+        bytes += static_cast<char>(high * 16 + low);
+    }
+    return true;
 }
 
 int compareNoCase(std::wstring_view a, std::wstring_view b) {

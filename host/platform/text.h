@@ -1,4 +1,4 @@
-// Characters and short texts: surrogate pairs, blanks, hexadecimal digits, names without regard to case.
+// Characters and short texts: surrogate pairs, blanks, ASCII letters, hexadecimal digits, names without regard to case.
 #pragma once
 
 #include <cstdint>
@@ -42,8 +42,28 @@ QRS_HOST_PORT void appendCodePoint(std::wstring& text, char32_t codePoint);
 constexpr bool isBlank(char32_t unit) {
     return unit == U' ' || unit == U'\t';
 }
-QRS_HOST_PORT std::string_view trimmed(std::string_view text);
-QRS_HOST_PORT std::wstring_view trimmed(std::wstring_view text);
+template <typename View>
+constexpr View trimmedView(View text) {
+    while (!text.empty() && isBlank(static_cast<char32_t>(text.front())))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(static_cast<char32_t>(text.back())))
+        text.remove_suffix(1);
+    return text;
+}
+constexpr std::string_view trimmed(std::string_view text) {
+    return trimmedView(text);
+}
+constexpr std::wstring_view trimmed(std::wstring_view text) {
+    return trimmedView(text);
+}
+
+// The letters A to Z alone change, in whatever code page.
+constexpr char asciiUpper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+constexpr char asciiLower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 // The digits of numbers to the base 16, capital and small.
 constexpr std::string_view kHexDigits = "0123456789ABCDEF";
@@ -55,6 +75,10 @@ constexpr int hexValue(char32_t digit) {
     if (digit >= U'a' && digit <= U'f') return static_cast<int>(digit - U'a') + 10;
     return -1;
 }
+// Two capital digits a byte.
+QRS_HOST_PORT std::string hexText(std::string_view bytes);
+// Appends the byte of each two digits. False, with nothing appended, when the text is something else.
+QRS_HOST_PORT bool appendHexBytes(std::string_view digits, std::string& bytes);
 
 // Comparison as the editor compares names: simple upper-case folding of each code point, no locale. Below, equal to or
 // above 0.

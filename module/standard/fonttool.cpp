@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "host/platform/files.h"
+#include "host/platform/text.h"
 #include "qrs_kernal.h"
 #include "standard/fontlist.h"
 #include "standard/text.h"
@@ -46,7 +47,7 @@ Names* listFor(const std::wstring& path, ShxFonts& fonts) {
         return nullptr;
     std::string word = content.substr(kindPosition, kindLength);
     for (char& character : word)
-        if (character >= 'A' && character <= 'Z') character = static_cast<char>(character - 'A' + 'a');
+        character = qrs::platform::asciiLower(character);
     for (const Kind& kind : kinds)
         if (word == kind.word) return &(fonts.*kind.list);
     return nullptr;

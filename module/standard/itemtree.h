@@ -10,6 +10,7 @@
 
 #include "afxstr.h"
 #include "host/platform/error.h"
+#include "host/platform/text.h"
 #include "standard/itemcut.h"
 
 namespace qrs::standard {
@@ -17,7 +18,7 @@ namespace qrs::standard {
 // XML carries no other control characters, no lone surrogates and no U+FFFE and U+FFFF.
 constexpr bool isXmlCharacter(char32_t c) {
     if (c < 0x20) return c == '\t' || c == '\n' || c == '\r';
-    return (c < 0xD800 || c > 0xDFFF) && c != 0xFFFE && c != 0xFFFF && c <= 0x10FFFF;
+    return !platform::isSurrogate(c) && c != 0xFFFE && c != 0xFFFF && c <= 0x10FFFF;
 }
 
 // Larger files are refused: no standard comes near, and a file that was meant for something else would fill the memory.

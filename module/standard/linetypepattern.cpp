@@ -9,6 +9,7 @@
 #include "dbsymtb.h"
 #include "host/platform/codepage.h"
 #include "host/platform/number.h"
+#include "host/platform/text.h"
 #include "standard/tabletext.h"
 
 namespace qrs::standard {
@@ -20,21 +21,15 @@ constexpr std::size_t kMostElements = 12;
 constexpr double kLengthTolerance = 0.01;
 constexpr double kSmallestPart = 1e9;  // of a drawing unit
 
-std::wstring_view trimmed(std::wstring_view text) {
-    const std::size_t begin = text.find_first_not_of(L' ');
-    if (begin == std::wstring_view::npos) return {};
-    return text.substr(begin, text.find_last_not_of(L' ') - begin + 1);
-}
-
 // "-4.5[J]": a number, after a negative one perhaps a text in brackets.
 bool readElement(std::wstring_view source, PatternElement& element) {
     const std::size_t bracket = source.find(L'[');
-    const std::wstring_view number = trimmed(source.substr(0, bracket));
+    const std::wstring_view number = platform::trimmed(source.substr(0, bracket));
     const std::optional<double> length = platform::parseReal(platform::toUtf8(number));
     if (!length || !std::isfinite(*length)) return false;
     element.length = *length;
     if (bracket == std::wstring_view::npos) return true;
-    const std::wstring_view text = trimmed(source.substr(bracket));
+    const std::wstring_view text = platform::trimmed(source.substr(bracket));
     if (element.length >= 0.0 || text.size() < 3 || text.find(L']') != text.size() - 1) return false;
     element.text = makeText(text.substr(1, text.size() - 2));
     return true;
@@ -43,7 +38,7 @@ bool readElement(std::wstring_view source, PatternElement& element) {
 // Elements lie between commas; a text may hold some.
 bool readContent(std::wstring_view content, std::vector<PatternElement>& elements) {
     elements.clear();
-    for (bool isLast = trimmed(content).empty(); !isLast;) {
+    for (bool isLast = platform::trimmed(content).empty(); !isLast;) {
         std::size_t end = content.find_first_of(L",[");
         if (end != std::wstring_view::npos && content[end] == L'[') end = content.find(L',', content.find(L']', end));
         PatternElement element;

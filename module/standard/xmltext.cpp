@@ -2,10 +2,10 @@
 #include "standard/xmltext.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <iterator>
 
 #include "host/platform/codepage.h"
+#include "host/platform/text.h"
 
 namespace qrs::standard {
 namespace {
@@ -34,41 +34,28 @@ std::string declaredEncoding(std::string_view bytes) {
     const std::size_t close = declaration.find(declaration[open], open + 1);
     if (close == std::string_view::npos) return {};
     std::string name(declaration.substr(open + 1, close - open - 1));
-    for (char& c : name) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
+    for (char& c : name)
+        c = platform::asciiLower(c);
     return name;
 }
 
-bool utf8FromUtf16(std::string_view bytes, bool bigEndian, const std::string& name, XmlText& text,
+bool utf8FromUtf16(std::string_view bytes, unsigned codePage, const std::string& name, XmlText& text,
                    platform::Error& error) {
-    const auto unit = [&](std::size_t i) {
-        const auto first = static_cast<unsigned char>(bytes[i]);
-        const auto second = static_cast<unsigned char>(bytes[i + 1]);
-        return static_cast<std::uint32_t>(bigEndian ? first << 8 | second : second << 8 | first);
-    };
     std::wstring wide;
-    std::size_t line = 1;
-    bool sound = bytes.size() % 2 == 0;
-    for (std::size_t i = 0; sound && i + 1 < bytes.size(); i += 2) {
-        std::uint32_t point = unit(i);
-        if (point >= 0xD800 && point < 0xE000) {
-            const std::uint32_t low = i + 3 < bytes.size() ? unit(i + 2) : 0;
-            sound = point < 0xDC00 && low >= 0xDC00 && low < 0xE000;
-            if (!sound) break;
-            point = 0x10000 + ((point - 0xD800) << 10) + (low - 0xDC00);
-            i += 2;
-        }
-        if (point == '\n') ++line;
-        platform::appendCodePoint(wide, static_cast<char32_t>(point));
-    }
-    if (sound) {
+    if (platform::decodeStrict(codePage, bytes, wide)) {
         text.own = platform::toUtf8(wide);
         text.utf8 = text.own;
-    } else {
-        setXmlError(error, name, line, "不是有效的 UTF-16 文本");
+        return true;
     }
-    return sound;
+    // Half a pair is the first fault, else half a unit at the end.
+    std::size_t line = 1;
+    for (std::size_t i = 0; i < wide.size();) {
+        const char32_t point = platform::nextCodePoint(wide, i);
+        if (platform::isSurrogate(point)) break;
+        if (point == U'\n') ++line;
+    }
+    setXmlError(error, name, line, "不是有效的 UTF-16 文本");
+    return false;
 }
 
 bool utf8FromCodePage(std::string_view bytes, unsigned codePage, const std::string& reason, const std::string& name,
@@ -118,11 +105,11 @@ bool readXmlText(std::string_view bytes, const std::string& name, XmlText& text,
     if (begins("\xEF\xBB\xBF"sv)) {
         return utf8FromCodePage(bytes.substr(3), platform::kUtf8, "不是有效的 utf-8 文本", name, text, error);
     }
-    if (begins("\xFF\xFE"sv)) return utf8FromUtf16(bytes.substr(2), false, name, text, error);
-    if (begins("\xFE\xFF"sv)) return utf8FromUtf16(bytes.substr(2), true, name, text, error);
+    if (begins("\xFF\xFE"sv)) return utf8FromUtf16(bytes.substr(2), platform::kUtf16Little, name, text, error);
+    if (begins("\xFE\xFF"sv)) return utf8FromUtf16(bytes.substr(2), platform::kUtf16Big, name, text, error);
     // UTF-16 without a mark shows by the zero beside its first '<'.
-    if (begins("<\0"sv)) return utf8FromUtf16(bytes, false, name, text, error);
-    if (begins("\0<"sv)) return utf8FromUtf16(bytes, true, name, text, error);
+    if (begins("<\0"sv)) return utf8FromUtf16(bytes, platform::kUtf16Little, name, text, error);
+    if (begins("\0<"sv)) return utf8FromUtf16(bytes, platform::kUtf16Big, name, text, error);
     return utf8FromDeclared(bytes, name, text, error);
 }
 

@@ -8,6 +8,7 @@
 
 #include "host/dxf/groupcodes.h"
 #include "host/objectarx/db/state.h"
+#include "host/platform/text.h"
 
 namespace qrs::host {
 
@@ -26,7 +27,8 @@ bool fitsInto(std::string_view value) {
 }
 
 bool isHex(std::string_view value) {
-    return value.size() % 2 == 0 && value.find_first_not_of("0123456789ABCDEFabcdef") == std::string_view::npos;
+    std::string bytes;
+    return platform::appendHexBytes(value, bytes);
 }
 
 bool isReadable(const dxf::Drawing& drawing, ValueKind kind, std::string_view value) {
@@ -315,10 +317,8 @@ void FieldFiler::decode(const PresentItem& present, resbuf& item) {
             item.resval.rlname[1] = 0;
             break;
         case ValueKind::Binary: {
-            const std::string digits(dxf::trimmed(value));
             binary_.clear();
-            for (std::size_t i = 0; i + 1 < digits.size(); i += 2)
-                binary_ += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
+            platform::appendHexBytes(dxf::trimmed(value), binary_);
             item.resval.rbinary.clen = static_cast<short>(binary_.size());
             item.resval.rbinary.buf = binary_.data();
             break;

@@ -1,6 +1,7 @@
 // Extended data: reading it as result buffers, and replacing one application's part of it.
 #include "host/objectarx/db/xdata.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <cwchar>
@@ -11,6 +12,7 @@
 #include "host/dxf/groupcodes.h"
 #include "host/objectarx/db/valuekind.h"
 #include "host/platform/codepage.h"
+#include "host/platform/text.h"
 
 namespace qrs::host {
 
@@ -21,11 +23,9 @@ namespace {
 constexpr std::size_t kLongestText = 255;
 constexpr std::size_t kMostBytes = 16383;
 
-char fromHex(char digit) {
-    if (digit >= '0' && digit <= '9') return static_cast<char>(digit - '0');
-    if (digit >= 'A' && digit <= 'F') return static_cast<char>(digit - 'A' + 10);
-    if (digit >= 'a' && digit <= 'f') return static_cast<char>(digit - 'a' + 10);
-    return 0;
+// What is no digit counts as zero.
+int fromHex(char digit) {
+    return std::max(platform::hexValue(static_cast<unsigned char>(digit)), 0);
 }
 
 void setBinary(ads_binary& binary, std::string_view hex) {
@@ -37,14 +37,7 @@ void setBinary(ads_binary& binary, std::string_view hex) {
 }
 
 std::string hexText(const ads_binary& binary) {
-    static const char digits[] = "0123456789ABCDEF";
-    std::string text;
-    for (short i = 0; i < binary.clen; ++i) {
-        const auto byte = static_cast<unsigned char>(binary.buf[i]);
-        text += digits[byte / 16];
-        text += digits[byte % 16];
-    }
-    return text;
+    return platform::hexText({binary.buf, static_cast<std::size_t>(std::max<short>(binary.clen, 0))});
 }
 
 // One application's data: the tags from 1001 to the next 1001.

@@ -1,5 +1,6 @@
 // A list of paths, and one lock for making, forgetting and removing them.
 #include "host/platform/inside/inprogress.h"
+#include "host/platform/text.h"
 
 #include <mutex>
 #include <random>
@@ -50,7 +51,7 @@ std::string unpredictableName() {
     std::string name;
     for (int i = 0; i < 2; ++i) {
         for (unsigned bits = source(), digit = 0; digit < 8; ++digit, bits >>= 4) {
-            name += "0123456789abcdef"[bits & 15];
+            name += kSmallHexDigits[bits & 15];
         }
     }
     return name;
