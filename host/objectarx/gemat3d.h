@@ -30,6 +30,8 @@ class QRS_HOST_PORT AcGeMatrix3d {
     // True when it keeps all angles (mirroring included): it scales every direction by scale().
     bool isUniScaledOrtho(double tolerance = 1e-9) const;
     double scale() const;
+    // Rows for columns; what undoes a turn.
+    AcGeMatrix3d transpose() const;
     double det() const;
     AcGeVector3d translation() const { return {entry[0][3], entry[1][3], entry[2][3]}; }
 

@@ -22,7 +22,6 @@ namespace {
 // --- the reference
 
 struct Reference {
-    AcDbObjectId id;
     AcDbObjectId block;
     AcGeMatrix3d toBlock;  // from the drawing's coordinates to the block's
 };
@@ -35,14 +34,6 @@ AcGeMatrix3d stretching(const AcGeScale3d& by) {
     return matrix;
 }
 
-AcGeMatrix3d transposed(const AcGeMatrix3d& matrix) {
-    AcGeMatrix3d result;
-    for (unsigned row = 0; row < 3; ++row)
-        for (unsigned column = 0; column < 3; ++column)
-            result(row, column) = matrix(column, row);
-    return result;
-}
-
 // What the reference does to its block, taken back step by step. False for scale factors that cannot be.
 bool takeBack(const AcDbBlockReference& reference, const AcGePoint3d& basePoint, AcGeMatrix3d& toBlock) {
     const AcGeScale3d scale = reference.scaleFactors();
@@ -52,7 +43,7 @@ bool takeBack(const AcDbBlockReference& reference, const AcGePoint3d& basePoint,
     toBlock = AcGeMatrix3d::translation(basePoint - origin) * stretching(back) *
               AcGeMatrix3d::rotation(-reference.rotation(), AcGeVector3d::kZAxis) *
               AcGeMatrix3d::translation(origin - reference.position()) *
-              transposed(AcGeMatrix3d::planeToWorld(reference.normal()));
+              AcGeMatrix3d::planeToWorld(reference.normal()).transpose();
     return true;
 }
 
@@ -64,7 +55,6 @@ const ACHAR* examine(AcDbObjectId id, Reference& reference) {
     const AcDbBlockTableRecordPointer block(opened->blockTableRecord(), AcDb::kForRead);
     if (block.openStatus() != Acad::eOk) return L"\n图中没有所选图块的定义！";
     if (block->isFromExternalReference() || block->isLayout()) return L"\n外部参照不能重置！";
-    reference.id = id;
     reference.block = opened->blockTableRecord();
     return takeBack(*opened.object(), block->origin(), reference.toBlock) ? nullptr
                                                                           : L"\n所选图块的比例为零，不能重置！";
@@ -127,7 +117,7 @@ AcDbObjectIdArray takeable(const AcDbObjectIdArray& chosen, const Reference& ref
         const AcDbEntityPointer entity(id, AcDb::kForRead);
         if (entity.openStatus() != Acad::eOk || liesOnLockedLayer(*entity.object()))
             ++locked;
-        else if (id == reference.id || nesting.shows(id))
+        else if (nesting.shows(id))
             ++showing;
         else
             ids.append(id);

@@ -5,7 +5,6 @@
 
 #include "dbdict.h"
 #include "dbfiler.h"
-#include "dbsymtb.h"
 #include "dbxrecrd.h"
 #include "host/drawing/entityformat.h"
 #include "host/drawing/newrecords.h"
@@ -67,6 +66,15 @@ void become(DatabaseState& state, AcDbObject& object, RecordId record) {
 }
 
 }  // namespace
+
+Acad::ErrorStatus examineNewRecord(const AcDbSymbolTable& table, const AcDbSymbolTableRecord* record,
+                                   const ACHAR*& name, const DetachedTags*& own) {
+    if (!table.database() || !table.isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (!record) return Acad::eNullObjectPointer;
+    own = OpenObjects::ownTags(*record);
+    if (record->database() || !own) return Acad::eAlreadyInDb;
+    return record->getName(name) == Acad::eOk && *name ? Acad::eOk : Acad::eInvalidInput;
+}
 
 Acad::ErrorStatus appendEntity(DatabaseState& state, AcDbEntity& entity, std::uint32_t blockId) {
     const Block* block = state.blocks().byId(blockId);

@@ -7,6 +7,7 @@
 #include "host/drawing/entityformat.h"
 #include "host/drawing/sections.h"
 #include "host/dxf/classcodes.h"
+#include "host/objectarx/db/append.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/codepage.h"
@@ -229,13 +230,11 @@ AcDbBlockTableRecord::AcDbBlockTableRecord() {
 
 Acad::ErrorStatus AcDbBlockTable::add(AcDbObjectId& recordId, AcDbBlockTableRecord* newRecord) {
     recordId.setNull();
-    DatabaseState* state = DatabaseState::of(database());
-    if (!state || !isWriteEnabled()) return Acad::eNotOpenForWrite;
-    if (!newRecord) return Acad::eNullObjectPointer;
-    const qrs::host::DetachedTags* own = qrs::host::OpenObjects::ownTags(*newRecord);
-    if (newRecord->database() || !own) return Acad::eAlreadyInDb;
     const ACHAR* name = nullptr;
-    if (newRecord->getName(name) != Acad::eOk || !*name) return Acad::eInvalidInput;
+    const qrs::host::DetachedTags* own = nullptr;
+    const Acad::ErrorStatus status = qrs::host::examineNewRecord(*this, newRecord, name, own);
+    if (status != Acad::eOk) return status;
+    DatabaseState* state = DatabaseState::of(database());
     if (state->blocks().find(name)) return Acad::eDuplicateRecordName;
     qrs::platform::recordCall("AcDbSymbolTable::add", "BLOCK_RECORD", name);
     state->objects().adopt(*newRecord, state->addBlock(*own, name));

@@ -84,6 +84,14 @@ AcGePoint3d AcGeMatrix3d::operator*(const AcGePoint3d& point) const {
     return {turned.x + entry[0][3], turned.y + entry[1][3], turned.z + entry[2][3]};
 }
 
+AcGeMatrix3d AcGeMatrix3d::transpose() const {
+    AcGeMatrix3d result;
+    for (unsigned row = 0; row < 4; ++row)
+        for (unsigned column = 0; column < 4; ++column)
+            result.entry[row][column] = entry[column][row];
+    return result;
+}
+
 double AcGeMatrix3d::det() const {
     const AcGeVector3d x = *this * AcGeVector3d::kXAxis;
     const AcGeVector3d y = *this * AcGeVector3d::kYAxis;

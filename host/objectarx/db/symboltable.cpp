@@ -4,6 +4,7 @@
 #include "acutads.h"
 #include "dbsymtb.h"
 #include "host/dxf/groupcodes.h"
+#include "host/objectarx/db/append.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/codepage.h"
@@ -157,13 +158,11 @@ bool AcDbSymbolTable::has(const ACHAR* name) const {
 
 Acad::ErrorStatus AcDbSymbolTable::addRecord(AcDbObjectId& recordId, AcDbSymbolTableRecord* newRecord) {
     recordId.setNull();
-    DatabaseState* state = DatabaseState::of(database());
-    if (!state || !isWriteEnabled()) return Acad::eNotOpenForWrite;
-    if (!newRecord) return Acad::eNullObjectPointer;
-    const qrs::host::DetachedTags* own = qrs::host::OpenObjects::ownTags(*newRecord);
-    if (newRecord->database() || !own) return Acad::eAlreadyInDb;
     const ACHAR* name = nullptr;
-    if (newRecord->getName(name) != Acad::eOk || !*name) return Acad::eInvalidInput;
+    const qrs::host::DetachedTags* own = nullptr;
+    const Acad::ErrorStatus status = qrs::host::examineNewRecord(*this, newRecord, name, own);
+    if (status != Acad::eOk) return status;
+    DatabaseState* state = DatabaseState::of(database());
     const TableKind kind = qrs::host::tableKindOf(record());
     if (state->tables().find(kind, name) != dxf::kNoRecord) return Acad::eDuplicateRecordName;
     qrs::platform::recordCall("AcDbSymbolTable::add", qrs::host::tableFormat(kind).name, name);

@@ -177,20 +177,12 @@ bool isTranslation(const AcGeMatrix3d& matrix) {
     return true;
 }
 
-AcGeMatrix3d transposed(const AcGeMatrix3d& turn) {
-    AcGeMatrix3d result;
-    for (unsigned row = 0; row < 3; ++row)
-        for (unsigned column = 0; column < 3; ++column)
-            result(row, column) = turn(column, row);
-    return result;
-}
-
 // A transformation as one entity's plane meets it. A mirrored plane is looked at from its other side, so that angles
 // and bulges keep their sense.
 struct Motion {
     Motion(const AcGeMatrix3d& matrix, const AcGeVector3d& oldNormal) : world(matrix), normal(oldNormal) {
         if (isTranslation(matrix)) {
-            plane = AcGeMatrix3d::translation(transposed(AcGeMatrix3d::planeToWorld(oldNormal)) * matrix.translation());
+            plane = AcGeMatrix3d::translation(AcGeMatrix3d::planeToWorld(oldNormal).transpose() * matrix.translation());
             return;
         }
         isMirrored = matrix.det() < 0.0;
@@ -200,7 +192,7 @@ struct Motion {
         if (isMirrored) normal = -normal;
         for (unsigned axis = 0; axis < 3; ++axis)
             if (std::fabs(normal[axis]) < 1e-14) normal[axis] = 0.0;
-        plane = transposed(AcGeMatrix3d::planeToWorld(normal)) * matrix * AcGeMatrix3d::planeToWorld(oldNormal);
+        plane = AcGeMatrix3d::planeToWorld(normal).transpose() * matrix * AcGeMatrix3d::planeToWorld(oldNormal);
         angle = std::atan2(plane(1, 0), plane(0, 0)) * platform::kDegreesPerRadian;
         if (std::fabs(angle) < 1e-12) angle = 0.0;
     }
