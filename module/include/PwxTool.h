@@ -148,7 +148,7 @@ QRS_PIPE_PORT void SplitText(const CString& text, const CString& delimiters, CSt
 // character without a place there counts as "?", for one outside the basic plane two of them. A full-width question
 // mark in the pattern is a "?". Without caseSensitive the bytes of "A" to "Z" equal those of "a" to "z", also where
 // they are the second half of a character. What stands between two "*" is met at its leftmost place, and no other is
-// tried. The time grows with the length of the text times that of the pattern's longest part in words of 64 bytes.
+// tried. The time grows with the length of the text times, at worst, that of the pattern's longest part.
 QRS_PIPE_PORT bool MatchingString(const CString& text, const CString& pattern, bool caseSensitive);
 
 // The same with patterns separated by commas. matchAll other than 0: whether all fit, empty ones too (which only an

@@ -1,14 +1,13 @@
 // Wildcard patterns over the bytes of the ANSI code page.
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <cstdio>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "afx.h"
 #include "host/platform/codepage.h"
+#include "host/platform/text.h"
 #include "PwxTool.h"
 
 namespace {
@@ -55,55 +54,17 @@ std::string convertedPattern(const CString& pattern) {
 // Bytes alone: the second half of a character may be a letter, and is folded too. Patterns in use count on it.
 void foldBytes(std::string& bytes) {
     for (char& byte : bytes)
-        if (byte >= 'A' && byte <= 'Z') byte = static_cast<char>(byte - 'A' + 'a');
+        byte = platform::asciiLower(byte);
+}
+
+bool fits(char byte, char wanted) {
+    return wanted == kAnyByte || wanted == byte;
 }
 
 bool fitsAt(std::string_view text, std::string_view segment) {
-    for (std::size_t i = 0; i < segment.size(); ++i)
-        if (segment[i] != kAnyByte && segment[i] != text[i]) return false;
-    return true;
+    return std::equal(segment.begin(), segment.end(), text.begin(),
+                      [](char wanted, char byte) { return fits(byte, wanted); });
 }
-
-// The leftmost place of a segment, searched with a set of all its beginnings that fit so far, one bit each. A search
-// that falls back by a table of borders would miss places: with "?" what fits a part of the segment need not fit
-// another one. The set takes a word for every 64 bytes of the segment, whatever the text holds.
-class SegmentSearch {
-  public:
-    explicit SegmentSearch(std::string_view segment)
-        : length_(segment.size()), words_((length_ + kBits - 1) / kBits), fits_(kBytes * words_), begun_(words_) {
-        for (std::size_t i = 0; i < length_; ++i) {
-            const std::uint64_t bit = std::uint64_t{1} << i % kBits;
-            for (std::size_t byte = 0; byte < kBytes; ++byte)
-                if (segment[i] == kAnyByte || static_cast<unsigned char>(segment[i]) == byte)
-                    fits_[byte * words_ + i / kBits] |= bit;
-        }
-    }
-
-    // The end of the first place of the segment in the text; npos when there is none.
-    std::size_t endIn(std::string_view text) {
-        const std::uint64_t whole = std::uint64_t{1} << (length_ - 1) % kBits;
-        for (std::size_t i = 0; i < text.size(); ++i) {
-            const std::uint64_t* fits = &fits_[static_cast<unsigned char>(text[i]) * words_];
-            std::uint64_t carry = 1;
-            for (std::size_t word = 0; word < words_; ++word) {
-                const std::uint64_t next = begun_[word] >> (kBits - 1);
-                begun_[word] = (begun_[word] << 1 | carry) & fits[word];
-                carry = next;
-            }
-            if ((begun_.back() & whole) != 0) return i + 1;
-        }
-        return std::string_view::npos;
-    }
-
-  private:
-    static constexpr std::size_t kBits = 64;
-    static constexpr std::size_t kBytes = 256;
-
-    std::size_t length_;
-    std::size_t words_;
-    std::vector<std::uint64_t> fits_;  // of each byte: the places of the segment it fits
-    std::vector<std::uint64_t> begun_;
-};
 
 // Neither is folded any more. Segments take the leftmost place they fit and are never tried at another.
 bool matches(std::string_view text, std::string_view pattern) {
@@ -120,9 +81,10 @@ bool matches(std::string_view text, std::string_view pattern) {
         const std::string_view segment = pattern.substr(begin, star - begin);
         if (segment.size() > text.size()) return false;
         if (star == std::string_view::npos) return fitsAt(text.substr(text.size() - segment.size()), segment);
-        const std::size_t end = SegmentSearch(segment).endIn(text);
-        if (end == std::string_view::npos) return false;
-        text.remove_prefix(end);
+        // Texts are names: a search that prepares a table for each segment costs more than it saves.
+        const auto found = std::search(text.begin(), text.end(), segment.begin(), segment.end(), fits);
+        if (found == text.end()) return false;
+        text.remove_prefix(static_cast<std::size_t>(found - text.begin()) + segment.size());
     }
 }
 
