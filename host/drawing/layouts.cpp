@@ -2,6 +2,7 @@
 #include "host/drawing/layouts.h"
 
 #include "host/dxf/classcodes.h"
+#include "host/dxf/recordwalk.h"
 
 namespace qrs::host {
 
@@ -10,12 +11,9 @@ namespace {
 // The plot settings come first in the object; both halves have a name and an owner.
 Layout readLayout(const dxf::Drawing& drawing, const BlockIndex& blocks, dxf::RecordId id) {
     Layout layout{{}, nullptr, 0};
-    dxf::TagCursor cursor = drawing.tags(id);
-    dxf::Tag tag;
-    bool isOwn = false;
-    while (cursor.next(tag) && !dxf::isXdataCode(tag.code)) {
-        if (tag.code == dxf::codes::kSubclass) isOwn = dxf::trimmed(tag.value) == "AcDbLayout";
-        if (!isOwn) continue;
+    dxf::RecordWalk walk(drawing.tags(id));
+    for (dxf::Tag tag; walk.next(tag) && walk.part() != dxf::Part::Xdata;) {
+        if (!walk.isOwn() || walk.section() != "AcDbLayout") continue;
         if (tag.code == dxf::codes::kText) layout.name = drawing.decode(tag.value);
         if (tag.code == dxf::codes::layout::kTab) layout.tab = static_cast<int>(dxf::toInteger(tag.value));
         if (tag.code == dxf::codes::layout::kBlock)

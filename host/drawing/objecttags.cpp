@@ -1,7 +1,7 @@
 // The tags of one object.
 #include "host/drawing/objecttags.h"
 
-#include "host/dxf/groupcodes.h"
+#include "host/dxf/recordwalk.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host {
@@ -25,35 +25,31 @@ constexpr CodeFormat kEntityCodes[] = {
     {codes::kTransparency, Version::R2004},
 };
 
+// Walks the tags of a part, those in groups too; visitor(walk, tag) returns false to stop.
+template <typename Visit>
+void visitPart(std::string_view record, ObjectTags::Part part, Visit&& visitor) {
+    dxf::RecordWalk walk{dxf::TagCursor(record)};
+    for (dxf::Tag tag; walk.next(tag) && walk.part() <= dxf::Part::Group;) {
+        const bool isEnd = part == ObjectTags::Part::Common && walk.isOwn() && tag.code == codes::kSubclass &&
+                           walk.section() != "AcDbEntity";
+        if (isEnd || !visitor(walk, tag)) return;
+    }
+}
+
 // Passes the tags that belong to an object itself to a visitor: visitor(tag) returns false to stop.
 template <typename Visit>
 void visitOwn(std::string_view record, ObjectTags::Part part, Visit&& visitor) {
-    dxf::TagCursor cursor(record);
-    dxf::Tag tag;
-    bool inGroup = false;
-    while (cursor.next(tag)) {
-        if (tag.code >= codes::kFirstXdata) return;
-        if (tag.code == codes::kGroup) {
-            inGroup = !inGroup && !dxf::trimmed(tag.value).empty() && dxf::trimmed(tag.value).front() == '{';
-            continue;
-        }
-        if (inGroup) continue;
-        if (part == ObjectTags::Part::Common && tag.code == codes::kSubclass && dxf::trimmed(tag.value) != "AcDbEntity")
-            return;
-        if (!visitor(tag)) return;
-    }
+    visitPart(record, part,
+              [&](const dxf::RecordWalk& walk, const dxf::Tag& tag) { return !walk.isOwn() || visitor(tag); });
 }
 
 // Where the tags of a record's part end.
 std::uint32_t endOfPart(std::string_view record, ObjectTags::Part part) {
-    dxf::TagCursor cursor(record);
-    dxf::Tag tag;
     std::uint32_t end = 0;
-    while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
-        if (part == ObjectTags::Part::Common && tag.code == codes::kSubclass && dxf::trimmed(tag.value) != "AcDbEntity")
-            break;
+    visitPart(record, part, [&](const dxf::RecordWalk&, const dxf::Tag& tag) {
         end = tag.end;
-    }
+        return true;
+    });
     return end;
 }
 

@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "host/drawing/objecttags.h"
-#include "host/dxf/groupcodes.h"
+#include "host/dxf/recordwalk.h"
 
 namespace qrs::host::pick {
 
@@ -19,15 +19,9 @@ void Entity::read(const dxf::Drawing& drawing, dxf::RecordId id) {
     drawing_ = &drawing;
     id_ = id;
     fields_.clear();
-    dxf::TagCursor cursor = drawing.tags(id);
-    dxf::Tag tag;
-    bool inGroup = false;
-    while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
-        if (tag.code == codes::kGroup)
-            inGroup = !dxf::trimmed(tag.value).empty() && dxf::trimmed(tag.value).front() == '{';
-        else if (!inGroup)
-            fields_.push_back({tag.code, tag.value});
-    }
+    dxf::RecordWalk walk(drawing.tags(id));
+    for (dxf::Tag tag; walk.next(tag) && walk.part() != dxf::Part::Xdata;)
+        if (walk.isOwn()) fields_.push_back({tag.code, tag.value});
 }
 
 const Entity::Field* Entity::find(int code) const {

@@ -62,12 +62,9 @@ namespace {
 
 // The tags of a layout after those of its plot settings, which have codes in common with it.
 bool findLayoutTag(const DatabaseState& state, dxf::RecordId record, int code, dxf::Tag& found) {
-    dxf::TagCursor cursor = state.drawing().tags(record);
-    bool isOwn = false;
-    while (cursor.next(found) && found.code < codes::kFirstXdata) {
-        if (found.code == codes::kSubclass) isOwn = dxf::trimmed(found.value) == "AcDbLayout";
-        if (isOwn && found.code == code) return true;
-    }
+    dxf::RecordWalk walk(state.drawing().tags(record));
+    while (walk.next(found) && walk.part() != dxf::Part::Xdata)
+        if (found.code == code && walk.isOwn() && walk.section() == "AcDbLayout") return true;
     return false;
 }
 

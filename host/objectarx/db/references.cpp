@@ -4,7 +4,7 @@
 
 #include "dbmain.h"
 #include "host/drawing/entityformat.h"
-#include "host/dxf/classcodes.h"
+#include "host/dxf/references.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/codepage.h"
 
@@ -16,12 +16,6 @@ using dxf::kNoRecord;
 using dxf::RecordId;
 using dxf::RecordKind;
 namespace codes = dxf::codes;
-
-// Group codes whose handle is one that the object needs: hard pointers and hard owners.
-bool isHardCode(int code) {
-    return (code >= 340 && code <= 349) || (code >= 360 && code <= 369) || (code >= 390 && code <= 399) ||
-           code == 480 || code == 481;
-}
 
 bool isEntityKind(RecordKind kind) {
     return kind == RecordKind::Entity || kind == RecordKind::Block || kind == RecordKind::EndBlock;
@@ -97,12 +91,13 @@ class ReferenceCounter {
 
     void countTags(NamedTable namedTable) {
         type_ = drawing_.typeNameOf(current_);
-        const bool isViewport = type_ == "VIEWPORT";
+        dxf::ReferencePlace place(type_);
         dxf::TagCursor cursor = drawing_.tags(current_);
-        dxf::Tag tag;
-        while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
-            if (isHardCode(tag.code)) {
-                if (!handles_.empty() && !(isViewport && tag.code == codes::viewport::kHardFrozenLayer))
+        for (dxf::Tag tag; cursor.next(tag);) {
+            const dxf::ReferenceRule* rule = place.pass(tag.code, tag.value);
+            if (place.place().part() == dxf::Part::Xdata) return;
+            if (dxf::isHard(dxf::referenceOf(tag.code))) {
+                if (rule && !rule->isDoneWithout && !handles_.empty())
                     tell(handles_.find(dxf::toHandle(tag.value)), handles_);
                 continue;
             }
