@@ -14,6 +14,10 @@ using dxf::RecordId;
 using dxf::RecordKind;
 namespace codes = dxf::codes;
 
+bool isLogicalLinetype(std::wstring_view name) {
+    return platform::compareNoCase(name, L"ByLayer") == 0 || platform::compareNoCase(name, L"ByBlock") == 0;
+}
+
 bool SymbolTables::kindOf(RecordId record, TableKind& kind) const {
     const dxf::Record& entry = drawing_.record(record);
     if (entry.kind != RecordKind::TableRecord) return false;

@@ -10,6 +10,9 @@
 
 namespace qrs::host {
 
+// "ByLayer" and "ByBlock" need no record: old drawings have none for them.
+bool isLogicalLinetype(std::wstring_view name);
+
 // Speaks of the tables that have records of their own; blocks are found through BlockIndex.
 class SymbolTables {
   public:
