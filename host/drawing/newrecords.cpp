@@ -23,9 +23,7 @@ NewRecords::Spelling NewRecords::spell(const DetachedTags& own, std::string_view
         std::wstring text = platform::fromUtf8(value);
         if (const NamingTag* naming = namingTag(dxfName, code)) {
             const std::uint32_t named = contents_.ids().find(naming->table, text);
-            const bool isLogical = code == codes::kLinetype && (platform::compareNoCase(text, L"ByLayer") == 0 ||
-                                                                platform::compareNoCase(text, L"ByBlock") == 0);
-            if (named == kNoRecord && !isLogical) {
+            if (named == kNoRecord && (naming->table != TableKind::Linetype || !isLogicalLinetype(text))) {
                 // Where nothing else is said, a text has the standard style, defined or not.
                 if (naming->table == TableKind::TextStyle && platform::compareNoCase(text, L"Standard") == 0) continue;
                 return code == codes::kLayer ? Spelling::UnknownLayer : Spelling::UnknownName;
@@ -73,6 +71,66 @@ RecordId NewRecords::addEntity(const std::string& dxfName, const Block& block, c
     const RecordId head = block.space == Space::None ? block.head : ensureSection(drawing_, "ENTITIES");
     return drawing_.insertRecord(drawing_.endOf(head), RecordKind::Entity, tags);
 }
+
+// --- blocks
+
+std::wstring NewRecords::freeName(std::wstring_view wanted) const {
+    if (platform::compareNoCase(wanted, L"*U") != 0) return std::wstring(wanted);
+    for (std::size_t i = 1;; ++i)
+        if (std::wstring candidate = L"*U" + std::to_wstring(i); !contents_.blocks().find(candidate)) return candidate;
+}
+
+// Old drawings may have handles on other records alone.
+bool NewRecords::blocksHaveHandles() const {
+    bool haveHandles = drawing_.hasHandles();
+    for (const Block& block : contents_.blocks().blocks())
+        if (drawing_.version() < dxf::Version::R13 && block.head != kNoRecord)
+            haveHandles = drawing_.record(block.head).handle != 0;
+    return haveHandles;
+}
+
+std::vector<dxf::NewTag> NewRecords::blockTags(const char* type, std::uint64_t owner, const char* mark,
+                                               bool hasHandle) const {
+    std::vector<dxf::NewTag> tags{{codes::kType, type}};
+    if (hasHandle) tags.push_back({codes::kHandle, dxf::handleText(drawing_.newHandle())});
+    if (owner != 0 && drawing_.version() >= dxf::kFirstWithOwners)
+        tags.push_back({codes::kOwner, dxf::handleText(owner)});
+    const bool hasMarks = drawing_.version() >= dxf::kFirstWithSubclasses;
+    if (hasMarks) tags.push_back({codes::kSubclass, "AcDbEntity"});
+    tags.push_back({codes::kLayer, "0"});
+    if (hasMarks) tags.push_back({codes::kSubclass, mark});
+    return tags;
+}
+
+std::uint32_t NewRecords::addBlock(const DetachedTags& own, std::wstring_view wantedName) {
+    const std::wstring name = freeName(wantedName);
+    const bool hasTable = drawing_.version() >= dxf::Version::R13;
+    const bool haveHandles = blocksHaveHandles();
+    RecordId record = kNoRecord;
+    if (hasTable) {
+        record = contents_.tables().add(
+            TableKind::Block, {&tableFormat(TableKind::Block).record, {{codes::kName, platform::toUtf8(name)}}});
+    }
+    const std::uint64_t owner = record == kNoRecord ? 0 : drawing_.record(record).handle;
+    const RecordId end = drawing_.endOf(ensureSection(drawing_, "BLOCKS"));
+    const std::string spelled = writeText(drawing_, name);
+    std::vector<dxf::NewTag> tags = blockTags("BLOCK", owner, "AcDbBlockBegin", haveHandles);
+    tags.push_back({codes::kName, spelled});
+    tags.push_back({codes::kFlags, name.front() == L'*' ? "1" : "0"});
+    for (const int code : {codes::kPoint, codes::yOf(codes::kPoint), codes::zOf(codes::kPoint)}) {
+        const auto found =
+            std::find_if(own.tags.begin(), own.tags.end(), [&](const auto& tag) { return tag.code == code; });
+        tags.push_back({code, found == own.tags.end() ? "0.0" : found->value});
+    }
+    tags.push_back({codes::block::kSecondName, spelled});
+    if (hasTable) tags.push_back({codes::block::kPath, ""});
+    const RecordId head = drawing_.insertRecord(end, RecordKind::Block, tags);
+    drawing_.insertRecord(end, RecordKind::EndBlock, blockTags("ENDBLK", owner, "AcDbBlockEnd", haveHandles));
+    contents_.came(head);
+    return record == kNoRecord ? head : record;
+}
+
+// --- objects
 
 RecordId NewRecords::addObject(const std::string& dxfName, std::uint64_t owner,
                                const std::vector<dxf::NewTag>& content) {

@@ -21,12 +21,19 @@ class NewRecords {
     // Puts an entity after the others of a block. own: spelled tags; fields: those of the class of an application.
     dxf::RecordId addEntity(const std::string& dxfName, const Block& block, const std::vector<dxf::NewTag>& own,
                             const std::vector<dxf::NewTag>& fields);
+    // A new block, empty: its record, where drawings have a table of them, and its definition. own: its base point.
+    // "*U" becomes "*U7", with a number nobody has. The block's id: its record's, else its definition's.
+    std::uint32_t addBlock(const DetachedTags& own, std::wstring_view wantedName);
     // Puts an object that is no entity after the others. owner: a handle.
     dxf::RecordId addObject(const std::string& dxfName, std::uint64_t owner, const std::vector<dxf::NewTag>& content);
     // The dictionary all others lie under, made when the drawing has none; kNoRecord in one older than AC1012.
     dxf::RecordId ensureRootDictionary();
 
   private:
+    std::wstring freeName(std::wstring_view wanted) const;
+    bool blocksHaveHandles() const;
+    // The tags that the head and the end of a block's definition begin with.
+    std::vector<dxf::NewTag> blockTags(const char* type, std::uint64_t owner, const char* mark, bool hasHandle) const;
     void addCommonTags(const std::vector<dxf::NewTag>& own, const Block& block, std::vector<dxf::NewTag>& tags) const;
     void addOwnTags(const std::vector<dxf::NewTag>& own, const RecordFormat& format,
                     std::vector<dxf::NewTag>& tags) const;

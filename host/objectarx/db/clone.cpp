@@ -5,8 +5,10 @@
 #include "dbidmap.h"
 #include "dbsymtb.h"
 #include "host/drawing/entityformat.h"
+#include "host/drawing/newrecords.h"
 #include "host/drawing/sections.h"
 #include "host/dxf/classcodes.h"
+#include "host/dxf/recordwalk.h"
 #include "host/objectarx/db/append.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/callrecord.h"
@@ -22,10 +24,6 @@ namespace codes = dxf::codes;
 namespace {
 
 constexpr int kAttributesBit = 2;
-
-bool isPointer(int code) {
-    return (code >= 320 && code <= 369) || (code >= 390 && code <= 399) || code == 480 || code == 481 || code == 1005;
-}
 
 // Writes the copies of some entities of one drawing.
 class Cloner {
@@ -72,35 +70,23 @@ class Cloner {
     // Everything the original says but whose it is, where it lies, and what hangs on it.
     std::vector<dxf::NewTag> tagsOf(RecordId id) const {
         std::vector<dxf::NewTag> tags;
-        dxf::TagCursor cursor = drawing_.tags(id);
-        dxf::Tag tag;
-        bool inGroup = false;
-        bool isHead = true;  // before the first subclass mark
-        bool isFirstLayer = true;
-        while (cursor.next(tag)) {
-            const std::string_view value = dxf::trimmed(tag.value);
-            if (tag.code == codes::kGroup && !value.empty() && value.front() == '{')
-                inGroup = value == "{ACAD_XDICTIONARY" || value == "{ACAD_REACTORS";
-            if (inGroup) {
-                if (tag.code == codes::kGroup && value == "}") inGroup = false;
-                continue;
-            }
-            if (tag.code == codes::kPaperSpace || tag.code == codes::kLayout) {
-                if (tag.code == codes::kPaperSpace || isFirstLayer) continue;
-            }
-            if (tag.code == codes::kLayer && isFirstLayer) {
+        bool hasLayer = false;
+        dxf::RecordWalk walk(drawing_.tags(id));
+        for (dxf::Tag tag; walk.next(tag);) {
+            if (walk.group() == "ACAD_XDICTIONARY" || walk.group() == "ACAD_REACTORS") continue;
+            if (walk.isOwn() && tag.code == codes::kPaperSpace) continue;
+            if (walk.isOwn() && tag.code == codes::kLayout && !hasLayer) continue;
+            if (walk.isOwn() && tag.code == codes::kLayer && !hasLayer) {
                 if (block_.space == Space::Paper) tags.push_back({codes::kPaperSpace, "     1"});
-                isFirstLayer = false;
+                hasLayer = true;
             }
-            if (tag.code == codes::kHandle || isPointer(tag.code)) {
-                std::string handle = mapped(tag.value);
-                const bool isOwner = tag.code == codes::kOwner && isHead && handle == tag.value && blockHandle_ != 0;
-                if (isOwner) handle = dxf::handleText(blockHandle_);
-                tags.push_back({tag.code, handle});
-            } else {
-                tags.push_back({tag.code, std::string(tag.value)});
+            std::string value(tag.value);
+            if (tag.code == codes::kHandle || dxf::isToOther(dxf::referenceOf(tag.code))) {
+                value = mapped(tag.value);
+                const bool isOwner = tag.code == codes::kOwner && walk.isOwn() && walk.sections() == 0;
+                if (isOwner && value == tag.value && blockHandle_ != 0) value = dxf::handleText(blockHandle_);
             }
-            if (tag.code == codes::kSubclass) isHead = false;
+            tags.push_back({tag.code, std::move(value)});
         }
         return tags;
     }
@@ -150,65 +136,6 @@ Acad::ErrorStatus DatabaseState::clone(const AcDbObjectIdArray& ids, AcDbObjectI
     return Acad::eOk;
 }
 
-// --- new blocks
-
-namespace {
-
-std::vector<dxf::NewTag> blockTags(DatabaseState& state, const char* type, std::uint64_t owner, const char* mark,
-                                   bool hasHandle) {
-    dxf::Drawing& drawing = state.drawing();
-    std::vector<dxf::NewTag> tags{{codes::kType, type}};
-    if (hasHandle) tags.push_back({codes::kHandle, dxf::handleText(drawing.newHandle())});
-    if (owner != 0 && drawing.version() >= dxf::kFirstWithOwners)
-        tags.push_back({codes::kOwner, dxf::handleText(owner)});
-    const bool hasMarks = drawing.version() >= dxf::kFirstWithSubclasses;
-    if (hasMarks) tags.push_back({codes::kSubclass, "AcDbEntity"});
-    tags.push_back({codes::kLayer, "0"});
-    if (hasMarks) tags.push_back({codes::kSubclass, mark});
-    return tags;
-}
-
-// "*U" becomes "*U7", with a number nobody has.
-std::wstring freeName(const BlockIndex& blocks, const std::wstring& name) {
-    if (platform::compareNoCase(name, L"*U") != 0) return name;
-    for (std::size_t i = 1;; ++i)
-        if (std::wstring candidate = L"*U" + std::to_wstring(i); !blocks.find(candidate)) return candidate;
-}
-
-}  // namespace
-
-// The block's id: its record's where drawings have a table of them, else its definition's.
-std::uint32_t DatabaseState::addBlock(const DetachedTags& own, std::wstring_view wantedName) {
-    const std::wstring name = freeName(blocks(), std::wstring(wantedName));
-    const bool hasTable = drawing_->version() >= dxf::Version::R13;
-    bool hasHandle = drawing_->hasHandles();
-    // Old drawings may have handles on other records alone.
-    for (const Block& block : blocks().blocks())
-        if (!hasTable && block.head != kNoRecord) hasHandle = drawing_->record(block.head).handle != 0;
-    RecordId record = kNoRecord;
-    if (hasTable) {
-        record = tables().add(TableKind::Block,
-                              {&tableFormat(TableKind::Block).record, {{codes::kName, platform::toUtf8(name)}}});
-    }
-    const std::uint64_t owner = record == kNoRecord ? 0 : drawing_->record(record).handle;
-    const RecordId end = drawing_->endOf(ensureSection(*drawing_, "BLOCKS"));
-    const std::string spelled = writeText(*drawing_, name);
-    std::vector<dxf::NewTag> tags = blockTags(*this, "BLOCK", owner, "AcDbBlockBegin", hasHandle);
-    tags.push_back({codes::kName, spelled});
-    tags.push_back({codes::kFlags, name.front() == L'*' ? "1" : "0"});
-    for (const int code : {codes::kPoint, codes::yOf(codes::kPoint), codes::zOf(codes::kPoint)}) {
-        const auto found =
-            std::find_if(own.tags.begin(), own.tags.end(), [&](const auto& tag) { return tag.code == code; });
-        tags.push_back({code, found == own.tags.end() ? "0.0" : found->value});
-    }
-    tags.push_back({codes::block::kSecondName, spelled});
-    if (hasTable) tags.push_back({codes::block::kPath, ""});
-    const RecordId head = drawing_->insertRecord(end, RecordKind::Block, tags);
-    drawing_->insertRecord(end, RecordKind::EndBlock, blockTags(*this, "ENDBLK", owner, "AcDbBlockEnd", hasHandle));
-    contents_->came(head);
-    return record == kNoRecord ? head : record;
-}
-
 }  // namespace qrs::host
 
 using qrs::host::DatabaseState;
@@ -237,7 +164,7 @@ Acad::ErrorStatus AcDbBlockTable::add(AcDbObjectId& recordId, AcDbBlockTableReco
     DatabaseState* state = DatabaseState::of(database());
     if (state->blocks().find(name)) return Acad::eDuplicateRecordName;
     qrs::platform::recordCall("AcDbSymbolTable::add", "BLOCK_RECORD", name);
-    state->objects().adopt(*newRecord, state->addBlock(*own, name));
+    state->objects().adopt(*newRecord, qrs::host::NewRecords(state->contents()).addBlock(*own, name));
     recordId = newRecord->objectId();
     return Acad::eOk;
 }

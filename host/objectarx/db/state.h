@@ -58,8 +58,6 @@ class DatabaseState {
 
     // Copies entities into a block, see AcDbDatabase::deepCloneObjects.
     Acad::ErrorStatus clone(const AcDbObjectIdArray& ids, AcDbObjectId owner, AcDbIdMapping& idMap);
-    // A new block, empty; its base point stands in the own tags.
-    std::uint32_t addBlock(const DetachedTags& own, std::wstring_view wantedName);
     Eraser& eraser() { return *eraser_; }
     Acad::ErrorStatus erase(std::uint32_t object, bool erasing);
 
