@@ -257,8 +257,10 @@ class QRS_HOST_PORT AcDbDatabase : public AcRxObject {
     // eInvalidInput unless positive.
     Acad::ErrorStatus setLtscale(double scale);
 
+    // What the host keeps for it; nothing that plug-ins could use.
+    qrs::host::DatabaseState* hostState() const { return state_.get(); }
+
   private:
-    friend class qrs::host::DatabaseState;
     std::unique_ptr<qrs::host::DatabaseState> state_;
 };
 

@@ -25,7 +25,7 @@ class DatabaseState {
     DatabaseState& operator=(const DatabaseState&) = delete;
 
     // Null for null; null when no open drawing has the number.
-    static DatabaseState* of(const AcDbDatabase* database) { return database ? database->state_.get() : nullptr; }
+    static DatabaseState* of(const AcDbDatabase* database) { return database ? database->hostState() : nullptr; }
     static DatabaseState* byNumber(std::uint32_t number);
     // The drawing in which an entity's names mean something: its own, or the working database; null when there is none.
     static DatabaseState* ofNames(const AcDbEntity& entity);
