@@ -4,8 +4,9 @@
 //     if (space->appendAcDbEntity(text) == Acad::eOk) text->close();
 //     else delete text;
 //
-// Points of flat entities (texts, circles, block references) are those of the world as long as their plane is; angles
-// are radians, lengths drawing units. Setters give eInvalidInput for numbers that are none.
+// Points are those of the world, also of flat entities (texts, circles, block references) that lie in another plane;
+// rotations count in that plane. Angles are radians, lengths drawing units. Setters give eInvalidInput for numbers that
+// are none.
 #pragma once
 
 #include <memory>
@@ -56,7 +57,7 @@ class QRS_HOST_PORT AcDbBlockReference : public AcDbEntity {
     Acad::ErrorStatus setPosition(const AcGePoint3d& point);
     double rotation() const;
     Acad::ErrorStatus setRotation(double angle);
-    // Of the plane it lies in, of length 1; position and rotation are in the coordinates of that plane.
+    // Of the plane it lies in, of length 1.
     AcGeVector3d normal() const;
     AcGeScale3d scaleFactors() const;
     // eInvalidInput when one of them is 0.

@@ -19,6 +19,8 @@ class QRS_HOST_PORT AcGeMatrix3d {
     static AcGeMatrix3d scaling(double factor, const AcGePoint3d& center = AcGePoint3d());
     // From the coordinates that flat entities with this normal are written in to those of the world.
     static AcGeMatrix3d planeToWorld(const AcGeVector3d& normal);
+    // And back.
+    static AcGeMatrix3d worldToPlane(const AcGeVector3d& normal);
 
     double operator()(unsigned row, unsigned column) const { return entry[row][column]; }
     double& operator()(unsigned row, unsigned column) { return entry[row][column]; }
@@ -30,8 +32,6 @@ class QRS_HOST_PORT AcGeMatrix3d {
     // True when it keeps all angles (mirroring included): it scales every direction by scale().
     bool isUniScaledOrtho(double tolerance = 1e-9) const;
     double scale() const;
-    // Rows for columns; what undoes a turn.
-    AcGeMatrix3d transpose() const;
     double det() const;
     AcGeVector3d translation() const { return {entry[0][3], entry[1][3], entry[2][3]}; }
 

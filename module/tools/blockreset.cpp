@@ -42,8 +42,7 @@ bool takeBack(const AcDbBlockReference& reference, const AcGePoint3d& basePoint,
     const AcGePoint3d origin;
     toBlock = AcGeMatrix3d::translation(basePoint - origin) * stretching(back) *
               AcGeMatrix3d::rotation(-reference.rotation(), AcGeVector3d::kZAxis) *
-              AcGeMatrix3d::translation(origin - reference.position()) *
-              AcGeMatrix3d::planeToWorld(reference.normal()).transpose();
+              AcGeMatrix3d::worldToPlane(reference.normal()) * AcGeMatrix3d::translation(origin - reference.position());
     return true;
 }
 

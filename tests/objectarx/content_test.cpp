@@ -89,13 +89,28 @@ std::string recordOf(const std::string& text, AcDbObjectId id) {
 }
 
 // One drawing of one entity; the tags of the form "code=value" words that differ when it was transformed.
+std::string drawingOf(const std::string& entity) {
+    return dxfText(
+        "0=SECTION;2=HEADER;9=$ACADVER;1=AC1015;0=ENDSEC;0=SECTION;2=TABLES;0=TABLE;2=LAYER;70=1;"
+        "0=LAYER;2=0;70=0;62=7;0=ENDTAB;0=ENDSEC;0=SECTION;2=ENTITIES;" +
+        entity + ";0=ENDSEC;0=EOF");
+}
+
 std::string transformed(const std::string& tags, const AcGeMatrix3d& matrix, Acad::ErrorStatus wanted = Acad::eOk) {
-    Sample sample(
-        dxfText("0=SECTION;2=HEADER;9=$ACADVER;1=AC1015;0=ENDSEC;0=SECTION;2=TABLES;0=TABLE;2=LAYER;70=1;"
-                "0=LAYER;2=0;70=0;62=7;0=ENDTAB;0=ENDSEC;0=SECTION;2=ENTITIES;" +
-                tags + ";0=ENDSEC;0=EOF"));
+    Sample sample(drawingOf(tags));
     AcDbObjectPointer<AcDbEntity> entity(sample.byHandle(0x2A), AcDb::kForWrite);
     EXPECT_EQ(entity->transformBy(matrix), wanted);
+    return sample.changes();
+}
+
+// What moving a mirrored entity changes in the drawing.
+template <class Entity>
+std::string moved(const std::string& tags, AcGePoint3d (Entity::*get)() const,
+                  Acad::ErrorStatus (Entity::*set)(const AcGePoint3d&)) {
+    Sample sample(drawingOf(tags + ";210=0.0;220=0.0;230=-1.0"));
+    const AcDbObjectPointer<Entity> entity(sample.byHandle(0x2A), AcDb::kForWrite);
+    EXPECT_LT((entity.object()->*get)().distanceTo({102.0, 3.0, 1.0}), 1e-12) << tags;
+    EXPECT_EQ((entity.object()->*set)({5.0, 3.0, 1.0}), Acad::eOk);
     return sample.changes();
 }
 
@@ -207,6 +222,21 @@ TEST(DatabaseContent, TransformationsChangeTheNumbersTheyTouch) {
     EXPECT_EQ(
         transformed("0=DIMENSION" + head + "100=AcDbDimension;2=*D1;10=0.0;20=0.0;30=0.0", turn, Acad::eNotApplicable),
         "");
+}
+
+TEST(DatabaseContent, PointsAreThoseOfTheWorld) {
+    const std::string head = ";5=2A;100=AcDbEntity;8=0;";
+    const std::string point = "10=-102.0;20=3.0;30=-1.0";
+    const std::string changes = " -10=-102.0 +10=-5.0";
+    EXPECT_EQ(moved<AcDbCircle>("0=CIRCLE" + head + "100=AcDbCircle;" + point + ";40=1.0", &AcDbCircle::center,
+                                &AcDbCircle::setCenter),
+              changes);
+    EXPECT_EQ(moved<AcDbBlockReference>("0=INSERT" + head + "100=AcDbBlockReference;2=P;" + point,
+                                        &AcDbBlockReference::position, &AcDbBlockReference::setPosition),
+              changes);
+    EXPECT_EQ(moved<AcDbText>("0=TEXT" + head + "100=AcDbText;" + point + ";40=1.0;1=x", &AcDbText::position,
+                              &AcDbText::setPosition),
+              changes);
 }
 
 TEST(DatabaseContent, ViewportsFreezeLayersAsTheirDrawingWritesThem) {

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "dbents.h"
+#include "gemat3d.h"
 #include "host/drawing/entityformat.h"
 #include "host/dxf/classcodes.h"
 #include "host/objectarx/db/state.h"
@@ -47,6 +48,22 @@ Acad::ErrorStatus setPointTags(Acad::ErrorStatus status, const ObjectTags& tags,
     if (!isFinite(point)) return Acad::eInvalidInput;
     writePoint(tags, code, point);
     return Acad::eOk;
+}
+
+// Flat entities write their points in the coordinates of their plane.
+AcGeVector3d normalOf(const ObjectTags& tags) {
+    const AcGeVector3d direction = qrs::host::readPoint(tags, codes::kNormal) - AcGePoint3d();
+    return direction.length() > 0.0 ? direction.normal() : AcGeVector3d::kZAxis;
+}
+
+AcGePoint3d readFlatPoint(const ObjectTags& tags, int code) {
+    const AcGePoint3d written = qrs::host::readPoint(tags, code);
+    return tags.has(codes::kNormal) ? AcGeMatrix3d::planeToWorld(normalOf(tags)) * written : written;
+}
+
+Acad::ErrorStatus setFlatPoint(Acad::ErrorStatus status, const ObjectTags& tags, int code, const AcGePoint3d& point) {
+    if (!tags.has(codes::kNormal)) return setPointTags(status, tags, code, point);
+    return setPointTags(status, tags, code, AcGeMatrix3d::worldToPlane(normalOf(tags)) * point);
 }
 
 // usual: what a missing tag means.
@@ -151,11 +168,11 @@ AcDbCircle::AcDbCircle(const AcGePoint3d& center, double radius) : AcDbCircle() 
 }
 
 AcGePoint3d AcDbCircle::center() const {
-    return qrs::host::readPoint(tags(), codes::kPoint);
+    return readFlatPoint(tags(), codes::kPoint);
 }
 
 Acad::ErrorStatus AcDbCircle::setCenter(const AcGePoint3d& point) {
-    return setPointTags(checkWrite(), tags(), codes::kPoint, point);
+    return setFlatPoint(checkWrite(), tags(), codes::kPoint, point);
 }
 
 double AcDbCircle::radius() const {
@@ -195,11 +212,11 @@ Acad::ErrorStatus AcDbBlockReference::setBlockTableRecord(AcDbObjectId block) {
 }
 
 AcGePoint3d AcDbBlockReference::position() const {
-    return qrs::host::readPoint(tags(), codes::kPoint);
+    return readFlatPoint(tags(), codes::kPoint);
 }
 
 Acad::ErrorStatus AcDbBlockReference::setPosition(const AcGePoint3d& point) {
-    return setPointTags(checkWrite(), tags(), codes::kPoint, point);
+    return setFlatPoint(checkWrite(), tags(), codes::kPoint, point);
 }
 
 double AcDbBlockReference::rotation() const {
@@ -211,8 +228,7 @@ Acad::ErrorStatus AcDbBlockReference::setRotation(double angle) {
 }
 
 AcGeVector3d AcDbBlockReference::normal() const {
-    const AcGeVector3d direction = qrs::host::readPoint(tags(), codes::kNormal) - AcGePoint3d();
-    return direction.length() > 0.0 ? direction.normal() : AcGeVector3d::kZAxis;
+    return normalOf(tags());
 }
 
 AcGeScale3d AcDbBlockReference::scaleFactors() const {
@@ -254,19 +270,19 @@ AcDbText::AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId 
 }
 
 AcGePoint3d AcDbText::position() const {
-    return qrs::host::readPoint(tags(), codes::kPoint);
+    return readFlatPoint(tags(), codes::kPoint);
 }
 
 Acad::ErrorStatus AcDbText::setPosition(const AcGePoint3d& point) {
-    return setPointTags(checkWrite(), tags(), codes::kPoint, point);
+    return setFlatPoint(checkWrite(), tags(), codes::kPoint, point);
 }
 
 AcGePoint3d AcDbText::alignmentPoint() const {
-    return qrs::host::readPoint(tags(), text::kAlignmentPoint);
+    return readFlatPoint(tags(), text::kAlignmentPoint);
 }
 
 Acad::ErrorStatus AcDbText::setAlignmentPoint(const AcGePoint3d& point) {
-    return setPointTags(checkWrite(), tags(), text::kAlignmentPoint, point);
+    return setFlatPoint(checkWrite(), tags(), text::kAlignmentPoint, point);
 }
 
 AcDb::TextHorzMode AcDbText::horizontalMode() const {

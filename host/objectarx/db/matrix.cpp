@@ -60,6 +60,15 @@ AcGeMatrix3d AcGeMatrix3d::planeToWorld(const AcGeVector3d& normal) {
     return ofColumns(x, z.crossProduct(x).normal(), z);
 }
 
+AcGeMatrix3d AcGeMatrix3d::worldToPlane(const AcGeVector3d& normal) {
+    const AcGeMatrix3d turn = planeToWorld(normal);
+    AcGeMatrix3d back;
+    for (unsigned row = 0; row < 3; ++row)
+        for (unsigned column = 0; column < 3; ++column)
+            back(row, column) = turn(column, row);
+    return back;
+}
+
 AcGeMatrix3d AcGeMatrix3d::operator*(const AcGeMatrix3d& right) const {
     AcGeMatrix3d product;
     for (unsigned row = 0; row < 4; ++row) {
@@ -82,14 +91,6 @@ AcGeVector3d AcGeMatrix3d::operator*(const AcGeVector3d& vector) const {
 AcGePoint3d AcGeMatrix3d::operator*(const AcGePoint3d& point) const {
     const AcGeVector3d turned = *this * AcGeVector3d(point.x, point.y, point.z);
     return {turned.x + entry[0][3], turned.y + entry[1][3], turned.z + entry[2][3]};
-}
-
-AcGeMatrix3d AcGeMatrix3d::transpose() const {
-    AcGeMatrix3d result;
-    for (unsigned row = 0; row < 4; ++row)
-        for (unsigned column = 0; column < 4; ++column)
-            result.entry[row][column] = entry[column][row];
-    return result;
 }
 
 double AcGeMatrix3d::det() const {

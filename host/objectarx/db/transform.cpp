@@ -182,7 +182,7 @@ bool isTranslation(const AcGeMatrix3d& matrix) {
 struct Motion {
     Motion(const AcGeMatrix3d& matrix, const AcGeVector3d& oldNormal) : world(matrix), normal(oldNormal) {
         if (isTranslation(matrix)) {
-            plane = AcGeMatrix3d::translation(AcGeMatrix3d::planeToWorld(oldNormal).transpose() * matrix.translation());
+            plane = AcGeMatrix3d::translation(AcGeMatrix3d::worldToPlane(oldNormal) * matrix.translation());
             return;
         }
         isMirrored = matrix.det() < 0.0;
@@ -192,7 +192,7 @@ struct Motion {
         if (isMirrored) normal = -normal;
         for (unsigned axis = 0; axis < 3; ++axis)
             if (std::fabs(normal[axis]) < 1e-14) normal[axis] = 0.0;
-        plane = AcGeMatrix3d::planeToWorld(normal).transpose() * matrix * AcGeMatrix3d::planeToWorld(oldNormal);
+        plane = AcGeMatrix3d::worldToPlane(normal) * matrix * AcGeMatrix3d::planeToWorld(oldNormal);
         angle = std::atan2(plane(1, 0), plane(0, 0)) * platform::kDegreesPerRadian;
         if (std::fabs(angle) < 1e-12) angle = 0.0;
     }
