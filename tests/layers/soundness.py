@@ -22,6 +22,7 @@ from pathlib import Path
 HERE = Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent / "standard"))
 SKIPPED = 77
+UNREADABLE = 3  # exit code of the console
 LARGEST = 300_000  # bytes
 KINDS = (  # larger ones, with kinds of references that no smaller one has
     "sample.dxf",  # groups, images with reactors, layer states, body data
@@ -30,6 +31,10 @@ KINDS = (  # larger ones, with kinds of references that no smaller one has
 )
 STATES = ["LockSelLayer", "ALL", "", "UnLockSelLayer", "", "OpenSelLayer", "ALL", "", "SetAllPipeLayOpen", "tbds", "3",
           "tbds", "4", "Y", "yshf", "UnFrozenAllLayer", "gxgd", "ALL", "", "gxfz"]
+
+
+class Unreadable(Exception):
+    pass
 
 
 def run(folder, *arguments):
@@ -42,6 +47,8 @@ def run_script(console, system, folder, lines):
     (folder / "script.scr").write_text("\n".join(lines) + "\n", encoding="utf-8")
     code, printed, errors = run(folder, console, "--settings", "settings.ini", "--system", system, "--keep-going",
                                 "-s", "script.scr", "drawing.dxf")
+    if code == UNREADABLE:
+        raise Unreadable
     if code not in (0, 1):
         raise RuntimeError(f"exit code {code}: {errors}{printed[-300:]}")
     return printed
@@ -67,9 +74,9 @@ def picks(printed):
 def commands(layers, viewports):
     """Each with its answers, by a name."""
     if len(layers) > 1:
-        yield "convert", ["ConvertLayer", layers[0], layers[1]]
         yield "merge", ["hbtc", layers[1], layers[0], "Y"]
         yield "merge back", ["hbtc", layers[0], layers[1], "Y"]
+        yield "convert", ["ConvertLayer", layers[-1], layers[0]]
     yield "states", STATES
     for layer in layers[:2]:
         yield "freeze", ["FrozenLayer", layer, "", "CloseSelLayer", layer, ""]
@@ -114,8 +121,8 @@ def check(console, system, drawing, folder, alone):
     before = (folder / "drawing.dxf").read_bytes()
     try:
         tabs = layouts(console, system, folder)
-    except RuntimeError:
-        return  # no drawing that can be read
+    except Unreadable:
+        return
     lines, names = [], []
     for layout, (layers, viewports) in tabs.items():
         for name, answers in scripts(layers, viewports, alone):
