@@ -18,7 +18,7 @@ class Library {
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
-    // The address of an exported symbol, or null.
+    // The address of a symbol that the library itself exports, or null: those of libraries that it needs do not count.
     virtual void* symbol(const char* name) const = 0;
 
   protected:

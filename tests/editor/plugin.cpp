@@ -63,6 +63,10 @@ void start(void* packet) {
 
 }  // namespace
 
+extern "C" PLUGIN_PORT int pluginAnswer() {
+    return 42;
+}
+
 extern "C" PLUGIN_PORT AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packet) {
     switch (message) {
         case AcRx::kInitAppMsg:

@@ -23,9 +23,20 @@ class PosixLibrary : public Library {
   public:
     explicit PosixLibrary(void* handle) : handle_(handle) {}
     ~PosixLibrary() override { dlclose(handle_); }
-    void* symbol(const char* name) const override { return dlsym(handle_, name); }
+    void* symbol(const char* name) const override {
+        void* const address = dlsym(handle_, name);
+        return address != nullptr && isOwn(address) ? address : nullptr;
+    }
 
   private:
+    bool isOwn(void* address) const {
+        Dl_info ignored;
+        void* holder = nullptr;
+        void* own = nullptr;
+        return dladdr1(address, &ignored, &holder, RTLD_DL_LINKMAP) != 0 &&
+               dlinfo(handle_, RTLD_DI_LINKMAP, &own) == 0 && holder == own;
+    }
+
     void* handle_;
 };
 
