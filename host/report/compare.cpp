@@ -1,7 +1,10 @@
 // Compares two drawing files record by record.
+#include <algorithm>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -24,9 +27,6 @@ namespace codes = dxf::codes;
 
 namespace {
 
-// Sequences of entities without handles that differ in more places are compared by position.
-constexpr std::size_t kMostEntityChanges = 2000;
-
 // One of the two drawings, and what is known of its records.
 struct Side {
     explicit Side(const Drawing& file) : drawing(file), partner(file.recordCount(), kNoRecord) {}
@@ -39,9 +39,20 @@ struct Side {
     // What tells a record without a handle from others; empty when only its place does.
     std::wstring keyOf(RecordId id) const;
     std::wstring label(RecordId id) const;
+    std::size_t placeOf(RecordId id) const;
+    // Bytes after the end of the file that are no record.
+    bool isLoose(RecordId id) const {
+        return drawing.record(id).kind == RecordKind::Other && drawing.typeNameOf(id).empty();
+    }
+    std::string_view looseBytes(RecordId id) const {
+        const std::string_view bytes = drawing.bytes(id);
+        const std::size_t first = bytes.find_first_not_of(" \t\r\n");
+        return first == std::string_view::npos ? std::string_view() : bytes.substr(first);
+    }
 
     const Drawing& drawing;
-    std::vector<RecordId> partner;  // in the other drawing
+    std::vector<RecordId> partner;                   // in the other drawing
+    mutable std::vector<std::uint32_t> places = {};  // by record: its place among its like, once asked for
 };
 
 std::wstring wide(std::string_view text) {
@@ -82,6 +93,7 @@ std::wstring Side::keyOf(RecordId id) const {
 
 std::wstring Side::label(RecordId id) const {
     const Record& record = drawing.record(id);
+    if (isLoose(id)) return L"data after the end of the file";
     std::wstring label = wide(typeOf(id));
     if (record.handle != 0) label += L" " + wide(dxf::handleText(record.handle));
     const bool isNamed = record.kind == RecordKind::TableRecord || record.kind == RecordKind::Block ||
@@ -89,14 +101,21 @@ std::wstring Side::label(RecordId id) const {
     if (record.kind == RecordKind::Class) return label + L" \"" + text(id, codes::classes::kRecordName) + L"\"";
     if (isNamed) return label + L" \"" + text(id, codes::kName) + L"\"";
     if (record.handle != 0 || record.kind == RecordKind::HeaderVariable || record.owner == kNoRecord) return label;
-    // Its place among its like.
-    std::size_t number = 1;
-    for (RecordId other = record.owner + 1; other < id; ++other)
-        if (!drawing.isErased(other) && drawing.record(other).owner == record.owner &&
-            drawing.record(other).type == record.type)
-            ++number;
-    label += L" number " + std::to_wstring(number);
+    label += L" number " + std::to_wstring(placeOf(id));
     return record.owner == id ? label : label + L" of " + this->label(record.owner);
+}
+
+// From 1, among those of its type under the same owner.
+std::size_t Side::placeOf(RecordId id) const {
+    if (places.empty()) {
+        places.resize(drawing.recordCount(), 0);
+        std::map<std::pair<RecordId, std::uint16_t>, std::uint32_t> counts;
+        for (RecordId one = 0; one < drawing.recordCount(); ++one) {
+            const Record& record = drawing.record(one);
+            if (!drawing.isErased(one) && record.owner != one) places[one] = ++counts[{record.owner, record.type}];
+        }
+    }
+    return std::max<std::size_t>(places[id], 1);
 }
 
 class Comparison {
@@ -126,6 +145,7 @@ class Comparison {
     void matchByPlace();
     void pairRuns(const std::vector<RecordId>& as, const std::vector<RecordId>& bs);
     void tell();
+    void tellChanges(RecordId a, RecordId b);
     void tellMissing(Difference::Kind kind, const Side& side, RecordId id);
 
     Side first_;
@@ -160,6 +180,14 @@ void Comparison::matchByKey() {
     });
 }
 
+std::vector<std::uint64_t> contentsOf(const Drawing& drawing, const std::vector<RecordId>& records) {
+    std::vector<std::uint64_t> contents;
+    contents.reserve(records.size());
+    for (const RecordId id : records)
+        contents.push_back(contentOf(drawing, id));
+    return contents;
+}
+
 // What only its place tells apart, under the same owner in both drawings.
 void Comparison::matchByPlace() {
     std::map<RecordId, std::pair<std::vector<RecordId>, std::vector<RecordId>>> byOwner;  // of the first drawing
@@ -182,12 +210,7 @@ void Comparison::matchByPlace() {
     });
     for (const auto& [owner, rows] : byOwner) {
         const auto& [as, bs] = rows;
-        auto matches = matchSequences(
-            as.size(), bs.size(),
-            [&, &as = as, &bs = bs](std::size_t i, std::size_t j) {
-                return first_.drawing.bytes(as[i]) == second_.drawing.bytes(bs[j]);
-            },
-            kMostEntityChanges);
+        auto matches = matchSequences(contentsOf(first_.drawing, as), contentsOf(second_.drawing, bs));
         matches.emplace_back(as.size(), bs.size());
         std::size_t i = 0;
         std::size_t j = 0;
@@ -221,6 +244,7 @@ void Comparison::pairRuns(const std::vector<RecordId>& as, const std::vector<Rec
 void Comparison::tellMissing(Difference::Kind kind, const Side& side, RecordId id) {
     const Record& record = side.drawing.record(id);
     if (record.kind == RecordKind::Preamble) return;  // comments
+    if (side.isLoose(id) && side.looseBytes(id).empty()) return;
     // A vertex goes and comes with its polyline, an end with what it ends.
     const bool isPart = (record.flags & dxf::kSubEntity) != 0 || record.kind == RecordKind::EndSection ||
                         record.kind == RecordKind::EndTable || record.kind == RecordKind::EndBlock;
@@ -231,8 +255,24 @@ void Comparison::tellMissing(Difference::Kind kind, const Side& side, RecordId i
     take_(difference);
 }
 
+void Comparison::tellChanges(RecordId a, RecordId b) {
+    if (first_.isLoose(a)) {
+        if (first_.looseBytes(a) == second_.looseBytes(b)) return;
+        tellMissing(Difference::Kind::OnlyInFirst, first_, a);
+        tellMissing(Difference::Kind::OnlyInSecond, second_, b);
+        return;
+    }
+    const bool isSameForm = first_.drawing.codePage() == second_.drawing.codePage();
+    if (isSameForm && first_.drawing.bytes(a) == second_.drawing.bytes(b)) return;
+    std::wstring label;
+    compareTags(first_.drawing, a, second_.drawing, b, [&](Difference difference) {
+        if (label.empty()) label = first_.label(a);
+        difference.object = label;
+        take_(difference);
+    });
+}
+
 void Comparison::tell() {
-    const bool sameForm = first_.drawing.codePage() == second_.drawing.codePage();
     RecordId b = second_.drawing.first();
     // What only the second drawing has, up to the next record that both have.
     const auto tellAdded = [&] {
@@ -246,14 +286,7 @@ void Comparison::tell() {
             tellMissing(Difference::Kind::OnlyInFirst, first_, a);
             return;
         }
-        if (!sameForm || first_.drawing.bytes(a) != second_.drawing.bytes(partner)) {
-            std::wstring label;
-            compareTags(first_.drawing, a, second_.drawing, partner, [&](Difference difference) {
-                if (label.empty()) label = first_.label(a);
-                difference.object = label;
-                take_(difference);
-            });
-        }
+        tellChanges(a, partner);
         // Records may stand in another order: only those that have not been passed are told here.
         if (b == partner) {
             b = second_.drawing.next(b);

@@ -1,102 +1,144 @@
-// The greedy shortest edit script between two sequences, in time that grows with the number of differences.
+// Matches sequences by the elements that stand once in each: among these the longest ascending row is found, and
+// between its pairs the same is done again.
 #include "host/report/sequence.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace qrs::host {
 
 namespace {
 
-using Pairs = std::vector<std::pair<std::size_t, std::size_t>>;
+using Elements = std::vector<std::uint64_t>;
+using Pair = std::pair<std::size_t, std::size_t>;
+using Pairs = std::vector<Pair>;
 
-// Furthest places on each diagonal (first minus second position), step by step, kept for the way back.
-class Search {
-  public:
-    Search(std::ptrdiff_t n, std::ptrdiff_t m, std::function<bool(std::ptrdiff_t, std::ptrdiff_t)> areEqual)
-        : n_(n), m_(m), areEqual_(std::move(areEqual)) {}
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-    // False when more than maximum elements are in one sequence only.
-    bool run(std::ptrdiff_t maximum) {
-        for (std::ptrdiff_t step = 0; step <= std::min(maximum, n_ + m_); ++step) {
-            steps_.emplace_back(static_cast<std::size_t>(step) + 1);
-            for (std::ptrdiff_t k = -step; k <= step; k += 2) {
-                std::ptrdiff_t x = step == 0 ? 0 : start(step, k);
-                while (x < n_ && x - k < m_ && x - k >= 0 && areEqual_(x, x - k))
-                    ++x;
-                steps_.back()[index(step, k)] = x;
-                if (x >= n_ && x - k >= m_) return true;
-            }
-        }
-        return false;
+// Parts of both sequences that are still to be matched.
+struct Stretch {
+    std::size_t begin;
+    std::size_t end;
+    std::size_t otherBegin;
+    std::size_t otherEnd;
+    int depth = 0;
+};
+
+// Stretches within stretches: deeper ones are not looked through again, which bounds the time.
+constexpr int kDeepest = 20;
+
+// Of pairs in order of their first position, the longest row whose second positions ascend, too.
+Pairs longestAscending(const Pairs& pairs) {
+    std::vector<std::size_t> ends;  // by length of a row: the pair that ends it with the smallest second position
+    std::vector<std::size_t> before(pairs.size(), kNone);
+    for (std::size_t i = 0; i < pairs.size(); ++i) {
+        const auto place = std::lower_bound(ends.begin(), ends.end(), pairs[i].second,
+                                            [&](std::size_t end, std::size_t b) { return pairs[end].second < b; });
+        if (place != ends.begin()) before[i] = *(place - 1);
+        if (place == ends.end())
+            ends.push_back(i);
+        else
+            *place = i;
     }
+    Pairs row;
+    for (std::size_t i = ends.empty() ? kNone : ends.back(); i != kNone; i = before[i])
+        row.push_back(pairs[i]);
+    std::reverse(row.begin(), row.end());
+    return row;
+}
 
-    Pairs pairs() const {
-        Pairs found;
-        std::ptrdiff_t x = n_;
-        std::ptrdiff_t y = m_;
-        for (auto step = static_cast<std::ptrdiff_t>(steps_.size()) - 1; step >= 0; --step) {
-            const std::ptrdiff_t k = x - y;
-            const std::ptrdiff_t from = step == 0 ? 0 : start(step, k);
-            while (x > from) {
-                --x;
-                --y;
-                found.emplace_back(static_cast<std::size_t>(x), static_cast<std::size_t>(y));
-            }
-            if (step == 0) break;
-            if (isDown(step, k))
-                --y;
-            else
-                --x;
+class Matching {
+  public:
+    Matching(const Elements& first, const Elements& second) : first_(first), second_(second) {}
+
+    Pairs run() {
+        waiting_.push_back({0, first_.size(), 0, second_.size(), 0});
+        while (!waiting_.empty()) {
+            const Stretch stretch = waiting_.back();
+            waiting_.pop_back();
+            match(stretch);
         }
-        std::reverse(found.begin(), found.end());
-        return found;
+        std::sort(found_.begin(), found_.end());
+        return std::move(found_);
     }
 
   private:
-    static std::size_t index(std::ptrdiff_t step, std::ptrdiff_t k) { return static_cast<std::size_t>((k + step) / 2); }
-    std::ptrdiff_t furthest(std::ptrdiff_t step, std::ptrdiff_t k) const {
-        return steps_[static_cast<std::size_t>(step)][index(step, k)];
-    }
-    // Whether a step came to diagonal k with an element of the second sequence.
-    bool isDown(std::ptrdiff_t step, std::ptrdiff_t k) const {
-        return k == -step || (k != step && furthest(step - 1, k - 1) < furthest(step - 1, k + 1));
-    }
-    std::ptrdiff_t start(std::ptrdiff_t step, std::ptrdiff_t k) const {
-        return isDown(step, k) ? furthest(step - 1, k + 1) : furthest(step - 1, k - 1) + 1;
+    struct Places {
+        std::size_t count = 0;
+        std::size_t otherCount = 0;
+        std::size_t other = 0;  // the last in the second sequence
+    };
+
+    void match(Stretch stretch) {
+        takeEnds(stretch);
+        if (stretch.begin == stretch.end || stretch.otherBegin == stretch.otherEnd) return;
+        const Pairs anchors = stretch.depth < kDeepest ? anchorsOf(stretch) : Pairs();
+        if (anchors.empty()) return takeInTurn(stretch);
+        Stretch gap = stretch;
+        ++gap.depth;
+        for (const auto& [a, b] : anchors) {
+            waiting_.push_back({gap.begin, a, gap.otherBegin, b, gap.depth});
+            gap.begin = a + 1;
+            gap.otherBegin = b + 1;
+        }
+        waiting_.push_back(gap);
+        found_.insert(found_.end(), anchors.begin(), anchors.end());
     }
 
-    std::ptrdiff_t n_;
-    std::ptrdiff_t m_;
-    std::function<bool(std::ptrdiff_t, std::ptrdiff_t)> areEqual_;
-    std::vector<std::vector<std::ptrdiff_t>> steps_;
+    // What is equal at both ends belongs together.
+    void takeEnds(Stretch& part) {
+        while (part.begin < part.end && part.otherBegin < part.otherEnd &&
+               first_[part.begin] == second_[part.otherBegin])
+            found_.emplace_back(part.begin++, part.otherBegin++);
+        while (part.begin < part.end && part.otherBegin < part.otherEnd &&
+               first_[part.end - 1] == second_[part.otherEnd - 1])
+            found_.emplace_back(--part.end, --part.otherEnd);
+    }
+
+    Pairs anchorsOf(const Stretch& part) const {
+        std::unordered_map<std::uint64_t, Places> places;
+        for (std::size_t b = part.otherBegin; b < part.otherEnd; ++b) {
+            Places& one = places[second_[b]];
+            ++one.otherCount;
+            one.other = b;
+        }
+        for (std::size_t a = part.begin; a < part.end; ++a)
+            if (const auto one = places.find(first_[a]); one != places.end()) ++one->second.count;
+        Pairs once;
+        for (std::size_t a = part.begin; a < part.end; ++a) {
+            const auto one = places.find(first_[a]);
+            if (one == places.end() || one->second.count != 1 || one->second.otherCount != 1) continue;
+            once.emplace_back(a, one->second.other);
+        }
+        return longestAscending(once);
+    }
+
+    // Nothing stands there once in both: the first of several equal ones is taken for the first, and so on.
+    void takeInTurn(const Stretch& part) {
+        std::unordered_map<std::uint64_t, std::vector<std::size_t>> places;
+        for (std::size_t b = part.otherEnd; b > part.otherBegin; --b)
+            places[second_[b - 1]].push_back(b - 1);
+        Pairs pairs;
+        for (std::size_t a = part.begin; a < part.end; ++a) {
+            const auto left = places.find(first_[a]);
+            if (left == places.end() || left->second.empty()) continue;
+            pairs.emplace_back(a, left->second.back());
+            left->second.pop_back();
+        }
+        const Pairs row = longestAscending(pairs);
+        found_.insert(found_.end(), row.begin(), row.end());
+    }
+
+    const Elements& first_;
+    const Elements& second_;
+    std::vector<Stretch> waiting_;
+    Pairs found_;
 };
 
 }  // namespace
 
-Pairs matchSequences(std::size_t firstCount, std::size_t secondCount,
-                     const std::function<bool(std::size_t, std::size_t)>& areEqual, std::size_t maximum) {
-    const std::size_t shorter = std::min(firstCount, secondCount);
-    std::size_t head = 0;
-    while (head < shorter && areEqual(head, head))
-        ++head;
-    std::size_t tail = 0;
-    while (tail < shorter - head && areEqual(firstCount - 1 - tail, secondCount - 1 - tail))
-        ++tail;
-
-    Pairs pairs;
-    for (std::size_t i = 0; i < head; ++i)
-        pairs.emplace_back(i, i);
-    const auto signedCount = [](std::size_t count) { return static_cast<std::ptrdiff_t>(count); };
-    Search search(signedCount(firstCount - head - tail), signedCount(secondCount - head - tail),
-                  [&](std::ptrdiff_t x, std::ptrdiff_t y) {
-                      return areEqual(head + static_cast<std::size_t>(x), head + static_cast<std::size_t>(y));
-                  });
-    if (search.run(signedCount(maximum)))
-        for (const auto& [x, y] : search.pairs())
-            pairs.emplace_back(head + x, head + y);
-    for (std::size_t i = tail; i > 0; --i)
-        pairs.emplace_back(firstCount - i, secondCount - i);
-    return pairs;
+std::vector<std::pair<std::size_t, std::size_t>> matchSequences(const Elements& first, const Elements& second) {
+    return Matching(first, second).run();
 }
 
 }  // namespace qrs::host

@@ -2,18 +2,15 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
 namespace qrs::host {
 
-constexpr std::size_t kNoPartner = static_cast<std::size_t>(-1);
-
-// Pairs of positions, both ascending, of equal elements: a longest such row where the sequences differ in no more than
-// maximum places, otherwise the equal elements at both ends alone.
-std::vector<std::pair<std::size_t, std::size_t>> matchSequences(
-    std::size_t firstCount, std::size_t secondCount, const std::function<bool(std::size_t, std::size_t)>& areEqual,
-    std::size_t maximum);
+// Pairs of positions, both ascending, of equal elements: a long such row, in time n log n. Elements that both sequences
+// hold once are met first; between those that are in order the others follow.
+std::vector<std::pair<std::size_t, std::size_t>> matchSequences(const std::vector<std::uint64_t>& first,
+                                                                const std::vector<std::uint64_t>& second);
 
 }  // namespace qrs::host

@@ -1,7 +1,10 @@
 // Compares two records tag by tag.
 #include "host/report/tagdiff.h"
 
+#include <cstring>
+#include <deque>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -17,41 +20,63 @@ using dxf::Drawing;
 using dxf::RecordId;
 using dxf::Tag;
 
-// Records that differ in more tags than these are compared place by place.
-constexpr std::size_t kMostTagChanges = 1000;
+constexpr std::uint64_t kFirstHash = 14695981039346656037U;
+
+// Numbers that go into one another: the row of them counts.
+std::uint64_t mixed(std::uint64_t hash, std::uint64_t number) {
+    hash ^= number + 0x9E3779B97F4A7C15U + (hash << 6) + (hash >> 2);
+    hash *= 0xBF58476D1CE4E5B9U;
+    return hash ^ (hash >> 29);
+}
+
+std::uint64_t numberOf(double value) {
+    std::uint64_t bits = 0;
+    if (value == 0.0) value = 0.0;  // of either sign
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+
+std::uint64_t numberOf(const std::wstring& text) {
+    std::uint64_t hash = kFirstHash;
+    for (const wchar_t unit : text)
+        hash = mixed(hash, static_cast<std::uint64_t>(unit));
+    return hash;
+}
+
+std::wstring textOf(const Drawing& drawing, const Tag& tag) {
+    const bool isText = dxf::valueKindOf(tag.code) == dxf::ValueKind::Text;
+    return drawing.decode(isText ? tag.value : dxf::trimmed(tag.value));
+}
+
+// What a tag says, as a number.
+std::uint64_t sayingOf(const Drawing& drawing, const Tag& tag) {
+    const auto code = mixed(kFirstHash, static_cast<std::uint64_t>(tag.code));
+    const dxf::ValueKind kind = dxf::valueKindOf(tag.code);
+    if (kind == dxf::ValueKind::Handle) {
+        if (const std::uint64_t handle = dxf::toHandle(tag.value); handle != 0) return mixed(code, handle);
+    } else if (kind != dxf::ValueKind::Text && kind != dxf::ValueKind::Chunk && kind != dxf::ValueKind::None) {
+        if (const auto real = platform::parseReal(dxf::trimmed(tag.value))) return mixed(code, numberOf(*real));
+    }
+    return mixed(code, numberOf(textOf(drawing, tag)));
+}
 
 // Tags whose bytes stay where they are for the time of one comparison.
 struct TagList {
     TagList(const Drawing& file, RecordId id) : drawing(file) {
         dxf::TagCursor cursor = drawing.tags(id);
         Tag tag;
-        while (cursor.next(tag))
-            tags.emplace_back(tag.code, std::string(tag.value));
+        while (cursor.next(tag)) {
+            tags.emplace_back(tag.code, textOf(drawing, tag));
+            sayings.push_back(sayingOf(drawing, tag));
+        }
     }
-    std::wstring text(std::size_t i) const {
-        const std::string_view value = tags[i].second;
-        return drawing.decode(dxf::valueKindOf(tags[i].first) == dxf::ValueKind::Text ? value : dxf::trimmed(value));
-    }
+    int code(std::size_t i) const { return tags[i].first; }
+    const std::wstring& text(std::size_t i) const { return tags[i].second; }
 
     const Drawing& drawing;
-    std::vector<std::pair<int, std::string>> tags;
+    std::vector<std::pair<int, std::wstring>> tags;
+    std::vector<std::uint64_t> sayings;
 };
-
-bool saySame(const TagList& first, std::size_t i, const TagList& second, std::size_t j) {
-    const auto& [code, a] = first.tags[i];
-    const auto& [otherCode, b] = second.tags[j];
-    if (code != otherCode) return false;
-    if (a == b && first.drawing.codePage() == second.drawing.codePage()) return true;
-    const dxf::ValueKind kind = dxf::valueKindOf(code);
-    if (kind == dxf::ValueKind::Handle) {
-        if (const std::uint64_t handle = dxf::toHandle(a); handle != 0) return handle == dxf::toHandle(b);
-    } else if (kind != dxf::ValueKind::Text && kind != dxf::ValueKind::Chunk && kind != dxf::ValueKind::None) {
-        const auto x = platform::parseReal(dxf::trimmed(a));
-        const auto y = platform::parseReal(dxf::trimmed(b));
-        if (x && y) return *x == *y;
-    }
-    return first.text(i) == second.text(j);
-}
 
 Difference differenceOf(Difference::Kind kind, int code) {
     Difference difference;
@@ -62,13 +87,21 @@ Difference differenceOf(Difference::Kind kind, int code) {
 
 }  // namespace
 
+std::uint64_t contentOf(const Drawing& drawing, RecordId record) {
+    std::uint64_t hash = kFirstHash;
+    dxf::TagCursor cursor = drawing.tags(record);
+    Tag tag;
+    while (cursor.next(tag))
+        hash = mixed(hash, sayingOf(drawing, tag));
+    return hash;
+}
+
 void compareTags(const Drawing& first, RecordId a, const Drawing& second, RecordId b,
                  const std::function<void(Difference)>& take) {
+    if (contentOf(first, a) == contentOf(second, b)) return;
     const TagList one(first, a);
     const TagList two(second, b);
-    auto matches = matchSequences(
-        one.tags.size(), two.tags.size(), [&](std::size_t i, std::size_t j) { return saySame(one, i, two, j); },
-        kMostTagChanges);
+    auto matches = matchSequences(one.sayings, two.sayings);
     matches.emplace_back(one.tags.size(), two.tags.size());
 
     std::size_t i = 0;
@@ -76,23 +109,26 @@ void compareTags(const Drawing& first, RecordId a, const Drawing& second, Record
     for (const auto& [matchedI, matchedJ] : matches) {
         // Between two matches: tags of one code, in their order, are changed ones; the others went or came.
         std::vector<bool> isPaired(matchedJ - j, false);
+        std::unordered_map<int, std::deque<std::size_t>> byCode;
+        for (std::size_t partner = j; partner < matchedJ && i < matchedI; ++partner)
+            byCode[two.code(partner)].push_back(partner);
         for (; i < matchedI; ++i) {
-            std::size_t partner = j;
-            while (partner < matchedJ && (isPaired[partner - j] || two.tags[partner].first != one.tags[i].first))
-                ++partner;
+            std::deque<std::size_t>& partners = byCode[one.code(i)];
             Difference difference = differenceOf(
-                partner < matchedJ ? Difference::Kind::TagChanged : Difference::Kind::TagRemoved, one.tags[i].first);
+                partners.empty() ? Difference::Kind::TagRemoved : Difference::Kind::TagChanged, one.code(i));
             difference.before = one.text(i);
-            if (partner < matchedJ) {
+            if (!partners.empty()) {
+                const std::size_t partner = partners.front();
+                partners.pop_front();
                 isPaired[partner - j] = true;
-                if (saySame(one, i, two, partner)) continue;
+                if (one.sayings[i] == two.sayings[partner]) continue;
                 difference.after = two.text(partner);
             }
             take(std::move(difference));
         }
         for (const std::size_t from = j; j < matchedJ; ++j) {
             if (isPaired[j - from]) continue;
-            Difference difference = differenceOf(Difference::Kind::TagAdded, two.tags[j].first);
+            Difference difference = differenceOf(Difference::Kind::TagAdded, two.code(j));
             difference.after = two.text(j);
             take(std::move(difference));
         }

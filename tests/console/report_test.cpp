@@ -97,6 +97,14 @@ TEST(Report, ComparesEntitiesWithoutHandlesByTheirOrder) {
               "LINE number 1 of SECTION \"ENTITIES\": only in the second\n"
               "LINE number 2 of SECTION \"ENTITIES\": only in the first\n"
               "LINE number 5 of SECTION \"ENTITIES\": 8: E > F\n");
+    // Neither comments nor empty lines at the end are a difference; other data there are.
+    const std::string same = withoutHandles({"A", "B", "C", "D", "E"});
+    place.write("noted.dxf",
+                replaced(replaced(same, "0\nLINE", "999\nnote\n0\nLINE\n999\nmore"), "EOF\n", "EOF\n\n\n"));
+    EXPECT_EQ(place.run({"--compare", "first.dxf", "noted.dxf"}).out, "");
+    place.write("more.dxf", same + "x");
+    EXPECT_EQ(place.run({"--compare", "first.dxf", "more.dxf"}).out,
+              "data after the end of the file: only in the second\n");
     place.write("none.dxf", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n");
     const Outcome emptied = place.run({"--compare", "first.dxf", "none.dxf"});
     // The polyline stands for its vertex and end.
