@@ -4,15 +4,15 @@
 #include "host/commands/asking.h"
 #include "host/commands/commands.h"
 #include "host/editor/hostapp.h"
-#include "host/objectarx/db/access.h"
+#include "host/editor/layouts.h"
 
 namespace qrs::host::commands {
 
 void undo() {
-    const AcApDocument* const document = Application::current()->currentDocument();
+    AcApDocument* const document = acDocManager->curDocument();
     if (document == nullptr) return failCommand(L"There is no drawing.");
     std::wstring name;
-    if (!DatabaseAccess::takeBack(*document->database(), name)) {
+    if (!ed::takeBackStep(*document, name)) {
         acutPrintf(L"\nEverything has been undone\n");
         return;
     }

@@ -34,6 +34,7 @@ class Contents {
     void noteSaved();
 
     void beginStep(std::wstring name, DrawingMarks marks);
+    std::uint64_t keepStep() { return journal_.keep(); }
     // The step that would be taken back next; null when there is none.
     const Journal::Step* lastStep() const { return journal_.last(); }
     // Its new records are erased, the others are what they were. There must be a step.

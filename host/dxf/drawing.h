@@ -121,8 +121,11 @@ class Drawing {
     // Begins a step: what changes from now on can be taken back together. A step in which nothing has changed is none.
     // Before the first one nothing is remembered.
     void beginStep(std::wstring name);
-    // The name of the step that would be taken back next; null when there is none.
-    const std::wstring* lastStep() const;
+    // The step at work is one although nothing changes in it: something outside the drawing does, which its number
+    // tells apart. 0 when no step was begun.
+    std::uint64_t keepStep() { return contents_.keepStep(); }
+    // The step that would be taken back next; null when there is none.
+    const Journal::Step* lastStep() const { return contents_.lastStep(); }
     // Everything is again as it was when the last step began: its new records are erased, the others have their bytes,
     // and the next handle is the same. False when there is no step.
     bool takeBack();

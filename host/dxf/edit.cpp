@@ -181,11 +181,6 @@ void Drawing::beginStep(std::wstring name) {
     contents_.beginStep(std::move(name), std::move(marks));
 }
 
-const std::wstring* Drawing::lastStep() const {
-    const Journal::Step* step = contents_.lastStep();
-    return step ? &step->name : nullptr;
-}
-
 bool Drawing::takeBack() {
     const Journal::Step* step = contents_.lastStep();
     if (step == nullptr) return false;

@@ -11,6 +11,7 @@ void Journal::begin(std::wstring name, DrawingMarks marks, RecordId recordCount)
     step.name = std::move(name);
     step.marks = std::move(marks);
     step.recordCount = recordCount;
+    step.number = ++begun_;
     met_.clear();
     hasNew_ = false;
     forgetOldest();
@@ -43,6 +44,12 @@ void Journal::noteNew(RecordId id) {
     hasNew_ = true;
 }
 
+std::uint64_t Journal::keep() {
+    if (steps_.empty()) return 0;
+    steps_.back().isKept = true;
+    return steps_.back().number;
+}
+
 const Journal::Step* Journal::last() const {
     if (steps_.empty()) return nullptr;
     if (!isEmpty(steps_.back(), hasNew_)) return &steps_.back();
@@ -55,6 +62,7 @@ void Journal::dropLast() {
     remembered_ -= steps_.back().changed.size();
     // It becomes the empty step at work, so that what changes next is noted.
     steps_.back().changed.clear();
+    steps_.back().isKept = false;
     met_.clear();
     hasNew_ = false;
 }

@@ -30,6 +30,8 @@ class Journal {
         DrawingMarks marks;
         std::deque<Entry> changed;
         RecordId recordCount = 0;  // records from here on are new
+        std::uint64_t number = 0;  // from 1; none is given twice
+        bool isKept = false;       // it counts although nothing has changed
     };
 
     // Begins a step; one in which nothing has changed is begun anew.
@@ -39,7 +41,9 @@ class Journal {
     bool note(RecordId id, const Record& before);
     // A record that is new in this step.
     void noteNew(RecordId id);
-    // The last step in which something has changed; null when there is none.
+    // The step at work counts from now on; its number, 0 when no step was begun.
+    std::uint64_t keep();
+    // The last step in which something has changed or that is kept; null when there is none.
     const Step* last() const;
     void dropLast();
 
@@ -47,11 +51,12 @@ class Journal {
     // Many small steps over a large drawing shall not add up: after that many records the oldest steps are forgotten.
     static constexpr std::size_t kMostRemembered = 2'000'000;
 
-    static bool isEmpty(const Step& step, bool hasNew) { return step.changed.empty() && !hasNew; }
+    static bool isEmpty(const Step& step, bool hasNew) { return step.changed.empty() && !hasNew && !step.isKept; }
     bool meets(RecordId id);
     void forgetOldest();
 
     std::deque<Step> steps_;
+    std::uint64_t begun_ = 0;     // how many
     bool hasNew_ = false;         // the step at work has made records
     std::vector<bool> met_;       // by the step at work, by record
     std::size_t remembered_ = 0;  // in all steps

@@ -42,7 +42,22 @@ bool setCurrentLayout(Session& session, AcApDocument& document, std::wstring_vie
     tilemode.resval.rint = isModel ? 1 : 0;
     if (document.database()->tilemode() != isModel && !session.variables.set(session, L"TILEMODE", tilemode))
         return false;
-    if (!isModel) document.state().views.sheet = tab->space;
+    ViewMemory& views = document.state().views;
+    if (isModel || views.sheet == tab->space) return true;
+    if (const std::uint64_t step = DatabaseAccess::keepStep(*document.database()); step != 0)
+        views.sheetsBefore.emplace(step, views.sheet);
+    views.sheet = tab->space;
+    return true;
+}
+
+bool takeBackStep(AcApDocument& document, std::wstring& name) {
+    std::uint64_t step = 0;
+    if (!DatabaseAccess::takeBack(*document.database(), name, &step)) return false;
+    ViewMemory& views = document.state().views;
+    if (const auto before = views.sheetsBefore.find(step); before != views.sheetsBefore.end()) {
+        views.sheet = before->second;
+        views.sheetsBefore.erase(before);
+    }
     return true;
 }
 

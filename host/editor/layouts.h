@@ -29,5 +29,7 @@ std::vector<LayoutTab> layoutTabs(AcDbDatabase& database);
 std::wstring currentLayout(AcDbDatabase& database);
 // Makes a tab the current one, by its name without regard to case. False when there is none.
 bool setCurrentLayout(Session& session, AcApDocument& document, std::wstring_view name);
+// Takes the last step of a drawing back, and the change of the sheet in it; tells its name. False when there is none.
+bool takeBackStep(AcApDocument& document, std::wstring& name);
 
 }  // namespace qrs::host::ed

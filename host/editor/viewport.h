@@ -56,7 +56,8 @@ constexpr double kScreenHeight = 1000;
 // Layout, viewports and views of a drawing, as they were changed since it was opened. Nothing of it is written.
 struct ViewMemory {
     EntitySpace sheet = kShownSheet;
-    std::map<dxf::RecordId, std::int64_t> viewports;  // by sheet; none: as the drawing tells it
+    std::map<std::uint64_t, EntitySpace> sheetsBefore;  // by step that changed it
+    std::map<dxf::RecordId, std::int64_t> viewports;    // by sheet; none: as the drawing tells it
     // By sheet and viewport (0: the tab of model space), the present one last.
     std::map<std::pair<dxf::RecordId, std::int64_t>, std::vector<View>> views;
 };

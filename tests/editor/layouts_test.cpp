@@ -124,9 +124,18 @@ TEST_F(Layouts, ChangeNothingButTheTileMode) {
     EXPECT_EQ(expected, DatabaseAccess::bytes(database()));
     EXPECT_TRUE(run({L"SETVAR", L"CTAB", L"plan", L"SETVAR", L"TILEMODE", L"1", L"SETVAR", L"TILEMODE", L"0"}));
     EXPECT_EQ(L"plan", textVariable(L"CTAB")) << "the one that was current before";
-    EXPECT_TRUE(run({L"U", L"U", L"U"}));
+    EXPECT_TRUE(run({L"U", L"U", L"U", L"U"}));
     EXPECT_EQ(before, DatabaseAccess::bytes(database()));
     EXPECT_EQ(L"Model", textVariable(L"CTAB"));
+    EXPECT_TRUE(shows(L"plan"));
+    EXPECT_TRUE(shows(L"roof"));
+    EXPECT_TRUE(shows(L"empty"));
+    EXPECT_EQ(expected, DatabaseAccess::bytes(database()));
+    for (const wchar_t* sheet : {L"roof", L"plan", L"Model"}) {
+        EXPECT_TRUE(run({L"U"}));
+        EXPECT_EQ(sheet, textVariable(L"CTAB"));
+    }
+    EXPECT_EQ(before, DatabaseAccess::bytes(database()));
 }
 
 TEST_F(Layouts, OldDrawingsHaveOneSheet) {

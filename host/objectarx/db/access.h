@@ -36,9 +36,11 @@ class QRS_HOST_PORT DatabaseAccess {
     static bool isModified(const AcDbDatabase& database);
     // Everything that changes from now on can be taken back in one step.
     static void beginStep(AcDbDatabase& database, const std::wstring& name);
-    // Takes the last step in which something has changed back, and tells its name; false when there is none. Nothing of
-    // the drawing may be open for writing.
-    static bool takeBack(AcDbDatabase& database, std::wstring& name);
+    // The step at work counts although nothing of the drawing changes in it; its number, 0 when there is no step.
+    static std::uint64_t keepStep(AcDbDatabase& database);
+    // Takes the last step in which something has changed back, and tells its name and number; false when there is none.
+    // Nothing of the drawing may be open for writing.
+    static bool takeBack(AcDbDatabase& database, std::wstring& name, std::uint64_t* number = nullptr);
     // Numbers count from 1 and are not given twice.
     static std::uint32_t number(const AcDbDatabase& database);
     static AcDbDatabase* byNumber(std::uint32_t number);

@@ -251,12 +251,17 @@ void DatabaseAccess::beginStep(AcDbDatabase& database, const std::wstring& name)
     state->drawing().beginStep(name);
 }
 
-bool DatabaseAccess::takeBack(AcDbDatabase& database, std::wstring& name) {
+std::uint64_t DatabaseAccess::keepStep(AcDbDatabase& database) {
+    return DatabaseState::of(&database)->drawing().keepStep();
+}
+
+bool DatabaseAccess::takeBack(AcDbDatabase& database, std::wstring& name, std::uint64_t* number) {
     DatabaseState* state = DatabaseState::of(&database);
     state->objects().writeAll();
-    const std::wstring* last = state->drawing().lastStep();
+    const dxf::Journal::Step* last = state->drawing().lastStep();
     if (!last) return false;
-    name = *last;
+    name = last->name;
+    if (number) *number = last->number;
     state->drawing().takeBack();
     state->renew();
     platform::recordCall("AcDbDatabase::takeBack", name);
