@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "acedads.h"
+#include "acutads.h"
 #include "adsdb.h"
 #include "dbsymtb.h"
 #include "host/editor/documents.h"
@@ -97,6 +98,12 @@ bool nestedIn(AcApDocument& document, const AcGePoint3d& point, AcDbObjectId con
     return true;
 }
 
+// What could not be met because its file is not there.
+void tellMissingReferences(AcApDocument& document) {
+    for (const std::wstring& path : document.state().references.takeMissing())
+        acutPrintf(L"\nExternal reference \"%ls\" cannot be read.\n", path.c_str());
+}
+
 // Asks for a point until one comes; hit tells whether it met something.
 int askNested(Session& session, AcApDocument& document, const std::wstring& prompt, AcDbObjectId containing,
               NestedPick& picked, AcGePoint3d& point, bool& hit) {
@@ -108,6 +115,7 @@ int askNested(Session& session, AcApDocument& document, const std::wstring& prom
         if (!parsePoint(text, nullptr, read)) return wanted;
         point.set(read[0], read[1], read[2]);
         hit = nestedIn(document, point, containing, picked);
+        if (!hit) tellMissingReferences(document);
         return Refusal();
     });
 }

@@ -1,6 +1,8 @@
 // Finding and reading external references.
 #include "host/pick/references.h"
 
+#include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "host/platform/codepage.h"
@@ -43,7 +45,14 @@ const References::File* References::find(const std::wstring& path, const std::ws
         file.folder = place.substr(0, place.rfind(L'\\') + 1);
         return &file;
     }
+    if (told_.count(path) == 0 && std::find(missing_.begin(), missing_.end(), path) == missing_.end())
+        missing_.push_back(path);
     return nullptr;
+}
+
+std::vector<std::wstring> References::takeMissing() {
+    told_.insert(missing_.begin(), missing_.end());
+    return std::exchange(missing_, {});
 }
 
 }  // namespace qrs::host::pick

@@ -4,7 +4,9 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
+#include <vector>
 
 #include "host/dxf/drawing.h"
 
@@ -25,8 +27,13 @@ class References {
     // for again next time.
     const File* find(const std::wstring& path, const std::wstring& folder, const Locate& locate);
 
+    // The paths of those that were not found since the last call, as drawings hold them; each is told once.
+    std::vector<std::wstring> takeMissing();
+
   private:
     std::map<std::wstring, File> files_;  // by where they lie
+    std::vector<std::wstring> missing_;   // still to be told
+    std::set<std::wstring> told_;
 };
 
 }  // namespace qrs::host::pick

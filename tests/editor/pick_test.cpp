@@ -197,6 +197,11 @@ TEST_F(Picks, InsideExternalReferences) {
     EXPECT_EQ(L"none", one(L"5,-40")) << "the file is not there";
     deep(L"5,-40");
     EXPECT_EQ(RTERROR, result);
+    EXPECT_NE(terminal.text.find(L"\nExternal reference \"D:\\plans\\base.dwg\" cannot be read.\n"),
+              std::wstring::npos);
+    terminal.text.clear();
+    deep(L"5,-40");
+    EXPECT_EQ(terminal.text.find(L"cannot be read"), std::wstring::npos) << "once";
     folder.write("base.dxf", reference());
     EXPECT_EQ(L"17 50", one(L"5,-40"));
     deep(L"5,-40");
