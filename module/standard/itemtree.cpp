@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <cstring>
 #include <new>
 #include <system_error>
 
@@ -34,14 +35,34 @@ bool beginsWithForbiddenReference(std::string_view text) {
     return result.ec == std::errc::result_out_of_range || (result.ec == std::errc() && !isXmlCharacter(point));
 }
 
+// Whether one of the bytes may begin a character that could not be written again. Without a branch in its loop, so that
+// the compiler looks at many bytes at once.
+bool mayHoldForbidden(std::string_view utf8) {
+    unsigned found = 0;
+    for (const char c : utf8) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool isWhite = (byte == '\t') | (byte == '\n') | (byte == '\r');
+        found |= ((byte < 0x20) & !isWhite) | (byte == '&') | (byte == 0xEF);
+    }
+    return found != 0;
+}
+
+bool isForbiddenAt(std::string_view utf8, std::size_t i) {
+    const auto byte = static_cast<unsigned char>(utf8[i]);
+    if (byte < 0x20) return !isXmlCharacter(byte);
+    if (byte == '&') return beginsWithForbiddenReference(utf8.substr(i));
+    const std::string_view three = byte == 0xEF ? utf8.substr(i, 3) : std::string_view();
+    return three == "\xEF\xBF\xBE" || three == "\xEF\xBF\xBF";
+}
+
 // Where the first character stands that could not be written again; the size when there is none.
 std::size_t firstForbidden(std::string_view utf8) {
-    for (std::size_t i = 0; i < utf8.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(utf8[i]);
-        if (byte < 0x20 && !isXmlCharacter(byte)) return i;
-        if (byte == '&' && beginsWithForbiddenReference(utf8.substr(i))) return i;
-        const std::string_view three = byte == 0xEF ? utf8.substr(i, 3) : std::string_view();
-        if (three == "\xEF\xBF\xBE" || three == "\xEF\xBF\xBF") return i;
+    constexpr std::size_t kStride = 256;
+    for (std::size_t start = 0; start < utf8.size(); start += kStride) {
+        const std::size_t end = std::min(start + kStride, utf8.size());
+        if (!mayHoldForbidden(utf8.substr(start, end - start))) continue;
+        for (std::size_t i = start; i < end; ++i)
+            if (isForbiddenAt(utf8, i)) return i;
     }
     return utf8.size();
 }
@@ -151,26 +172,37 @@ bool loadItemTree(std::wstring_view path, pugi::xml_document& tree, platform::Er
         error);
 }
 
-pugi::xml_node findSubItem(const pugi::xml_node& owner, const char* name) {
+pugi::xml_node nextItem(const pugi::xml_node& item, const pugi::xml_node& owner) {
+    const auto elementFrom = [](pugi::xml_node node) {
+        while (node && node.type() != pugi::node_element)
+            node = node.next_sibling();
+        return node;
+    };
     // Without recursion: how deep a file nests is not ours to say.
-    pugi::xml_node item = owner.first_child();
-    while (item) {
-        if (std::string_view(item.name()) == name) return item;
-        pugi::xml_node next = item.first_child();
-        while (!next && item != owner) {
-            next = item.next_sibling();
-            if (!next) item = item.parent();
-        }
-        item = next;
-    }
+    if (const pugi::xml_node below = elementFrom(item.first_child())) return below;
+    for (pugi::xml_node above = item; above != owner; above = above.parent())
+        if (const pugi::xml_node beside = elementFrom(above.next_sibling())) return beside;
     return {};
 }
 
+pugi::xml_node findSubItem(const pugi::xml_node& owner, const char* name) {
+    pugi::xml_node item = nextItem(owner, owner);
+    while (item && std::strcmp(item.name(), name) != 0)
+        item = nextItem(item, owner);
+    return item;
+}
+
 CString itemText(const pugi::xml_node& item) {
+    const auto isText = [](const pugi::xml_node& child) {
+        return child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
+    };
+    const pugi::xml_node first = item.first_child();
+    if (!first) return {};
+    // Nearly every item: its text is in one piece.
+    if (isText(first) && !first.next_sibling()) return fromUtf8(first.value());
     std::string text;
-    for (const pugi::xml_node& child : item.children()) {
-        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) text += child.value();
-    }
+    for (const pugi::xml_node& child : item.children())
+        if (isText(child)) text += child.value();
     return fromUtf8(text);
 }
 

@@ -65,6 +65,10 @@ using ReadItems = std::function<void(ItemTree& tree)>;
 bool readItems(std::string_view bytes, const std::string& name, const CutRule& rule, const ReadItems& read,
                platform::Error& error);
 
+// The item after this one in a walk through all items below owner, depth first in document order; a null node after the
+// last one. The walk begins with owner itself as the item.
+pugi::xml_node nextItem(const pugi::xml_node& item, const pugi::xml_node& owner);
+
 // The first item of that name (exactly compared) below owner, searched depth first in document order; a null node when
 // there is none.
 pugi::xml_node findSubItem(const pugi::xml_node& owner, const char* name);

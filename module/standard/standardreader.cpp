@@ -1,4 +1,6 @@
 // Reads a standard from its file, section by section.
+#include <array>
+#include <cstring>
 #include <utility>
 
 #include "host/platform/codepage.h"
@@ -10,11 +12,32 @@
 namespace qrs::standard {
 namespace {
 
+// What findSubItem gives for every field, found in one walk. Files hold the fields in the table's order, mostly.
+template <class Row, std::size_t count>
+std::array<pugi::xml_node, count> findFields(const pugi::xml_node& owner, const Row (&fields)[count]) {
+    std::array<pugi::xml_node, count> found;
+    std::size_t missing = count, expected = 0;
+    for (pugi::xml_node item = nextItem(owner, owner); item && missing > 0; item = nextItem(item, owner)) {
+        for (std::size_t tried = 0; tried < count; ++tried, expected = (expected + 1) % count) {
+            if (std::strcmp(item.name(), fields[expected].name) != 0) continue;
+            if (!found[expected]) {
+                found[expected] = item;
+                --missing;
+            }
+            expected = (expected + 1) % count;
+            break;
+        }
+    }
+    return found;
+}
+
 template <class Node, class Row, std::size_t count>
 void readFields(const pugi::xml_node& item, const Row (&fields)[count], Node& node, bool inOtherLayers = false) {
-    for (const Field<Node>& field : fields) {
+    const std::array<pugi::xml_node, count> items = findFields(item, fields);
+    for (std::size_t i = 0; i < count; ++i) {
+        const Field<Node>& field = fields[i];
         if (field.onlyInOtherLayers && !inOtherLayers) continue;
-        const CString text = itemText(findSubItem(item, field.name));
+        const CString text = itemText(items[i]);
         field.form.set(node, text.IsEmpty() ? CString(field.missing) : text);
     }
 }

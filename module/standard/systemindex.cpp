@@ -63,10 +63,14 @@ std::shared_ptr<SystemIndex> SystemIndex::over(PipeGroupNode& group) {
     return index;
 }
 
+std::size_t SystemIndex::mostKeysOf(const PipeNode& system) {
+    return 3 + system.layers_.size() + system.layersByType_.size();
+}
+
 std::vector<std::uint64_t> SystemIndex::keysOf(const IndexEntry& entry) {
     const PipeNode& system = *entry.system;
     std::vector<std::uint64_t> keys;
-    keys.reserve(system.layers_.size() + system.layersByType_.size() + 3);
+    keys.reserve(mostKeysOf(system));
     keys.push_back(keyOf(Question::SystemName, system.PipeName));
     keys.push_back(keyOf(Question::SystemName, entry.nameInGroup));
     keys.push_back(keyOf(Question::OldName, system.PipeOriginalName));
@@ -108,10 +112,14 @@ void SystemIndex::take(std::uint64_t key, const IndexEntry& entry) {
 }
 
 void SystemIndex::build() {
+    std::size_t keys = 0;
     for (const PipeGroupNode* group : groups_) {
-        for (const auto& system : group->systems_)
+        for (const auto& system : group->systems_) {
             changed_.push_back(system->entry_.get());
+            keys += mostKeysOf(*system);
+        }
     }
+    postings_.reserve(keys);
     isBuilt_ = true;
 }
 

@@ -74,6 +74,7 @@ class SystemIndex {
     };
 
     static bool isBefore(const IndexEntry* a, const IndexEntry* b);
+    static std::size_t mostKeysOf(const PipeNode& system);
     static std::vector<std::uint64_t> keysOf(const IndexEntry& entry);
     static void join(const std::shared_ptr<SystemIndex>& index, PipeGroupNode& group);
     Candidates find(std::uint64_t key);
