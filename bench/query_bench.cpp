@@ -9,6 +9,7 @@
 
 #include "PipeSystemTool.h"
 #include "standard/holder.h"
+#include "standard/startup.h"
 
 namespace {
 
@@ -52,6 +53,8 @@ const std::vector<Row>& current(std::int64_t systems) {
     if (made != systems) {
         rows.clear();
         qrs::standard::StandardHolder::instance().adopt(makeStandard(static_cast<int>(systems), rows), L"\\bench.qdsl");
+        // As the start does, so that no question is measured with it.
+        qrs::standard::initLayerMaps();
         made = systems;
     }
     return rows;

@@ -39,11 +39,13 @@ class Cutter {
     }
 
     bool takeMarkup() {
+        // Tags first: there is hardly anything else.
+        const char kind = at_ + 1 < text_.size() ? text_[at_ + 1] : '\0';
+        if (kind == '/') return takeEnd();
+        if (kind == '?') return skipTo("?>");
+        if (kind != '!') return takeStart();
         if (startsWith("<!--")) return skipTo("-->");
-        if (startsWith("<![CDATA[")) return skipTo("]]>");
-        if (startsWith("<?")) return skipTo("?>");
-        if (startsWith("<!")) return false;
-        return startsWith("</") ? takeEnd() : takeStart();
+        return startsWith("<![CDATA[") && skipTo("]]>");
     }
 
     bool takeEnd() {
