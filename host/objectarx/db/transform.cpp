@@ -1,10 +1,11 @@
-// Moving, turning, scaling and mirroring entities: what the numbers of each kind mean, and how they follow.
+// Moving, turning, scaling and mirroring entities: how their numbers follow.
 #include <cmath>
 #include <map>
 #include <utility>
 
 #include "dbmain.h"
 #include "gemat3d.h"
+#include "host/drawing/numberroles.h"
 #include "host/dxf/classcodes.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/angle.h"
@@ -14,161 +15,11 @@ namespace qrs::host {
 using dxf::kNoRecord;
 using dxf::RecordId;
 namespace codes = dxf::codes;
-namespace columns = dxf::codes::mtextcolumns;
 using namespace dxf::codes;
 
 namespace {
 
 constexpr double kFullTurn = 360.0;
-
-// What a number, or the coordinates from a code on (10 codes apart), say.
-enum class Role : std::uint8_t {
-    WorldPoint,
-    PlanePoint,  // in the entity's own plane
-    Vector,      // turned and scaled
-    Direction,   // turned
-    Length,
-    Thickness,  // along the normal
-    Angle,      // in the entity's own plane, degrees
-    Factor,     // of a size that does not change
-    Elevation,  // of the plane above the origin
-    Shift,      // how far the picture of a dimension lies from where its block draws it
-};
-
-// usual: what is written when a tag is missing that now says something else than 0 (angles) or 1 (factors).
-struct Row {
-    const char* dxfName;
-    int code;
-    Role role;
-    int anchor = 0;  // a missing tag is put after the first of this code; 0: a missing one means nothing
-};
-
-// After 101, texts carry the values of a text of several lines: MTEXT those of its columns, attributes a whole one.
-constexpr const char* kColumns = "MTEXT 101";
-
-constexpr Row kRows[] = {
-    {"LINE", codes::kPoint, Role::WorldPoint},
-    {"LINE", codes::kSecondPoint, Role::WorldPoint},
-    {"LINE", codes::kThickness, Role::Thickness},
-    {"POINT", codes::kPoint, Role::WorldPoint},
-    {"POINT", codes::kThickness, Role::Thickness},
-    {"POINT", codes::point::kAxisAngle, Role::Angle},
-    {"RAY", codes::kPoint, Role::WorldPoint},
-    {"RAY", ray::kDirection, Role::Direction},
-    {"XLINE", codes::kPoint, Role::WorldPoint},
-    {"XLINE", ray::kDirection, Role::Direction},
-    {"3DFACE", face::kCorner, Role::WorldPoint},
-    {"3DFACE", face::kSecondCorner, Role::WorldPoint},
-    {"3DFACE", face::kThirdCorner, Role::WorldPoint},
-    {"3DFACE", face::kFourthCorner, Role::WorldPoint},
-    {"CIRCLE", codes::kPoint, Role::PlanePoint},
-    {"CIRCLE", curve::kRadius, Role::Length},
-    {"CIRCLE", codes::kThickness, Role::Thickness},
-    {"ARC", codes::kPoint, Role::PlanePoint},
-    {"ARC", curve::kRadius, Role::Length},
-    {"ARC", codes::kThickness, Role::Thickness},
-    {"ARC", curve::kStartAngle, Role::Angle},
-    {"ARC", curve::kEndAngle, Role::Angle},
-    {"ELLIPSE", codes::kPoint, Role::WorldPoint},
-    {"ELLIPSE", ellipse::kMajorAxis, Role::Vector},
-    {"SPLINE", spline::kControlPoint, Role::WorldPoint},
-    {"SPLINE", spline::kFitPoint, Role::WorldPoint},
-    {"SPLINE", spline::kStartTangent, Role::Direction},
-    {"SPLINE", spline::kEndTangent, Role::Direction},
-    {"LWPOLYLINE", codes::kElevation, Role::Elevation},
-    {"LWPOLYLINE", codes::kPoint, Role::PlanePoint},
-    {"LWPOLYLINE", codes::kThickness, Role::Thickness},
-    {"LWPOLYLINE", polyline::kStartWidth, Role::Length},
-    {"LWPOLYLINE", polyline::kEndWidth, Role::Length},
-    {"LWPOLYLINE", polyline::kConstantWidth, Role::Length},
-    {"POLYLINE", polyline::kElevation, Role::Elevation},
-    {"POLYLINE", codes::kThickness, Role::Thickness},
-    {"POLYLINE", polyline::kStartWidth, Role::Length},
-    {"POLYLINE", polyline::kEndWidth, Role::Length},
-    {"VERTEX", codes::kPoint, Role::PlanePoint},
-    {"VERTEX", polyline::kStartWidth, Role::Length},
-    {"VERTEX", polyline::kEndWidth, Role::Length},
-    {"VERTEX", polyline::kTangent, Role::Angle},
-    {"SOLID", face::kCorner, Role::PlanePoint},
-    {"SOLID", face::kSecondCorner, Role::PlanePoint},
-    {"SOLID", face::kThirdCorner, Role::PlanePoint},
-    {"SOLID", face::kFourthCorner, Role::PlanePoint},
-    {"SOLID", codes::kThickness, Role::Thickness},
-    {"TRACE", face::kCorner, Role::PlanePoint},
-    {"TRACE", face::kSecondCorner, Role::PlanePoint},
-    {"TRACE", face::kThirdCorner, Role::PlanePoint},
-    {"TRACE", face::kFourthCorner, Role::PlanePoint},
-    {"TRACE", codes::kThickness, Role::Thickness},
-    {"TEXT", codes::kPoint, Role::PlanePoint},
-    {"TEXT", text::kAlignmentPoint, Role::PlanePoint},
-    {"TEXT", text::kHeight, Role::Length},
-    {"TEXT", codes::kThickness, Role::Thickness},
-    {"TEXT", text::kRotation, Role::Angle, text::kHeight},
-    {"ATTRIB", codes::kPoint, Role::PlanePoint},
-    {"ATTRIB", text::kAlignmentPoint, Role::PlanePoint},
-    {"ATTRIB", text::kHeight, Role::Length},
-    {"ATTRIB", codes::kThickness, Role::Thickness},
-    {"ATTRIB", text::kRotation, Role::Angle, text::kHeight},
-    {"ATTDEF", codes::kPoint, Role::PlanePoint},
-    {"ATTDEF", text::kAlignmentPoint, Role::PlanePoint},
-    {"ATTDEF", text::kHeight, Role::Length},
-    {"ATTDEF", codes::kThickness, Role::Thickness},
-    {"ATTDEF", text::kRotation, Role::Angle, text::kHeight},
-    {"SHAPE", codes::kPoint, Role::WorldPoint},
-    {"SHAPE", text::kHeight, Role::Length},
-    {"SHAPE", codes::kThickness, Role::Thickness},
-    {"SHAPE", text::kRotation, Role::Angle, text::kHeight},
-    {"MTEXT", codes::kPoint, Role::WorldPoint},
-    {"MTEXT", mtext::kDirection, Role::Direction},
-    {"MTEXT", mtext::kHeight, Role::Length},
-    {"MTEXT", mtext::kReferenceWidth, Role::Length},
-    {"MTEXT", mtext::kDefinedHeight, Role::Length},
-    {"MTEXT", mtext::kColumnWidth, Role::Length},
-    {"MTEXT", mtext::kColumnGutter, Role::Length},
-    {"MTEXT", mtext::kRotation, Role::Angle, mtext::kHeight},
-    {"INSERT", codes::kPoint, Role::PlanePoint},
-    {"INSERT", insert::kScaleX, Role::Factor, codes::kPoint},
-    {"INSERT", insert::kScaleY, Role::Factor, codes::kPoint},
-    {"INSERT", insert::kScaleZ, Role::Factor, codes::kPoint},
-    {"INSERT", insert::kColumnSpacing, Role::Length},
-    {"INSERT", insert::kRowSpacing, Role::Length},
-    {"INSERT", insert::kRotation, Role::Angle, codes::kPoint},
-    {"LEADER", codes::kPoint, Role::WorldPoint},
-    {"LEADER", leader::kDirection, Role::Direction},
-    {"LEADER", leader::kBlockOffset, Role::Vector},
-    {"LEADER", leader::kAnnotationOffset, Role::Vector},
-    {"TOLERANCE", codes::kPoint, Role::WorldPoint},
-    {"TOLERANCE", tolerance::kDirection, Role::Direction},
-    {"IMAGE", codes::kPoint, Role::WorldPoint},
-    {"IMAGE", image::kDotAcross, Role::Vector},
-    {"IMAGE", image::kDotUp, Role::Vector},
-    {"WIPEOUT", codes::kPoint, Role::WorldPoint},
-    {"WIPEOUT", image::kDotAcross, Role::Vector},
-    {"WIPEOUT", image::kDotUp, Role::Vector},
-    {"DIMENSION", codes::kPoint, Role::WorldPoint},
-    {"DIMENSION", dimension::kTextPoint, Role::PlanePoint},
-    {"DIMENSION", dimension::kShift, Role::Shift, dimension::kTextPoint},
-    {"DIMENSION", dimension::kFirstPoint, Role::WorldPoint},
-    {"DIMENSION", dimension::kSecondPoint, Role::WorldPoint},
-    {"DIMENSION", dimension::kThirdPoint, Role::WorldPoint},
-    {"DIMENSION", dimension::kArcPoint, Role::PlanePoint},
-    // What new drawings write after a text once more, for its columns.
-    {kColumns, columns::kDirection, Role::Direction},
-    {kColumns, columns::kPosition, Role::WorldPoint},
-    {kColumns, columns::kReferenceWidth, Role::Length},
-    {kColumns, columns::kDefinedHeight, Role::Length},
-    {kColumns, columns::kWidth, Role::Length},
-    {kColumns, columns::kHeight, Role::Length},
-    {kColumns, columns::kColumnWidth, Role::Length},
-    {kColumns, columns::kColumnGutter, Role::Length},
-    {kColumns, columns::kColumnHeight, Role::Length},
-};
-
-const Row* findRow(std::string_view dxfName, int code) {
-    for (const Row& row : kRows)
-        if (row.code == code && dxfName == row.dxfName) return &row;
-    return nullptr;
-}
 
 bool isTranslation(const AcGeMatrix3d& matrix) {
     for (unsigned row = 0; row < 3; ++row)
@@ -302,27 +153,27 @@ class Mover {
         if (const std::size_t i = numbers.find(codes::kElevation); i != numbers.count()) elevation_ = numbers.value(i);
     }
 
-    void move(std::size_t i, Role role) {
+    void move(std::size_t i, NumberRole role) {
         switch (role) {
-            case Role::WorldPoint:
+            case NumberRole::WorldPoint:
                 return numbers_.setPoint(i, motion_.world * numbers_.point(i), false);
-            case Role::PlanePoint:
+            case NumberRole::PlanePoint:
                 return movePlanePoint(i);
-            case Role::Vector:
+            case NumberRole::Vector:
                 return setVector(i, motion_.world * vector(i));
-            case Role::Direction:
+            case NumberRole::Direction:
                 return setVector(i, (motion_.world * vector(i)) * (1.0 / motion_.scale));
-            case Role::Length:
+            case NumberRole::Length:
                 return numbers_.set(i, numbers_.value(i) * motion_.scale);
-            case Role::Factor:
+            case NumberRole::Factor:
                 return numbers_.set(i, numbers_.value(i) * factorOf(numbers_.code(i)));
-            case Role::Thickness:
+            case NumberRole::Thickness:
                 return numbers_.set(i, numbers_.value(i) * motion_.scale * (motion_.isMirrored ? -1.0 : 1.0));
-            case Role::Angle:
+            case NumberRole::Angle:
                 return numbers_.set(i, turned(numbers_.value(i), motion_.angle));
-            case Role::Elevation:
+            case NumberRole::Elevation:
                 return numbers_.set(i, (motion_.plane * AcGePoint3d(0.0, 0.0, numbers_.value(i))).z);
-            case Role::Shift:
+            case NumberRole::Shift:
                 return numbers_.setPoint(i, numbers_.point(i) + motion_.plane.translation(), false);
         }
     }
@@ -344,19 +195,19 @@ class Mover {
     }
 
     // What a missing tag means may no longer hold.
-    void addMissing(const Row& row) {
+    void addMissing(const NumberRow& row) {
         const std::size_t anchor = numbers_.find(row.anchor);
         if (anchor == numbers_.count() || numbers_.find(row.code) != numbers_.count()) return;
         // The direction of a text says what the angle would.
-        if (row.role == Role::Angle && row.dxfName == std::string_view("MTEXT") &&
+        if (row.role == NumberRole::Angle && row.dxfName == std::string_view("MTEXT") &&
             numbers_.find(mtext::kDirection) != numbers_.count())
             return;
         const std::size_t behind = numbers_.lastAxis(anchor);
-        if (row.role == Role::Angle && motion_.angle != 0.0) {
+        if (row.role == NumberRole::Angle && motion_.angle != 0.0) {
             numbers_.insert(behind, row.code, turned(0.0, motion_.angle));
-        } else if (row.role == Role::Factor && factorOf(row.code) != 1.0) {
+        } else if (row.role == NumberRole::Factor && factorOf(row.code) != 1.0) {
             numbers_.insert(behind, row.code, factorOf(row.code));
-        } else if (row.role == Role::Shift) {
+        } else if (row.role == NumberRole::Shift) {
             const AcGeVector3d shift = motion_.plane.translation();
             for (unsigned axis = 0; axis < 3; ++axis)
                 numbers_.insert(behind, row.code + static_cast<int>(axis) * codes::kCoordinateStep, shift[axis]);
@@ -403,7 +254,7 @@ class HatchMover {
         for (; i < numbers_.count() && numbers_.code(i) != hatch::kPathCount; ++i) {
             if (numbers_.code(i) != hatch::kElevation) continue;
             mover_.setElevation(numbers_.value(i));
-            mover_.move(i, Role::Elevation);
+            mover_.move(i, NumberRole::Elevation);
         }
         for (; i < numbers_.count() && numbers_.code(i) != hatch::kStyle; ++i)
             movePath(i);
@@ -425,7 +276,7 @@ class HatchMover {
             code == hatch::kEndTangent)
             mover_.movePlaneVector(i);
         if (edge_ != Arc) return;
-        if (code == hatch::kRadius) mover_.move(i, Role::Length);
+        if (code == hatch::kRadius) mover_.move(i, NumberRole::Length);
         // Angles of an arc that runs clockwise are written as those of its mirror image.
         if (code == hatch::kStartAngle || code == hatch::kEndAngle)
             numbers_.set(i, turned(numbers_.value(i), runsClockwise(i) ? -motion_.angle : motion_.angle));
@@ -443,10 +294,10 @@ class HatchMover {
         switch (numbers_.code(i)) {
             case hatch::kPatternAngle:
             case hatch::kLineAngle:
-                return mover_.move(i, Role::Angle);
+                return mover_.move(i, NumberRole::Angle);
             case hatch::kPatternScale:
             case hatch::kDash:
-                return mover_.move(i, Role::Length);
+                return mover_.move(i, NumberRole::Length);
             case hatch::kLineBaseX:
             case hatch::kLineOffsetX:
                 return movePatternPair(i);
@@ -513,13 +364,13 @@ void moveRecord(dxf::Drawing& drawing, RecordId record, const AcGeMatrix3d& matr
             isVertex && (flagsOf(numbers) & kPolyfaceBit) != 0 && (flagsOf(numbers) & kPolyfacePointBit) == 0;
         std::string_view kind = dxfName;
         for (std::size_t i = 0; i < numbers.count() && !isFace; ++i) {
-            if (numbers.code(i) == codes::kEmbedded) kind = dxfName == "MTEXT" ? kColumns : "MTEXT";
-            const Row* row = findRow(kind, numbers.code(i));
-            if (!row || (frame.isSpatial && row->role == Role::Elevation)) continue;
-            const bool isInSpace = frame.isSpatial && row->role == Role::PlanePoint;
-            mover.move(i, isInSpace ? Role::WorldPoint : row->role);
+            if (numbers.code(i) == codes::kEmbedded) kind = dxfName == "MTEXT" ? kTextColumns : "MTEXT";
+            const NumberRow* row = findNumber(kind, numbers.code(i));
+            if (!row || (frame.isSpatial && row->role == NumberRole::Elevation)) continue;
+            const bool isInSpace = frame.isSpatial && row->role == NumberRole::PlanePoint;
+            mover.move(i, isInSpace ? NumberRole::WorldPoint : row->role);
         }
-        for (const Row& row : kRows)
+        for (const NumberRow& row : numberRows())
             if (row.anchor != 0 && dxfName == row.dxfName) mover.addMissing(row);
         // A flat polyline without an elevation may need one now.
         const AcGePoint3d origin = motion.plane * AcGePoint3d();
@@ -531,20 +382,9 @@ void moveRecord(dxf::Drawing& drawing, RecordId record, const AcGeMatrix3d& matr
     numbers.write();
 }
 
-bool isKnown(std::string_view dxfName) {
-    if (dxfName == "HATCH") return true;
-    for (const Row& row : kRows)
-        if (dxfName == row.dxfName) return true;
-    return false;
-}
-
-}  // namespace
-
-namespace {
-
 Acad::ErrorStatus transform(dxf::Drawing& drawing, RecordId entity, const AcGeMatrix3d& matrix) {
     const std::string_view dxfName = drawing.typeNameOf(entity);
-    if (!isKnown(dxfName)) return Acad::eNotApplicable;
+    if (dxfName != "HATCH" && !hasKnownNumbers(dxfName)) return Acad::eNotApplicable;
     if (!matrix.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
     if (dxfName == "DIMENSION" && !isTranslation(matrix)) return Acad::eNotApplicable;
     Frame frame;
