@@ -150,8 +150,13 @@ std::vector<Row> rows() {
         "0=DICTIONARY;5=C;330=A2;100=AcDbDictionary;3=ACAD_DIMASSOC;360=B;0=DIMASSOC;5=B;330=C;100=AcDbDimAssoc;330=A2;"
         "90=3;1=AcDbOsnapPointRef;331=A2;1=AcDbOsnapPointRef;331=A1;",
         "0=DICTIONARY;5=C;330=A2;100=AcDbDictionary;");
-    object("a set with its count", "0=FIELDLIST;5=B;100=AcDbIdSet;90=3;330=A1;330=A2;330=A1;100=AcDbFieldList;",
-           "0=FIELDLIST;5=B;100=AcDbIdSet;90=1;330=A2;100=AcDbFieldList;");
+    object("sets, with their count or without",
+           "0=FIELDLIST;5=B;100=AcDbIdSet;90=3;330=A1;330=A2;330=A1;100=AcDbFieldList;0=IDBUFFER;5=C;330=D;100="
+           "AcDbIdBuffer;330=A1;330=A2;",
+           "0=FIELDLIST;5=B;100=AcDbIdSet;90=1;330=A2;100=AcDbFieldList;0=IDBUFFER;5=C;330=D;100=AcDbIdBuffer;330=A2;");
+    object("what an action of a dynamic block moves",
+           "0=BLOCKMOVEACTION;5=B;100=AcDbBlockElement;1071=0;100=AcDbBlockAction;70=0;71=2;330=A1;330=A2;1010=5.0;",
+           "0=BLOCKMOVEACTION;5=B;100=AcDbBlockElement;1071=0;100=AcDbBlockAction;70=0;71=1;330=A2;1010=5.0;");
     object("a field", "0=FIELD;5=B;100=AcDbField;90=1;360=A1;97=2;331=A1;331=A2;93=0;",
            "0=FIELD;5=B;100=AcDbField;90=0;97=2;331=0;331=A2;93=0;");
     object("lists of dynamic blocks",
