@@ -14,6 +14,7 @@ namespace {
 struct Cache {
     FontSource source = &platform::installedFonts;
     std::optional<std::vector<WindowsFont>> fonts;
+    std::optional<ShxFonts> shxFonts;
 };
 
 Cache& cache() {
@@ -41,6 +42,15 @@ const std::vector<WindowsFont>& windowsFonts(bool enumerateAgain) {
     Cache& known = cache();
     if (enumerateAgain || !known.fonts) known.fonts = enumerate(known.source);
     return *known.fonts;
+}
+
+std::optional<ShxFonts>& gatheredShxFonts() {
+    return cache().shxFonts;
+}
+
+void forgetFonts() {
+    cache().fonts.reset();
+    cache().shxFonts.reset();
 }
 
 void setFontSource(FontSource source) {

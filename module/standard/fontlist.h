@@ -1,6 +1,7 @@
 // The fonts that text styles may name, gathered when first asked for.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "afxstr.h"
@@ -18,6 +19,17 @@ struct WindowsFont {
 
 // Sorted by face, then by script. The list stays until it is enumerated again.
 const std::vector<WindowsFont>& windowsFonts(bool enumerateAgain);
+
+struct ShxFonts {
+    std::vector<CString> shape;
+    std::vector<CString> big;
+};
+
+// Those gathered before; empty when none were.
+std::optional<ShxFonts>& gatheredShxFonts();
+
+// Forgets what was gathered.
+void forgetFonts();
 
 // Tests put a list of their own in place of the installed fonts; null brings those back. What was gathered is
 // forgotten.

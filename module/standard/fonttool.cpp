@@ -15,17 +15,13 @@
 #include "standard/text.h"
 
 using qrs::standard::equalNoCase;
+using qrs::standard::ShxFonts;
 using qrs::standard::WindowsFont;
 using qrs::standard::windowsFonts;
 
 namespace {
 
 using Names = std::vector<CString>;
-
-struct ShxFonts {
-    Names shape;
-    Names big;
-};
 
 // An SHX file opens with 16 bytes of text; the kind of font is told from the twelfth on.
 constexpr std::size_t headerSize = 16;
@@ -79,7 +75,7 @@ void collectScripts(bool enumerateAgain, Names& scripts, Predicate&& isMeant) {
 }  // namespace
 
 void FontTool::GetShxFont(std::vector<CString>& shapeFonts, std::vector<CString>& bigFonts, bool rescan) {
-    static std::optional<ShxFonts> fonts;
+    std::optional<ShxFonts>& fonts = qrs::standard::gatheredShxFonts();
     if (rescan || !fonts) fonts = scanSearchPath();
     shapeFonts = fonts->shape;
     bigFonts = fonts->big;

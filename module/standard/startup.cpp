@@ -4,6 +4,7 @@
 #include "qrs_kernal.h"
 #include "qrs_pipewire.h"
 #include "qrs_standard.h"
+#include "standard/fontlist.h"
 #include "standard/holder.h"
 #include "standard/systemindex.h"
 #include "standard/text.h"
@@ -47,6 +48,7 @@ void initLayerMaps() {
 void releaseStandard() {
     StandardHolder::release();
     ClearPipeSystemNames();
+    forgetFonts();
     QrsExport::SetStandardInUse({});
 }
 

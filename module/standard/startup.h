@@ -43,7 +43,7 @@ void withdrawPipeMaterials();
 // Puts every name of the standard into the look-up, so that the first question is as quick as the later ones.
 void initLayerMaps();
 
-// Deletes the standard and everything held with it; systems have no old names then.
+// Deletes the standard and everything held with it, the lists of fonts too; systems have no old names then.
 void releaseStandard();
 
 }  // namespace qrs::standard
