@@ -9,6 +9,7 @@
 
 #include "host/platform/codepage.h"
 #include "tests/dxf/sample.h"
+#include "tests/platform/scratch.h"
 
 namespace qrs::dxf::test {
 namespace {
@@ -206,15 +207,9 @@ std::string content(const fs::path& path) {
     return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
-fs::path newFolder() {
-    const fs::path folder = fs::temp_directory_path() / ("qrs_dxf_test_" + std::to_string(std::time(nullptr)));
-    fs::create_directories(folder);
-    return folder;
-}
-
 // Somebody writes into the file while it is copied: what was copied is neither its old content nor the new one.
 TEST(Editing, SavesNothingOfAFileThatChangesMeanwhile) {
-    const fs::path folder = newFolder();
+    const Scratch folder;
     const fs::path source = folder / "source.dxf";
     const fs::path target = folder / "target" / "a.dxf";
     fs::create_directories(target.parent_path());
@@ -250,11 +245,10 @@ TEST(Editing, SavesNothingOfAFileThatChangesMeanwhile) {
         }
     }
     EXPECT_TRUE(isRefused);
-    fs::remove_all(folder);
 }
 
 TEST(Editing, SavesWholeOrNotAtAll) {
-    const fs::path folder = newFolder();
+    const Scratch folder;
     const fs::path path = folder / "a.dxf";
     const std::string bytes = lay(sampleTags(), 3, "\r\n");
     std::ofstream(path, std::ios::binary) << bytes;
@@ -317,7 +311,6 @@ TEST(Editing, SavesWholeOrNotAtAll) {
     EXPECT_EQ(Drawing::open(folder / "missing.dxf", error), nullptr);
     EXPECT_NE(error.message.find("missing.dxf"), std::string::npos);
     drawing.reset();
-    fs::remove_all(folder);
 }
 
 }  // namespace

@@ -18,6 +18,7 @@
 #include "host/commands/hostcommands.h"
 #include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
+#include "tests/platform/scratch.h"
 
 namespace edtest {
 
@@ -49,23 +50,16 @@ class ListTerminal : public qrs::host::Terminal {
 // A folder that goes with the object.
 class Folder {
   public:
-    Folder() {
-        static int count = 0;
-        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        path = std::filesystem::temp_directory_path() /
-               (std::string("qrs_ed_") + test->name() + "_" + std::to_string(++count));
-        std::filesystem::remove_all(path);
-        std::filesystem::create_directories(path);
-    }
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
-    }
     std::filesystem::path write(const char* name, const std::string& content) const {
-        std::ofstream(path / name, std::ios::binary) << content;
+        scratch_.put(name, content);
         return path / name;
     }
-    std::filesystem::path path;
+
+  private:
+    Scratch scratch_;
+
+  public:
+    const std::filesystem::path path = scratch_.folder();
 };
 
 inline std::vector<std::function<void()>>& bodies() {

@@ -19,6 +19,7 @@
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/settings.h"
+#include "tests/platform/scratch.h"
 
 namespace qrs::test {
 
@@ -50,25 +51,14 @@ class ScriptTerminal : public host::Terminal {
 // A temporary folder that goes with the object.
 class Folder {
   public:
-    Folder() {
-        static std::atomic<int> number{0};
-        path_ = std::filesystem::temp_directory_path() /
-                ("qrs_frame_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "_" +
-                 std::to_string(reinterpret_cast<std::uintptr_t>(this)) + "_" + std::to_string(number++));
-        std::filesystem::create_directories(path_);
-    }
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
     std::filesystem::path write(const std::string& name, const std::string& content) const {
-        std::ofstream(path_ / name, std::ios::binary) << content;
-        return path_ / name;
+        scratch_.put(name, content);
+        return scratch_ / name;
     }
-    const std::filesystem::path& path() const { return path_; }
+    const std::filesystem::path& path() const { return scratch_.folder(); }
 
   private:
-    std::filesystem::path path_;
+    Scratch scratch_;
 };
 
 // Settings and the system folder lie in the folder; the application lives as long as the object.

@@ -6,6 +6,7 @@
 
 #include "dbents.h"
 #include "support.h"
+#include "tests/platform/scratch.h"
 
 using namespace dbtest;
 namespace fs = std::filesystem;
@@ -92,9 +93,8 @@ TEST(DbDrawing, ANewOneIsWholeAndReadsBack) {
     EXPECT_EQ(again.database->setClayer(id), Acad::eOk);
     EXPECT_EQ(acdbRegApp(L"PWX-ENT-TYPE"), RTNORM);
 
-    const fs::path folder = fs::temp_directory_path() / "qrs_db_new_drawing";
-    fs::create_directories(folder);
-    const fs::path file = folder / "new.dxf";
+    const Scratch scratch;
+    const fs::path file = scratch / "new.dxf";
     qrs::platform::Error error;
     ASSERT_TRUE(DatabaseAccess::save(*again.database, file, false, error)) << error.message;
     AcDbDatabase read(false);
@@ -104,13 +104,12 @@ TEST(DbDrawing, ANewOneIsWholeAndReadsBack) {
     // Another program's opinion, where it is installed.
     const std::string audit = "/usr/bin/python3 -m ezdxf audit '" + file.string() + "' 2>/dev/null";
     if (std::system("/usr/bin/python3 -c 'import ezdxf' >/dev/null 2>&1") == 0) {
-        const std::string listing = (folder / "audit.txt").string();
+        const std::string listing = (scratch / "audit.txt").string();
         EXPECT_EQ(std::system((audit + " > '" + listing + "'").c_str()), 0);
         std::ifstream lines(listing);
         const std::string all((std::istreambuf_iterator<char>(lines)), std::istreambuf_iterator<char>());
         EXPECT_NE(all.find("No errors found"), std::string::npos) << all;
     }
-    fs::remove_all(folder);
 }
 
 TEST(DbDrawing, HeaderVariablesAreSystemVariables) {

@@ -12,6 +12,7 @@
 #include "standard/standard.h"
 #include "standard/text.h"
 #include "standard/values.h"
+#include "tests/platform/scratch.h"
 
 using namespace qrs::standard;
 namespace platform = qrs::platform;
@@ -303,9 +304,7 @@ TEST(StandardFile, RefusesWhatIsNoStandard) {
 }
 
 TEST(StandardFile, WritesTheWholeFileOrNothing) {
-    const auto folder = std::filesystem::temp_directory_path() / "qrs_standard_file_test";
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directory(folder);
+    const Scratch folder;
     const std::wstring path = platform::innerPath(folder / "a.qdsl");
     Standard standard = parse(builtinStandard());
     standard.nameRules.push_back({L"\r\n\t", L" ", makeText(platform::fromUtf8("\xF0\xA0\x80\x80 ]]>"))});
@@ -326,8 +325,7 @@ TEST(StandardFile, WritesTheWholeFileOrNothing) {
     EXPECT_FALSE(writeStandard(back, path, error));
     EXPECT_NE(error.message.find("LayerPrefix"), std::string::npos);
     EXPECT_TRUE(fileBytes(folder / "a.qdsl") == first);
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
-    std::filesystem::remove_all(folder);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.folder()), {}), 1);
 }
 
 }  // namespace

@@ -37,19 +37,13 @@ class Listener : public qrs::host::Terminal {
 class Selection : public testing::Test {
   protected:
     Selection() : application(listener), setting(GetRegLocation(L"PipeSystemSetting")) {
-        const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
-        folder = fs::temp_directory_path() / (std::string("qrs_selection_") + test.name());
-        fs::remove_all(folder);
         fs::create_directories(folder / "sys");
         platform::Error error;
         EXPECT_TRUE(platform::Settings::user().useFile(folder / "settings.ini", error)) << error.message;
         QrsExport::SetSystemFolder(inner("sys"));
         releaseStandard();
     }
-    ~Selection() override {
-        releaseStandard();
-        fs::remove_all(folder);
-    }
+    ~Selection() override { releaseStandard(); }
     std::wstring inner(const std::string& name) const { return platform::innerPath(folder / name); }
     void put(const std::string& name, const std::string& bytes) const {
         std::ofstream(folder / name, std::ios::binary) << bytes;
@@ -77,7 +71,7 @@ class Selection : public testing::Test {
     Listener listener;
     qrs::host::Application application;
     TRegKey setting;
-    fs::path folder;
+    Scratch folder;
 };
 
 TEST_F(Selection, TakesTheDefaultFileAndRemembersIt) {

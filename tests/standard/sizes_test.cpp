@@ -12,6 +12,7 @@
 #include "standard/holder.h"
 #include "standard/pipesizes.h"
 #include "standard/startup.h"
+#include "tests/platform/scratch.h"
 
 using namespace PipeSystemTool;
 using qrs::standard::MaterialPrefixTable;
@@ -22,18 +23,11 @@ namespace {
 
 class TemporaryTable {
   public:
-    explicit TemporaryTable(const std::string& bytes)
-        : path_(fs::temp_directory_path() /
-                ("qrs_sizes_" + std::to_string(reinterpret_cast<std::uintptr_t>(this)) + ".dbf")) {
-        std::ofstream(path_, std::ios::binary) << bytes;
-    }
-    ~TemporaryTable() { fs::remove(path_); }
-    TemporaryTable(const TemporaryTable&) = delete;
-    TemporaryTable& operator=(const TemporaryTable&) = delete;
-    std::wstring path() const { return qrs::platform::innerPath(path_); }
+    explicit TemporaryTable(const std::string& bytes) { folder_.put("table.dbf", bytes); }
+    std::wstring path() const { return qrs::platform::innerPath(folder_ / "table.dbf"); }
 
   private:
-    fs::path path_;
+    Scratch folder_;
 };
 
 std::vector<int> dnOf(const wchar_t* material) {

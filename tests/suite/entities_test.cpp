@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "support.h"
+#include "tests/platform/scratch.h"
 
 using namespace suitetest;
 namespace fs = std::filesystem;
@@ -198,8 +199,7 @@ TEST(PipeEntities, PassAnotherProgramsAudit) {
     AcDbDatabase made;
     acdbHostApplicationServices()->setWorkingDatabase(&made);
     fill(made);
-    const fs::path folder = fs::temp_directory_path() / "qrs_suite_audit";
-    fs::create_directories(folder);
+    const Scratch folder;
     qrs::platform::Error error;
     ASSERT_TRUE(DatabaseAccess::save(made, folder / "pipes.dxf", false, error)) << error.message;
     // It reads, audits, and writes the pipes again, as objects unknown to it.
@@ -217,5 +217,4 @@ TEST(PipeEntities, PassAnotherProgramsAudit) {
     const std::string text = DatabaseAccess::bytes(*again);
     EXPECT_NE(text.find("QRS_PIPE"), std::string::npos);
     EXPECT_EQ(countOf(text, "TDbPipePrototype"), 2u);
-    fs::remove_all(folder);
 }
