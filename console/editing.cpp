@@ -10,6 +10,8 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <optional>
+#include <utility>
 
 #include "host/platform/codepage.h"
 #include "host/platform/process.h"
@@ -20,6 +22,10 @@ namespace {
 
 constexpr int kHistorySize = 500;
 constexpr const wchar_t* kCommandPrompt = L"Command: ";
+constexpr char kEscape = '\x1b';
+constexpr wchar_t kCancelKey = L'\x03';
+// The rest of what a key sends after Esc is there at once, even over a slow line.
+constexpr int kKeyMilliseconds = 50;
 
 // ^C while a command runs: the prompt that follows finds itself cancelled, and no unsaved drawing is lost.
 volatile std::sig_atomic_t interrupted = 0;
@@ -53,6 +59,7 @@ class EditingTerminal : public ConsoleTerminal {
   private:
     static EditingTerminal& of(EditLine* editor);
     static wchar_t* showPrompt(EditLine* editor);
+    static int readKey(EditLine* editor, wchar_t* key);
     static unsigned char cancel(EditLine* editor, wint_t key);
     static unsigned char complete(EditLine* editor, wint_t key);
     static unsigned char leave(EditLine* editor, wint_t key);
@@ -64,6 +71,7 @@ class EditingTerminal : public ConsoleTerminal {
     std::unique_ptr<EditLine, EndEditLine> editor_;
     std::unique_ptr<HistoryW, EndHistory> history_;
     std::wstring prompt_;
+    std::optional<char> following_;  // read after Esc, but not used yet
     bool cancelled_ = false;
     bool leaves_ = false;
 };
@@ -83,6 +91,7 @@ EditingTerminal::EditingTerminal(std::function<std::vector<std::wstring>()> comm
     el_wset(editor, EL_CLIENTDATA, this);
     el_wset(editor, EL_PROMPT, &EditingTerminal::showPrompt);
     el_wset(editor, EL_HIST, history_w, history_.get());
+    el_wset(editor, EL_GETCFN, &EditingTerminal::readKey);
     el_wset(editor, EL_EDITOR, L"emacs");
     el_wset(editor, EL_ADDFN, L"qrs-cancel", L"Cancel the command", &EditingTerminal::cancel);
     el_wset(editor, EL_ADDFN, L"qrs-complete", L"Complete a command name", &EditingTerminal::complete);
@@ -113,9 +122,33 @@ wchar_t* EditingTerminal::showPrompt(EditLine* editor) {
     return of(editor).prompt_.data();
 }
 
+// Esc by itself cancels as ^C does. Arrow keys and their like send Esc and more.
+int EditingTerminal::readKey(EditLine* editor, wchar_t* key) {
+    EditingTerminal& self = of(editor);
+    const auto next = [&] {
+        return self.following_ ? std::exchange(self.following_, std::nullopt) : platform::readInputByte(-1);
+    };
+    std::string bytes;
+    std::wstring text;
+    while (const std::optional<char> byte = next()) {
+        bytes += *byte;
+        if (bytes.size() == 1 && *byte == kEscape) {
+            self.following_ = platform::readInputByte(kKeyMilliseconds);
+            const bool isKey = self.following_ && *self.following_ > ' ' && *self.following_ <= '~';
+            *key = isKey ? wchar_t{kEscape} : kCancelKey;
+            return 1;
+        }
+        if (platform::decodeStrict(platform::kUtf8, bytes, text) && !text.empty()) {
+            *key = text.front();
+            return 1;
+        }
+        if (bytes.size() >= 4) bytes.clear();
+    }
+    return 0;
+}
+
 unsigned char EditingTerminal::cancel(EditLine* editor, wint_t) {
     of(editor).cancelled_ = true;
-    el_wset(editor, EL_REFRESH);
     return CC_EOF;
 }
 

@@ -25,6 +25,10 @@ QRS_HOST_PORT void removeTemporariesWhenEnded(bool withInterrupt);
 // True when descriptor 0, 1 or 2 is a terminal.
 QRS_HOST_PORT bool isTerminal(int descriptor);
 
+// The next byte of standard input, unbuffered; nothing at its end, or when none comes within the time (negative: as
+// long as it takes).
+QRS_HOST_PORT std::optional<char> readInputByte(int milliseconds);
+
 // A variable of the environment; nothing when it is not set.
 QRS_HOST_PORT std::optional<std::wstring> environment(const char* name);
 

@@ -56,8 +56,17 @@ def session(program, folder):
     typist.sees("turn off")
     typist.types("half")
     typist.sees("alf")
+    before = typist.mark
     typist.types("\x03")
     typist.sees("*Cancel*")
+    assert "turn off" not in typist.seen[before:typist.mark], "the prompt again"
+    typist.sees("Command: ")
+    # Esc cancels as well, also when the next key follows at once.
+    typist.types("UnLockSelLayer\n")
+    typist.sees("全部>")
+    typist.types("\x1b\x1b")
+    typist.sees("*Cancel*")
+    typist.sees("Command: *Cancel*")
     typist.sees("Command: ")
     typist.types("NoSuchCommand\n")
     typist.sees("Unknown command")

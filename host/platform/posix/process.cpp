@@ -87,6 +87,18 @@ bool isTerminal(int descriptor) {
     return isatty(descriptor) == 1;
 }
 
+std::optional<char> readInputByte(int milliseconds) {
+    char byte = 0;
+    for (;;) {
+        pollfd input{STDIN_FILENO, POLLIN, 0};
+        const int ready = poll(&input, 1, milliseconds);
+        if (ready == 0) return std::nullopt;
+        const ssize_t count = ready > 0 ? read(STDIN_FILENO, &byte, 1) : -1;
+        if (count == 1) return byte;
+        if (count == 0 || (errno != EINTR && errno != EAGAIN)) return std::nullopt;
+    }
+}
+
 std::optional<std::wstring> environment(const char* name) {
     const char* value = std::getenv(name);
     return value ? std::optional<std::wstring>(fromUtf8(value)) : std::nullopt;

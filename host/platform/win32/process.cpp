@@ -79,6 +79,16 @@ bool isTerminal(int descriptor) {
     return descriptor >= 0 && descriptor <= 2 && isConsole(GetStdHandle(kStreams[descriptor]));
 }
 
+std::optional<char> readInputByte(int milliseconds) {
+    const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+    const DWORD wait = milliseconds < 0 ? INFINITE : static_cast<DWORD>(milliseconds);
+    char byte = 0;
+    DWORD count = 0;
+    if (WaitForSingleObject(input, wait) != WAIT_OBJECT_0) return std::nullopt;
+    if (!ReadFile(input, &byte, 1, &count, nullptr) || count == 0) return std::nullopt;
+    return byte;
+}
+
 std::optional<std::wstring> environment(const char* name) {
     const wchar_t* value = _wgetenv(fromUtf8(name).c_str());
     return value ? std::optional<std::wstring>(value) : std::nullopt;
