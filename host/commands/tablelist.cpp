@@ -2,6 +2,7 @@
 #include "host/commands/tablelist.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "acedads.h"
 #include "host/editor/wildcard.h"
@@ -25,18 +26,21 @@ std::vector<std::wstring> splitNames(const std::wstring& list) {
 std::vector<NamedRecord> findRecords(const std::vector<NamedRecord>& records, const std::wstring& list,
                                      const std::wstring& noun) {
     std::vector<bool> meant(records.size());
-    const auto mark = [&](const auto& means) {
-        bool any = false;
-        for (std::size_t i = 0; i < records.size(); ++i)
-            if (means(records[i].name)) any = meant[i] = true;
-        return any;
-    };
+    std::unordered_multimap<std::wstring, std::size_t> byName;
+    for (std::size_t i = 0; i < records.size(); ++i)
+        byName.emplace(platform::foldCase(records[i].name), i);
     for (const std::wstring& part : splitNames(list)) {
-        if (mark([&](const std::wstring& name) { return platform::compareNoCase(name, part) == 0; })) continue;
-        if (part.find_first_of(L"*?#@.~[") == std::wstring::npos)
-            acedPrompt((L"\nCannot find " + noun + L" \"" + part + L"\".").c_str());
-        else if (!mark([&](const std::wstring& name) { return ed::matchesWildcard(name, part); }))
-            acedPrompt((L"\nNo matching " + noun + L" names found.").c_str());
+        const auto [first, last] = byName.equal_range(platform::foldCase(part));
+        for (auto one = first; one != last; ++one)
+            meant[one->second] = true;
+        if (first != last) continue;
+        bool any = false;
+        const bool isPattern = part.find_first_of(L"*?#@.~[") != std::wstring::npos;
+        for (std::size_t i = 0; isPattern && i < records.size(); ++i)
+            if (ed::matchesWildcard(records[i].name, part)) any = meant[i] = true;
+        if (any) continue;
+        acedPrompt(isPattern ? (L"\nNo matching " + noun + L" names found.").c_str()
+                             : (L"\nCannot find " + noun + L" \"" + part + L"\".").c_str());
     }
     std::vector<NamedRecord> found;
     for (std::size_t i = 0; i < records.size(); ++i)
@@ -44,12 +48,15 @@ std::vector<NamedRecord> findRecords(const std::vector<NamedRecord>& records, co
     return found;
 }
 
-void printTable(const std::vector<Row>& rows) {
+void printTable(std::vector<Row> rows) {
     if (rows.empty()) return;
     std::vector<std::size_t> widths(rows.front().size());
-    for (const Row& row : rows)
-        for (std::size_t i = 0; i < row.size(); ++i)
+    for (Row& row : rows) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            row[i] = platform::shownInTable(row[i]);
             widths[i] = std::max(widths[i], platform::columnsOf(row[i]));
+        }
+    }
     std::wstring text;
     for (std::size_t line = 0; line < rows.size(); ++line) {
         for (std::size_t i = 0; i < widths.size(); ++i) {

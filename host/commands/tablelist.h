@@ -41,8 +41,9 @@ std::vector<std::wstring> splitNames(const std::wstring& list);
 std::vector<NamedRecord> findRecords(const std::vector<NamedRecord>& records, const std::wstring& list,
                                      const std::wstring& noun);
 
-// Prints rows in columns, a line under the first row. All rows have the same number of cells.
+// Prints rows in columns, a line under the first row. All rows have the same number of cells; one that is too long is
+// cut.
 using Row = std::vector<std::wstring>;
-void printTable(const std::vector<Row>& rows);
+void printTable(std::vector<Row> rows);
 
 }  // namespace qrs::host::commands

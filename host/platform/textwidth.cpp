@@ -11,6 +11,8 @@ namespace qrs::platform {
 
 namespace {
 
+constexpr std::size_t kWidestShown = 255;
+constexpr std::wstring_view kCut = L"...";
 constexpr char32_t kEmojiPresentation = 0xFE0F;  // asks for the coloured form of the character before it
 
 bool isFlagLetter(char32_t codePoint) {
@@ -63,6 +65,17 @@ std::wstring paddedTo(std::wstring_view text, std::size_t columns) {
     const std::size_t width = columnsOf(text);
     if (width < columns) padded.append(columns - width, L' ');
     return padded;
+}
+
+std::wstring shownInTable(std::wstring_view text) {
+    std::size_t cut = 0;
+    std::size_t columns = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        if (columns + kCut.size() <= kWidestShown) cut = i;
+        columns += widthOf(nextCodePoint(text, i));
+        if (columns > kWidestShown) return std::wstring(text.substr(0, cut)) + std::wstring(kCut);
+    }
+    return std::wstring(text);
 }
 
 }  // namespace qrs::platform

@@ -51,4 +51,6 @@ TEST(Widths, AreThoseOfTheCharactersSeen) {
     EXPECT_EQ(columnsOf(std::wstring(1, static_cast<wchar_t>(0xD83D))), 1u);
     EXPECT_EQ(paddedTo(L"e\u0301给", 5), L"e\u0301给  ");
     EXPECT_EQ(paddedTo(L"给水", 3), L"给水");
+    EXPECT_EQ(shownInTable(std::wstring(255, L'n')), std::wstring(255, L'n'));
+    EXPECT_EQ(shownInTable(std::wstring(3000, L'给')), std::wstring(126, L'给') + L"...");
 }

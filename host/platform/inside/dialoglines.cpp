@@ -56,7 +56,7 @@ class Lines {
 std::wstring joined(const std::vector<std::wstring>& cells, const std::vector<std::size_t>& widths) {
     std::wstring line;
     for (std::size_t i = 0; i < widths.size(); ++i)
-        line += (i == 0 ? L"" : kBetweenColumns) + paddedTo(cells[i], widths[i]);
+        line += (i == 0 ? L"" : kBetweenColumns) + paddedTo(shownInTable(cells[i]), widths[i]);
     line.erase(line.find_last_not_of(L' ') + 1);
     return line;
 }
@@ -68,7 +68,7 @@ void addList(Lines& lines, const Control& list) {
         widths.push_back(columnsOf(column));
     for (const ListRow& row : list.rows)
         for (std::size_t i = 0; i < widths.size(); ++i)
-            widths[i] = std::max(widths[i], columnsOf(row.cells[i]));
+            widths[i] = std::max(widths[i], columnsOf(shownInTable(row.cells[i])));
     if (!list.caption.empty()) lines.addPlain(list.caption);
     const std::wstring beforeNames(list.listKind == ListKind::None ? 2 : kNumberWidth + 5, L' ');
     // A single column needs no heading when the list has a caption.
