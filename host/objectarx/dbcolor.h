@@ -44,7 +44,8 @@ class QRS_HOST_PORT AcCmColor : public AcCmEntityColor {
     bool isByBlock() const { return method_ == kByBlock; }
     bool isByACI() const { return method_ == kByACI; }
 
-    // 0 by block, 256 by layer, 257 none; the nearest palette index for a true colour.
+    // 0 by block, 256 by layer, 257 none. For a true colour the nearest palette index; as a drawing gives it for a
+    // layer, the index that stands beside it there.
     Adesk::UInt16 colorIndex() const;
     // 0 makes the colour by block, 256 by layer, 257 none. eOutOfRange, nothing changed, outside 0 to 257.
     Acad::ErrorStatus setColorIndex(Adesk::UInt16 colorIndex);
@@ -60,9 +61,11 @@ class QRS_HOST_PORT AcCmColor : public AcCmEntityColor {
     bool operator!=(const AcCmColor& other) const { return !(*this == other); }
 
   private:
+    friend class AcDbLayerTableRecord;
     Adesk::UInt32 rgb() const;
 
     ColorMethod method_ = kByBlock;
     Adesk::UInt16 index_ = 7;
     Adesk::UInt32 rgb_ = 0;
+    Adesk::UInt16 besideRgb_ = 0;  // 0: none is known
 };

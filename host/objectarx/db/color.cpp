@@ -88,7 +88,7 @@ Adesk::UInt16 AcCmColor::colorIndex() const {
         case kByBlock:
             return kACIbyBlock;
         case kByColor:
-            return lookUpACI(red(), green(), blue());
+            return besideRgb_ != 0 ? besideRgb_ : lookUpACI(red(), green(), blue());
         case kForeground:
             return kACIforeground;
         case kNone:
@@ -128,6 +128,7 @@ Adesk::UInt8 AcCmColor::blue() const {
 Acad::ErrorStatus AcCmColor::setRGB(Adesk::UInt8 red, Adesk::UInt8 green, Adesk::UInt8 blue) {
     method_ = kByColor;
     rgb_ = rgbOf(red, green, blue);
+    besideRgb_ = 0;
     return Acad::eOk;
 }
 

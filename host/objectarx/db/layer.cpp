@@ -104,11 +104,14 @@ AcCmColor AcDbLayerTableRecord::color() const {
     const ObjectTags own = tags();
     AcCmColor color;
     const std::int64_t trueColor = own.integer(codes::kTrueColor, -1);
-    if (trueColor >= 0)
+    const auto index = static_cast<Adesk::UInt16>(layerIndex(own));
+    if (trueColor >= 0) {
         color.setRGB(static_cast<Adesk::UInt8>(trueColor >> 16), static_cast<Adesk::UInt8>(trueColor >> 8),
                      static_cast<Adesk::UInt8>(trueColor));
-    else
-        color.setColorIndex(static_cast<Adesk::UInt16>(layerIndex(own)));
+        color.besideRgb_ = own.has(codes::kColor) ? index : Adesk::UInt16{0};
+    } else {
+        color.setColorIndex(index);
+    }
     return color;
 }
 
