@@ -2,6 +2,7 @@
 #include "host/drawing/frozenlayers.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "host/drawing/entityformat.h"
 #include "host/dxf/classcodes.h"
@@ -17,10 +18,6 @@ namespace viewport = dxf::codes::viewport;
 namespace {
 
 constexpr dxf::Version kFirstByHandle = dxf::Version::R2000;
-
-bool isAmong(const std::vector<RecordId>& layers, RecordId layer) {
-    return std::find(layers.begin(), layers.end(), layer) != layers.end();
-}
 
 }  // namespace
 
@@ -95,10 +92,11 @@ bool FrozenLayers::hold(RecordId layer) const {
 bool FrozenLayers::add(const std::vector<RecordId>& layers) {
     if (!hasPlace_) return false;
     std::vector<dxf::NewTag> tags;
-    std::vector<RecordId> seen;
+    std::unordered_set<RecordId> frozen;
+    for (const Entry& entry : entries_)
+        frozen.insert(entry.layer);
     for (const RecordId layer : layers) {
-        if (hold(layer) || isAmong(seen, layer)) continue;
-        seen.push_back(layer);
+        if (!frozen.insert(layer).second) continue;
         const std::uint64_t handle = drawing_.record(layer).handle;
         if (code_ == codes::kXdataLayer)
             tags.push_back({code_, writeText(drawing_, tables_.nameOf(layer))});
@@ -112,9 +110,10 @@ bool FrozenLayers::add(const std::vector<RecordId>& layers) {
 }
 
 void FrozenLayers::remove(const std::vector<RecordId>& layers) {
+    const std::unordered_set<RecordId> thawed(layers.begin(), layers.end());
     // The last one first, so that the places of the others hold.
     for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry)
-        if (isAmong(layers, entry->layer)) drawing_.eraseTags(viewport_, entry->begin, entry->end);
+        if (thawed.count(entry->layer) != 0) drawing_.eraseTags(viewport_, entry->begin, entry->end);
 }
 
 }  // namespace qrs::host

@@ -18,7 +18,8 @@ RecordId LayersByName::find(dxf::NameId name) {
     if (name >= layers_.size()) layers_.resize(drawing_.nameCount(), kNotLookedUp);
     if (name >= layers_.size()) return kNoRecord;
     RecordId& layer = layers_[name];
-    if (layer == kNotLookedUp) layer = tables_.find(TableKind::Layer, readText(drawing_, drawing_.name(name)));
+    if (layer == kNotLookedUp)
+        layer = tables_.find(TableKind::Layer, name == dxf::kNoName ? L"0" : readText(drawing_, drawing_.name(name)));
     return layer;
 }
 

@@ -1,9 +1,13 @@
 // Turns the chain of acedSSGet into tests of records, so that nothing is opened to be filtered.
 #include "host/editor/entityfilter.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "host/dxf/groupcodes.h"
 #include "host/editor/wildcard.h"
 #include "host/objectarx/db/access.h"
+#include "host/pick/layerstates.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::ed {
@@ -27,53 +31,111 @@ std::int64_t integerOf(const dxf::Drawing& drawing, dxf::RecordId id, int code, 
 
 }  // namespace
 
+struct EntityFilter::Operator {
+    const wchar_t* begin;
+    const wchar_t* end;
+    Kind kind;
+};
+
+const EntityFilter::Operator EntityFilter::kOperators[] = {
+    {L"<AND", L"AND>", Kind::And},
+    {L"<OR", L"OR>", Kind::Or},
+    {L"<XOR", L"XOR>", Kind::Xor},
+    {L"<NOT", L"NOT>", Kind::Not},
+};
+
 EntityFilter::EntityFilter(AcDbDatabase& database, const resbuf* chain, bool wildcards)
     : drawing_(DatabaseAccess::drawing(database)), wildcards_(wildcards) {
-    bool inXdata = false;
-    for (const resbuf* link = chain; link; link = link->rbnext) {
-        if (link->restype == kXdataSentinel)
-            inXdata = true;
-        else
-            addCondition(*link, inXdata);
-    }
-    passesAll_ = conditions_.empty();
+    readGroup(all_, chain, nullptr);
 }
 
-void EntityFilter::addCondition(const resbuf& link, bool inXdata) {
+const resbuf* EntityFilter::readGroup(Node& group, const resbuf* link, const wchar_t* end) {
+    while (link) {
+        if (link->restype == kXdataSentinel) {
+            inXdata_ = true;
+        } else if (link->restype != AcDb::kDxfOperator) {
+            addCondition(group, *link);
+        } else {
+            const wchar_t* text = link->resval.rstring ? link->resval.rstring : L"";
+            if (end && platform::compareNoCase(text, end) == 0) return link->rbnext;
+            const auto* found = std::find_if(std::begin(kOperators), std::end(kOperators), [&](const Operator& one) {
+                return platform::compareNoCase(text, one.begin) == 0;
+            });
+            if (found == std::end(kOperators)) break;
+            group.parts.emplace_back().kind = found->kind;
+            link = readGroup(group.parts.back(), link->rbnext, found->end);
+            continue;
+        }
+        link = link->rbnext;
+    }
+    // An operator that is not known, or a group without an end.
+    if (link || end) usable_ = false;
+    const std::size_t count = group.parts.size();
+    if ((group.kind == Kind::Xor && count != 2) || (group.kind == Kind::Not && count != 1)) usable_ = false;
+    return nullptr;
+}
+
+void EntityFilter::addCondition(Node& group, const resbuf& link) {
     // Chains made by hand and those made by acutBuildList spell the type's code differently.
     const short code = link.restype == RTDXF0 ? short{codes::kType} : link.restype;
     const bool isXdata = code == codes::kXdataApplication;
-    if (isXdata != inXdata || (!isText(code) && code != codes::kColor && code != codes::kPaperSpace)) {
+    const bool isKnown = isText(code) ? link.resval.rstring != nullptr : code == codes::kColor || code == codes::kPaperSpace;
+    if (isXdata != inXdata_ || !isKnown) {
         usable_ = false;
-    } else if (isText(code)) {
-        if (link.resval.rstring)
-            conditions_.push_back(Condition{code, link.resval.rstring, 0});
-        else
-            usable_ = false;
-    } else {
-        conditions_.push_back(Condition{code, std::wstring(), link.resval.rint});
+        return;
     }
+    if (code == codes::kLayer) return addLayer(group, link.resval.rstring);
+    Node& condition = group.parts.emplace_back();
+    condition.kind = Kind::Condition;
+    condition.code = code;
+    if (isText(code))
+        condition.text = link.resval.rstring;
+    else
+        condition.number = link.resval.rint;
 }
 
-bool EntityFilter::passes(dxf::RecordId id) const {
-    for (const Condition& condition : conditions_)
-        if (!holds(condition, id)) return false;
-    return true;
+// Layers of which any will do are looked up together, however many they are.
+void EntityFilter::addLayer(Node& group, const wchar_t* name) {
+    const bool joins = group.kind == Kind::Or && !group.parts.empty() && group.parts.back().code == codes::kLayer &&
+                       group.parts.back().kind == Kind::Condition;
+    Node& condition = joins ? group.parts.back() : group.parts.emplace_back();
+    condition.kind = Kind::Condition;
+    condition.code = codes::kLayer;
+    if (wildcards_)
+        condition.patterns.emplace_back(name);
+    else
+        condition.layers.insert(platform::foldCase(name));
 }
 
-bool EntityFilter::holds(const Condition& condition, dxf::RecordId id) const {
+bool EntityFilter::holds(const Node& node, dxf::RecordId id) const {
+    const auto holdsPart = [&](const Node& part) { return holds(part, id); };
+    switch (node.kind) {
+        case Kind::Condition:
+            return holdsCondition(node, id);
+        case Kind::And:
+            return std::all_of(node.parts.begin(), node.parts.end(), holdsPart);
+        case Kind::Or:
+            return std::any_of(node.parts.begin(), node.parts.end(), holdsPart);
+        case Kind::Xor:
+            return holdsPart(node.parts.front()) != holdsPart(node.parts.back());
+        case Kind::Not:
+            return !holdsPart(node.parts.front());
+    }
+    return false;
+}
+
+bool EntityFilter::holdsCondition(const Node& condition, dxf::RecordId id) const {
     const dxf::Record& record = drawing_.record(id);
-    const std::uint64_t place = static_cast<std::uint64_t>(&condition - conditions_.data()) << 32;
     switch (condition.code) {
         case codes::kType: {
-            const auto [known, fresh] = known_.emplace(place | record.type, false);
+            const auto [known, fresh] = condition.known.emplace(record.type, false);
             if (fresh)
                 known->second = matchesWildcard(platform::fromUtf8(drawing_.typeName(record.type)), condition.text);
             return known->second;
         }
         case codes::kLayer: {
-            const auto [known, fresh] = known_.emplace(place | record.layer, false);
-            if (fresh) known->second = layerHolds(condition, record.layer);
+            const auto [known, fresh] = condition.known.emplace(record.layer, false);
+            if (fresh) known->second = isOneOf(condition, record.layer);
             return known->second;
         }
         case codes::kPaperSpace:
@@ -87,9 +149,11 @@ bool EntityFilter::holds(const Condition& condition, dxf::RecordId id) const {
     }
 }
 
-bool EntityFilter::layerHolds(const Condition& condition, dxf::NameId layer) const {
-    const std::wstring name = layer == dxf::kNoName ? L"0" : drawing_.decode(dxf::trimmed(drawing_.name(layer)));
-    return wildcards_ ? matchesWildcard(name, condition.text) : platform::compareNoCase(name, condition.text) == 0;
+bool EntityFilter::isOneOf(const Node& condition, dxf::NameId layer) const {
+    const std::wstring name = pick::layerName(drawing_, layer);
+    if (condition.layers.count(platform::foldCase(name)) != 0) return true;
+    return std::any_of(condition.patterns.begin(), condition.patterns.end(),
+                       [&](const std::wstring& pattern) { return matchesWildcard(name, pattern); });
 }
 
 bool EntityFilter::textMatches(dxf::RecordId id, int code, const wchar_t* fallback, const std::wstring& pattern) const {

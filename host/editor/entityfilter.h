@@ -2,9 +2,9 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "adsdef.h"
@@ -13,36 +13,50 @@
 
 namespace qrs::host::ed {
 
-// The conditions of a filter chain; all must hold.
+// The conditions of a filter chain; all must hold. Groups of conditions stand between the operators "<AND" and "AND>",
+// "<OR", "<XOR" and "<NOT".
 class EntityFilter {
   public:
     // wildcards: in layer names, too (types and linetypes always take them). False from isUsable for a chain with
-    // conditions that are not known.
+    // conditions or operators that are not known.
     EntityFilter(AcDbDatabase& database, const resbuf* chain, bool wildcards);
 
     bool isUsable() const { return usable_; }
-    bool passesAll() const { return passesAll_; }
-    bool passes(dxf::RecordId id) const;
+    bool passesAll() const { return all_.parts.empty(); }
+    bool passes(dxf::RecordId id) const { return holds(all_, id); }
 
   private:
-    struct Condition {
-        short code;
+    enum class Kind { Condition, And, Or, Xor, Not };
+    struct Node {
+        Kind kind = Kind::And;
+        std::vector<Node> parts;  // of a group
+        short code = 0;
+        int number = 0;
         std::wstring text;
-        int number;
+        // Of layers: those meant, in one case, and the patterns among them.
+        std::unordered_set<std::wstring> layers;
+        std::vector<std::wstring> patterns;
+        // Answers by layer name or by type: a drawing has few of them and many entities.
+        mutable std::unordered_map<std::uint32_t, bool> known;
     };
-    bool holds(const Condition& condition, dxf::RecordId id) const;
-    bool layerHolds(const Condition& condition, dxf::NameId layer) const;
+    struct Operator;
+    static const Operator kOperators[];
+
+    bool holds(const Node& node, dxf::RecordId id) const;
+    bool holdsCondition(const Node& condition, dxf::RecordId id) const;
+    bool isOneOf(const Node& condition, dxf::NameId layer) const;
     bool hasXdataOf(dxf::RecordId id, const std::wstring& applications) const;
     bool textMatches(dxf::RecordId id, int code, const wchar_t* fallback, const std::wstring& pattern) const;
-    void addCondition(const resbuf& link, bool inXdata);
+    // Reads a group up to its end; the link after it.
+    const resbuf* readGroup(Node& group, const resbuf* link, const wchar_t* end);
+    void addCondition(Node& group, const resbuf& link);
+    void addLayer(Node& group, const wchar_t* name);
 
     dxf::Drawing& drawing_;
-    std::vector<Condition> conditions_;
     bool wildcards_;
     bool usable_ = true;
-    bool passesAll_ = true;
-    // Answers by layer name and by type: a drawing has few of them and many entities.
-    mutable std::unordered_map<std::uint64_t, bool> known_;
+    bool inXdata_ = false;
+    Node all_;
 };
 
 }  // namespace qrs::host::ed

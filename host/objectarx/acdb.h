@@ -68,6 +68,7 @@ struct AcDb {
 
     enum DxfCode {
         kDxfInvalid = -9999,
+        kDxfOperator = -4,
         kDxfStart = 0,
         kDxfText = 1,
         kDxfSymbolTableName = 2,

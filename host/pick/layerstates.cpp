@@ -1,6 +1,7 @@
 // The states of layers, from the layer table.
 #include "host/pick/layerstates.h"
 
+#include "host/drawing/objecttags.h"
 #include "host/dxf/groupcodes.h"
 #include "host/platform/codepage.h"
 
@@ -16,7 +17,7 @@ std::int64_t integerOf(const dxf::Drawing& drawing, dxf::RecordId id, int code, 
 }  // namespace
 
 std::wstring layerName(const dxf::Drawing& drawing, dxf::NameId layer) {
-    return layer == dxf::kNoName ? L"0" : drawing.decode(dxf::trimmed(drawing.name(layer)));
+    return layer == dxf::kNoName ? L"0" : readText(drawing, drawing.name(layer));
 }
 
 dxf::RecordId LayerStates::recordOf(std::wstring_view layer) const {
@@ -29,7 +30,7 @@ dxf::RecordId LayerStates::recordOf(std::wstring_view layer) const {
             if (drawing_.record(id).kind != dxf::RecordKind::TableRecord) break;
             dxf::Tag tag;
             if (!drawing_.findTag(id, dxf::codes::kName, tag)) continue;
-            records_->emplace(platform::foldCase(drawing_.decode(dxf::trimmed(tag.value))), id);
+            records_->emplace(platform::foldCase(readText(drawing_, tag.value)), id);
         }
     }
     const auto found = records_->find(platform::foldCase(layer));

@@ -1,15 +1,18 @@
 // Erasing and moving what lies on layers.
 #include "layers/contents.h"
 
-#include <memory>
+#include <map>
 #include <string_view>
+#include <utility>
 
 #include "acutads.h"
 #include "adsdb.h"
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "layers/layertoolbar.h"
+#include "qrs_kernal.h"
 #include "tools/chain.h"
+#include "tools/drawing.h"
 #include "tools/picking.h"
 
 using namespace qrs::layers;
@@ -34,37 +37,53 @@ void moveParts(AcDbObjectId owner, AcDbObjectId from, AcDbObjectId to) {
 }
 
 AcDbObjectId firstViewportOf(AcDbObjectId block) {
-    const AcDbBlockTableRecordPointer opened(block, AcDb::kForRead);
-    AcDbBlockTableRecordIterator* made = nullptr;
-    if (opened.openStatus() != Acad::eOk || opened->newIterator(made) != Acad::eOk) return AcDbObjectId();
-    const std::unique_ptr<AcDbBlockTableRecordIterator> iterator(made);
-    for (AcDbObjectId id; !iterator->done(); iterator->step())
-        if (iterator->getEntityId(id) == Acad::eOk && id.objectClass() == AcDbViewport::desc()) return id;
-    return AcDbObjectId();
+    const AcDbObjectIdArray viewports = entitiesOf(block, AcDbViewport::desc());
+    return viewports.isEmpty() ? AcDbObjectId() : viewports[0];
 }
 
-// The sheet of paper of a layout, which shows the layout itself and goes with it alone. Viewports are numbered in the
-// layout that was shown last; in others the first one is the paper.
-bool isPaper(const AcDbEntity& entity) {
-    constexpr int kPaperNumber = 1;
-    const AcDbViewport* viewport = AcDbViewport::cast(&entity);
-    if (!viewport || viewport->number() > kPaperNumber) return false;
-    return viewport->number() == kPaperNumber || firstViewportOf(viewport->ownerId()) == viewport->objectId();
-}
+// The sheets of paper of the layouts, which show the layouts themselves and go with them alone. Viewports are numbered
+// in the layout that was shown last; in others the first one is the paper.
+class Papers {
+  public:
+    bool has(const AcDbEntity& entity) {
+        constexpr int kPaperNumber = 1;
+        const AcDbViewport* viewport = AcDbViewport::cast(&entity);
+        if (!viewport || viewport->number() > kPaperNumber) return false;
+        if (viewport->number() == kPaperNumber) return true;
+        const auto [first, isNew] = firsts_.emplace(viewport->ownerId(), AcDbObjectId());
+        if (isNew) first->second = firstViewportOf(first->first);
+        return first->second == viewport->objectId();
+    }
+
+  private:
+    std::map<AcDbObjectId, AcDbObjectId> firsts_;  // viewports by block
+};
 
 void eraseObjects(const AcDbObjectIdArray& objects) {
+    Papers papers;
     AcDbEntityPointer entity;
     for (const AcDbObjectId& id : objects)
-        if (entity.open(id, AcDb::kForWrite) == Acad::eOk && !isPaper(*entity.object())) entity->erase();
+        if (entity.open(id, AcDb::kForWrite) == Acad::eOk && !papers.has(*entity.object())) entity->erase();
+}
+
+// What lies on any of the layers.
+Chain filterOf(const std::vector<std::wstring>& layers) {
+    Chain filter(acutBuildList(RTDXF0, L"*", AcDb::kDxfOperator, L"<OR", RTNONE));
+    resbuf* last = filter ? filter->rbnext : nullptr;
+    const auto add = [&](int code, const std::wstring& text) {
+        if (last) last = last->rbnext = acutBuildList(code, text.c_str(), RTNONE);
+    };
+    for (const std::wstring& layer : layers)
+        add(AcDb::kDxfLayerName, layer);
+    add(AcDb::kDxfOperator, L"OR>");
+    return last ? std::move(filter) : Chain();
 }
 
 }  // namespace
 
-AcDbObjectIdArray qrs::layers::objectsOn(AcDbObjectId layer) {
-    const std::wstring name = nameOf(layer);
-    const Chain filter(acutBuildList(RTDXF0, L"*", AcDb::kDxfLayerName, name.c_str(), RTNONE));
+AcDbObjectIdArray qrs::layers::objectsOn(const std::vector<std::wstring>& layers) {
     TPickEntSet found;
-    if (!name.empty() && filter) found.Get(filter.get());
+    if (const Chain filter = filterOf(layers)) found.Get(filter.get());
     return found.ids();
 }
 
@@ -80,7 +99,7 @@ bool qrs::layers::moveObject(AcDbObjectId object, AcDbObjectId layer) {
 }
 
 void qrs::layers::moveObjects(AcDbObjectId source, AcDbObjectId target) {
-    for (const AcDbObjectId& id : objectsOn(source))
+    for (const AcDbObjectId& id : objectsOn({nameOf(source)}))
         moveObject(id, target);
 }
 
@@ -93,12 +112,14 @@ bool qrs::layers::refuseAsTarget(const std::wstring& layer) {
 void CLayerToolBar::EraseSelLayer() {
     TPickEntSet picked;
     if (SelectEntities(L"\n请选择删除层上的图元 <退出>:", picked) != RTNORM) return;
-    for (const AcDbObjectId& layer : layersOf(picked.ids())) {
-        if (isLocked(layer))
-            acutPrintf(L"\n%s层已经锁定，层上的图元没有删除！", nameOf(layer).c_str());
+    std::vector<std::wstring> layers;
+    for (std::wstring& layer : layerNamesOf(picked.ids())) {
+        if (isLocked(QrsExport::GetLayerIdFromString(layer)))
+            acutPrintf(L"\n%s层已经锁定，层上的图元没有删除！", layer.c_str());
         else
-            eraseObjects(objectsOn(layer));
+            layers.push_back(std::move(layer));
     }
+    eraseObjects(objectsOn(layers));
 }
 
 void CLayerToolBar::ConvertLayer() {

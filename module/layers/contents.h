@@ -2,13 +2,15 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "dbid.h"
 
 namespace qrs::layers {
 
-// The objects on a layer, in drawing order. Names of layers are never taken as patterns.
-AcDbObjectIdArray objectsOn(AcDbObjectId layer);
+// The objects on the layers of those names, in drawing order, found in one pass. The drawing need not define the
+// layers; their names are never taken as patterns.
+AcDbObjectIdArray objectsOn(const std::vector<std::wstring>& layers);
 
 // Puts an object on another layer, and with it its attributes or vertices that lie where it lay; those on other layers
 // keep theirs. False when it cannot be changed.

@@ -1,6 +1,8 @@
 // Fills the list, and gives back what was chosen when OK was pressed.
 #include "layers/layerlistdlg.h"
 
+#include <set>
+
 #include "layers/layerfields.h"
 
 using namespace qrs::layers;
@@ -14,10 +16,11 @@ BOOL CLayerListDlg::OnInitDialog() {
     listed_.removeAll();
     chosen_.removeAll();
     list_ = &form().addList(listCaption_.GetString(), layerColumns(), ListKind::Many);
+    const std::set<AcDbObjectId> checked(checked_.begin(), checked_.end());
     for (int i = 0; i < layers_.length(); ++i) {
         DrawnLayer layer;
         if (!readLayer(layers_[i], layer)) continue;
-        list_->addRow(layerCells(layer), checked_.contains(layers_[i]));
+        list_->addRow(layerCells(layer), checked.count(layers_[i]) != 0);
         listed_.append(layers_[i]);
     }
     return TRUE;

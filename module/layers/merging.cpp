@@ -34,14 +34,15 @@ bool isMergeWanted(const std::wstring& source, const std::wstring& target) {
 }
 
 // When the layer is the current one, "0" becomes it, also when the layer stays in the end; not the target, on which
-// nobody asked to draw.
+// nobody asked to draw. A frozen "0" cannot; then the layer stays the current one, and stays.
 void makeNotCurrent(const std::wstring& layer) {
     resbuf current{};
     if (acedGetVar(L"CLAYER", &current) != RTNORM || current.restype != RTSTR) return;
     const bool isCurrent = sameName(current.resval.rstring, layer);
     acutDelString(current.resval.rstring);
     const Chain zero(acutBuildList(RTSTR, L"0", RTNONE));
-    if (isCurrent && zero) acedSetVar(L"CLAYER", zero.get());
+    if (isCurrent && zero && acedSetVar(L"CLAYER", zero.get()) != RTNORM)
+        acutPrintf(L"\n0层不能成为当前图层，%s层仍是当前图层！", layer.c_str());
 }
 
 void eraseLayer(AcDbObjectId layer) {

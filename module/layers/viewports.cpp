@@ -1,4 +1,6 @@
 // Freezing and thawing layers in single viewports of a layout.
+#include <set>
+
 #include "aced.h"
 #include "acedads.h"
 #include "acutads.h"
@@ -31,9 +33,11 @@ AcDbObjectIdArray layersThawedIn(AcDbObjectId viewport) {
     AcDbObjectIdArray thawed;
     PwxTool::GetAllLayerIds(workingDatabase(), all);
     const Viewport opened(viewport, AcDb::kForRead);
-    if (opened.openStatus() != Acad::eOk) return thawed;
+    AcDbObjectIdArray list;
+    if (opened.openStatus() != Acad::eOk || opened->getFrozenLayerList(list) != Acad::eOk) return thawed;
+    const std::set<AcDbObjectId> frozen(list.begin(), list.end());
     for (const AcDbObjectId& layer : all)
-        if (!opened->isLayerFrozenInViewport(layer)) thawed.append(layer);
+        if (frozen.count(layer) == 0) thawed.append(layer);
     return thawed;
 }
 

@@ -8,6 +8,7 @@
 #include "adsdb.h"
 #include "afxstr.h"
 #include "dbobjptr.h"
+#include "PipeNodes.h"
 #include "PwxTool.h"
 #include "qrs_pipeentity.h"
 #include "tools/drawing.h"
@@ -17,6 +18,29 @@ namespace qrs::tools {
 namespace {
 
 constexpr short kPickMissed = 7;  // the system variable ERRNO after a pick where nothing lies
+
+std::wstring layerNameOf(const AcDbEntity& entity) {
+    ACHAR* name = entity.layer();
+    const std::wstring text = name ? name : L"";
+    acutDelString(name);
+    return text;
+}
+
+// Each layer of the objects once: its id; of one that the drawing does not define its name.
+template <typename Use>
+void forEachLayer(const AcDbObjectIdArray& objects, Use&& use) {
+    std::set<AcDbObjectId> seen;
+    std::set<CString, LayerNameLess> undefined;
+    AcDbEntityPointer entity;
+    for (const AcDbObjectId& id : objects) {
+        if (entity.open(id, AcDb::kForRead) != Acad::eOk) continue;
+        if (const AcDbObjectId layer = entity->layerId(); !layer.isNull()) {
+            if (seen.insert(layer).second) use(layer, std::wstring());
+        } else if (const std::wstring name = layerNameOf(*entity.object()); undefined.insert(name.c_str()).second) {
+            use(AcDbObjectId(), name);
+        }
+    }
+}
 
 }  // namespace
 
@@ -70,12 +94,21 @@ AcDbObjectIdArray companionsOf(AcDbObjectId object) {
 
 AcDbObjectIdArray layersOf(const AcDbObjectIdArray& objects) {
     AcDbObjectIdArray layers;
-    std::set<AcDbObjectId> seen;
-    for (const AcDbObjectId& id : objects) {
-        const AcDbObjectId layer = layerOf(id);
-        if (!layer.isNull() && seen.insert(layer).second) layers.append(layer);
-    }
+    forEachLayer(objects, [&](AcDbObjectId layer, const std::wstring& name) {
+        if (layer.isNull())
+            acutPrintf(L"\n%s层没有定义！", name.c_str());
+        else
+            layers.append(layer);
+    });
     return layers;
+}
+
+std::vector<std::wstring> layerNamesOf(const AcDbObjectIdArray& objects) {
+    std::vector<std::wstring> names;
+    forEachLayer(objects, [&](AcDbObjectId layer, const std::wstring& name) {
+        names.push_back(layer.isNull() ? name : nameOf(layer));
+    });
+    return names;
 }
 
 AcDbObjectIdArray layersBut(const AcDbObjectIdArray& layers) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "dbsymtb.h"
 #include "qrs_select.h"
@@ -30,8 +31,11 @@ AcDbObjectIdArray companionsOf(AcDbObjectId object);
 // The layer of an object; null when it cannot be opened or the drawing does not define the layer.
 AcDbObjectId layerOf(AcDbObjectId object);
 
-// The layers of objects, each once, in the order they are met.
+// The layers of objects, each once, in the order they are met. Those that the drawing does not define are told.
 AcDbObjectIdArray layersOf(const AcDbObjectIdArray& objects);
+
+// Their names, also of layers that the drawing does not define.
+std::vector<std::wstring> layerNamesOf(const AcDbObjectIdArray& objects);
 
 // The layers of the working drawing that are none of those given.
 AcDbObjectIdArray layersBut(const AcDbObjectIdArray& layers);

@@ -100,6 +100,20 @@ TEST_F(Selections, ModesAndFilters) {
     EXPECT_EQ(L"11", byFilter({{62, L"5"}}));
     EXPECT_EQ(L"17", byFilter({{67, L"1"}}));
     EXPECT_EQ(L"15", byFilter({{0, L"*"}, {-3, L""}, {1001, L"MA?K"}}));
+    EXPECT_EQ(L"12 13 18",
+              byFilter({{-4, L"<or"}, {8, L"F"}, {8, L"O"}, {0, L"INSERT"}, {-4, L"or>"}, {0, L"~CIRCLE"}}));
+    EXPECT_EQ(L"12 13 14 15", byFilter({{-4, L"<XOR"},
+                                        {0, L"LINE"},
+                                        {8, L"A"},
+                                        {-4, L"XOR>"},
+                                        {-4, L"<NOT"},
+                                        {-4, L"<AND"},
+                                        {0, L"CIRCLE"},
+                                        {8, L"A"},
+                                        {-4, L"AND>"},
+                                        {-4, L"NOT>"}}));
+    for (const wchar_t* damaged : {L"<OR", L"OR>", L"<NOT", L">="})
+        EXPECT_EQ(std::to_wstring(RTREJ), byFilter({{-4, damaged}, {0, L"LINE"}})) << damaged;
     EXPECT_EQ(std::to_wstring(RTREJ), byFilter({{1, L"1"}})) << "a condition that is not known is not passed over";
     EXPECT_EQ(L"", byFilter({{8, L"*"}}, nullptr)) << "layer names of the host's own functions are no patterns";
     EXPECT_EQ(L"10 11 16 17", byFilter({{8, L"a"}}, nullptr));

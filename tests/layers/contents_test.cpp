@@ -73,6 +73,30 @@ TEST_F(LayerContents, EraseSelLayerErasesEverythingOnTheLayersButLockedOnesAndTh
     }
 }
 
+// What counts is the layer's name: blanks at its ends belong to it, and the drawing need not define it.
+TEST_F(LayerContents, AreFoundByTheNameOfTheLayer) {
+    std::string text = planText();
+    for (const char* code : {"2", "8"})
+        for (std::size_t at = 0; (at = text.find(std::string("\n") + code + "\nB\n", at)) != std::string::npos;)
+            text.replace(at + 3, 1, " B ");
+    open(text);
+    run({L"ConvertLayer", ent(L"130"), ent(L"150")});
+    EXPECT_EQ(layersOf({L"130", L"181"}), "D D");
+    open(text);
+    run({L"EraseSelLayer", ent(L"130"), L""});
+    EXPECT_EQ(layersOf({L"130", L"181"}), "- -");
+
+    text = planText("AC1018", true, entity("LINE", "F1", "gone", "100 AcDbLine") + entity("LINE", "F2", "GONE", ""));
+    open(text);
+    for (const wchar_t* command : {L"OpenSelLayer", L"LockSelLayer", L"UnLockSelLayer", L"sfxc"})
+        EXPECT_EQ(count(platform::fromUtf8(own(run({command, ent(L"F1"), ent(L"F2"), ent(L"130"), L""}))),
+                        L"gone层没有定义！"),
+                  1u)
+            << command;
+    run({L"EraseSelLayer", ent(L"F2"), ent(L"130"), L""});
+    EXPECT_EQ(layersOf({L"F1", L"F2", L"130", L"150"}), "- - - D");
+}
+
 // The current layer becomes "0", not the target.
 TEST_F(LayerContents, HbtcMovesEverythingErasesTheLayerAndLeavesItBeingCurrent) {
     open(planText());
@@ -94,6 +118,15 @@ TEST_F(LayerContents, HbtcKeepsALayerThatBlocksNeed) {
     EXPECT_EQ(layersOf({L"150", L"25", L"112"}), "B D D");
     EXPECT_EQ(colors(), "0:7 A:1 B:2 L:3 D:4 A*:5 x|R:6 T:-30");
     EXPECT_NE(saved().find("$CLAYER\n8\n0\n"), std::string::npos);
+}
+
+TEST_F(LayerContents, HbtcSaysWhyTheCurrentLayerStays) {
+    std::string text = planText();
+    text.replace(text.find("\n2\n0\n70\n0\n"), 10, "\n2\n0\n70\n1\n");
+    open(text);
+    const std::string shown = own(run({L"hbtc", ent(L"100"), ent(L"130"), L"Y"}));
+    EXPECT_NE(shown.find("\n0层不能成为当前图层，A层仍是当前图层！\n 无法删除图层记录！"), std::string::npos) << shown;
+    EXPECT_EQ(colors(), "0:7 A:1 B:2 L:3 D:4 A*:5 x|R:6 T:-30");
 }
 
 TEST_F(LayerContents, HbtcRefusesAndCancelsWithNothingChanged) {
