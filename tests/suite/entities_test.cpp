@@ -157,6 +157,18 @@ TEST(PipeEntities, ChangesTouchTheirTagsAlone) {
     EXPECT_STREQ(serial->rbnext->resval.rstring, L"JL-1");
 }
 
+// A curve that names no kind is a straight line, before and after.
+TEST(PipeEntities, KeepWhatTheyDoNotNameUnnamed) {
+    Sample sample(
+        drawingWith("QRS_PIPE;5=40;330=1F;100=AcDbEntity;8=PIPE;100=TDbPipePrototype;1=J;90=1;330=42;"
+                    "100=TDbPipe;10=1;20=2;11=4;21=5;"));
+    const AcDbObjectId id = sample.byHandle(0x40);
+    AcDbObjectPointer<TDbPipe>(id, AcDb::kForWrite)->SetPipeSysType(12);
+    EXPECT_EQ(sample.changes().find("+70="), std::string::npos) << sample.changes();
+    AcDbObjectPointer<TDbPipe>(id, AcDb::kForWrite)->SetCurve(TPipeCurve::Arc({1, 2, 0}, {4, 5, 0}, 0.5));
+    EXPECT_NE(sample.changes().find("+70=1"), std::string::npos) << sample.changes();
+}
+
 TEST(PipeEntities, JoinADrawingInItsOwnForm) {
     Sample newer(dbtest::newerDrawing());
     std::unique_ptr<TDbPipe> lost(new TDbPipe);

@@ -132,6 +132,7 @@ class QRS_HOST_PORT TDbPipe : public TDbPipePrototype {
     // As drawing files hold them.
     struct Values {
         TPipeCurve curve;
+        bool namesKind = true;  // of a straight line too, which is what a curve is that names none
         std::optional<double> lineWidth;
         AcDbObjectId dimLayer;
         AcDbObjectId arrowLayer;

@@ -42,6 +42,7 @@ const FieldRow<Prototype> kPrototypeRows[] = {
 // A curve whose end is missing ends where it starts.
 struct PipeTags {
     TDbPipe::Values values;
+    bool hasKind = false;
     bool hasStart = false;
     bool hasEnd = false;
 };
@@ -55,9 +56,15 @@ constexpr FieldRow<PipeTags> idRow(Adesk::Int16 code) {
 }
 
 const FieldRow<PipeTags> kPipeRows[] = {
-    {pipecodes::kKind, [](PipeTags& tags, const resbuf& item) { tags.values.curve.kind = item.resval.rint; },
+    {70,
+     [](PipeTags& tags, const resbuf& item) {
+         tags.values.curve.kind = item.resval.rint;
+         tags.hasKind = true;
+     },
      [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
-         filer.writeInt16(code, static_cast<Adesk::Int16>(tags.values.curve.kind));
+         const int kind = tags.values.curve.kind;
+         if (tags.values.namesKind || kind != TPipeCurve::kLine)
+             filer.writeInt16(code, static_cast<Adesk::Int16>(kind));
      }},
     {pipecodes::kStart,
      [](PipeTags& tags, const resbuf& item) {
@@ -361,12 +368,14 @@ Acad::ErrorStatus TDbPipe::dxfInFields(AcDbDxfFiler* filer) {
     isDamaged_ = !tags.hasStart || !filer->atSubclassData(kPrototypeMark);
     if (!tags.hasEnd) tags.values.curve.end = tags.values.curve.start;
     values_ = tags.values;
+    // A new pipe has no section yet.
+    values_.namesKind = tags.hasKind || !tags.hasStart;
     return filer->filerStatus();
 }
 
 Acad::ErrorStatus TDbPipe::dxfOutFields(AcDbDxfFiler* filer) const {
     if (const Acad::ErrorStatus status = TDbPipePrototype::dxfOutFields(filer); status != Acad::eOk) return status;
-    writeRows(*filer, kPipeMark, kPipeRows, PipeTags{values_, true, true});
+    writeRows(*filer, kPipeMark, kPipeRows, PipeTags{values_, true, true, true});
     return filer->filerStatus();
 }
 
