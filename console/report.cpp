@@ -79,9 +79,9 @@ std::string textOf(const DrawingInfo& info, const std::string& file, const QrsEx
         text += count + std::string("  ") + shown(one.dxfName) + "  " + shown(one.className) + "  " +
                 shown(one.application) + "\n";
     }
-    if (!info.warnings.empty()) title("warnings");
-    for (const std::string& warning : info.warnings)
-        text += "  " + warning + "\n";
+    if (!info.faults.empty()) title("warnings");
+    for (const std::string& fault : info.faults)
+        text += "  " + fault + "\n";
     return text;
 }
 
@@ -122,7 +122,7 @@ Json jsonOf(const DrawingInfo& info, const std::string& file, const QrsExport::T
                                    {"className", toUtf8(one.className)},
                                    {"application", toUtf8(one.application)},
                                    {"instances", one.instances}});
-    json["warnings"] = info.warnings;
+    json["warnings"] = info.faults;
     return json;
 }
 

@@ -106,8 +106,8 @@ Failure openDrawing(const Options& options, host::Application& application) {
         application.newDocument();
     else if (!application.openDocument(options.drawing, error))
         return {ExitCode::CannotRead, error.message};
-    for (const std::string& warning : application.documentWarnings())
-        complain(warning);
+    for (const std::string& fault : application.documentFaults())
+        complain(fault);
     return {};
 }
 

@@ -44,8 +44,8 @@ void openDrawing() {
     if (!Application::current()->openDocument(platform::nativePath(drawingName(*name)), error)) {
         return failWith(error);
     }
-    for (const std::string& warning : Application::current()->documentWarnings())
-        acutPrintf(L"\n%s", platform::fromUtf8(warning).c_str());
+    for (const std::string& fault : Application::current()->documentFaults())
+        acutPrintf(L"\n%s", platform::fromUtf8(fault).c_str());
 }
 
 void newDrawing() {

@@ -94,7 +94,7 @@ bool Application::openDocument(const std::filesystem::path& native, platform::Er
     return state_->session.documents.state().open(native, error);
 }
 
-std::vector<std::string> Application::documentWarnings() const {
+std::vector<std::string> Application::documentFaults() const {
     constexpr std::size_t kShown = 20;
     std::vector<std::string> lines;
     AcApDocument* document = currentDocument();

@@ -75,7 +75,7 @@ class QRS_HOST_PORT Application {
     bool openDocument(const std::filesystem::path& native, platform::Error& error);
     // What is wrong in the current drawing's file, a line each: "house.dxf: line 12, handle 2A: ...". The first twenty,
     // and then one that counts the others.
-    std::vector<std::string> documentWarnings() const;
+    std::vector<std::string> documentFaults() const;
     // Closes the current drawing without saving; another open one, if any, becomes current.
     bool closeDocument(platform::Error& error);
     // Writes the current drawing; see dxf::Drawing::save.

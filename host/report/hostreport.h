@@ -70,7 +70,7 @@ struct DrawingInfo {
     std::vector<LayoutInfo> layouts;  // model space first
     std::vector<ExternalReferenceInfo> externalReferences;
     std::vector<ClassInfo> classes;
-    std::vector<std::string> warnings;  // what is damaged and was taken as well as it goes, UTF-8
+    std::vector<std::string> faults;  // what is damaged and was taken as well as it goes, UTF-8
 };
 
 // False, with the reason in error, when the file cannot be read.

@@ -87,7 +87,7 @@ void Description::describeFile() {
     info_.isBinary = drawing_.isBinary();
     info_.bytes = drawing_.fileSize();
     for (const dxf::Fault& fault : drawing_.faults())
-        info_.warnings.push_back(fault.message());
+        info_.faults.push_back(fault.message());
     info_.hasHandles = drawing_.hasHandles();
     info_.codePage = drawing_.codePage();
     const RecordId codePage = drawing_.findHeaderVariable("$DWGCODEPAGE");
