@@ -10,9 +10,8 @@
 //   Groups do not nest: a '{' within one begins another. Any other 102, an empty one too, is a value like others: data
 //   of applications uses the code so. A group that is never closed reaches to the extended data.
 // - What stands after a 101 speaks of the embedded object, not of the record, whatever its codes are.
-// - Extended data stands last, so nothing after its first tag is the record's own. Codes from 1000 on that stand before
-// a
-//   1001 are values like others: the parameters and actions of dynamic blocks have their points there.
+// - Extended data stands last, so nothing after its first tag is the record's own. Codes from 1000 on that stand
+//   before a 1001 are values like others: the parameters and actions of dynamic blocks have their points there.
 #pragma once
 
 #include <cstdint>

@@ -86,15 +86,16 @@ TEST(Serials, FollowWhatDrawingsInUseShow) {
         EXPECT_EQ(CompareSerial(a, b), order) << shown(a) << shown(b);
 
     const std::tuple<const wchar_t*, int, const wchar_t*> next[] = {
-        {L"9", 1, L"10"},          {L"09", 1, L"10"},        {L"099", 1, L"100"},    {L"0099", 1, L"0100"},
-        {L"0", 1, L"1"},           {L"00", 1, L"01"},        {L"000", 1, L"001"},    {L"WL-9", 5, L"WL-10"},
-        {L"WL-009", 1, L"WL-010"}, {L"WL-99", 1, L"WL-100"}, {L"A9", 1, L"A10"},     {L"A", 3, L"D"},
-        {L"Z", 1, L"AA"},          {L"z", 1, L"aa"},         {L"1A", 1, L"1B"},      {L"1Z", 1, L"2A"},
-        {L"9Z", 1, L"0A"},         {L"A9Z", 1, L"A10A"},     {L"A-Z", 1, L"B-A"},    {L"立-Z", 1, L"A立-A"},
-        {L"-", 1, L"-1"},          {L"#", 1, L"#1"},         {L"", 7, L"7"},         {L"3b", 30, L"4f"},
-        {L"A", 30, L"AE"},         {L"z", -3, L"w"},         {L"zz", 700, L"bax"},   {L"Z", 700000, L"NB"},
-        {L"Az", 1, L"Ba"},         {L"9#z", 1, L"0#a"},      {L"1A9Z", 1, L"1A10A"}, {L"立9Z", 1, L"立0A"},
-        {L"3b", 700, L"9z"},       {L"00", 12, L"12"},       {L"A0Z9", 9, L"A0Z10"}, {L"m0909", 1, L"m0910"},
+        {L"9", 1, L"10"},          {L"09", 1, L"10"},        {L"099", 1, L"100"},  {L"0099", 1, L"0100"},
+        {L"0", 1, L"1"},           {L"00", 1, L"01"},        {L"000", 1, L"001"},  {L"WL-9", 5, L"WL-10"},
+        {L"WL-009", 1, L"WL-010"}, {L"WL-99", 1, L"WL-100"}, {L"A9", 1, L"A10"},   {L"A", 3, L"D"},
+        {L"Z", 1, L"AA"},          {L"z", 1, L"aa"},         {L"1A", 1, L"1B"},    {L"1Z", 1, L"2A"},
+        {L"9Z", 1, L"0A"},         {L"A9Z", 1, L"A10A"},     {L"A-Z", 1, L"B-A"},  {L"立-Z", 1, L"A立-A"},
+        {L"-", 1, L"-1"},          {L"#", 1, L"#1"},         {L"", 7, L"7"},       {L"3b", 30, L"4f"},
+        {L"A", 30, L"AE"},         {L"z", -3, L"w"},         {L"zz", 700, L"bax"}, {L"Z", 700000, L"NB"},
+        {L"z", 700000, L"nb"},     {L"Az", 1, L"Ba"},        {L"9#z", 1, L"0#a"},  {L"1A9Z", 1, L"1A10A"},
+        {L"立9Z", 1, L"立0A"},     {L"3b", 700, L"9z"},      {L"00", 12, L"12"},   {L"A0Z9", 9, L"A0Z10"},
+        {L"m0909", 1, L"m0910"},
     };
     for (const auto& [serial, step, expected] : next)
         EXPECT_EQ(increased(serial, step), expected);
