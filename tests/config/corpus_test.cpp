@@ -3,12 +3,11 @@
 
 #include <cmath>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <regex>
 #include <sstream>
 
+#include "../folder.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "tests/config/support.h"
@@ -26,11 +25,6 @@ class Corpus : public testing::Test {
         if (!fs::exists(kCorpus / "SOURCES.md")) GTEST_SKIP() << "no corpus";
     }
 };
-
-std::string contentOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 std::wstring trimmed(const std::wstring& text) {
     const std::size_t first = text.find_first_not_of(L" \t\r\n");
@@ -83,7 +77,7 @@ TEST_F(Corpus, TablesOpenOrAreRefusedAsTheirSizesTell) {
     static const std::regex between(R"( *\| *)");
     fs::path folder;
     std::size_t tables = 0;
-    std::istringstream lines(contentOf(kCorpus / "SOURCES.md"));
+    std::istringstream lines(fileBytes(kCorpus / "SOURCES.md"));
     for (std::string line; std::getline(lines, line);) {
         if (line.rfind("## ", 0) == 0) {
             folder = kCorpus / std::regex_replace(line.substr(3, line.find(' ', 3) - 3), std::regex("/"), "__");
@@ -159,7 +153,7 @@ TEST_F(Corpus, RecordsHoldWhatAnotherReaderWroteBesideThem) {
         CDBFRecordset table;
         if (!table.Open(innerPath(fs::path(entry.path()).replace_extension(".dbf")))) continue;
         SCOPED_TRACE(entry.path().string());
-        expectRows(table, readCsv(contentOf(entry.path())));
+        expectRows(table, readCsv(fileBytes(entry.path())));
         ++compared;
     }
     EXPECT_GE(compared, 7);

@@ -2,12 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <regex>
 #include <set>
 
+#include "../folder.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "tests/config/support.h"
@@ -27,8 +26,7 @@ bool openShipped(CDBFRecordset& table, const char* name) {
 
 // The values of an attribute or element of the standard file.
 std::set<std::wstring> valuesInStandard(const std::string& pattern) {
-    std::ifstream stream(kData / "pwx.qdsl", std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(stream), {}};
+    const std::string content = fileBytes(kData / "pwx.qdsl");
     const std::regex value(pattern);
     std::set<std::wstring> values;
     for (std::sregex_iterator at(content.begin(), content.end(), value), end; at != end; ++at) {

@@ -13,7 +13,7 @@ bool has(const std::string& text, const std::string& part) {
 
 TEST(LayerCommand, ChangesOnlyTheTagsItMust) {
     const Workplace place;
-    const std::string before = readWhole(place.example("building.dxf"));
+    const std::string before = fileBytes(place.example("building.dxf"));
     const Outcome outcome = place.run({"-o", "out.dxf", "building.dxf"},
                                       "-LAYER\n"
                                       "F\n给排-污水*, 建筑-门窗\n"
@@ -36,7 +36,7 @@ TEST(LayerCommand, ChangesOnlyTheTagsItMust) {
 
 TEST(LayerCommand, KeepsTheCurrentLayerUsable) {
     const Workplace place;
-    const std::string before = readWhole(place.example("building.dxf"));
+    const std::string before = fileBytes(place.example("building.dxf"));
     const Outcome refused =
         place.run({"-o", "out.dxf", "building.dxf"},
                   "-LAYER\nF\n给排-生活给水-管线\nOFF\n给排-生活给水-管线\nN\nS\n建筑-尺寸\nS\nnone\n\n");

@@ -14,7 +14,7 @@ constexpr const char* kThaw = "UnFrozenAllLayer";
 TEST(Files, WritesInPlaceAndKeepsThePrevious) {
     const Workplace place;
     for (const std::string name : {"building.dxf", "building-r12.dxf"}) {
-        const std::string before = readWhole(place.example(name));
+        const std::string before = fileBytes(place.example(name));
         // Nothing changed: not rewritten.
         const auto time = std::filesystem::last_write_time(place.path(name));
         EXPECT_EQ(place.run({"--in-place", "-e", "REGEN", name}).code, 0);
@@ -32,7 +32,7 @@ TEST(Files, WritesInPlaceAndKeepsThePrevious) {
 
 TEST(Files, WritesToAnotherFile) {
     const Workplace place;
-    const std::string before = readWhole(place.example("building.dxf"));
+    const std::string before = fileBytes(place.example("building.dxf"));
     place.write("copy.dxf", "old");
     EXPECT_EQ(place.run({"-o", "copy.dxf", "building.dxf"}).code, 0);
     EXPECT_EQ(place.read("copy.dxf"), before);
@@ -61,7 +61,7 @@ TEST(Files, WritesToAnotherFile) {
 
 TEST(Files, OpensSavesAndCloses) {
     const Workplace place;
-    const std::string before = readWhole(place.example("building.dxf"));
+    const std::string before = fileBytes(place.example("building.dxf"));
     place.example("building-r12.dxf");
     std::filesystem::create_directory(place.path("out"));
     const Outcome outcome = place.run({"building.dxf"},

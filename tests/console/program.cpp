@@ -5,7 +5,6 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <random>
 #include <sstream>
 
 namespace fs = std::filesystem;
@@ -32,12 +31,6 @@ std::vector<std::string> linesOf(const std::string& text) {
 
 }  // namespace
 
-std::string readWhole(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    EXPECT_TRUE(stream.is_open()) << file;
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 std::vector<std::string> changedLines(const std::string& before, const std::string& after) {
     const std::vector<std::string> old = linesOf(before), now = linesOf(after);
     EXPECT_EQ(old.size(), now.size());
@@ -47,35 +40,16 @@ std::vector<std::string> changedLines(const std::string& before, const std::stri
     return changes;
 }
 
-Workplace::Workplace() {
-    std::random_device random;
-    folder_ = fs::temp_directory_path() / ("qrsconsole-test-" + std::to_string(random()) + std::to_string(random()));
-    fs::create_directories(folder_);
-}
-
-Workplace::~Workplace() {
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
-}
-
-fs::path Workplace::write(const std::string& name, const std::string& content) const {
-    std::ofstream(path(name), std::ios::binary) << content;
-    return path(name);
-}
-
 fs::path Workplace::example(const std::string& name) const {
     fs::copy_file(fs::path(QRS_SOURCE_DIR) / "examples" / name, path(name));
     return path(name);
 }
 
-std::string Workplace::read(const std::string& name) const {
-    return readWhole(path(name));
-}
-
 Outcome Workplace::run(const std::vector<std::string>& arguments, const std::string& input,
                        const std::vector<std::string>& environment) const {
     write("stdin.tmp", input);
-    std::string command = "cd " + quoted(folder_.string()) + " && XDG_CONFIG_HOME=" + quoted(folder_.string());
+    std::string command =
+        "cd " + quoted(folder_.path().string()) + " && XDG_CONFIG_HOME=" + quoted(folder_.path().string());
     for (const std::string& variable : environment)
         command += " " + variable.substr(0, variable.find('=') + 1) + quoted(variable.substr(variable.find('=') + 1));
     command += " " + quoted(QRS_CONSOLE);

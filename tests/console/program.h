@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "../folder.h"
+
 struct Outcome {
     int code = -1;
     std::string out;
@@ -14,16 +16,13 @@ struct Outcome {
 // A folder that disappears with the object.
 class Workplace {
   public:
-    Workplace();
-    ~Workplace();
-    Workplace(const Workplace&) = delete;
-    Workplace& operator=(const Workplace&) = delete;
-
     std::filesystem::path path(const std::string& name) const { return folder_ / name; }
-    std::filesystem::path write(const std::string& name, const std::string& content) const;
+    std::filesystem::path write(const std::string& name, const std::string& content) const {
+        return folder_.write(name, content);
+    }
     // A copy of examples/<name>.
     std::filesystem::path example(const std::string& name) const;
-    std::string read(const std::string& name) const;
+    std::string read(const std::string& name) const { return folder_.read(name); }
     bool has(const std::string& name) const { return std::filesystem::exists(path(name)); }
 
     // Runs it in the folder, with settings of its own; input is what it finds on standard input, environment are
@@ -32,10 +31,8 @@ class Workplace {
                 const std::vector<std::string>& environment = {}) const;
 
   private:
-    std::filesystem::path folder_;
+    Folder folder_;
 };
-
-std::string readWhole(const std::filesystem::path& file);
 
 // The lines that differ between two texts of equally many lines: "old > new", without blanks around.
 std::vector<std::string> changedLines(const std::string& before, const std::string& after);

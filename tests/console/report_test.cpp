@@ -59,7 +59,7 @@ TEST(Report, TellsWhatADrawingHolds) {
 
 TEST(Report, TellsWhichTagsDiffer) {
     const Workplace place;
-    const std::string before = readWhole(place.example("building.dxf"));
+    const std::string before = fileBytes(place.example("building.dxf"));
     // Spelling alone is no difference: line ends, blanks, decimals, letters of handles.
     std::string spelled;
     for (const char character : before)

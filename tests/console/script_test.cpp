@@ -24,7 +24,7 @@ TEST(Script, ShowsEverythingAsTheExampleSays) {
         place.run({"-s", (scripts / "show-everything.scr").string(), "-o", "shown.dxf", "building.dxf"});
     EXPECT_EQ(outcome.code, 0) << outcome.error;
     EXPECT_EQ(outcome.error, "");
-    EXPECT_EQ(outcome.out, readWhole(scripts / "show-everything.txt"));
+    EXPECT_EQ(outcome.out, fileBytes(scripts / "show-everything.txt"));
 
     // Only flags, colours and visibility of what was hidden have changed.
     std::vector<std::string> changes = changedLines(place.read("building.dxf"), place.read("shown.dxf"));
@@ -71,7 +71,7 @@ TEST(Script, RunsLinesBeforeTheScript) {
 
 TEST(Script, StopsAtAFailureUnlessItKeepsGoing) {
     const Workplace place;
-    const std::string building = readWhole(place.example("building.dxf"));
+    const std::string building = fileBytes(place.example("building.dxf"));
     place.write("bad.scr", "; comment\nUnFrozenAllLayer\nNoSuchCommand\nREGEN\n");
     const Outcome stopped = place.run({"-s", "bad.scr", "--in-place", "building.dxf"});
     EXPECT_EQ(stopped.code, 1);
@@ -93,7 +93,7 @@ TEST(Script, StopsAtAFailureUnlessItKeepsGoing) {
 
 TEST(Script, CancelsWhatIsLeftUnanswered) {
     const Workplace place;
-    const std::string building = readWhole(place.example("building.dxf"));
+    const std::string building = fileBytes(place.example("building.dxf"));
     // The prompt of UnLockSelLayer is not answered: nothing is unlocked.
     const Outcome outcome = place.run({"-e", "UnLockSelLayer", "--in-place", "building.dxf"});
     EXPECT_EQ(outcome.code, 0) << outcome.error;

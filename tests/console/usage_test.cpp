@@ -62,7 +62,7 @@ TEST(Usage, RefusesWhatMakesNoSense) {
 
 TEST(Usage, TellsWhichFileCannotBeRead) {
     const Workplace place;
-    const std::string building = readWhole(place.example("building.dxf"));
+    const std::string building = fileBytes(place.example("building.dxf"));
     const std::string half = building.substr(0, building.size() / 2);
     place.write("half.dxf", half);
     place.write("letter.dxf", "Dear Sir or Madam,\nplease find enclosed\n");
@@ -193,7 +193,7 @@ TEST(Usage, GoesOnWithSettingsThatCannotBeWritten) {
     EXPECT_EQ(outcome.code, 0) << outcome.error;
     // One line in front of the transcript says so.
     EXPECT_NE(outcome.out.find("pwx.qdsl\nCommand: REGEN\n"), std::string::npos) << outcome.out;
-    EXPECT_EQ(readWhole(settings), "");
+    EXPECT_EQ(fileBytes(settings), "");
 }
 
 TEST(Usage, GivesUpInTime) {

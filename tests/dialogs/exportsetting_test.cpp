@@ -67,7 +67,7 @@ TEST_F(InstalledSettings, ChosenFolderIsOnlyAddedTo) {
     expected["ACAD.PGP"] = "installed";     // names match without regard to case
     expected["qrsdata.dbf"] = "installed";  // the link gave way
     EXPECT_EQ(after, expected);
-    EXPECT_EQ(read(folder.path() / "outside"), "outside");
+    EXPECT_EQ(fileBytes(folder.path() / "outside"), "outside");
     EXPECT_TRUE(filesIn("tmp").empty());
 
     // Onto itself: nothing is lost.
@@ -92,7 +92,7 @@ TEST_F(InstalledSettings, DefaultFolderLeadsNowhereElse) {
     folder.write("tmp/PwxSetting", "a file");
     EXPECT_TRUE(isRefused(exportInto({}, kAllGroups)));
     EXPECT_EQ(importFrom({}), kMissing);
-    EXPECT_EQ(read(taken), "a file");
+    EXPECT_EQ(fileBytes(taken), "a file");
     fs::remove(taken);
 
     // Another folder but for the case of its letters.
@@ -100,7 +100,7 @@ TEST_F(InstalledSettings, DefaultFolderLeadsNowhereElse) {
     EXPECT_EQ(importFrom({}), kMissing);
     EXPECT_EQ(exportInto({}, L"*=0"), kExported);
     EXPECT_EQ(filesIn("tmp/pwxsetting").size(), 1u);
-    EXPECT_EQ(read(folder.path() / "old/acad.pgp"), "installed");
+    EXPECT_EQ(fileBytes(folder.path() / "old/acad.pgp"), "installed");
 
     // An installed file that really lies in the folder, and an installation in it.
     fs::rename(folder.path() / "old/acad.pgp", taken / "acad.pgp");

@@ -19,7 +19,7 @@ class ImportSettings : public InstalledSettings {
         for (const char* name : {"CmdConfig.xml", "acad.pgp", "qrsdata.dbf", "linetype.dbf", "pipe.dbf", "VALVE_U.TK",
                                  "VALVE_U.SLB", "VALVE_U.DWB", "EVALVE_U.TK", "EVALVE_U.SLB", "EVALVE_U.DWB"})
             folder.write(system + "/" + name, content + name);
-        std::string standard = read(fs::path(QRS_SOURCE_DIR) / "tests/standard/small.qdsl");
+        std::string standard = fileBytes(fs::path(QRS_SOURCE_DIR) / "tests/standard/small.qdsl");
         const std::string name = "J &amp; &lt;1&gt;";
         folder.write(system + "/pwx.qdsl", standard.replace(standard.find(name), name.size(), content));
     }
@@ -51,8 +51,8 @@ TEST_F(ImportSettings, TwoInstallationsBecomeEqual) {
     EXPECT_EQ(exportInto("chosen", kAllGroups), kExported);
     use("old");
     EXPECT_EQ(importFrom("chosen"), std::string(kImported) + kRestart);
-    EXPECT_EQ(read(folder.path() / "old/acad.pgp"), "later");
-    EXPECT_EQ(read(folder.path() / "old/pipe.dbf"), "原pipe.dbf");
+    EXPECT_EQ(fileBytes(folder.path() / "old/acad.pgp"), "later");
+    EXPECT_EQ(fileBytes(folder.path() / "old/pipe.dbf"), "原pipe.dbf");
 }
 
 TEST_F(ImportSettings, AsksWhereAndCanBeCancelled) {
@@ -101,7 +101,7 @@ TEST_F(ImportSettings, WhatCannotBeCopiedStaysAndTheRestIsCopied) {
     expected["VALVE_U.SLB"] = "imported";
     expected["pwx.qdsl"] = "<Morvel";
     EXPECT_EQ(filesIn("new"), expected) << "what is not installed is not brought in";
-    EXPECT_EQ(read(folder.path() / "really.dbf"), "imported") << "an installed link is followed";
+    EXPECT_EQ(fileBytes(folder.path() / "really.dbf"), "imported") << "an installed link is followed";
     options[L"管线默认管径"] = 80.0;
     options[L"阀门比例"] = 0.5;
     EXPECT_EQ(optionValues(), options);

@@ -3,8 +3,9 @@
 
 #include <map>
 
+#include "../folder.h"
 #include "../frame/support.h"
-#include "../platform/scratch.h"
+#include "../platform/limits.h"
 #include "qrs_kernal.h"
 #include "qrs_options.h"
 #include "qrs_public.h"
@@ -77,13 +78,9 @@ class InstalledSettings : public Frame {
         Files all;
         for (const auto& entry : fs::recursive_directory_iterator(folder.path() / name)) {
             const std::string path = entry.path().lexically_relative(folder.path() / name).string();
-            all[path] = entry.is_symlink() ? "<link>" : entry.is_directory() ? "<folder>" : read(entry.path());
+            all[path] = entry.is_symlink() ? "<link>" : entry.is_directory() ? "<folder>" : fileBytes(entry.path());
         }
         return all;
-    }
-    static std::string read(const fs::path& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
     }
 
   private:

@@ -10,7 +10,6 @@
 #include "host/platform/dialogtext.h"
 
 using namespace qrs::platform;
-using qrs::test::Folder;
 
 namespace {
 

@@ -3,26 +3,14 @@
 
 #include <ctime>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "../dxftext.h"
 #include "host/drawing/eraser.h"
 
 namespace qrs::host::test {
 namespace {
-
-// Two lines a tag, from "code=value" words separated by ';'.
-std::string lay(const std::string& tags) {
-    std::string text;
-    std::istringstream words(tags);
-    for (std::string tag; std::getline(words, tag, ';');) {
-        const std::size_t equals = tag.find('=');
-        text += std::string(equals < 3 ? 3 - equals : 0, ' ') + tag.substr(0, equals) + "\n" + tag.substr(equals + 1) +
-                "\n";
-    }
-    return text;
-}
 
 // The records of each section of a drawing.
 struct Sections {
@@ -34,10 +22,10 @@ struct Sections {
 };
 
 std::string drawingOf(const Sections& sections) {
-    return lay("0=SECTION;2=HEADER;9=$ACADVER;1=AC1024;0=ENDSEC;0=SECTION;2=TABLES;" + sections.tables +
-               "0=ENDSEC;0=SECTION;2=BLOCKS;" + sections.blocks + "0=ENDSEC;0=SECTION;2=ENTITIES;" + sections.entities +
-               "0=ENDSEC;0=SECTION;2=OBJECTS;" + sections.objects + "0=ENDSEC;0=SECTION;2=ACDSDATA;" + sections.data +
-               "0=ENDSEC;0=EOF");
+    return dxfText("0=SECTION;2=HEADER;9=$ACADVER;1=AC1024;0=ENDSEC;0=SECTION;2=TABLES;" + sections.tables +
+                   "0=ENDSEC;0=SECTION;2=BLOCKS;" + sections.blocks + "0=ENDSEC;0=SECTION;2=ENTITIES;" +
+                   sections.entities + "0=ENDSEC;0=SECTION;2=OBJECTS;" + sections.objects +
+                   "0=ENDSEC;0=SECTION;2=ACDSDATA;" + sections.data + "0=ENDSEC;0=EOF");
 }
 
 struct Opened {

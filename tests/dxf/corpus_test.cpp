@@ -4,10 +4,9 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 
+#include "../folder.h"
 #include "host/dxf/drawing.h"
 
 namespace qrs::dxf {
@@ -16,11 +15,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const fs::path kCorpus = fs::path(QRS_SOURCE_DIR) / ".." / "shared" / "corpus" / "dxf";
-
-std::string content(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(file), {});
-}
 
 std::vector<fs::path> drawings() {
     std::vector<fs::path> found;
@@ -99,7 +93,7 @@ TEST(Corpus, EveryDrawingComesBackOrIsRefused) {
     if (files.empty()) GTEST_SKIP() << "no corpus beside the sources";
     for (const fs::path& path : files) {
         SCOPED_TRACE(path.filename());
-        const std::string bytes = content(path);
+        const std::string bytes = fileBytes(path);
         platform::Error error;
         const auto drawing = Drawing::open(path, error);
         const std::string damage = expectedOf(kDamaged, path);

@@ -7,9 +7,9 @@
 #include <iterator>
 #include <thread>
 
+#include "../folder.h"
 #include "host/platform/codepage.h"
 #include "tests/dxf/sample.h"
-#include "tests/platform/scratch.h"
 
 namespace qrs::dxf::test {
 namespace {
@@ -202,14 +202,9 @@ TEST(Editing, NewHandlesAreFree) {
     EXPECT_FALSE(bare->isModified());
 }
 
-std::string content(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
 // Somebody writes into the file while it is copied: what was copied is neither its old content nor the new one.
 TEST(Editing, SavesNothingOfAFileThatChangesMeanwhile) {
-    const Scratch folder;
+    const Folder folder;
     const fs::path source = folder / "source.dxf";
     const fs::path target = folder / "target" / "a.dxf";
     fs::create_directories(target.parent_path());
@@ -241,14 +236,14 @@ TEST(Editing, SavesNothingOfAFileThatChangesMeanwhile) {
         EXPECT_EQ(error.message, source.u8string() + ": was changed by another program after it was opened; not saved");
         EXPECT_EQ(filesBeside(), before);
         if (attempt == 0) {
-            EXPECT_EQ(content(target), "as it was");
+            EXPECT_EQ(fileBytes(target), "as it was");
         }
     }
     EXPECT_TRUE(isRefused);
 }
 
 TEST(Editing, SavesWholeOrNotAtAll) {
-    const Scratch folder;
+    const Folder folder;
     const fs::path path = folder / "a.dxf";
     const std::string bytes = lay(sampleTags(), 3, "\r\n");
     std::ofstream(path, std::ios::binary) << bytes;
@@ -267,12 +262,12 @@ TEST(Editing, SavesWholeOrNotAtAll) {
     error = {};
     ASSERT_TRUE(drawing->save(path, true, error)) << error.message;
     EXPECT_FALSE(drawing->isModified());
-    EXPECT_EQ(content(path), changed);
-    EXPECT_EQ(content(folder / "a.dxf.bak"), bytes);
+    EXPECT_EQ(fileBytes(path), changed);
+    EXPECT_EQ(fileBytes(folder / "a.dxf.bak"), bytes);
     drawing->eraseRecord(drawing->findHandle(0x18));
     ASSERT_TRUE(drawing->save(path, true, error)) << error.message;
-    EXPECT_EQ(content(path), drawing->toBytes());
-    EXPECT_EQ(content(folder / "a.dxf.bak"), changed);
+    EXPECT_EQ(fileBytes(path), drawing->toBytes());
+    EXPECT_EQ(fileBytes(folder / "a.dxf.bak"), changed);
 
     // Somebody writes into the file that is mapped, or cuts it: neither it nor a copy is to be had any more.
     for (const std::uintmax_t size : {bytes.size(), bytes.size() - 9}) {
@@ -301,7 +296,7 @@ TEST(Editing, SavesWholeOrNotAtAll) {
     EXPECT_FALSE(other->save(folder / "twice.dxf", true, error));
     EXPECT_EQ(error.message, (folder / "twice.dxf").u8string() +
                                  ": was saved by somebody else since this drawing was opened; not saved");
-    EXPECT_EQ(content(folder / "twice.dxf"), one->toBytes());
+    EXPECT_EQ(fileBytes(folder / "twice.dxf"), one->toBytes());
     ASSERT_TRUE(other->save(folder / "other.dxf", true, error)) << error.message;
     std::ofstream(folder / "other.dxf", std::ios::binary) << "shorter";
     EXPECT_FALSE(other->save(folder / "other.dxf", true, error));

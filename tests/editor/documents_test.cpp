@@ -67,11 +67,11 @@ TEST_F(Documents, ReactorsHearOfOpeningAndClosingInOrder) {
                                          L"to be activated Drawing1.dxf", L"activated Drawing1.dxf"}),
               listener.take());
 
-    const std::filesystem::path saved = folder.path / "plan.dxf";
+    const std::filesystem::path saved = folder / "plan.dxf";
     ASSERT_TRUE(application->saveDocument(saved, false, error)) << error.message;
     EXPECT_EQ(std::vector<std::wstring>{L"title plan.dxf"}, listener.take());
     EXPECT_EQ(qrs::platform::innerPath(saved), first->fileName());
-    EXPECT_EQ(qrs::platform::innerPath(folder.path) + L"\\", textVariable(L"DWGPREFIX"));
+    EXPECT_EQ(qrs::platform::innerPath(folder.path()) + L"\\", textVariable(L"DWGPREFIX"));
     EXPECT_EQ(1, intVariable(L"DWGTITLED"));
     EXPECT_FALSE(application->hasUnsavedChanges());
 
@@ -89,7 +89,7 @@ TEST_F(Documents, ReactorsHearOfOpeningAndClosingInOrder) {
     EXPECT_FALSE(application->closeDocument(error));
     EXPECT_FALSE(run({L"REGEN"}));
     EXPECT_EQ(std::vector<std::wstring>{L"REGEN needs an open drawing."}, terminal.errors);
-    EXPECT_FALSE(application->openDocument(folder.path / "missing.dxf", error));
+    EXPECT_FALSE(application->openDocument(folder / "missing.dxf", error));
     EXPECT_NE(std::string::npos, error.message.find("missing.dxf")) << error.message;
     acDocManager->removeReactor(&listener);
 }
@@ -111,7 +111,7 @@ TEST_F(Documents, CommandsLockTheirDrawing) {
 }
 
 TEST_F(Documents, FilesAreFoundInTheFolders) {
-    const std::wstring inner = qrs::platform::innerPath(folder.path);
+    const std::wstring inner = qrs::platform::innerPath(folder.path());
     folder.write("one.txt", "1");
     application->setSystemFolder(inner);
     ACHAR found[261] = L"";
@@ -216,7 +216,7 @@ TEST_F(Plugins, NothingOfACarelessOneStaysBehind) {
 }
 
 TEST_F(Plugins, WhatCannotBeLoadedSaysWhy) {
-    EXPECT_FALSE(application->loadPlugin(folder.path / "none.so", error));
+    EXPECT_FALSE(application->loadPlugin(folder / "none.so", error));
     EXPECT_NE(std::string::npos, error.message.find("none.so")) << error.message;
     EXPECT_FALSE(application->loadPlugin(folder.write("text.so", "no library"), error));
     EXPECT_NE(std::string::npos, error.message.find("text.so")) << error.message;

@@ -5,12 +5,12 @@
 
 #include <deque>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "../folder.h"
 #include "accmd.h"
 #include "acdocman.h"
 #include "aced.h"
@@ -18,7 +18,6 @@
 #include "host/commands/hostcommands.h"
 #include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
-#include "tests/platform/scratch.h"
 
 namespace edtest {
 
@@ -45,21 +44,6 @@ class ListTerminal : public qrs::host::Terminal {
     void error(std::wstring_view message) override { errors.emplace_back(message); }
     bool isInteractive() const override { return interactive; }
     void progress(std::wstring_view, int percent) override { percents.push_back(percent); }
-};
-
-// A folder that goes with the object.
-class Folder {
-  public:
-    std::filesystem::path write(const char* name, const std::string& content) const {
-        scratch_.put(name, content);
-        return path / name;
-    }
-
-  private:
-    Scratch scratch_;
-
-  public:
-    const std::filesystem::path path = scratch_.folder();
 };
 
 inline std::vector<std::function<void()>>& bodies() {

@@ -3,14 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <deque>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "../folder.h"
 #include "acdocman.h"
 #include "dbobjptr.h"
 #include "host/commands/hostcommands.h"
@@ -19,7 +17,6 @@
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/settings.h"
-#include "tests/platform/scratch.h"
 
 namespace qrs::test {
 
@@ -48,19 +45,6 @@ class ScriptTerminal : public host::Terminal {
     std::wstring transcript;
 };
 
-// A temporary folder that goes with the object.
-class Folder {
-  public:
-    std::filesystem::path write(const std::string& name, const std::string& content) const {
-        scratch_.put(name, content);
-        return scratch_ / name;
-    }
-    const std::filesystem::path& path() const { return scratch_.folder(); }
-
-  private:
-    Scratch scratch_;
-};
-
 // Settings and the system folder lie in the folder; the application lives as long as the object.
 class Frame : public ::testing::Test {
   protected:
@@ -81,6 +65,12 @@ class Frame : public ::testing::Test {
         terminal.transcript.clear();
         application.run(true);
         return terminal.transcript;
+    }
+    // The drawing as it would be saved.
+    std::string saved() {
+        platform::Error error;
+        EXPECT_TRUE(application.saveDocument(folder / "saved.dxf", false, error)) << error.message;
+        return folder.read("saved.dxf");
     }
     AcDbDatabase* database() const { return application.currentDocument()->database(); }
 

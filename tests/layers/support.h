@@ -59,17 +59,8 @@ class LayerFrame : public Frame {
         return layers;
     }
 
-    static std::string read(const std::filesystem::path& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    // The drawing as it was opened, and as it would be saved.
-    std::string content() const { return read(folder.path() / "drawing.dxf"); }
-    std::string saved() {
-        platform::Error error;
-        EXPECT_TRUE(application.saveDocument(folder.path() / "saved.dxf", false, error)) << error.message;
-        return read(folder.path() / "saved.dxf");
-    }
+    // The drawing as it was opened.
+    std::string content() const { return folder.read("drawing.dxf"); }
     // What the command showed itself: the lines behind its name, up to what was sent or the next prompt for a command.
     static std::string own(const std::wstring& transcript) {
         const std::string text = platform::toUtf8(transcript);

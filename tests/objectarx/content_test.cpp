@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "../platform/scratch.h"
+#include "../folder.h"
 #include "dbdict.h"
 #include "dbents.h"
 #include "dbidmap.h"
@@ -392,17 +392,17 @@ TEST(DatabaseContent, LayoutsTellTheirBlocks) {
 }
 
 TEST(DatabaseContent, AuditorsFindNothingNew) {
-    const Scratch scratch;
+    const Folder scratch;
     const auto run = [&](const std::string& task) {
         const std::string script = std::string(QRS_SOURCE_DIR) + "/tests/standard/drawings.py";
         return fs::exists("/usr/bin/python3") &&
-               std::system(("/usr/bin/python3 '" + script + "' " + task + " '" + scratch.folder().string() + "' > '" +
+               std::system(("/usr/bin/python3 '" + script + "' " + task + " '" + scratch.path().string() + "' > '" +
                             (scratch / "told.txt").string() + "'")
                                .c_str()) == 0;
     };
     if (!run("make")) GTEST_SKIP() << "no auditor here";
     std::vector<fs::path> made;
-    for (const auto& entry : fs::directory_iterator(scratch.folder()))
+    for (const auto& entry : fs::directory_iterator(scratch.path()))
         if (entry.path().extension() == ".dxf") made.push_back(entry.path());
     for (const fs::path& file : made) {
         qrs::platform::Error error;

@@ -1,12 +1,10 @@
 // Whole drawings: a new one, header variables, real files.
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
+#include "../folder.h"
 #include "dbents.h"
 #include "support.h"
-#include "tests/platform/scratch.h"
 
 using namespace dbtest;
 namespace fs = std::filesystem;
@@ -93,8 +91,8 @@ TEST(DbDrawing, ANewOneIsWholeAndReadsBack) {
     EXPECT_EQ(again.database->setClayer(id), Acad::eOk);
     EXPECT_EQ(acdbRegApp(L"PWX-ENT-TYPE"), RTNORM);
 
-    const Scratch scratch;
-    const fs::path file = scratch / "new.dxf";
+    const Folder folder;
+    const fs::path file = folder / "new.dxf";
     qrs::platform::Error error;
     ASSERT_TRUE(DatabaseAccess::save(*again.database, file, false, error)) << error.message;
     AcDbDatabase read(false);
@@ -104,10 +102,9 @@ TEST(DbDrawing, ANewOneIsWholeAndReadsBack) {
     // Another program's opinion, where it is installed.
     const std::string audit = "/usr/bin/python3 -m ezdxf audit '" + file.string() + "' 2>/dev/null";
     if (std::system("/usr/bin/python3 -c 'import ezdxf' >/dev/null 2>&1") == 0) {
-        const std::string listing = (scratch / "audit.txt").string();
+        const std::string listing = (folder / "audit.txt").string();
         EXPECT_EQ(std::system((audit + " > '" + listing + "'").c_str()), 0);
-        std::ifstream lines(listing);
-        const std::string all((std::istreambuf_iterator<char>(lines)), std::istreambuf_iterator<char>());
+        const std::string all = fileBytes(listing);
         EXPECT_NE(all.find("No errors found"), std::string::npos) << all;
     }
 }

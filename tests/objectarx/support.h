@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "../dxftext.h"
 #include "acutads.h"
 #include "adsdb.h"
 #include "dbapserv.h"
@@ -18,19 +19,8 @@
 
 namespace dbtest {
 
+using ::dxfText;
 using qrs::host::DatabaseAccess;
-
-// Two lines a tag from "code=value" words separated by ';'.
-inline std::string dxfText(const std::string& tags) {
-    std::string text;
-    std::istringstream words(tags);
-    for (std::string tag; std::getline(words, tag, ';');) {
-        const std::size_t equals = tag.find('=');
-        text += std::string(equals < 3 ? 3 - equals : 0, ' ') + tag.substr(0, equals) + "\n" + tag.substr(equals + 1) +
-                "\n";
-    }
-    return text;
-}
 
 // An old drawing without handles; "PIPE" is off, "WALL" locked. Numbers are padded as old programs wrote them.
 inline std::string oldDrawing() {

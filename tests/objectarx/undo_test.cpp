@@ -5,7 +5,7 @@
 #include <fstream>
 #include <random>
 
-#include "../platform/scratch.h"
+#include "../folder.h"
 #include "dbdict.h"
 #include "dbents.h"
 #include "dbidmap.h"
@@ -188,7 +188,7 @@ TEST(DatabaseUndo, AnyChangesAreTakenBackToTheByte) {
 
 TEST(DatabaseUndo, SavingIsNotTakenBack) {
     const Sample sample(newerDrawing());
-    const Scratch scratch;
+    const Folder scratch;
     const fs::path file = scratch / "saved.dxf";
     DatabaseAccess::beginStep(*sample.database, L"SET");
     sample.database->setLtscale(7.0);

@@ -1,33 +1,17 @@
 // The layer control panel, asked as text and shown as a window that stays while commands run.
 #include <algorithm>
 
-#include "../frame/support.h"
+#include "../frame/standardframe.h"
 #include "acedads.h"
 #include "host/platform/dialog.h"
-#include "qrs_kernal.h"
-#include "rxregsvc.h"
 #include "standard/holder.h"
-
-extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* application);
 
 namespace qrs::test {
 
 namespace {
 
-class Panel : public Frame {
+class Panel : public StandardFrame {
   protected:
-    Panel() {
-        std::filesystem::copy_file(QRS_SOURCE_DIR "/data/pwx.qdsl", folder.path() / "pwx.qdsl");
-        acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
-        open(drawingText({{"0"},
-                          {"给排-生活给水-管线", 4, 3},
-                          {"给排-生活给水-立管", 0, -3},
-                          {"给排-雨水-管线", 1, 2},
-                          {"新给水", 0, 6}},
-                         {{"新给水"}, {"给排-生活给水-管线"}}));
-    }
-    ~Panel() override { acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr); }
-
     bool layerIs(const wchar_t* name, bool (AcDbLayerTableRecord::*has)() const) const {
         const AcDbLayerTablePointer table(database(), AcDb::kForRead);
         AcDbLayerTableRecord* record = nullptr;

@@ -5,8 +5,9 @@
 #include <atomic>
 #include <thread>
 
+#include "../folder.h"
 #include "host/platform/files.h"
-#include "scratch.h"
+#include "limits.h"
 
 using namespace qrs::platform;
 namespace fs = std::filesystem;
@@ -22,7 +23,7 @@ mode_t modeOf(const fs::path& path) {
 }  // namespace
 
 TEST(AtomicFile, WritesPiecesOfEverySizeInOrder) {
-    const Scratch scratch;
+    const Folder scratch;
     std::string expected;
     Error error;
     AtomicFile file;
@@ -35,15 +36,15 @@ TEST(AtomicFile, WritesPiecesOfEverySizeInOrder) {
     }
     EXPECT_FALSE(fs::exists(scratch / "big.dxf"));
     ASSERT_TRUE(file.commit(true, error)) << error.message;
-    EXPECT_TRUE(scratch.get("big.dxf") == expected);
+    EXPECT_TRUE(scratch.read("big.dxf") == expected);
     EXPECT_EQ(scratch.names(), Names{"big.dxf"}) << "no backup of what was not there, no temporary file";
 }
 
 TEST(AtomicFile, KeepsBackupPermissionsAndLinks) {
-    const Scratch scratch;
+    const Folder scratch;
     Error error;
-    scratch.put("plan.dxf", "old");
-    scratch.put("plan.dxf.bak", "older");
+    scratch.write("plan.dxf", "old");
+    scratch.write("plan.dxf.bak", "older");
     fs::create_directory(scratch / "links");
     fs::create_symlink("../plan.dxf", scratch / "links/inner");
     fs::create_symlink("links/inner", scratch / "outer");
@@ -52,16 +53,16 @@ TEST(AtomicFile, KeepsBackupPermissionsAndLinks) {
     ASSERT_TRUE(writeFileAtomically(scratch / "outer", "new", true, error)) << error.message;
     EXPECT_TRUE(fs::is_symlink(scratch / "outer"));
     EXPECT_TRUE(fs::is_symlink(scratch / "links/inner"));
-    EXPECT_EQ(scratch.get("plan.dxf"), "new");
+    EXPECT_EQ(scratch.read("plan.dxf"), "new");
     EXPECT_EQ(modeOf(scratch / "plan.dxf"), 0641u);
-    EXPECT_EQ(scratch.get("plan.dxf.bak"), "old");
+    EXPECT_EQ(scratch.read("plan.dxf.bak"), "old");
     EXPECT_EQ(scratch.names(), (Names{"links", "outer", "plan.dxf", "plan.dxf.bak"}));
 
     // A backup that already is the same file under a second name.
     fs::remove(scratch / "plan.dxf.bak");
     fs::create_hard_link(scratch / "plan.dxf", scratch / "plan.dxf.bak");
     ASSERT_TRUE(writeFileAtomically(scratch / "plan.dxf", "newest", true, error)) << error.message;
-    EXPECT_EQ(scratch.get("plan.dxf.bak"), "new");
+    EXPECT_EQ(scratch.read("plan.dxf.bak"), "new");
     EXPECT_EQ(scratch.names().size(), 4u);
 
     // A link to a file that is still to be made; a new file gets what the user's mask leaves.
@@ -74,27 +75,27 @@ TEST(AtomicFile, KeepsBackupPermissionsAndLinks) {
 }
 
 TEST(AtomicFile, RefusesWhatMustStay) {
-    const Scratch scratch;
+    const Folder scratch;
     Error error;
-    scratch.put("fixed.dxf", "kept");
+    scratch.write("fixed.dxf", "kept");
     chmod((scratch / "fixed.dxf").c_str(), 0444);
     EXPECT_FALSE(writeFileAtomically(scratch / "fixed.dxf", "new", true, error));
     EXPECT_EQ(error.message, (scratch / "fixed.dxf").string() + ": is read-only");
-    EXPECT_FALSE(writeFileAtomically(scratch.folder(), "new", true, error));
+    EXPECT_FALSE(writeFileAtomically(scratch.path(), "new", true, error));
     EXPECT_NE(error.message.find(": is a folder"), std::string::npos);
     EXPECT_FALSE(writeFileAtomically("/dev/null", "new", true, error));
     EXPECT_FALSE(writeFileAtomically(scratch / "none\n/file", "new", true, error));
     EXPECT_NE(error.message.find("none?/file: No such file"), std::string::npos) << error.message;
     fs::create_symlink("loop", scratch / "loop");
     EXPECT_FALSE(writeFileAtomically(scratch / "loop", "new", true, error));
-    EXPECT_EQ(scratch.get("fixed.dxf"), "kept");
+    EXPECT_EQ(scratch.read("fixed.dxf"), "kept");
 
     // A backup that cannot be put in place stops the save.
-    scratch.put("plan.dxf", "old");
+    scratch.write("plan.dxf", "old");
     fs::create_directory(scratch / "plan.dxf.bak");
     EXPECT_FALSE(writeFileAtomically(scratch / "plan.dxf", "new", true, error));
     EXPECT_NE(error.message.find("plan.dxf.bak: "), std::string::npos) << error.message;
-    EXPECT_EQ(scratch.get("plan.dxf"), "old");
+    EXPECT_EQ(scratch.read("plan.dxf"), "old");
 
     // Given up half way.
     {
@@ -102,13 +103,13 @@ TEST(AtomicFile, RefusesWhatMustStay) {
         ASSERT_TRUE(file.begin(scratch / "plan.dxf", error));
         file.write("half");
     }
-    EXPECT_EQ(scratch.get("plan.dxf"), "old");
+    EXPECT_EQ(scratch.read("plan.dxf"), "old");
     EXPECT_EQ(scratch.names(), (Names{"fixed.dxf", "loop", "plan.dxf", "plan.dxf.bak"}));
 }
 
 TEST(AtomicFile, LeavesEverythingWhenTheDiskTakesNoMore) {
-    const Scratch scratch;
-    scratch.put("plan.dxf", "old");
+    const Folder scratch;
+    scratch.write("plan.dxf", "old");
     const std::string big(3'000'000, 'x');
     // At once, and by pieces that are gathered until the end.
     for (const std::size_t piece : {big.size(), std::size_t{1000}}) {
@@ -120,16 +121,16 @@ TEST(AtomicFile, LeavesEverythingWhenTheDiskTakesNoMore) {
             file.write(std::string_view(big).substr(at, piece));
         EXPECT_FALSE(file.commit(true, error));
         EXPECT_EQ(error.message, (scratch / "plan.dxf").string() + ": File too large");
-        EXPECT_EQ(scratch.get("plan.dxf"), "old");
+        EXPECT_EQ(scratch.read("plan.dxf"), "old");
         EXPECT_EQ(scratch.names(), Names{"plan.dxf"});
     }
 }
 
 TEST(AtomicFile, NobodySeesHalfAFile) {
-    const Scratch scratch;
+    const Folder scratch;
     const std::string one(300'000, '1');
     const std::string two(500'000, '2');
-    scratch.put("plan.dxf", one);
+    scratch.write("plan.dxf", one);
     std::atomic<bool> stop{false};
     int looks = 0;
     int halves = 0;
@@ -152,13 +153,13 @@ TEST(AtomicFile, NobodySeesHalfAFile) {
 }
 
 TEST(MappedFile, StaysWhenItsNameIsGivenToAnotherFile) {
-    const Scratch scratch;
+    const Folder scratch;
     Error error;
-    scratch.put("plan.dxf", "  0\nSECTION\n");
-    scratch.put("empty.dxf", "");
+    scratch.write("plan.dxf", "  0\nSECTION\n");
+    scratch.write("empty.dxf", "");
     const auto mapped = MappedFile::open(scratch / "plan.dxf", error);
     ASSERT_TRUE(mapped);
-    EXPECT_TRUE(mapped->isSameFile(scratch.folder() / "." / "plan.dxf"));
+    EXPECT_TRUE(mapped->isSameFile(scratch.path() / "." / "plan.dxf"));
     AtomicFile file;
     ASSERT_TRUE(file.begin(scratch / "plan.dxf", error));
     file.write(mapped->bytes());
@@ -166,14 +167,14 @@ TEST(MappedFile, StaysWhenItsNameIsGivenToAnotherFile) {
     ASSERT_TRUE(file.commit(false, error));
     EXPECT_EQ(mapped->bytes(), "  0\nSECTION\n");
     EXPECT_FALSE(mapped->isSameFile(scratch / "plan.dxf"));
-    EXPECT_EQ(scratch.get("plan.dxf"), "  0\nSECTION\nmore");
+    EXPECT_EQ(scratch.read("plan.dxf"), "  0\nSECTION\nmore");
 
     EXPECT_TRUE(mapped->isUnchanged(error)) << "replaced is not changed: " << error.message;
 
     const auto empty = MappedFile::open(scratch / "empty.dxf", error);
     ASSERT_TRUE(empty);
     EXPECT_TRUE(empty->bytes().empty());
-    for (const fs::path& refused : {scratch.folder(), fs::path("/dev/zero"), scratch / "none"}) {
+    for (const fs::path& refused : {scratch.path(), fs::path("/dev/zero"), scratch / "none"}) {
         EXPECT_FALSE(MappedFile::open(refused, error)) << refused;
         EXPECT_EQ(error.message.find(refused.string() + ": "), 0u) << error.message;
     }

@@ -4,9 +4,10 @@
 
 #include <algorithm>
 
+#include "../folder.h"
 #include "host/platform/files.h"
 #include "host/platform/wildcard.h"
-#include "scratch.h"
+#include "limits.h"
 
 using namespace qrs::platform;
 namespace fs = std::filesystem;
@@ -26,11 +27,11 @@ TEST(Paths, RoundTripKeepsEveryByte) {
 }
 
 TEST(Paths, NamesAreFoundWithoutRegardToCase) {
-    const Scratch scratch;
-    const std::wstring inner = innerPath(scratch.folder());
+    const Folder scratch;
+    const std::wstring inner = innerPath(scratch.path());
     fs::create_directories(scratch / "Std/\xC3\xA9tude");
-    scratch.put("Std/pwx.qdsl", "");
-    scratch.put("Std/\xC3\xA9tude/Pipe.DBF", "");
+    scratch.write("Std/pwx.qdsl", "");
+    scratch.write("Std/\xC3\xA9tude/Pipe.DBF", "");
     EXPECT_EQ(nativePath(inner + L"\\STD\\PWX.QDSL"), scratch / "Std/pwx.qdsl");
     EXPECT_EQ(nativePath(inner + L"\\std\\\u00C9TUDE\\pipe.dbf"), scratch / "Std/\xC3\xA9tude/Pipe.DBF");
     EXPECT_EQ(nativePath(inner + L"\\std\\..\\STD\\pwx.qdsl").lexically_normal(), scratch / "Std/pwx.qdsl");
@@ -41,27 +42,27 @@ TEST(Paths, NamesAreFoundWithoutRegardToCase) {
     EXPECT_TRUE(folderExists(inner + L"\\sTd"));
 
     // Typed with backslashes in a shell, unless a name holds them.
-    const std::string folder = scratch.folder().string();
+    const std::string folder = scratch.path().string();
     EXPECT_EQ(nativeFromTyped(folder + "\\STD\\pwx.qdsl"), scratch / "Std/pwx.qdsl");
     EXPECT_EQ(nativeFromTyped(folder + "/STD/pwx.qdsl"), scratch / "STD/pwx.qdsl");
     EXPECT_EQ(nativeFromTyped("new\\\xB8\xF8.dxf"), fs::path("new/\xB8\xF8.dxf"));
-    scratch.put("odd\\name", "");
+    scratch.write("odd\\name", "");
     EXPECT_EQ(nativeFromTyped(folder + "/odd\\name"), scratch / "odd\\name");
 
     // The exact name wins, else the first in order.
-    scratch.put("Std/PWX.qdsl", "");
-    scratch.put("Std/Pwx.qdsl", "");
+    scratch.write("Std/PWX.qdsl", "");
+    scratch.write("Std/Pwx.qdsl", "");
     EXPECT_EQ(nativePath(inner + L"\\Std\\pwx.qdsl"), scratch / "Std/pwx.qdsl");
     EXPECT_EQ(nativePath(inner + L"\\Std\\pwx.QDSL"), scratch / "Std/PWX.qdsl");
 }
 
 TEST(Paths, FoldersAreListedByPattern) {
-    const Scratch scratch;
+    const Folder scratch;
     for (const char* name : {"a.dbf", "B.DBF", "ab.dbf", "c.txt", "noextension"})
-        scratch.put(name, "");
+        scratch.write(name, "");
     fs::create_directory(scratch / "folder.dbf");
     const auto list = [&](const wchar_t* pattern) {
-        std::vector<std::wstring> names = listFiles(innerPath(scratch.folder()), pattern);
+        std::vector<std::wstring> names = listFiles(innerPath(scratch.path()), pattern);
         std::sort(names.begin(), names.end());
         return names;
     };
@@ -78,22 +79,22 @@ TEST(Paths, FoldersAreListedByPattern) {
 }
 
 TEST(Paths, ReadingTellsWhyNot) {
-    const Scratch scratch;
+    const Folder scratch;
     std::string content;
     Error error;
-    scratch.put("zeros", std::string("a\0b\r\n", 5) + std::string(100'000, 'z'));
+    scratch.write("zeros", std::string("a\0b\r\n", 5) + std::string(100'000, 'z'));
     ASSERT_TRUE(readFile(scratch / "zeros", content, error)) << error.message;
-    EXPECT_TRUE(content == scratch.get("zeros"));
+    EXPECT_TRUE(content == scratch.read("zeros"));
     EXPECT_TRUE(readFile("/proc/self/status", content, error));
     EXPECT_NE(content.find("VmPeak"), std::string::npos) << "a file that tells no size";
-    EXPECT_FALSE(readFile(scratch.folder(), content, error));
-    EXPECT_EQ(error.message, scratch.folder().string() + ": is a folder");
+    EXPECT_FALSE(readFile(scratch.path(), content, error));
+    EXPECT_EQ(error.message, scratch.path().string() + ": is a folder");
     EXPECT_FALSE(readFile(scratch / "none", content, error));
     EXPECT_EQ(error.message, (scratch / "none").string() + ": No such file or directory");
 }
 
 TEST(Paths, OnlyOrdinaryFilesUpToALimit) {
-    const Scratch scratch;
+    const Folder scratch;
     std::string content;
     Error error;
     const auto refusal = [&](const fs::path& native, std::uint64_t most) {
@@ -103,11 +104,11 @@ TEST(Paths, OnlyOrdinaryFilesUpToALimit) {
         EXPECT_EQ(content, "");
         return error.message;
     };
-    scratch.put("eight", "12345678");
+    scratch.write("eight", "12345678");
     EXPECT_TRUE(readOrdinaryFile(scratch / "eight", 8, content, error)) << error.message;
     EXPECT_EQ(content, "12345678");
     EXPECT_EQ(refusal(scratch / "eight", 7), (scratch / "eight").string() + ": is larger than 7 bytes");
-    scratch.put("large", std::string((1 << 20) + 1, 'x'));
+    scratch.write("large", std::string((1 << 20) + 1, 'x'));
     EXPECT_EQ(refusal(scratch / "large", 1 << 20), (scratch / "large").string() + ": is larger than 1 MB");
     EXPECT_TRUE(readOrdinaryFile("/proc/self/status", 1 << 20, content, error));
     EXPECT_NE(content.find("VmPeak"), std::string::npos) << "a file that tells no size";
@@ -116,19 +117,19 @@ TEST(Paths, OnlyOrdinaryFilesUpToALimit) {
     ASSERT_EQ(mkfifo((scratch / "pipe").c_str(), 0600), 0);
     EXPECT_EQ(refusal(scratch / "pipe", 8), (scratch / "pipe").string() + ": is no ordinary file");
     EXPECT_EQ(refusal("/dev/zero", 8), "/dev/zero: is no ordinary file");
-    EXPECT_EQ(refusal(scratch.folder(), 8), scratch.folder().string() + ": is a folder");
+    EXPECT_EQ(refusal(scratch.path(), 8), scratch.path().string() + ": is a folder");
     EXPECT_EQ(refusal(scratch / "none", 8), (scratch / "none").string() + ": No such file or directory");
 }
 
 TEST(Paths, NotThereIsToldFromOutOfReach) {
-    const Scratch scratch;
+    const Folder scratch;
     Error error;
-    const std::wstring inner = innerPath(scratch.folder());
+    const std::wstring inner = innerPath(scratch.path());
     const auto look = [&](const wchar_t* name) {
         error = Error();
         return presenceOf(inner + name, error);
     };
-    scratch.put("pwx.qdsl", "");
+    scratch.write("pwx.qdsl", "");
     ASSERT_EQ(mkfifo((scratch / "pipe").c_str(), 0600), 0);
     for (const wchar_t* name : {L"", L"\\pwx.qdsl", L"\\PWX.QDSL", L"\\pipe"})
         EXPECT_EQ(look(name), Presence::Present) << name;
@@ -144,7 +145,7 @@ TEST(Paths, NotThereIsToldFromOutOfReach) {
 
     for (const char* folder : {"closed", "unlisted"}) {
         fs::create_directories(scratch / folder / "inside");
-        scratch.put(std::string(folder) + "/inside/pwx.qdsl", "");
+        scratch.write(std::string(folder) + "/inside/pwx.qdsl", "");
     }
     fs::permissions(scratch / "closed", fs::perms::none);
     fs::permissions(scratch / "unlisted", fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec);

@@ -8,7 +8,7 @@
 #include <set>
 
 #include "host/platform/codepage.h"
-#include "tests/platform/scratch.h"
+#include "tests/folder.h"
 
 using namespace qrs::platform;
 
@@ -34,8 +34,8 @@ TEST(Fonts, AreToldOncePerFaceAndScript) {
 TEST(Fonts, AreLookedForAnewAtEveryCall) {
     const std::size_t count = installedFonts(nullptr).size();
     {
-        Scratch scratch;
-        scratch.put("fonts.conf", "<fontconfig></fontconfig>");
+        Folder scratch;
+        scratch.write("fonts.conf", "<fontconfig></fontconfig>");
         setenv("FONTCONFIG_FILE", (scratch / "fonts.conf").c_str(), 1);
         EXPECT_TRUE(installedFonts(nullptr).empty());
         unsetenv("FONTCONFIG_FILE");

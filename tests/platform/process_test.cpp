@@ -5,13 +5,13 @@
 #include <csignal>
 #include <thread>
 
+#include "../folder.h"
 #include "afxdllx.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/files.h"
 #include "host/platform/library.h"
 #include "host/platform/process.h"
 #include "host/platform/watch.h"
-#include "scratch.h"
 
 using namespace qrs::platform;
 
@@ -54,18 +54,18 @@ TEST(Libraries, EndOfAnExtensionDeletesWhatItEntered) {
 }
 
 TEST(Libraries, FailedLoadsSayWhy) {
-    const Scratch scratch;
-    scratch.put("text.so", "no library");
+    const Folder scratch;
+    scratch.write("text.so", "no library");
     Error error;
     EXPECT_FALSE(Library::load(ENTRY_REFUSING, error));
     EXPECT_EQ(error.message, std::string(ENTRY_REFUSING) + ": its entry refused to start");
     EXPECT_TRUE(Library::load(ENTRY_ACCEPTING, error)) << "the next one is not held to it";
     EXPECT_FALSE(Library::load(scratch / "text.so", error));
     EXPECT_EQ(error.message.find((scratch / "text.so").string() + ": "), 0u);
-    EXPECT_EQ(error.message.find("text.so", scratch.folder().string().size() + 8), std::string::npos) << error.message;
+    EXPECT_EQ(error.message.find("text.so", scratch.path().string().size() + 8), std::string::npos) << error.message;
     std::string whole;
     ASSERT_TRUE(readFile(ENTRY_ACCEPTING, whole, error));
-    scratch.put("cut.so", whole.substr(0, 5000));
+    scratch.write("cut.so", whole.substr(0, 5000));
     EXPECT_FALSE(Library::load(scratch / "cut.so", error));
     EXPECT_EQ(error.message, (scratch / "cut.so").string() + ": the file is cut off");
     EXPECT_FALSE(Library::load(scratch / "none.so", error));
@@ -132,8 +132,8 @@ TEST(StreamsDeathTest, FilesDoNotStandInForMissingStreams) {
 }
 
 TEST(DeadlineDeathTest, EndsTheProgramAndLeavesNoTemporaryFile) {
-    const Scratch scratch;
-    scratch.put("plan.dxf", "old");
+    const Folder scratch;
+    scratch.write("plan.dxf", "old");
     EXPECT_EXIT(
         {
             Error error;
@@ -146,10 +146,10 @@ TEST(DeadlineDeathTest, EndsTheProgramAndLeavesNoTemporaryFile) {
         },
         testing::ExitedWithCode(7), "^no answer within 0.05 seconds\n$");
     EXPECT_EQ(scratch.names(), std::set<std::string>{"plan.dxf"});
-    EXPECT_EQ(scratch.get("plan.dxf"), "old");
+    EXPECT_EQ(scratch.read("plan.dxf"), "old");
 
     // The same when the bytes of a mapped file are gone.
-    scratch.put("cut.dxf", std::string(100'000, 'x'));
+    scratch.write("cut.dxf", std::string(100'000, 'x'));
     EXPECT_EXIT(
         {
             Error error;

@@ -7,9 +7,10 @@
 #include <limits>
 #include <thread>
 
+#include "../folder.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/settings.h"
-#include "scratch.h"
+#include "limits.h"
 
 using namespace qrs::platform;
 
@@ -21,7 +22,7 @@ class SettingsTest : public testing::Test {
   protected:
     void SetUp() override { ASSERT_TRUE(settings.useFile(file, error)) << error.message; }
 
-    const Scratch scratch;
+    const Folder scratch;
     const std::filesystem::path file = scratch / "deep/settings.ini";
     Settings& settings = Settings::user();
     Error error;
@@ -72,15 +73,15 @@ TEST_F(SettingsTest, ValuesComeBackAsTheirKind) {
 
 TEST_F(SettingsTest, ForeignLinesKeepTheirPlace) {
     ASSERT_TRUE(settings.setInteger(L"B", L"x", 1, error));
-    scratch.put("deep/settings.ini",
-                "# mine\r\n[Other\\Program]\r\n  odd = q:later kind\r\nText=s:\xE7\xBB\x99\r\n; between\r\n"
-                "\r\n[b]\r\n X = i:1\r\nx=i:7\r\n# end");
+    scratch.write("deep/settings.ini",
+                  "# mine\r\n[Other\\Program]\r\n  odd = q:later kind\r\nText=s:\xE7\xBB\x99\r\n; between\r\n"
+                  "\r\n[b]\r\n X = i:1\r\nx=i:7\r\n# end");
     EXPECT_EQ(settings.integer(L"B", L"x"), 1);
     EXPECT_EQ(settings.text(L"other\\program", L"odd"), std::nullopt);
     ASSERT_TRUE(settings.setInteger(L"B", L"x", 2, error));
     ASSERT_TRUE(settings.setInteger(L"Other\\Program", L"New", 3, error));
     ASSERT_TRUE(settings.setReal(L"C", L"r", 2, error));
-    EXPECT_EQ(scratch.get("deep/settings.ini"),
+    EXPECT_EQ(scratch.read("deep/settings.ini"),
               "# mine\r\n[Other\\Program]\r\n  odd = q:later kind\r\nText=s:\xE7\xBB\x99\r\nNew=i:3\r\n; between\r\n"
               "\r\n[b]\r\n X = i:2\r\nx=i:7\r\n# end\r\n\r\n[C]\r\nr=r:2.0\r\n");
 }
@@ -101,15 +102,15 @@ TEST_F(SettingsTest, DamagedFileIsToldAndNeverWrittenOver) {
     };
     ASSERT_TRUE(settings.setInteger(L"a", L"x", 1, error));
     for (const auto& [content, message] : damages) {
-        scratch.put("deep/settings.ini", content);
+        scratch.write("deep/settings.ini", content);
         EXPECT_FALSE(settings.check(error)) << content;
         EXPECT_EQ(error.message.find(file.string() + message), 0u) << error.message;
         EXPECT_EQ(settings.integer(L"a", L"x"), std::nullopt);
         EXPECT_FALSE(settings.setInteger(L"a", L"x", 2, error));
-        EXPECT_EQ(scratch.get("deep/settings.ini"), content);
+        EXPECT_EQ(scratch.read("deep/settings.ini"), content);
     }
-    scratch.put("other.ini", "damaged");
-    scratch.put("deep/settings.ini", "\xEF\xBB\xBF[a]\nx=i:3");
+    scratch.write("other.ini", "damaged");
+    scratch.write("deep/settings.ini", "\xEF\xBB\xBF[a]\nx=i:3");
     EXPECT_FALSE(settings.useFile(scratch / "other.ini", error));
     EXPECT_EQ(settings.integer(L"a", L"x"), 3) << "the former store stays in use";
     chmod(file.c_str(), 0444);
@@ -141,7 +142,7 @@ TEST_F(SettingsTest, FileReplacedByAnotherProgramIsSeenAtOnce) {
     std::filesystem::create_directory(scratch / "deep");
     // Same size, within one tick of the clock, and numbers of removed files are given again.
     for (int round = 0; round < 100; ++round) {
-        scratch.put("fresh", "[a]\nx=i:" + std::to_string(100 + round) + "\n");
+        scratch.write("fresh", "[a]\nx=i:" + std::to_string(100 + round) + "\n");
         std::filesystem::rename(scratch / "fresh", file);
         ASSERT_EQ(settings.integer(L"a", L"x"), 100 + round);
     }

@@ -4,20 +4,21 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "../folder.h"
 #include "host/platform/files.h"
-#include "scratch.h"
+#include "limits.h"
 
 using namespace qrs::platform;
 namespace fs = std::filesystem;
 using Names = std::set<std::string>;
 
 TEST(Tree, EmptiesAFolderAndNothingOutsideOfIt) {
-    const Scratch scratch;
+    const Folder scratch;
     fs::create_directories(scratch / "outside/inner");
-    scratch.put("outside/inner/kept.txt", "kept");
+    scratch.write("outside/inner/kept.txt", "kept");
     fs::create_directories(scratch / "full/a/b");
     for (const char* name : {"full/.hidden", "full/a/b/deep.txt", "full/read-only.txt"})
-        scratch.put(name, "x");
+        scratch.write(name, "x");
     fs::create_directory_symlink("../outside", scratch / "full/folder-link");
     fs::create_directory_symlink(scratch / "outside/inner", scratch / "full/a/absolute");
     fs::create_symlink("../outside/inner/kept.txt", scratch / "full/file-link");
@@ -42,7 +43,7 @@ TEST(Tree, EmptiesAFolderAndNothingOutsideOfIt) {
 
     EXPECT_TRUE(emptyFolder(scratch / "full/", error)) << error.message;
     EXPECT_TRUE(fs::is_empty(scratch / "full"));
-    EXPECT_EQ(scratch.get("outside/inner/kept.txt"), "kept");
+    EXPECT_EQ(scratch.read("outside/inner/kept.txt"), "kept");
     EXPECT_EQ(fs::status(scratch / "outside/inner/kept.txt").permissions(), fs::perms::owner_read);
     EXPECT_TRUE(isOwnFolder(scratch / "full"));
     EXPECT_FALSE(isOwnFolder(scratch / "to-full"));
@@ -51,12 +52,12 @@ TEST(Tree, EmptiesAFolderAndNothingOutsideOfIt) {
 }
 
 TEST(Tree, CopiesAreWholeAndStayWhereTheyAreSent) {
-    const Scratch scratch;
+    const Folder scratch;
     const std::string big(3'000'000, 'b');
-    scratch.put("source", big);
+    scratch.write("source", big);
     fs::create_directories(scratch / "to/folder");
     fs::create_symlink("../source", scratch / "to/same");
-    scratch.put("outside", "outside");
+    scratch.write("outside", "outside");
     fs::create_symlink("../outside", scratch / "to/link");
     const auto copy = [&](const char* source, const char* target) {
         Error error;
@@ -65,7 +66,7 @@ TEST(Tree, CopiesAreWholeAndStayWhereTheyAreSent) {
         return done;
     };
     EXPECT_TRUE(copy("source", "to/new"));
-    EXPECT_TRUE(scratch.get("to/new") == big);
+    EXPECT_TRUE(scratch.read("to/new") == big);
     for (const char* target : {"to/folder", "to/same", "source", "missing/new"})
         EXPECT_FALSE(copy("source", target)) << target;
     for (const char* source : {"missing", "to/folder"})

@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 
+#include "../folder.h"
 #include "../objectarx/support.h"
-#include "../platform/scratch.h"
 #include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
@@ -29,11 +27,6 @@ namespace {
 const fs::path kSource = QRS_SOURCE_DIR;
 const fs::path kPython = "/usr/bin/python3";
 
-std::string wholeOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 class Drawings : public testing::Test {
   protected:
     Drawings() {
@@ -48,11 +41,11 @@ class Drawings : public testing::Test {
     bool runScript(const std::string& task) const {
         const fs::path script = kSource / "tests/standard/drawings.py";
         const std::string command = kPython.string() + " '" + script.string() + "' " + task + " '" +
-                                    scratch.folder().string() + "' > '" + (scratch / "told.txt").string() + "'";
+                                    scratch.path().string() + "' > '" + (scratch / "told.txt").string() + "'";
         return fs::exists(kPython) && std::system(command.c_str()) == 0;
     }
 
-    Scratch scratch;
+    Folder scratch;
 };
 
 // Through every way in which layers are asked for; also every linetype and text style there is, and an application.
@@ -122,7 +115,7 @@ std::vector<fs::path> realDrawings() {
     std::map<std::string, int> taken;
     std::vector<fs::path> chosen{kSource / "examples/building.dxf", kSource / "examples/building-r12.dxf"};
     for (const fs::path& file : all) {
-        const std::string text = wholeOf(file);
+        const std::string text = fileBytes(file);
         const std::size_t version = text.find("$ACADVER");
         if (version == std::string::npos || text.compare(0, 6, "AutoCA") == 0) continue;
         if (file.string().find("malformed") != std::string::npos) continue;
@@ -138,12 +131,12 @@ std::vector<fs::path> realDrawings() {
 TEST_F(Drawings, TakeEveryLayerOfTheStandardOnce) {
     std::vector<fs::path> drawings = realDrawings();
     const bool canAudit = runScript("make");
-    for (const auto& entry : fs::directory_iterator(scratch.folder()))
+    for (const auto& entry : fs::directory_iterator(scratch.path()))
         if (entry.path().extension() == ".dxf") drawings.push_back(entry.path());
     for (const fs::path& file : drawings) {
         SCOPED_TRACE(file.string());
         platform::Error error;
-        const std::string before = wholeOf(file);
+        const std::string before = fileBytes(file);
         const auto database = dbtest::DatabaseAccess::openBytes(before, file.string(), error);
         if (!database) continue;  // damaged
         acdbHostApplicationServices()->setWorkingDatabase(database.get());
@@ -167,10 +160,10 @@ TEST_F(Drawings, TakeEveryLayerOfTheStandardOnce) {
         for (const auto& [name, settings] : all)
             EXPECT_TRUE(settings.find(L" - ") == std::wstring::npos || present.count(name) == 1);
         const std::string stem = std::to_string(&file - drawings.data()) + "_" + file.stem().string();
-        scratch.put(stem + ".before.dxf", before);
-        scratch.put(stem + ".after.dxf", after);
+        scratch.write(stem + ".before.dxf", before);
+        scratch.write(stem + ".after.dxf", after);
     }
     if (!canAudit) GTEST_SKIP() << "no auditor";
     EXPECT_TRUE(runScript("compare"));
-    EXPECT_EQ(scratch.get("told.txt"), "");
+    EXPECT_EQ(scratch.read("told.txt"), "");
 }

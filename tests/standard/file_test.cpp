@@ -2,29 +2,21 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <sstream>
 
+#include "../folder.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "qrs_pipewire.h"
 #include "standard/standard.h"
 #include "standard/text.h"
 #include "standard/values.h"
-#include "tests/platform/scratch.h"
 
 using namespace qrs::standard;
 namespace platform = qrs::platform;
 
 namespace {
-
-std::string fileBytes(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
-}
 
 std::string format(const Standard& standard) {
     std::string bytes;
@@ -304,14 +296,14 @@ TEST(StandardFile, RefusesWhatIsNoStandard) {
 }
 
 TEST(StandardFile, WritesTheWholeFileOrNothing) {
-    const Scratch folder;
+    const Folder folder;
     const std::wstring path = platform::innerPath(folder / "a.qdsl");
     Standard standard = parse(builtinStandard());
     standard.nameRules.push_back({L"\r\n\t", L" ", makeText(platform::fromUtf8("\xF0\xA0\x80\x80 ]]>"))});
     platform::Error error;
     standard.groups[0]->FindPipeSystem(0)->Remark = L"two\r\nlines";
     ASSERT_TRUE(writeStandard(standard, path, error)) << error.message;
-    const std::string first = fileBytes(folder / "a.qdsl");
+    const std::string first = folder.read("a.qdsl");
     Standard back;
     ASSERT_TRUE(readStandard(path, back, error)) << error.message;
     EXPECT_TRUE(format(back) == first);
@@ -319,13 +311,13 @@ TEST(StandardFile, WritesTheWholeFileOrNothing) {
     EXPECT_EQ(back.nameRules.back().LayerPrefix, L" ");
     EXPECT_EQ(back.groups[0]->FindPipeSystem(0)->Remark, L"two\r\nlines");
     ASSERT_TRUE(writeStandard(back, path, error));
-    EXPECT_TRUE(fileBytes(folder / "a.qdsl") == first);
+    EXPECT_TRUE(folder.read("a.qdsl") == first);
 
     back.nameRules.back().LayerPrefix = L"\x1";
     EXPECT_FALSE(writeStandard(back, path, error));
     EXPECT_NE(error.message.find("LayerPrefix"), std::string::npos);
-    EXPECT_TRUE(fileBytes(folder / "a.qdsl") == first);
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.folder()), {}), 1);
+    EXPECT_TRUE(folder.read("a.qdsl") == first);
+    EXPECT_EQ(folder.names().size(), 1u);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // Linetypes of linetype.dbf brought into drawings.
 #include "../config/support.h"
+#include "../folder.h"
 #include "../objectarx/support.h"
-#include "../platform/scratch.h"
 #include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
@@ -47,18 +47,18 @@ class Linetypes : public testing::Test {
         for (const Row& row : rows)
             records.push_back(" " + padded(row.name, 16) + padded("remark", 8) + padded(row.num, 4) +
                               padded(row.scale, 8) + padded(row.length, 8) + padded(row.content, 80));
-        scratch.put("linetype.dbf", tableBytes(0x03,
-                                               {{"Name", 'C', 16},
-                                                {"Comment", 'C', 8},
-                                                {"Num", 'N', 4},
-                                                {"Scale", 'N', 8, 3},
-                                                {"Length", 'N', 8, 3},
-                                                {"Content", 'C', 80}},
-                                               records));
-        QrsExport::SetSystemFolder(platform::innerPath(scratch.folder()));
+        scratch.write("linetype.dbf", tableBytes(0x03,
+                                                 {{"Name", 'C', 16},
+                                                  {"Comment", 'C', 8},
+                                                  {"Num", 'N', 4},
+                                                  {"Scale", 'N', 8, 3},
+                                                  {"Length", 'N', 8, 3},
+                                                  {"Content", 'C', 80}},
+                                                 records));
+        QrsExport::SetSystemFolder(platform::innerPath(scratch.path()));
     }
 
-    Scratch scratch;
+    Folder scratch;
     Listener listener;
     qrs::host::Application application;
 };

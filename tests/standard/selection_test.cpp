@@ -18,7 +18,8 @@
 #include "standard/holder.h"
 #include "standard/startup.h"
 #include "standard/text.h"
-#include "tests/platform/scratch.h"
+#include "tests/folder.h"
+#include "tests/platform/limits.h"
 
 using namespace qrs::standard;
 namespace fs = std::filesystem;
@@ -37,7 +38,7 @@ class Listener : public qrs::host::Terminal {
 class Selection : public testing::Test {
   protected:
     Selection() : application(listener), setting(GetRegLocation(L"PipeSystemSetting")) {
-        fs::create_directories(folder / "sys");
+        fs::create_directory(folder / "sys");
         platform::Error error;
         EXPECT_TRUE(platform::Settings::user().useFile(folder / "settings.ini", error)) << error.message;
         QrsExport::SetSystemFolder(inner("sys"));
@@ -45,13 +46,10 @@ class Selection : public testing::Test {
     }
     ~Selection() override { releaseStandard(); }
     std::wstring inner(const std::string& name) const { return platform::innerPath(folder / name); }
-    void put(const std::string& name, const std::string& bytes) const {
-        std::ofstream(folder / name, std::ios::binary) << bytes;
-    }
     // A standard that is told by the name of its only group.
     void putStandard(const std::string& name, const std::string& group) const {
-        put(name, "<Morvel Comment=\"Morvel管线系统配置文件\"><PipeSystem><PipeGroup Name=\"" + group +
-                      "\"/></PipeSystem></Morvel>");
+        folder.write(name, "<Morvel Comment=\"Morvel管线系统配置文件\"><PipeSystem><PipeGroup Name=\"" + group +
+                               "\"/></PipeSystem></Morvel>");
     }
     void choose(const std::wstring& value) const { EXPECT_TRUE(setting.WriteString(L"StandardFile", value)); }
     std::wstring chosen() const { return setting.GetString(L"StandardFile", L"(none)"); }
@@ -71,7 +69,7 @@ class Selection : public testing::Test {
     Listener listener;
     qrs::host::Application application;
     TRegKey setting;
-    Scratch folder;
+    Folder folder;
 };
 
 TEST_F(Selection, TakesTheDefaultFileAndRemembersIt) {
@@ -111,7 +109,7 @@ TEST_F(Selection, TakesTheChosenFile) {
 }
 
 TEST_F(Selection, AFileThatDoesNotLoadIsNeverRemembered) {
-    put("sys/bad.qdsl", "<Morvel>");
+    folder.write("sys/bad.qdsl", "<Morvel>");
     putStandard("sys/pwx.qdsl", "default");
     choose(L"bad.qdsl");
     EXPECT_TRUE(loadCurrentStandard());
@@ -126,7 +124,7 @@ TEST_F(Selection, AFileThatDoesNotLoadIsNeverRemembered) {
     EXPECT_EQ(loadedGroup(), "给水系统");
 
     releaseStandard();
-    put("sys/pwx.qdsl", "<other/>");
+    folder.write("sys/pwx.qdsl", "<other/>");
     EXPECT_FALSE(loadCurrentStandard());
     EXPECT_EQ(currentStandard(), nullptr);
     EXPECT_EQ(chosen(), L"bad.qdsl");
@@ -168,7 +166,7 @@ class Unreadable : public Selection, public testing::WithParamInterface<const ch
 
 TEST_P(Unreadable, IsToldAndTheChoiceStays) {
     fs::create_directory(folder / "closed");
-    put("closed/any", "");
+    folder.write("closed/any", "");
     fs::permissions(folder / "closed", fs::perms::none);
     putStandard("sys/pwx.qdsl", "default");
     make(folder / "sys/office.qdsl");
@@ -187,7 +185,7 @@ TEST_P(Unreadable, IsToldAndTheChoiceStays) {
 
 TEST_P(Unreadable, DefaultFileIsNotReplacedByTheBuiltInStandard) {
     fs::create_directory(folder / "closed");
-    put("closed/any", "");
+    folder.write("closed/any", "");
     fs::permissions(folder / "closed", fs::perms::none);
     make(folder / "sys/pwx.qdsl");
     const OrdinaryUser user;
@@ -281,7 +279,7 @@ TEST_F(Selection, ReadsOldLayerDefinitions) {
                                  lines));
     std::string damaged;
     ASSERT_TRUE(platform::encode(platform::ansiCodePage(), L"\r\n给水设备=D", damaged));
-    put("sys/layerdef.dat", lines + damaged + '\xFF');
+    folder.write("sys/layerdef.dat", lines + damaged + '\xFF');
     ASSERT_TRUE(loadCurrentStandard());
     readOldLayerDefinitions();
     const PipeNode& system = *currentStandard()->groups[0]->FindPipeSystem(L"生活给水");
@@ -299,9 +297,9 @@ TEST_F(Selection, ReadsOldLayerDefinitions) {
 
 TEST_F(Selection, RecognisesAndListsStandardFiles) {
     putStandard("sys/a.qdsl", "a");
-    put("sys/B.QDSL", "<Morvel/>");
-    put("sys/c.qdsl", "<x Comment='Morvel管线系统配置文件'/>");
-    put("sys/d.qdsl.bak", "");
+    folder.write("sys/B.QDSL", "<Morvel/>");
+    folder.write("sys/c.qdsl", "<x Comment='Morvel管线系统配置文件'/>");
+    folder.write("sys/d.qdsl.bak", "");
     fs::create_directory(folder / "sys/folder.qdsl");
     EXPECT_TRUE(PipeSystemTool::IsPipeSystemStandardFile(makeText(inner("sys/a.qdsl"))));
     EXPECT_FALSE(PipeSystemTool::IsPipeSystemStandardFile(makeText(inner("sys/B.QDSL"))));

@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include "../config/support.h"
+#include "../folder.h"
 #include "host/platform/files.h"
 #include "PipeSystemTool.h"
 #include "qrs_kernal.h"
@@ -12,7 +12,6 @@
 #include "standard/holder.h"
 #include "standard/pipesizes.h"
 #include "standard/startup.h"
-#include "tests/platform/scratch.h"
 
 using namespace PipeSystemTool;
 using qrs::standard::MaterialPrefixTable;
@@ -20,15 +19,6 @@ using qrs::standard::PipeSizeTable;
 namespace fs = std::filesystem;
 
 namespace {
-
-class TemporaryTable {
-  public:
-    explicit TemporaryTable(const std::string& bytes) { folder_.put("table.dbf", bytes); }
-    std::wstring path() const { return qrs::platform::innerPath(folder_ / "table.dbf"); }
-
-  private:
-    Scratch folder_;
-};
 
 std::vector<int> dnOf(const wchar_t* material) {
     TDPtrList<int> list;
@@ -116,18 +106,20 @@ TEST(Sizes, ShippedTablesAnswerAndAreReadOnce) {
 
 TEST(Sizes, OddRecords) {
     const std::vector<HandField> fields = {{"gc", 'C', 4}, {"DN", 'N', 8, 3}, {"DJ", 'N', 6, 2}, {"D", 'N', 6, 2}};
-    const TemporaryTable file(tableBytes(3, fields,
-                                         {
-                                             " b     20.900  1.00  2.00",
-                                             "       99.000  1.00  2.00",  // no material
-                                             " a     20.000  3.00  4.00",
-                                             "* b    20.901  5.00  6.00",  // deleted, and led by a space
-                                             " B      0.000            ",
-                                             " b    1.0e+30  0.00  0.00",
-                                         }));
+    const Folder folder;
+    const auto file =
+        folder.write("table.dbf", tableBytes(3, fields,
+                                             {
+                                                 " b     20.900  1.00  2.00",
+                                                 "       99.000  1.00  2.00",  // no material
+                                                 " a     20.000  3.00  4.00",
+                                                 "* b    20.901  5.00  6.00",  // deleted, and led by a space
+                                                 " B      0.000            ",
+                                                 " b    1.0e+30  0.00  0.00",
+                                             }));
     PipeSizeTable table;
     EXPECT_FALSE(table.isRead());
-    table.read(file.path());
+    table.read(qrs::platform::innerPath(file));
     EXPECT_EQ(table.indexOf(L"b"), 0);
     EXPECT_EQ(table.indexOf(L"a"), 1);
     EXPECT_EQ(table.indexOf(L"B"), 2);
@@ -151,9 +143,11 @@ TEST(Sizes, OddRecords) {
 
 TEST(Sizes, LastPrefixOfAMaterialCounts) {
     const std::vector<HandField> fields = {{"TypeNumber", 'N', 3}, {"TypeValue", 'C', 3}, {"Remark", 'C', 3}};
-    const TemporaryTable file(tableBytes(3, fields, {"  40a  DN ", "  40a  De ", "  41a  x  ", "  40   y  "}));
+    const Folder folder;
+    const auto file =
+        folder.write("table.dbf", tableBytes(3, fields, {"  40a  DN ", "  40a  De ", "  41a  x  ", "  40   y  "}));
     MaterialPrefixTable table;
-    table.read(file.path());
+    table.read(qrs::platform::innerPath(file));
     EXPECT_EQ(table.prefixOf(L"a"), L"De");
     EXPECT_EQ(table.prefixOf(L""), L"");
     EXPECT_EQ(table.prefixOf(L"A"), L"");

@@ -4,9 +4,8 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
-#include <random>
 
+#include "../folder.h"
 #include "../objectarx/support.h"
 #include "FontTool.h"
 #include "host/platform/callrecord.h"
@@ -14,7 +13,6 @@
 #include "standard/fontlist.h"
 #include "standard/holder.h"
 #include "standard/startup.h"
-#include "tests/platform/scratch.h"
 
 using namespace PipeSystemTool;
 using dbtest::DatabaseAccess;
@@ -308,18 +306,13 @@ std::string outputOf(const std::string& command) {
     return output;
 }
 
-std::string bytesOf(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 }  // namespace
 
 TEST_F(TextStyles, PassTheAuditInEveryVersion) {
     const std::string python = kPython;
     if (outputOf(python + " -c 'import ezdxf; print(1)'") != "1\n") GTEST_SKIP() << "no ezdxf";
     nodes()[kTableTextStyle] = song();
-    const Scratch folder;
+    const Folder folder;
     const std::vector<std::string> versions{"R12", "R2000", "R2004", "R2007", "R2010", "R2013", "R2018"};
     const std::string program = (folder / "program.py").string();
     std::ofstream(program) << R"(import sys, ezdxf, ezdxf.recover
@@ -343,11 +336,11 @@ for name in sys.argv[2:]:
     };
     for (const std::string& version : versions) {
         const auto file = folder / (version + ".dxf");
-        Sample sample(bytesOf(file));
+        Sample sample(fileBytes(file));
         initialiseAll();
         std::ofstream(file, std::ios::binary) << sample.text();
         // A second run finds everything in place.
-        const Sample again(bytesOf(file));
+        const Sample again(fileBytes(file));
         initialiseAll();
         for (int kind = kPipeDnTextStyle; kind <= kLinetypeTextStyle; ++kind)
             EXPECT_TRUE(UpdateTextStyle(static_cast<TextStyleEnum>(kind)));

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "../platform/scratch.h"
+#include "../folder.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 
@@ -32,7 +32,7 @@ class Dict : public ::testing::Test {
 
     std::wstring file() const { return platform::innerPath(folder_ / "setting.ini"); }
     bool read(TWDict& dict, const std::string& bytes) const {
-        folder_.put("setting.ini", bytes);
+        folder_.write("setting.ini", bytes);
         std::wstring reason;
         const bool done = dict.ReadFile(file(), reason);
         EXPECT_EQ(done, reason.empty());
@@ -41,11 +41,11 @@ class Dict : public ::testing::Test {
     std::string written(const TWDict& dict) const {
         std::wstring reason;
         EXPECT_TRUE(dict.WriteFile(file(), reason)) << platform::toUtf8(reason);
-        return folder_.get("setting.ini");
+        return folder_.read("setting.ini");
     }
 
   private:
-    Scratch folder_;
+    Folder folder_;
 };
 
 }  // namespace

@@ -2,10 +2,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
+#include "../folder.h"
 #include "support.h"
-#include "tests/platform/scratch.h"
 
 using namespace suitetest;
 namespace fs = std::filesystem;
@@ -211,7 +210,7 @@ TEST(PipeEntities, PassAnotherProgramsAudit) {
     AcDbDatabase made;
     acdbHostApplicationServices()->setWorkingDatabase(&made);
     fill(made);
-    const Scratch folder;
+    const Folder folder;
     qrs::platform::Error error;
     ASSERT_TRUE(DatabaseAccess::save(made, folder / "pipes.dxf", false, error)) << error.message;
     // It reads, audits, and writes the pipes again, as objects unknown to it.

@@ -67,13 +67,6 @@ class ToolCommands : public Frame {
         const ACHAR* name = nullptr;
         return opened.openStatus() == Acad::eOk && opened->getName(name) == Acad::eOk ? platform::toUtf8(name) : "-";
     }
-    // The drawing as it would be saved.
-    std::string saved() {
-        platform::Error error;
-        EXPECT_TRUE(application.saveDocument(folder.path() / "saved.dxf", false, error)) << error.message;
-        std::ifstream file(folder.path() / "saved.dxf", std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
     std::string told(std::deque<std::wstring> lines) { return platform::toUtf8(run(std::move(lines))); }
 };
 

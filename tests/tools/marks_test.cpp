@@ -1,7 +1,7 @@
 // Small texts in extended data, type marks, and the settings of pipe canals.
 #include <tuple>
 
-#include "../platform/scratch.h"
+#include "../folder.h"
 #include "../suite/support.h"
 #include "host/platform/settings.h"
 #include "PwxTool.h"
@@ -82,7 +82,7 @@ TEST(Marks, TellWhatAnEntityStandsFor) {
 }
 
 TEST(CanalSettings, AreKeptPerUserAndReadAfresh) {
-    const Scratch scratch;
+    const Folder scratch;
     qrs::platform::Error error;
     qrs::platform::Settings& user = qrs::platform::Settings::user();
     ASSERT_TRUE(user.useFile(scratch / "settings.ini", error)) << error.message;
