@@ -1,4 +1,4 @@
-// Which file the pipe-system standard comes from.
+// Asks the suite which standard file a run with its options takes, and tells it.
 #include "console/standard.h"
 
 #include "console/places.h"

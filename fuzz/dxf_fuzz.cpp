@@ -24,7 +24,7 @@ void walk(const Drawing& drawing, std::size_t size) {
     Tag tag;
     for (RecordId id = drawing.first(); id != kNoRecord; id = drawing.next(id)) {
         const Record& record = drawing.record(id);
-        check(record.owner == kNoRecord || record.owner < id, "an owner behind its record");
+        check(record.owner == kNoRecord || record.owner < id, "an owner after its record");
         check(record.offset == total, "records do not lie end to end");
         total += record.stored;
         std::uint32_t end = 0;

@@ -1,4 +1,4 @@
-// Commands and the stack of groups they are registered in.
+// Keeps the groups in a list, the top of the stack first, and finds commands in it by name.
 #include <algorithm>
 #include <list>
 #include <string>

@@ -68,8 +68,9 @@ class QRS_HOST_PORT AcDbObject : public AcRxObject {
     Acad::ErrorStatus upgradeOpen();
     // eNotOpenForWrite when it is not open for writing.
     Acad::ErrorStatus downgradeOpen();
-    // Takes the object, with what belongs to it alone, out of the drawing for good: an erased object does not come
-    // back, so erase(false) gives ePermanentlyErased for one that was erased.
+    // Takes the object, with what belongs to it alone, out of the drawing. erase(false) brings it back with what went
+    // along; eDuplicateRecordName when another record has its name by then, ePermanentlyErased when it cannot come
+    // back.
     Acad::ErrorStatus erase(bool erasing = true);
 
     bool isErased() const;

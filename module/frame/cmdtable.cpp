@@ -1,4 +1,4 @@
-// The table of the thirty commands.
+// One row a command: its names, its flags, and what it runs.
 #include "frame/cmdtable.h"
 
 #include "acutads.h"

@@ -68,7 +68,7 @@ void expectListedTable(const fs::path& path, const std::vector<std::string>& cel
     }
     EXPECT_EQ(count, std::stoul(cells[4]));
     EXPECT_EQ(deleted, std::stoul(cells[9]));
-    // The listing knows types that are letters only, and reads on behind the slots where the fields have no end mark.
+    // The listing knows types that are letters only, and reads on after the slots where the fields have no end mark.
     const bool isListable = cells[12].find('\\') == std::string::npos && cells[10].find("ator 2") == std::string::npos;
     if (isListable) expectListedFields(table.TableDef(), cells[12]);
 }

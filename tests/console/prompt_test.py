@@ -23,7 +23,7 @@ class Typist:
         os.write(self.terminal, text.encode())
 
     def sees(self, text, seconds=20):
-        """Waits until the text appears behind what was seen before."""
+        """Waits until the text appears after what was seen before."""
         end = time.monotonic() + seconds
         while self.seen.find(text, self.mark) < 0:
             ready, _, _ = select.select([self.terminal], [], [], max(0, end - time.monotonic()))

@@ -49,7 +49,7 @@ class InstalledSettings : public Frame {
         platform::Error error;
         EXPECT_TRUE(platform::Settings::user().useFile(folder.path() / (system + ".ini"), error)) << error.message;
     }
-    // What a command shows behind its last question.
+    // What a command shows after its last question.
     std::string command(std::deque<std::wstring> lines) {
         const std::string text = platform::toUtf8(run(std::move(lines)));
         const std::size_t end = text.rfind("Command: ");

@@ -20,7 +20,7 @@ std::string doubleBytes(double value) {
     return std::string(reinterpret_cast<const char*>(&value), sizeof value);
 }
 
-// A drawing whose one entity has the tags given behind its layer.
+// A drawing whose one entity has the tags given after its layer.
 std::string withEntity(const std::string& tags, bool twoByteCodes) {
     const Tags head = {{0, "SECTION"}, {2, "ENTITIES"}, {0, "THING"}, {5, "2A"}, {8, "0"}};
     return layBinary(head, twoByteCodes) + tags +

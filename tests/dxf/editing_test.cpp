@@ -179,7 +179,7 @@ TEST(Editing, NewHandlesAreFree) {
 
     for (NewTag& tag : tags) {
         if (tag.value == "18" && tag.code == 5) tag.value = "FFF";               // above the seed
-        if (tag.value == "1a" && tag.code == 5) tag.value = "FFFFFFFFFFFFFFFF";  // nothing comes behind it
+        if (tag.value == "1a" && tag.code == 5) tag.value = "FFFFFFFFFFFFFFFF";  // nothing comes after it
     }
     const auto late = parse(lay(tags));
     EXPECT_EQ(late->newHandle(), 0x1000u);

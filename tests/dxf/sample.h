@@ -163,7 +163,7 @@ inline Tags sampleTags() {
         {1000, "0"},
         {1003, "PIPE"},
         {1005, "15"},
-        // Behind its own subclass 60 means something else; its xdata looks like an entity's head.
+        // After its own subclass 60 means something else; its xdata looks like an entity's head.
         {0, "WIDGET"},
         {5, "1a"},
         {100, "AcDbEntity"},

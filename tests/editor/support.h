@@ -26,7 +26,7 @@ constexpr wchar_t kEsc[] = L"\x1b";  // an answer that stands for the Esc key
 class ListTerminal : public qrs::host::Terminal {
   public:
     std::deque<std::wstring> answers;
-    std::wstring text;  // the transcript, answers behind their prompts
+    std::wstring text;  // the transcript, answers after their prompts
     std::vector<std::wstring> errors;
     std::vector<int> percents;
     bool interactive = false;

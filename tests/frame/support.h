@@ -20,7 +20,7 @@
 
 namespace qrs::test {
 
-// Answers from a list (kEsc cancels) and keeps all that is shown, answers behind their prompts.
+// Answers from a list (kEsc cancels) and keeps all that is shown, answers after their prompts.
 class ScriptTerminal : public host::Terminal {
   public:
     static constexpr const wchar_t* kEsc = L"\x1b";

@@ -4,7 +4,7 @@
     pages.py CONSOLE            checks
     pages.py CONSOLE --update   writes what the examples print and change into the pages
 
-An example is a line with a link to its drawing, [examples/NAME](../../examples/NAME) or "a new drawing", and behind it a block
+An example is a line with a link to its drawing, [examples/NAME](../../examples/NAME) or "a new drawing", and after it a block
 ```script; a block ```transcript shows what it prints, a block ```changes what `qrsconsole --compare` tells of the drawing
 before and after, and a block ```settings what it leaves in the user's settings beyond what every run leaves there. The
 examples work on a copy of the suite's system folder. The pages in both languages show the same.

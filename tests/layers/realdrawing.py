@@ -5,7 +5,7 @@ the auditor must find nothing new in the file, and U must give the file back byt
     realdrawing.py CONSOLE CORPUS            checks; ends with 77 when the drawing or the auditor is not there
     realdrawing.py CONSOLE CORPUS --update   writes what the commands print and change
 
-A block of realdrawing.txt is a script, behind "--- prints" its transcript, and behind "--- changes" what `--compare` tells,
+A block of realdrawing.txt is a script, after "--- prints" its transcript, and after "--- changes" what `--compare` tells,
 without handles and counted. A script that ends with "U" again and again takes back what it did.
 """
 import collections

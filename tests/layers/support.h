@@ -61,7 +61,7 @@ class LayerFrame : public Frame {
 
     // The drawing as it was opened.
     std::string content() const { return folder.read("drawing.dxf"); }
-    // What the command showed itself: the lines behind its name, up to what was sent or the next prompt for a command.
+    // What the command showed itself: the lines after its name, up to what was sent or the next prompt for a command.
     static std::string own(const std::wstring& transcript) {
         const std::string text = platform::toUtf8(transcript);
         const std::size_t begin = text.find('\n') + 1;

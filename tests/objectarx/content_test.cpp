@@ -68,7 +68,7 @@ AcDbObjectIdArray listOf(std::initializer_list<AcDbObjectId> ids) {
     return list;
 }
 
-// The tags of an object in a drawing's text, each behind a blank.
+// The tags of an object in a drawing's text, each after a blank.
 std::string recordOf(const std::string& text, AcDbObjectId id) {
     wchar_t handle[17];
     id.handle().getIntoAsciiBuffer(handle, 17);

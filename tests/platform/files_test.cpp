@@ -35,7 +35,7 @@ TEST(Paths, NamesAreFoundWithoutRegardToCase) {
     EXPECT_EQ(nativePath(inner + L"\\STD\\PWX.QDSL"), scratch / "Std/pwx.qdsl");
     EXPECT_EQ(nativePath(inner + L"\\std\\\u00C9TUDE\\pipe.dbf"), scratch / "Std/\xC3\xA9tude/Pipe.DBF");
     EXPECT_EQ(nativePath(inner + L"\\std\\..\\STD\\pwx.qdsl").lexically_normal(), scratch / "Std/pwx.qdsl");
-    // What does not exist stays as written, behind what does.
+    // What does not exist stays as written, after what does.
     EXPECT_EQ(nativePath(inner + L"\\std\\New Folder\\New.dxf"), scratch / "Std/New Folder/New.dxf");
     EXPECT_TRUE(fileExists(inner + L"\\sTd\\pWx.QdSl"));
     EXPECT_FALSE(fileExists(inner + L"\\sTd"));

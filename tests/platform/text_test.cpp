@@ -14,7 +14,7 @@ TEST(Case, NamesCompareWithoutRegardToIt) {
     EXPECT_EQ(compareNoCase(L"ＰＩＰＥⅣⓐ", L"ｐｉｐｅⅳⒶ"), 0);
     EXPECT_LT(compareNoCase(L"a", L"B"), 0);
     EXPECT_GT(compareNoCase(L"ab", L"A"), 0);
-    EXPECT_LT(compareNoCase(L"Z", L"_"), 0) << "upper case is compared: '_' lies behind the letters";
+    EXPECT_LT(compareNoCase(L"Z", L"_"), 0) << "upper case is compared: '_' comes after the letters";
     EXPECT_NE(compareNoCase(L"ı", L"I"), 0);
     EXPECT_NE(compareNoCase(L"ß", L"SS"), 0);
     EXPECT_EQ(foldCase(L"straße ÷ ǆ ×"), L"STRAßE ÷ Ǆ ×");

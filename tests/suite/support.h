@@ -27,7 +27,7 @@ inline AcDbObjectId addLayer(AcDbDatabase& database, const wchar_t* name) {
     return id;
 }
 
-// A drawing with one entity "QRS_..." behind its own tags, of handle 40; "node" is 41, "attachment" 42, a line 43.
+// A drawing with one entity "QRS_..." after its own tags, of handle 40; "node" is 41, "attachment" 42, a line 43.
 inline std::string drawingWith(const std::string& entity) {
     std::string text = dbtest::newerDrawing();
     const std::string common = "330=1F;100=AcDbEntity;8=PIPE;";

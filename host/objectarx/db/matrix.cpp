@@ -1,4 +1,4 @@
-// Transformations of space.
+// Products of matrices, and the matrices of turns, scales and planes.
 #include "gemat3d.h"
 
 #include <cmath>
