@@ -79,7 +79,8 @@ void EntityFilter::addCondition(Node& group, const resbuf& link) {
     // Chains made by hand and those made by acutBuildList spell the type's code differently.
     const short code = link.restype == RTDXF0 ? short{codes::kType} : link.restype;
     const bool isXdata = code == codes::kXdataApplication;
-    const bool isKnown = isText(code) ? link.resval.rstring != nullptr : code == codes::kColor || code == codes::kPaperSpace;
+    const bool isKnown =
+        isText(code) ? link.resval.rstring != nullptr : code == codes::kColor || code == codes::kPaperSpace;
     if (isXdata != inXdata_ || !isKnown) {
         usable_ = false;
         return;

@@ -4,6 +4,7 @@
 #include "../frame/standardframe.h"
 #include "PipeSystemTool.h"
 #include "PwxTool.h"
+#include "qrs_public.h"
 #include "standard/holder.h"
 
 namespace qrs::test {
