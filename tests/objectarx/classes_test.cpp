@@ -73,7 +73,8 @@ TEST(DbClasses, ComeAndGoWithTheirApplication) {
     EXPECT_EQ(id.objectClass(), TMarker::desc());
     EXPECT_NE(sample.text().find(dxfText("1=TEST_MARKER;2=TMarker;3=Tests;90=127;")), std::string::npos);
 
-    const std::string more = "310=00ff;310=0;71=99999;10=1.0;20=2.0;5=1F;330=2A;";
+    const std::string more =
+        "310=00ff;310=0;71=99999;10=1.0;20=2.0;5=1F;330=2A;102={X;40=8.0;102=};101=Embedded Object;40=9.0;";
     std::string text = sample.text();
     const std::string end = dxfText("290=1;40=2.5;");
     ASSERT_NE(text.find(end), std::string::npos);
@@ -88,7 +89,7 @@ TEST(DbClasses, ComeAndGoWithTheirApplication) {
         read->setRadius(3.5);
         EXPECT_TRUE(read->isModified());
     }
-    EXPECT_EQ(again.changes(), " -40=2.5 +40=3.5") << "what it does not write stays";
+    EXPECT_EQ(again.changes(), " -40=2.5 +40=3.5") << "what it does not write, or another object carries, stays";
     deleteAcRxClass(TMarker::desc());
     const AcDbEntityPointer unknown(again.byHandle(static_cast<unsigned>(id.handle())));
     ASSERT_EQ(unknown.openStatus(), Acad::eOk);

@@ -181,7 +181,8 @@ TEST(DatabaseContent, CopiesKeepEveryTag) {
 }
 
 TEST(DatabaseContent, TransformationsChangeTheNumbersTheyTouch) {
-    const std::string head = ";5=2A;100=AcDbEntity;8=0;";
+    // What applications keep in groups is none of the entity's.
+    const std::string head = ";5=2A;102={X;10=7.0;40=7.0;50=7.0;102=};100=AcDbEntity;8=0;";
     const AcGeMatrix3d move = AcGeMatrix3d::translation({10.0, 20.0, 5.0});
     const AcGeMatrix3d turn = AcGeMatrix3d::rotation(kQuarter, AcGeVector3d::kZAxis);
     const AcGeMatrix3d twice = AcGeMatrix3d::scaling(2.0);
@@ -200,6 +201,10 @@ TEST(DatabaseContent, TransformationsChangeTheNumbersTheyTouch) {
     EXPECT_EQ(
         transformed("0=ARC" + head + "100=AcDbCircle;10=3.0;20=0.0;30=0.0;40=2.0;100=AcDbArc;50=10.0;51=40.0", mirror),
         " +210=0.0 +220=0.0 +230=-1.0");
+    EXPECT_EQ(transformed(
+                  "0=MTEXT" + head + "100=AcDbMText;10=3.0;20=0.0;30=0.0;40=2.0;1=x;101=Embedded Object;11=3.0;21=0.0",
+                  mirror),
+              " -10=3.0 +10=-3.0 +210=0.0 +220=0.0 +230=-1.0 -11=3.0 +11=-3.0");
     // A plane that looks along the x axis: 7 above it is 17 when moved by 10.
     EXPECT_EQ(transformed("0=LWPOLYLINE" + head +
                               "100=AcDbPolyline;90=2;70=0;38=7.0;10=0.0;20=0.0;10=1.0;20=0.0;210=1.0;220=0.0;230=0.0",

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "host/dxf/groupcodes.h"
+#include "host/dxf/recordwalk.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/text.h"
 
@@ -60,17 +61,17 @@ bool continuesPoint(const PresentItem& item, int code) {
     return code == item.tags.back().code + codes::kCoordinateStep;
 }
 
+// Neither embedded objects nor extended data are of any section.
+bool isOfSections(dxf::Part part) {
+    return part == dxf::Part::Own || part == dxf::Part::Group;
+}
+
 std::vector<PresentSection> readSections(const dxf::Drawing& drawing, dxf::RecordId record) {
     std::vector<PresentSection> sections;
-    dxf::TagCursor cursor = drawing.tags(record);
-    dxf::Tag tag;
-    bool inGroup = false;
-    while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
-        const bool opens = tag.code == codes::kGroup && !dxf::trimmed(tag.value).empty();
-        if (opens && dxf::trimmed(tag.value).front() == '{') inGroup = true;
-        if (inGroup || tag.code == codes::kGroup) {
+    dxf::RecordWalk walk(drawing.tags(record));
+    for (dxf::Tag tag; walk.next(tag) && isOfSections(walk.part());) {
+        if (!walk.isOwn()) {
             if (!sections.empty()) sections.back().end = tag.end;
-            if (opens && dxf::trimmed(tag.value).front() == '}') inGroup = false;
             continue;
         }
         if (tag.code == codes::kSubclass) {
@@ -252,10 +253,9 @@ std::vector<dxf::NewTag> tagsOf(const dxf::Drawing& drawing, const WrittenSectio
 }
 
 std::uint32_t endOfOwnTags(const dxf::Drawing& drawing, dxf::RecordId record) {
-    dxf::TagCursor cursor = drawing.tags(record);
-    dxf::Tag tag;
+    dxf::RecordWalk walk(drawing.tags(record));
     std::uint32_t end = 0;
-    while (cursor.next(tag) && tag.code < codes::kFirstXdata)
+    for (dxf::Tag tag; walk.next(tag) && isOfSections(walk.part());)
         end = tag.end;
     return end;
 }

@@ -7,6 +7,7 @@
 #include "gemat3d.h"
 #include "host/drawing/numberroles.h"
 #include "host/dxf/classcodes.h"
+#include "host/dxf/recordwalk.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/angle.h"
 
@@ -60,10 +61,9 @@ struct Motion {
 class Numbers {
   public:
     Numbers(dxf::Drawing& drawing, RecordId record) : drawing_(drawing), record_(record) {
-        dxf::TagCursor cursor = drawing.tags(record);
-        dxf::Tag tag;
-        while (cursor.next(tag) && tag.code < codes::kFirstXdata)
-            tags_.push_back(tag);
+        dxf::RecordWalk walk(drawing.tags(record));
+        for (dxf::Tag tag; walk.next(tag) && walk.part() != dxf::Part::Xdata;)
+            if (walk.part() != dxf::Part::Group) tags_.push_back(tag);
     }
 
     std::size_t count() const { return tags_.size(); }
@@ -105,7 +105,7 @@ class Numbers {
     }
     // The last tag of the section that a tag stands in.
     std::size_t endOfSection(std::size_t i) const {
-        while (i + 1 < tags_.size() && tags_[i + 1].code != codes::kSubclass)
+        while (i + 1 < tags_.size() && tags_[i + 1].code != codes::kSubclass && tags_[i + 1].code != codes::kEmbedded)
             ++i;
         return i;
     }
