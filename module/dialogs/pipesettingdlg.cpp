@@ -124,7 +124,7 @@ void CPipeSettingDlg::list(std::size_t chosen) {
 void CPipeSettingDlg::editSystem() {
     PipeNode* system = chosenSystem();
     if (!system) return;
-    CPipeSystemDlg dialog(*group(), *system);
+    CPipeSystemDlg dialog(edit_->standard(), *group(), *system);
     if (dialog.DoModal() != IDOK) return;
     changed_ = true;
     list(*systems_->chosenRow());
@@ -146,7 +146,9 @@ void CPipeSettingDlg::addSystem() {
     PipeGroupNode* into = group();
     if (!into) return;
     std::wstring name;
-    const auto refuse = [into](const std::wstring& typed) { return CPipeSystemDlg::RefuseName(*into, nullptr, typed); };
+    const auto refuse = [&](const std::wstring& typed) {
+        return CPipeSystemDlg::RefuseName(edit_->standard(), *into, nullptr, typed);
+    };
     if (!AskText(L"新建管线系统", L"系统名", name, refuse)) return;
     std::unique_ptr<PipeNode> system = makeSystem(edit_->standard(), *into, makeText(name), chosenSystem());
     into->AddPipeSystem(system.release());

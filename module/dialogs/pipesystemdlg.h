@@ -5,22 +5,25 @@
 
 #include "afxwin.h"
 #include "PipeNodes.h"
+#include "standard/standard.h"
 
 // OK writes what was typed into the system, through its group, so that index and layers follow a new name; Cancel
 // leaves it as it was.
 class CPipeSystemDlg : public CDialog {
   public:
-    CPipeSystemDlg(PipeGroupNode& group, PipeNode& system);
+    CPipeSystemDlg(const qrs::standard::Standard& standard, PipeGroupNode& group, PipeNode& system);
 
-    // Why a group cannot have a system of that name, one sentence; empty when it can. system is the one that is to get
-    // the name, or null for a new one.
-    static std::wstring RefuseName(const PipeGroupNode& group, const PipeNode* system, const std::wstring& name);
+    // Why a group of the standard cannot have a system of that name, one sentence; empty when it can. system is the one
+    // that is to get the name, or null for a new one.
+    static std::wstring RefuseName(const qrs::standard::Standard& standard, const PipeGroupNode& group,
+                                   const PipeNode* system, const std::wstring& name);
 
   protected:
     BOOL OnInitDialog() override;
     void OnOK() override;
 
   private:
+    const qrs::standard::Standard& standard_;
     PipeGroupNode& group_;
     PipeNode& system_;
     qrs::platform::Control* name_ = nullptr;
