@@ -18,6 +18,13 @@ void convertOldSystemNames() {
     if (standard == nullptr) return;
     for (const auto& group : standard->groups)
         group->ConvertOldSysNameToCurrentName();
+    // Where one system's name is the old name of another, pipes that bear it are pipes of the one that has it now.
+    for (const auto& group : standard->groups) {
+        for (int i = 0; i < group->GetSystemNum(); ++i) {
+            const std::wstring name = wide(group->FindPipeSystem(i)->PipeName);
+            if (CurrentPipeSystemName(name) != name) SetPipeSystemName(name, name);
+        }
+    }
 }
 
 void applyObjectColors() {

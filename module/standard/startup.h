@@ -25,7 +25,8 @@ bool reloadCurrentStandard();
 // get one message with their line numbers and are skipped.
 void readOldLayerDefinitions();
 
-// Tells the pipe library the current names of the systems that have older ones, in place of all it was told before.
+// Tells the pipe library the current names of the systems that have older ones, in place of all it was told before. A
+// name that some system has now is current, also where another system once had it.
 void convertOldSystemNames();
 
 // Gives the kinds of objects their own colours, then those of the standard.

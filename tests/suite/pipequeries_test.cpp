@@ -125,6 +125,10 @@ TEST_F(PipeQueries, OldNamesAreTheCurrentSystem) {
     load(L"污水", L"生活污水");
     EXPECT_EQ(GetPipeSystemName(old), L"给水") << "the pairs of the standard before have gone";
     EXPECT_EQ(GetPipeSystemName(typed), L"给水");
+    load(L"给水", L"生活给水");
+    currentStandard()->groups.back()->AddPipeSystem(makeSystem(L"给水", {}));
+    convertOldSystemNames();
+    EXPECT_EQ(GetPipeSystemName(old), L"给水") << "a system of today comes before one of old";
 }
 
 TEST_F(PipeQueries, LayersFollowTheSystemAndThePath) {
