@@ -11,6 +11,7 @@
 #include "dbsymtb.h"
 #include "host/platform/codepage.h"
 #include "PwxTool.h"
+#include "qrs_standard.h"
 #include "standard/holder.h"
 #include "standard/startup.h"
 #include "standard/text.h"
@@ -80,6 +81,8 @@ bool StandardEdit::save() {
         return false;
     }
     holder.adopt(std::move(copy_), path);
+    // There is a file now, also where the one carried inside served.
+    QrsExport::SetStandardInUse({wide(path), false});
     convertOldSystemNames();
     applyObjectColors();
     initLayerMaps();

@@ -5,6 +5,7 @@
 #include "PipeSystemTool.h"
 #include "PwxTool.h"
 #include "qrs_public.h"
+#include "qrs_standard.h"
 #include "standard/holder.h"
 
 namespace qrs::test {
@@ -117,6 +118,16 @@ TEST_F(PipeSystemDialogs, LayerDefinitionsTakeNamesOfUserlayerDbf) {
     run(missing);
     EXPECT_EQ(count(terminal.transcript, notFound), 1u) << platform::toUtf8(terminal.transcript);
     EXPECT_EQ(system(savedStandard(), L"生活给水")->FindLayerNode(CString(L"管线"))->LayerName, CString(L"给排-公用"));
+}
+
+TEST_F(PipeSystemDialogs, TheStandardCarriedInsideBecomesAFile) {
+    acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr);
+    std::filesystem::remove(standardFile());
+    acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
+    EXPECT_TRUE(QrsExport::GetStandardInUse().isBuiltIn);
+    run({L"gxsz", L"生活给水", L"系统属性", L"标注=JJ", L"确定", L"确定"});
+    EXPECT_FALSE(QrsExport::GetStandardInUse().isBuiltIn);
+    EXPECT_EQ(system(savedStandard(), L"生活给水")->Dim, CString(L"JJ"));
 }
 
 TEST_F(PipeSystemDialogs, ASettingsFileThatCannotBeWrittenIsTold) {
