@@ -120,6 +120,15 @@ TEST_F(PipeSystemDialogs, LayerDefinitionsTakeNamesOfUserlayerDbf) {
     EXPECT_EQ(system(savedStandard(), L"生活给水")->FindLayerNode(CString(L"管线"))->LayerName, CString(L"给排-公用"));
 }
 
+TEST_F(PipeSystemDialogs, OthersShowThemToUpdateTheDrawingOrToBeReadOnly) {
+    terminal.script = {L"系统图层", L"管线", L"修改", L"颜色=1", L"确定", L"确定", L"确定"};
+    EXPECT_TRUE(PipeSystemTool::ShowPipeSettingDlg(0, true, true));
+    EXPECT_EQ(PipeSystemTool::GetLayerColor(L"给排-生活给水-管线").colorIndex(), 1) << "in the drawing";
+    terminal.script = {L"系统属性", L"取消"};
+    EXPECT_FALSE(PipeSystemTool::ShowPipeSettingDlg(0, false, true));
+    EXPECT_EQ(count(terminal.transcript, L"There is no \"系统属性\"."), 1u) << platform::toUtf8(terminal.transcript);
+}
+
 TEST_F(PipeSystemDialogs, TheStandardCarriedInsideBecomesAFile) {
     acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr);
     std::filesystem::remove(standardFile());
