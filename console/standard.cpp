@@ -2,10 +2,12 @@
 #include "console/standard.h"
 
 #include "console/places.h"
+#include "console/run.h"
 #include "host/objectarx/accmd.h"
 #include "host/objectarx/acedads.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/inputfile.h"
 #include "host/suite/kernel/qrs_kernal.h"
 
 namespace qrs::console {
@@ -28,11 +30,19 @@ void registerStandardCommand() {
 
 QrsExport::TStandardInUse standardToUse(const Options& options) {
     QrsExport::SetSystemFolder(systemFolder(options));
-    const std::wstring file = QrsExport::StandardFileToLoad();
-    return {file, QrsExport::IsStandardFileMissing(file)};
+    const std::wstring byDefault = QrsExport::DefaultStandardFile();
+    for (const std::wstring& file : {QrsExport::StandardFileToLoad(), byDefault}) {
+        const bool isMissing = QrsExport::IsStandardFileMissing(file);
+        platform::Error error;
+        if (isMissing || platform::InputFile::open(platform::nativePath(file), error)) return {file, isMissing};
+        complain(error.message);
+        if (file == byDefault) break;
+    }
+    return {};
 }
 
 std::string shownStandard(const QrsExport::TStandardInUse& standard) {
+    if (standard.file.empty()) return "none";
     const std::string path = platform::nativePath(standard.file).u8string();
     return standard.isBuiltIn ? "built in (there is no " + path + ")" : path;
 }

@@ -159,6 +159,15 @@ TEST(Usage, NamesTheStandardInUse) {
         EXPECT_NE(info.out.find("\n  standard      " + one.named + "\n"), std::string::npos) << info.out << info.error;
         EXPECT_EQ(place.run(with(one.arguments, {"-e", "STANDARD"})).out, told.out) << "nothing else is remembered";
     }
+    // What cannot be read does not serve; the report names what does, and says why, as a run would.
+    std::filesystem::remove(place.path("office.qdsl"));
+    std::filesystem::create_symlink("office.qdsl", place.path("office.qdsl"));
+    const std::string told = place.run(with({}, {"-e", "STANDARD"})).out;
+    const Outcome info = place.run(with({}, {"--info", "building.dxf"}));
+    EXPECT_NE(info.out.find("\n  standard      " + told.substr(told.rfind(": ") + 2)), std::string::npos)
+        << told << info.out;
+    EXPECT_EQ(std::count(info.error.begin(), info.error.end(), '\n'), 1) << info.error;
+    EXPECT_NE(info.error.find("office.qdsl"), std::string::npos) << info.error;
     const Outcome without = place.run(with({"--no-module"}, {"-e", "STANDARD"}));
     EXPECT_EQ(without.out, "Command: STANDARD\nNo pipe-system standard is loaded.\n");
     expectComplaint(place.run({"--info", "building.dxf", "--system", "nowhere"}), 3, "nowhere");
