@@ -195,6 +195,10 @@ TEST_F(Group, AnswersOverAllSystems) {
     std::vector<CString> layerNames;
     group.GetAllLayerName(layerNames);
     EXPECT_EQ(layerNames, (Names{L"J-pipe", L"RJ-pipe", L"ZJ-pipe"}));
+    PipeBasicNode info;
+    EXPECT_FALSE(group.GetSystemInfo(3, info) || group.GetSystemInfo(-1, info));
+    EXPECT_TRUE(group.GetSystemInfo(1, info));
+    EXPECT_EQ(info.PipeName + info.PipeOriginalName, L"RJ旧RJ");
     LayerNameMap map;
     group.InitLayers(map);
     EXPECT_EQ(map.size(), 3u);
