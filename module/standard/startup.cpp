@@ -49,7 +49,11 @@ void readLinetypeTextSettings() {
 
 void initLayerMaps() {
     const Standard* standard = currentStandard();
-    if (standard != nullptr) standard->systems().refresh();
+    if (standard == nullptr) return;
+    standard->systems().refresh();
+    // A group of other layers makes its look-up when it is asked.
+    for (const auto& group : standard->otherLayers)
+        group->FindLayerNode(CString());
 }
 
 void releaseStandard() {
