@@ -156,8 +156,25 @@ TEST(PipeEntities, ChangesTouchTheirTagsAlone) {
     EXPECT_STREQ(serial->rbnext->resval.rstring, L"JL-1");
 }
 
-// A curve that names no kind is a straight line, before and after.
+// What a tag says that is not there holds before and after, so a change of something else does not bring it.
 TEST(PipeEntities, KeepWhatTheyDoNotNameUnnamed) {
+    const struct {
+        const char* tags;
+        const char* changes;
+    } rows[] = {
+        {"100=TDbPipePrototype;100=TDbPipe;10=1;20=2;", " +43=0.5"},
+        {"100=TDbPipePrototype;1=;90=x;100=TDbPipe;10=1;20=2;42=0;", " +43=0.5"},
+        {"100=TDbPipe;70=x;11=4;21=5;43=0;", " -43=0 +43=0.5"},  // damaged: no start, no prototype
+        {"100=TDbPipePrototype;1=J;", " +100=TDbPipe +43=0.5"},
+    };
+    for (const auto& row : rows) {
+        Sample damaged(drawingWith(std::string("QRS_PIPE;5=40;330=1F;100=AcDbEntity;8=PIPE;") + row.tags));
+        AcDbObjectPointer<TDbPipe>(damaged.byHandle(0x40), AcDb::kForWrite)->SetLineWidth(0.5);
+        EXPECT_EQ(damaged.changes(), row.changes) << row.tags;
+        AcDbObjectPointer<TDbPipe>(damaged.byHandle(0x40), AcDb::kForWrite)->SetCurve(TPipeCurve());
+        EXPECT_TRUE(AcDbObjectPointer<TDbPipe>(damaged.byHandle(0x40))->GetEndPoint() == AcGePoint3d()) << row.tags;
+        EXPECT_NE(damaged.changes().find("+10=0.0"), std::string::npos) << "said, not implied";
+    }
     Sample sample(
         drawingWith("QRS_PIPE;5=40;330=1F;100=AcDbEntity;8=PIPE;100=TDbPipePrototype;1=J;90=1;330=42;"
                     "100=TDbPipe;10=1;20=2;11=4;21=5;"));

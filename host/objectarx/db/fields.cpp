@@ -360,8 +360,10 @@ void FieldFiler::merge() {
         else
             added.push_back(&section);
     }
+    // A section that was lost does not come back with nothing in it.
     for (const WrittenSection* section : added)
-        drawing.insertTags(record_, endOfOwnTags(drawing, record_), tagsOf(drawing, *section));
+        if (!section->items.empty())
+            drawing.insertTags(record_, endOfOwnTags(drawing, record_), tagsOf(drawing, *section));
     std::sort(changed.begin(), changed.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
     for (const auto& [index, section] : changed)
         mergeSection(drawing, record_, present_[index], *section);

@@ -13,6 +13,7 @@
 // units.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
@@ -79,6 +80,7 @@ class QRS_HOST_PORT TDbPipePrototype : public AcDbEntity {
         std::wstring systemName;
         int sysType = 0;
         std::vector<AcDbObjectId> attachments;
+        std::optional<std::uint32_t> named;  // the tags that the file has (entities/fieldrow.h)
     };
 
   protected:
@@ -132,12 +134,12 @@ class QRS_HOST_PORT TDbPipe : public TDbPipePrototype {
     // As drawing files hold them.
     struct Values {
         TPipeCurve curve;
-        bool namesKind = true;  // of a straight line too, which is what a curve is that names none
-        std::optional<double> lineWidth;
+        double lineWidth = 0.0;
         AcDbObjectId dimLayer;
         AcDbObjectId arrowLayer;
         AcDbObjectId startNode;
         AcDbObjectId endNode;
+        std::optional<std::uint32_t> named;  // the tags that the file has (entities/fieldrow.h)
     };
 
   private:
@@ -169,7 +171,8 @@ class QRS_HOST_PORT TDbPipeNode : public AcDbEntity {
     // As drawing files hold them.
     struct Values {
         AcGePoint3d position;
-        std::optional<int> kind;
+        int kind = 0;
+        std::optional<std::uint32_t> named;  // the tags that the file has (entities/fieldrow.h)
     };
 
   private:
@@ -203,7 +206,8 @@ class QRS_HOST_PORT TDbPipeAttachment : public AcDbEntity {
     // As drawing files hold them.
     struct Values {
         AcGePoint3d position;
-        std::optional<int> kind;
+        int kind = 0;
+        std::optional<std::uint32_t> named;  // the tags that the file has (entities/fieldrow.h)
     };
 
   private:
@@ -253,6 +257,7 @@ class QRS_HOST_PORT TDbSectionDrawing : public AcDbEntity {
         // While reading: the name and the type whose flags may come next.
         std::wstring lastName;
         int lastType = 0;
+        std::optional<std::uint32_t> named;  // the tags that the file has (entities/fieldrow.h)
     };
 
   protected:

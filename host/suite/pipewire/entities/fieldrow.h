@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -11,12 +12,27 @@ namespace qrs::suite {
 
 // One group code: how its item is taken into an entity's values, and how they are written. A code that another one
 // writes along has no write.
+//
+// Where the file has no such item, the values may be just what that means; then a change of something else does not put
+// it there. A new entity has all items but those that are left out of it as well. For this the values hold
+//
+//     std::optional<std::uint32_t> named;  // the rows of which the file has an item, a bit each; of a new one nothing
 template <class Values>
 struct FieldRow {
     Adesk::Int16 code;
     void (*read)(Values& values, const resbuf& item);
     void (*write)(const Values& values, AcDbDxfFiler& filer, Adesk::Int16 code);
+    bool (*isImplied)(const Values& values) = nullptr;  // no item says the same; null: write knows itself
+    bool isInNew = true;
 };
+
+template <class Values, std::size_t Count>
+constexpr std::uint32_t bitOf(const FieldRow<Values> (&rows)[Count], Adesk::Int16 code) {
+    static_assert(Count <= 32, "a row has no bit");
+    for (std::size_t i = 0; i < Count; ++i)
+        if (rows[i].code == code) return std::uint32_t{1} << i;
+    return 0;
+}
 
 inline AcDbObjectId objectOf(const resbuf& item) {
     return AcDbObjectId::fromOldId(item.resval.rlname[0]);
@@ -55,21 +71,36 @@ inline void put(AcDbDxfFiler& filer, Adesk::Int16 code, const std::vector<AcDbOb
         filer.writeObjectId(code, id);
 }
 
+// To the last digit.
+inline bool isSame(const AcGePoint3d& a, const AcGePoint3d& b) {
+    return a.x == b.x && a.y == b.y && a.z == b.z;
+}
+template <class Value>
+bool isSame(const Value& a, const Value& b) {
+    return a == b;
+}
+
 // The row of a member that is one item, or a list of ids with an item each.
 template <class Values, auto Member>
 constexpr FieldRow<Values> row(Adesk::Int16 code) {
     return {
         code, [](Values& values, const resbuf& item) { take(values.*Member, item); },
-        [](const Values& values, AcDbDxfFiler& filer, Adesk::Int16 itsCode) { put(filer, itsCode, values.*Member); }};
+        [](const Values& values, AcDbDxfFiler& filer, Adesk::Int16 itsCode) { put(filer, itsCode, values.*Member); },
+        [](const Values& values) { return isSame(values.*Member, Values().*Member); }};
 }
 
 template <class Values, std::size_t Count>
 void readRows(AcDbDxfFiler& filer, const ACHAR* mark, const FieldRow<Values> (&rows)[Count], Values& values) {
     values = Values();
-    if (!filer.atSubclassData(mark)) return;
-    for (resbuf item; filer.readResBuf(&item) == Acad::eOk;)
-        for (const FieldRow<Values>& one : rows)
-            if (one.code == item.restype) one.read(values, item);
+    std::uint32_t named = 0;
+    if (filer.atSubclassData(mark)) {
+        for (resbuf item; filer.readResBuf(&item) == Acad::eOk;) {
+            for (const FieldRow<Values>& one : rows)
+                if (one.code == item.restype) one.read(values, item);
+            named |= bitOf(rows, item.restype);
+        }
+    }
+    values.named = named;
 }
 
 template <class Values, std::size_t Count>
@@ -79,8 +110,11 @@ void writeRows(AcDbDxfFiler& filer, const ACHAR* mark, const FieldRow<Values> (&
         codes[i] = rows[i].code;
     filer.writeItem(AcDb::kDxfSubclass, mark);
     filer.setOwnCodes(codes, Count);
-    for (const FieldRow<Values>& one : rows)
-        if (one.write) one.write(values, filer, one.code);
+    for (const FieldRow<Values>& one : rows) {
+        const bool isThere = values.named ? (*values.named & bitOf(rows, one.code)) != 0 : one.isInNew;
+        const bool isLeftOut = !isThere && one.isImplied && one.isImplied(values);
+        if (one.write && !isLeftOut) one.write(values, filer, one.code);
+    }
 }
 
 }  // namespace qrs::suite

@@ -10,7 +10,9 @@
 #include "qrs_pipeentity.h"
 #include "qrs_pipewire.h"
 
+using qrs::suite::bitOf;
 using qrs::suite::FieldRow;
+using qrs::suite::isSame;
 using qrs::suite::readRows;
 using qrs::suite::row;
 using qrs::suite::writeRows;
@@ -35,74 +37,56 @@ using Prototype = TDbPipePrototype::Values;
 const FieldRow<Prototype> kPrototypeRows[] = {
     row<Prototype, &Prototype::systemName>(pipecodes::kSystemName),
     {pipecodes::kSystemType, [](Prototype& values, const resbuf& item) { values.sysType = item.resval.rlong; },
-     [](const Prototype& values, AcDbDxfFiler& filer, Adesk::Int16 code) { filer.writeInt32(code, values.sysType); }},
+     [](const Prototype& values, AcDbDxfFiler& filer, Adesk::Int16 code) { filer.writeInt32(code, values.sysType); },
+     [](const Prototype& values) { return values.sysType == 0; }},
     row<Prototype, &Prototype::attachments>(pipecodes::kAttachment),
 };
 
-// A curve whose end is missing ends where it starts.
-struct PipeTags {
-    TDbPipe::Values values;
-    bool hasKind = false;
-    bool hasStart = false;
-    bool hasEnd = false;
-};
+using Pipe = TDbPipe::Values;
 
+// A number or point of the curve.
 template <auto Member>
-constexpr FieldRow<PipeTags> idRow(Adesk::Int16 code) {
-    return {code, [](PipeTags& tags, const resbuf& item) { tags.values.*Member = qrs::suite::objectOf(item); },
-            [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 itsCode) {
-                filer.writeObjectId(itsCode, tags.values.*Member);
-            }};
+constexpr FieldRow<Pipe> curveRow(Adesk::Int16 code, bool (*isImplied)(const Pipe& values), bool isInNew = true) {
+    return {code, [](Pipe& values, const resbuf& item) { qrs::suite::take(values.curve.*Member, item); },
+            [](const Pipe& values, AcDbDxfFiler& filer, Adesk::Int16 itsCode) {
+                qrs::suite::put(filer, itsCode, values.curve.*Member);
+            },
+            isImplied, isInNew};
 }
 
-const FieldRow<PipeTags> kPipeRows[] = {
-    {70,
-     [](PipeTags& tags, const resbuf& item) {
-         tags.values.curve.kind = item.resval.rint;
-         tags.hasKind = true;
+template <class Values>
+constexpr FieldRow<Values> leftOutOfNew(FieldRow<Values> row) {
+    row.isInNew = false;
+    return row;
+}
+
+const FieldRow<Pipe> kPipeRows[] = {
+    {pipecodes::kKind, [](Pipe& values, const resbuf& item) { values.curve.kind = item.resval.rint; },
+     [](const Pipe& values, AcDbDxfFiler& filer, Adesk::Int16 code) {
+         filer.writeInt16(code, static_cast<Adesk::Int16>(values.curve.kind));
      },
-     [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
-         const int kind = tags.values.curve.kind;
-         if (tags.values.namesKind || kind != TPipeCurve::kLine)
-             filer.writeInt16(code, static_cast<Adesk::Int16>(kind));
-     }},
-    {pipecodes::kStart,
-     [](PipeTags& tags, const resbuf& item) {
-         qrs::suite::take(tags.values.curve.start, item);
-         tags.hasStart = true;
-     },
-     [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
-         filer.writePoint3d(code, tags.values.curve.start);
-     }},
-    {pipecodes::kEnd,
-     [](PipeTags& tags, const resbuf& item) {
-         qrs::suite::take(tags.values.curve.end, item);
-         tags.hasEnd = true;
-     },
-     [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
-         filer.writePoint3d(code, tags.values.curve.end);
-     }},
-    {pipecodes::kBulge, [](PipeTags& tags, const resbuf& item) { tags.values.curve.bulge = item.resval.rreal; },
-     [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
-         const TPipeCurve& curve = tags.values.curve;
-         if (curve.kind == TPipeCurve::kArc || curve.bulge != 0.0) filer.writeDouble(code, curve.bulge);
-     }},
-    {pipecodes::kLineWidth, [](PipeTags& tags, const resbuf& item) { tags.values.lineWidth = item.resval.rreal; },
-     [](const PipeTags& tags, AcDbDxfFiler& filer, Adesk::Int16 code) {
-         if (tags.values.lineWidth) filer.writeDouble(code, *tags.values.lineWidth);
-     }},
-    idRow<&TDbPipe::Values::dimLayer>(pipecodes::kDimLayer),
-    idRow<&TDbPipe::Values::arrowLayer>(pipecodes::kArrowLayer),
-    idRow<&TDbPipe::Values::startNode>(pipecodes::kStartNode),
-    idRow<&TDbPipe::Values::endNode>(pipecodes::kEndNode),
+     [](const Pipe& values) { return values.curve.kind == TPipeCurve::kLine; }},
+    curveRow<&TPipeCurve::start>(pipecodes::kStart,
+                                 [](const Pipe& values) { return isSame(values.curve.start, AcGePoint3d()); }),
+    // A curve whose end is missing ends where it starts.
+    curveRow<&TPipeCurve::end>(pipecodes::kEnd,
+                               [](const Pipe& values) { return isSame(values.curve.end, values.curve.start); }),
+    curveRow<&TPipeCurve::bulge>(
+        pipecodes::kBulge, [](const Pipe& values) { return values.curve.bulge == 0.0; }, false),
+    leftOutOfNew(row<Pipe, &Pipe::lineWidth>(pipecodes::kLineWidth)),
+    row<Pipe, &Pipe::dimLayer>(pipecodes::kDimLayer),
+    row<Pipe, &Pipe::arrowLayer>(pipecodes::kArrowLayer),
+    row<Pipe, &Pipe::startNode>(pipecodes::kStartNode),
+    row<Pipe, &Pipe::endNode>(pipecodes::kEndNode),
 };
 
 template <class Values>
 constexpr FieldRow<Values> kindRow() {
     return {pipecodes::kKind, [](Values& values, const resbuf& item) { values.kind = item.resval.rint; },
             [](const Values& values, AcDbDxfFiler& filer, Adesk::Int16 code) {
-                if (values.kind) filer.writeInt16(code, static_cast<Adesk::Int16>(*values.kind));
-            }};
+                filer.writeInt16(code, static_cast<Adesk::Int16>(values.kind));
+            },
+            [](const Values& values) { return values.kind == 0; }, false};
 }
 
 const FieldRow<TDbPipeNode::Values> kNodeRows[] = {
@@ -180,12 +164,6 @@ Acad::ErrorStatus change(AcDbObject& object, Value& value, const Value& content)
     object.assertWriteEnabled();
     value = content;
     return Acad::eOk;
-}
-
-// A number that is not there means 0, so 0 is not put there.
-template <class Number>
-Acad::ErrorStatus changeNumber(AcDbObject& object, std::optional<Number>& value, Number content) {
-    return change(object, value, content == Number{} && !value ? value : std::optional<Number>(content));
 }
 
 Acad::ErrorStatus changeId(AcDbObject& object, AcDbObjectId& value, AcDbObjectId content, const AcRxClass* rxClass,
@@ -308,7 +286,13 @@ TPipeCurve TDbPipe::GetCurve() const {
 Acad::ErrorStatus TDbPipe::SetCurve(const TPipeCurve& curve) {
     if (!isFinite(curve.start) || !isFinite(curve.end) || !std::isfinite(curve.bulge)) return Acad::eInvalidInput;
     if (!fitsInt16(curve.kind)) return Acad::eInvalidInput;
-    return change(*this, values_.curve, curve);
+    const bool hadBulge = GetCurve().bulge != 0.0;
+    const Acad::ErrorStatus status = change(*this, values_.curve, curve);
+    if (status != Acad::eOk || !values_.named) return status;
+    // From now on it starts where it was told to, wherever that is, and a line needs no bulge.
+    *values_.named |= bitOf(kPipeRows, pipecodes::kStart);
+    if (hadBulge && curve.bulge == 0.0) *values_.named &= ~bitOf(kPipeRows, pipecodes::kBulge);
+    return status;
 }
 
 AcDbObjectId TDbPipe::GetDimLayerId() const {
@@ -349,11 +333,11 @@ Acad::ErrorStatus TDbPipe::SetEndNode(AcDbObjectId node) {
 
 double TDbPipe::GetLineWidth() const {
     assertReadEnabled();
-    return std::max(values_.lineWidth.value_or(0.0), 0.0);
+    return std::max(values_.lineWidth, 0.0);
 }
 
 Acad::ErrorStatus TDbPipe::SetLineWidth(double width) {
-    return std::isfinite(width) && width >= 0.0 ? changeNumber(*this, values_.lineWidth, width) : Acad::eInvalidInput;
+    return std::isfinite(width) && width >= 0.0 ? change(*this, values_.lineWidth, width) : Acad::eInvalidInput;
 }
 
 bool TDbPipe::IsDamaged() const {
@@ -363,19 +347,16 @@ bool TDbPipe::IsDamaged() const {
 
 Acad::ErrorStatus TDbPipe::dxfInFields(AcDbDxfFiler* filer) {
     if (const Acad::ErrorStatus status = TDbPipePrototype::dxfInFields(filer); status != Acad::eOk) return status;
-    PipeTags tags;
-    readRows(*filer, kPipeMark, kPipeRows, tags);
-    isDamaged_ = !tags.hasStart || !filer->atSubclassData(kPrototypeMark);
-    if (!tags.hasEnd) tags.values.curve.end = tags.values.curve.start;
-    values_ = tags.values;
-    // A new pipe has no section yet.
-    values_.namesKind = tags.hasKind || !tags.hasStart;
+    readRows(*filer, kPipeMark, kPipeRows, values_);
+    const auto isNamed = [this](Adesk::Int16 code) { return (*values_.named & bitOf(kPipeRows, code)) != 0; };
+    isDamaged_ = !isNamed(pipecodes::kStart) || !filer->atSubclassData(kPrototypeMark);
+    if (!isNamed(pipecodes::kEnd)) values_.curve.end = values_.curve.start;
     return filer->filerStatus();
 }
 
 Acad::ErrorStatus TDbPipe::dxfOutFields(AcDbDxfFiler* filer) const {
     if (const Acad::ErrorStatus status = TDbPipePrototype::dxfOutFields(filer); status != Acad::eOk) return status;
-    writeRows(*filer, kPipeMark, kPipeRows, PipeTags{values_, true, true, true});
+    writeRows(*filer, kPipeMark, kPipeRows, values_);
     return filer->filerStatus();
 }
 
@@ -392,11 +373,11 @@ Acad::ErrorStatus TDbPipeNode::SetPosition(const AcGePoint3d& position) {
 
 int TDbPipeNode::GetKind() const {
     assertReadEnabled();
-    return values_.kind.value_or(0);
+    return values_.kind;
 }
 
 Acad::ErrorStatus TDbPipeNode::SetKind(int kind) {
-    return fitsInt16(kind) ? changeNumber(*this, values_.kind, kind) : Acad::eInvalidInput;
+    return fitsInt16(kind) ? change(*this, values_.kind, kind) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus TDbPipeNode::dxfInFields(AcDbDxfFiler* filer) {
@@ -422,11 +403,11 @@ Acad::ErrorStatus TDbPipeAttachment::SetPosition(const AcGePoint3d& position) {
 
 int TDbPipeAttachment::GetKind() const {
     assertReadEnabled();
-    return values_.kind.value_or(0);
+    return values_.kind;
 }
 
 Acad::ErrorStatus TDbPipeAttachment::SetKind(int kind) {
-    return fitsInt16(kind) ? changeNumber(*this, values_.kind, kind) : Acad::eInvalidInput;
+    return fitsInt16(kind) ? change(*this, values_.kind, kind) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus TDbPipeAttachment::dxfInFields(AcDbDxfFiler* filer) {
