@@ -2,6 +2,7 @@
 #include <string>
 
 #include "host/platform/files.h"
+#include "host/platform/inside/fileerror.h"
 #include "host/platform/inside/partialfile.h"
 
 namespace qrs::platform {
@@ -12,6 +13,26 @@ namespace {
 constexpr std::size_t kGather = std::size_t{256} << 10;
 
 }  // namespace
+
+std::filesystem::path PartialFile::backupName(int number) const {
+    std::filesystem::path name = target;
+    name += ".bak";
+    if (number > 1) name += std::to_string(number);
+    return name;
+}
+
+bool PartialFile::makeRoomForBackup(int backups, Error& error) const {
+    std::error_code failed;
+    int last = 1;
+    while (last < backups && std::filesystem::is_regular_file(backupName(last), failed))
+        ++last;
+    // From the oldest on: each takes the place of one that has moved already.
+    for (; last > 1; --last) {
+        std::filesystem::rename(backupName(last - 1), backupName(last), failed);
+        if (failed) return fail(error, backupName(last - 1), failed);
+    }
+    return true;
+}
 
 struct AtomicFile::State {
     std::unique_ptr<PartialFile> file = PartialFile::make();
@@ -48,13 +69,13 @@ void AtomicFile::write(std::string_view bytes) {
     }
 }
 
-bool AtomicFile::commit(bool keepBackup, Error& error) {
+bool AtomicFile::commit(int backups, Error& error) {
     if (!state_) {
         error.message = "no file was begun";
         return false;
     }
     state_->putGathered();
-    const bool done = state_->file->finish(keepBackup, error);
+    const bool done = state_->file->finish(backups, error);
     state_.reset();
     return done;
 }

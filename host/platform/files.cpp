@@ -144,11 +144,11 @@ bool isSameState(const FileMark& a, const FileMark& b) {
     return a.place == b.place && a.exists == b.exists && a.size == b.size && a.changed == b.changed;
 }
 
-bool writeFileAtomically(const fs::path& native, std::string_view content, bool keepBackup, Error& error) {
+bool writeFileAtomically(const fs::path& native, std::string_view content, int backups, Error& error) {
     AtomicFile file;
     if (!file.begin(native, error)) return false;
     file.write(content);
-    return file.commit(keepBackup, error);
+    return file.commit(backups, error);
 }
 
 std::wstring temporaryFolder() {

@@ -125,9 +125,10 @@ class QRS_HOST_PORT AtomicFile {
     bool begin(const std::filesystem::path& target, Error& error);
     // Appends; small pieces are gathered. A failure is remembered and told by commit.
     void write(std::string_view bytes);
-    // Flushes, keeps the previous file as "<target>.bak" when asked (replacing an older one), and renames.
+    // Flushes, keeps the previous file as "<target>.bak", and renames. Of so many previous files each stays: an older
+    // .bak becomes .bak2, that one .bak3, and so on; 0 keeps none.
     // False, with the reason in error, when any write, the flush or the rename failed; the target is then untouched.
-    bool commit(bool keepBackup, Error& error);
+    bool commit(int backups, Error& error);
 
   private:
     struct State;
@@ -135,10 +136,16 @@ class QRS_HOST_PORT AtomicFile {
 };
 
 // The whole of a small file through AtomicFile.
-QRS_HOST_PORT bool writeFileAtomically(const std::filesystem::path& native, std::string_view content, bool keepBackup,
+QRS_HOST_PORT bool writeFileAtomically(const std::filesystem::path& native, std::string_view content, int backups,
                                        Error& error);
 
-// The folder the running program lies in; the user's temporary folder (inner form, ending in a backslash).
+// Adds bytes to the end of a file, which is made when it is missing, by one write, so that what several programs add
+// does not mix. False, with the reason in error, when it cannot.
+QRS_HOST_PORT bool appendToFile(const std::filesystem::path& native, std::string_view bytes, Error& error);
+
+// The file of the running program, and the folder it lies in; the user's temporary folder (inner form, ending in a
+// backslash).
+QRS_HOST_PORT std::filesystem::path programFile();
 QRS_HOST_PORT std::filesystem::path programFolder();
 QRS_HOST_PORT std::wstring temporaryFolder();
 

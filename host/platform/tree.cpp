@@ -76,4 +76,22 @@ bool replaceFileAtomically(const fs::path& target, std::string_view content, Lin
     return writeAtomically(target, linked, put, error);
 }
 
+bool makeFolders(const fs::path& native, Error& error) {
+    std::error_code failed;
+    fs::create_directories(native, failed);
+    return !failed || fail(error, native, failed);
+}
+
+std::unique_ptr<PrivateFolder> PrivateFolder::make(Error& error) {
+    const fs::path path = nativePath(temporaryFolder()) / ("qrs-" + unpredictableName());
+    if (!makeTemporary(path, [&] { return makePrivateFolder(path, error); })) return nullptr;
+    return std::unique_ptr<PrivateFolder>(new PrivateFolder(path));
+}
+
+PrivateFolder::~PrivateFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+    forgetTemporary(path_);
+}
+
 }  // namespace qrs::platform

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string_view>
+#include <utility>
 
 #include "host/platform/error.h"
 #include "host/platform/port.h"
@@ -20,6 +22,26 @@ QRS_HOST_PORT bool isOwnFolder(const std::filesystem::path& native);
 // Makes one folder, on POSIX closed to other users. False, with the reason in error, when something of that name is
 // there already or it cannot be made.
 QRS_HOST_PORT bool makePrivateFolder(const std::filesystem::path& native, Error& error);
+
+// Makes the folder and those it lies in, as far as they are missing. False, with the reason in error, when it cannot.
+QRS_HOST_PORT bool makeFolders(const std::filesystem::path& native, Error& error);
+
+// A folder of this program's own in the user's temporary folder, which goes with the object, and when a signal or a
+// deadline ends the program, with all that is in it.
+class QRS_HOST_PORT PrivateFolder {
+  public:
+    // Null, with the reason in error, when it cannot be made.
+    static std::unique_ptr<PrivateFolder> make(Error& error);
+    ~PrivateFolder();
+    PrivateFolder(const PrivateFolder&) = delete;
+    PrivateFolder& operator=(const PrivateFolder&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+
+  private:
+    explicit PrivateFolder(std::filesystem::path path) : path_(std::move(path)) {}
+    std::filesystem::path path_;
+};
 
 // Deletes everything in a folder, read-only files and folders too; the folder stays. Links are deleted as links, what
 // they point to is left alone, and so are other file systems mounted inside. What cannot be deleted stays, with the

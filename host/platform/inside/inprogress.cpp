@@ -2,6 +2,7 @@
 #include "host/platform/inside/inprogress.h"
 #include "host/platform/text.h"
 
+#include <atomic>
 #include <mutex>
 #include <random>
 #include <set>
@@ -21,6 +22,8 @@ InProgress& inProgress() {
     return list;
 }
 
+std::atomic<void (*)()> doneFirst{nullptr};
+
 }  // namespace
 
 bool makeTemporary(const std::filesystem::path& path, const std::function<bool()>& make) {
@@ -37,12 +40,18 @@ void forgetTemporary(const std::filesystem::path& path) {
     list.paths.erase(path);
 }
 
+void whenEndedAtOnce(void (*act)()) {
+    doneFirst = act;
+}
+
 void removeTemporariesForGood() {
     InProgress& list = inProgress();
+    // Whoever waits for what is ended here gets no further than to the next temporary file.
     list.mutex.lock();
+    if (void (*act)() = doneFirst) act();
     for (const std::filesystem::path& path : list.paths) {
         std::error_code ignored;  // it may be renamed just now
-        std::filesystem::remove(path, ignored);
+        std::filesystem::remove_all(path, ignored);
     }
 }
 

@@ -12,7 +12,11 @@ bool makeTemporary(const std::filesystem::path& path, const std::function<bool()
 // Takes the path from the list: it was renamed or removed.
 void forgetTemporary(const std::filesystem::path& path);
 
-// Removes all of them and lets nobody make another one: to be followed by the end of the process.
+// What is to be done first when the process must end at once; one thing at most.
+void whenEndedAtOnce(void (*act)());
+
+// Removes all of them, folders with what is in them, and lets nobody make another one: to be followed by the end of the
+// process.
 void removeTemporariesForGood();
 
 // 64 bits nobody can foretell, as 16 hexadecimal digits.

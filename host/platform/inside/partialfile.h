@@ -24,7 +24,7 @@ class PartialFile {
     virtual void put(std::string_view bytes) = 0;
     bool hasFailed() const { return static_cast<bool>(failure); }
     // As AtomicFile::commit.
-    virtual bool finish(bool keepBackup, Error& error) = 0;
+    virtual bool finish(int backups, Error& error) = 0;
     // Removes the temporary file, if there is one still.
     virtual void discard() = 0;
 
@@ -33,6 +33,12 @@ class PartialFile {
     std::filesystem::path besideTarget() const {
         return target.parent_path() / (".qrs-" + unpredictableName() + ".tmp");
     }
+
+    // The name of a kept state of the target, 1 the newest.
+    std::filesystem::path backupName(int number) const;
+    // Gives the states kept so far the names after their own, so that the newest name is free. False, with the reason
+    // in error, when one cannot be renamed.
+    bool makeRoomForBackup(int backups, Error& error) const;
 
     std::filesystem::path target;   // links followed
     std::filesystem::path shown;    // as the caller named it

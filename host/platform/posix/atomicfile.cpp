@@ -48,7 +48,7 @@ class PosixPartialFile final : public PartialFile {
   public:
     bool begin(const fs::path& named, Error& error) override;
     void put(std::string_view bytes) override;
-    bool finish(bool keepBackup, Error& error) override;
+    bool finish(int backups, Error& error) override;
     void discard() override;
 
   private:
@@ -129,8 +129,7 @@ bool PosixPartialFile::keepAttributes() {
 
 // Keeps the target's content under another name without ever taking its own name away.
 bool PosixPartialFile::backUp(Error& error) {
-    fs::path backup = target;
-    backup += ".bak";
+    const fs::path backup = backupName(1);
     const fs::path second = besideTarget();
     const bool linked = makeTemporary(second, [&] { return link(target.c_str(), second.c_str()) == 0; });
     if (!linked && errno == ENOENT) return true;  // removed meanwhile: nothing to keep
@@ -144,15 +143,15 @@ bool PosixPartialFile::backUp(Error& error) {
 
 bool PosixPartialFile::copyTo(const fs::path& copy, Error& error) const {
     const std::unique_ptr<MappedFile> old = MappedFile::open(target, error);
-    return old && writeFileAtomically(copy, old->bytes(), false, error);
+    return old && writeFileAtomically(copy, old->bytes(), 0, error);
 }
 
-bool PosixPartialFile::finish(bool keepBackup, Error& error) {
+bool PosixPartialFile::finish(int backups, Error& error) {
     if (!failure && !keepAttributes()) failure = lastError();
     if (!failure && fsync(file.number()) != 0) failure = lastError();
     if (!file.close() && !failure) failure = lastError();
     if (failure) return fail(error, shown, failure);
-    if (keepBackup && existed && !backUp(error)) return false;
+    if (backups > 0 && existed && !(makeRoomForBackup(backups, error) && backUp(error))) return false;
     if (rename(partial.c_str(), target.c_str()) != 0) return fail(error, shown, lastError());
     forgetTemporary(partial);
     partial.clear();

@@ -12,6 +12,7 @@
 #include "host/platform/codepage.h"
 #include "host/platform/inside/fileerror.h"
 #include "host/platform/posix/handle.h"
+#include "host/platform/posix/signalhold.h"
 
 namespace qrs::platform {
 
@@ -248,11 +249,29 @@ std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& erro
                                              std::string_view(static_cast<const char*>(address), size));
 }
 
-fs::path programFolder() {
+fs::path programFile() {
     std::error_code error;
-    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    return fs::read_symlink("/proc/self/exe", error);
+}
+
+fs::path programFolder() {
+    const fs::path program = programFile();
+    std::error_code error;
     // Without /proc the current folder is all there is to start from.
-    return error ? fs::current_path(error) : program.parent_path();
+    return program.empty() ? fs::current_path(error) : program.parent_path();
+}
+
+bool appendToFile(const fs::path& native, std::string_view bytes, Error& error) {
+    const SignalHold hold;
+    Descriptor file(open(native.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666));
+    if (!file) return fail(error, native, lastError());
+    while (!bytes.empty()) {
+        const ssize_t count = write(file.number(), bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return fail(error, native, lastError());
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return file.close() || fail(error, native, lastError());
 }
 
 }  // namespace qrs::platform

@@ -25,7 +25,7 @@ class WindowsPartialFile final : public PartialFile {
   public:
     bool begin(const fs::path& named, Error& error) override;
     void put(std::string_view bytes) override;
-    bool finish(bool keepBackup, Error& error) override;
+    bool finish(int backups, Error& error) override;
     void discard() override;
 
   private:
@@ -85,8 +85,7 @@ void WindowsPartialFile::put(std::string_view bytes) {
 
 // Keeps the target's content under another name without ever taking its own name away.
 bool WindowsPartialFile::backUp(Error& error) {
-    fs::path backup = target;
-    backup += L".bak";
+    const fs::path backup = backupName(1);
     const fs::path second = besideTarget();
     const bool kept = makeTemporary(second, [&] {
         // A file system without second names gets a copy.
@@ -101,12 +100,12 @@ bool WindowsPartialFile::backUp(Error& error) {
     return renamed;
 }
 
-bool WindowsPartialFile::finish(bool keepBackup, Error& error) {
+bool WindowsPartialFile::finish(int backups, Error& error) {
     if (!failure && !FlushFileBuffers(file.value())) failure = lastError();
     if (!file.close() && !failure) failure = lastError();
     if (!failure && existed() && !SetFileAttributesW(partial.c_str(), attributes)) failure = lastError();
     if (failure) return fail(error, shown, failure);
-    if (keepBackup && existed() && !backUp(error)) return false;
+    if (backups > 0 && existed() && !(makeRoomForBackup(backups, error) && backUp(error))) return false;
     if (!moveOver(partial, target)) return fail(error, shown, lastError());
     forgetTemporary(partial);
     partial.clear();

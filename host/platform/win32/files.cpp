@@ -145,16 +145,30 @@ std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& erro
     return std::make_unique<WindowsMappedFile>(native, std::move(file), std::move(mapping), bytes);
 }
 
-fs::path programFolder() {
+fs::path programFile() {
     std::wstring path(MAX_PATH, L'\0');
     for (;;) {
         const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
         if (length < path.size()) {
             path.resize(length);
-            return fs::path(path).parent_path();
+            return fs::path(path);
         }
         path.resize(path.size() * 2);
     }
+}
+
+fs::path programFolder() {
+    return programFile().parent_path();
+}
+
+bool appendToFile(const fs::path& native, std::string_view bytes, Error& error) {
+    Handle file(CreateFileW(native.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                            FILE_ATTRIBUTE_NORMAL, nullptr));
+    DWORD count = 0;
+    if (!file ||
+        (!bytes.empty() && !WriteFile(file.value(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr)))
+        return fail(error, native, lastError());
+    return file.close() || fail(error, native, lastError());
 }
 
 }  // namespace qrs::platform
