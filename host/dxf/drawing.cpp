@@ -41,6 +41,12 @@ std::unique_ptr<Drawing> Drawing::fromBytes(std::string bytes, const std::string
 
 bool Drawing::load(const std::string& name, platform::Error& error) {
     const std::string_view bytes = source_->bytes();
+    if (const auto dwg = dwgVersionOf(bytes)) {
+        const std::string_view release = releaseOf(versionOf(*dwg));
+        error.message = name + ": a DWG drawing of " + std::string(release.empty() ? *dwg : release) +
+                        "; save it as DXF, or name a converter (--converter)";
+        return false;
+    }
     Fault fault;
     if (!buildIndex(bytes, source_->file(), index_, fault)) {
         const std::uint64_t line = lineNumber(bytes, static_cast<std::size_t>(fault.offset), index_.lineEnd);
@@ -48,7 +54,6 @@ bool Drawing::load(const std::string& name, platform::Error& error) {
         error.message = name + ":" + place + ": " + fault.text;
         return false;
     }
-    index_.faults.finish(bytes, index_.lineEnd, index_.records);
     order_.begin();
     contents_.begin(bytes);
     if (index_.lineEnd == kBinaryLineEnd) {
@@ -57,6 +62,7 @@ bool Drawing::load(const std::string& name, platform::Error& error) {
         form_ = std::make_unique<TextForm>(index_.lineEnd);
     }
     readHeader();
+    index_.faults.finish(bytes, index_.lineEnd, index_.records);
     return true;
 }
 
@@ -69,6 +75,11 @@ void Drawing::readHeader() {
     if (variable("$ACADVER", codes::kText)) {
         versionText_ = trimmed(tag.value);
         version_ = versionOf(versionText_);
+        if (releaseOf(version_).empty()) {
+            const Record& named = record(findHeaderVariable("$ACADVER"));
+            index_.faults.add(static_cast<std::size_t>(named.offset) + tag.begin, kNoRecord, FaultKind::UnknownVersion,
+                              "the version " + versionText_ + " is not known");
+        }
     }
     handling_ = variable("$HANDLING", codes::kFlags) && toInteger(tag.value) != 0;
     if (version_ >= kFirstInUtf8 || index_.hasUtf8Mark) {

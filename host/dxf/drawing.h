@@ -48,16 +48,19 @@ class Drawing {
     Drawing(const Drawing&) = delete;
     Drawing& operator=(const Drawing&) = delete;
 
-    // Writes everything. False, with the reason in error, when it cannot; the old file is then as it was. keepBackup:
-    // an existing target stays as "<target>.bak". Saving to the file that is mapped is allowed. A save that succeeds
-    // clears isModified; the drawing goes on reading from the file it was opened from, and cannot be saved any more
-    // when another program has changed that very file. A target this drawing was opened from or saved to is refused
-    // when somebody else, another drawing of this program for one, has saved to it since: that save would be lost.
-    bool save(const std::filesystem::path& native, bool keepBackup, platform::Error& error);
+    // Writes everything. False, with the reason in error, when it cannot; the old file is then as it was. backups:
+    // how many earlier states of an existing target stay, see platform::AtomicFile. Saving to the file that is mapped
+    // is allowed. A save that succeeds clears isModified; the drawing goes on reading from the file it was opened from,
+    // and cannot be saved any more when another program has changed that very file. A target this drawing was opened
+    // from or saved to is refused when somebody else, another drawing of this program for one, has saved to it since:
+    // that save would be lost.
+    bool save(const std::filesystem::path& native, int backups, platform::Error& error);
     bool isModified() const { return contents_.isModified(); }
     // What was wrong in the file, in its order: missing ends, counts too small, handles given twice, pointers to
-    // nothing. The first hundred, and then one that counts the others.
+    // nothing, numbers with a comma, an unknown version, a line end that is cut. The first hundred, and then one that
+    // counts the others.
     const std::vector<Fault>& faults() const { return index_.faults.all(); }
+    std::string faultSummary() const { return index_.faults.summary(); }
     // The drawing's whole text as it would be written; for tests and small drawings.
     std::string toBytes() const;
 

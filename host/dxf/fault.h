@@ -1,6 +1,8 @@
 // What is wrong in a drawing, with its place.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -10,7 +12,23 @@
 
 namespace qrs::dxf {
 
+// What faults have in common, for a line that sums them up.
+enum class FaultKind {
+    MissingEnd,
+    StrayRecord,
+    WrongCount,
+    HandleTwice,
+    DeadPointer,
+    NoName,
+    NoGroupCode,
+    ForeignNumber,
+    UnknownVersion,
+    CutLineEnd,
+};
+constexpr std::size_t kFaultKinds = 10;
+
 struct Fault {
+    FaultKind kind = FaultKind::MissingEnd;
     std::uint64_t offset = 0;     // in the file, of a byte of the line to be named
     RecordId record = kNoRecord;  // whose handle is to be named
     std::string text;             // "SEQEND of the POLYLINE is missing"
@@ -25,15 +43,24 @@ struct Fault {
 class Faults {
   public:
     // The reader meets them in any order.
-    void add(std::size_t offset, RecordId record, std::string text);
+    void add(std::size_t offset, RecordId record, FaultKind kind, std::string text);
     // Puts them into the order of the file, with their lines and handles. Nothing is added after that.
     void finish(std::string_view bytes, char lineEnd, const RecordStore& records);
     const std::vector<Fault>& all() const { return all_; }
+    // "3 errors: 2 pointers to nothing (first: line 90), 1 missing end (line 12)"; empty when nothing is wrong.
+    std::string summary() const;
 
   private:
     static constexpr std::size_t kMost = 100;
 
+    // Faults of one kind.
+    struct Sum {
+        std::uint64_t count = 0;
+        Fault first;  // by its place in the file
+    };
+
     std::vector<Fault> all_;
+    std::array<Sum, kFaultKinds> sums_;
     std::uint64_t further_ = 0;
 };
 

@@ -1,5 +1,6 @@
 // The one pass over a file that finds its records.
 #include <algorithm>
+#include <cstring>
 
 #include "host/dxf/binary.h"
 #include "host/dxf/codecache.h"
@@ -105,13 +106,16 @@ class Indexer {
     void checkCount(const char* at);
     void checkVertices(const char* at);
     void checkPointers();
+    void checkNumbers(const char* end);
+    void checkNumber(const char* comma);
+    void checkLastLine();
 
     Step open(const char* at, RecordKind kind, std::uint16_t type, RecordId owner);
     Step openHead(const char* at, RecordKind kind, std::uint16_t type, RecordId owner, std::size_t& slot);
     bool close(const char* at);
     Step fails(const char* at, std::string reason);
-    void fault(const char* at, RecordId record, std::string text) {
-        index_.faults.add(static_cast<std::size_t>(at - start_), record, std::move(text));
+    void fault(const char* at, RecordId record, FaultKind kind, std::string text) {
+        index_.faults.add(static_cast<std::size_t>(at - start_), record, kind, std::move(text));
     }
     std::string sectionText() const;
     RecordId lastId() const { return static_cast<RecordId>(index_.records.size() - 1); }
@@ -120,6 +124,7 @@ class Indexer {
     const char* end_;
     const platform::MappedFile* file_;
     std::size_t released_ = 0;
+    const char* numbersChecked_ = nullptr;  // up to here
     Index& index_;
     Fault& fault_;
     CodeCache cache_;
@@ -158,7 +163,7 @@ bool Indexer::close(const char* at) {
     current_->stored = static_cast<std::uint32_t>(length);
     index_.countHandle(current_->handle);
     if (current_->handle != 0 && !given_.add(current_->handle)) {
-        fault(start_ + current_->offset, lastId(), "another record has this handle too");
+        fault(start_ + current_->offset, lastId(), FaultKind::HandleTwice, "another record has this handle too");
     }
     if (current_->type == kTypeLwPolyline) checkVertices(at);
     return true;
@@ -170,6 +175,7 @@ Indexer::Step Indexer::open(const char* at, RecordKind kind, std::uint16_t type,
     if (const auto read = static_cast<std::size_t>(at - start_); read - released_ >= kReleaseStep) {
         // About as much as the index takes, so that memory stays near the size of the file; not more, because all of it
         // is fetched again when the drawing is saved.
+        checkNumbers(at);
         const bool isFirstQuarter = read <= static_cast<std::size_t>(end_ - start_) / 4;
         if (file_ != nullptr && isFirstQuarter) file_->release(released_, read);
         released_ = read;
@@ -196,8 +202,13 @@ Indexer::Step Indexer::openHead(const char* at, RecordKind kind, std::uint16_t t
 bool Indexer::run() {
     const std::string_view bytes(start_, static_cast<std::size_t>(end_ - start_));
     const bool isWhole = bytes.substr(0, kBinarySignature.size()) == kBinarySignature ? binary() : text();
-    if (isWhole) checkPointers();
-    return isWhole;
+    if (!isWhole) return false;
+    checkPointers();
+    if (index_.lineEnd != kBinaryLineEnd) {
+        checkNumbers(end_);
+        checkLastLine();
+    }
+    return true;
 }
 
 bool Indexer::text() {
@@ -293,7 +304,7 @@ bool Indexer::cutFailure(const char* at, Cut cut) {
 // No tag begins here: the file's end, where only EOF may be missing, or damage.
 bool Indexer::atEnd(const char* at, Cut cut) {
     if (at != end_ || place_ != Place::Outside) return cutFailure(at, cut);
-    fault(at == start_ ? at : at - 1, kNoRecord, "EOF is missing");
+    fault(at == start_ ? at : at - 1, kNoRecord, FaultKind::MissingEnd, "EOF is missing");
     return open(at, RecordKind::EndOfFile, kTypeEndOfFile, kNoRecord) == Step::Goes && close(end_);
 }
 
@@ -313,7 +324,8 @@ bool Indexer::scanText(const char* at) {
             if (cut != Cut::Tag) return atEnd(at, cut);
             if (left >= CodeCache::kReach) cache_.learn(at, tag, lineEnd);
             matters = CodeCache::mattersToIndex(tag.code);
-            if (tag.code == kUnreadableCode) fault(at, lastId(), "a number that is no group code");
+            if (tag.code == kUnreadableCode)
+                fault(at, lastId(), FaultKind::NoGroupCode, "a number that is no group code");
         }
         at = tag.next;
         if (!matters) continue;
@@ -381,7 +393,8 @@ Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
         case kTypeEndTable:
         case kTypeEndBlock:
             if (group_ != kNoRecord && place_ == (type == kTypeEndTable ? Place::Tables : Place::Blocks)) break;
-            fault(at, kNoRecord, type == kTypeEndTable ? "ENDTAB without a TABLE" : "ENDBLK without a BLOCK");
+            fault(at, kNoRecord, FaultKind::StrayRecord,
+                  type == kTypeEndTable ? "ENDTAB without a TABLE" : "ENDBLK without a BLOCK");
             return open(at, RecordKind::Other, type, section_);
         default:
             break;
@@ -404,7 +417,7 @@ Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
 Indexer::Step Indexer::endSection(const char* at, bool isThere) {
     if (group_ != kNoRecord && endGroup(at, false) != Step::Goes) return Step::Fails;
     closeMain(at);
-    if (!isThere) fault(at, section_, "ENDSEC of " + sectionText() + " is missing");
+    if (!isThere) fault(at, section_, FaultKind::MissingEnd, "ENDSEC of " + sectionText() + " is missing");
     place_ = Place::Outside;
     if (open(at, RecordKind::EndSection, kTypeEndSection, section_) != Step::Goes) return Step::Fails;
     index_.ends[sectionSlot_].second = lastId();
@@ -415,7 +428,9 @@ Indexer::Step Indexer::endGroup(const char* at, bool isThere) {
     const bool isTable = place_ == Place::Tables;
     if (isTable) checkCount(at);
     closeMain(at);
-    if (!isThere) fault(at, group_, isTable ? "ENDTAB of a table is missing" : "ENDBLK of a block is missing");
+    if (!isThere)
+        fault(at, group_, FaultKind::MissingEnd,
+              isTable ? "ENDTAB of a table is missing" : "ENDBLK of a block is missing");
     const Step step = open(at, isTable ? RecordKind::EndTable : RecordKind::EndBlock,
                            isTable ? kTypeEndTable : kTypeEndBlock, group_);
     if (step == Step::Goes) index_.ends[groupSlot_].second = lastId();
@@ -427,7 +442,7 @@ Indexer::Step Indexer::startOutside(const char* at, const RawTag& tag, std::uint
     if (type == kTypeSection) return startSection(at, tag);
     if (type == kTypeEndOfFile) return endOfFile(at, tag);
     const Step step = open(at, RecordKind::Other, type, kNoRecord);
-    fault(at, kNoRecord,
+    fault(at, kNoRecord, FaultKind::StrayRecord,
           type == kTypeEndSection ? std::string("ENDSEC without a SECTION")
                                   : printable(trimmed(textOf(tag))) + " outside of a section");
     return step;
@@ -449,7 +464,7 @@ Indexer::Step Indexer::startSection(const char* at, const RawTag& tag) {
     if (!sectionName(tag.next, sectionName_)) {
         if (index_.sections.empty()) return fails(at, "a section without a name");
         sectionName_ = {};
-        fault(at, kNoRecord, "a section without a name");
+        fault(at, kNoRecord, FaultKind::NoName, "a section without a name");
     }
     place_ = Place::Unknown;
     plainKind_ = RecordKind::Other;
@@ -508,7 +523,8 @@ Indexer::Step Indexer::startEntity(const char* at, std::uint16_t type, RecordId 
 // What follows is no part of the polyline or block reference any more.
 void Indexer::closeMain(const char* at) {
     if (main_ != kNoRecord && (hasSubs_ || index_.records[main_].type == kTypePolyline)) {
-        fault(at, main_, "SEQEND of the " + std::string(index_.types[index_.records[main_].type]) + " is missing");
+        fault(at, main_, FaultKind::MissingEnd,
+              "SEQEND of the " + std::string(index_.types[index_.records[main_].type]) + " is missing");
     }
     main_ = kNoRecord;
     hasSubs_ = false;
@@ -544,7 +560,8 @@ void Indexer::checkCount(const char* at) {
         if (table.name == name) count = std::max(std::int64_t{0}, count - table.records);
     }
     if (toInteger(value, -1) >= count) return;
-    fault(place, group_, "the table says " + value + " records and holds " + std::to_string(lastId() - group_));
+    fault(place, group_, FaultKind::WrongCount,
+          "the table says " + value + " records and holds " + std::to_string(lastId() - group_));
 }
 
 // The vertices of a polyline are as many as it says.
@@ -556,7 +573,8 @@ void Indexer::checkVertices(const char* at) {
     for (RawTag tag{}; place != at && cut(place, tag) == Cut::Tag; place = tag.next)
         count += tag.code == codes::kPoint;
     if (toInteger(value, count) == count) return;
-    fault(counted, lastId(), "the polyline says " + value + " vertices and has " + std::to_string(count));
+    fault(counted, lastId(), FaultKind::WrongCount,
+          "the polyline says " + value + " vertices and has " + std::to_string(count));
 }
 
 // Looks for pointers to nothing once more, for their places, when there are any.
@@ -574,10 +592,55 @@ void Indexer::checkPointers() {
             const std::uint64_t handle = toHandle(textOf(tag));
             if (handle == 0 || given_.has(handle)) continue;
             fault(
-                place, id,
+                place, id, FaultKind::DeadPointer,
                 "group code " + std::to_string(tag.code) + " points to " + handleText(handle) + ", which no record is");
         }
     }
+}
+
+// Looks for numbers as they are written where the comma stands for the point. Programs read them as far as the comma,
+// or refuse the file. Done in steps while the bytes are still near.
+void Indexer::checkNumbers(const char* end) {
+    if (index_.lineEnd == kBinaryLineEnd) return;
+    const char* at = numbersChecked_ == nullptr ? start_ : numbersChecked_;
+    while (at < end) {
+        const auto* comma = static_cast<const char*>(std::memchr(at, ',', static_cast<std::size_t>(end - at)));
+        if (comma == nullptr) break;
+        checkNumber(comma);
+        at = comma + 1;
+    }
+    numbersChecked_ = std::max(end, at);
+}
+
+void Indexer::checkNumber(const char* comma) {
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    const char* begin = comma;
+    while (begin != start_ && isDigit(begin[-1]))
+        --begin;
+    const char* end = comma + 1;
+    while (end != end_ && isDigit(*end))
+        ++end;
+    if (begin == comma || end == comma + 1) return;
+    const char* lineBegin = begin;
+    while (lineBegin != start_ && (lineBegin[-1] == ' ' || lineBegin[-1] == '-' || lineBegin[-1] == '+'))
+        --lineBegin;
+    while (end != end_ && (*end == ' ' || *end == '\r'))
+        ++end;
+    if (lineBegin == start_ || lineBegin[-1] != index_.lineEnd || (end != end_ && *end != index_.lineEnd)) return;
+    const char* codeBegin = lineBegin - 1;
+    while (codeBegin != start_ && codeBegin[-1] != index_.lineEnd)
+        --codeBegin;
+    RawTag tag{};
+    if (cutTag(codeBegin, end_, index_.lineEnd, tag) != Cut::Tag || isTextual(valueKindOf(tag.code))) return;
+    fault(lineBegin, kNoRecord, FaultKind::ForeignNumber,
+          "group code " + std::to_string(tag.code) + " has the value " + printable(trimmed(textOf(tag))) +
+              ", which other programs do not read as a number");
+}
+
+// Line ends of two bytes, and the last one has only its first: the file was cut off there.
+void Indexer::checkLastLine() {
+    if (index_.lineEnd != '\n' || end_ == start_ || end_[-1] != '\r') return;
+    fault(end_ - 1, kNoRecord, FaultKind::CutLineEnd, "the file is cut off between CR and LF");
 }
 
 Indexer::Step Indexer::endOfFile(const char* at, const RawTag& tag) {

@@ -30,7 +30,11 @@ struct Line {
 
 inline Line cutLine(const char* at, const char* end, char lineEnd) {
     const auto* found = static_cast<const char*>(std::memchr(at, lineEnd, static_cast<std::size_t>(end - at)));
-    if (found == nullptr) return {at, end, end, false};
+    if (found == nullptr) {
+        // A file that is cut off between CR and LF.
+        const bool endsHalf = lineEnd == '\n' && at != end && end[-1] == '\r';
+        return {at, endsHalf ? end - 1 : end, end, false};
+    }
     const bool twoBytes = lineEnd == '\n' && found != at && found[-1] == '\r';
     return {at, twoBytes ? found - 1 : found, found + 1, true};
 }

@@ -31,7 +31,7 @@ void Drawing::emit(Sink&& sink) const {
     flush();
 }
 
-bool Drawing::save(const std::filesystem::path& native, bool keepBackup, platform::Error& error) {
+bool Drawing::save(const std::filesystem::path& native, int backups, platform::Error& error) {
     if (!unwritable_.empty()) {
         error.message = native.u8string() + ": " + unwritable_;
         return false;
@@ -48,7 +48,7 @@ bool Drawing::save(const std::filesystem::path& native, bool keepBackup, platfor
         }
     });
     // Looked at again after the last byte: somebody may have changed the mapped file while it was copied.
-    if (!source_->isUnchanged(error) || !file.commit(keepBackup, error)) return false;
+    if (!source_->isUnchanged(error) || !file.commit(backups, error)) return false;
     contents_.noteSaved();
     guard_.noteSaved(native);
     return true;

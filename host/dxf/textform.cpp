@@ -17,9 +17,10 @@ void appendTag(std::string& out, const NewTag& tag, std::size_t codeWidth, std::
     out += lineEnd;
 }
 
-// Only the last record of a file can lack its line end.
-bool lacksLineEnd(std::string_view bytes) {
-    return !bytes.empty() && bytes.back() != '\n' && bytes.back() != '\r';
+// What the last line lacks of its end; only that of a file can lack it.
+std::string_view missingLineEnd(std::string_view bytes, char lineEnd, std::string_view whole) {
+    if (bytes.empty() || bytes.back() == lineEnd) return {};
+    return lineEnd == '\n' && bytes.back() == '\r' ? std::string_view("\n") : whole;
 }
 
 // The tag as it stands in the record.
@@ -89,7 +90,7 @@ void TextForm::editTags(const StoredRecord& record, const std::vector<TagEdit>& 
             out += old.substr(copied, edit.tag.end - copied);
         }
         copied = edit.tag.end;
-        if (!edit.behind.empty() && lacksLineEnd(out)) out += style.lineEnd;
+        if (!edit.behind.empty()) out += missingLineEnd(out, lineEnd_, style.lineEnd);
         for (const NewTag& tag : edit.behind)
             appendTag(out, tag, style.codeWidth, style.lineEnd);
     }
@@ -103,7 +104,7 @@ void TextForm::replaceTags(const StoredRecord& record, std::uint32_t begin, std:
     const Style style = styleOf(old);
     draft.begin();
     draft.bytes.assign(old.substr(0, begin));
-    if (!tags.empty() && begin == old.size() && lacksLineEnd(old)) draft.bytes += style.lineEnd;
+    if (!tags.empty() && begin == old.size()) draft.bytes += missingLineEnd(old, lineEnd_, style.lineEnd);
     for (const NewTag& tag : tags)
         appendTag(draft.bytes, tag, style.codeWidth, style.lineEnd);
     draft.bytes += old.substr(end);
@@ -117,10 +118,12 @@ void TextForm::writeRecord(const std::vector<NewTag>& tags, std::string_view nei
 }
 
 bool TextForm::endLastLine(std::string_view record, Draft& draft) {
-    if (!lacksLineEnd(record)) return false;
+    const Style style = styleOf(record);
+    const std::string_view missing = missingLineEnd(record, lineEnd_, style.lineEnd);
+    if (missing.empty()) return false;
     draft.begin();
     draft.bytes.assign(record);
-    draft.bytes += styleOf(record).lineEnd;
+    draft.bytes += missing;
     return true;
 }
 

@@ -39,6 +39,15 @@ Version versionOf(std::string_view acadVer) {
     return Version(std::min(hundredths, kFirstOfFourDigits - 1));
 }
 
+std::optional<std::string_view> dwgVersionOf(std::string_view firstBytes) {
+    // The version and a zero byte.
+    if (firstBytes.size() < kDwgStartLength || firstBytes[kDwgStartLength - 1] != '\0') return std::nullopt;
+    const std::string_view version = firstBytes.substr(0, kDwgStartLength - 1);
+    if (version.substr(0, 2) != "AC") return std::nullopt;
+    if (version.find_first_not_of("0123456789.", 2) != std::string_view::npos) return std::nullopt;
+    return version;
+}
+
 std::string_view releaseOf(Version version) {
     for (const Release& release : kReleases)
         if (release.version == version) return release.name;

@@ -1,7 +1,9 @@
 // Versions of drawings, in the order they came.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace qrs::dxf {
@@ -31,6 +33,10 @@ constexpr Version kFirstInUtf8 = Version::R2007;
 
 // The version that a value of $ACADVER names: "AC1024", but also "AC2.10", which is older than all with four digits.
 Version versionOf(std::string_view acadVer);
+
+// The version in the first bytes of a DWG file; nothing for the bytes of other files.
+std::optional<std::string_view> dwgVersionOf(std::string_view firstBytes);
+constexpr std::size_t kDwgStartLength = 7;
 
 // What a version is called: "R12", "2010"; empty for one that has no name here.
 std::string_view releaseOf(Version version);

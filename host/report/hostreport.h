@@ -76,6 +76,10 @@ struct DrawingInfo {
 // False, with the reason in error, when the file cannot be read.
 QRS_HOST_PORT bool describeDrawing(const std::filesystem::path& native, DrawingInfo& info, platform::Error& error);
 
+// "2018", "R12" when the file is a DWG drawing, "AC1099" when its version has no name here; empty for other files, and
+// for those that cannot be read.
+QRS_HOST_PORT std::string dwgReleaseOf(const std::filesystem::path& native);
+
 // One tag, or one whole record, that is not the same in two drawings.
 struct Difference {
     enum class Kind { OnlyInFirst, OnlyInSecond, TagRemoved, TagAdded, TagChanged };

@@ -10,6 +10,7 @@
 #include "host/dxf/classcodes.h"
 #include "host/dxf/drawing.h"
 #include "host/platform/codepage.h"
+#include "host/platform/files.h"
 #include "host/report/hostreport.h"
 
 namespace qrs::host {
@@ -202,6 +203,16 @@ bool describeDrawing(const std::filesystem::path& native, DrawingInfo& info, pla
     info = {};
     Description(*drawing, info).make();
     return true;
+}
+
+std::string dwgReleaseOf(const std::filesystem::path& native) {
+    std::string start;
+    platform::Error ignored;
+    if (!platform::readFileStart(native, dxf::kDwgStartLength, start, ignored)) return {};
+    const auto version = dxf::dwgVersionOf(start);
+    if (!version) return {};
+    const std::string_view release = dxf::releaseOf(dxf::versionOf(*version));
+    return std::string(release.empty() ? *version : release);
 }
 
 }  // namespace qrs::host

@@ -26,8 +26,7 @@ class QRS_HOST_PORT DatabaseAccess {
     // The same from bytes; name stands in for the path in messages.
     static std::unique_ptr<AcDbDatabase> openBytes(std::string bytes, const std::string& name, platform::Error& error);
     // Writes a drawing, see dxf::Drawing::save. A drawing that is saved takes the file's name.
-    static bool save(AcDbDatabase& database, const std::filesystem::path& native, bool keepBackup,
-                     platform::Error& error);
+    static bool save(AcDbDatabase& database, const std::filesystem::path& native, int backups, platform::Error& error);
     // The whole text of the drawing as it would be saved.
     static std::string bytes(const AcDbDatabase& database);
 

@@ -217,12 +217,12 @@ std::unique_ptr<AcDbDatabase> DatabaseAccess::openBytes(std::string bytes, const
     return database;
 }
 
-bool DatabaseAccess::save(AcDbDatabase& database, const std::filesystem::path& native, bool keepBackup,
+bool DatabaseAccess::save(AcDbDatabase& database, const std::filesystem::path& native, int backups,
                           platform::Error& error) {
     DatabaseState* state = DatabaseState::of(&database);
     platform::recordCall("AcDbDatabase::save", platform::innerPath(native.filename()));
     state->settle();
-    if (!state->drawing().save(native, keepBackup, error)) return false;
+    if (!state->drawing().save(native, backups, error)) return false;
     nameFile(*state, native);
     return true;
 }
