@@ -147,7 +147,7 @@ Failure writeDrawing(const Options& options, host::Application& application, con
     if (options.inPlace && !application.hasUnsavedChanges()) return {};
     platform::Error error;
     const std::filesystem::path& target = options.inPlace ? options.drawing : options.output;
-    if (!application.saveDocument(target, /*keepBackup=*/true, error)) return {ExitCode::CannotWrite, error.message};
+    if (!application.saveDocument(target, error)) return {ExitCode::CannotWrite, error.message};
     return {};
 }
 

@@ -43,6 +43,10 @@ void tell(const std::wstring& text) {
     acedPrompt((L"\n" + text).c_str());
 }
 
+void refuse(const std::wstring& text) {
+    refuseCommand(L"\n" + text);
+}
+
 std::wstring inQuotes(const std::wstring& name) {
     return L"\"" + name + L"\"";
 }

@@ -20,6 +20,8 @@ std::optional<bool> askYesNo(const std::wstring& prompt, bool fallback);
 
 // One line on the command line.
 void tell(const std::wstring& text);
+// The same of what the command does not do.
+void refuse(const std::wstring& text);
 std::wstring inQuotes(const std::wstring& name);
 
 // A host function's failure as the running command's.

@@ -25,7 +25,7 @@ std::wstring drawingName(const std::wstring& typed) {
 
 void save(const std::wstring& inner) {
     platform::Error error;
-    if (!Application::current()->saveDocument(platform::nativePath(inner), /*keepBackup=*/true, error)) failWith(error);
+    if (!Application::current()->saveDocument(platform::nativePath(inner), error)) failWith(error);
 }
 
 // True when nothing would be lost, when nobody is there to be asked, or when the user agrees.

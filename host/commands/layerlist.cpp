@@ -73,7 +73,7 @@ bool makeLayer(AcDbDatabase* database, const std::wstring& name) {
     record.create();
     const bool added = table.openStatus() == Acad::eOk && record->setName(name.c_str()) == Acad::eOk &&
                        table->add(record.object()) == Acad::eOk;
-    if (!added) tell(L"Invalid layer name: " + inQuotes(name) + L".");
+    if (!added) refuse(L"Invalid layer name: " + inQuotes(name) + L".");
     return added;
 }
 

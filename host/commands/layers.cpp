@@ -23,7 +23,7 @@ using Change = Acad::ErrorStatus (*)(AcDbLayerTableRecord& record);
 void change(const NamedLayer& layer, const std::function<Acad::ErrorStatus(AcDbLayerTableRecord&)>& apply) {
     const AcDbLayerTableRecordPointer record(layer.id, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk || apply(*record.object()) != Acad::eOk)
-        tell(L"Cannot change layer " + inQuotes(layer.name) + L".");
+        refuse(L"Cannot change layer " + inQuotes(layer.name) + L".");
 }
 
 // --- options that set one state of the layers of a list
@@ -38,7 +38,7 @@ struct StateOption {
 };
 
 bool refusesToFreeze(const NamedLayer& current) {
-    tell(L"Cannot freeze layer " + inQuotes(current.name) + L".  It is the CURRENT layer.");
+    refuse(L"Cannot freeze layer " + inQuotes(current.name) + L".  It is the CURRENT layer.");
     return true;
 }
 
@@ -90,13 +90,13 @@ bool list(AcDbDatabase* database) {
 // Through the system variable, so that everybody who listens to it is told.
 void makeCurrent(AcDbDatabase* database, const std::wstring& name) {
     const AcDbLayerTableRecordPointer record(name.c_str(), database, AcDb::kForRead);
-    if (record.openStatus() != Acad::eOk) return tell(L"Cannot find layer " + inQuotes(name) + L".");
-    if (record->isFrozen()) return tell(L"Cannot make layer " + inQuotes(name) + L" current.  It is frozen.");
+    if (record.openStatus() != Acad::eOk) return refuse(L"Cannot find layer " + inQuotes(name) + L".");
+    if (record->isFrozen()) return refuse(L"Cannot make layer " + inQuotes(name) + L" current.  It is frozen.");
     std::wstring text = name;
     resbuf value = {};
     value.restype = RTSTR;
     value.resval.rstring = text.data();
-    if (acedSetVar(L"CLAYER", &value) != RTNORM) tell(L"Cannot make layer " + inQuotes(name) + L" current.");
+    if (acedSetVar(L"CLAYER", &value) != RTNORM) refuse(L"Cannot make layer " + inQuotes(name) + L" current.");
 }
 
 bool makeAndSet(AcDbDatabase* database) {
@@ -126,7 +126,7 @@ bool addNew(AcDbDatabase* database) {
     if (!names) return false;
     for (const std::wstring& name : splitNames(*names)) {
         if (hasLayer(database, name))
-            tell(L"Layer " + inQuotes(name) + L" already exists.");
+            refuse(L"Layer " + inQuotes(name) + L" already exists.");
         else
             makeLayer(database, name);
     }
@@ -140,9 +140,9 @@ bool rename(AcDbDatabase* database) {
     if (!newName || newName->empty()) return newName.has_value();
     const AcDbLayerTableRecordPointer record(oldName->c_str(), database, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk)
-        tell(L"Cannot find layer " + inQuotes(*oldName) + L".");
+        refuse(L"Cannot find layer " + inQuotes(*oldName) + L".");
     else if (record->setName(newName->c_str()) != Acad::eOk)
-        tell(L"Cannot rename layer " + inQuotes(*oldName) + L" to " + inQuotes(*newName) + L".");
+        refuse(L"Cannot rename layer " + inQuotes(*oldName) + L" to " + inQuotes(*newName) + L".");
     return true;
 }
 
@@ -161,7 +161,7 @@ bool setColor(AcDbDatabase* database) {
     std::optional<AcCmColor> color;
     const std::optional<std::wstring> typed = askColor(color);
     if (!typed || typed->empty()) return typed.has_value();
-    if (!color) return tell(L"Invalid color: " + inQuotes(*typed) + L"."), true;
+    if (!color) return refuse(L"Invalid color: " + inQuotes(*typed) + L"."), true;
     const std::wstring current = layerName(database->clayer());
     const std::optional<std::wstring> names = askText(
         L"\nEnter name list of layer(s) for color " + colorText(*color) + L" <" + current + L">: ", Blanks::Kept);

@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "acedads.h"
+#include "host/commands/asking.h"
 #include "host/editor/wildcard.h"
 #include "host/platform/codepage.h"
 #include "host/platform/text.h"
@@ -39,8 +40,7 @@ std::vector<NamedRecord> findRecords(const std::vector<NamedRecord>& records, co
         for (std::size_t i = 0; isPattern && i < records.size(); ++i)
             if (ed::matchesWildcard(records[i].name, part)) any = meant[i] = true;
         if (any) continue;
-        acedPrompt(isPattern ? (L"\nNo matching " + noun + L" names found.").c_str()
-                             : (L"\nCannot find " + noun + L" \"" + part + L"\".").c_str());
+        refuse(isPattern ? L"No matching " + noun + L" names found." : L"Cannot find " + noun + L" \"" + part + L"\".");
     }
     std::vector<NamedRecord> found;
     for (std::size_t i = 0; i < records.size(); ++i)

@@ -93,7 +93,7 @@ void setFrozen(const AcDbObjectIdArray& viewports, const AcDbObjectIdArray& laye
         Acad::ErrorStatus status = viewport.openStatus();
         if (status == Acad::eOk)
             status = frozen ? viewport->freezeLayersInViewport(layers) : viewport->thawLayersInViewport(layers);
-        if (status != Acad::eOk) tell(L"Cannot change the layers of a viewport.");
+        if (status != Acad::eOk) refuse(L"Cannot change the layers of a viewport.");
     }
 }
 
@@ -112,7 +112,7 @@ bool listFrozen(AcApDocument& document) {
     const Viewport viewport(id, AcDb::kForRead);
     AcDbObjectIdArray frozen;
     if (viewport.openStatus() != Acad::eOk || viewport->getFrozenLayerList(frozen) != Acad::eOk)
-        return tell(L"No viewport selected."), true;
+        return refuse(L"No viewport selected."), true;
     AcDbDatabase& database = *document.database();
     for (const ed::SheetViewport& one : ed::viewportsOf(database, ed::currentSheet(database)))
         if (one.id == id) tell(L"Layers currently frozen in viewport " + std::to_wstring(one.number) + L":");
@@ -161,7 +161,7 @@ bool reset(AcApDocument& document) {
 void setDefault(const NamedLayer& layer, bool frozen) {
     const AcDbLayerTableRecordPointer record(layer.id, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk || record->setVPDFLT(frozen) != Acad::eOk)
-        tell(L"Cannot change layer " + inQuotes(layer.name) + L".");
+        refuse(L"Cannot change layer " + inQuotes(layer.name) + L".");
 }
 
 bool addFrozen(AcApDocument& document) {
@@ -172,7 +172,7 @@ bool addFrozen(AcApDocument& document) {
     AcDbObjectIdArray layers;
     for (const std::wstring& name : splitNames(*names)) {
         if (hasLayer(database, name)) {
-            tell(L"Layer " + inQuotes(name) + L" already exists.");
+            refuse(L"Layer " + inQuotes(name) + L" already exists.");
         } else if (makeLayer(database, name)) {
             for (const NamedLayer& layer : findLayers(database, name)) {
                 setDefault(layer, true);

@@ -58,7 +58,7 @@ void zoomAll(AcApDocument& document) {
 }
 
 void zoomPrevious(AcApDocument& document) {
-    if (!ed::setPreviousView(document)) acedPrompt(L"\nNo previous view saved.");
+    if (!ed::setPreviousView(document)) refuse(L"No previous view saved.");
 }
 
 // "2", "0.5x", "2xp": of what the limits take, of the present view, of the paper (as "x": there is no paper to
@@ -108,7 +108,7 @@ void zoomCenter(AcApDocument& document) {
 
 void zoomAskScale(AcApDocument& document) {
     const std::optional<std::wstring> scale = askText(L"\nEnter a scale factor (nX or nXP): ", Blanks::EndAnswer);
-    if (scale && !scale->empty() && !zoomBy(document, *scale)) acedPrompt(L"\nRequires a positive scale factor.");
+    if (scale && !scale->empty() && !zoomBy(document, *scale)) refuse(L"Requires a positive scale factor.");
 }
 
 void zoomObjects(AcApDocument& document) {
@@ -151,7 +151,7 @@ const ZoomOption* findOption(std::wstring typed) {
 bool isLayoutCurrent(AcApDocument* document) {
     if (!document) return false;
     if (!document->database()->tilemode()) return true;
-    acedPrompt(L"\n** Command not allowed in Model Tab **");
+    refuse(L"** Command not allowed in Model Tab **");
     return false;
 }
 
@@ -172,7 +172,7 @@ void zoom() {
             if (option->run) option->run(*document);
             return;
         }
-        acedPrompt(L"\nRequires a point, a scale factor or an option keyword.");
+        refuse(L"Requires a point, a scale factor or an option keyword.");
     }
 }
 
@@ -185,7 +185,7 @@ void enterModelSpace() {
     }
     const std::int64_t viewport = ed::topViewport(*document->database());
     if (viewport == 0 || !ed::setCurrentViewport(*document, viewport))
-        acedPrompt(L"\nThere are no active Model space viewports.");
+        refuse(L"There are no active Model space viewports.");
 }
 
 void enterPaperSpace() {

@@ -18,6 +18,10 @@ Application* theApplication = nullptr;
 
 Terminal::~Terminal() = default;
 
+void Terminal::refused(std::wstring_view) {}
+
+void Terminal::commandEnded(std::wstring_view, CommandResult) {}
+
 void Terminal::progress(std::wstring_view, int) {}
 
 struct Application::State {
@@ -35,6 +39,8 @@ struct Application::State {
 
     ed::Session session;
     std::vector<std::filesystem::path> pluginFolders;
+    int backups = 1;
+    bool allWarnings = false;
 };
 
 Application::Application(Terminal& terminal) : state_(std::make_unique<State>(terminal)) {
@@ -95,22 +101,25 @@ bool Application::openDocument(const std::filesystem::path& native, platform::Er
 }
 
 std::vector<std::string> Application::documentFaults() const {
-    constexpr std::size_t kShown = 20;
     std::vector<std::string> lines;
     AcApDocument* document = currentDocument();
     if (!document) return lines;
-    const auto& faults = DatabaseAccess::drawing(*document->database()).faults();
+    const dxf::Drawing& drawing = DatabaseAccess::drawing(*document->database());
+    const auto& faults = drawing.faults();
     const ACHAR* fileName = nullptr;
     document->database()->getFilename(fileName);
     const std::string name = fileName ? platform::nativePath(fileName).filename().u8string() : std::string();
-    for (const dxf::Fault& fault : faults) {
-        if (lines.size() == kShown) {
-            lines.push_back(name + ": further errors: " + std::to_string(faults.size() - kShown));
-            break;
-        }
-        lines.push_back(name + ": " + fault.message());
+    if (faults.size() > 1 && !state_->allWarnings) {
+        lines.push_back(name + ": " + drawing.faultSummary());
+        return lines;
     }
+    for (const dxf::Fault& fault : faults)
+        lines.push_back(name + ": " + fault.message());
     return lines;
+}
+
+void Application::setAllWarnings(bool all) {
+    state_->allWarnings = all;
 }
 
 bool Application::closeDocument(platform::Error& error) {
@@ -127,11 +136,16 @@ bool Application::closeDocument(platform::Error& error) {
     }
 }
 
-bool Application::saveDocument(const std::filesystem::path& native, bool keepBackup, platform::Error& error) {
+bool Application::saveDocument(const std::filesystem::path& native, platform::Error& error) {
     AcApDocManager& documents = state_->session.documents;
-    if (documents.curDocument()) return documents.state().save(documents.curDocument(), native, keepBackup, error);
+    if (AcApDocument* document = documents.curDocument())
+        return documents.state().save(document, native, state_->backups, error);
     error.message = "No drawing is open.";
     return false;
+}
+
+void Application::setBackups(int backups) {
+    state_->backups = backups;
 }
 
 AcApDocument* Application::currentDocument() const {
@@ -145,6 +159,10 @@ bool Application::hasUnsavedChanges() const {
 
 bool Application::run(bool keepGoing) {
     return state_->session.run(keepGoing);
+}
+
+void Application::setStrict(bool strict) {
+    state_->session.setStrict(strict);
 }
 
 void Application::requestQuit() {
@@ -161,6 +179,14 @@ std::vector<std::wstring> Application::commandNames() const {
 
 void failCommand(std::wstring_view message) {
     if (ed::Session* session = ed::Session::current()) session->fail(message);
+}
+
+void refuseCommand(std::wstring_view text) {
+    if (ed::Session* session = ed::Session::current()) session->refuse(text);
+}
+
+void tellRefusal(std::wstring_view message) {
+    if (ed::Session* session = ed::Session::current()) session->tellRefusal(message);
 }
 
 }  // namespace qrs::host

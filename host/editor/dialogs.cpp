@@ -18,6 +18,11 @@ void Dialogs::print(std::wstring_view text) {
     session_.output.print(text);
 }
 
+void Dialogs::refuse(std::wstring_view text) {
+    session_.output.freshLine();
+    session_.refuse(text);
+}
+
 bool Dialogs::ask(const std::wstring& prompt, std::wstring& answer) {
     // Flags and keywords that a command set for its next prompt are not meant for a dialog.
     session_.takeFlags();

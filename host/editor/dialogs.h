@@ -17,6 +17,7 @@ class Dialogs : private platform::QuestionLine {
 
   private:
     void print(std::wstring_view text) override;
+    void refuse(std::wstring_view text) override;
     bool ask(const std::wstring& prompt, std::wstring& answer) override;
 
     Session& session_;

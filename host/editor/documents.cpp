@@ -71,14 +71,14 @@ void AcApDocManager::State::adopt(std::unique_ptr<AcDbDatabase> database, const 
     reactors.tell([&](AcApDocManagerReactor& reactor) { reactor.documentActivated(document); });
 }
 
-bool AcApDocManager::State::save(AcApDocument* document, const std::filesystem::path& native, bool keepBackup,
+bool AcApDocManager::State::save(AcApDocument* document, const std::filesystem::path& native, int backups,
                                  qrs::platform::Error& error) {
     AcDbDatabase* database = document->database();
     const std::wstring name = qrs::platform::innerPath(native);
     const std::wstring earlier = document->fileName();
     auto& listeners = session_->editor.reactors().list;
     listeners.tell([&](AcEditorReactor& reactor) { reactor.beginSave(database, name.c_str()); });
-    if (!DatabaseAccess::save(*database, native, keepBackup, error)) {
+    if (!DatabaseAccess::save(*database, native, backups, error)) {
         listeners.tell([&](AcEditorReactor& reactor) { reactor.abortSave(database); });
         return false;
     }

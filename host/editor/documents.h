@@ -46,8 +46,7 @@ struct AcApDocManager::State {
 
     bool open(const std::filesystem::path& native, qrs::platform::Error& error);
     void openNew();
-    bool save(AcApDocument* document, const std::filesystem::path& native, bool keepBackup,
-              qrs::platform::Error& error);
+    bool save(AcApDocument* document, const std::filesystem::path& native, int backups, qrs::platform::Error& error);
     Acad::ErrorStatus close(AcApDocument* document);
     // Newest first, whatever holds them.
     void closeAll();

@@ -55,11 +55,13 @@ int pickEntity(Session& session, AcApDocument& document, const ACHAR* prompt, Ac
             if (parsePoint(text, nullptr, point)) {
                 const dxf::RecordId hit = Picker(document).topmostAt({point[0], point[1], point[2]});
                 if (hit != dxf::kNoRecord) picked = DatabaseAccess::idOf(*document.database(), hit);
+                if (picked.isNull()) session.noteRefusal(L"nothing is met: " + text);
                 return Refusal();
             }
             const std::optional<AcDbObjectIdArray> found = spelledEntity(session, document, text);
             if (!found) return wanted;
             if (found->length() == 1) picked = (*found)[0];
+            if (picked.isNull()) session.noteRefusal(L"nothing is met: " + text);
             return Refusal();
         });
     return resultOf(session, answered, !picked.isNull());

@@ -23,6 +23,9 @@ namespace qrs::host {
 // What came back at a prompt: a line, Esc, or nothing more will come.
 enum class Reply { Line, Cancel, End };
 
+// What became of a command. Refused: it ran to its end and left something undone that it was asked for.
+enum class CommandResult { Done, Refused, Cancelled, Failed };
+
 // Where answers come from and printed text goes. One per application.
 class QRS_HOST_PORT Terminal {
   public:
@@ -36,6 +39,11 @@ class QRS_HOST_PORT Terminal {
     virtual void print(std::wstring_view text) = 0;
     // One clear message about something that went wrong, without line end.
     virtual void error(std::wstring_view message) = 0;
+    // A line of the command line, printed there already, that tells what a command did not do, or a prompt that was
+    // cancelled or left unanswered. Not called while a person answers, who has seen it.
+    virtual void refused(std::wstring_view message);
+    // A command that was typed has ended; its global name, or what was typed when there is none.
+    virtual void commandEnded(std::wstring_view name, CommandResult result);
     // The status bar: a label and how much is done, 0 to 100; -1 when the work is over.
     virtual void progress(std::wstring_view label, int percent);
     // True when a person answers, who can be asked before something is lost, and for whom an empty line at the command
@@ -73,19 +81,24 @@ class QRS_HOST_PORT Application {
     // Drawings. A drawing opened or made becomes the current one.
     void newDocument();
     bool openDocument(const std::filesystem::path& native, platform::Error& error);
-    // What is wrong in the current drawing's file, a line each: "house.dxf: line 12, handle 2A: ...". The first twenty,
-    // and then one that counts the others.
+    // What is wrong in the current drawing's file: one line, "house.dxf: line 12, handle 2A: ...", or one that sums it
+    // up by kind; a line each when all are wanted.
     std::vector<std::string> documentFaults() const;
+    void setAllWarnings(bool all);
     // Closes the current drawing without saving; another open one, if any, becomes current.
     bool closeDocument(platform::Error& error);
-    // Writes the current drawing; see dxf::Drawing::save.
-    bool saveDocument(const std::filesystem::path& native, bool keepBackup, platform::Error& error);
+    // Writes the current drawing; see dxf::Drawing::save. An existing file stays as .bak; of how many earlier states
+    // that holds is set here, 1 to begin with.
+    bool saveDocument(const std::filesystem::path& native, platform::Error& error);
+    void setBackups(int backups);
     AcApDocument* currentDocument() const;
     bool hasUnsavedChanges() const;
 
     // Reads commands from the terminal and runs them until QUIT or the end of the input. True when no command failed.
     // Unless keepGoing, the first failing command ends the run.
     bool run(bool keepGoing);
+    // Refusals and prompts that were cancelled or left unanswered count as failures.
+    void setStrict(bool strict);
     // Set by the QUIT command.
     void requestQuit();
 
@@ -99,5 +112,10 @@ class QRS_HOST_PORT Application {
 
 // From inside a command: it failed, and why. The message goes to Terminal::error; the run stops unless it keeps going.
 QRS_HOST_PORT void failCommand(std::wstring_view message);
+// From inside a command: prints a text of the command line that tells what the command did not do. It also goes to
+// Terminal::refused.
+QRS_HOST_PORT void refuseCommand(std::wstring_view text);
+// The same where the command line shows nothing; a person is told through Terminal::error.
+QRS_HOST_PORT void tellRefusal(std::wstring_view message);
 
 }  // namespace qrs::host

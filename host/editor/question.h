@@ -39,7 +39,7 @@ class Question {
                 if (refusal.empty()) return RTNORM;
                 if (flags_ & RSG_OTHER) return keywordResult(answer.text);
             }
-            session_.output.print(L"\n" + refusal + L"\n");
+            session_.refuse(L"\n" + refusal + L"\n");
         }
     }
 

@@ -32,7 +32,7 @@ Point askPoint(Session& session, const std::wstring& prompt, const Vec* base, bo
         }
         const std::wstring word = platform::foldCase(answer.text);
         if (mayUndo && (word == L"U" || word == L"_U" || word == L"UNDO" || word == L"_UNDO")) return Point::Undo;
-        session.output.print(mayUndo ? L"\nPoint or option keyword required.\n" : L"\nInvalid point.\n");
+        session.refuse(mayUndo ? L"\nPoint or option keyword required.\n" : L"\nInvalid point.\n");
     }
 }
 

@@ -1,5 +1,6 @@
 // How commands are read from the command line and run.
 #include <algorithm>
+#include <utility>
 
 #include "host/editor/documents.h"
 #include "host/editor/editorstate.h"
@@ -23,7 +24,8 @@ std::wstring_view withoutMarks(std::wstring_view typed) {
 
 bool Session::run(bool keepGoing) {
     quit_ = false;
-    const std::size_t failuresBefore = failures_;
+    const std::size_t failuresBefore = failures_ - std::exchange(earlyRefusals_, 0);
+    isRunning_ = true;
     while (!quit_ && (keepGoing || failures_ == failuresBefore)) {
         switchToSentDocument();
         const std::wstring prompt = L"Command: ";
@@ -35,11 +37,14 @@ bool Session::run(bool keepGoing) {
             if (answer.promptShown) output.print(L"*Cancel*\n");
             continue;
         }
-        if (!answer.text.empty())
-            runTyped(answer.text);
-        else if (output.terminal().isInteractive() && !lastCommand_.empty())
+        if (!answer.text.empty()) {
+            const CommandResult result = runTyped(answer.text);
+            if (answer.typed) output.terminal().commandEnded(lastTyped_, result);
+        } else if (output.terminal().isInteractive() && !lastCommand_.empty()) {
             runTyped(lastCommand_);
+        }
     }
+    isRunning_ = false;
     return failures_ == failuresBefore;
 }
 
@@ -65,16 +70,23 @@ AcEdCommand* Session::lookup(std::wstring_view typed) const {
     return command ? command : commands.lookupGlobalCmd(name.c_str());
 }
 
-void Session::runTyped(const std::wstring& typed) {
+CommandResult Session::runTyped(const std::wstring& typed) {
     if (const AcEdCommand* command = lookup(typed)) {
-        lastCommand_ = command->globalName();
-        if (runCommand(*command, false) == Outcome::Failed) input.dropTypedWords();
-        return;
+        lastTyped_ = lastCommand_ = command->globalName();
+        const std::size_t refusalsBefore = refusals_;
+        const Outcome outcome = runCommand(*command, false);
+        if (outcome == Outcome::Failed) input.dropTypedWords();
+        return outcome == Outcome::Failed      ? CommandResult::Failed
+               : outcome == Outcome::Cancelled ? CommandResult::Cancelled
+               : refusals_ != refusalsBefore   ? CommandResult::Refused
+                                               : CommandResult::Done;
     }
     const std::wstring name = platform::foldCase(withoutMarks(typed));
+    lastTyped_ = name;
     editor.reactors().list.tell([&](AcEditorReactor& reactor) { reactor.unknownCommand(name.c_str()); });
     input.dropTypedWords();
     fail(L"Unknown command \"" + name + L"\".");
+    return CommandResult::Failed;
 }
 
 bool Session::isTransparentCall(const Answer& answer, Extent extent) const {
@@ -90,9 +102,9 @@ void Session::runTransparent(const std::wstring& typed) {
         ++failures_;
         output.error(L"Unknown command \"" + platform::foldCase(withoutMarks(typed)) + L"\".");
     } else if (nested) {
-        output.print(L"\n** Transparent commands may not be nested **\n");
+        refuse(L"\n** Transparent commands may not be nested **\n");
     } else if (!(command->commandFlags() & ACRX_CMD_TRANSPARENT)) {
-        output.print(L"\n** That command may not be invoked transparently **\n");
+        refuse(L"\n** That command may not be invoked transparently **\n");
     } else {
         {
             const GivenAnswers fromOutside(input, std::nullopt);
@@ -128,6 +140,11 @@ void Session::tellCancel(const std::wstring& promptLine, const Answer& answer) {
     if (!tell) return;
     const bool shown = answer.promptShown || (answer.reply == Reply::End && output.terminal().isInteractive());
     output.print((shown ? std::wstring() : promptLine) + L"*Cancel*\n");
+    // Esc that a program sent only makes sure that nothing runs.
+    const bool isUsers = answer.promptShown || answer.reply == Reply::End;
+    if (isUsers && !running.empty())
+        noteRefusal(running.back().name + (answer.reply == Reply::End ? L": not answered: " : L": cancelled: ") +
+                    promptLine);
 }
 
 bool Session::mayStart(const Running& starting) {
@@ -138,11 +155,11 @@ bool Session::mayStart(const Running& starting) {
     }
     const bool modelSpace = starting.document->database()->tilemode();
     if (modelSpace && (starting.flags & ACRX_CMD_NOTILEMODE)) {
-        output.print(L"\n** Command not allowed in Model Tab **\n");
+        refuse(L"\n** Command not allowed in Model Tab **\n");
         return false;
     }
     if (!modelSpace && (starting.flags & ACRX_CMD_NOPAPERSPACE)) {
-        output.print(L"\n** Command only allowed in Model Tab **\n");
+        refuse(L"\n** Command only allowed in Model Tab **\n");
         return false;
     }
     documents.state().lock(starting.document, AcAp::kWrite, starting.name);
@@ -221,6 +238,29 @@ void Session::fail(std::wstring_view message) {
     ++failures_;
     if (!running.empty()) running.back().failed = true;
     if (!message.empty()) output.error(message);
+}
+
+void Session::refuse(std::wstring_view text) {
+    output.print(text);
+    noteRefusal(text);
+}
+
+void Session::tellRefusal(std::wstring_view message) {
+    noteRefusal(message);
+    if (output.terminal().isInteractive()) output.error(message);
+}
+
+void Session::noteRefusal(std::wstring_view message) {
+    ++refusals_;
+    if (strict_) {
+        ++failures_;
+        if (!isRunning_) ++earlyRefusals_;
+    }
+    if (output.terminal().isInteractive()) return;
+    const std::size_t begin = message.find_first_not_of(L" \n");
+    if (begin == std::wstring_view::npos) return;
+    message = message.substr(begin, message.find_last_not_of(L" \n") + 1 - begin);
+    output.terminal().refused(message);
 }
 
 // Only commands that say so find the pick-first set; for the others it is gone.

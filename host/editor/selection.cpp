@@ -209,7 +209,7 @@ class Selecting {
         }
         if (const std::optional<AcDbObjectIdArray> named = namedEntities(session_, database_, answer))
             return change(existing(*named));
-        session_.output.print(
+        session_.refuse(
             L"\n*Invalid selection*\nExpects a point or Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Add/"
             L"Remove/Multiple/Previous/Undo/AUto/SIngle or an entity: (handent \"2A7\")\n");
         return false;
@@ -224,14 +224,14 @@ class Selecting {
 
     bool changeBy(const std::optional<Drawn>& drawn) {
         if (drawn) return change(in(*drawn));
-        if (!cancelled_) session_.output.print(L"\nInvalid window specification.\n");
+        if (!cancelled_) session_.refuse(L"\nInvalid window specification.\n");
         return false;
     }
 
     bool changeByPrevious() {
         const AcDbObjectIdArray& previous = document_.state().previousSelection;
         if (!previous.isEmpty()) return change(existing(previous));
-        session_.output.print(L"\nNo previous selection set.\n");
+        session_.refuse(L"\nNo previous selection set.\n");
         return false;
     }
 

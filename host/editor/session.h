@@ -85,6 +85,13 @@ class Session : private AcDbHostApplicationServices {
     Outcome callCommand(const std::wstring& name, std::deque<std::wstring> answers);
     // The running command, or the run, has failed. An empty message prints nothing.
     void fail(std::wstring_view message);
+    // Prints what the running command did not do.
+    void refuse(std::wstring_view text);
+    // The same without printing it, for what the editor does not tell: an answer that meets nothing.
+    void noteRefusal(std::wstring_view message);
+    // The same for what everybody is to be told, a person as an error.
+    void tellRefusal(std::wstring_view message);
+    void setStrict(bool strict) { strict_ = strict; }
     void setPickFirst(AcApDocument* document, AcDbObjectIdArray ids);
     bool isRunningIn(const AcApDocument* document) const;
     // From before the reactors hear of its start until they have heard of its end.
@@ -104,7 +111,7 @@ class Session : private AcDbHostApplicationServices {
                                FindFileHint hint) override;
 
     AcEdCommand* lookup(std::wstring_view typed) const;
-    void runTyped(const std::wstring& typed);
+    CommandResult runTyped(const std::wstring& typed);
     void runTransparent(const std::wstring& typed);
     bool isTransparentCall(const Answer& answer, Extent extent) const;
     bool mayStart(const Running& starting);
@@ -117,8 +124,13 @@ class Session : private AcDbHostApplicationServices {
 
     int flags_ = 0;
     Keywords keywords_;
-    std::wstring lastCommand_;
+    std::wstring lastCommand_;  // that Enter repeats
+    std::wstring lastTyped_;    // also when it is no command
     std::size_t failures_ = 0;
+    std::size_t refusals_ = 0;
+    std::size_t earlyRefusals_ = 0;  // before the run, counted with it
+    bool strict_ = false;
+    bool isRunning_ = false;
     bool quit_ = false;
 };
 

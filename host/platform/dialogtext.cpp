@@ -36,7 +36,7 @@ class Showing {
     }
 
   private:
-    void print(const std::wstring& text) { line_.print(text + L"\n"); }
+    void refuse(const std::wstring& text) { line_.refuse(text + L"\n"); }
 
     void printAll() {
         shown_ = linesOf(dialog_);
@@ -63,7 +63,7 @@ class Showing {
         if (answer == dialog_.cancelCaption || isOneOf(answer, {L"Cancel", L"取消"}))
             return dialog_.close(kDialogCancel);
         const DialogAnswer meant = onlyField() ? textOf(answer) : parseAnswer(dialog_, answer);
-        if (!meant.refusal.empty()) return print(meant.refusal);
+        if (!meant.refusal.empty()) return refuse(meant.refusal);
         if (apply(meant) && !dialog_.closing()) printChanges();
     }
 
@@ -87,7 +87,7 @@ class Showing {
         const std::wstring refusal = dialog_.refuseOk ? dialog_.refuseOk() : std::wstring();
         if (dialog_.closing()) return;
         if (refusal.empty()) return dialog_.close(kDialogOk);
-        if (refusal != L"\n") print(refusal);
+        if (refusal != L"\n") refuse(refusal);
         printChanges();
     }
 
@@ -96,7 +96,7 @@ class Showing {
         std::optional<bool> wanted;
         const bool anyMark = std::any_of(meant.items.begin(), meant.items.end(), isMark);
         if (anyMark && meant.value && !(wanted = parseSwitch(*meant.value))) {
-            print(L"\"" + *meant.value + L"\" is neither 1 nor 0.");
+            refuse(L"\"" + *meant.value + L"\" is neither 1 nor 0.");
             return false;
         }
         std::vector<Control*> touched;
@@ -131,7 +131,7 @@ class Showing {
         }
         if (!value) return askText(control);
         const std::wstring refusal = takeText(control, *value);
-        if (!refusal.empty()) print(refusal);
+        if (!refusal.empty()) refuse(refusal);
     }
 
     // Why the text cannot be taken; empty when it was.
@@ -174,7 +174,7 @@ class Showing {
             if (answer.empty()) return;
             const std::wstring refusal = takeText(control, answer == L"." ? std::wstring() : answer);
             if (refusal.empty()) return;
-            print(refusal);
+            refuse(refusal);
         }
     }
 
@@ -223,6 +223,10 @@ std::wstring fullPath(const std::wstring& typed) {
 
 QuestionLine::~QuestionLine() = default;
 
+void QuestionLine::refuse(std::wstring_view text) {
+    print(text);
+}
+
 int TextPresenter::showDialog(Dialog& dialog) {
     return Showing(dialog, line_).run();
 }
@@ -231,7 +235,9 @@ int TextPresenter::showMessage(const MessageQuestion& question) {
     const std::vector<MessageButton> buttons = buttonsOf(question.buttons);
     // One button is no question.
     if (buttons.size() == 1) {
-        line_.print(L"\n" + question.text + L"\n");
+        const bool warns = question.icon == MessageIcon::Error || question.icon == MessageIcon::Warning;
+        const std::wstring text = L"\n" + question.text + L"\n";
+        warns ? line_.refuse(text) : line_.print(text);
         return buttons.front().result;
     }
     const std::size_t position = static_cast<std::size_t>(std::max(question.defaultButton, 0));
@@ -247,7 +253,7 @@ int TextPresenter::showMessage(const MessageQuestion& question) {
         if (answer.empty()) return fallback.result;
         for (const MessageButton& button : buttons)
             if (isOneOf(answer, {button.letter, button.english, button.chinese})) return button.result;
-        line_.print(L"\"" + answer + L"\" is none of the buttons.\n");
+        line_.refuse(L"\"" + answer + L"\" is none of the buttons.\n");
     }
 }
 
@@ -259,7 +265,7 @@ std::optional<std::wstring> TextPresenter::chooseFolder(const std::wstring& titl
         if (answer.empty()) return std::nullopt;
         std::wstring path = fullPath(answer);
         if (folderExists(path)) return path;
-        line_.print(L"There is no folder \"" + answer + L"\".\n");
+        line_.refuse(L"There is no folder \"" + answer + L"\".\n");
     }
 }
 

@@ -29,6 +29,8 @@ class QRS_HOST_PORT QuestionLine {
   public:
     virtual ~QuestionLine();
     virtual void print(std::wstring_view text) = 0;
+    // Prints a text that tells what is not done: a warning, an answer that cannot be taken.
+    virtual void refuse(std::wstring_view text);
     // One line; false when the user cancelled or there will be no more.
     virtual bool ask(const std::wstring& prompt, std::wstring& answer) = 0;
 };

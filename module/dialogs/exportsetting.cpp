@@ -5,8 +5,10 @@
 #include <vector>
 
 #include "acutads.h"
+#include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/tree.h"
+#include "qrs_kernal.h"
 
 namespace platform = qrs::platform;
 
@@ -42,15 +44,18 @@ bool exportSettings(const CExportSettingDlg& choice, const std::wstring& chosenF
         sources.push_back(copy.source);
     std::wstring reason;
     if (chosenFolder.empty() && !prepareDefaultFolder(sources, reason)) {
-        acutPrintf(L"\n不能使用默认设置目录 %s：%s。请导出到指定文件夹。\n", folder.c_str(), reason.c_str());
+        QrsExport::PrintRefusal(L"\n不能使用默认设置目录 %s：%s。请导出到指定文件夹。\n", folder.c_str(),
+                                reason.c_str());
         return false;
     }
     if (choice.IsGroupChecked(kInitial)) writeOptions(folder);
     for (const FileCopy& copy : copies) {
         // What cannot be copied is left out, and the rest is copied.
-        platform::Error untold;
-        platform::copyFileAtomically(platform::nativePath(copy.source), platform::nativePath(copy.target),
-                                     platform::LinkedTarget::Replace, untold);
+        platform::Error error;
+        if (platform::copyFileAtomically(platform::nativePath(copy.source), platform::nativePath(copy.target),
+                                         platform::LinkedTarget::Replace, error))
+            continue;
+        QrsExport::TellRefusal(L"没有导出 " + copy.source + L"：" + platform::fromUtf8(error.message));
     }
     acutPrintf(L"已经完成导出设置！安装新版后可以运行【导入设置】\n");
     return true;

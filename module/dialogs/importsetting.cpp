@@ -9,6 +9,7 @@
 #include "dialogs/settingfiles.h"
 #include "host/platform/dialog.h"
 #include "host/platform/files.h"
+#include "qrs_kernal.h"
 #include "standard/startup.h"
 
 namespace qrs::dialogs {
@@ -21,7 +22,7 @@ constexpr const wchar_t* kPrompt = L"\n选择导入设置文件的位置[读取�
 const SettingGroup importOrder[] = {kShortcuts, kToolBars, kLayers, kLinetypes, kPipes, kUserLibrary, kInitial};
 
 void tellNothingExported() {
-    acutPrintf(L"没有找到导出的文件，请确认首先进行导出设置。\n");
+    QrsExport::PrintRefusal(L"没有找到导出的文件，请确认首先进行导出设置。\n");
 }
 
 }  // namespace
@@ -33,13 +34,18 @@ void importSettings(const std::wstring& folder) {
     }
     readOptions(folder);
     bool hasNewShortcuts = false;
+    int copied = platform::fileExists(folder + kOptionsFile) ? 1 : 0;
     for (const SettingGroup group : importOrder) {
-        for (const wchar_t* name : settingGroupRows[group].files)
-            if (copyBack(folder, name) && group == kShortcuts) hasNewShortcuts = true;
+        for (const wchar_t* name : settingGroupRows[group].files) {
+            if (copyBack(folder, name) != CopiedBack::Done) continue;
+            ++copied;
+            if (group == kShortcuts) hasNewShortcuts = true;
+        }
         if (group != kLayers) continue;
-        copyStandardsBack(folder);
+        copied += copyStandardsBack(folder);
         standard::reloadCurrentStandard();
     }
+    if (copied == 0) QrsExport::TellRefusal(L"没有导入任何设置文件！");
     acutPrintf(L"已经完成导入设置。\n");
     if (hasNewShortcuts) acutPrintf(L"您更新了acad.pgp文件。需要重新启动ACAD才能生效。\n");
 }
@@ -58,7 +64,7 @@ void drsz() {
     if (state == FolderState::Usable) {
         importSettings(folder);
     } else if (state == FolderState::Refused && platform::folderExists(folder)) {
-        acutPrintf(L"\n不能使用默认设置目录 %s：%s。请从指定目录读取。\n", folder.c_str(), reason.c_str());
+        QrsExport::PrintRefusal(L"\n不能使用默认设置目录 %s：%s。请从指定目录读取。\n", folder.c_str(), reason.c_str());
     } else {
         // A folder spelled in another case would be found by its name, and might be anybody's.
         tellNothingExported();

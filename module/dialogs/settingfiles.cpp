@@ -1,7 +1,6 @@
 // The groups of setting files and the folder they are exported to.
 #include "dialogs/settingfiles.h"
 
-#include "acutads.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/tree.h"
@@ -93,7 +92,7 @@ bool prepareDefaultFolder(const std::vector<std::wstring>& sources, std::wstring
     }
     if (state == FolderState::Refused || holdsWhatIsNeeded(folder, sources, reason)) return false;
     if (!platform::emptyFolder(folder, error))
-        acutPrintf(L"\n默认设置目录没有全部清空：%s\n", platform::fromUtf8(error.message).c_str());
+        QrsExport::PrintRefusal(L"\n默认设置目录没有全部清空：%s\n", platform::fromUtf8(error.message).c_str());
     return true;
 }
 
@@ -107,23 +106,33 @@ void addExportCopies(SettingGroup group, const std::wstring& folder, std::vector
         copies.push_back({systemFolder() + name.GetString(), folder + name.GetString()});
 }
 
-bool copyBack(const std::wstring& folder, const wchar_t* name) {
-    std::wstring installed;
-    platform::Error untold;
-    // An installed file may be a link to where it really lies; that is the place to write to then.
-    return platform::fileExists(folder + name) && QrsExport::FindFile(name, installed) &&
-           platform::copyFileAtomically(platform::nativePath(folder + name), platform::nativePath(installed),
-                                        platform::LinkedTarget::Follow, untold);
+namespace {
+
+// An installed file may be a link to where it really lies; that is the place to write to then.
+CopiedBack copyOver(const std::wstring& source, const std::wstring& target) {
+    platform::Error error;
+    if (platform::copyFileAtomically(platform::nativePath(source), platform::nativePath(target),
+                                     platform::LinkedTarget::Follow, error))
+        return CopiedBack::Done;
+    // The command line is silent about it.
+    QrsExport::TellRefusal(L"没有导入 " + source + L"：" + platform::fromUtf8(error.message));
+    return CopiedBack::Failed;
 }
 
-void copyStandardsBack(const std::wstring& folder) {
-    if (systemFolder().empty()) return;
-    for (const CString& name : standardsIn(folder)) {
-        platform::Error untold;
-        platform::copyFileAtomically(platform::nativePath(folder + name.GetString()),
-                                     platform::nativePath(systemFolder() + name.GetString()),
-                                     platform::LinkedTarget::Follow, untold);
-    }
+}  // namespace
+
+CopiedBack copyBack(const std::wstring& folder, const wchar_t* name) {
+    std::wstring installed;
+    if (!platform::fileExists(folder + name) || !QrsExport::FindFile(name, installed)) return CopiedBack::Nothing;
+    return copyOver(folder + name, installed);
+}
+
+int copyStandardsBack(const std::wstring& folder) {
+    int copied = 0;
+    if (systemFolder().empty()) return copied;
+    for (const CString& name : standardsIn(folder))
+        if (copyOver(folder + name.GetString(), systemFolder() + name.GetString()) == CopiedBack::Done) ++copied;
+    return copied;
 }
 
 }  // namespace qrs::dialogs

@@ -42,11 +42,12 @@ struct FileCopy {
 // The installed files of a group, each with its place in the folder. What the finder does not locate is left out.
 void addExportCopies(SettingGroup group, const std::wstring& folder, std::vector<FileCopy>& copies);
 
-// Copies a file over the installed one, if there is one. False when nothing was copied.
-bool copyBack(const std::wstring& folder, const wchar_t* name);
+// Copies a file over the installed one; nothing where one of them is missing. A failure is told as an error.
+enum class CopiedBack { Nothing, Done, Failed };
+CopiedBack copyBack(const std::wstring& folder, const wchar_t* name);
 
-// Copies every standard file of the folder into the system folder.
-void copyStandardsBack(const std::wstring& folder);
+// Copies every standard file of the folder into the system folder; the number of those that were. Failures are told.
+int copyStandardsBack(const std::wstring& folder);
 
 // The options' file: brings an existing one up to date, or takes its values over as the user's options. An option that
 // the file does not have, or whose value makes no sense, stays as it is; the latter, and a file that cannot be read or

@@ -1,9 +1,9 @@
 // The options' file setting.ini.
-#include "acutads.h"
 #include "dialogs/settingfiles.h"
 #include "host/platform/codepage.h"
 #include "host/platform/number.h"
 #include "qrs_dict.h"
+#include "qrs_kernal.h"
 #include "qrs_options.h"
 
 namespace qrs::dialogs {
@@ -25,7 +25,7 @@ bool takeValue(const TWDict& section, const TPipeOption& option) {
     if (!section.GetValue(option.name, text)) return true;
     double value = 0.0;
     if (!section.GetValue(option.name, value) || !IsPipeOptionValue(option, value)) {
-        acutPrintf(L"\n%s 中“%s”的值“%s”无效，保留原值。\n", kOptionsFile, option.name, text.c_str());
+        QrsExport::PrintRefusal(L"\n%s 中“%s”的值“%s”无效，保留原值。\n", kOptionsFile, option.name, text.c_str());
         return true;
     }
     return SetPipeOption(option, value);
@@ -43,21 +43,21 @@ void writeOptions(const std::wstring& folder) {
     }
     // A link of that name may lead out of the folder, so it is not written through.
     done = done && file.WriteFile(folder + kOptionsFile, reason, false);
-    if (!done) acutPrintf(L"\n%s 没有写入：%s\n", kOptionsFile, reason.c_str());
+    if (!done) QrsExport::PrintRefusal(L"\n%s 没有写入：%s\n", kOptionsFile, reason.c_str());
 }
 
 void readOptions(const std::wstring& folder) {
     TWDict file;
     std::wstring reason;
     if (!file.ReadFile(folder + kOptionsFile, reason)) {
-        acutPrintf(L"\n%s 没有读入：%s\n", kOptionsFile, reason.c_str());
+        QrsExport::PrintRefusal(L"\n%s 没有读入：%s\n", kOptionsFile, reason.c_str());
         return;
     }
     for (std::size_t i = 0; PipeOptionAt(i); ++i) {
         const TPipeOption& option = *PipeOptionAt(i);
         const TWDict* section = file.FindDict(option.section);
         if (!section || takeValue(*section, option)) continue;
-        acutPrintf(L"\n不能保存用户设置，其余选项保留原值。\n");
+        QrsExport::PrintRefusal(L"\n不能保存用户设置，其余选项保留原值。\n");
         return;
     }
 }

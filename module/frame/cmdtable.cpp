@@ -1,12 +1,12 @@
 // One row a command: its names, its flags, and what it runs.
 #include "frame/cmdtable.h"
 
-#include "acutads.h"
 #include "dialogs/exportsetting.h"
 #include "dialogs/importsetting.h"
 #include "dialogs/pipesettingdlg.h"
 #include "layers/layercommands.h"
 #include "panel/layercontrolbar.h"
+#include "qrs_kernal.h"
 #include "tools/blockreset.h"
 #include "tools/interfacecount.h"
 #include "tools/layertag.h"
@@ -19,7 +19,7 @@ namespace {
 
 // Started from the tag button of the layer control panel only.
 void gpsbs() {
-    acutPrintf(L"\n此命令不能单独使用，请通过给排水\"图层控制\"中的给排水标识使用！");
+    QrsExport::PrintRefusal(L"\n此命令不能单独使用，请通过给排水\"图层控制\"中的给排水标识使用！");
 }
 
 }  // namespace

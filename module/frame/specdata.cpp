@@ -4,10 +4,10 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "acutads.h"
 #include "frame/xmlfile.h"
 #include "host/platform/codepage.h"
 #include "qrs_fitting.h"
+#include "qrs_kernal.h"
 
 namespace qrs::frame {
 
@@ -51,7 +51,7 @@ void readDoublePipeFittings(double tolerance) {
         else
             ++faulty;
     }
-    if (faulty > 0) acutPrintf(L"\nSpecData.xml 中有 %d 个管件缺少名称或数值，已忽略。\n", faulty);
+    if (faulty > 0) QrsExport::PrintRefusal(L"\nSpecData.xml 中有 %d 个管件缺少名称或数值，已忽略。\n", faulty);
 }
 
 }  // namespace qrs::frame

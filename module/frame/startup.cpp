@@ -5,7 +5,6 @@
 #include <optional>
 #include <utility>
 
-#include "acutads.h"
 #include "frame/cmdconfig.h"
 #include "frame/cmdreactor.h"
 #include "frame/cmdtable.h"
@@ -16,6 +15,7 @@
 #include "layers/layertoolbar.h"
 #include "panel/layercontrolbar.h"
 #include "PipeSystemTool.h"
+#include "qrs_kernal.h"
 #include "qrs_public.h"
 #include "standard/startup.h"
 
@@ -139,7 +139,7 @@ void writeAlignType() {
     const TRegKey config = pwxConfig();
     if (config.WriteInteger(kAlignTypeValue, g_nAlignTypeForVPipeDim4)) return;
     if (config.GetInteger(kAlignTypeValue, 0) != g_nAlignTypeForVPipeDim4)
-        acutPrintf(L"\n不能保存设置 %s。\n", kAlignTypeValue);
+        QrsExport::PrintRefusal(L"\n不能保存设置 %s。\n", kAlignTypeValue);
 }
 
 using Step = void (*)();

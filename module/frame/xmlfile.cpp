@@ -3,7 +3,6 @@
 
 #include <cstring>
 
-#include "acutads.h"
 #include "host/platform/codepage.h"
 #include "qrs_kernal.h"
 #include "standard/itemtree.h"
@@ -17,7 +16,7 @@ bool readXmlFile(const std::wstring& name, const char* root, pugi::xml_document&
     if (standard::loadItemTree(path, document, error) && std::strcmp(document.document_element().name(), root) != 0)
         error.message = platform::toUtf8(path + L"：第 1 行：根元素不是 ") + root;
     if (!error) return true;
-    acutPrintf(L"\n%s。按没有 %s 处理。\n", platform::fromUtf8(error.message).c_str(), name.c_str());
+    QrsExport::PrintRefusal(L"\n%s。按没有 %s 处理。\n", platform::fromUtf8(error.message).c_str(), name.c_str());
     return false;
 }
 

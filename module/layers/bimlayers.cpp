@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "acutads.h"
 #include "dbobjptr.h"
 #include "layers/contents.h"
 #include "layers/layertoolbar.h"
@@ -123,5 +122,5 @@ void CLayerToolBar::CollectBimLayer() {
             meter.step();
         }
     }
-    if (!isThere) acutPrintf(L"\n当前标准中没有“BIM喷头”和“BIM”系统，没有图层可以处理！");
+    if (!isThere) QrsExport::PrintRefusal(L"\n当前标准中没有“BIM喷头”和“BIM”系统，没有图层可以处理！");
 }

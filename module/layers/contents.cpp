@@ -105,7 +105,7 @@ void qrs::layers::moveObjects(AcDbObjectId source, AcDbObjectId target) {
 
 bool qrs::layers::refuseAsTarget(const std::wstring& layer) {
     if (!isOfReference(layer)) return false;
-    acutPrintf(L"\n%s是外部参照的图层，不能作为目标图层！", layer.c_str());
+    QrsExport::PrintRefusal(L"\n%s是外部参照的图层，不能作为目标图层！", layer.c_str());
     return true;
 }
 
@@ -115,7 +115,7 @@ void CLayerToolBar::EraseSelLayer() {
     std::vector<std::wstring> layers;
     for (std::wstring& layer : layerNamesOf(picked.ids())) {
         if (isLocked(QrsExport::GetLayerIdFromString(layer)))
-            acutPrintf(L"\n%s层已经锁定，层上的图元没有删除！", layer.c_str());
+            QrsExport::PrintRefusal(L"\n%s层已经锁定，层上的图元没有删除！", layer.c_str());
         else
             layers.push_back(std::move(layer));
     }
@@ -130,9 +130,9 @@ void CLayerToolBar::ConvertLayer() {
     const std::wstring from = nameOf(source);
     const std::wstring to = nameOf(target);
     if (source == target) {
-        acutPrintf(L"\n图层相同，不需要转换！\n");
+        QrsExport::PrintRefusal(L"\n图层相同，不需要转换！\n");
     } else if (isLocked(source)) {
-        acutPrintf(L"\n%s层已经锁定，层上的图元没有转换！", from.c_str());
+        QrsExport::PrintRefusal(L"\n%s层已经锁定，层上的图元没有转换！", from.c_str());
     } else if (!refuseAsTarget(to)) {
         moveObjects(source, target);
         acutPrintf(L"\n%s层 已经成功转换到 %s层了！", from.c_str(), to.c_str());

@@ -1,8 +1,8 @@
 // PwxTool: block references that show external references.
-#include "acutads.h"
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "PwxTool.h"
+#include "qrs_kernal.h"
 #include "tools/picking.h"
 
 namespace PwxTool {
@@ -22,11 +22,11 @@ int SelectEntityFromExternalBlock(const CString& prompt, const TEntitySet& refer
     for (;;) {
         const int answer = SelectNestedEntity(prompt.GetString(), reference, layer);
         if (answer == RTERROR && qrs::tools::pickMissed()) {
-            acutPrintf(L"\n没有选中外部参照上的图元！");
+            QrsExport::PrintRefusal(L"\n没有选中外部参照上的图元！");
         } else if (answer != RTNORM) {
             return answer;
         } else if (layer.isNull()) {
-            acutPrintf(L"\n图元所在的图层没有定义！");
+            QrsExport::PrintRefusal(L"\n图元所在的图层没有定义！");
         } else {
             return RTNORM;
         }

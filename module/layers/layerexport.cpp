@@ -90,7 +90,7 @@ void CLayerToolBar::ExportLayer() {
     const Standard* standard = qrs::standard::currentStandard();
     const std::wstring path = exportPath();
     if (!standard || path.empty()) {
-        acutPrintf(L"\n没有可以输出的图层定义！");
+        QrsExport::PrintRefusal(L"\n没有可以输出的图层定义！");
         return;
     }
     const Rows rows = rowsOf(*standard);

@@ -1,7 +1,6 @@
 // What several layer commands share: refreshing the layer state, freezing and thawing.
 #include "layers/layerstate.h"
 
-#include "acutads.h"
 #include "dbobjptr.h"
 #include "qrs_kernal.h"
 
@@ -23,7 +22,8 @@ bool freezeLayers(const AcDbObjectIdArray& layers, bool freeze) {
             if (layer.setIsFrozen(freeze) == Acad::eOk)
                 anyChanged = true;
             else if (freeze)
-                acutPrintf(layer.database()->clayer() == layer.objectId() ? L"\n不能冻结当前层!" : L"\n图层冻结失败!");
+                QrsExport::PrintRefusal(layer.database()->clayer() == layer.objectId() ? L"\n不能冻结当前层!"
+                                                                                       : L"\n图层冻结失败!");
         });
     return anyChanged;
 }

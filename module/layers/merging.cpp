@@ -7,6 +7,7 @@
 #include "dbobjptr.h"
 #include "layers/contents.h"
 #include "layers/layertoolbar.h"
+#include "qrs_kernal.h"
 #include "tools/chain.h"
 #include "tools/drawing.h"
 #include "tools/picking.h"
@@ -42,7 +43,7 @@ void makeNotCurrent(const std::wstring& layer) {
     acutDelString(current.resval.rstring);
     const Chain zero(acutBuildList(RTSTR, L"0", RTNONE));
     if (isCurrent && zero && acedSetVar(L"CLAYER", zero.get()) != RTNORM)
-        acutPrintf(L"\n0层不能成为当前图层，%s层仍是当前图层！", layer.c_str());
+        QrsExport::PrintRefusal(L"\n0层不能成为当前图层，%s层仍是当前图层！", layer.c_str());
 }
 
 void eraseLayer(AcDbObjectId layer) {
@@ -50,11 +51,12 @@ void eraseLayer(AcDbObjectId layer) {
     one.append(layer);
     Adesk::UInt32 references = 0;
     if (workingDatabase()->countHardReferences(one, &references) != Acad::eOk || references != 0) {
-        acutPrintf(L"\n 图层存在引用.无法删除图层！");
+        QrsExport::PrintRefusal(L"\n 图层存在引用.无法删除图层！");
         return;
     }
     const AcDbLayerTableRecordPointer record(layer, AcDb::kForWrite);
-    if (record.openStatus() != Acad::eOk || record->erase() != Acad::eOk) acutPrintf(L"\n 无法删除图层记录！");
+    if (record.openStatus() != Acad::eOk || record->erase() != Acad::eOk)
+        QrsExport::PrintRefusal(L"\n 无法删除图层记录！");
 }
 
 }  // namespace
@@ -65,7 +67,7 @@ void CLayerToolBar::MergeLayer() {
     if (pickLayer(L"\n请选择要删除图层上的任意图元:<退出>", source) != RTNORM) return;
     if (pickLayer(L"\n请选择要合并到图层(目标)上的任意图元:<退出>", target) != RTNORM) return;
     if (const wchar_t* reason = reasonToKeep(source, target)) {
-        acutPrintf(L"%s", reason);
+        QrsExport::PrintRefusal(L"%s", reason);
         return;
     }
     const std::wstring from = nameOf(source);

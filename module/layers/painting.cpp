@@ -5,7 +5,6 @@
 
 #include "aced.h"
 #include "acedads.h"
-#include "acutads.h"
 #include "dbobjptr.h"
 #include "layers/colorrecord.h"
 #include "layers/layerlistdlg.h"
@@ -36,7 +35,7 @@ int lastColor() {
 }
 
 void keepColor(int index) {
-    if (!pwxConfig().WriteInteger(kColorValue, index)) acutPrintf(L"\n不能保存设置 %s。\n", kColorValue);
+    if (!pwxConfig().WriteInteger(kColorValue, index)) QrsExport::PrintRefusal(L"\n不能保存设置 %s。\n", kColorValue);
 }
 
 AcCmColor indexColor(int index) {
@@ -83,7 +82,7 @@ bool ask(int& index, AcDbObjectIdArray& layers) {
             index = typed;
             return true;
         } else {
-            acutPrintf(L"\n颜色值应为 1 到 %d 的整数！", kGreatestTyped);
+            QrsExport::PrintRefusal(L"\n颜色值应为 1 到 %d 的整数！", kGreatestTyped);
         }
     }
 }
@@ -139,7 +138,7 @@ void CLayerToolBar::SetOneColor() {
     if (!mayReplaceRecord(colors)) return;
     if (!writeColorRecord(workingDatabase(), colors)) {
         // Nobody could restore the colours.
-        acutPrintf(L"\n此图形文件的格式不能保存图层原来的颜色，图层颜色没有改变！");
+        QrsExport::PrintRefusal(L"\n此图形文件的格式不能保存图层原来的颜色，图层颜色没有改变！");
         return;
     }
     paint(layers, index);
@@ -150,7 +149,7 @@ void CLayerToolBar::SetOneColor() {
 void CLayerToolBar::RestoreColor() {
     const auto kept = readColorRecord(workingDatabase());
     if (!kept) {
-        acutPrintf(L"\n没有找到相关信息，图层颜色恢复失败！");
+        QrsExport::PrintRefusal(L"\n没有找到相关信息，图层颜色恢复失败！");
         return;
     }
     for (const LayerColor& color : *kept) {

@@ -2,12 +2,12 @@
 #include <memory>
 #include <vector>
 
-#include "acutads.h"
 #include "dbobjptr.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
 #include "PipeSystemTool.h"
 #include "PwxTool.h"
+#include "qrs_kernal.h"
 #include "qrs_pipewire.h"
 #include "rxmfcapi.h"
 #include "tools/drawing.h"
@@ -49,7 +49,7 @@ std::unique_ptr<AcDbBlockTableRecordIterator> walkModelSpace(AcDbDatabase* datab
     // The assertion is told and ends the walk; it must not take the program, and the user's other drawings, with it
     // because of what one drawing holds.
     if (!(es == Acad::eOk && pBlockIterator != nullptr))
-        acutPrintf(L"\nAssertion failed: es==Acad::eOk && pBlockIterator!=0, LayerToolBar\n");
+        QrsExport::PrintRefusal(L"\nAssertion failed: es==Acad::eOk && pBlockIterator!=0, LayerToolBar\n");
     return std::unique_ptr<AcDbBlockTableRecordIterator>(pBlockIterator);
 }
 

@@ -10,6 +10,7 @@
 #include "layers/layerlistdlg.h"
 #include "layers/layertoolbar.h"
 #include "PwxTool.h"
+#include "qrs_kernal.h"
 #include "rxmfcapi.h"
 #include "tools/drawing.h"
 #include "tools/picking.h"
@@ -24,7 +25,7 @@ using Viewport = AcDbObjectPointer<AcDbViewport>;
 bool refuseInModelSpace() {
     resbuf value{};
     if (acedGetVar(L"TILEMODE", &value) != RTNORM || value.restype != RTSHORT || value.resval.rint != 1) return false;
-    acutPrintf(L"\n本命令必须在图纸布局中使用！");
+    QrsExport::PrintRefusal(L"\n本命令必须在图纸布局中使用！");
     return true;
 }
 
@@ -45,7 +46,7 @@ void freezeIn(AcDbObjectId viewport, const AcDbObjectIdArray& layers) {
     if (layers.isEmpty()) return;
     const Viewport opened(viewport, AcDb::kForWrite);
     if (opened.openStatus() != Acad::eOk || opened->freezeLayersInViewport(layers) != Acad::eOk)
-        acutPrintf(L"\n图层冻结失败!");
+        QrsExport::PrintRefusal(L"\n图层冻结失败!");
 }
 
 void freezeChosen(AcDbObjectId viewport) {
@@ -71,7 +72,7 @@ int pickViewport(const std::wstring& prompt, AcDbObjectId& viewport) {
         if (answer != RTNORM) return answer;
         viewport = idOf(picked);
         if (Viewport(viewport, AcDb::kForRead).openStatus() == Acad::eOk) return RTNORM;
-        acutPrintf(L"\n选中的不是视口！");
+        QrsExport::PrintRefusal(L"\n选中的不是视口！");
     }
 }
 
@@ -83,7 +84,7 @@ void CLayerToolBar::FrozenViewLayer() {
         if (Viewport(idOf(picked), AcDb::kForRead).openStatus() == Acad::eOk) {
             freezeChosen(idOf(picked));
         } else if (isOnSheet(idOf(picked))) {
-            acutPrintf(L"\n选中的图元在图纸上，没有可以冻结的视口！请选择视口，或进入视口后选择图元。");
+            QrsExport::PrintRefusal(L"\n选中的图元在图纸上，没有可以冻结的视口！请选择视口，或进入视口后选择图元。");
         } else if (const AcDbObjectId layer = layerOfPick(picked); !layer.isNull()) {
             freezeInCurrent(layer);
         }

@@ -5,12 +5,12 @@
 #include <memory>
 #include <utility>
 
-#include "acutads.h"
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "host/platform/dialog.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
+#include "qrs_kernal.h"
 #include "rxmfcapi.h"
 #include "standard/holder.h"
 #include "standard/text.h"
@@ -182,7 +182,7 @@ void CLayerControlBar::change(const StateButton& button) {
         if (layer->upgradeOpen() == Acad::eOk && ((*layer).*button.set)(button.value) == Acad::eOk)
             changed_ = true;
         else
-            acutPrintf(L"\n图层 %s 不能改变。\n", listed_[i].name.c_str());
+            QrsExport::PrintRefusal(L"\n图层 %s 不能改变。\n", listed_[i].name.c_str());
     }
     fill();
 }

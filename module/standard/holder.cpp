@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "acutads.h"
+#include "qrs_kernal.h"
 
 namespace qrs::standard {
 namespace {
@@ -21,7 +21,7 @@ bool wasStarted = false;
 void tellNotStarted() {
     static bool isTold = false;
     if (wasStarted || std::exchange(isTold, true)) return;
-    acutPrintf(L"\n管线系统模块 qrs_pipeSystem 没有启动，没有管线系统标准可以查询。请先加载它。\n");
+    QrsExport::PrintRefusal(L"\n管线系统模块 qrs_pipeSystem 没有启动，没有管线系统标准可以查询。请先加载它。\n");
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "acutads.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "qrs_kernal.h"
@@ -110,8 +109,8 @@ void report(const std::wstring& path, const std::vector<int>& badLines) {
         numbers += formatInteger(badLines[i]);
     }
     if (badLines.size() > kNamed) numbers += L"……";
-    acutPrintf(L"\n旧图层定义 %s：第 %s 行无法识别，共跳过 %d 行。\n", path.c_str(), numbers.GetString(),
-               static_cast<int>(badLines.size()));
+    QrsExport::PrintRefusal(L"\n旧图层定义 %s：第 %s 行无法识别，共跳过 %d 行。\n", path.c_str(), numbers.GetString(),
+                            static_cast<int>(badLines.size()));
 }
 
 }  // namespace
@@ -123,7 +122,7 @@ void readOldLayerDefinitions() {
     if (standard == nullptr || platform::presenceOf(path, error) == platform::Presence::Missing) return;
     std::string bytes;
     if (!platform::readOrdinaryFile(platform::nativePath(path), kMostBytes, bytes, error)) {
-        acutPrintf(L"\n旧图层定义没有读取：%s\n", platform::fromUtf8(error.message).c_str());
+        QrsExport::PrintRefusal(L"\n旧图层定义没有读取：%s\n", platform::fromUtf8(error.message).c_str());
         return;
     }
     const std::vector<int> badLines =

@@ -3,7 +3,6 @@
 
 #include <set>
 
-#include "acutads.h"
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "host/platform/codepage.h"
@@ -189,7 +188,7 @@ AcDbObjectId LoadQdLineType(const CString& name) {
     if (!id.isNull() || name.IsEmpty() || workingDatabase() == nullptr) return id;
     CDBFRecordset table;
     if (!openTable(table)) {
-        acutPrintf(L"\n对不起，没有发现linetype.dbf文件！");
+        QrsExport::PrintRefusal(L"\n对不起，没有发现linetype.dbf文件！");
         return id;
     }
     if (!findRow(table, name)) return id;
@@ -197,7 +196,7 @@ AcDbObjectId LoadQdLineType(const CString& name) {
     if (readPattern(table, pattern))
         id = addLinetype(pattern);
     else
-        acutPrintf(L"\nlinetype.dbf文件中线型\"%s\"的数据有错误，不能加载！", name.GetString());
+        QrsExport::PrintRefusal(L"\nlinetype.dbf文件中线型\"%s\"的数据有错误，不能加载！", name.GetString());
     return id;
 }
 

@@ -1,5 +1,4 @@
 // Chooses the standard file, loads it and remembers the choice.
-#include "acutads.h"
 #include "host/platform/codepage.h"
 #include "qrs_kernal.h"
 #include "qrs_standard.h"
@@ -15,7 +14,8 @@ constexpr const wchar_t* kNoneServes = L"现在没有管线系统标准。";
 constexpr const wchar_t* kLoadedServes = L"仍使用已载入的标准。";
 
 bool tellFailure(const platform::Error& error, const wchar_t* consequence) {
-    acutPrintf(L"\n管线系统标准文件没有载入：%s。%s\n", platform::fromUtf8(error.message).c_str(), consequence);
+    QrsExport::PrintRefusal(L"\n管线系统标准文件没有载入：%s。%s\n", platform::fromUtf8(error.message).c_str(),
+                            consequence);
     return false;
 }
 
@@ -42,7 +42,7 @@ bool loadBuiltin(StandardHolder& holder, const std::wstring& path) {
 void remember(const std::wstring& path) {
     if (QrsExport::ChooseStandardFile(path)) return;
     if (platform::compareNoCase(QrsExport::ChosenStandardFile(), path) == 0) return;
-    acutPrintf(L"\n不能保存当前管线系统标准的设置：%s\n", path.c_str());
+    QrsExport::PrintRefusal(L"\n不能保存当前管线系统标准的设置：%s\n", path.c_str());
 }
 
 bool isDefault(const std::wstring& path) {

@@ -11,6 +11,7 @@
 #include "dbents.h"
 #include "dbidmap.h"
 #include "gemat3d.h"
+#include "qrs_kernal.h"
 #include "qrs_pipeentity.h"
 #include "qrs_select.h"
 #include "tools/changeable.h"
@@ -70,7 +71,7 @@ bool askReference(Reference& reference) {
         const ACHAR* refusal = L"\n没有选中对象！";
         if (answer == RTNORM && acdbGetObjectId(id, picked.ent) == Acad::eOk) refusal = examine(id, reference);
         if (refusal == nullptr) return true;
-        acutPrintf(L"%s", refusal);
+        QrsExport::PrintRefusal(L"%s", refusal);
     }
 }
 
@@ -121,8 +122,8 @@ AcDbObjectIdArray takeable(const AcDbObjectIdArray& chosen, const Reference& ref
         else
             ids.append(id);
     }
-    tellCount(L"\n%d个图元在锁定的图层上，没有放入图块。", locked);
-    tellCount(L"\n%d个图元就是该图块或含有该图块，没有放入图块。", showing);
+    tellLeft(L"\n%d个图元在锁定的图层上，没有放入图块。", locked);
+    tellLeft(L"\n%d个图元就是该图块或含有该图块，没有放入图块。", showing);
     return ids;
 }
 
@@ -163,7 +164,7 @@ bool copyInto(const AcDbObjectIdArray& ids, const Reference& reference) {
     if (refused == 0) return true;
     for (const AcDbObjectId& copy : made)
         eraseEntity(copy);
-    tellCount(L"\n%d个图元不能按图块的比例和方向改写，图块没有改动。", refused);
+    tellLeft(L"\n%d个图元不能按图块的比例和方向改写，图块没有改动。", refused);
     return false;
 }
 
@@ -181,7 +182,7 @@ void resetBlock() {
     if (SelectEntities(L"\n请选择构造新块需要的图元<退出>:", picked) != RTNORM) return;
     const AcDbObjectIdArray ids = takeable(picked.ids(), reference);
     if (ids.isEmpty()) {
-        acutPrintf(L"\n没有可以放入图块的图元，图块没有改动。");
+        QrsExport::PrintRefusal(L"\n没有可以放入图块的图元，图块没有改动。");
         return;
     }
     const AcDbObjectIdArray before = entitiesOf(reference.block, nullptr);

@@ -2,6 +2,7 @@
 #include "tools/changeable.h"
 
 #include "acutads.h"
+#include "qrs_kernal.h"
 
 namespace qrs::tools {
 
@@ -12,6 +13,10 @@ bool liesOnLockedLayer(const AcDbEntity& entity) {
 
 void tellCount(const ACHAR* line, int count) {
     if (count != 0) acutPrintf(line, count);
+}
+
+void tellLeft(const ACHAR* line, int count) {
+    if (count != 0) QrsExport::PrintRefusal(line, count);
 }
 
 }  // namespace qrs::tools

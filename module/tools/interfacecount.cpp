@@ -3,6 +3,7 @@
 
 #include "acutads.h"
 #include "adsdb.h"
+#include "qrs_kernal.h"
 #include "qrs_pipeentity.h"
 #include "qrs_select.h"
 #include "tools/changeable.h"
@@ -75,12 +76,12 @@ void countInterfaces() {
         AcDbObjectId id;
         InterfaceCount count;
         if (answer != RTNORM || acdbGetObjectId(id, picked.ent) != Acad::eOk) {
-            acutPrintf(L"\n没有选中对象！");
+            QrsExport::PrintRefusal(L"\n没有选中对象！");
         } else if (!countInterfaces(id, count)) {
-            acutPrintf(L"\n所选对象不是管线对象，或其数据已损坏！");
+            QrsExport::PrintRefusal(L"\n所选对象不是管线对象，或其数据已损坏！");
         } else {
             acutPrintf(L"\n该对象的接口数为%d。", count.interfaces);
-            tellCount(L"\n%d根管线的数据已损坏，没有计入。", count.damaged);
+            tellLeft(L"\n%d根管线的数据已损坏，没有计入。", count.damaged);
             return;
         }
     }

@@ -45,8 +45,8 @@ void cleanAndTell(const AcDbObjectIdArray& ids) {
             id, [](const AcDbEntity& entity) { return layerTag(entity) == kArchitectureTag; }, clear)];
     if (counts[kDone] + counts[kLocked] + counts[kRefused] == 0) acutPrintf(L"\n没有找到带建筑标识的图元！");
     tellCount(L"\n清除了%d个图元的建筑标识。", counts[kDone]);
-    tellCount(L"\n%d个图元在锁定的图层上，没有清除。", counts[kLocked]);
-    tellCount(L"\n%d个图元不能修改，没有清除。", counts[kRefused]);
+    tellLeft(L"\n%d个图元在锁定的图层上，没有清除。", counts[kLocked]);
+    tellLeft(L"\n%d个图元不能修改，没有清除。", counts[kRefused]);
 }
 
 // Of every space, but not of block definitions.
@@ -75,8 +75,8 @@ void tagPicked(const CString& discipline) {
             [&](AcDbEntity& entity) { return tag(entity, discipline); })];
     acutPrintf(L"\n%d个图元加了%s标识。", counts[kDone], discipline.GetString());
     tellCount(L"\n%d个图元已有该标识，没有改动。", counts[kNothingToDo]);
-    tellCount(L"\n%d个图元在锁定的图层上，没有加标识。", counts[kLocked]);
-    tellCount(L"\n%d个图元不能修改，没有加标识。", counts[kRefused]);
+    tellLeft(L"\n%d个图元在锁定的图层上，没有加标识。", counts[kLocked]);
+    tellLeft(L"\n%d个图元不能修改，没有加标识。", counts[kRefused]);
 }
 
 void cleanArchitectureTags() {

@@ -50,7 +50,7 @@ bool askValue(const ValueRow& row, TextSpacing& spacing) {
             writeTextSpacing(spacing);
             return true;
         }
-        acutPrintf(L"\n%s", refusal.GetString());
+        QrsExport::PrintRefusal(L"\n%s", refusal.GetString());
     }
 }
 
@@ -85,7 +85,7 @@ class Optimizing {
     void change(AcDbObjectId id) { ++counts_[changeOne(id)]; }
     void tell() const {
         for (int outcome = 0; outcome < kOutcomeCount; ++outcome)
-            tellCount(kLines[outcome], counts_[outcome]);
+            (outcome > kCurrent ? tellLeft : tellCount)(kLines[outcome], counts_[outcome]);
     }
 
   private:
@@ -207,7 +207,7 @@ TextSpacing readTextSpacing() {
 bool writeTextSpacing(const TextSpacing& spacing) {
     const TRegKey key(GetRegLocation(L"PWXConfig"));
     if (key.WriteDouble(kGapValue, spacing.gap) && key.WriteDouble(kScaleValue, spacing.scale)) return true;
-    acutPrintf(L"\n不能保存线型文字的设置！");
+    QrsExport::PrintRefusal(L"\n不能保存线型文字的设置！");
     return false;
 }
 

@@ -4,12 +4,12 @@
 #include <set>
 
 #include "acedads.h"
-#include "acutads.h"
 #include "adsdb.h"
 #include "afxstr.h"
 #include "dbobjptr.h"
 #include "PipeNodes.h"
 #include "PwxTool.h"
+#include "qrs_kernal.h"
 #include "qrs_pipeentity.h"
 #include "tools/drawing.h"
 
@@ -64,7 +64,7 @@ int pickObject(const std::wstring& prompt, TEntitySet& picked) {
 
 AcDbObjectId layerOfPick(const TEntitySet& picked) {
     const AcDbObjectId layer = layerOf(idOf(picked));
-    if (layer.isNull()) acutPrintf(L"\n图元所在的图层没有定义！");
+    if (layer.isNull()) QrsExport::PrintRefusal(L"\n图元所在的图层没有定义！");
     return layer;
 }
 
@@ -96,7 +96,7 @@ AcDbObjectIdArray layersOf(const AcDbObjectIdArray& objects) {
     AcDbObjectIdArray layers;
     forEachLayer(objects, [&](AcDbObjectId layer, const std::wstring& name) {
         if (layer.isNull())
-            acutPrintf(L"\n%s层没有定义！", name.c_str());
+            QrsExport::PrintRefusal(L"\n%s层没有定义！", name.c_str());
         else
             layers.append(layer);
     });

@@ -8,6 +8,7 @@
 
 #include "acutads.h"
 #include "PipeSystemTool.h"
+#include "qrs_kernal.h"
 #include "qrs_pipeentity.h"
 #include "qrs_select.h"
 #include "standard/holder.h"
@@ -20,7 +21,8 @@ namespace {
 
 enum Outcome { kUpdated, kCurrent, kLocked, kDamaged, kUnknown, kRefused, kOutcomeCount };
 
-// What is told of each outcome; pipes in line with the standard are told when there are no others.
+// What is told of each outcome, those from kLocked on of pipes that are left; pipes in line with the standard are told
+// when there are no others.
 constexpr const ACHAR* kLines[kOutcomeCount] = {
     L"\n共更新了%d根管线。",
     L"\n%d根管线与当前标准一致，没有改动。",
@@ -69,11 +71,11 @@ class PipeUpdate {
     void tell() const {
         bool toldAny = false;
         for (int outcome = 0; outcome < kOutcomeCount; ++outcome) {
-            tellCount(kLines[outcome], counts_[outcome]);
+            (outcome > kCurrent ? tellLeft : tellCount)(kLines[outcome], counts_[outcome]);
             toldAny = toldAny || counts_[outcome] != 0;
         }
         if (!toldAny) acutPrintf(L"\n没有找到管线！");
-        tellCount(L"\n%d个管线附件在锁定的图层上，没有更新。", static_cast<int>(lockedAttachments_.size()));
+        tellLeft(L"\n%d个管线附件在锁定的图层上，没有更新。", static_cast<int>(lockedAttachments_.size()));
     }
 
   private:
@@ -150,7 +152,7 @@ class PipeUpdate {
 
 void updatePipes() {
     if (standard::currentStandard() == nullptr) {
-        acutPrintf(L"\n现在没有管线系统标准。");
+        QrsExport::PrintRefusal(L"\n现在没有管线系统标准。");
         return;
     }
     TPickEntSet picked;

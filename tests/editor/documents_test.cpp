@@ -68,7 +68,7 @@ TEST_F(Documents, ReactorsHearOfOpeningAndClosingInOrder) {
               listener.take());
 
     const std::filesystem::path saved = folder / "plan.dxf";
-    ASSERT_TRUE(application->saveDocument(saved, false, error)) << error.message;
+    ASSERT_TRUE(application->saveDocument(saved, error)) << error.message;
     EXPECT_EQ(std::vector<std::wstring>{L"title plan.dxf"}, listener.take());
     EXPECT_EQ(qrs::platform::innerPath(saved), first->fileName());
     EXPECT_EQ(qrs::platform::innerPath(folder.path()) + L"\\", textVariable(L"DWGPREFIX"));

@@ -69,7 +69,7 @@ class Frame : public ::testing::Test {
     // The drawing as it would be saved.
     std::string saved() {
         platform::Error error;
-        EXPECT_TRUE(application.saveDocument(folder / "saved.dxf", false, error)) << error.message;
+        EXPECT_TRUE(application.saveDocument(folder / "saved.dxf", error)) << error.message;
         return folder.read("saved.dxf");
     }
     AcDbDatabase* database() const { return application.currentDocument()->database(); }

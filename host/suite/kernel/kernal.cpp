@@ -1,7 +1,10 @@
 // The kernel library: its start, the system folder, files, look-ups.
 #include "qrs_kernal.h"
 
+#include <cstdarg>
+
 #include "acdocman.h"
+#include "afxstr.h"
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "host/editor/hostapp.h"
@@ -63,6 +66,20 @@ AcDbObjectId QrsExport::GetLayerIdFromString(const std::wstring& name) {
     const AcDbLayerTablePointer table(acdbHostApplicationServices()->workingDatabase(), AcDb::kForRead);
     if (table.openStatus() == Acad::eOk) table->getAt(name.c_str(), id);
     return id;
+}
+
+void QrsExport::PrintRefusal(const wchar_t* format, ...) {
+    if (!format) return;
+    std::wstring text;
+    va_list arguments;
+    va_start(arguments, format);
+    afxFormat(text, format, arguments);
+    va_end(arguments);
+    qrs::host::refuseCommand(text);
+}
+
+void QrsExport::TellRefusal(const std::wstring& message) {
+    qrs::host::tellRefusal(message);
 }
 
 void QrsExport::FailCommand(const std::wstring& message) {

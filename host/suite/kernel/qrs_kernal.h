@@ -50,6 +50,13 @@ QRS_HOST_PORT AcDbObjectId GetLayerIdFromString(const std::wstring& name);
 // False when no document is open.
 QRS_HOST_PORT bool PostCommand(const std::wstring& text);
 
+// Prints as acutPrintf does, a text that tells what the running command did not do. Where a script runs, the text also
+// stands in the log of errors, and a run that is to be strict has failed.
+QRS_HOST_PORT void PrintRefusal(const wchar_t* format, ...);
+
+// The same without printing it: it goes where errors go, and the command line stays as it is.
+QRS_HOST_PORT void TellRefusal(const std::wstring& message);
+
 // The running command, or without one the program's run, has failed; the message goes where errors go.
 QRS_HOST_PORT void FailCommand(const std::wstring& message);
 
