@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <CLI/CLI.hpp>
 
+#include "console/converter.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 
@@ -17,11 +18,13 @@ std::filesystem::path pathOf(const std::string& argument) {
 
 // What the library understands, as it came: no lists in brackets, no conversion.
 struct RawOptions {
-    std::string drawing, script, output, system, settings, described;
-    std::vector<std::string> lines, plugins, support, compared;
+    std::string script, output, system, settings, described, list, report, converter, keepGoing;
+    std::string runFolder, runDrawing, runOutput;
+    std::vector<std::string> drawings, lines, plugins, support, compared;
     unsigned codePage = 0;
+    int backups = 1;
     double timeout = 0;
-    bool inPlace = false, keepGoing = false, asJson = false, withoutModule = false;
+    bool inPlace = false, asJson = false, withoutModule = false, strict = false, allWarnings = false;
 };
 
 // An option that may be given several times, each time with exactly one value taken as it is.
@@ -38,18 +41,59 @@ CLI::Option* addRepeated(CLI::App& app, const std::string& names, std::vector<st
         ->type_name("TEXT");
 }
 
+constexpr int kMostBackups = 999;
+constexpr const char* kKeepAll = "all";
+constexpr const char* kKeepDrawings = "drawings";
+
+// The drawings after the first: what the library calls extras. False, with the argument, when one is no drawing but an
+// option that there is not.
+bool takeFurtherDrawings(const CLI::App& app, std::vector<std::string>& drawings, std::string& unknown) {
+    bool isMarked = false;
+    for (const std::string& extra : app.remaining()) {
+        if (!isMarked && extra == "--") {
+            isMarked = true;
+        } else if (!isMarked && extra.size() > 1 && extra.front() == '-') {
+            unknown = extra;
+            return false;
+        } else {
+            drawings.push_back(extra);
+        }
+    }
+    return true;
+}
+
+// What a run of several drawings tells the run of one of them; not meant for users.
+void addRunOptions(CLI::App& app, RawOptions& raw) {
+    app.add_option("--run-folder", raw.runFolder)->group("");
+    app.add_option("--run-drawing", raw.runDrawing)->group("");
+    app.add_option("--run-output", raw.runOutput)->group("");
+}
+
 void describe(CLI::App& app, RawOptions& raw) {
+    app.add_option("DRAWING", raw.drawings.emplace_back(),
+                   "Drawing to open (DXF), or several; without it a new one is made")
+        ->type_name("FILE");
+    // The library would take names in brackets apart, had it all of them as one option.
+    app.allow_extras();
+    addRunOptions(app, raw);
     app.allow_windows_style_options(false);
     app.set_help_flag("-h,--help", "Print this help");
     app.set_version_flag("--version", "qrsconsole " QRS_VERSION, "Print the version");
-    app.add_option("DRAWING", raw.drawing, "Drawing to open (DXF); without it a new one is made")->type_name("FILE");
+    app.add_option("--list", raw.list, "Open the drawings named in this file, too, one a line; - is standard input")
+        ->type_name("FILE");
     app.add_option("-s,--script", raw.script, "Run the commands of a script; - is standard input")->type_name("FILE");
     addRepeated(app, "-e,--execute", raw.lines, "Run one line before the script; repeatable")->type_name("LINE");
     CLI::Option* output =
-        app.add_option("-o,--output", raw.output, "Write the drawing here at the end")->type_name("FILE");
+        app.add_option("-o,--output", raw.output, "Write the drawing here at the end; DIR/ for several drawings")
+            ->type_name("FILE");
     CLI::Option* inPlace =
         app.add_flag("--in-place", raw.inPlace, "Write the drawing over itself at the end; the old one stays as .bak");
     output->excludes(inPlace);
+    app.add_option("--backup", raw.backups, "Keep so many earlier states of a file that is written: .bak, .bak2, ...")
+        ->type_name("N");
+    app.add_option("--converter", raw.converter,
+                   "The program that turns DWG drawings to DXF and back, with {in}, {out}, {version}")
+        ->type_name("CMD");
     addRepeated(app, "-p,--plugin", raw.plugins,
                 "Load this plug-in, too; a bare name is looked for beside the program as well; repeatable")
         ->type_name("FILE");
@@ -61,7 +105,13 @@ void describe(CLI::App& app, RawOptions& raw) {
     app.add_option("--codepage", raw.codePage, "ANSI code page of old files and scripts, for example 936")
         ->type_name("N");
     app.add_option("--timeout", raw.timeout, "Give up after this time")->type_name("SECONDS");
-    app.add_flag("--keep-going", raw.keepGoing, "Go on with the script after a command has failed");
+    app.add_flag("--keep-going{all}", raw.keepGoing,
+                 "Go on with the script after a command has failed, and with the next drawing after one has; "
+                 "--keep-going=drawings for the latter alone");
+    app.add_flag("--strict", raw.strict, "Count refusals and unanswered prompts as failures");
+    app.add_flag("--warnings", raw.allWarnings,
+                 "Print all that is damaged in a drawing, not just a line that sums it up");
+    app.add_option("--report", raw.report, "Add a line of JSON for each drawing to this file")->type_name("FILE");
     app.add_option("--info", raw.described, "Print what a drawing holds, and run nothing")->type_name("FILE");
     app.add_option("--compare", raw.compared, "Print where two drawings differ, and run nothing")
         ->type_name("FILE")
@@ -69,7 +119,8 @@ void describe(CLI::App& app, RawOptions& raw) {
     app.add_flag("--json", raw.asJson, "Print the report of --info or --compare for programs");
     app.footer(
         "Exit codes: 0 done, 1 a command failed or two drawings differ, 2 wrong usage, 3 a file cannot be read,\n"
-        "4 a file cannot be written.");
+        "4 a file cannot be written, 5 the run of one of several drawings was killed. Of several drawings the "
+        "highest.");
 }
 
 // What is wrong with the options of a report, or nothing.
@@ -78,8 +129,9 @@ std::string findReportMisuse(const CLI::App& app, const RawOptions& raw) {
     const bool compares = app.count("--compare") > 0;
     if (!describes && !compares) return raw.asJson ? "--json needs --info or --compare" : "";
     if (describes && compares) return "--info and --compare exclude each other";
-    std::vector<const char*> others = {"DRAWING",  "--script",    "--execute", "--output",    "--in-place",
-                                       "--plugin", "--no-module", "--support", "--keep-going"};
+    std::vector<const char*> others = {"DRAWING",  "--script", "--execute",   "--output",  "--in-place",
+                                       "--plugin", "--list",   "--no-module", "--support", "--keep-going",
+                                       "--strict", "--report", "--warnings",  "--backup"};
     // The report on a drawing also names the standard.
     if (compares) others.insert(others.end(), {"--system", "--settings"});
     for (const char* other : others)
@@ -91,15 +143,23 @@ std::string findReportMisuse(const CLI::App& app, const RawOptions& raw) {
 
 // What is wrong with options that are each well-formed, or nothing.
 std::string findMisuse(const CLI::App& app, const RawOptions& raw) {
-    if (raw.drawing.empty()) {
-        if (app.count("DRAWING") > 0) return "the drawing's name is empty";
-        if (app.count("--output") > 0) return "--output needs a drawing";
-        if (raw.inPlace) return "--in-place needs a drawing";
+    const auto isEmpty = [](const std::string& text) { return text.empty(); };
+    if (std::any_of(raw.drawings.begin(), raw.drawings.end(), isEmpty)) return "the drawing's name is empty";
+    if (raw.drawings.empty() && app.count("--list") == 0) {
+        for (const char* name : {"--output", "--in-place", "--report"})
+            if (app.count(name) > 0) return std::string(name) + " needs a drawing";
     }
-    for (const char* name : {"--script", "--output", "--system", "--settings"})
+    for (const char* name : {"--script", "--output", "--system", "--settings", "--list", "--report", "--converter"})
         if (app.count(name) > 0 && app.get_option(name)->results().front().empty())
             return std::string(name) + " needs a name that is not empty";
-    const auto isEmpty = [](const std::string& text) { return text.empty(); };
+    if (raw.list == "-" && raw.script == "-") return "--list and --script cannot both be standard input";
+    if (raw.backups < 0 || raw.backups > kMostBackups)
+        return "--backup needs a number from 0 to " + std::to_string(kMostBackups);
+    if (!raw.keepGoing.empty() && raw.keepGoing != kKeepAll && raw.keepGoing != kKeepDrawings)
+        return "--keep-going takes =all or =drawings";
+    if (!raw.converter.empty())
+        if (const std::string misuse = findConverterMisuse(raw.converter); !misuse.empty())
+            return "--converter: " + misuse;
     if (std::any_of(raw.plugins.begin(), raw.plugins.end(), isEmpty)) return "--plugin needs a name that is not empty";
     if (std::any_of(raw.support.begin(), raw.support.end(), isEmpty)) return "--support needs a name that is not empty";
     if (app.count("--codepage") > 0 && !platform::isKnownCodePage(raw.codePage))
@@ -115,11 +175,16 @@ Options optionsOf(const CLI::App& app, const RawOptions& raw) {
         return app.count(name) > 0 ? std::optional(pathOf(value)) : std::nullopt;
     };
     Options options;
-    options.drawing = pathOf(raw.drawing);
+    for (const std::string& drawing : raw.drawings)
+        options.drawings.push_back(pathOf(drawing));
+    options.list = optionalPath("--list", raw.list);
+    options.report = optionalPath("--report", raw.report);
     options.lines = raw.lines;
     options.script = optionalPath("--script", raw.script);
     options.output = pathOf(raw.output);
     options.inPlace = raw.inPlace;
+    options.backups = raw.backups;
+    if (!raw.converter.empty()) options.converter = raw.converter;
     for (const std::string& plugin : raw.plugins)
         options.plugins.push_back(pathOf(plugin));
     options.withoutModule = raw.withoutModule;
@@ -129,11 +194,20 @@ Options optionsOf(const CLI::App& app, const RawOptions& raw) {
         options.support.push_back(pathOf(folder));
     if (app.count("--codepage") > 0) options.codePage = raw.codePage;
     options.timeoutSeconds = raw.timeout;
-    options.keepGoing = raw.keepGoing;
+    options.keepGoing = raw.keepGoing == kKeepAll;
+    options.keepGoingDrawings = !raw.keepGoing.empty();
+    options.strict = raw.strict;
+    options.allWarnings = raw.allWarnings;
     options.described = pathOf(raw.described);
     for (const std::string& drawing : raw.compared)
         options.compared.push_back(pathOf(drawing));
     options.asJson = raw.asJson;
+    if (!options.drawings.empty()) options.drawing = options.drawings.front();
+    if (!raw.runFolder.empty()) {
+        options.runFolder = pathOf(raw.runFolder);
+        options.drawing = pathOf(raw.runDrawing);
+        options.output = pathOf(raw.runOutput);
+    }
     return options;
 }
 
@@ -152,7 +226,9 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
     describe(app, raw);
     // The library takes them last one first, without the program's name.
     std::vector<std::string> reversed;
-    if (!arguments.empty()) reversed.assign(arguments.rbegin(), arguments.rend() - 1);
+    std::vector<std::string> given;
+    if (!arguments.empty()) given.assign(arguments.begin() + 1, arguments.end());
+    reversed.assign(given.rbegin(), given.rend());
     ParsedOptions parsed;
     try {
         app.parse(std::move(reversed));
@@ -167,12 +243,17 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
         parsed.code = ExitCode::WrongUsage;
         return parsed;
     }
-    parsed.text = findMisuse(app, raw);
+    if (app.count("DRAWING") == 0) raw.drawings.clear();
+    std::string unknown;
+    parsed.text = takeFurtherDrawings(app, raw.drawings, unknown)
+                      ? findMisuse(app, raw)
+                      : "The following argument was not expected: " + unknown;
     if (!parsed.text.empty()) {
         parsed.code = ExitCode::WrongUsage;
         return parsed;
     }
     parsed.options = optionsOf(app, raw);
+    parsed.options->arguments = std::move(given);
     return parsed;
 }
 

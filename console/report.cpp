@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "console/converter.h"
 #include "console/run.h"
 #include "console/standard.h"
 #include "host/platform/codepage.h"
@@ -181,10 +182,29 @@ ExitCode print(const std::string& text, ExitCode code) {
     return ExitCode::CannotWrite;
 }
 
+// The file to look at, which is another one for a DWG drawing.
+class LookedAt {
+  public:
+    // False, with the reason in error, when a DWG drawing cannot be converted.
+    bool open(const Options& options, const std::filesystem::path& drawing, platform::Error& error) {
+        file_ = drawing;
+        if (host::dwgReleaseOf(drawing).empty()) return true;
+        converted_ = ConvertedDrawing::make(options, drawing, error);
+        if (converted_) file_ = converted_->file();
+        return converted_ != nullptr;
+    }
+    const std::filesystem::path& file() const { return file_; }
+
+  private:
+    std::filesystem::path file_;
+    std::unique_ptr<ConvertedDrawing> converted_;
+};
+
 ExitCode describe(const Options& options) {
     DrawingInfo info;
     platform::Error error;
-    if (!host::describeDrawing(options.described, info, error)) {
+    LookedAt drawing;
+    if (!drawing.open(options, options.described, error) || !host::describeDrawing(drawing.file(), info, error)) {
         complain(error.message);
         return ExitCode::CannotRead;
     }
@@ -211,7 +231,9 @@ ExitCode compare(const Options& options) {
         text.clear();
     };
     platform::Error error;
-    if (!host::compareDrawings(options.compared[0], options.compared[1], take, error)) {
+    LookedAt first, second;
+    if (!first.open(options, options.compared[0], error) || !second.open(options, options.compared[1], error) ||
+        !host::compareDrawings(first.file(), second.file(), take, error)) {
         complain(error.message);
         return ExitCode::CannotRead;
     }

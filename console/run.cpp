@@ -5,7 +5,10 @@
 #include <memory>
 #include <utility>
 
+#include "console/batch.h"
+#include "console/converter.h"
 #include "console/places.h"
+#include "console/record.h"
 #include "console/report.h"
 #include "console/script.h"
 #include "console/standard.h"
@@ -17,7 +20,9 @@
 #include "host/platform/files.h"
 #include "host/platform/process.h"
 #include "host/platform/settings.h"
+#include "host/platform/tree.h"
 #include "host/platform/watch.h"
+#include "host/report/hostreport.h"
 
 namespace qrs::console {
 
@@ -31,27 +36,23 @@ struct Failure {
     explicit operator bool() const { return code != ExitCode::Done; }
 };
 
-std::string readStandardInput() {
-    std::string bytes;
-    char buffer[65536];
-    for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, stdin)) > 0;)
-        bytes.append(buffer, count);
-    return bytes;
-}
-
 Failure readScript(const Options& options, Script& script) {
     int number = 0;
     for (const std::string& line : options.lines)
         script.addLine(line, ++number);
     if (!options.script && options.hasScript()) return {};
-    if (!options.script || *options.script == "-") {
-        script.addBytes(readStandardInput(), "standard input");
+    const std::string name = !options.script || *options.script == "-" ? "standard input" : options.script->u8string();
+    // The run of several drawings has read the script for all of them.
+    const bool isGiven = !options.runFolder.empty();
+    if (!isGiven && name == "standard input") {
+        script.addBytes(readStandardInput(), name);
         return {};
     }
     std::string bytes;
     platform::Error error;
-    if (!platform::readFile(*options.script, bytes, error)) return {ExitCode::CannotRead, error.message};
-    script.addBytes(bytes, options.script->u8string());
+    const std::filesystem::path file = isGiven ? scriptFile(options.runFolder) : *options.script;
+    if (!platform::readFile(file, bytes, error)) return {ExitCode::CannotRead, error.message};
+    script.addBytes(bytes, name);
     return {};
 }
 
@@ -100,11 +101,26 @@ Failure prepareReport(const Options& options) {
     return {};
 }
 
-Failure openDrawing(const Options& options, host::Application& application) {
+// The drawing of a run: the file that it is opened from, which is another one when it is a DWG drawing.
+struct OpenedDrawing {
+    std::unique_ptr<ConvertedDrawing> converted;
+
+    const std::filesystem::path& file(const Options& options) const {
+        return converted ? converted->file() : options.drawing;
+    }
+};
+
+Failure openDrawing(const Options& options, host::Application& application, OpenedDrawing& opened) {
     platform::Error error;
+    if (!host::dwgReleaseOf(options.drawing).empty()) {
+        opened.converted = ConvertedDrawing::make(options, options.drawing, error);
+        if (!opened.converted) return {ExitCode::CannotRead, error.message};
+        // What the drawing refers to lies beside it.
+        application.addSupportFolder(innerFolder(std::filesystem::absolute(options.drawing).parent_path()));
+    }
     if (options.drawing.empty())
         application.newDocument();
-    else if (!application.openDocument(options.drawing, error))
+    else if (!application.openDocument(opened.file(options), error))
         return {ExitCode::CannotRead, error.message};
     for (const std::string& fault : application.documentFaults())
         complain(fault);
@@ -138,16 +154,63 @@ class StartedDrawing : public AcApDocManagerReactor {
     AcApDocument* document_;
 };
 
+// Writes the current drawing, a DXF one, as DWG.
+bool saveAsDwg(const Options& options, host::Application& application, const std::filesystem::path& target,
+               platform::Error& error) {
+    const auto folder = platform::PrivateFolder::make(error);
+    if (!folder) return false;
+    const std::filesystem::path dxf = folder->path() / target.stem().concat(".dxf");
+    host::DrawingInfo info;
+    return application.saveDocument(dxf, error) && host::describeDrawing(dxf, info, error) &&
+           writeAsDwg(options, dxf, platform::toUtf8(info.release), target, error);
+}
+
+// Writes a DWG drawing that was changed; one that was not is left alone or copied.
+bool writeConverted(const Options& options, host::Application& application, ConvertedDrawing& converted,
+                    std::string& written, platform::Error& error) {
+    const std::filesystem::path& target = options.inPlace ? options.drawing : options.output;
+    if (!options.inPlace && !isNamedDwg(target)) {
+        written = target.u8string();
+        return application.saveDocument(target, error);
+    }
+    if (application.hasUnsavedChanges() && !application.saveDocument(converted.file(), error)) return false;
+    if (!converted.wasWritten()) {
+        if (options.inPlace) return true;
+        written = target.u8string();
+        return converted.copyTo(target, error);
+    }
+    written = target.u8string();
+    return converted.putBack(target, error);
+}
+
 // Writes the drawing the program was started with, as --output and --in-place ask.
-Failure writeDrawing(const Options& options, host::Application& application, const StartedDrawing& started) {
+Failure writeDrawing(const Options& options, host::Application& application, const StartedDrawing& started,
+                     OpenedDrawing& opened, std::string& written) {
     if (options.output.empty() && !options.inPlace) return {};
     if (!started.isCurrent(application))
         return {ExitCode::CannotWrite,
                 options.drawing.u8string() + " is not the current drawing any more; not written"};
-    if (options.inPlace && !application.hasUnsavedChanges()) return {};
     platform::Error error;
+    if (opened.converted) {
+        if (writeConverted(options, application, *opened.converted, written, error)) return {};
+        written.clear();
+        return {ExitCode::CannotWrite, error.message};
+    }
+    if (options.inPlace && !application.hasUnsavedChanges()) return {};
     const std::filesystem::path& target = options.inPlace ? options.drawing : options.output;
-    if (!application.saveDocument(target, error)) return {ExitCode::CannotWrite, error.message};
+    const bool done = !options.inPlace && isNamedDwg(target) ? saveAsDwg(options, application, target, error)
+                                                             : application.saveDocument(target, error);
+    if (!done) return {ExitCode::CannotWrite, error.message};
+    written = target.u8string();
+    return {};
+}
+
+// A saving command has written the DXF that a DWG drawing became: the user means the drawing.
+Failure keepSaved(const Options& options, OpenedDrawing& opened, std::string& written) {
+    if (!opened.converted || !opened.converted->wasWritten()) return {};
+    platform::Error error;
+    if (!opened.converted->putBack(options.drawing, error)) return {ExitCode::CannotWrite, error.message};
+    if (written.empty()) written = options.drawing.u8string();
     return {};
 }
 
@@ -163,7 +226,7 @@ std::filesystem::path historyFile() {
 }
 
 bool isPersonAtTerminal(const Options& options) {
-    return !options.hasScript() && platform::isTerminal(0);
+    return options.runFolder.empty() && !options.hasScript() && platform::isTerminal(0);
 }
 
 bool isEditedByPerson(const Options& options) {
@@ -180,9 +243,14 @@ std::unique_ptr<ConsoleTerminal> makeTerminal(const Options& options, Script scr
     return makeInteractiveTerminal(commandNames, historyFile());
 }
 
-Failure prepare(const Options& options, host::Application& application) {
+Failure prepare(const Options& options, host::Application& application, OpenedDrawing& opened) {
+    application.setStrict(options.strict);
+    application.setBackups(options.backups);
+    application.setAllWarnings(options.allWarnings);
+    if (isNamedDwg(options.output) && converterOf(options).empty())
+        return {ExitCode::WrongUsage, options.output.u8string() + ": writing DWG needs a converter (--converter)"};
     if (Failure failure = setFolders(options, application)) return failure;
-    if (Failure failure = openDrawing(options, application)) return failure;
+    if (Failure failure = openDrawing(options, application, opened)) return failure;
     return loadPlugins(options, application);
 }
 
@@ -214,11 +282,60 @@ ExitCode end(const Failure& failure) {
 
 }  // namespace
 
+std::string readStandardInput() {
+    std::string bytes;
+    char buffer[65536];
+    for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, stdin)) > 0;)
+        bytes.append(buffer, count);
+    return bytes;
+}
+
 void complain(const std::string& message) {
     platform::writeStandardError("qrsconsole: " + onOneLine(message) + "\n");
 }
 
-ExitCode run(const Options& options) {
+namespace {
+
+// The commands, and what is written after them.
+ExitCode runCommands(const Options& options, host::Application& application, ConsoleTerminal& terminal,
+                     RunRecord& record) {
+    OpenedDrawing opened;
+    if (Failure failure = prepare(options, application, opened)) return end(failure);
+    const StartedDrawing started(application.currentDocument());
+    // A person has seen what failed and gone on.
+    const bool isPerson = terminal.isInteractive();
+    const bool allDone = application.run(options.keepGoing || isPerson) || isPerson;
+    record.changed = started.isCurrent(application) && application.hasUnsavedChanges();
+    Failure failure;
+    if (allDone || options.keepGoing) failure = writeDrawing(options, application, started, opened, record.written);
+    if (!failure) failure = keepSaved(options, opened, record.written);
+    if (failure) return end(failure);
+    if (!terminal.outputWorks()) return end({ExitCode::CannotWrite, "standard output cannot be written"});
+    return allDone ? ExitCode::Done : ExitCode::CommandFailed;
+}
+
+ExitCode keepRecord(const Options& options, const ConsoleTerminal& terminal, RunRecord record, ExitCode code) {
+    if (options.runFolder.empty()) return code;
+    record.commands = terminal.commands();
+    platform::Error error;
+    if (!writeRecord(options.runFolder, record, error)) complain(error.message);
+    return code;
+}
+
+// A folder to write to, as it is named on the command line, gets the drawing under its own name.
+Failure chooseOutput(Options& options) {
+    if (options.output.empty() || !isFolderName(options.output)) return {};
+    platform::Error error;
+    if (!platform::makeFolders(options.output, error)) return {ExitCode::CannotWrite, error.message};
+    options.output /= options.drawing.filename();
+    return {};
+}
+
+}  // namespace
+
+ExitCode run(Options options) {
+    if (options.runFolder.empty() && isBatch(options)) return runBatch(options);
+    if (Failure failure = chooseOutput(options)) return end(failure);
     // A person's ^C is an answer, as long as it can be told from others.
     platform::removeTemporariesWhenEnded(!isEditedByPerson(options));
     std::unique_ptr<platform::Deadline> deadline;
@@ -240,15 +357,9 @@ ExitCode run(const Options& options) {
     host::Application application(*terminal);
     host::registerHostCommands();
     registerStandardCommand();
-    if (Failure failure = prepare(options, application)) return end(failure);
-    const StartedDrawing started(application.currentDocument());
-    // A person has seen what failed and gone on.
-    const bool isPerson = terminal->isInteractive();
-    const bool allDone = application.run(options.keepGoing || isPerson) || isPerson;
-    if (allDone || options.keepGoing)
-        if (Failure failure = writeDrawing(options, application, started)) return end(failure);
-    if (!terminal->outputWorks()) return end({ExitCode::CannotWrite, "standard output cannot be written"});
-    return allDone ? ExitCode::Done : ExitCode::CommandFailed;
+    RunRecord record;
+    const ExitCode code = runCommands(options, application, *terminal, record);
+    return keepRecord(options, *terminal, std::move(record), code);
 }
 
 }  // namespace qrs::console

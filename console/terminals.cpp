@@ -1,6 +1,7 @@
 // Printing, answers from scripts, and answers typed without line editing.
 #include "console/terminals.h"
 
+#include <algorithm>
 #include <iostream>
 
 #include "console/run.h"
@@ -19,6 +20,17 @@ void ConsoleTerminal::print(std::wstring_view text) {
 
 void ConsoleTerminal::error(std::wstring_view message) {
     complain(answerOrigin() + platform::toUtf8(message));
+}
+
+// In the log, too, where a failure would stand.
+void ConsoleTerminal::refused(std::wstring_view message) {
+    std::string text = platform::toUtf8(message);
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    complain(answerOrigin() + text);
+}
+
+void ConsoleTerminal::commandEnded(std::wstring_view name, host::CommandResult result) {
+    commands_.push_back({platform::toUtf8(name), result});
 }
 
 host::Reply ScriptTerminal::readLine(const std::wstring& prompt, std::wstring& line) {

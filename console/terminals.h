@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "console/record.h"
 #include "console/script.h"
 #include "host/editor/hostapp.h"
 
@@ -18,6 +19,10 @@ class ConsoleTerminal : public host::Terminal {
   public:
     void print(std::wstring_view text) override;
     void error(std::wstring_view message) override;
+    void refused(std::wstring_view message) override;
+    void commandEnded(std::wstring_view name, host::CommandResult result) override;
+    // The commands that have ended so far.
+    const std::vector<CommandEntry>& commands() const { return commands_; }
     // False once standard output could not be written (full disk, closed pipe).
     bool outputWorks() const { return outputWorks_; }
 
@@ -28,6 +33,7 @@ class ConsoleTerminal : public host::Terminal {
 
   private:
     bool outputWorks_ = true;
+    std::vector<CommandEntry> commands_;
 };
 
 // Answers from a script, printed after their prompts. Never waits; after the last line every prompt finds the end.

@@ -45,7 +45,9 @@ TEST(Usage, RefusesWhatMakesNoSense) {
     place.example("building.dxf");
     const Misuse misuses[] = {
         {{"--colour"}, "--colour"},
-        {{"a.dxf", "b.dxf"}, "b.dxf"},
+        {{"-o", "x.dxf", "a.dxf", "b.dxf"}, "--output of several drawings"},
+        {{"--converter", "convert {in}", "building.dxf"}, "{out} is missing"},
+        {{"-o", "x.dwg", "building.dxf"}, "converter"},
         {{"-s"}, "--script"},
         {{"-o", "x.dxf", "-e", "LIST"}, "--output needs a drawing"},
         {{"--in-place"}, "--in-place needs a drawing"},
