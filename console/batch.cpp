@@ -44,8 +44,14 @@ class Bar {
         while (platform::columnsOf(line) > kLineWidth)
             line.pop_back();
         wipe();
-        platform::writeStandardError(platform::toUtf8(line));
-        isDrawn_ = true;
+        line_ = platform::toUtf8(line);
+        draw();
+    }
+
+    // Again, after what was printed over it.
+    void draw() {
+        if (line_.empty() || std::exchange(isDrawn_, true)) return;
+        platform::writeStandardError(line_);
     }
 
     void wipe() {
@@ -56,6 +62,7 @@ class Bar {
     std::size_t count_;
     bool isShown_;
     bool isDrawn_ = false;
+    std::string line_;
 };
 
 // What one run prints as errors, line by line, each with the name of its drawing.
@@ -86,6 +93,7 @@ class Messages {
             complain(drawing_ + ": " + line);
         }
         all_.push_back(std::move(line));
+        bar_.draw();
     }
 
     std::string drawing_;
@@ -157,7 +165,7 @@ class Batch {
         Messages messages(line.drawing, bar_);
         platform::Program program = programFor(item);
         program.output = [this](std::string_view piece) {
-            bar_.wipe();
+            if (isOutputSeen_) bar_.wipe();
             outputWorks_ = platform::writeStandardOutput(piece) && outputWorks_;
         };
         program.errors = [&messages](std::string_view piece) { messages.take(piece); };
@@ -210,6 +218,7 @@ class Batch {
     std::size_t done_ = 0, failed_ = 0, changed_ = 0, written_ = 0;
     int worst_ = 0;
     bool outputWorks_ = true;
+    bool isOutputSeen_ = platform::isTerminal(1);
 };
 
 ExitCode fails(ExitCode code, const std::string& message) {
