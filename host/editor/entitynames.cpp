@@ -18,7 +18,7 @@ std::wstring handleIn(const std::wstring& text) {
     constexpr std::wstring_view kFunction = L"HANDENT";
     if (text.size() < 2 || text.front() != L'(' || text.back() != L')') return std::wstring();
     const std::wstring_view call = platform::trimmed(std::wstring_view(text).substr(1, text.size() - 2));
-    if (platform::foldCase(call).compare(0, kFunction.size(), kFunction) != 0) return std::wstring();
+    if (platform::compareNoCase(call.substr(0, kFunction.size()), kFunction) != 0) return std::wstring();
     const std::wstring_view argument = platform::trimmed(call.substr(kFunction.size()));
     if (argument.size() < 3 || argument.front() != L'"' || argument.back() != L'"') return std::wstring();
     return std::wstring(argument.substr(1, argument.size() - 2));
