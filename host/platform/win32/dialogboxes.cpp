@@ -59,6 +59,15 @@ struct FreeItem {
     void operator()(ITEMIDLIST* item) const { CoTaskMemFree(item); }
 };
 
+// Of any length.
+std::optional<std::wstring> pathOf(const ITEMIDLIST& item) {
+    wchar_t* name = nullptr;
+    if (FAILED(SHGetNameFromIDList(&item, SIGDN_FILESYSPATH, &name))) return std::nullopt;
+    std::wstring path = name;
+    CoTaskMemFree(name);
+    return path;
+}
+
 class WindowPresenter : public DialogPresenter {
   public:
     int showDialog(Dialog& dialog) override { return showDialogWindow(dialog, GetActiveWindow()); }
@@ -78,9 +87,7 @@ class WindowPresenter : public DialogPresenter {
         info.lpszTitle = title.c_str();
         info.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
         const std::unique_ptr<ITEMIDLIST, FreeItem> item(SHBrowseForFolderW(&info));
-        wchar_t path[MAX_PATH] = {};
-        if (!item || !SHGetPathFromIDListW(item.get(), path)) return std::nullopt;
-        return std::wstring(path);
+        return item ? pathOf(*item) : std::nullopt;
     }
 };
 

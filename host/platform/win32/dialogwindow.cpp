@@ -20,7 +20,8 @@ constexpr int kCaptionWidth = 80;
 constexpr int kButtonWidth = 72;
 constexpr int kListHeight = 120;
 constexpr int kComboDrop = 120;
-constexpr int kFirstNumber = 1000;  // of the controls
+constexpr int kHeadingMargins = 16;  // in dots, both together
+constexpr int kFirstNumber = 1000;   // of the controls
 
 // The controls of the window that stand for one control of the dialog.
 struct Shown {
@@ -30,6 +31,8 @@ struct Shown {
     HWND label = nullptr;
     HWND window = nullptr;
     std::vector<std::wstring> columns;
+    std::wstring text;                  // of a field, as it was filled in last
+    std::vector<std::wstring> offered;  // of a combo, likewise
 };
 
 class DialogWindow {
@@ -211,14 +214,21 @@ class DialogWindow {
                 showList(one);
                 break;
             case ControlKind::Edit:
-                SetWindowTextW(one.window, control.text.c_str());
+                fillField(one);
                 break;
             case ControlKind::Combo:
+                // Filling the list anew takes the field's text away.
+                if (one.offered == control.choices && control.editable) {
+                    fillField(one);
+                    break;
+                }
+                one.offered = control.choices;
+                one.text.clear();
                 SendMessageW(one.window, CB_RESETCONTENT, 0, 0);
                 for (const std::wstring& choice : control.choices)
                     SendMessageW(one.window, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(choice.c_str()));
                 if (control.editable)
-                    SetWindowTextW(one.window, control.text.c_str());
+                    fillField(one);
                 else
                     SendMessageW(one.window, CB_SELECTSTRING, static_cast<WPARAM>(-1),
                                  reinterpret_cast<LPARAM>(control.text.c_str()));
@@ -226,6 +236,13 @@ class DialogWindow {
             case ControlKind::Button:
                 break;
         }
+    }
+
+    // What was typed and not read yet stays, unless the dialog has given the field another text.
+    static void fillField(Shown& one) {
+        if (one.text == one.control->text) return;
+        one.text = one.control->text;
+        SetWindowTextW(one.window, one.text.c_str());
     }
 
     static void showList(Shown& one) {
@@ -245,8 +262,15 @@ class DialogWindow {
         ListView_DeleteAllItems(one.window);
         for (std::size_t i = 0; i < list.rows.size(); ++i)
             showRow(one, static_cast<int>(i));
-        for (std::size_t i = 0; i < list.columns.size(); ++i)
-            ListView_SetColumnWidth(one.window, static_cast<int>(i), LVSCW_AUTOSIZE_USEHEADER);
+        for (std::size_t i = 0; i < list.columns.size(); ++i) {
+            const int column = static_cast<int>(i);
+            ListView_SetColumnWidth(one.window, column, LVSCW_AUTOSIZE_USEHEADER);
+            // The system's own measure leaves a heading too little room in some fonts.
+            const auto heading = reinterpret_cast<LPARAM>(list.columns[i].c_str());
+            const int least =
+                static_cast<int>(SendMessageW(one.window, LVM_GETSTRINGWIDTHW, 0, heading)) + kHeadingMargins;
+            if (ListView_GetColumnWidth(one.window, column) < least) ListView_SetColumnWidth(one.window, column, least);
+        }
     }
 
     static void showRow(const Shown& one, int row) {
@@ -288,7 +312,7 @@ class DialogWindow {
                 SetFocus(one.window);
                 return false;
             }
-            control.text = text;
+            control.text = one.text = text;
             if (control.changed) control.changed();
         }
         return true;
