@@ -68,7 +68,10 @@ std::unique_ptr<CLayerControlBar> thePanel;
 void CLayerControlBar::Toggle() {
     if (thePanel) return Close();
     auto panel = std::make_unique<CLayerControlBar>();
-    if (!panel->Create(nullptr, kTitle, 0, RECT{0, 0, 0, 0}, nullptr, 0)) return;
+    if (!panel->Create(nullptr, kTitle, 0, RECT{0, 0, 0, 0}, nullptr, 0)) {
+        acutPrintf(L"\n图层控制窗口无法建立。\n");
+        return panel->print();
+    }
     thePanel = std::move(panel);
     acedRegisterFilterWinMsg(passMessage);
     thePanel->run();
@@ -89,6 +92,14 @@ void CLayerControlBar::Refresh() {
 
 void CLayerControlBar::run() {
     Dialog dialog(kTitle);
+    describe(dialog);
+    showDialog(dialog);
+    systems_ = list_ = nullptr;
+    // Once for all that was changed: it is typed when the command has ended.
+    if (std::exchange(changed_, false)) refreshLayerState();
+}
+
+void CLayerControlBar::describe(Dialog& dialog) {
     readStandard();
     std::vector<std::wstring> systems = {kAllSystems};
     for (const Row& row : standardLayers_)
@@ -99,10 +110,19 @@ void CLayerControlBar::run() {
     list_ = &dialog.addList(L"图中的标准图层", {L"图层名", L"状态", L"颜色", L"系统", L"类型"}, ListKind::Many);
     addButtons(dialog);
     fill();
-    showDialog(dialog);
+}
+
+// What the list would show.
+void CLayerControlBar::print() {
+    Dialog dialog(kTitle);
+    describe(dialog);
+    for (const ListRow& row : list_->rows) {
+        std::wstring line;
+        for (const std::wstring& cell : row.cells)
+            line += (line.empty() ? L"" : L"  ") + cell;
+        acutPrintf(L"%s\n", line.c_str());
+    }
     systems_ = list_ = nullptr;
-    // Once for all that was changed: it is typed when the command has ended.
-    if (std::exchange(changed_, false)) refreshLayerState();
 }
 
 void CLayerControlBar::addButtons(Dialog& dialog) {

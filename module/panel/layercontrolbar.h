@@ -27,6 +27,9 @@ class CLayerControlBar : public CWnd {
     struct StateButton;
 
     void run();
+    // Where it has no window.
+    void print();
+    void describe(qrs::platform::Dialog& dialog);
     void addButtons(qrs::platform::Dialog& dialog);
     void readStandard();
     void fill();
