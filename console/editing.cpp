@@ -21,7 +21,6 @@ namespace qrs::console {
 namespace {
 
 constexpr int kHistorySize = 500;
-constexpr const wchar_t* kCommandPrompt = L"Command: ";
 constexpr char kEscape = '\x1b';
 constexpr wchar_t kCancelKey = L'\x03';
 // The rest of what a key sends after Esc is there at once, even over a slow line.

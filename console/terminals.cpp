@@ -2,7 +2,6 @@
 #include "console/terminals.h"
 
 #include <algorithm>
-#include <iostream>
 
 #include "console/run.h"
 #include "host/platform/codepage.h"
@@ -48,14 +47,21 @@ std::string ScriptTerminal::answerOrigin() const {
 
 host::Reply PlainTerminal::readLine(const std::wstring& prompt, std::wstring& line) {
     print(prompt);
-    std::string bytes;
-    if (!std::getline(std::cin, bytes)) {
-        write("\n");
-        return host::Reply::End;
+    switch (platform::readTypedLine(line)) {
+        case platform::Typed::Line:
+            return host::Reply::Line;
+        case platform::Typed::Leaving:
+            if (prompt != kCommandPrompt) return host::Reply::Cancel;
+            // Typed out, so that the command asks before changes are lost.
+            line = L"QUIT";
+            write("QUIT\n");
+            return host::Reply::Line;
+        case platform::Typed::Cancelled:
+            return host::Reply::Cancel;
+        default:
+            write("\n");
+            return host::Reply::End;
     }
-    if (!bytes.empty() && bytes.back() == '\r') bytes.pop_back();
-    if (!platform::decodeStrict(platform::kUtf8, bytes, line)) line = platform::decode(platform::ansiCodePage(), bytes);
-    return host::Reply::Line;
 }
 
 }  // namespace qrs::console

@@ -29,6 +29,18 @@ QRS_HOST_PORT bool isTerminal(int descriptor);
 // long as it takes).
 QRS_HOST_PORT std::optional<char> readInputByte(int milliseconds);
 
+// What a person at a terminal did instead of, or by, typing a line.
+enum class Typed {
+    Line,
+    Cancelled,  // ^C, here or since the last line; only where removeTemporariesWhenEnded leaves ^C to the program
+    Leaving,    // the key that ends input, where a terminal has one and can go on after it (on Windows ^Z)
+    End,        // nothing more will come
+};
+
+// The next line of standard input, without its line end. Bytes are UTF-8 or else text of the ANSI code page; what is
+// typed at a Windows console needs no code page.
+QRS_HOST_PORT Typed readTypedLine(std::wstring& line);
+
 // A variable of the environment; nothing when it is not set.
 QRS_HOST_PORT std::optional<std::wstring> environment(const char* name);
 
@@ -39,7 +51,7 @@ QRS_HOST_PORT bool writeStandardError(std::string_view bytes);
 
 // From now on, when bytes of a mapped file are gone because another program has cut the file short: prints the line to
 // standard error, removes the temporary files AtomicFile has in progress, and ends the process with the exit code.
-// Does nothing on Windows, which lets nobody cut a mapped file.
+// Does nothing on Windows, where files are not mapped.
 QRS_HOST_PORT void endWhenMappedFileIsCut(std::string line, int exitCode);
 
 }  // namespace qrs::platform

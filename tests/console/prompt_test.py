@@ -1,8 +1,12 @@
 #!/usr/bin/env python3
-"""Types at the console's prompt through a pseudo-terminal: completion, Chinese answers, ^C, history, asking before QUIT."""
+"""Types at the console's prompt through a pseudo-terminal: completion, Chinese answers, ^C, history, asking before QUIT.
+
+    prompt_test.py CONSOLE [--plain]    plain: where the system edits the lines, without completion, history and ^D
+"""
 
 import os
 import pty
+import re
 import select
 import shutil
 import sys
@@ -10,9 +14,18 @@ import tempfile
 import time
 
 
+PLAIN = "--plain" in sys.argv
+
+
+def readable(shown):
+    """What a terminal was sent, with moves to the right as blanks and without other control sequences."""
+    shown = re.sub(r"\x1b\[(\d*)C", lambda move: " " * int(move.group(1) or 1), shown)
+    return re.sub(r"\x1b\[[?\d;]*[A-Za-z]", "", shown)
+
+
 class Typist:
     def __init__(self, program, folder):
-        self.seen, self.mark = "", 0
+        self.sent, self.seen, self.mark = b"", "", 0
         environment = dict(os.environ, TERM="xterm", LC_ALL="C.UTF-8", XDG_CONFIG_HOME=folder)
         self.pid, self.terminal = pty.fork()
         if self.pid == 0:
@@ -20,7 +33,7 @@ class Typist:
             os.execve(program, [program], environment)
 
     def types(self, text):
-        os.write(self.terminal, text.encode())
+        os.write(self.terminal, (text.replace("\n", "\r") if PLAIN else text).encode())
 
     def sees(self, text, seconds=20):
         """Waits until the text appears after what was seen before."""
@@ -30,7 +43,9 @@ class Typist:
             if not ready:
                 sys.exit("not seen: %r in %r" % (text, self.seen[self.mark:]))
             try:
-                self.seen += os.read(self.terminal, 4096).decode("utf-8", "replace")
+                self.sent += os.read(self.terminal, 4096)
+                self.seen = self.sent.decode("utf-8", "replace")
+                self.seen = readable(self.seen) if PLAIN else self.seen
             except OSError:
                 sys.exit("ended before %r in %r" % (text, self.seen[self.mark:]))
         self.mark = self.seen.find(text, self.mark) + len(text)
@@ -46,8 +61,8 @@ class Typist:
 
 def session(program, folder):
     typist = Typist(program, folder)
-    typist.sees("Command: ")
-    typist.types("-laye\t")
+    typist.sees("Command: ", 60)
+    typist.types("-LAYER" if PLAIN else "-laye\t")
     typist.sees("LAYER")
     typist.types("\nN\n管道一\n?\n管*\n")
     typist.sees('"管道一"')
@@ -72,7 +87,7 @@ def session(program, folder):
     typist.sees("Unknown command")
     typist.sees("Command: ")
     # Something was changed: quitting asks.
-    typist.types("\x04")
+    typist.types("QUIT\n" if PLAIN else "\x04")
     typist.sees("QUIT")
     typist.sees("discard all changes")
     typist.types("\n")
@@ -98,7 +113,8 @@ def main():
     try:
         os.mkdir(os.path.join(folder, "qrs_pipeSystem"))
         session(sys.argv[1], folder)
-        history(sys.argv[1], folder)
+        if not PLAIN:
+            history(sys.argv[1], folder)
     finally:
         shutil.rmtree(folder)
 

@@ -13,6 +13,7 @@
 #include "host/platform/codepage.h"
 #include "host/platform/inside/inprogress.h"
 #include "host/platform/inside/laststream.h"
+#include "host/platform/inside/plainline.h"
 #include "host/platform/posix/signalhold.h"
 
 namespace qrs::platform {
@@ -97,6 +98,10 @@ std::optional<char> readInputByte(int milliseconds) {
         if (count == 1) return byte;
         if (count == 0 || (errno != EINTR && errno != EAGAIN)) return std::nullopt;
     }
+}
+
+Typed readTypedLine(std::wstring& line) {
+    return readPlainLine(line);
 }
 
 std::optional<std::wstring> environment(const char* name) {
