@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "acedads.h"
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "host/platform/dialog.h"
@@ -69,7 +70,7 @@ void CLayerControlBar::Toggle() {
     if (thePanel) return Close();
     auto panel = std::make_unique<CLayerControlBar>();
     if (!panel->Create(nullptr, kTitle, 0, RECT{0, 0, 0, 0}, nullptr, 0)) {
-        acutPrintf(L"\n图层控制窗口无法建立。\n");
+        QrsExport::PrintRefusal(L"\n图层控制窗口无法建立。\n");
         return panel->print();
     }
     thePanel = std::move(panel);
