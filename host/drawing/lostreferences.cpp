@@ -95,12 +95,11 @@ void Clearing::dropEntry(std::size_t place) {
     field.goes = true;
     if (place > 0 && rule.before != kNoCode && fields_[place - 1].tag.code == rule.before)
         fields_[place - 1].goes = true;
-    for (std::size_t i = 0; i < std::size(rule.behind) && rule.behind[i] != kNoCode; ++i) {
-        const std::size_t behind = place + 1 + i;
-        if (behind >= fields_.size() || fields_[behind].tag.code != rule.behind[i]) break;
-        fields_[behind].goes = true;
-        if (dxf::isOwning(dxf::referenceOf(rule.behind[i])))
-            disowned_.push_back(dxf::toHandle(fields_[behind].tag.value));
+    for (std::size_t i = 0; i < std::size(rule.after) && rule.after[i] != kNoCode; ++i) {
+        const std::size_t next = place + 1 + i;
+        if (next >= fields_.size() || fields_[next].tag.code != rule.after[i]) break;
+        fields_[next].goes = true;
+        if (dxf::isOwning(dxf::referenceOf(rule.after[i]))) disowned_.push_back(dxf::toHandle(fields_[next].tag.value));
     }
     if (field.count == kNowhere) return;
     const Field& count = fields_[field.count];

@@ -61,8 +61,8 @@ int RecordFormat::rankOf(int code) const {
     return -1;
 }
 
-int RecordFormat::rankOfMark(std::string_view mark, int behind) const {
-    for (auto i = static_cast<std::size_t>(behind + 1); i < count; ++i)
+int RecordFormat::rankOfMark(std::string_view mark, int rank) const {
+    for (auto i = static_cast<std::size_t>(rank + 1); i < count; ++i)
         if (codes[i].mark && mark == codes[i].mark) return static_cast<int>(i);
     return -1;
 }

@@ -30,7 +30,7 @@ struct RecordFormat {
     // Version::Oldest when every version knows it.
     dxf::Version sinceOf(int code) const;
     // Place of a subclass mark after another place; -1 when it has no place there.
-    int rankOfMark(std::string_view mark, int behind) const;
+    int rankOfMark(std::string_view mark, int rank) const;
 };
 
 // The format of what all entities share.

@@ -79,8 +79,8 @@ bool appendSized(std::string_view value, std::size_t size, std::string& out) {
     if (number == missing && toInteger(value, 0) == 0) return false;
     if (size < 8) {
         const std::int64_t least = -(std::int64_t{1} << (8 * size - 1));
-        const std::int64_t behind = std::int64_t{1} << (8 * size);
-        if (number < least || number >= behind) return false;
+        const std::int64_t limit = std::int64_t{1} << (8 * size);
+        if (number < least || number >= limit) return false;
     }
     appendLittleEndian(static_cast<std::uint64_t>(number), size, out);
     return true;

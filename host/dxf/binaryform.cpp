@@ -85,13 +85,13 @@ void BinaryForm::editTags(const StoredRecord& record, const std::vector<TagEdit>
         if (!edit->isGone) {
             std::string value;
             if (edit->hasValue) appendSpelled(edit->value, value);
-            const char* const behindCode = at + codeSize(codes_, at);
-            out.append(at, behindCode);
+            const char* const afterCode = at + codeSize(codes_, at);
+            out.append(at, afterCode);
             const bool isWritten = edit->hasValue && appendValueBytes(tag.code, value, out);
             if (edit->hasValue && !isWritten) cannotWrite(tag.code, edit->value, draft);
-            if (!isWritten) out.append(behindCode, tag.next);
+            if (!isWritten) out.append(afterCode, tag.next);
         }
-        append(edit->behind, draft);
+        append(edit->after, draft);
         ++edit;
     }
     out.append(at, end);

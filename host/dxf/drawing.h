@@ -154,7 +154,7 @@ class Drawing {
     RecordId previous(RecordId id) const;
     RecordId findNamed(const std::vector<RecordId>& heads, std::string_view name) const;
     RecordId nearestWithBytes(RecordId id) const;
-    void endLastLine(RecordId behind);
+    void endLastLine(RecordId next);
     void noteProblem();
     void takeDraft(RecordId id);
     void reindex(RecordId id);

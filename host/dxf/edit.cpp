@@ -81,8 +81,8 @@ RecordId Drawing::nearestWithBytes(RecordId id) const {
 }
 
 // A file without its EOF may lack the last line's end as well, which something put after it needs.
-void Drawing::endLastLine(RecordId behind) {
-    const RecordId last = previous(behind);
+void Drawing::endLastLine(RecordId next) {
+    const RecordId last = previous(next);
     if (last != kNoRecord && form_->endLastLine(contents_.of(last), draft_)) takeDraft(last);
 }
 

@@ -25,7 +25,7 @@ void HandleIndex::build(const RecordStore& records) {
 void HandleIndex::place(const RecordStore& records, RecordId id) {
     const std::uint64_t handle = records[id].handle;
     std::size_t slot = home(handle);
-    for (; slots_[slot] != kNoRecord; slot = behind(slot)) {
+    for (; slots_[slot] != kNoRecord; slot = after(slot)) {
         if (slots_[slot] == id) return;
         // There are drawings in which all entities have one handle; a row of a million equal ones is never walked.
         if (records[slots_[slot]].handle == handle) {
@@ -48,7 +48,7 @@ void HandleIndex::add(const RecordStore& records, RecordId id) {
 RecordId HandleIndex::find(const RecordStore& records, std::uint64_t handle) const {
     if (handle == 0) return kNoRecord;
     const auto isIt = [&](RecordId id) { return records[id].handle == handle && (records[id].flags & kErased) == 0; };
-    for (std::size_t slot = home(handle); slots_[slot] != kNoRecord; slot = behind(slot)) {
+    for (std::size_t slot = home(handle); slots_[slot] != kNoRecord; slot = after(slot)) {
         if (isIt(slots_[slot])) return slots_[slot];
     }
     RecordId found = kNoRecord;

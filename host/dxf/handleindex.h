@@ -21,7 +21,7 @@ class HandleIndex {
 
   private:
     std::size_t home(std::uint64_t handle) const;
-    std::size_t behind(std::size_t slot) const { return slot + 1 == slots_.size() ? 0 : slot + 1; }
+    std::size_t after(std::size_t slot) const { return slot + 1 == slots_.size() ? 0 : slot + 1; }
     void place(const RecordStore& records, RecordId id);
 
     std::vector<RecordId> slots_;

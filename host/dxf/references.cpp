@@ -17,9 +17,9 @@ struct Row {
     }
     constexpr Row with(int first, int second = kNoCode, int third = kNoCode) const {
         Row row = *this;
-        row.rule.behind[0] = first;
-        row.rule.behind[1] = second;
-        row.rule.behind[2] = third;
+        row.rule.after[0] = first;
+        row.rule.after[1] = second;
+        row.rule.after[2] = third;
         return row;
     }
     constexpr Row countedBy(int code) const {

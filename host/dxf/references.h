@@ -46,9 +46,9 @@ struct ReferenceRule {
     int last;
     Loss loss;
 
-    int before = kNoCode;                         // the tag before the reference is of its entry
-    int behind[3] = {kNoCode, kNoCode, kNoCode};  // so are these after it
-    int count = kNoCode;                          // the last such tag before the entry counts the list
+    int before = kNoCode;                        // the tag before the reference is of its entry
+    int after[3] = {kNoCode, kNoCode, kNoCode};  // so are these after it
+    int count = kNoCode;                         // the last such tag before the entry counts the list
     Emptied emptied = Emptied::Nothing;
     bool isWhole = false;        // with one entry all others go, and the reactors that answer them
     bool isDoneWithout = false;  // nothing is kept for its sake, whatever its code says

@@ -29,7 +29,7 @@ struct TagEdit {
     Tag tag;
     bool hasValue = false;
     std::string value;
-    std::vector<NewTag> behind;
+    std::vector<NewTag> after;
     bool isGone = false;
 };
 

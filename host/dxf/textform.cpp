@@ -90,8 +90,8 @@ void TextForm::editTags(const StoredRecord& record, const std::vector<TagEdit>& 
             out += old.substr(copied, edit.tag.end - copied);
         }
         copied = edit.tag.end;
-        if (!edit.behind.empty()) out += missingLineEnd(out, lineEnd_, style.lineEnd);
-        for (const NewTag& tag : edit.behind)
+        if (!edit.after.empty()) out += missingLineEnd(out, lineEnd_, style.lineEnd);
+        for (const NewTag& tag : edit.after)
             appendTag(out, tag, style.codeWidth, style.lineEnd);
     }
     out += old.substr(copied);

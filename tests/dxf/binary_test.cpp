@@ -150,9 +150,9 @@ TEST(Binary, ManyEditsOfOneRecordAtOnce) {
             if (!cursor.next(edit.tag)) break;
             edit.hasValue = edit.tag.code == 5 || edit.tag.code == 8 || edit.tag.code == 10;
             edit.value = edit.tag.code == 5 ? "2B" : edit.tag.code == 8 ? "two\nlines" : "2.25";
-            if (edit.tag.code == 70) edit.behind = {{60, "1"}};
-            if (edit.tag.code == 1000) edit.behind = {{1070, "-3"}};
-            if (edit.hasValue || !edit.behind.empty()) edits.push_back(edit);
+            if (edit.tag.code == 70) edit.after = {{60, "1"}};
+            if (edit.tag.code == 1000) edit.after = {{1070, "-3"}};
+            if (edit.hasValue || !edit.after.empty()) edits.push_back(edit);
         }
         drawing.editTags(line, edits);
         EXPECT_EQ(drawing.findHandle(0x2B), line);

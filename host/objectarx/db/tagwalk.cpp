@@ -37,7 +37,7 @@ bool ObjectTagWalk::next(ObjectTag& tag) {
     if (!place_ || !place_->cursor.next(read)) return false;
     tag.code = read.code;
     tag.value = read.value;
-    tag.isBehindLast = read.begin == place_->end;
+    tag.followsLast = read.begin == place_->end;
     place_->end = read.end;
     return true;
 }

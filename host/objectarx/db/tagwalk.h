@@ -18,8 +18,8 @@ namespace qrs::host {
 
 struct ObjectTag {
     int code = 0;
-    std::string_view value;     // the bytes of the drawing; good until an object of the drawing is changed or asked
-    bool isBehindLast = false;  // stands right after the one before, without a comment between them
+    std::string_view value;    // the bytes of the drawing; good until an object of the drawing is changed or asked
+    bool followsLast = false;  // stands right after the one before, without a comment between them
 };
 
 class QRS_HOST_PORT ObjectTagWalk {

@@ -100,8 +100,8 @@ class Numbers {
     // The last coordinate that follows a tag.
     std::size_t lastAxis(std::size_t i) const { return isAxis(i, 2) ? i + 2 : isAxis(i, 1) ? i + 1 : i; }
     // A tag after another.
-    void insert(std::size_t behind, int newCode, double newValue) {
-        edits_[behind].behind.push_back({newCode, dxf::realText(newValue)});
+    void insert(std::size_t i, int newCode, double newValue) {
+        edits_[i].after.push_back({newCode, dxf::realText(newValue)});
     }
     // The last tag of the section that a tag stands in.
     std::size_t endOfSection(std::size_t i) const {
@@ -202,15 +202,15 @@ class Mover {
         if (row.role == NumberRole::Angle && row.dxfName == std::string_view("MTEXT") &&
             numbers_.find(mtext::kDirection) != numbers_.count())
             return;
-        const std::size_t behind = numbers_.lastAxis(anchor);
+        const std::size_t last = numbers_.lastAxis(anchor);
         if (row.role == NumberRole::Angle && motion_.angle != 0.0) {
-            numbers_.insert(behind, row.code, turned(0.0, motion_.angle));
+            numbers_.insert(last, row.code, turned(0.0, motion_.angle));
         } else if (row.role == NumberRole::Factor && factorOf(row.code) != 1.0) {
-            numbers_.insert(behind, row.code, factorOf(row.code));
+            numbers_.insert(last, row.code, factorOf(row.code));
         } else if (row.role == NumberRole::Shift) {
             const AcGeVector3d shift = motion_.plane.translation();
             for (unsigned axis = 0; axis < 3; ++axis)
-                numbers_.insert(behind, row.code + static_cast<int>(axis) * codes::kCoordinateStep, shift[axis]);
+                numbers_.insert(last, row.code + static_cast<int>(axis) * codes::kCoordinateStep, shift[axis]);
         }
     }
 

@@ -108,7 +108,7 @@ class TRiserReader::Scan {
         const int first = tag.code - axis * kCoordinateStep;
         if ((first != pipecodes::kStart && first != pipecodes::kEnd) || axis < 1 || axis > 2) return true;
         // A coordinate that stands alone belongs to no point.
-        if (tag.code != coordinate_ + kCoordinateStep || !tag.isBehindLast) return false;
+        if (tag.code != coordinate_ + kCoordinateStep || !tag.followsLast) return false;
         coordinate_ = tag.code;
         return ObjectTagWalk::real(tag.value, axis == 1 ? point_->y : point_->z);
     }
