@@ -137,7 +137,17 @@ namespace leader {
 constexpr int kDirection = 211;
 constexpr int kBlockOffset = 212;
 constexpr int kAnnotationOffset = 213;
+constexpr int kAnnotationKind = 73;
+constexpr int kNoAnnotation = 3;  // a value of it
+constexpr int kAnnotation = 340;
 }  // namespace leader
+
+namespace mleader {
+constexpr int kAttribute = 330;
+constexpr int kAttributeNumber = 177;
+constexpr int kAttributeWidth = 44;
+constexpr int kAttributeText = 302;
+}  // namespace mleader
 
 namespace tolerance {
 constexpr int kDirection = 11;
@@ -153,6 +163,7 @@ constexpr int kClipCorner = 14;
 namespace hatch {
 constexpr int kElevation = 30;
 constexpr int kIsSolid = 70;
+constexpr int kIsAssociative = 71;
 constexpr int kPathCount = 91;
 constexpr int kPathFlags = 92;
 constexpr int kHasBulge = 72;  // of a path that is a polyline
@@ -187,6 +198,8 @@ constexpr int kLineOffsetX = 45;
 constexpr int kLineOffsetY = 46;
 constexpr int kDash = 49;
 constexpr int kSeedCount = 98;
+constexpr int kBoundaryCount = 97;  // of a path, after its edges
+constexpr int kBoundary = 330;
 }  // namespace hatch
 
 namespace viewport {
@@ -209,6 +222,7 @@ constexpr int kSnapAngle = 50;
 constexpr int kViewTwist = 51;
 constexpr int kCircleZoom = 72;
 constexpr int kStatus = 90;
+constexpr int kIsClipped = 0x10000;    // a bit of it
 constexpr int kFrozenLayer = 331;      // a soft pointer
 constexpr int kHardFrozenLayer = 341;  // as some programs write it
 constexpr int kOutline = 340;
@@ -226,7 +240,13 @@ constexpr int kViewTwist = 51;
 namespace layer {
 constexpr int kMaterial = 347;
 constexpr int kVisualStyle = 348;
+constexpr int kOverriddenIn = 335;  // the viewport in which a property is another one
 }  // namespace layer
+
+namespace dimstyles {  // the head of the table
+constexpr int kStyleCount = 71;
+constexpr int kStyle = 340;
+}  // namespace dimstyles
 
 namespace linetype {
 constexpr int kDescription = 3;
@@ -260,6 +280,7 @@ constexpr int kUnits = 70;
 constexpr int kIsExplodable = 280;
 constexpr int kScalesUniformly = 281;
 constexpr int kLayout = 340;
+constexpr int kBlockReference = 331;  // in the group BLKREFS
 }  // namespace blockrecord
 
 namespace block {  // the head of a definition
@@ -292,7 +313,37 @@ namespace layout {
 constexpr int kPlotFlags = 70;  // of the plot settings before it
 constexpr int kTab = 71;
 constexpr int kBlock = 330;
+constexpr int kLastViewport = 331;
 }  // namespace layout
+
+namespace idset {
+constexpr int kCount = 90;
+constexpr int kEntity = 330;
+}  // namespace idset
+
+namespace field {
+constexpr int kChildCount = 90;
+constexpr int kChild = 360;
+}  // namespace field
+
+namespace layerindex {
+constexpr int kEntities = 360;
+constexpr int kEntityCount = 90;
+}  // namespace layerindex
+
+namespace blockaction {
+constexpr int kEntityCount = 71;
+constexpr int kEntity = 330;
+}  // namespace blockaction
+
+namespace blockvisibility {
+constexpr int kEntityCount = 93;
+constexpr int kEntity = 331;
+constexpr int kStateEntityCount = 94;  // of one state
+constexpr int kStateEntity = 332;
+constexpr int kStateParameterCount = 95;
+constexpr int kStateParameter = 333;
+}  // namespace blockvisibility
 
 namespace sortents {
 constexpr int kSpace = 330;

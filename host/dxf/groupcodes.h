@@ -62,12 +62,19 @@ constexpr int kGroup = 102;     // {NAME begins a group, } ends it
 constexpr int kDimStyleHandle = 105;
 
 // --- references: each kind has a range, these are the codes most records use of it
+constexpr int kUnresolved = 320;
+constexpr int kLastUnresolved = 329;
 constexpr int kOwner = 330;  // before the first subclass mark; below it, a soft pointer like any other
 constexpr int kReactor = 330;
 constexpr int kSoftPointer = 330;
+constexpr int kLastSoftPointer = 339;
 constexpr int kHardPointer = 340;
 constexpr int kSoftOwned = 350;
 constexpr int kHardOwned = 360;
+constexpr int kFirstReference = kSoftPointer;  // all kinds from here on, with other values among them
+constexpr int kLastReference = 399;
+constexpr int kFarHardPointer = 480;
+constexpr int kLastFarHardPointer = 481;
 
 // --- extended data
 constexpr int kFirstXdata = 1000;

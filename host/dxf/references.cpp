@@ -1,9 +1,13 @@
 // The table of references.
 #include "host/dxf/references.h"
 
+#include "host/dxf/classcodes.h"
+
 namespace qrs::dxf {
 
 namespace {
+
+using namespace codes;
 
 // A rule with what sets it apart from a plain one.
 struct Row {
@@ -73,11 +77,17 @@ struct Row {
 constexpr Row everywhere(int first, int last, Loss loss) {
     return {{"", "", "", "", first, last, loss}};
 }
+constexpr Row everywhere(int code, Loss loss) {
+    return everywhere(code, code, loss);
+}
 constexpr Row in(std::string_view section, int first, int last, Loss loss) {
     return {{"", section, "", "", first, last, loss}};
 }
 constexpr Row in(std::string_view section, int code, Loss loss) {
     return in(section, code, code, loss);
+}
+constexpr Row allIn(std::string_view section, Loss loss) {
+    return in(section, codes::kFirstReference, codes::kLastReference, loss);
 }
 constexpr Row inGroup(std::string_view group, int code, Loss loss) {
     return {{"", "", group, "", code, code, loss}};
@@ -87,59 +97,64 @@ constexpr Row inGroup(std::string_view group, int code, Loss loss) {
 // what else stands somewhere becomes 0, since its place may tell what it is.
 constexpr Row kRules[] = {
     // --- groups that any record may have
-    inGroup("ACAD_REACTORS", 330, Loss::Entry).emptying(Emptied::Group),
-    inGroup("ACAD_XDICTIONARY", 360, Loss::Entry).emptying(Emptied::Group),
-    inGroup("BLKREFS", 331, Loss::Entry).emptying(Emptied::Group),
-    inGroup("ADSK_LYR_", 335, Loss::Group),  // a property of a layer in one viewport
+    inGroup("ACAD_REACTORS", codes::kReactor, Loss::Entry).emptying(Emptied::Group),
+    inGroup("ACAD_XDICTIONARY", codes::kHardOwned, Loss::Entry).emptying(Emptied::Group),
+    inGroup("BLKREFS", blockrecord::kBlockReference, Loss::Entry).emptying(Emptied::Group),
+    inGroup("ADSK_LYR_", layer::kOverriddenIn, Loss::Group),
 
     // --- entities
-    in("AcDbEntity", 330, 399, Loss::Entry),  // material, visual style, plot style: by layer when not given
-    in("AcDbViewport", 340, Loss::Entry).clearing(90, 0x10000),  // outline; status bit: clipped
-    in("AcDbViewport", 341, Loss::Entry).doneWithout(),          // frozen layers, as 331
-    in("AcDbViewport", 330, 399, Loss::Entry),
-    in("AcDbHatch", 330, Loss::Entry).countedBy(97).asWhole().setting(71, 0),  // boundary; associative
-    in("AcDbLeader", 340, Loss::Entry).setting(73, 3),                         // annotation; 3: without
-    in("AcDbMLeader", 330, Loss::Entry).with(177, 44, 302),                    // attribute definition, its text
-    in("TDbPipePrototype", 330, 399, Loss::Entry),
-    in("TDbPipe", 330, 399, Loss::Entry),
-    everywhere(codes::kXdataLayer, codes::kXdataLayer, Loss::Entry).ofRecord("VIEWPORT").named(),  // frozen, up to R14
+    allIn("AcDbEntity", Loss::Entry),  // material, visual style, plot style: by layer when not given
+    in("AcDbViewport", viewport::kOutline, Loss::Entry).clearing(viewport::kStatus, viewport::kIsClipped),
+    in("AcDbViewport", viewport::kHardFrozenLayer, Loss::Entry).doneWithout(),
+    allIn("AcDbViewport", Loss::Entry),
+    in("AcDbHatch", hatch::kBoundary, Loss::Entry)
+        .countedBy(hatch::kBoundaryCount)
+        .asWhole()
+        .setting(hatch::kIsAssociative, 0),
+    in("AcDbLeader", leader::kAnnotation, Loss::Entry).setting(leader::kAnnotationKind, leader::kNoAnnotation),
+    in("AcDbMLeader", mleader::kAttribute, Loss::Entry)
+        .with(mleader::kAttributeNumber, mleader::kAttributeWidth, mleader::kAttributeText),
+    allIn("TDbPipePrototype", Loss::Entry),
+    allIn("TDbPipe", Loss::Entry),
+    everywhere(codes::kXdataLayer, Loss::Entry).ofRecord("VIEWPORT").named(),  // frozen, up to R14
 
     // --- tables
-    in("AcDbViewportTableRecord", 330, 399, Loss::Entry),
-    in("AcDbViewTableRecord", 330, 399, Loss::Entry),
-    in("AcDbDimStyleTable", 340, Loss::Entry).countedBy(71),
+    allIn("AcDbViewportTableRecord", Loss::Entry),
+    allIn("AcDbViewTableRecord", Loss::Entry),
+    in("AcDbDimStyleTable", dimstyles::kStyle, Loss::Entry).countedBy(dimstyles::kStyleCount),
 
     // --- objects
-    in("AcDbDictionary", 350, Loss::Entry).after(codes::kEntryName),
-    in("AcDbDictionary", 360, Loss::Entry).after(codes::kEntryName),
-    in("AcDbGroup", 340, Loss::Entry).emptying(Emptied::Record),
-    in("AcDbSortentsTable", 330, Loss::Record),
-    in("AcDbSortentsTable", 331, Loss::Entry).with(codes::kHandle),  // the handle by whose rank the entity is drawn
-    in("AcDbLayout", 331, 399, Loss::Entry),                         // viewport last at work, coordinate systems
-    in("AcDbDimAssoc", 330, 339, Loss::Record),                      // the dimension, what it measures
-    in("AcDbRasterImageDefReactor", 330, Loss::Record),
-    in("AcDbIdSet", 330, Loss::Entry).countedBy(90),
-    in("AcDbField", 360, Loss::Entry).countedBy(90),
-    in("AcDbIdBuffer", 330, Loss::Entry),
-    in("AcDbLayerIndex", codes::kLayer, Loss::Entry).named().with(360, 90),
+    in("AcDbDictionary", codes::kSoftOwned, Loss::Entry).after(codes::kEntryName),
+    in("AcDbDictionary", codes::kHardOwned, Loss::Entry).after(codes::kEntryName),
+    in("AcDbGroup", codes::kHardPointer, Loss::Entry).emptying(Emptied::Record),
+    in("AcDbSortentsTable", sortents::kSpace, Loss::Record),
+    in("AcDbSortentsTable", sortents::kEntity, Loss::Entry).with(sortents::kSortHandle),
+    in("AcDbLayout", layout::kLastViewport, codes::kLastReference, Loss::Entry),     // and coordinate systems
+    in("AcDbDimAssoc", codes::kSoftPointer, codes::kLastSoftPointer, Loss::Record),  // the dimension, what it measures
+    in("AcDbRasterImageDefReactor", codes::kSoftPointer, Loss::Record),
+    in("AcDbIdSet", idset::kEntity, Loss::Entry).countedBy(idset::kCount),
+    in("AcDbField", field::kChild, Loss::Entry).countedBy(field::kChildCount),
+    in("AcDbIdBuffer", codes::kSoftPointer, Loss::Entry),
+    in("AcDbLayerIndex", codes::kLayer, Loss::Entry).named().with(layerindex::kEntities, layerindex::kEntityCount),
     in("AcDbLayerFilter", codes::kLayer, Loss::Entry).named(),
-    in("AcDbXrecord", 330, Loss::Entry).underText("AcLyLayerGroup"),
-    in("AcDbBlockAction", 330, Loss::Entry).countedBy(71),
-    in("AcDbBlockVisibilityParameter", 331, Loss::Entry).countedBy(93),
-    in("AcDbBlockVisibilityParameter", 332, Loss::Entry).countedBy(94),
-    in("AcDbBlockVisibilityParameter", 333, Loss::Entry).countedBy(95),
-    everywhere(320, 320, Loss::Record).ofRecord("ACDSRECORD"),  // the body of a solid
+    in("AcDbXrecord", codes::kSoftPointer, Loss::Entry).underText("AcLyLayerGroup"),
+    in("AcDbBlockAction", blockaction::kEntity, Loss::Entry).countedBy(blockaction::kEntityCount),
+    in("AcDbBlockVisibilityParameter", blockvisibility::kEntity, Loss::Entry).countedBy(blockvisibility::kEntityCount),
+    in("AcDbBlockVisibilityParameter", blockvisibility::kStateEntity, Loss::Entry)
+        .countedBy(blockvisibility::kStateEntityCount),
+    in("AcDbBlockVisibilityParameter", blockvisibility::kStateParameter, Loss::Entry)
+        .countedBy(blockvisibility::kStateParameterCount),
+    everywhere(codes::kUnresolved, Loss::Record).ofRecord("ACDSRECORD"),  // the body of a solid
 
     // --- all others
-    everywhere(320, 329, Loss::Stays),
-    everywhere(330, 369, Loss::Zero),
-    everywhere(390, 399, Loss::Zero),
-    everywhere(480, 481, Loss::Zero),
-    everywhere(codes::kXdataLayer, codes::kXdataLayer, Loss::Zero).named(),
-    everywhere(codes::kXdataHandle, codes::kXdataHandle, Loss::Zero),
+    everywhere(codes::kUnresolved, codes::kLastUnresolved, Loss::Stays),
+    everywhere(codes::kFirstReference, codes::kLastReference, Loss::Zero),
+    everywhere(codes::kFarHardPointer, codes::kLastFarHardPointer, Loss::Zero),
+    everywhere(codes::kXdataLayer, Loss::Zero).named(),
+    everywhere(codes::kXdataHandle, Loss::Zero),
 };
 
-constexpr ReferenceRule kOwnerRule = everywhere(codes::kOwner, codes::kOwner, Loss::Record).rule;
+constexpr ReferenceRule kOwnerRule = everywhere(codes::kOwner, Loss::Record).rule;
 
 bool mayRefer(int code) {
     return isToOther(referenceOf(code)) || code == codes::kLayer || code == codes::kXdataLayer;
