@@ -18,7 +18,6 @@ class Frame {
     bool addFilter(AcedFilterWinMsgFn filter);
     bool removeFilter(AcedFilterWinMsgFn filter);
     std::size_t removeFiltersOf(const void* application);
-    std::size_t filterCount() const { return filters_.size(); }
 
     bool setMeter(Terminal& terminal, const ACHAR* label, int minimum, int maximum);
     bool setMeterPosition(Terminal& terminal, int position);

@@ -41,7 +41,7 @@ std::optional<View> viewOf(const Entity& record, int heightCode) {
     const std::optional<Vec> center = record.point(viewport::kViewCenter);
     if (!center) return std::nullopt;
     const Vec target = record.point(viewport::kViewTarget).value_or(Vec{});
-    const double twist = -record.real(viewport::kViewTwist, 0.0) * (pick::kPi / 180);
+    const double twist = -record.real(viewport::kViewTwist, 0.0) * pick::kRadiansPerDegree;
     const Vec turned{center->x * std::cos(twist) - center->y * std::sin(twist),
                      center->x * std::sin(twist) + center->y * std::cos(twist), 0};
     return soundView(target + turned, record.real(heightCode, 0.0));

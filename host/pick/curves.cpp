@@ -10,7 +10,7 @@ using namespace dxf::codes;
 namespace {
 
 double radians(double degrees) {
-    return degrees * (kPi / 180.0);
+    return degrees * kRadiansPerDegree;
 }
 
 // How far a curve runs counterclockwise from one angle to another: a whole turn when they are one.

@@ -9,6 +9,7 @@
 namespace qrs::host::pick {
 
 using platform::kPi;
+using platform::kRadiansPerDegree;
 
 struct Vec {
     double x = 0.0;

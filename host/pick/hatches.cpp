@@ -67,8 +67,8 @@ void readArcEdge(Reader& reader, bool isEllipse, const Pen& pen, Loop& loop) {
     } else {
         u = {reader.real(hatch::kRadius), 0, 0};
     }
-    const double from = reader.real(hatch::kStartAngle) * (kPi / 180);
-    double to = reader.real(hatch::kEndAngle) * (kPi / 180);
+    const double from = reader.real(hatch::kStartAngle) * kRadiansPerDegree;
+    double to = reader.real(hatch::kEndAngle) * kRadiansPerDegree;
     const bool counterclockwise = reader.integer(hatch::kIsCounterclockwise) != 0;
     if (!(to > from)) to += 2 * kPi;
     if (reader.isBroken() || !(to > from)) return;

@@ -30,7 +30,7 @@ bool placeInsert(const Entity& entity, Placement& placement) {
     if (!at) return false;
     placement.block = entity.text(codes::kName);
     const Transform plane = planeOf(entity.normal());
-    const Transform turned = plane.after(turn(entity.real(insert::kRotation, 0.0) * (kPi / 180)));
+    const Transform turned = plane.after(turn(entity.real(insert::kRotation, 0.0) * kRadiansPerDegree));
     const Transform scale{{entity.real(insert::kScaleX, 1.0), 0, 0},
                           {0, entity.real(insert::kScaleY, 1.0), 0},
                           {0, 0, entity.real(insert::kScaleZ, 1.0)},

@@ -18,7 +18,6 @@ class Region {
     // An open line.
     static Region fence(std::vector<Vec> points);
 
-    const Box& bounds() const { return bounds_; }
     const std::vector<Vec>& corners() const { return corners_; }
     bool isWindow() const { return kind_ == Kind::Window; }
     // Far smaller than anything that could be told apart in it.

@@ -58,7 +58,7 @@ void drawTextLine(const Entity& entity, const Pen& pen, int textCode, int vertic
     const Vec anchor =
         across != kLeft || up != kBaseline ? entity.point(text::kAlignmentPoint).value_or(*start) : *start;
     double width = lineWidth(entity.text(textCode)) * height * std::fabs(entity.real(text::kWidthFactor, 1.0));
-    double angle = entity.real(text::kRotation, 0.0) * (kPi / 180);
+    double angle = entity.real(text::kRotation, 0.0) * kRadiansPerDegree;
     Vec at = anchor;
     double left = 0.0;
     if (across == kAligned || across == kFit) {
@@ -158,7 +158,7 @@ void drawParagraphs(const Entity& entity, const Pen& pen) {
     const Vec size = paragraphSize(entity, height);
     const Vec z = unit(entity.normal(), {0, 0, 1});
     const Transform plane = planeOf(z);
-    const double angle = entity.real(mtext::kRotation, 0.0) * (kPi / 180);
+    const double angle = entity.real(mtext::kRotation, 0.0) * kRadiansPerDegree;
     const Vec turned = plane.vector({std::cos(angle), std::sin(angle), 0});
     const Vec x = unit(entity.point(mtext::kDirection).value_or(turned), turned);
     // 1 to 9: left, middle, right in three rows from the top.
