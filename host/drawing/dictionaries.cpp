@@ -3,6 +3,7 @@
 
 #include "host/drawing/objecttags.h"
 #include "host/dxf/classcodes.h"
+#include "host/dxf/recordwalk.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host {
@@ -26,13 +27,12 @@ struct Place {
 Place placeOf(const dxf::Drawing& drawing, dxf::RecordId dictionary, std::wstring_view entryName) {
     Place end;
     end.value.code = codes::kSoftOwned;
-    dxf::TagCursor cursor = drawing.tags(dictionary);
-    dxf::Tag tag;
+    dxf::RecordWalk walk(drawing.tags(dictionary));
     dxf::Tag name;
-    bool isOwn = false;
     bool hasName = false;
-    while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
-        if (tag.code == codes::kSubclass) isOwn = dxf::trimmed(tag.value) == "AcDbDictionary";
+    for (dxf::Tag tag; walk.next(tag) && walk.part() != dxf::Part::Xdata;) {
+        const bool isInSection = walk.section() == "AcDbDictionary";
+        const bool isOwn = isInSection && walk.isOwn();
         if (hasName && isEntryHandle(tag.code)) {
             end.value.code = tag.code;
             if (platform::compareNoCase(readText(drawing, name.value), entryName) == 0) return {true, name.begin, tag};
@@ -42,7 +42,7 @@ Place placeOf(const dxf::Drawing& drawing, dxf::RecordId dictionary, std::wstrin
             end.value.code = codes::kHardOwned;
         hasName = isOwn && tag.code == codes::kEntryName;
         if (hasName) name = tag;
-        if (isOwn) end.value.begin = tag.end;
+        if (isInSection) end.value.begin = tag.end;
     }
     return end;
 }
@@ -51,13 +51,12 @@ Place placeOf(const dxf::Drawing& drawing, dxf::RecordId dictionary, std::wstrin
 
 std::vector<DictionaryEntry> dictionaryEntries(const dxf::Drawing& drawing, dxf::RecordId dictionary) {
     std::vector<DictionaryEntry> entries;
-    dxf::TagCursor cursor = drawing.tags(dictionary);
-    dxf::Tag tag;
+    dxf::RecordWalk walk(drawing.tags(dictionary));
     std::wstring name;
     bool hasName = false;
-    while (cursor.next(tag) && tag.code < codes::kFirstXdata) {
+    for (dxf::Tag tag; walk.next(tag) && walk.part() != dxf::Part::Xdata;) {
         if (hasName && isEntryHandle(tag.code)) entries.push_back({name, drawing.findHandle(dxf::toHandle(tag.value))});
-        hasName = tag.code == codes::kEntryName;
+        hasName = walk.isOwn() && tag.code == codes::kEntryName;
         if (hasName) name = readText(drawing, tag.value);
     }
     return entries;
