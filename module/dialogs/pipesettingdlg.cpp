@@ -6,6 +6,7 @@
 #include "axlock.h"
 #include "dialogs/layerdefdlg.h"
 #include "dialogs/pipesystemdlg.h"
+#include "layers/layerfields.h"
 #include "PipeSystemTool.h"
 #include "standard/text.h"
 #include "standard/values.h"
@@ -38,6 +39,18 @@ CString layerNameBy(const qrs::standard::Standard& standard, const CString& type
     for (const qrs::standard::NameRule& rule : standard.nameRules)
         if (rule.LayerType == type) return rule.LayerPrefix + system + rule.LayerSuffix;
     return system + L"-" + type;
+}
+
+// Why a new system cannot have its layers, which are named after it; empty when it can.
+std::wstring refuseLayers(const qrs::standard::Standard& standard, const PipeNode& system) {
+    for (int i = 0; i < system.GetLayerNum(); ++i) {
+        const CString name = system.FindLayerNode(i)->LayerName;
+        const std::wstring refusal = qrs::layers::refuseLayerName(wide(name));
+        if (!refusal.empty()) return refusal;
+        for (const auto& group : standard.groups)
+            if (group->FindPipeSystemByLayerName(name)) return L"图层 " + wide(name) + L" 已属于另一个管线系统。";
+    }
+    return {};
 }
 
 }  // namespace
@@ -146,12 +159,15 @@ void CPipeSettingDlg::addSystem() {
     PipeGroupNode* into = group();
     if (!into) return;
     std::wstring name;
+    const auto made = [&](const std::wstring& typed) {
+        return makeSystem(edit_->standard(), *into, makeText(typed), chosenSystem());
+    };
     const auto refuse = [&](const std::wstring& typed) {
-        return CPipeSystemDlg::RefuseName(edit_->standard(), *into, nullptr, typed);
+        const std::wstring refusal = CPipeSystemDlg::RefuseName(edit_->standard(), *into, nullptr, typed);
+        return refusal.empty() ? refuseLayers(edit_->standard(), *made(typed)) : refusal;
     };
     if (!AskText(L"新建管线系统", L"系统名", name, refuse)) return;
-    std::unique_ptr<PipeNode> system = makeSystem(edit_->standard(), *into, makeText(name), chosenSystem());
-    into->AddPipeSystem(system.release());
+    into->AddPipeSystem(made(name).release());
     changed_ = true;
     list(static_cast<std::size_t>(into->GetSystemNum() - 1));
 }

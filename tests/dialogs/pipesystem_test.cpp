@@ -40,6 +40,8 @@ TEST_F(PipeSystemDialogs, SettingsAreEditedOnACopyAndSaved) {
                                             L"市政给水",
                                             L"给水",
                                             L"消防",
+                                            L"消火栓",
+                                            L"软化/水",
                                             L"系统名=软化水",
                                             L"",
                                             L"下移",
@@ -82,6 +84,8 @@ TEST_F(PipeSystemDialogs, SettingsAreEditedOnACopyAndSaved) {
     EXPECT_EQ(PipeSystemTool::GetPipeSystemNameByLayer(L"给水主管"), CString(L"市政给水"));
     EXPECT_EQ(count(terminal.transcript, L"请输入 0 到 10000 的数值。"), 1u);
     EXPECT_EQ(count(terminal.transcript, L"给水 是系统 市政给水 的原名。"), 1u);
+    EXPECT_EQ(count(terminal.transcript, L"图层 给排-消火栓-管线 已属于另一个管线系统。"), 1u);
+    EXPECT_EQ(count(terminal.transcript, L"图层名不能含有"), 2u) << "typed, and made of a system's name";
     EXPECT_EQ(count(terminal.transcript, L"消防 是系统 消火栓 的原名。"), 1u) << "of another group";
     EXPECT_EQ(count(terminal.transcript, L"颜色应为 1 到 255"), 1u);
 }
