@@ -7,6 +7,7 @@
 #include "aced.h"
 #include "dialogs/userlayerdlg.h"
 #include "layers/layerfields.h"
+#include "standard/layerlookup.h"
 #include "standard/text.h"
 
 using namespace qrs::layers;
@@ -79,8 +80,8 @@ void CLayerDefDlg::OnOK() {
     CDialog::OnOK();
 }
 
-CLayerDefListDlg::CLayerDefListDlg(PipeGroupNode& group, PipeNode& system)
-    : CDialog((L"图层 - " + wide(system.PipeName)).c_str()), group_(&group), system_(&system) {}
+CLayerDefListDlg::CLayerDefListDlg(const qrs::standard::Standard& standard, PipeNode& system)
+    : CDialog((L"图层 - " + wide(system.PipeName)).c_str()), standard_(&standard), system_(&system) {}
 
 CLayerDefListDlg::CLayerDefListDlg(OtherLayerNode& group)
     : CDialog((L"图层 - " + wide(group.GroupName())).c_str()), others_(&group) {}
@@ -121,7 +122,7 @@ void CLayerDefListDlg::list(std::size_t chosen) {
 // Systems may share a layer inside, but not with one another: what lies on it would belong to either.
 std::wstring CLayerDefListDlg::refuseName(const LayerNode* layer, const std::wstring& name) const {
     const CString wanted = makeText(name);
-    if (group_ && !group_->CanRenameLayerName(system_->PipeName, wanted))
+    if (system_ && qrs::standard::isLayerOfAnother(*standard_, system_->PipeName, wanted))
         return L"图层 " + name + L" 已属于另一个管线系统。";
     const LayerNode* same = others_ ? others_->FindLayerNodeByLayerName(wanted) : nullptr;
     if (same && same != layer) return L"图层 " + name + L" 已经存在。";

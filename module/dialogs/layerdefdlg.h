@@ -6,6 +6,7 @@
 
 #include "afxwin.h"
 #include "PipeNodes.h"
+#include "standard/standard.h"
 
 // One layer definition. OK writes what was typed into the node; Cancel leaves it as it was.
 class CLayerDefDlg : public CDialog {
@@ -36,7 +37,7 @@ class CLayerDefDlg : public CDialog {
 // once; the caller gives a copy and drops it when the dialog was cancelled.
 class CLayerDefListDlg : public CDialog {
   public:
-    CLayerDefListDlg(PipeGroupNode& group, PipeNode& system);
+    CLayerDefListDlg(const qrs::standard::Standard& standard, PipeNode& system);
     explicit CLayerDefListDlg(OtherLayerNode& group);
 
   protected:
@@ -52,7 +53,7 @@ class CLayerDefListDlg : public CDialog {
     LayerNode* layerAt(int position) const;
     std::wstring refuseName(const LayerNode* layer, const std::wstring& name) const;
 
-    PipeGroupNode* group_ = nullptr;
+    const qrs::standard::Standard* standard_ = nullptr;
     PipeNode* system_ = nullptr;
     OtherLayerNode* others_ = nullptr;
     qrs::platform::Control* list_ = nullptr;

@@ -8,6 +8,7 @@
 #include "dialogs/pipesystemdlg.h"
 #include "layers/layerfields.h"
 #include "PipeSystemTool.h"
+#include "standard/layerlookup.h"
 #include "standard/text.h"
 #include "standard/values.h"
 
@@ -47,8 +48,8 @@ std::wstring refuseLayers(const qrs::standard::Standard& standard, const PipeNod
         const CString name = system.FindLayerNode(i)->LayerName;
         const std::wstring refusal = qrs::layers::refuseLayerName(wide(name));
         if (!refusal.empty()) return refusal;
-        for (const auto& group : standard.groups)
-            if (group->FindPipeSystemByLayerName(name)) return L"图层 " + wide(name) + L" 已属于另一个管线系统。";
+        if (qrs::standard::isLayerOfAnother(standard, system.PipeName, name))
+            return L"图层 " + wide(name) + L" 已属于另一个管线系统。";
     }
     return {};
 }
@@ -148,7 +149,7 @@ void CPipeSettingDlg::editLayers() {
     PipeNode* system = chosenSystem();
     if (!system) return;
     const std::unique_ptr<PipeNode> copy(system->Clone());
-    CLayerDefListDlg dialog(*group(), *copy);
+    CLayerDefListDlg dialog(edit_->standard(), *copy);
     if (dialog.DoModal() != IDOK) return;
     system->CopyFrom(copy.get());
     changed_ = true;
@@ -163,7 +164,7 @@ void CPipeSettingDlg::addSystem() {
         return makeSystem(edit_->standard(), *into, makeText(typed), chosenSystem());
     };
     const auto refuse = [&](const std::wstring& typed) {
-        const std::wstring refusal = CPipeSystemDlg::RefuseName(edit_->standard(), *into, nullptr, typed);
+        const std::wstring refusal = CPipeSystemDlg::RefuseName(edit_->standard(), nullptr, typed);
         return refusal.empty() ? refuseLayers(edit_->standard(), *made(typed)) : refusal;
     };
     if (!AskText(L"新建管线系统", L"系统名", name, refuse)) return;

@@ -77,18 +77,21 @@ void takeText(PipeNode& system, const SystemField& field, const std::wstring& ty
 CPipeSystemDlg::CPipeSystemDlg(const qrs::standard::Standard& standard, PipeGroupNode& group, PipeNode& system)
     : CDialog(L"管线系统"), standard_(standard), group_(group), system_(system) {}
 
-std::wstring CPipeSystemDlg::RefuseName(const qrs::standard::Standard& standard, const PipeGroupNode& group,
-                                        const PipeNode* system, const std::wstring& name) {
+std::wstring CPipeSystemDlg::RefuseName(const qrs::standard::Standard& standard, const PipeNode* system,
+                                        const std::wstring& name) {
     if (name.empty()) return L"系统名不能为空。";
-    for (int i = 0; i < group.GetSystemNum(); ++i) {
-        const PipeNode* other = group.FindPipeSystem(i);
-        if (other != system && compareNoCase(view(other->PipeName), name) == 0) return L"系统 " + name + L" 已经存在。";
-    }
-    // The pipes of old drawings that bear the name belong to the system that once had it.
-    CString owner;
-    for (const auto& one : standard.groups) {
-        if (!one->OldSystemNameToCurrentName(makeText(name), owner) || view(owner) == name) continue;
-        if (system == nullptr || owner != system->PipeName) return name + L" 是系统 " + wide(owner) + L" 的原名。";
+    for (const auto& group : standard.groups) {
+        // In other groups, too: a question by name is answered by the first group that has it.
+        for (int i = 0; i < group->GetSystemNum(); ++i) {
+            const PipeNode* other = group->FindPipeSystem(i);
+            if (other != system && compareNoCase(view(other->PipeName), name) == 0)
+                return L"系统 " + name + L" 已经存在。";
+        }
+        // The pipes of old drawings that bear the name belong to the system that once had it.
+        CString owner;
+        const bool isOld = group->OldSystemNameToCurrentName(makeText(name), owner) && view(owner) != name;
+        if (isOld && (system == nullptr || owner != system->PipeName))
+            return name + L" 是系统 " + wide(owner) + L" 的原名。";
     }
     return {};
 }
@@ -97,7 +100,7 @@ BOOL CPipeSystemDlg::OnInitDialog() {
     fields_.clear();
     name_ = &form().addEdit(L"系统名", wide(system_.PipeName));
     name_->enabled = group_.CanRename() && system_.CanName;
-    name_->refuse = [this](const std::wstring& name) { return RefuseName(standard_, group_, &system_, name); };
+    name_->refuse = [this](const std::wstring& name) { return RefuseName(standard_, &system_, name); };
     for (const SystemField& field : kFields) {
         Control& control = field.isMaterial
                                ? form().addCombo(field.caption, GetPipeMaterialList(), textOf(system_, field), true)

@@ -13,10 +13,10 @@ class CPipeSystemDlg : public CDialog {
   public:
     CPipeSystemDlg(const qrs::standard::Standard& standard, PipeGroupNode& group, PipeNode& system);
 
-    // Why a group of the standard cannot have a system of that name, one sentence; empty when it can. system is the one
-    // that is to get the name, or null for a new one.
-    static std::wstring RefuseName(const qrs::standard::Standard& standard, const PipeGroupNode& group,
-                                   const PipeNode* system, const std::wstring& name);
+    // Why the standard cannot have a system of that name, one sentence; empty when it can. system is the one that is to
+    // get the name, or null for a new one.
+    static std::wstring RefuseName(const qrs::standard::Standard& standard, const PipeNode* system,
+                                   const std::wstring& name);
 
   protected:
     BOOL OnInitDialog() override;

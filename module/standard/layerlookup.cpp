@@ -65,6 +65,11 @@ LayerNode* layerNamed(const Standard& standard, const CString& layerName) {
     return nullptr;
 }
 
+bool isLayerOfAnother(const Standard& standard, const CString& systemName, const CString& layerName) {
+    return std::any_of(standard.groups.begin(), standard.groups.end(),
+                       [&](const auto& group) { return !group->CanRenameLayerName(systemName, layerName); });
+}
+
 FoundSystem systemWithLayer(const Standard& standard, const CString& layerName) {
     for (const IndexEntry* entry : standard.systems().withLayer(layerName)) {
         if (entry->system->FindLayerNodeByLayerName(layerName) != nullptr) return {entry->system, entry->group};

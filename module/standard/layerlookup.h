@@ -28,6 +28,9 @@ LayerNode* independentLayer(const Standard& standard, const CString& layerKey);
 // The first definition of that name: pipe systems, then groups of other layers.
 LayerNode* layerNamed(const Standard& standard, const CString& layerName);
 
+// Whether a system of another name (compared without regard to case) has an own layer of that name.
+bool isLayerOfAnother(const Standard& standard, const CString& systemName, const CString& layerName);
+
 // The first system that has an own layer of that name, and its group.
 struct FoundSystem {
     PipeNode* system = nullptr;

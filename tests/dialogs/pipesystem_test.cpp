@@ -20,6 +20,7 @@ TEST_F(PipeSystemDialogs, SettingsAreEditedOnACopyAndSaved) {
     const std::deque<std::wstring> edits = {L"gxsz",
                                             L"生活给水",
                                             L"系统属性",
+                                            L"系统名=雨水",
                                             L"系统名=市政给水",
                                             L"管线宽度=-1",
                                             L"管线宽度=0.7",
@@ -30,6 +31,7 @@ TEST_F(PipeSystemDialogs, SettingsAreEditedOnACopyAndSaved) {
                                             L"修改",
                                             L"颜色=300",
                                             L"图层名=a|b",
+                                            L"图层名=给排-雨水-管线",
                                             L"图层名=给水主管",
                                             L"颜色=1,2,3",
                                             L"线宽=0.70",
@@ -41,6 +43,7 @@ TEST_F(PipeSystemDialogs, SettingsAreEditedOnACopyAndSaved) {
                                             L"给水",
                                             L"消防",
                                             L"消火栓",
+                                            L"生活给水",
                                             L"软化/水",
                                             L"系统名=软化水",
                                             L"",
@@ -84,7 +87,10 @@ TEST_F(PipeSystemDialogs, SettingsAreEditedOnACopyAndSaved) {
     EXPECT_EQ(PipeSystemTool::GetPipeSystemNameByLayer(L"给水主管"), CString(L"市政给水"));
     EXPECT_EQ(count(terminal.transcript, L"请输入 0 到 10000 的数值。"), 1u);
     EXPECT_EQ(count(terminal.transcript, L"给水 是系统 市政给水 的原名。"), 1u);
-    EXPECT_EQ(count(terminal.transcript, L"图层 给排-消火栓-管线 已属于另一个管线系统。"), 1u);
+    EXPECT_EQ(count(terminal.transcript, L"系统 雨水 已经存在。"), 1u) << "in another group";
+    EXPECT_EQ(count(terminal.transcript, L"系统 消火栓 已经存在。"), 1u);
+    for (const wchar_t* layer : {L"给排-雨水-管线", L"给排-生活给水-立管"})
+        EXPECT_EQ(count(terminal.transcript, L"图层 " + std::wstring(layer) + L" 已属于另一个管线系统。"), 1u);
     EXPECT_EQ(count(terminal.transcript, L"图层名不能含有"), 2u) << "typed, and made of a system's name";
     EXPECT_EQ(count(terminal.transcript, L"消防 是系统 消火栓 的原名。"), 1u) << "of another group";
     EXPECT_EQ(count(terminal.transcript, L"颜色应为 1 到 255"), 1u);
