@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "standard/layerlookup.h"
 #include "standard/text.h"
 #include "tools/picking.h"
 
@@ -123,7 +124,7 @@ void CLayerPickUpDlg::showTarget() {
 std::wstring CLayerPickUpDlg::refuseName() const {
     const CString name = makeText(picked_.name);
     if (qrs::tools::isOfReference(picked_.name)) return L"外部参照的图层不能作为标准图层。";
-    if (group() && !group()->CanRenameLayerName(makeText(systems_->text), name))
+    if (group() && qrs::standard::isLayerOfAnother(edit_->standard(), makeText(systems_->text), name))
         return L"图层 " + picked_.name + L" 已属于另一个管线系统。";
     const LayerNode* same = otherGroup() ? otherGroup()->FindLayerNodeByLayerName(name) : nullptr;
     if (same && same != target()) return L"图层 " + picked_.name + L" 已经存在。";
