@@ -67,14 +67,15 @@ bool hasLayer(AcDbDatabase* database, const std::wstring& name) {
     return table.openStatus() == Acad::eOk && table->has(name.c_str());
 }
 
-bool makeLayer(AcDbDatabase* database, const std::wstring& name) {
+AcDbObjectId makeLayer(AcDbDatabase* database, const std::wstring& name) {
     AcDbLayerTablePointer table(database, AcDb::kForWrite);
     AcDbLayerTableRecordPointer record;
     record.create();
     const bool added = table.openStatus() == Acad::eOk && record->setName(name.c_str()) == Acad::eOk &&
                        table->add(record.object()) == Acad::eOk;
-    if (!added) refuse(L"Invalid layer name: " + inQuotes(name) + L".");
-    return added;
+    if (added) return record->objectId();
+    refuse(L"Invalid layer name: " + inQuotes(name) + L".");
+    return {};
 }
 
 std::wstring colorText(const AcCmColor& color) {

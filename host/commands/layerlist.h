@@ -25,8 +25,8 @@ std::vector<NamedLayer> findLayers(AcDbDatabase* database, const std::wstring& l
 std::vector<NamedLayer> layersOfSelection();
 
 bool hasLayer(AcDbDatabase* database, const std::wstring& name);
-// Adds a layer; false, with a message, when it cannot have the name.
-bool makeLayer(AcDbDatabase* database, const std::wstring& name);
+// Adds a layer; null, with a message, when it cannot have the name.
+AcDbObjectId makeLayer(AcDbDatabase* database, const std::wstring& name);
 
 // "1 (red)", "8", "255,128,0".
 std::wstring colorText(const AcCmColor& color);

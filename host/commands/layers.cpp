@@ -104,7 +104,8 @@ bool makeAndSet(AcDbDatabase* database) {
     std::optional<std::wstring> name =
         askText(L"\nEnter name for new layer (becomes the current layer) <" + current + L">: ", Blanks::Kept);
     if (!name) return false;
-    if (!name->empty() && (hasLayer(database, *name) || makeLayer(database, *name))) makeCurrent(database, *name);
+    if (!name->empty() && (hasLayer(database, *name) || !makeLayer(database, *name).isNull()))
+        makeCurrent(database, *name);
     return true;
 }
 

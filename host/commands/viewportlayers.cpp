@@ -158,10 +158,10 @@ bool reset(AcApDocument& document) {
     return true;
 }
 
-void setDefault(const NamedLayer& layer, bool frozen) {
-    const AcDbLayerTableRecordPointer record(layer.id, AcDb::kForWrite);
+void setDefault(AcDbObjectId layer, bool frozen) {
+    const AcDbLayerTableRecordPointer record(layer, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk || record->setVPDFLT(frozen) != Acad::eOk)
-        refuse(L"Cannot change layer " + inQuotes(layer.name) + L".");
+        refuse(L"Cannot change layer " + inQuotes(layerName(layer)) + L".");
 }
 
 bool addFrozen(AcApDocument& document) {
@@ -173,11 +173,9 @@ bool addFrozen(AcApDocument& document) {
     for (const std::wstring& name : splitNames(*names)) {
         if (hasLayer(database, name)) {
             refuse(L"Layer " + inQuotes(name) + L" already exists.");
-        } else if (makeLayer(database, name)) {
-            for (const NamedLayer& layer : findLayers(database, name)) {
-                setDefault(layer, true);
-                layers.append(layer.id);
-            }
+        } else if (const AcDbObjectId layer = makeLayer(database, name); !layer.isNull()) {
+            setDefault(layer, true);
+            layers.append(layer);
         }
     }
     setFrozen(allViewports(*database), layers, true);
@@ -193,7 +191,7 @@ bool changeDefault(AcApDocument& document) {
         askKeyword(L"Frozen Thawed", L"\nEnter a viewport visibility option [Frozen/Thawed] <Thawed>: ");
     if (!state) return false;
     for (const NamedLayer& layer : layers)
-        setDefault(layer, *state == L"Frozen");
+        setDefault(layer.id, *state == L"Frozen");
     return true;
 }
 

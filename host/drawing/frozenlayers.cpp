@@ -48,7 +48,7 @@ void FrozenLayers::readNames() {
             }
             depth += opens ? 1 : -1;
         } else if (tag.code == codes::kXdataLayer && depth == 2) {
-            entries_.push_back({tables_.find(TableKind::Layer, readText(drawing_, tag.value)), tag.begin, tag.end});
+            entries_.push_back({tables_.find(TableKind::Layer, readText(drawing_, tag.value)), tag});
         }
     }
 }
@@ -67,7 +67,7 @@ void FrozenLayers::readHandles() {
             TableKind kind = TableKind::Block;
             const RecordId named = drawing_.findHandle(dxf::toHandle(tag.value));
             const bool isLayer = named != kNoRecord && tables_.kindOf(named, kind) && kind == TableKind::Layer;
-            entries_.push_back({isLayer ? named : kNoRecord, tag.begin, tag.end});
+            entries_.push_back({isLayer ? named : kNoRecord, tag});
             code_ = tag.code;
             place_ = tag.end;
         } else if (entries_.empty() &&
@@ -111,9 +111,13 @@ bool FrozenLayers::add(const std::vector<RecordId>& layers) {
 
 void FrozenLayers::remove(const std::vector<RecordId>& layers) {
     const std::unordered_set<RecordId> thawed(layers.begin(), layers.end());
-    // The last one first, so that the places of the others hold.
-    for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry)
-        if (thawed.count(entry->layer) != 0) drawing_.eraseTags(viewport_, entry->begin, entry->end);
+    std::vector<dxf::TagEdit> edits;
+    for (const Entry& entry : entries_) {
+        if (thawed.count(entry.layer) == 0) continue;
+        edits.emplace_back().tag = entry.tag;
+        edits.back().isGone = true;
+    }
+    if (!edits.empty()) drawing_.editTags(viewport_, edits);
 }
 
 }  // namespace qrs::host

@@ -23,8 +23,7 @@ class FrozenLayers {
   private:
     struct Entry {
         dxf::RecordId layer;
-        std::uint32_t begin;
-        std::uint32_t end;
+        dxf::Tag tag;
     };
     void readNames();
     void readHandles();

@@ -93,6 +93,17 @@ std::vector<Row> rows() {
     // --- entities
     entity("a viewport's outline", "0=VIEWPORT;5=B;100=AcDbEntity;8=0;100=AcDbViewport;90=884832;340=A1;345=A1;331=A2;",
            "0=VIEWPORT;5=B;100=AcDbEntity;8=0;100=AcDbViewport;90=819296;331=A2;");
+    const auto coordinates = [](const char* table, const char* view, const char* viewport, const char* layout) {
+        return Sections{std::string("0=TABLE;2=UCS;5=7;") + table +
+                            "0=UCS;5=A2;2=V;0=ENDTAB;0=TABLE;2=VIEW;5=6;70=1;"
+                            "0=VIEW;5=9;100=AcDbViewTableRecord;2=W;" +
+                            view + "0=ENDTAB;",
+                        "", std::string("0=VIEWPORT;5=B;100=AcDbEntity;8=0;100=AcDbViewport;71=1;") + viewport,
+                        std::string("0=LAYOUT;5=C;100=AcDbPlotSettings;1=;100=AcDbLayout;1=L;330=1F;") + layout, ""};
+    };
+    add("the coordinate systems of a view, a viewport, a layout", {0xA1},
+        coordinates("70=2;0=UCS;5=A1;2=U;", "345=A1;346=A2;", "345=A1;346=A2;", "345=A2;346=A1;"),
+        coordinates("70=1;", "346=A2;", "346=A2;", "345=A2;"));
     entity(
         "one boundary of a hatch",
         "0=HATCH;5=B;100=AcDbEntity;8=0;100=AcDbHatch;70=1;71=1;91=2;92=1;93=1;97=     2;330=A1;330=A2;92=1;97=1;330="

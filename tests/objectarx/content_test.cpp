@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 
@@ -265,6 +266,22 @@ TEST(DatabaseContent, ViewportsFreezeLayersAsTheirDrawingWritesThem) {
     ASSERT_EQ(viewport->thawLayersInViewport(frozen), Acad::eOk);
     ASSERT_EQ(viewport->freezeLayersInViewport(listOf({sample.layer(L"0")})), Acad::eOk);
     EXPECT_EQ(sample.changes(), "") << "the list as it was";
+
+    // Thawing many takes a time like freezing them.
+    AcDbObjectIdArray many;
+    for (int i = 0; i < 3000; ++i) {
+        AcDbLayerTableRecordPointer layer;
+        layer.create();
+        layer->setName((L"many" + std::to_wstring(i)).c_str());
+        AcDbLayerTablePointer(sample.database.get(), AcDb::kForWrite)->add(layer.object());
+        many.append(layer->objectId());
+    }
+    const std::clock_t start = std::clock();
+    ASSERT_EQ(viewport->freezeLayersInViewport(many), Acad::eOk);
+    const std::clock_t frozenAt = std::clock();
+    ASSERT_EQ(viewport->thawLayersInViewport(many), Acad::eOk);
+    EXPECT_LT(std::clock() - frozenAt, 20 * (frozenAt - start) + CLOCKS_PER_SEC / 10);
+    EXPECT_TRUE(viewport->isLayerFrozenInViewport(sample.layer(L"0")));
 
     text = oldDrawing();
     const std::string view =
