@@ -5,6 +5,7 @@
 #include <optional>
 #include <tuple>
 
+#include "host/platform/fonts.h"
 #include "rxmfcapi.h"
 
 namespace qrs::standard {
@@ -12,7 +13,6 @@ namespace qrs::standard {
 namespace {
 
 struct Cache {
-    FontSource source = &platform::installedFonts;
     std::optional<std::vector<WindowsFont>> fonts;
     std::optional<ShxFonts> shxFonts;
 };
@@ -27,10 +27,11 @@ bool isBefore(const WindowsFont& a, const WindowsFont& b) {
            std::tie(b.face, b.script, b.charset, b.pitchAndFamily);
 }
 
-std::vector<WindowsFont> enumerate(FontSource source) {
+std::vector<WindowsFont> enumerate() {
     const CView* const view = acedGetAcadDwgView();
     std::vector<WindowsFont> fonts;
-    for (const platform::InstalledFont& font : source(view != nullptr ? view->GetSafeHwnd() : nullptr))
+    for (const platform::InstalledFont& font :
+         platform::installedFonts(view != nullptr ? view->GetSafeHwnd() : nullptr))
         fonts.push_back({CString(font.face), CString(font.script), font.charset, font.pitchAndFamily});
     std::sort(fonts.begin(), fonts.end(), isBefore);
     return fonts;
@@ -40,7 +41,7 @@ std::vector<WindowsFont> enumerate(FontSource source) {
 
 const std::vector<WindowsFont>& windowsFonts(bool enumerateAgain) {
     Cache& known = cache();
-    if (enumerateAgain || !known.fonts) known.fonts = enumerate(known.source);
+    if (enumerateAgain || !known.fonts) known.fonts = enumerate();
     return *known.fonts;
 }
 
@@ -51,11 +52,6 @@ std::optional<ShxFonts>& gatheredShxFonts() {
 void forgetFonts() {
     cache().fonts.reset();
     cache().shxFonts.reset();
-}
-
-void setFontSource(FontSource source) {
-    cache() = {};
-    if (source != nullptr) cache().source = source;
 }
 
 }  // namespace qrs::standard

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "afxstr.h"
-#include "host/platform/fonts.h"
 
 namespace qrs::standard {
 
@@ -30,10 +29,5 @@ std::optional<ShxFonts>& gatheredShxFonts();
 
 // Forgets what was gathered.
 void forgetFonts();
-
-// Tests put a list of their own in place of the installed fonts; null brings those back. What was gathered is
-// forgotten.
-using FontSource = std::vector<platform::InstalledFont> (*)(void* window);
-void setFontSource(FontSource source);
 
 }  // namespace qrs::standard

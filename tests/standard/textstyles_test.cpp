@@ -25,32 +25,61 @@ namespace {
 
 using Names = std::vector<CString>;
 
-int g_enumerations = 0;
+// The installed fonts are those of a folder: three of one letter each, with the names and languages that the
+// configuration says.
+class FontFolder {
+  public:
+    FontFolder() {
+        for (const auto& [family, spacing] : {std::pair("Song", "P"), {"Arial", "P"}, {"arial", "C"}})
+            folder_.write(family + std::string(spacing) + ".bdf",
+                          std::string("STARTFONT 2.1\nFONT -x-x-medium-r-normal--8-80-75-75-") + spacing +
+                              "-80-iso10646-1\nSIZE 8 75 75\nFONTBOUNDINGBOX 1 1 0 0\nSTARTPROPERTIES 2\n"
+                              "FAMILY_NAME \"" +
+                              family + "\"\nSPACING \"" + spacing +
+                              "\"\nENDPROPERTIES\n"
+                              "CHARS 1\nSTARTCHAR a\nENCODING 97\nSWIDTH 500 0\nDWIDTH 4 0\nBBX 1 1 0 0\n"
+                              "BITMAP\n80\nENDCHAR\nENDFONT\n");
+        putFonts();
+        setenv("FONTCONFIG_FILE", (folder_ / "fonts.conf").c_str(), 1);
+        qrs::standard::forgetFonts();
+    }
+    ~FontFolder() {
+        unsetenv("FONTCONFIG_FILE");
+        qrs::standard::forgetFonts();
+    }
+    void putFonts() const {
+        const auto scan = [](const char* family, const std::string& edits) {
+            return std::string("<match target=\"scan\"><test name=\"family\"><string>") + family + "</string></test>" +
+                   edits + "</match>";
+        };
+        const auto language = [](const std::string& name) {
+            return "<edit name=\"lang\"><langset><string>" + name + "</string><string>en</string></langset></edit>";
+        };
+        const std::string path = folder_.path().string();
+        folder_.write("fonts.conf",
+                      "<fontconfig><dir>" + path + "</dir><cachedir>" + path + "/cache</cachedir>" +
+                          "<match target=\"scan\"><edit name=\"scalable\"><bool>true</bool></edit></match>" +
+                          scan("Arial", language("el")) + scan("Song", language("zh-cn")) +
+                          scan("Song", "<edit name=\"family\"><string>宋体</string></edit>") +
+                          "<alias><family>Arial</family><default><family>sans-serif</family></default></alias>"
+                          "</fontconfig>");
+    }
+    void takeFonts() const { folder_.write("fonts.conf", "<fontconfig></fontconfig>"); }
 
-// Not sorted, faces and scripts in several cases, as systems enumerate them.
-std::vector<qrs::platform::InstalledFont> someFonts(void*) {
-    ++g_enumerations;
-    return {{L"宋体", 134, 2, L"CHINESE_GB2312"},
-            {L"arial", 161, 35, L"GREEK"},
-            {L"宋体", 0, 2, L"Western"},
-            {L"Arial", 161, 34, L"Greek"},
-            {L"Arial", 0, 34, L"Western"}};
-}
+  private:
+    Folder folder_;
+};
 
 class TextStyles : public testing::Test {
   protected:
     void SetUp() override {
-        qrs::standard::setFontSource(&someFonts);
-        g_enumerations = 0;
         qrs::standard::Standard standard;
         qrs::platform::Error error;
         ASSERT_TRUE(qrs::standard::parseStandard(qrs::standard::builtinStandard(), "builtin", standard, error));
         StandardHolder::instance().adopt(std::move(standard), L"C:\\pwx.qdsl");
     }
-    void TearDown() override {
-        StandardHolder::release();
-        qrs::standard::setFontSource(nullptr);
-    }
+    void TearDown() override { StandardHolder::release(); }
+    const FontFolder fonts_;
     static std::vector<TextStyleNode>& nodes() { return StandardHolder::instance().standard().textStyles; }
 };
 
@@ -172,13 +201,17 @@ TEST_F(TextStyles, FontsAreListedByFaceAndScript) {
     EXPECT_EQ(charset, 161);
     EXPECT_EQ(pitchAndFamily, 34);
     EXPECT_TRUE(FontTool::IsWinFont(L"宋体", L"CHINESE_GB2312", nullptr, nullptr, false));
-    EXPECT_EQ(g_enumerations, 1);
+    // What was gathered stays until it is asked for anew.
+    fonts_.takeFonts();
+    FontTool::GetWinFont(L"Western", list, false);
+    EXPECT_EQ(list, (Names{L"Arial", L"arial", L"宋体"}));
     FontTool::GetWinFont(L"Western", list, true);
-    EXPECT_EQ(g_enumerations, 2);
-    // They end with the module, which a sibling may keep in memory.
+    EXPECT_TRUE(list.empty());
+    // It ends with the module, which a sibling may keep in memory.
+    fonts_.putFonts();
     qrs::standard::releaseStandard();
     FontTool::GetWinFont(L"Western", list, false);
-    EXPECT_EQ(g_enumerations, 3);
+    EXPECT_EQ(list.size(), 3u);
 }
 
 TEST_F(TextStyles, AreMadeWithFontFilesOrATypeface) {
