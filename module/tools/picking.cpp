@@ -96,7 +96,7 @@ AcDbObjectIdArray layersOf(const AcDbObjectIdArray& objects) {
     AcDbObjectIdArray layers;
     forEachLayer(objects, [&](AcDbObjectId layer, const std::wstring& name) {
         if (layer.isNull())
-            QrsExport::PrintRefusal(L"\n%s层没有定义！", name.c_str());
+            QrsExport::PrintRefusal(L"\n%s层没有定义！\n", name.c_str());
         else
             layers.append(layer);
     });

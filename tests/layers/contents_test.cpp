@@ -90,7 +90,7 @@ TEST_F(LayerContents, AreFoundByTheNameOfTheLayer) {
     open(text);
     for (const wchar_t* command : {L"OpenSelLayer", L"LockSelLayer", L"UnLockSelLayer", L"sfxc"})
         EXPECT_EQ(count(platform::fromUtf8(own(run({command, ent(L"F1"), ent(L"F2"), ent(L"130"), L""}))),
-                        L"gone层没有定义！"),
+                        L"gone层没有定义！\n"),
                   1u)
             << command;
     run({L"EraseSelLayer", ent(L"F2"), ent(L"130"), L""});
