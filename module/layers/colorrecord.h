@@ -11,7 +11,7 @@ namespace qrs::layers {
 
 struct LayerColor {
     std::wstring layer;
-    int index = 0;  // 1 to 255, of a true colour the nearest
+    int index = 0;  // 1 to 255; of a true colour the one that the drawing has beside it
 };
 
 // Nothing when the drawing has no record. Pairs that are none are left out.
