@@ -69,8 +69,8 @@ void editAtOnce(Drawing& drawing, RecordId id) {
         // The first tag makes the record what it is; a value of another kind of code could not be written.
         edit.hasValue = number != 0 && number % 3 == 0 && edits.back().tag.code == edit.tag.code;
         edit.value = before;
-        edit.behind.clear();
-        if (number % 2 == 1) edit.behind.push_back({1, "\r"});
+        edit.after.clear();
+        if (number % 2 == 1) edit.after.push_back({1, "\r"});
         before = std::string(edit.tag.value);
         edits.push_back(edit);
     }
