@@ -1,6 +1,7 @@
 // Asks through acedGetString and its kin, puts the answers into the form commands want, and tells what was wrong.
 #include "host/commands/asking.h"
 
+#include <string_view>
 #include <vector>
 
 #include "acedads.h"
@@ -21,7 +22,13 @@ std::optional<std::wstring> askText(const std::wstring& prompt, Blanks blanks) {
     std::vector<ACHAR> answer(kAnswerSize);
     const int result = acedGetString(blanks == Blanks::Kept ? 1 : 0, prompt.c_str(), answer.data(), answer.size());
     if (result != RTNORM) return std::nullopt;
-    return std::wstring(platform::trimmed(std::wstring_view(answer.data())));
+    const std::wstring_view text(answer.data());
+    if (text.size() + 1 == answer.size()) {
+        // It may have been cut: half a list would be done, and a cut name with it.
+        refuse(L"The answer has " + std::to_wstring(kAnswerSize - 1) + L" characters or more; nothing was done.");
+        return std::nullopt;
+    }
+    return std::wstring(platform::trimmed(text));
 }
 
 std::optional<std::wstring> askKeyword(const std::wstring& keywords, const std::wstring& prompt) {

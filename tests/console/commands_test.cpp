@@ -74,6 +74,11 @@ TEST(LayerCommand, MakesRenamesAndLists) {
         // What lay on the renamed layer came along.
         EXPECT_EQ(place.read("out.dxf").find("给排-洁具"), std::string::npos);
     }
+    // A list that a prompt cannot take whole makes no part of its layers.
+    const Outcome refused =
+        place.run({"-o", "same.dxf", "building.dxf"}, "-LAYER\nN\nCUT," + std::string(40000, 'x') + "\n\n");
+    EXPECT_TRUE(has(refused.error, "The answer has 32767 characters or more; nothing was done.")) << refused.error;
+    EXPECT_TRUE(place.read("same.dxf") == place.read("building.dxf"));
 }
 
 TEST(TableCommands, ListLinetypesAndTextStyles) {
