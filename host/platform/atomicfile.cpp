@@ -1,11 +1,14 @@
-// AtomicFile: gathers small pieces and hands them to the system's temporary file.
+// AtomicFile: gathers small pieces and hands them to the system's temporary file; the names that change in the end.
 #include <string>
 
 #include "host/platform/files.h"
 #include "host/platform/inside/fileerror.h"
 #include "host/platform/inside/partialfile.h"
+#include "host/platform/tree.h"
 
 namespace qrs::platform {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -14,24 +17,65 @@ constexpr std::size_t kGather = std::size_t{256} << 10;
 
 }  // namespace
 
-std::filesystem::path PartialFile::backupName(int number) const {
-    std::filesystem::path name = target;
+fs::path PartialFile::backupName(int number) const {
+    fs::path name = target;
     name += ".bak";
     if (number > 1) name += std::to_string(number);
     return name;
 }
 
-bool PartialFile::makeRoomForBackup(int backups, Error& error) const {
-    std::error_code failed;
+// The states kept so far are moved from the oldest on, so that each finds its new name free. The oldest one, which goes
+// when all is done, is set aside until then.
+bool PartialFile::planBackups(const fs::path& previous, int backups, const fs::path& aside, std::vector<Move>& moves,
+                              Error& error) const {
+    const auto isKept = [this](int number) {
+        const NameKind kind = kindOfName(backupName(number));
+        return kind == NameKind::Link || kind == NameKind::Other;
+    };
     int last = 1;
-    while (last < backups && std::filesystem::is_regular_file(backupName(last), failed))
+    while (last < backups && isKept(last))
         ++last;
-    // From the oldest on: each takes the place of one that has moved already.
-    for (; last > 1; --last) {
-        std::filesystem::rename(backupName(last - 1), backupName(last), failed);
-        if (failed) return fail(error, backupName(last - 1), failed);
+    if (isKept(last)) {
+        moves.push_back({backupName(last), aside, backupName(last)});
+    } else if (kindOfName(backupName(last)) == NameKind::Folder) {
+        return fail(error, backupName(last), kIsFolder);
     }
+    for (int number = last; number > 1; --number)
+        moves.push_back({backupName(number - 1), backupName(number), backupName(number - 1)});
+    moves.push_back({previous, backupName(1), previous == target ? shown : backupName(1)});
     return true;
+}
+
+// From the last on. Where one cannot be taken back, those before it stay as well: nothing is overwritten.
+void PartialFile::takeBack(const std::vector<Move>& moves, std::size_t count, Error& error) const {
+    while (count > 0) {
+        const Move& done = moves[--count];
+        const std::error_code failed = move(done.to, done.from);
+        if (!failed) continue;
+        error.message += "; " + shownPath(done.to) + " did not get its name back: " + textOf(failed);
+        return;
+    }
+}
+
+bool PartialFile::takePlace(const fs::path& previous, int backups, Error& error) {
+    const fs::path aside = besideTarget();
+    std::vector<Move> moves;
+    if (!previous.empty() && !planBackups(previous, backups, aside, moves, error)) return false;
+    moves.push_back({partial, target, shown});
+    const bool done = settleTemporary(partial, [&] {
+        for (std::size_t i = 0; i < moves.size(); ++i) {
+            const Move& next = moves[i];
+            const std::error_code failed = next.to == aside ? setAside(next.from, next.to) : move(next.from, next.to);
+            if (!failed) continue;
+            fail(error, next.named, failed);
+            takeBack(moves, i, error);
+            return false;
+        }
+        if (moves.front().to == aside) drop(aside);
+        return true;
+    });
+    if (done) partial.clear();
+    return done;
 }
 
 struct AtomicFile::State {
@@ -48,7 +92,7 @@ struct AtomicFile::State {
 AtomicFile::AtomicFile() = default;
 AtomicFile::~AtomicFile() = default;
 
-bool AtomicFile::begin(const std::filesystem::path& target, Error& error) {
+bool AtomicFile::begin(const fs::path& target, Error& error) {
     state_ = std::make_unique<State>();
     if (state_->file->begin(target, error)) return true;
     state_.reset();

@@ -5,6 +5,7 @@
 
 #include "host/platform/codepage.h"
 #include "host/platform/inside/fileerror.h"
+#include "host/platform/inside/temporary.h"
 #include "host/platform/wildcard.h"
 
 namespace qrs::platform {
@@ -30,7 +31,7 @@ bool fail(Error& error, const fs::path& native, std::string_view reason) {
 }
 
 bool fail(Error& error, const fs::path& native, const std::error_code& reason) {
-    return fail(error, native, reason.message());
+    return fail(error, native, textOf(reason));
 }
 
 std::string largerThan(std::uint64_t most) {
@@ -154,10 +155,8 @@ bool writeFileAtomically(const fs::path& native, std::string_view content, int b
 std::wstring temporaryFolder() {
     std::error_code error;
     fs::path folder = fs::temp_directory_path(error);
-#if !defined(_WIN32)
-    // TMPDIR names no folder: every POSIX system has this one.
-    if (error) folder = "/tmp";
-#endif
+    // The variables name no folder.
+    if (error) folder = lastTemporaryFolder();
     std::wstring inner = innerPath(folder);
     if (inner.empty() || inner.back() != L'\\') inner += L'\\';
     return inner;

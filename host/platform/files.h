@@ -81,7 +81,8 @@ QRS_HOST_PORT FileMark fileMark(const std::filesystem::path& native);
 // True when both name one place and nothing has happened there between the two.
 QRS_HOST_PORT bool isSameState(const FileMark& a, const FileMark& b);
 
-// A file mapped for reading. Empty files map to empty bytes.
+// A file mapped for reading; on Windows, where a mapped file cannot be replaced, a copy of it. Empty files map to
+// empty bytes.
 class MappedFile {
   public:
     // Null, with the reason in error, when the file cannot be opened or is no ordinary file.
@@ -127,7 +128,7 @@ class QRS_HOST_PORT AtomicFile {
     void write(std::string_view bytes);
     // Flushes, keeps the previous file as "<target>.bak", and renames. Of so many previous files each stays: an older
     // .bak becomes .bak2, that one .bak3, and so on; 0 keeps none.
-    // False, with the reason in error, when any write, the flush or the rename failed; the target is then untouched.
+    // False, with the reason in error, when any write, the flush or a rename failed; the folder is then as it was.
     bool commit(int backups, Error& error);
 
   private:

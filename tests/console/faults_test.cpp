@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <string>
+#include <vector>
 
 #include "program.h"
 
@@ -31,7 +33,9 @@ class Faults : public testing::Test {
     bool strike(const std::string& function, int number, const std::string& what) {
         const Workplace place;
         place.write("plan.dxf", before_);
-        outcome_ = place.run({"--in-place", "-e", "UnFrozenAllLayer", "plan.dxf"}, {},
+        place.write("plan.dxf.bak", "older");
+        place.write("plan.dxf.bak2", "oldest");
+        outcome_ = place.run({"--backup", "2", "--in-place", "-e", "UnFrozenAllLayer", "plan.dxf"}, {},
                              {"LD_PRELOAD=" QRS_FAULT_LIBRARY, "QRS_FAULT_MARK=" + place.path("struck").string(),
                               "QRS_FAULT=" + function + " " + std::to_string(number) + " " + what,
                               // The sanitizers want to be first; the preloaded library has nothing of theirs.
@@ -39,8 +43,12 @@ class Faults : public testing::Test {
         const bool struck = place.has("struck");
         const std::string now = place.read("plan.dxf");
         EXPECT_TRUE(now == before_ || now == after_) << now.size() << " bytes";
-        EXPECT_TRUE(!place.has("plan.dxf.bak") || place.read("plan.dxf.bak") == before_);
         isNew_ = now == after_;
+        backups_.clear();
+        for (const char* name : {"plan.dxf.bak", "plan.dxf.bak2"})
+            backups_.push_back(place.has(name) ? place.read(name) : "");
+        EXPECT_TRUE(backups_[0] == before_ || !isNew_) << function << number;
+        EXPECT_TRUE(backups_[1] == "older" || (!isNew_ && backups_[0] == "older")) << function << number;
         temporaries_ = 0;
         for (const fs::directory_entry& entry : fs::directory_iterator(place.path("")))
             temporaries_ += entry.path().filename().string().rfind(".qrs-", 0) == 0;
@@ -49,6 +57,7 @@ class Faults : public testing::Test {
 
     std::string before_;
     std::string after_;
+    std::vector<std::string> backups_;  // the newest first
     Outcome outcome_;
     bool isNew_ = false;
     int temporaries_ = 0;
@@ -65,6 +74,7 @@ TEST_F(Faults, EveryCallFailsInTurn) {
             EXPECT_EQ(outcome_.code, isNew_ ? 0 : 4) << call << ": " << outcome_.error;
             if (!isNew_) {
                 ++failed;
+                EXPECT_EQ(backups_, (std::vector<std::string>{"older", "oldest"})) << call;
                 EXPECT_NE(outcome_.error.find("plan.dxf"), std::string::npos) << call << ": " << outcome_.error;
             }
             EXPECT_EQ(temporaries_, 0) << call;
@@ -72,7 +82,7 @@ TEST_F(Faults, EveryCallFailsInTurn) {
         EXPECT_EQ(outcome_.code, 0) << function << ": without a fault the run is done";
         EXPECT_TRUE(isNew_) << function;
     }
-    EXPECT_GE(failed, 8) << "several writes, a flush, two renames at least";
+    EXPECT_GE(failed, 9) << "several writes, a flush, three renames at least";
 }
 
 TEST_F(Faults, KilledAtEveryCall) {

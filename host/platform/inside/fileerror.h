@@ -15,6 +15,9 @@ namespace qrs::platform {
 bool fail(Error& error, const std::filesystem::path& native, std::string_view reason);
 bool fail(Error& error, const std::filesystem::path& native, const std::error_code& reason);
 
+// The system's word for a reason, in UTF-8, without a line end.
+std::string textOf(const std::error_code& reason);
+
 // Why a file that is no file of bytes on a disk is not read: a pipe or device, a folder.
 constexpr std::string_view kNoOrdinaryFile = "is no ordinary file";
 constexpr std::string_view kIsFolder = "is a folder";

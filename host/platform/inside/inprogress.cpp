@@ -40,6 +40,14 @@ void forgetTemporary(const std::filesystem::path& path) {
     list.paths.erase(path);
 }
 
+bool settleTemporary(const std::filesystem::path& path, const std::function<bool()>& work) {
+    InProgress& list = inProgress();
+    const std::lock_guard<std::mutex> lock(list.mutex);
+    if (!work()) return false;
+    list.paths.erase(path);
+    return true;
+}
+
 void whenEndedAtOnce(void (*act)()) {
     doneFirst = act;
 }

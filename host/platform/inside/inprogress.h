@@ -12,6 +12,10 @@ bool makeTemporary(const std::filesystem::path& path, const std::function<bool()
 // Takes the path from the list: it was renamed or removed.
 void forgetTemporary(const std::filesystem::path& path);
 
+// Does the work, under the list's lock, by which the file gets its final name, and takes it from the list when work
+// gives true: the program does not end in between. Gives work's answer. Work makes and forgets no temporary file.
+bool settleTemporary(const std::filesystem::path& path, const std::function<bool()>& work);
+
 // What is to be done first when the process must end at once; one thing at most.
 void whenEndedAtOnce(void (*act)());
 

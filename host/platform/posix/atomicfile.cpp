@@ -11,6 +11,7 @@
 #include "host/platform/inside/partialfile.h"
 #include "host/platform/posix/handle.h"
 #include "host/platform/posix/signalhold.h"
+#include "host/platform/tree.h"
 
 namespace qrs::platform {
 
@@ -60,8 +61,12 @@ class PosixPartialFile final : public PartialFile {
     bool checkTarget(Error& error);
     bool create(Error& error);
     bool keepAttributes();
-    bool backUp(Error& error);
-    bool copyTo(const fs::path& copy, Error& error) const;
+    bool complete(Error& error);
+    bool addSecondName(fs::path& second, Error& error) const;
+
+    std::error_code move(const fs::path& from, const fs::path& to) const override;
+    std::error_code setAside(const fs::path& from, const fs::path& to) const override;
+    void drop(const fs::path& aside) const override;
 };
 
 bool PosixPartialFile::checkTarget(Error& error) {
@@ -127,36 +132,62 @@ bool PosixPartialFile::keepAttributes() {
     return fchmod(file.number(), mode) == 0;
 }
 
-// Keeps the target's content under another name without ever taking its own name away.
-bool PosixPartialFile::backUp(Error& error) {
-    const fs::path backup = backupName(1);
-    const fs::path second = besideTarget();
-    const bool linked = makeTemporary(second, [&] { return link(target.c_str(), second.c_str()) == 0; });
-    if (!linked && errno == ENOENT) return true;  // removed meanwhile: nothing to keep
-    if (!linked) return copyTo(backup, error);    // a file system without second names
-    bool renamed = rename(second.c_str(), backup.c_str()) == 0;
-    if (!renamed) fail(error, backup, lastError());
-    unlink(second.c_str());  // still there when the rename failed, or when both were names of one file already
-    forgetTemporary(second);
-    return renamed;
-}
-
-bool PosixPartialFile::copyTo(const fs::path& copy, Error& error) const {
+// Gives the target's content a second name, so that its own is never taken away. A file system without second names
+// gets a copy.
+bool PosixPartialFile::addSecondName(fs::path& second, Error& error) const {
+    const fs::path name = besideTarget();
+    if (makeTemporary(name, [&] { return link(target.c_str(), name.c_str()) == 0; })) {
+        second = name;
+        return true;
+    }
     const std::unique_ptr<MappedFile> old = MappedFile::open(target, error);
-    return old && writeFileAtomically(copy, old->bytes(), 0, error);
+    PosixPartialFile copy;
+    if (!old || !copy.begin(target, error)) return false;
+    copy.shown = backupName(1);
+    copy.put(old->bytes());
+    if (copy.complete(error)) second.swap(copy.partial);
+    copy.discard();
+    return !second.empty();
 }
 
-bool PosixPartialFile::finish(int backups, Error& error) {
+// The bytes and the attributes are on the disk.
+bool PosixPartialFile::complete(Error& error) {
     if (!failure && !keepAttributes()) failure = lastError();
     if (!failure && fsync(file.number()) != 0) failure = lastError();
     if (!file.close() && !failure) failure = lastError();
-    if (failure) return fail(error, shown, failure);
-    if (backups > 0 && existed && !(makeRoomForBackup(backups, error) && backUp(error))) return false;
-    if (rename(partial.c_str(), target.c_str()) != 0) return fail(error, shown, lastError());
-    forgetTemporary(partial);
-    partial.clear();
-    syncFolder(target.parent_path());
-    return true;
+    return !failure || fail(error, shown, failure);
+}
+
+bool PosixPartialFile::finish(int backups, Error& error) {
+    if (!complete(error)) return false;
+    fs::path second;
+    const bool keeps = backups > 0 && kindOfName(target) != NameKind::Missing;  // it may have been removed meanwhile
+    if (keeps && !addSecondName(second, error)) return false;
+    const bool done = takePlace(second, backups, error);
+    if (keeps) {
+        drop(second);  // gone already when all is done
+        forgetTemporary(second);
+    }
+    if (done) syncFolder(target.parent_path());
+    return done;
+}
+
+std::error_code PosixPartialFile::move(const fs::path& from, const fs::path& to) const {
+    struct stat one;
+    struct stat other;
+    // Renaming leaves two names of one file as they are.
+    const bool isOneFile = lstat(from.c_str(), &one) == 0 && lstat(to.c_str(), &other) == 0 &&
+                           one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+    const int failed = isOneFile ? unlink(from.c_str()) : rename(from.c_str(), to.c_str());
+    return failed == 0 ? std::error_code() : lastError();
+}
+
+std::error_code PosixPartialFile::setAside(const fs::path& from, const fs::path& to) const {
+    return link(from.c_str(), to.c_str()) == 0 ? std::error_code() : move(from, to);
+}
+
+void PosixPartialFile::drop(const fs::path& aside) const {
+    unlink(aside.c_str());
 }
 
 void PosixPartialFile::discard() {

@@ -11,6 +11,7 @@
 
 #include "host/platform/codepage.h"
 #include "host/platform/inside/fileerror.h"
+#include "host/platform/inside/temporary.h"
 #include "host/platform/posix/handle.h"
 #include "host/platform/posix/signalhold.h"
 
@@ -185,6 +186,10 @@ class PosixMappedFile : public MappedFile {
 
 }  // namespace
 
+std::string textOf(const std::error_code& reason) {
+    return reason.message();
+}
+
 fs::path nativePath(std::wstring_view inner) {
     const std::string wanted = encodeName(inner);
     if (wanted.empty() || nameExists(wanted)) return wanted;
@@ -247,6 +252,10 @@ std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& erro
     madvise(address, size, MADV_SEQUENTIAL);
     return std::make_unique<PosixMappedFile>(native, std::move(file), status,
                                              std::string_view(static_cast<const char*>(address), size));
+}
+
+fs::path lastTemporaryFolder() {
+    return "/tmp";  // every POSIX system has it
 }
 
 fs::path programFile() {

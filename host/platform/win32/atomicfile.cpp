@@ -5,6 +5,7 @@
 #include "host/platform/inside/fileerror.h"
 #include "host/platform/inside/inprogress.h"
 #include "host/platform/inside/partialfile.h"
+#include "host/platform/tree.h"
 #include "host/platform/win32/handle.h"
 
 namespace qrs::platform {
@@ -15,8 +16,12 @@ namespace {
 
 constexpr std::size_t kStep = std::size_t{8} << 20;
 
-bool moveOver(const fs::path& from, const fs::path& to) {
-    return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+// Readers and virus scanners hold a file for moments.
+constexpr int kAttempts = 50;
+constexpr DWORD kPause = 20;  // milliseconds
+
+bool isHeld(DWORD reason) {
+    return reason == ERROR_ACCESS_DENIED || reason == ERROR_SHARING_VIOLATION;
 }
 
 }  // namespace
@@ -36,7 +41,10 @@ class WindowsPartialFile final : public PartialFile {
 
     bool checkTarget(Error& error);
     bool create(Error& error);
-    bool backUp(Error& error);
+
+    std::error_code move(const fs::path& from, const fs::path& to) const override;
+    std::error_code setAside(const fs::path& from, const fs::path& to) const override;
+    void drop(const fs::path& aside) const override;
 };
 
 bool WindowsPartialFile::checkTarget(Error& error) {
@@ -83,33 +91,33 @@ void WindowsPartialFile::put(std::string_view bytes) {
     }
 }
 
-// Keeps the target's content under another name without ever taking its own name away.
-bool WindowsPartialFile::backUp(Error& error) {
-    const fs::path backup = backupName(1);
-    const fs::path second = besideTarget();
-    const bool kept = makeTemporary(second, [&] {
-        // A file system without second names gets a copy.
-        return CreateHardLinkW(second.c_str(), target.c_str(), nullptr) ||
-               CopyFileW(target.c_str(), second.c_str(), TRUE);
-    });
-    if (!kept) return fail(error, backup, lastError());
-    const bool renamed = moveOver(second, backup);
-    if (!renamed) fail(error, backup, lastError());
-    if (!renamed) DeleteFileW(second.c_str());
-    forgetTemporary(second);
-    return renamed;
-}
-
 bool WindowsPartialFile::finish(int backups, Error& error) {
     if (!failure && !FlushFileBuffers(file.value())) failure = lastError();
     if (!file.close() && !failure) failure = lastError();
     if (!failure && existed() && !SetFileAttributesW(partial.c_str(), attributes)) failure = lastError();
     if (failure) return fail(error, shown, failure);
-    if (backups > 0 && existed() && !(makeRoomForBackup(backups, error) && backUp(error))) return false;
-    if (!moveOver(partial, target)) return fail(error, shown, lastError());
-    forgetTemporary(partial);
-    partial.clear();
-    return true;
+    // The target's own name is taken away for a moment: a file that another program keeps open or mapped can be
+    // renamed, but neither replaced nor can a second name of it be removed.
+    const bool keeps = backups > 0 && kindOfName(target) != NameKind::Missing;  // it may have been removed meanwhile
+    return takePlace(keeps ? target : fs::path(), backups, error);
+}
+
+std::error_code WindowsPartialFile::move(const fs::path& from, const fs::path& to) const {
+    for (int attempt = 1;; ++attempt) {
+        if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) return {};
+        const DWORD reason = GetLastError();
+        if (!isHeld(reason) || attempt == kAttempts) return systemError(reason);
+        Sleep(kPause);
+    }
+}
+
+std::error_code WindowsPartialFile::setAside(const fs::path& from, const fs::path& to) const {
+    return move(from, to);
+}
+
+void WindowsPartialFile::drop(const fs::path& aside) const {
+    SetFileAttributesW(aside.c_str(), FILE_ATTRIBUTE_NORMAL);          // a read-only file is not deleted
+    if (!DeleteFileW(aside.c_str())) RemoveDirectoryW(aside.c_str());  // the name of a folder elsewhere
 }
 
 void WindowsPartialFile::discard() {

@@ -1,10 +1,17 @@
-// Names, reading and mapping of files on Windows.
+// Names and reading of files on Windows.
 #include "host/platform/files.h"
 
+#include <algorithm>
 #include <limits>
 
+#include "host/platform/codepage.h"
 #include "host/platform/inside/fileerror.h"
+#include "host/platform/inside/temporary.h"
 #include "host/platform/win32/handle.h"
+
+// After the system's main header.
+#include <objbase.h>
+#include <shlobj.h>
 
 namespace qrs::platform {
 
@@ -56,44 +63,75 @@ bool readToEnd(const Handle& file, const fs::path& native, std::uint64_t most, s
     }
 }
 
-class WindowsMappedFile : public MappedFile {
+// What a path names now, without keeping anybody from anything.
+bool look(const fs::path& native, BY_HANDLE_FILE_INFORMATION& status) {
+    const Handle file(CreateFileW(native.c_str(), FILE_READ_ATTRIBUTES,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    return file && GetFileInformationByHandle(file.value(), &status);
+}
+
+bool isOneFile(const BY_HANDLE_FILE_INFORMATION& a, const BY_HANDLE_FILE_INFORMATION& b) {
+    return a.dwVolumeSerialNumber == b.dwVolumeSerialNumber && a.nFileIndexHigh == b.nFileIndexHigh &&
+           a.nFileIndexLow == b.nFileIndexLow;
+}
+
+// A copy in memory, and the file closed: the system lets nobody replace a file that is mapped, not even the program
+// that has mapped it.
+class WindowsFileCopy : public MappedFile {
   public:
-    WindowsMappedFile(const fs::path& native, Handle file, Handle mapping, std::string_view bytes)
-        : native_(native), file_(std::move(file)), mapping_(std::move(mapping)) {
-        bytes_ = bytes;
-        GetFileInformationByHandle(file_.value(), &opened_);
-    }
-    ~WindowsMappedFile() override {
-        if (!bytes_.empty()) UnmapViewOfFile(bytes_.data());
+    WindowsFileCopy(const fs::path& native, const BY_HANDLE_FILE_INFORMATION& opened, std::size_t size)
+        : native_(native), opened_(opened), copy_(new char[size]) {}
+
+    // Reads until the size or, in a file that is cut short meanwhile, the end.
+    bool read(const Handle& file, std::size_t size, Error& error) {
+        std::size_t at = 0;
+        for (DWORD count = 0; at < size; at += count) {
+            const auto piece = static_cast<DWORD>(std::min<std::size_t>(size - at, kPiece));
+            if (!ReadFile(file.value(), copy_.get() + at, piece, &count, nullptr))
+                return fail(error, native_, lastError());
+            if (count == 0) break;
+        }
+        bytes_ = std::string_view(copy_.get(), at);
+        return true;
     }
 
     bool isSameFile(const fs::path& native) const override {
-        Error unknown;
-        const Handle other = openForReading(native, unknown);
-        BY_HANDLE_FILE_INFORMATION a;
-        BY_HANDLE_FILE_INFORMATION b;
-        return other && GetFileInformationByHandle(file_.value(), &a) &&
-               GetFileInformationByHandle(other.value(), &b) && a.dwVolumeSerialNumber == b.dwVolumeSerialNumber &&
-               a.nFileIndexHigh == b.nFileIndexHigh && a.nFileIndexLow == b.nFileIndexLow;
+        BY_HANDLE_FILE_INFORMATION other;
+        return look(native, other) && isOneFile(opened_, other);
     }
 
     bool isUnchanged(Error& error) const override {
         BY_HANDLE_FILE_INFORMATION now;
-        if (!GetFileInformationByHandle(file_.value(), &now)) return fail(error, native_, lastError());
-        if (now.nFileSizeHigh == opened_.nFileSizeHigh && now.nFileSizeLow == opened_.nFileSizeLow &&
-            CompareFileTime(&now.ftLastWriteTime, &opened_.ftLastWriteTime) == 0)
+        if (isReplaced_ || !look(native_, now)) return true;
+        // Once its name is another file's, its number may be given to a third one.
+        isReplaced_ = !isOneFile(now, opened_);
+        if (isReplaced_ || (now.nFileSizeHigh == opened_.nFileSizeHigh && now.nFileSizeLow == opened_.nFileSizeLow &&
+                            CompareFileTime(&now.ftLastWriteTime, &opened_.ftLastWriteTime) == 0))
             return true;
         return fail(error, native_, kChangedSinceOpened);
     }
 
   private:
     fs::path native_;
-    Handle file_;
-    Handle mapping_;
-    BY_HANDLE_FILE_INFORMATION opened_{};
+    BY_HANDLE_FILE_INFORMATION opened_;
+    std::unique_ptr<char[]> copy_;
+    mutable bool isReplaced_ = false;
 };
 
 }  // namespace
+
+std::string textOf(const std::error_code& reason) {
+    // What is no number of the system's own is told in ASCII.
+    if (reason.category() != std::system_category()) return reason.message();
+    wchar_t text[1024];
+    DWORD length =
+        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                       static_cast<DWORD>(reason.value()), 0, text, static_cast<DWORD>(std::size(text)), nullptr);
+    while (length > 0 && (text[length - 1] <= L' ' || text[length - 1] == L'.' || text[length - 1] == L'\u3002'))
+        --length;
+    return length > 0 ? toUtf8({text, length}) : "error " + std::to_string(reason.value()) + " of the system";
+}
 
 fs::path nativePath(std::wstring_view inner) {
     return fs::path(inner);
@@ -125,24 +163,37 @@ bool readOrdinaryFile(const fs::path& native, std::uint64_t most, std::string& c
 }
 
 std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& error) {
-    Handle file = openForReading(native, error);
+    const Handle file = openForReading(native, error);
     if (!file) return nullptr;
     LARGE_INTEGER size;
     if (!findOrdinarySize(file, native, size, error)) return nullptr;
-    if (size.QuadPart == 0)
-        return std::make_unique<WindowsMappedFile>(native, std::move(file), Handle(), std::string_view());
+    BY_HANDLE_FILE_INFORMATION opened;
+    if (!GetFileInformationByHandle(file.value(), &opened)) {
+        fail(error, native, lastError());
+        return nullptr;
+    }
     if (static_cast<unsigned long long>(size.QuadPart) > std::numeric_limits<std::size_t>::max()) {
         fail(error, native, systemError(ERROR_NOT_ENOUGH_MEMORY));
         return nullptr;
     }
-    Handle mapping(CreateFileMappingW(file.value(), nullptr, PAGE_READONLY, 0, 0, nullptr));
-    const void* address = mapping ? MapViewOfFile(mapping.value(), FILE_MAP_READ, 0, 0, 0) : nullptr;
-    if (!address) {
-        fail(error, native, lastError());
-        return nullptr;
-    }
-    const std::string_view bytes(static_cast<const char*>(address), static_cast<std::size_t>(size.QuadPart));
-    return std::make_unique<WindowsMappedFile>(native, std::move(file), std::move(mapping), bytes);
+    const auto wanted = static_cast<std::size_t>(size.QuadPart);
+    std::error_code unknown;
+    const fs::path whole = fs::absolute(native, unknown);  // the working folder may be another one later
+    auto copy = std::make_unique<WindowsFileCopy>(unknown ? native : whole, opened, wanted);
+    return copy->read(file, wanted, error) ? std::move(copy) : nullptr;
+}
+
+fs::path lastTemporaryFolder() {
+    // The folder which a new user's variables name; the system's own, when even the user's folder is not there.
+    PWSTR local = nullptr;
+    fs::path folder;
+    if (SUCCEEDED(SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &local))) folder = fs::path(local) / L"Temp";
+    CoTaskMemFree(local);
+    std::error_code unknown;
+    if (fs::is_directory(folder, unknown)) return folder;
+    wchar_t windows[MAX_PATH] = {};
+    GetWindowsDirectoryW(windows, MAX_PATH);
+    return fs::path(windows) / L"Temp";
 }
 
 fs::path programFile() {

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "host/platform/codepage.h"
+#include "host/platform/inside/fileerror.h"
 #include "host/platform/win32/handle.h"
 
 namespace qrs::platform {
@@ -40,7 +41,7 @@ struct Pipe {
 };
 
 ProgramEnd notStarted() {
-    return {ProgramEnd::How::NotStarted, 0, lastError().message()};
+    return {ProgramEnd::How::NotStarted, 0, textOf(lastError())};
 }
 
 // False when nothing was there to be taken.
