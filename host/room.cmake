@@ -11,6 +11,7 @@ set(QRS_INTERFACE_FOLDERS
 function(qrs_room name)
     add_library(${name} OBJECT ${ARGN})
     target_link_libraries(${name} PRIVATE qrs_options)
-    target_compile_definitions(${name} PRIVATE QRS_HOST_BUILD)
+    # Whoever links a room itself, as tests do, does not take it from the host library.
+    target_compile_definitions(${name} PUBLIC QRS_HOST_BUILD)
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
 endfunction()

@@ -42,7 +42,7 @@ class Folder {
     std::set<std::string> names() const {
         std::set<std::string> all;
         for (const auto& entry : std::filesystem::directory_iterator(path_))
-            all.insert(entry.path().filename());
+            all.insert(entry.path().filename().u8string());
         return all;
     }
 

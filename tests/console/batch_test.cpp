@@ -24,6 +24,14 @@ bool has(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
+// How the plug-in's command ends a run.
+#if defined(_WIN32)
+const std::string kBrokenOff = "ended with exit code 99";
+#else
+const std::string kBrokenOff = "was ended by signal 9";
+#endif
+
+#if !defined(_WIN32)  // has not the shell of the converters
 // A DWG drawing as these tests have it: the version, and then the text of a DXF drawing. "faulty" is a shell command
 // that the converter runs on its way back.
 const std::string kDwgMark("AC1032\0", 7);
@@ -32,6 +40,7 @@ std::string converter(const std::string& faulty = "true") {
            ">\"{out}\"; " +
            faulty + "; fi'";
 }
+#endif
 
 }  // namespace
 
@@ -84,7 +93,7 @@ TEST(Batch, RunsEachDrawingOnItsOwn) {
     const Outcome killed =
         place.run({"-p", QRS_PLUGIN_BESIDE, "--keep-going", "-e", "ENDATONCE", "building.dxf", "site.dxf"});
     EXPECT_EQ(killed.code, 5) << killed.error;
-    EXPECT_TRUE(has(killed.error, "site.dxf: the run was ended by signal 9\n")) << killed.error;
+    EXPECT_TRUE(has(killed.error, "site.dxf: the run " + kBrokenOff + "\n")) << killed.error;
 
     const Outcome twice = place.run({"-e", "REGEN", "-o", "new/", "building.dxf", "below/building.dxf"});
     EXPECT_EQ(twice.code, 2);
@@ -159,6 +168,7 @@ TEST(Batch, SumsUpWhatIsDamaged) {
     }
 }
 
+#if !defined(_WIN32)
 TEST(Batch, WorksOnDwgDrawingsThroughAConverter) {
     const Workplace place;
     const std::string building = fileBytes(place.example("building.dxf"));
@@ -221,3 +231,4 @@ TEST(Batch, WorksOnDwgDrawingsThroughAConverter) {
     EXPECT_EQ(set.code, 0) << set.error;
     EXPECT_EQ(place.read("a house.dwg"), thawed);
 }
+#endif

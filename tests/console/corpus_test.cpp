@@ -91,8 +91,10 @@ TEST(Corpus, ANewLayerAndOneTurnedOffChangeNothingElse) {
     }
     EXPECT_GT(number, 30);
 
+#if !defined(_WIN32)  // no program of that system
     const std::string auditor = "/usr/bin/python3 '" QRS_SOURCE_DIR "/tests/standard/drawings.py' audit '" +
                                 place.path("").string() + "' >'" + place.path("told.txt").string() + "'";
     if (std::system(auditor.c_str()) != 0) GTEST_SKIP() << "no auditor";
     EXPECT_EQ(place.read("told.txt"), "");
+#endif
 }

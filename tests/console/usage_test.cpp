@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <regex>
 
 #include "program.h"
 
@@ -137,8 +138,10 @@ TEST(Usage, NamesTheStandardInUse) {
     std::filesystem::create_directory(place.path("empty"));
     place.write("system/pwx.qdsl", "<Morvel/>");
     const std::string office = place.write("office.qdsl", "<Morvel/>").u8string();
-    const std::string inSystem = place.path("system/pwx.qdsl").u8string();
-    place.write("chosen.ini", "[Software\\QRS\\PWX\\PipeSystemSetting]\nStandardFile=s:" + office + "\n");
+    const auto inner = [&place](const char* name) { return place.path(name).make_preferred().u8string(); };
+    const std::string inSystem = inner("system/pwx.qdsl");
+    place.write("chosen.ini", "[Software\\QRS\\PWX\\PipeSystemSetting]\nStandardFile=s:" +
+                                  std::regex_replace(office, std::regex("\\\\"), "\\\\") + "\n");
     const Arguments settings = {"--settings", "chosen.ini"};
     struct Case {
         Arguments arguments;
@@ -147,7 +150,7 @@ TEST(Usage, NamesTheStandardInUse) {
     const Case cases[] = {
         {{}, office},
         {{"--system", "system"}, inSystem},
-        {{"--system", "empty"}, "built in (there is no " + place.path("empty/pwx.qdsl").u8string() + ")"},
+        {{"--system", "empty"}, "built in (there is no " + inner("empty/pwx.qdsl") + ")"},
     };
     const auto with = [&settings](Arguments arguments, const Arguments& more) {
         arguments.insert(arguments.end(), settings.begin(), settings.end());
@@ -161,6 +164,7 @@ TEST(Usage, NamesTheStandardInUse) {
         EXPECT_NE(info.out.find("\n  standard      " + one.named + "\n"), std::string::npos) << info.out << info.error;
         EXPECT_EQ(place.run(with(one.arguments, {"-e", "STANDARD"})).out, told.out) << "nothing else is remembered";
     }
+#if !defined(_WIN32)  // where a user has no links to make
     // What cannot be read does not serve; the report names what does, and says why, as a run would.
     std::filesystem::remove(place.path("office.qdsl"));
     std::filesystem::create_symlink("office.qdsl", place.path("office.qdsl"));
@@ -170,6 +174,7 @@ TEST(Usage, NamesTheStandardInUse) {
         << told << info.out;
     EXPECT_EQ(std::count(info.error.begin(), info.error.end(), '\n'), 1) << info.error;
     EXPECT_NE(info.error.find("office.qdsl"), std::string::npos) << info.error;
+#endif
     const Outcome without = place.run(with({"--no-module"}, {"-e", "STANDARD"}));
     EXPECT_EQ(without.out, "Command: STANDARD\nNo pipe-system standard is loaded.\n");
     expectComplaint(place.run({"--info", "building.dxf", "--system", "nowhere"}), 3, "nowhere");

@@ -9,6 +9,8 @@ An example is a line with a link to its drawing, [examples/NAME](../../examples/
 before and after, and a block ```settings what it leaves in the user's settings beyond what every run leaves there. The
 examples work on a copy of the suite's system folder. The pages in both languages show the same.
 """
+import functools
+import os
 import re
 import shutil
 import subprocess
@@ -18,6 +20,8 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 PAGES = ROOT / "docs" / "commands"
+# Where the console makes windows.
+SCREEN = {name: os.environ[name] for name in ("DISPLAY", "XAUTHORITY") if name in os.environ}
 BLOCK = re.compile(r"^```(script|transcript|changes|settings)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 DRAWING = re.compile(r"\]\(\.\./\.\./(examples/[^)]+\.dxf)\)")
 
@@ -27,6 +31,7 @@ def command_names():
     return re.findall(r'^    \{L"(\w+)", &command<', table, re.MULTILINE)
 
 
+@functools.lru_cache(maxsize=None)
 def run_example(console, drawing, script):
     """What the script prints, changes in the drawing, and leaves in the settings."""
     with tempfile.TemporaryDirectory() as folder:
@@ -43,7 +48,7 @@ def run_example(console, drawing, script):
                 shutil.copy(other, folder)
             arguments += ["-o", "after.dxf", "drawing.dxf"]
         ran = subprocess.run(arguments, cwd=folder, capture_output=True, timeout=120,
-                             env={"PATH": "/usr/bin:/bin", "TMPDIR": str(folder), "HOME": str(folder)})
+                             env={"PATH": "/usr/bin:/bin", "TMPDIR": str(folder), "HOME": str(folder), **SCREEN})
         # What a command refuses stands there, too.
         unexpected = [line for line in ran.stderr.decode().splitlines() if not line.startswith("qrsconsole: example.scr:")]
         if ran.returncode != 0 or unexpected:
@@ -85,7 +90,7 @@ def checked_page(console, usual, text):
         links = DRAWING.findall(text, at, block.start())
         drawing = links[-1] if links else drawing
         if kind == "script":
-            result = run_example(console, drawing, shown)
+            result = dict(run_example(console, drawing, shown))
             result["settings"] = settings_beyond(result["settings"], usual)
         elif result is None:
             raise RuntimeError(f"```{kind} without a ```script before it")

@@ -73,9 +73,12 @@ TEST(CodePages, WholeGb18030) {
     const std::string bytes =
         "\xD2\xBB\xA2\xE3\x81\x30\x81\x30\x81\x30\xAB\x37\x82\x35\x8F\x33\x95\x32\x90\x31\x94\x39\xFC\x36x\xE3\x32\x9A"
         "\x35\\";
+    std::string back;
+#if defined(_WIN32)
+    if (!encode(kPage, L"\u4E00", back)) GTEST_SKIP() << "a system without this page";
+#endif
     EXPECT_TRUE(decodeStrict(kPage, bytes, text));
     EXPECT_EQ(text, known);
-    std::string back;
     EXPECT_TRUE(encode(kPage, known, back));
     EXPECT_EQ(back, bytes);
 

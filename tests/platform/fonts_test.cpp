@@ -14,6 +14,9 @@ using namespace qrs::platform;
 
 TEST(Fonts, AreToldOncePerFaceAndScript) {
     const std::vector<InstalledFont> fonts = installedFonts(nullptr);
+#if defined(_WIN32)
+    EXPECT_FALSE(fonts.empty()) << "the system has fonts of its own";
+#endif
     std::set<std::pair<std::wstring, std::wstring>> seen;
     std::map<std::wstring, int> charsets;
     for (const InstalledFont& font : fonts) {
@@ -31,6 +34,7 @@ TEST(Fonts, AreToldOncePerFaceAndScript) {
     }
 }
 
+#if !defined(_WIN32)
 TEST(Fonts, AreLookedForAnewAtEveryCall) {
     const std::size_t count = installedFonts(nullptr).size();
     {
@@ -42,3 +46,4 @@ TEST(Fonts, AreLookedForAnewAtEveryCall) {
     }
     EXPECT_EQ(installedFonts(nullptr).size(), count);
 }
+#endif

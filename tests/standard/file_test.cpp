@@ -173,8 +173,13 @@ TEST(StandardFile, ReadsTheEncodingsPeopleSaveIn) {
     expectRead("<?xml version='1.0' encoding='GBK'?>" + gbk);
     expectRead("<?xml version=\"1.0\" encoding = \"gb2312\"?>\r\n" + gbk);
     std::string gb18030;
-    ASSERT_TRUE(platform::encode(54936, L"<!--\u0250\U00020087-->" + body, gb18030));
-    expectRead("<?xml version='1.0' encoding='gb18030'?>" + gb18030);
+    const bool isKnown = platform::encode(54936, L"<!--\u0250\U00020087-->" + body, gb18030);
+#if !defined(_WIN32)  // where not every system knows it
+    ASSERT_TRUE(isKnown);
+#endif
+    if (isKnown) {
+        expectRead("<?xml version='1.0' encoding='gb18030'?>" + gb18030);
+    }
     for (const bool bigEndian : {false, true}) {
         std::string utf16;
         for (const wchar_t c : body) {

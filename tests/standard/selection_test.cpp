@@ -1,6 +1,11 @@
 // Which standard is current, what is remembered, and what the start does with it.
 #include <gtest/gtest.h>
+
+#if !defined(_WIN32)
 #include <sys/stat.h>
+
+#include "tests/platform/limits.h"
+#endif
 
 #include <algorithm>
 #include <filesystem>
@@ -19,7 +24,6 @@
 #include "standard/startup.h"
 #include "standard/text.h"
 #include "tests/folder.h"
-#include "tests/platform/limits.h"
 
 using namespace qrs::standard;
 namespace fs = std::filesystem;
@@ -147,6 +151,8 @@ TEST_F(Selection, AFileThatDoesNotLoadIsNeverRemembered) {
     EXPECT_EQ(PipeSystemTool::OriginSystemNameToCurrentName(L"消防"), L"");
 }
 
+#if !defined(_WIN32)  // has neither such permissions nor such kinds of files
+
 // Whatever keeps a file from being read, but that it is not there, is told, and leaves the choice as it is.
 class Unreadable : public Selection, public testing::WithParamInterface<const char*> {
   protected:
@@ -222,6 +228,8 @@ TEST_F(Selection, SettingsThatCannotBeWrittenAreToldOnlyWhenTheChoiceIsLost) {
         fs::permissions(folder / "settings.ini", fs::perms::owner_all);
     }
 }
+
+#endif
 
 TEST_F(Selection, TellsTheHostWhatServes) {
     EXPECT_TRUE(QrsExport::GetStandardInUse().file.empty());

@@ -25,6 +25,10 @@ namespace {
 
 using Names = std::vector<CString>;
 
+#if defined(_WIN32)
+// The system has the fonts that it has.
+class FontFolder {};
+#else
 // The installed fonts are those of a folder: three of one letter each, with the names and languages that the
 // configuration says.
 class FontFolder {
@@ -69,6 +73,7 @@ class FontFolder {
   private:
     Folder folder_;
 };
+#endif
 
 class TextStyles : public testing::Test {
   protected:
@@ -79,7 +84,7 @@ class TextStyles : public testing::Test {
         StandardHolder::instance().adopt(std::move(standard), L"C:\\pwx.qdsl");
     }
     void TearDown() override { StandardHolder::release(); }
-    const FontFolder fonts_;
+    const FontFolder fonts_{};
     static std::vector<TextStyleNode>& nodes() { return StandardHolder::instance().standard().textStyles; }
 };
 
@@ -183,6 +188,8 @@ TEST_F(TextStyles, AreComparedFieldByField) {
     close.Name = L"别的";
     EXPECT_FALSE(IsModified(close)) << "no setting has that key";
 }
+
+#if !defined(_WIN32)  // with the fonts of the folder
 
 TEST_F(TextStyles, FontsAreListedByFaceAndScript) {
     Names list{L"left over"};
@@ -389,3 +396,5 @@ for name in sys.argv[2:]:
         ++clean;
     EXPECT_EQ(clean, versions.size()) << audit;
 }
+
+#endif
