@@ -9,49 +9,74 @@
 
 #include "adsdef.h"
 #include "dbmain.h"
+#include "host/drawing/spaces.h"
 #include "host/dxf/drawing.h"
 
 namespace qrs::host::ed {
 
 // The conditions of a filter chain; all must hold. Groups of conditions stand between the operators "<AND" and "AND>",
-// "<OR", "<XOR" and "<NOT".
+// "<OR", "<XOR" and "<NOT"; a comparison (">=") stands before the number it is for. Names of applications whose
+// extended data an entity must have follow the type -3.
 class EntityFilter {
   public:
-    // wildcards: in layer names, too (types and linetypes always take them). False from isUsable for a chain with
-    // conditions or operators that are not known.
+    // wildcards: in layer names, too (other texts always take them). False from isUsable for a chain with conditions or
+    // operators that are not known.
     EntityFilter(AcDbDatabase& database, const resbuf* chain, bool wildcards);
 
     bool isUsable() const { return usable_; }
     bool passesAll() const { return all_.parts.empty(); }
     bool passes(dxf::RecordId id) const { return holds(all_, id); }
 
+    // The group codes that conditions may have, and the comparisons, for messages.
+    static std::wstring knownCodes();
+    static std::wstring knownComparisons();
+
   private:
     enum class Kind { Condition, And, Or, Xor, Not };
+    struct Field;
+    struct Comparison;
+    struct Operator;
+    static const Field kFields[];
+    static const Comparison kComparisons[];
+    static const Operator kOperators[];
+
     struct Node {
         Kind kind = Kind::And;
         std::vector<Node> parts;  // of a group
-        short code = 0;
-        int number = 0;
+        const Field* field = nullptr;
+        const Comparison* comparison = nullptr;  // null: equal
+        double number = 0.0;
         std::wstring text;
         // Of layers: those meant, in one case, and the patterns among them.
         std::unordered_set<std::wstring> layers;
         std::vector<std::wstring> patterns;
+        std::vector<EntitySpace> spaces;  // of the layouts meant
         // Answers by layer name or by type: a drawing has few of them and many entities.
         mutable std::unordered_map<std::uint32_t, bool> known;
     };
-    struct Operator;
-    static const Operator kOperators[];
 
     bool holds(const Node& node, dxf::RecordId id) const;
-    bool holdsCondition(const Node& condition, dxf::RecordId id) const;
+    // --- what the fields ask
+    bool typeHolds(const Node& condition, dxf::RecordId id) const;
+    bool layerHolds(const Node& condition, dxf::RecordId id) const;
+    bool textHolds(const Node& condition, dxf::RecordId id) const;
+    bool anyTextHolds(const Node& condition, dxf::RecordId id) const;
+    bool xdataHolds(const Node& condition, dxf::RecordId id) const;
+    bool layoutHolds(const Node& condition, dxf::RecordId id) const;
+    bool numberHolds(const Node& condition, dxf::RecordId id) const;
+    bool paperHolds(const Node& condition, dxf::RecordId id) const;
     bool isOneOf(const Node& condition, dxf::NameId layer) const;
-    bool hasXdataOf(dxf::RecordId id, const std::wstring& applications) const;
-    bool textMatches(dxf::RecordId id, int code, const wchar_t* fallback, const std::wstring& pattern) const;
+
     // Reads a group up to its end; the link after it.
     const resbuf* readGroup(Node& group, const resbuf* link, const wchar_t* end);
-    void addCondition(Node& group, const resbuf& link);
-    void addLayer(Node& group, const wchar_t* name);
+    // Whether it has as many parts as its kind takes.
+    static bool isWhole(const Node& group);
+    // A chain that cannot be used is read no further.
+    const resbuf* refuse();
+    void addCondition(Node& group, const resbuf& link, const Comparison* comparison);
+    void addLayer(Node& group, const Field& field, const wchar_t* name);
 
+    AcDbDatabase& database_;
     dxf::Drawing& drawing_;
     bool wildcards_;
     bool usable_ = true;

@@ -29,7 +29,8 @@ std::string sample() {
     text += "0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n8\n0\n2\nB\n70\n0\n10\n0.0\n20\n0.0\n";
     line("20", "A", "");
     text += "0\nENDBLK\n8\n0\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n";
-    line("10", "A", ""), line("11", "a", "62\n5\n"), line("12", "F", ""), line("13", "O", ""), line("14", "L", "");
+    line("10", "A", ""), line("11", "a", "62\n5\n"), line("12", "F", ""), line("13", "O", "");
+    line("14", "L", "100\nAcDbLine\n");
     line("15", "0", "");
     text += "1001\nMARK\n1000\nx\n";
     text += "0\nCIRCLE\n5\n16\n8\nA\n10\n0.0\n20\n0.0\n40\n1.0\n";
@@ -74,6 +75,8 @@ class Selections : public EditorTest {
                 link = acutNewRb(-3);
             else if (one->first == 62 || one->first == 67)
                 link = acutBuildList(one->first, std::stoi(one->second), 0);
+            else if (one->first == 40)
+                link = acutBuildList(one->first, std::stod(one->second), 0);
             else
                 link = acutBuildList(one->first == 0 ? int{RTDXF0} : int{one->first}, one->second.c_str(), 0);
             if (!link) return L"<no chain>";
@@ -100,6 +103,13 @@ TEST_F(Selections, ModesAndFilters) {
     EXPECT_EQ(L"11", byFilter({{62, L"5"}}));
     EXPECT_EQ(L"17", byFilter({{67, L"1"}}));
     EXPECT_EQ(L"15", byFilter({{0, L"*"}, {-3, L""}, {1001, L"MA?K"}}));
+    EXPECT_EQ(L"15", byFilter({{-3, L""}, {1001, L"MARK"}, {8, L"0"}})) << "a condition may follow";
+    EXPECT_EQ(L"18", byFilter({{2, L"b"}}));
+    EXPECT_EQ(L"14", byFilter({{100, L"*Line"}}));
+    EXPECT_EQ(L"17", byFilter({{410, L"Lay*"}}));
+    EXPECT_EQ(L"", byFilter({{7, L"*"}}, nullptr)) << "no texts";
+    EXPECT_EQ(L"11 16", byFilter({{-4, L"<OR"}, {-4, L"<"}, {62, L"256"}, {-4, L"<>"}, {40, L"2"}, {-4, L"OR>"}}))
+        << "what has no such number does not differ from it";
     EXPECT_EQ(L"12 13 18",
               byFilter({{-4, L"<or"}, {8, L"F"}, {8, L"O"}, {0, L"INSERT"}, {-4, L"or>"}, {0, L"~CIRCLE"}}));
     EXPECT_EQ(L"12 13 14 15", byFilter({{-4, L"<XOR"},
@@ -114,6 +124,7 @@ TEST_F(Selections, ModesAndFilters) {
                                         {-4, L"NOT>"}}));
     for (const wchar_t* damaged : {L"<OR", L"OR>", L"<NOT", L">="})
         EXPECT_EQ(std::to_wstring(RTREJ), byFilter({{-4, damaged}, {0, L"LINE"}})) << damaged;
+    EXPECT_EQ(std::to_wstring(RTREJ), byFilter({{-4, L"&"}, {40, L"1"}})) << "no bits in a real";
     EXPECT_EQ(std::to_wstring(RTREJ), byFilter({{1, L"1"}})) << "a condition that is not known is not passed over";
     EXPECT_EQ(L"", byFilter({{8, L"*"}}, nullptr)) << "layer names of the host's own functions are no patterns";
     EXPECT_EQ(L"10 11 16 17", byFilter({{8, L"a"}}, nullptr));
