@@ -1,6 +1,7 @@
 // Prompts for one entity, by point or by name.
 #include <algorithm>
 #include <optional>
+#include <string>
 
 #include "acedads.h"
 #include "acutads.h"
@@ -36,13 +37,21 @@ AcApDocument* currentDocument(Session* session) {
     return session ? session->documents.curDocument() : nullptr;
 }
 
-// The one entity that a name or "Last" means; nothing when the text is neither.
-std::optional<AcDbObjectIdArray> spelledEntity(Session& session, AcApDocument& document, const std::wstring& text) {
+// The one entity that a name or "Last" means; nothing, with the refusal, when the text is neither.
+std::optional<AcDbObjectIdArray> spelledEntity(Session& session, AcApDocument& document, const std::wstring& text,
+                                               Refusal& refusal) {
     const std::wstring word = platform::foldCase(text);
     if (word == L"L" || word == L"LAST" || word == L"_L" || word == L"_LAST") return lastEntity(document);
-    std::optional<AcDbObjectIdArray> named = namedEntities(session, *document.database(), text);
-    if (named) *named = reachableOf(document, *named);
-    return named;
+    Refusal fault;
+    const std::optional<NamedEntities> named = namedEntities(session, document, text, fault);
+    if (!fault.empty()) refusal = fault;
+    if (!named) return std::nullopt;
+    if (named->isSet && named->ids.length() > 1) {
+        refusal = L"*Invalid selection*\n" + std::to_wstring(named->ids.length()) +
+                  L" entities are named, one is wanted: (ssname (ssget ...) 0)";
+        return std::nullopt;
+    }
+    return named->reachesAll ? named->ids : reachableOf(document, named->ids);
 }
 
 int pickEntity(Session& session, AcApDocument& document, const ACHAR* prompt, AcDbObjectId& picked, double* point) {
@@ -58,8 +67,9 @@ int pickEntity(Session& session, AcApDocument& document, const ACHAR* prompt, Ac
                 if (picked.isNull()) session.noteRefusal(L"nothing is met: " + text);
                 return Refusal();
             }
-            const std::optional<AcDbObjectIdArray> found = spelledEntity(session, document, text);
-            if (!found) return wanted;
+            Refusal refusal = wanted;
+            const std::optional<AcDbObjectIdArray> found = spelledEntity(session, document, text, refusal);
+            if (!found) return refusal;
             if (found->length() == 1) picked = (*found)[0];
             if (picked.isNull()) session.noteRefusal(L"nothing is met: " + text);
             return Refusal();

@@ -23,6 +23,7 @@ std::size_t wordLength(std::wstring_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const wchar_t c = text[i];
         if (depth > 0 && c == L'"') quoted = !quoted;
+        if (quoted && c == L'\\') ++i;  // what follows belongs to the text
         if (quoted) continue;
         if (c == L'(' && (i == 0 || depth > 0)) ++depth;
         if (c == L')' && depth > 0) --depth;

@@ -55,10 +55,13 @@ Picker::Picker(AcApDocument& document)
       layers_(layersOf(database_)),
       scene_(drawing_, layers_, document.state().references, &locate) {}
 
+bool Picker::isInSpace(dxf::RecordId id) const {
+    return id != dxf::kNoRecord && liesInSpace(drawing_, space_, id) &&
+           std::find(papers_.begin(), papers_.end(), id) == papers_.end();
+}
+
 bool Picker::isReachable(dxf::RecordId id) const {
-    if (!liesInSpace(drawing_, space_, id) || layers_.isFrozen(id)) return false;
-    if (drawing_.record(id).flags & dxf::kInvisible) return false;
-    return std::find(papers_.begin(), papers_.end(), id) == papers_.end();
+    return isInSpace(id) && !layers_.isFrozen(id) && !(drawing_.record(id).flags & dxf::kInvisible);
 }
 
 template <typename Take>

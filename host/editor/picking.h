@@ -19,6 +19,8 @@ class Picker {
   public:
     explicit Picker(AcApDocument& document);
 
+    // Entities of the space that is current, except the sheet of paper itself. kNoRecord is none.
+    bool isInSpace(dxf::RecordId id) const;
     // Entities that a user could reach now: of the space that is current, not hidden, on no frozen layer. The sheet of
     // paper itself is none.
     bool isReachable(dxf::RecordId id) const;

@@ -207,8 +207,10 @@ class Selecting {
             case Word::Nothing:
                 break;
         }
-        if (const std::optional<AcDbObjectIdArray> named = namedEntities(session_, database_, answer))
-            return change(existing(*named));
+        std::wstring fault;
+        if (const std::optional<NamedEntities> named = namedEntities(session_, document_, answer, fault))
+            return named->reachesAll ? changeByAll(named->ids) : change(existing(named->ids));
+        if (!fault.empty()) return session_.refuse(L"\n" + fault + L"\n"), false;
         session_.refuse(
             L"\n*Invalid selection*\nExpects a point or Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Add/"
             L"Remove/Multiple/Previous/Undo/AUto/SIngle or an entity: (handent \"2A7\")\n");
@@ -233,6 +235,20 @@ class Selecting {
         if (!previous.isEmpty()) return change(existing(previous));
         session_.refuse(L"\nNo previous selection set.\n");
         return false;
+    }
+
+    // Frozen layers and hidden entities are no hindrance, but the space is.
+    bool changeByAll(const AcDbObjectIdArray& ids) {
+        AcDbObjectIdArray inSpace;
+        const Picker picker(document_);
+        for (const AcDbObjectId& id : ids)
+            if (picker.isInSpace(recordOf(id))) inSpace.append(id);
+        const bool chose = change(inSpace);
+        const int others = ids.length() - inSpace.length();
+        if (others > 0)
+            session_.output.print(L"\n" + std::to_wstring(others) + (others == 1 ? L" was" : L" were") +
+                                  L" not in current space.\n");
+        return chose;
     }
 
     bool change(const AcDbObjectIdArray& found) {

@@ -261,6 +261,90 @@ TEST_F(Selections, SinglePicks) {
     EXPECT_EQ(RTCAN, result);
 }
 
+TEST_F(Selections, ByExpressions) {
+    std::wstring chosen;
+    command<0>(L"PICK", 0, [&] {
+        ads_name set = {};
+        result = selectObjects(L"\nPick: ", nullptr, 0, set);
+        chosen = result == RTNORM ? handles(selectedIds(set)) : std::to_wstring(result);
+        acedSSFree(set);
+    });
+    command<1>(L"ONE", 0, [&] {
+        ads_name entity = {};
+        ads_point point = {};
+        AcDbObjectIdArray ids;
+        AcDbObjectId id;
+        result = acedEntSel(L"\nOne: ", entity, point);
+        if (result == RTNORM && acdbGetObjectId(id, entity) == Acad::eOk) ids.append(id);
+        chosen = result == RTNORM ? handles(ids) : std::to_wstring(result);
+    });
+    const std::wstring none = std::to_wstring(RTNONE);
+    const std::wstring missed = std::to_wstring(RTERROR);
+    struct Row {
+        const wchar_t* command;
+        const wchar_t* expression;
+        std::wstring chosen;
+    };
+    const Row rows[] = {
+        {L"PICK", L"(ssget \"X\")", L"10 11 12 13 14 15 16 18"},  // not 17, which lies on paper
+        {L"PICK", L"(ssget \"_x\" '((8 . \"F,O\")))", L"12 13"},
+        {L"PICK", L"(SSGET \"A\" '((8 . \"F,O\")))", L"13"},
+        {L"PICK", L"( ssget \"X\" '( (0 . \"LINE\")(-4 . \"<NOT\") (8 . \"A\") (-4 . \"NOT>\") ) )", L"12 13 14 15"},
+        {L"PICK", L"(ssget \"X\" '((-4 . \"<=\") (62 . 5)))", L"11"},
+        {L"PICK", L"(ssget \"X\" '((-4 . \">\") (40 . 0.5)))", L"16"},
+        {L"PICK", L"(ssget \"X\" '((-3 (\"MARK\")) (0 . \"LINE\")))", L"15"},
+        {L"PICK", L"(ssget \"X\" '((-3 (\"MARK\") (\"OTHER\"))))", none},
+        {L"PICK", L"(ssname (ssget \"X\" '((8 . \"F\"))) 0)", L"12"},
+        {L"PICK", L"(entlast)", L"18"},
+        {L"PICK", L"(ssget \"X\" '((8 . \"a\\\"b c\")))", none},
+        {L"ONE", L"(ssname (ssget \"X\" '((8 . \"F\"))) 0)", L"12"},
+        {L"ONE", L"(ssname (ssget \"X\" '((67 . 1))) 0)", L"17"},  // of another space, but it is named
+        {L"ONE", L"(ssname (ssget \"X\" '((8 . \"F\"))) 1)", missed},
+        {L"ONE", L"(ssget \"X\" '((0 . \"CIRCLE\")))", L"16"},
+        {L"ONE", L"(entlast)", L"18"},
+    };
+    for (const Row& row : rows) {
+        run({row.command, row.expression, L""});
+        EXPECT_EQ(row.chosen, chosen) << testing::PrintToString(std::wstring(row.expression)) << terminal.text;
+    }
+    run({L"PICK (ssget \"X\" '((67 . 1))) (handent \"10\")", L""});
+    EXPECT_EQ(L"10", chosen);
+    EXPECT_NE(terminal.text.find(L"1 was not in current space."), std::wstring::npos) << terminal.text;
+    run({L"ONE", L"(ssget \"X\")", L"L"});
+    EXPECT_EQ(L"18", chosen);
+    EXPECT_NE(terminal.text.find(L"9 entities are named, one is wanted"), std::wstring::npos) << terminal.text;
+
+    const std::pair<const wchar_t*, const wchar_t*> faults[] = {
+        {L"(setq a 1)", L"there is no setq"},
+        {L"(handent 10)", L"handent is used in another way"},
+        {L"(ssget \"X\" ((8 . \"A\")))", L"ssget is used in another way"},
+        {L"(ssget)", L"ssget is used in another way"},
+        {L"(ssget \"W\" '((8 . \"A\")))", L"ssget has no mode \"W\" here"},
+        {L"(ssget \"X\" '((8 \"A\")))", L"(8 \"A\") is no condition"},
+        {L"(ssget \"X\" '((62 . \"A\")))", L"(62 . \"A\") is no condition"},
+        {L"(ssget \"X\" '((62 . 40000)))", L"(62 . 40000) is no condition"},
+        {L"(ssget \"X\" '((1 . \"A\")))", L"the filter holds a condition or an operator that is not known"},
+        {L"(ssget \"X\" '((-4 . \"<OR\")))", L"the filter holds a condition or an operator that is not known"},
+        {L"(ssname (handent \"10\") 0)", L"ssname takes a selection"},
+        {L"(ssname (ssget \"X\") -1)", L"ssname counts from 0"},
+        {L"(entlast", L"a closing parenthesis is missing"},
+        {L"(handent \"10", L"a closing quote is missing"},
+        {L"(entlast))", L"something stands after its end"},
+        {L"(8 . . 9)", L"a point stands where none belongs"},
+    };
+    for (const auto& [expression, fault] : faults) {
+        for (const wchar_t* name : {L"PICK", L"ONE"}) {
+            run({name, expression, L""});
+            const std::wstring message =
+                std::wstring(L"*Invalid expression*: ") + fault + L"\nExpects (handent \"2A7\"), ";
+            EXPECT_NE(terminal.text.find(message), std::wstring::npos) << terminal.text;
+            EXPECT_NE(terminal.text.find(L"(-3 (\"APPLICATION\"))"), std::wstring::npos) << "it lists what it takes";
+        }
+    }
+    run({L"PICK", std::wstring(10000, L'('), L""});
+    EXPECT_NE(terminal.text.find(L"too many parentheses"), std::wstring::npos);
+}
+
 TEST_F(Selections, SetsOutliveNothing) {
     ads_name set = {};
     ASSERT_EQ(RTNORM, acedSSGet(L"X", nullptr, nullptr, nullptr, set));
