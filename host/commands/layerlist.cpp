@@ -78,6 +78,17 @@ AcDbObjectId makeLayer(AcDbDatabase* database, const std::wstring& name) {
     return {};
 }
 
+void makeLayerCurrent(AcDbDatabase* database, const std::wstring& name) {
+    const AcDbLayerTableRecordPointer record(name.c_str(), database, AcDb::kForRead);
+    if (record.openStatus() != Acad::eOk) return refuse(L"Cannot find layer " + inQuotes(name) + L".");
+    if (record->isFrozen()) return refuse(L"Cannot make layer " + inQuotes(name) + L" current.  It is frozen.");
+    std::wstring text = name;
+    resbuf value = {};
+    value.restype = RTSTR;
+    value.resval.rstring = text.data();
+    if (acedSetVar(L"CLAYER", &value) != RTNORM) refuse(L"Cannot make layer " + inQuotes(name) + L" current.");
+}
+
 std::wstring colorText(const AcCmColor& color) {
     if (color.isByColor())
         return std::to_wstring(color.red()) + L"," + std::to_wstring(color.green()) + L"," +

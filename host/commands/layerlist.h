@@ -27,6 +27,9 @@ std::vector<NamedLayer> layersOfSelection();
 bool hasLayer(AcDbDatabase* database, const std::wstring& name);
 // Adds a layer; null, with a message, when it cannot have the name.
 AcDbObjectId makeLayer(AcDbDatabase* database, const std::wstring& name);
+// Makes a layer the current one, through the system variable, so that everybody who listens to it is told. A message
+// when it cannot be.
+void makeLayerCurrent(AcDbDatabase* database, const std::wstring& name);
 
 // "1 (red)", "8", "255,128,0".
 std::wstring colorText(const AcCmColor& color);

@@ -7,6 +7,7 @@
 #include "host/commands/asking.h"
 #include "host/commands/commands.h"
 #include "host/commands/layerlist.h"
+#include "host/commands/layerstates.h"
 #include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
 
@@ -87,25 +88,13 @@ bool list(AcDbDatabase* database) {
     return true;
 }
 
-// Through the system variable, so that everybody who listens to it is told.
-void makeCurrent(AcDbDatabase* database, const std::wstring& name) {
-    const AcDbLayerTableRecordPointer record(name.c_str(), database, AcDb::kForRead);
-    if (record.openStatus() != Acad::eOk) return refuse(L"Cannot find layer " + inQuotes(name) + L".");
-    if (record->isFrozen()) return refuse(L"Cannot make layer " + inQuotes(name) + L" current.  It is frozen.");
-    std::wstring text = name;
-    resbuf value = {};
-    value.restype = RTSTR;
-    value.resval.rstring = text.data();
-    if (acedSetVar(L"CLAYER", &value) != RTNORM) refuse(L"Cannot make layer " + inQuotes(name) + L" current.");
-}
-
 bool makeAndSet(AcDbDatabase* database) {
     const std::wstring current = layerName(database->clayer());
     std::optional<std::wstring> name =
         askText(L"\nEnter name for new layer (becomes the current layer) <" + current + L">: ", Blanks::Kept);
     if (!name) return false;
     if (!name->empty() && (hasLayer(database, *name) || !makeLayer(database, *name).isNull()))
-        makeCurrent(database, *name);
+        makeLayerCurrent(database, *name);
     return true;
 }
 
@@ -118,7 +107,7 @@ bool set(AcDbDatabase* database) {
         if (picked.empty()) return true;
         name = picked.front().name;
     }
-    makeCurrent(database, *name);
+    makeLayerCurrent(database, *name);
     return true;
 }
 
@@ -178,8 +167,8 @@ struct OtherOption {
 };
 
 constexpr OtherOption kOtherOptions[] = {
-    {L"?", &list},     {L"Make", &makeAndSet}, {L"Set", &set},
-    {L"New", &addNew}, {L"Rename", &rename},   {L"Color", &setColor},
+    {L"?", &list},         {L"Make", &makeAndSet},         {L"Set", &set}, {L"New", &addNew}, {L"Rename", &rename},
+    {L"Color", &setColor}, {L"stAte", &changeLayerStates},
 };
 
 bool runOption(AcDbDatabase* database, const std::wstring& keyword) {
@@ -198,8 +187,8 @@ void changeLayers() {
     tell(L"Current layer:  " + inQuotes(layerName(database->clayer())));
     for (;;) {
         const std::optional<std::wstring> option =
-            askKeyword(L"? Make Set New Rename ON OFF Color Freeze Thaw LOck Unlock",
-                       L"\nEnter an option [?/Make/Set/New/Rename/ON/OFF/Color/Freeze/Thaw/LOck/Unlock]: ");
+            askKeyword(L"? Make Set New Rename ON OFF Color Freeze Thaw LOck Unlock stAte",
+                       L"\nEnter an option [?/Make/Set/New/Rename/ON/OFF/Color/Freeze/Thaw/LOck/Unlock/stAte]: ");
         if (!option || option->empty() || !runOption(database, *option)) return;
     }
 }

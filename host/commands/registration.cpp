@@ -28,6 +28,9 @@ constexpr CommandRow kCommands[] = {
     {L"SELECT", ACRX_CMD_USEPICKSET, &commands::selectEntities},
     {L"-LAYER", ACRX_CMD_TRANSPARENT, &commands::changeLayers},
     {L"-LA", ACRX_CMD_TRANSPARENT, &commands::changeLayers},
+    // The names of the dialog mean the questions where none can be shown.
+    {L"LAYER", ACRX_CMD_TRANSPARENT, &commands::changeLayers},
+    {L"LA", ACRX_CMD_TRANSPARENT, &commands::changeLayers},
     {L"VPLAYER", ACRX_CMD_MODAL, &commands::changeViewportLayers},
     {L"-VPLAYER", ACRX_CMD_MODAL, &commands::changeViewportLayers},
     {L"LAYOUT", ACRX_CMD_MODAL, &commands::manageLayouts},

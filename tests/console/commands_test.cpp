@@ -62,7 +62,7 @@ TEST(LayerCommand, MakesRenamesAndLists) {
         const Outcome listed = place.run({"out.dxf"}, "-LAYER\n?\nA-1,新*,当前,卫生洁具,给排-洁具\n\n");
         EXPECT_TRUE(has(listed.out,
                         "Current layer:  \"当前\"\n"
-                        "Enter an option [?/Make/Set/New/Rename/ON/OFF/Color/Freeze/Thaw/LOck/Unlock]: ?\n"
+                        "Enter an option [?/Make/Set/New/Rename/ON/OFF/Color/Freeze/Thaw/LOck/Unlock/stAte]: ?\n"
                         "Enter layer name(s) to list <*>: A-1,新*,当前,卫生洁具,给排-洁具\n"
                         "Cannot find layer \"给排-洁具\".\n"
                         "Layer name  State  Color        Linetype\n"
@@ -79,6 +79,40 @@ TEST(LayerCommand, MakesRenamesAndLists) {
         place.run({"-o", "same.dxf", "building.dxf"}, "-LAYER\nN\nCUT," + std::string(40000, 'x') + "\n\n");
     EXPECT_TRUE(has(refused.error, "The answer has 32767 characters or more; nothing was done.")) << refused.error;
     EXPECT_TRUE(place.read("same.dxf") == place.read("building.dxf"));
+}
+
+TEST(LayerCommand, KeepsStatesAndGivesThemBack) {
+    const Workplace place;
+    place.example("building.dxf");
+    place.example("building-r12.dxf");
+    const std::string save = "LAYER\nstate\nSave\nAs it was\n";
+    const std::string change = "T\n*\nON\n*\nUnlock\n*\nS\n建筑-尺寸\nF\n给排-生活给水-管线\nC\nT\n1,2,3\n公用-*\n";
+    const Outcome saved = place.run({"-o", "saved.dxf", "building.dxf"}, save + change + "\n");
+    EXPECT_EQ(saved.code, 0) << saved.error;
+    EXPECT_TRUE(has(saved.out, "Layer state \"As it was\" saved.")) << saved.out;
+    std::string kept;
+    for (const char c : place.read("saved.dxf"))
+        if (c != ' ' && c != '\r') kept += c == '\n' ? ';' : c;
+    EXPECT_TRUE(has(kept, "AcDbXrecord;280;1;91;255;301;;290;0;302;给排-生活给水-管线;330;19;90;8;62;7;370;"));
+    EXPECT_TRUE(has(kept, ";330;1F;90;10;62;3;370;")) << "frozen";
+    EXPECT_TRUE(has(kept, ";330;30;90;9;62;5;370;")) << "off";
+
+    // Another run finds it there; the layers, and which of them is current, are as they were before.
+    const Outcome restored = place.run({"-o", "out.dxf", "saved.dxf"},
+                                       "-LA\nA\n?\n\nA\nR\nas it was\nA\nD\nAS IT WAS\nA\nR\nas it was\n"
+                                       "A\n?\n*\n\n");
+    EXPECT_EQ(restored.code, 0) << restored.error;
+    EXPECT_TRUE(has(restored.out, "\"As it was\"")) << restored.out;
+    EXPECT_TRUE(has(restored.error, "Cannot find layer state \"as it was\".")) << restored.error;
+    EXPECT_TRUE(has(restored.out, "The drawing keeps no layer states.")) << restored.out;
+    const Outcome compared = place.run({"--compare", "building.dxf", "out.dxf"});
+    EXPECT_FALSE(has(compared.out, "LAYER ")) << compared.out;
+    EXPECT_FALSE(has(compared.out, "$CLAYER")) << compared.out;
+
+    const Outcome again = place.run({"saved.dxf"}, save + "\n");
+    EXPECT_TRUE(has(again.out, "Layer state \"As it was\" replaced.")) << again.out;
+    const Outcome old = place.run({"building-r12.dxf"}, save + "\n");
+    EXPECT_TRUE(has(old.error, "A drawing of this version cannot keep layer states.")) << old.error;
 }
 
 TEST(TableCommands, ListLinetypesAndTextStyles) {
