@@ -335,8 +335,8 @@ bool save(AcDbDatabase* database) {
     const bool replaces = states->getAt(name->c_str(), id) == Acad::eOk;
     XRecord record;
     record.create();
-    const bool saved = chain && states->setAt(name->c_str(), record.object(), id) == Acad::eOk &&
-                       record->setFromRbChain(*chain) == Acad::eOk;
+    const bool saved = chain && record->setFromRbChain(*chain) == Acad::eOk &&
+                       states->setAt(name->c_str(), record.object(), id) == Acad::eOk;
     if (!saved)
         refuse(L"Cannot save layer state " + inQuotes(*name) + L".");
     else

@@ -2,6 +2,7 @@
 #include "host/editor/entityfilter.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <optional>
 
@@ -22,13 +23,18 @@ constexpr int kXdataSentinel = -3;
 constexpr double kColorByLayer = 256;
 constexpr double kWeightByLayer = -1;
 
+// None in what is too large for a whole number of a drawing.
+std::int64_t bitsOf(double value) {
+    constexpr double kLimit = 4294967296.0;
+    return std::abs(value) < kLimit ? static_cast<std::int64_t>(value) : 0;
+}
+
 bool haveCommonBits(double value, double wanted) {
-    return (static_cast<std::int64_t>(value) & static_cast<std::int64_t>(wanted)) != 0;
+    return (bitsOf(value) & bitsOf(wanted)) != 0;
 }
 
 bool hasAllBits(double value, double wanted) {
-    const auto bits = static_cast<std::int64_t>(wanted);
-    return (static_cast<std::int64_t>(value) & bits) == bits;
+    return (bitsOf(value) & bitsOf(wanted)) == bitsOf(wanted);
 }
 
 double numberOf(const resbuf& link) {
