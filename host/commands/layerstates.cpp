@@ -253,7 +253,9 @@ void restore(AcDbDatabase* database, const LayerState& state) {
     }
     for (const LayerRow& row : rows)
         restore(row, state.properties);
-    if (missing > 0) tell(std::to_wstring(missing) + L" of its layers are not in the drawing any more.");
+    if (missing > 0)
+        tell(std::to_wstring(missing) + (missing == 1 ? L" of its layers is" : L" of its layers are") +
+             L" not in the drawing any more.");
 }
 
 // --- where the drawing keeps them

@@ -1,6 +1,7 @@
 // The host's own commands on layers, entities and variables.
 #include <gtest/gtest.h>
 
+#include "../dxftext.h"
 #include "program.h"
 
 namespace {
@@ -113,6 +114,34 @@ TEST(LayerCommand, KeepsStatesAndGivesThemBack) {
     EXPECT_TRUE(has(again.out, "Layer state \"As it was\" replaced.")) << again.out;
     const Outcome old = place.run({"building-r12.dxf"}, save + "\n");
     EXPECT_TRUE(has(old.error, "A drawing of this version cannot keep layer states.")) << old.error;
+}
+
+TEST(LayerCommand, RestoresWhatTheEditorSaved) {
+    const Workplace place;
+    const std::string state = "100=AcDbXrecord;280=1;91=";
+    const std::string before = dxfText(
+        "0=SECTION;2=HEADER;9=$ACADVER;1=AC1015;9=$HANDSEED;5=FF;0=ENDSEC;0=SECTION;2=TABLES;"
+        "0=TABLE;2=LAYER;5=2;102={ACAD_XDICTIONARY;360=20;102=};330=0;100=AcDbSymbolTable;70=3;"
+        "0=LAYER;5=10;330=2;100=AcDbSymbolTableRecord;100=AcDbLayerTableRecord;2=0;70=0;62=7;6=CONTINUOUS;"
+        "0=LAYER;5=11;330=2;100=AcDbSymbolTableRecord;100=AcDbLayerTableRecord;2=A;70=0;62=1;6=CONTINUOUS;"
+        "0=LAYER;5=12;330=2;100=AcDbSymbolTableRecord;100=AcDbLayerTableRecord;2=B;70=0;62=2;6=CONTINUOUS;"
+        "0=ENDTAB;0=ENDSEC;0=SECTION;2=OBJECTS;0=DICTIONARY;5=C;330=0;100=AcDbDictionary;281=1;"
+        "0=DICTIONARY;5=20;330=2;100=AcDbDictionary;280=1;281=1;3=ACAD_LAYERSTATES;360=21;"
+        "0=DICTIONARY;5=21;330=20;100=AcDbDictionary;281=1;3=Night;350=22;3=Of a view;350=23;"
+        "0=XRECORD;5=22;330=21;" +
+        state +
+        "3;301=Off and frozen;290=0;302=0;330=11;90=9;62=5;370=35;331=0;1=Color_5;440=0;330=0;90=8;62=7;"
+        "330=12;90=14;62=2;370=-3;331=0;1=Color_2;440=0;92=-1039035666;"
+        "0=XRECORD;5=23;330=21;" +
+        state + "33280;301=;290=0;302=;330=11;90=8;62=1;0=ENDSEC;0=EOF;");
+    place.write("states.dxf", before);
+    const Outcome outcome = place.run({"-o", "out.dxf", "states.dxf"}, "-LAYER\nA\n?\n\nA\nR\nNight\n\n");
+    EXPECT_EQ(outcome.code, 0) << outcome.error;
+    EXPECT_TRUE(has(outcome.out, "\"Night\"      3       \"0\"            Off and frozen\n")) << outcome.out;
+    EXPECT_FALSE(has(outcome.out, "Of a view")) << outcome.out;
+    EXPECT_TRUE(has(outcome.out, "1 of its layers is not in the drawing any more.")) << outcome.out;
+    // Neither colours nor locks: the state is not about them.
+    EXPECT_EQ(changedLines(before, place.read("out.dxf")), (std::vector<std::string>{"1 > -1", "0 > 1"}));
 }
 
 TEST(TableCommands, ListLinetypesAndTextStyles) {
