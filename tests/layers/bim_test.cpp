@@ -40,7 +40,8 @@ TEST_F(StandardLayers, TcdcListsThoseOfAllSystemsAndOfTwoCategories) {
     layer->LayerColor.setRGB(1, 2, 3);
     layer->LineWeight = 18;
     const std::string shown = own(run({L"tcdc"}));
-    const std::string text = fileBytes(folder.path() / L"drawing_图层.txt");
+    const auto list = folder.path() / std::filesystem::u8path("drawing_图层.txt");
+    const std::string text = fileBytes(list);
     EXPECT_NE(shown.find("drawing_图层.txt"), std::string::npos) << shown;
     EXPECT_EQ(text.find("\xEF\xBB\xBF类别\t系统\t图层名\t颜色\t线型\t线宽\r\n"), 0u);
     EXPECT_NE(text.find("\t测试系统\t测试 管线\t1,2,3\tContinuous\t0.18\r\n"), std::string::npos);
@@ -57,8 +58,8 @@ TEST_F(StandardLayers, TcdcListsThoseOfAllSystemsAndOfTwoCategories) {
     EXPECT_FALSE(application.hasUnsavedChanges());
 
     // A folder in the way: one message, the command failed.
-    std::filesystem::remove(folder.path() / L"drawing_图层.txt");
-    std::filesystem::create_directories(folder.path() / L"drawing_图层.txt" / "full");
+    std::filesystem::remove(list);
+    std::filesystem::create_directories(list / "full");
     EXPECT_EQ(count(run({L"tcdc"}), L"<error>图层定义没有写入："), 1u);
 }
 
