@@ -54,8 +54,11 @@ class Bar {
         platform::writeStandardError(line_);
     }
 
+    // With blanks: not every console knows the terminals' own way.
     void wipe() {
-        if (std::exchange(isDrawn_, false)) platform::writeStandardError("\r\x1b[K");
+        if (!std::exchange(isDrawn_, false)) return;
+        const std::string blanks(platform::columnsOf(platform::fromUtf8(line_)), ' ');
+        platform::writeStandardError("\r" + blanks + "\r");
     }
 
   private:
