@@ -30,6 +30,25 @@ TEST(Files, WritesInPlaceAndKeepsThePrevious) {
     }
 }
 
+TEST(Files, IsSavedOverItselfAgainAndAgainInOneSession) {
+    const Workplace place;
+    place.example("building.dxf");
+    const Outcome outcome =
+        place.run({"--backup", "2", "building.dxf"},
+                  "UnFrozenAllLayer\nQSAVE\n-LAYER\nN\nsecond\n\nQSAVE\n-LAYER\nN\nthird\n\nQSAVE\n");
+    EXPECT_EQ(outcome.code, 0) << outcome.error << outcome.out;
+    const auto has = [&](const char* name, const char* layer) {
+        return place.read(name).find(std::string("\n") + layer + "\r\n") != std::string::npos;
+    };
+    EXPECT_TRUE(has("building.dxf", "third"));
+    EXPECT_TRUE(has("building.dxf.bak", "second"));
+    EXPECT_FALSE(has("building.dxf.bak", "third"));
+    EXPECT_FALSE(has("building.dxf.bak2", "second"));
+    EXPECT_NE(place.read("building.dxf.bak2"),
+              fileBytes(std::filesystem::path(QRS_SOURCE_DIR) / "examples/building.dxf"));
+    EXPECT_FALSE(place.has("building.dxf.bak3"));
+}
+
 TEST(Files, WritesToAnotherFile) {
     const Workplace place;
     const std::string before = fileBytes(place.example("building.dxf"));
