@@ -47,6 +47,8 @@ std::string ScriptTerminal::answerOrigin() const {
 
 host::Reply PlainTerminal::readLine(const std::wstring& prompt, std::wstring& line) {
     print(prompt);
+    // Nobody sees the prompts any more.
+    if (platform::isOutputDropped()) return host::Reply::End;
     switch (platform::readTypedLine(line)) {
         case platform::Typed::Line:
             return host::Reply::Line;

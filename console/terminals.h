@@ -26,7 +26,7 @@ class ConsoleTerminal : public host::Terminal {
     void commandEnded(std::wstring_view name, host::CommandResult result) override;
     // The commands that have ended so far.
     const std::vector<CommandEntry>& commands() const { return commands_; }
-    // False once standard output could not be written (full disk, closed pipe).
+    // False once standard output could not be written (a full disk).
     bool outputWorks() const { return outputWorks_; }
 
   protected:

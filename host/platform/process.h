@@ -44,10 +44,12 @@ QRS_HOST_PORT Typed readTypedLine(std::wstring& line);
 // A variable of the environment; nothing when it is not set.
 QRS_HOST_PORT std::optional<std::wstring> environment(const char* name);
 
-// Writes all of the bytes, at once and unbuffered. False when the other side is gone or the disk is full; a closed pipe
-// does not end the process.
+// Writes all of the bytes, at once and unbuffered. False when they cannot be written, as on a full disk. A pipe whose
+// reader has gone, having seen enough, is no failure: the bytes are dropped.
 QRS_HOST_PORT bool writeStandardOutput(std::string_view bytes);
 QRS_HOST_PORT bool writeStandardError(std::string_view bytes);
+// True once the reader of standard output was found gone.
+QRS_HOST_PORT bool isOutputDropped();
 
 // From now on, when bytes of a mapped file are gone because another program has cut the file short: prints the line to
 // standard error, removes the temporary files AtomicFile has in progress, and ends the process with the exit code.

@@ -9,12 +9,14 @@ import pty
 import re
 import select
 import shutil
+import subprocess
 import sys
 import tempfile
 import time
 
 
 PLAIN = "--plain" in sys.argv
+BUILDING = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "examples", "building.dxf")
 
 
 def readable(shown):
@@ -108,10 +110,33 @@ def history(program, folder):
     assert typist.ends() == 0
 
 
+def closed_pipe(program, folder):
+    """A reader that goes away (| head) is no failure, and the drawing is written all the same."""
+    drawing = os.path.join(folder, "a.dxf")
+    for arguments, code in ((["--in-place", "a.dxf"], 0), (["--in-place", "--list", "list"], 0), (["--info", "a.dxf"], 0),
+                            (["--help"], 0), (["nosuch.dxf"], 3)):
+        shutil.copy(BUILDING, drawing)
+        with open(os.path.join(folder, "list"), "w") as listed:
+            listed.write("a.dxf\n")
+        reads = arguments[0] in ("--info", "--help")
+        arguments += [] if reads else ["-e", "UnFrozenAllLayer", "-e", "REGEN"]
+        reader, writer = os.pipe()
+        os.close(reader)
+        ran = subprocess.run([program] + arguments, cwd=folder, stdout=writer, stderr=subprocess.PIPE, timeout=60,
+                             env=dict(os.environ, XDG_CONFIG_HOME=folder))
+        os.close(writer)
+        assert ran.returncode == code, (arguments, ran)
+        assert b"cannot be written" not in ran.stderr, (arguments, ran)
+        with open(drawing, "rb") as left, open(BUILDING, "rb") as given:
+            assert (left.read() == given.read()) == (reads or code != 0), arguments
+
+
 def main():
     folder = tempfile.mkdtemp()
     try:
         os.mkdir(os.path.join(folder, "qrs_pipeSystem"))
+        if not PLAIN:
+            closed_pipe(sys.argv[1], folder)
         session(sys.argv[1], folder)
         if not PLAIN:
             history(sys.argv[1], folder)

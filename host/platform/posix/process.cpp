@@ -34,6 +34,8 @@ void endAtLostBytes(int) {
     std::_Exit(whenCut->exitCode);
 }
 
+bool outputDropped = false;
+
 bool writeAll(int descriptor, std::string_view bytes) {
     const SignalHold hold;
     while (!bytes.empty()) {
@@ -44,6 +46,9 @@ bool writeAll(int descriptor, std::string_view bytes) {
             // A terminal or pipe that somebody has set not to wait: wait here.
             pollfd ready{descriptor, POLLOUT, 0};
             poll(&ready, 1, -1);
+        } else if (errno == EPIPE) {
+            if (descriptor == STDOUT_FILENO) outputDropped = true;
+            return true;
         } else if (errno != EINTR) {
             return false;
         }
@@ -115,6 +120,10 @@ bool writeStandardOutput(std::string_view bytes) {
 
 bool writeStandardError(std::string_view bytes) {
     return writeAll(STDERR_FILENO, bytes);
+}
+
+bool isOutputDropped() {
+    return outputDropped;
 }
 
 void endWhenMappedFileIsCut(std::string line, int exitCode) {

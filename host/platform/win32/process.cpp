@@ -93,6 +93,8 @@ std::optional<std::wstring> readConsole(HANDLE console) {
     return line;
 }
 
+bool outputDropped = false;
+
 // A console takes wide text, which needs no code page; everything else takes the bytes.
 bool writeAll(DWORD number, std::string_view bytes) {
     const HANDLE stream = GetStdHandle(number);
@@ -107,7 +109,11 @@ bool writeAll(DWORD number, std::string_view bytes) {
     }
     for (; !bytes.empty(); bytes.remove_prefix(count)) {
         const auto left = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), std::size_t{1} << 20));
-        if (!WriteFile(stream, bytes.data(), left, &count, nullptr) || count == 0) return false;
+        if (WriteFile(stream, bytes.data(), left, &count, nullptr) && count > 0) continue;
+        const DWORD reason = GetLastError();
+        if (reason != ERROR_BROKEN_PIPE && reason != ERROR_NO_DATA) return false;
+        if (number == STD_OUTPUT_HANDLE) outputDropped = true;
+        return true;
     }
     return true;
 }
@@ -184,6 +190,10 @@ bool writeStandardOutput(std::string_view bytes) {
 
 bool writeStandardError(std::string_view bytes) {
     return writeAll(STD_ERROR_HANDLE, bytes);
+}
+
+bool isOutputDropped() {
+    return outputDropped;
 }
 
 void endWhenMappedFileIsCut(std::string, int) {}
