@@ -44,15 +44,15 @@ Failure readScript(const Options& options, Script& script) {
     const std::string name = !options.script || *options.script == "-" ? "standard input" : options.script->u8string();
     // The run of several drawings has read the script for all of them.
     const bool isGiven = !options.runFolder.empty();
-    if (!isGiven && name == "standard input") {
-        script.addBytes(readStandardInput(), name);
-        return {};
-    }
     std::string bytes;
     platform::Error error;
-    const std::filesystem::path file = isGiven ? scriptFile(options.runFolder) : *options.script;
-    if (!platform::readFile(file, bytes, error)) return {ExitCode::CannotRead, error.message};
-    script.addBytes(bytes, name);
+    if (!isGiven && name == "standard input") {
+        bytes = readStandardInput();
+    } else {
+        const std::filesystem::path file = isGiven ? scriptFile(options.runFolder) : *options.script;
+        if (!platform::readFile(file, bytes, error)) return {ExitCode::CannotRead, error.message};
+    }
+    if (!script.addBytes(bytes, name, error)) return {ExitCode::CannotRead, error.message};
     return {};
 }
 

@@ -14,6 +14,18 @@ std::size_t countOf(const std::string& text, const std::string& part) {
     return count;
 }
 
+enum class ByteOrder { Little, Big };
+
+std::string utf16Of(const std::string& utf8, ByteOrder order) {
+    std::string bytes;
+    for (const char16_t unit : std::filesystem::u8path(utf8).u16string()) {
+        const char low = static_cast<char>(unit & 0xFF), high = static_cast<char>(unit >> 8);
+        bytes += order == ByteOrder::Little ? low : high;
+        bytes += order == ByteOrder::Little ? high : low;
+    }
+    return bytes;
+}
+
 }  // namespace
 
 TEST(Script, ShowsEverythingAsTheExampleSays) {
@@ -46,13 +58,28 @@ TEST(Script, ReadsEveryFormOfTextFile) {
     const auto script = [](const std::string& layer, const std::string& end) {
         return "; make it" + end + "-LAYER" + end + "N" + end + layer + end + "?" + end + layer + end;
     };
-    const std::string forms[] = {script(name, "\n"), script(name, "\r\n"), "\xEF\xBB\xBF" + script(name, "\n"),
-                                 script(gbk, "\r\n"), script(name, "\n").substr(0, script(name, "\n").size() - 1)};
+    const std::string utf16 = utf16Of(script(name, "\r\n"), ByteOrder::Little);
+    const std::string forms[] = {script(name, "\n"),
+                                 script(name, "\r\n"),
+                                 "\xEF\xBB\xBF" + script(name, "\n"),
+                                 script(gbk, "\r\n"),
+                                 script(name, "\n").substr(0, script(name, "\n").size() - 1),
+                                 utf16,
+                                 "\xFF\xFE" + utf16,
+                                 utf16Of(script(name, "\n"), ByteOrder::Big),
+                                 "\xFE\xFF" + utf16Of(script(name, "\n"), ByteOrder::Big)};
     for (const std::string& form : forms) {
         place.write("make.scr", form);
         const Outcome outcome = place.run({"-s", "make.scr", "building.dxf"});
         EXPECT_EQ(outcome.code, 0) << outcome.error;
         EXPECT_NE(outcome.out.find("\"" + name + "\"      on"), std::string::npos) << outcome.out;
+    }
+    for (const std::string& noText : {std::string("REGEN\0\0\0\n", 9), utf16.substr(1), "\xFF\xFE" + utf16 + "R"}) {
+        place.write("bad.scr", noText);
+        const Outcome outcome = place.run({"-s", "bad.scr", "building.dxf"});
+        EXPECT_EQ(outcome.code, 3) << outcome.out;
+        EXPECT_NE(outcome.error.find("bad.scr: not a script"), std::string::npos) << outcome.error;
+        EXPECT_EQ(outcome.out, "");
     }
     // Standard input is a script like any other, with "-s -" and without.
     EXPECT_EQ(place.run({"-s", "-", "building.dxf"}, forms[3]).out, place.run({"building.dxf"}, forms[1]).out);
