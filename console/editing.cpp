@@ -72,6 +72,7 @@ class EditingTerminal : public ConsoleTerminal {
     std::wstring prompt_;
     std::optional<char> following_;  // read after Esc, but not used yet
     bool cancelled_ = false;
+    std::wstring discarded_;  // what had been typed on the cancelled line
     bool leaves_ = false;
 };
 
@@ -147,7 +148,10 @@ int EditingTerminal::readKey(EditLine* editor, wchar_t* key) {
 }
 
 unsigned char EditingTerminal::cancel(EditLine* editor, wint_t) {
-    of(editor).cancelled_ = true;
+    EditingTerminal& self = of(editor);
+    const LineInfoW* line = el_wline(editor);
+    self.cancelled_ = true;
+    self.discarded_.assign(line->buffer, line->lastchar);
     return CC_EOF;
 }
 
@@ -215,6 +219,7 @@ host::Reply EditingTerminal::readLine(const std::wstring& prompt, std::wstring& 
     if (interrupted != 0) {
         interrupted = 0;
         print(prompt);
+        line.clear();
         return host::Reply::Cancel;
     }
     prompt_ = prompt;
@@ -230,7 +235,10 @@ host::Reply EditingTerminal::readLine(const std::wstring& prompt, std::wstring& 
         write("QUIT\n");
         return host::Reply::Line;
     }
-    if (cancelled_ || leaves_) return host::Reply::Cancel;
+    if (cancelled_ || leaves_) {
+        line = std::exchange(discarded_, std::wstring());
+        return host::Reply::Cancel;
+    }
     if (typed == nullptr || count <= 0) {
         write("\n");
         return host::Reply::End;

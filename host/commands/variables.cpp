@@ -10,6 +10,7 @@
 #include "host/commands/commands.h"
 #include "host/editor/hostapp.h"
 #include "host/editor/session.h"
+#include "host/editor/suggestions.h"
 #include "host/editor/wildcard.h"
 #include "host/platform/codepage.h"
 #include "host/platform/number.h"
@@ -126,7 +127,8 @@ void list(const std::wstring& patterns) {
 }  // namespace
 
 void setVariable() {
-    std::optional<std::wstring> name = askText(L"\nEnter variable name or [?]: ", Blanks::EndAnswer);
+    std::optional<std::wstring> name = ed::Session::current()->takeTypedVariable();
+    if (name->empty()) name = askText(L"\nEnter variable name or [?]: ", Blanks::EndAnswer);
     if (!name || name->empty()) return;
     if (*name == L"?") {
         const std::optional<std::wstring> patterns = askText(L"\nEnter variable(s) to list <*>: ", Blanks::EndAnswer);
@@ -135,7 +137,9 @@ void setVariable() {
     }
     name = platform::foldCase(*name);
     const Value value(*name);
-    if (!value.isKnown()) return failCommand(L"Unknown variable name: " + *name + L". Type SETVAR ? for a listing.");
+    if (!value.isKnown())
+        return failCommand(L"Unknown variable name: " + *name + L". Type SETVAR ? for a listing." +
+                           ed::didYouMean(*name, ed::Variables::names()));
     if (isReadOnly(*name)) {
         acedPrompt((L"\n" + *name + L" = " + value.text() + L" (read only)").c_str());
         return;

@@ -33,7 +33,8 @@ class QRS_HOST_PORT Terminal {
     // Asks for one line. The prompt is the text of the line being asked on ("Command: "); a terminal shows it, a script
     // prints it with the answer after it, so that a transcript reads like the editor's text window. After a
     // line the output stands at the start of a line; after Esc the prompt's line is still open, so that "*Cancel*" can
-    // stand on it; at the end a script prints nothing, a person's terminal has shown the prompt.
+    // stand on it, and the line is what had been typed; at the end a script prints nothing, a person's terminal has
+    // shown the prompt.
     virtual Reply readLine(const std::wstring& prompt, std::wstring& line) = 0;
     // Text of the command line, "\n" line ends.
     virtual void print(std::wstring_view text) = 0;

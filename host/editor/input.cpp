@@ -55,8 +55,12 @@ std::wstring asTyped(std::wstring_view text) {
     return typed;
 }
 
-bool isCancel(const std::wstring& line) {
-    return line == L"^C" || line == L"^c" || line.find(kEscape) != std::wstring::npos;
+// True for a line that cancels; what stands on it besides is left of it.
+bool takeCancel(std::wstring& line) {
+    const std::size_t length = line.size();
+    if (line == L"^C" || line == L"^c") line.clear();
+    line.erase(std::remove(line.begin(), line.end(), kEscape), line.end());
+    return line.size() < length;
 }
 
 }  // namespace
@@ -88,7 +92,7 @@ Answer Input::read(const std::wstring& promptLine, Extent extent, bool atCommand
     if (answer.reply == Reply::Line) {
         output_.answered();
         line.insert(0, answer.text);
-        if (!isCancel(line)) {
+        if (!takeCancel(line)) {
             answer.text = takeTyped(std::move(line), extent);
             return answer;
         }
@@ -98,6 +102,7 @@ Answer Input::read(const std::wstring& promptLine, Extent extent, bool atCommand
         output_.leftOpen();
         answer.promptShown = true;
     }
+    answer.discarded = answer.reply == Reply::Cancel && !line.empty();
     answer.text.clear();
     return answer;
 }

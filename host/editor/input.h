@@ -23,6 +23,7 @@ struct Answer {
     std::wstring text;
     bool typed = false;        // by the user, not sent or given
     bool promptShown = false;  // for Cancel: its prompt stands on the line, which is still open
+    bool discarded = false;    // for Cancel: something had been typed already
 };
 
 class Input {

@@ -62,6 +62,13 @@ bool Keywords::means(const Word& word, std::wstring_view answer) {
     return begins(word.shortBegin, word.shortLength) || begins(0, word.shortBegin + word.shortLength);
 }
 
+std::vector<std::wstring> Keywords::names() const {
+    std::vector<std::wstring> names;
+    for (const Word& word : words_)
+        names.push_back(word.text);
+    return names;
+}
+
 std::wstring Keywords::match(std::wstring_view answer) const {
     if (answer.empty()) return std::wstring();
     if (answer.size() > 1 && answer.front() == L'_') {

@@ -15,6 +15,8 @@ class Keywords {
     explicit Keywords(std::wstring_view list);
 
     bool empty() const { return words_.empty(); }
+    // As they are shown and typed.
+    std::vector<std::wstring> names() const;
     // The program's name of the keyword an answer means; empty when it means none. "_" before it asks for those names
     // themselves.
     std::wstring match(std::wstring_view answer) const;

@@ -8,6 +8,7 @@
 #include "host/editor/points.h"
 #include "host/editor/question.h"
 #include "host/editor/session.h"
+#include "host/editor/suggestions.h"
 
 namespace qrs::host::ed {
 
@@ -167,6 +168,8 @@ int acedGetKword(const ACHAR* prompt, ACHAR* result, std::size_t bufferSize) {
     if (!result || bufferSize == 0) return RTREJ;
     Question question(*session);
     const std::wstring wanted = L"Invalid option keyword.";
-    const int answered = question.ask(prompt, wanted, [&](const std::wstring&) { return wanted; });
+    const int answered = question.ask(prompt, wanted, [&](const std::wstring& text) {
+        return wanted + didYouMean(text, question.keywords().names());
+    });
     return answered == RTKWORD ? copyText(session->lastKeyword, result, bufferSize) : answered;
 }

@@ -23,6 +23,7 @@ class Question {
 
     int flags() const { return flags_; }
     bool hasKeywords() const { return !keywords_.empty(); }
+    const Keywords& keywords() const { return keywords_; }
 
     // Asks until an answer is taken. take(text) gives the refusal.
     template <typename Take>

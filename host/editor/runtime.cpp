@@ -1,10 +1,12 @@
 // How commands are read from the command line and run.
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "host/editor/documents.h"
 #include "host/editor/editorstate.h"
 #include "host/editor/session.h"
+#include "host/editor/suggestions.h"
 #include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
 
@@ -33,15 +35,16 @@ bool Session::run(bool keepGoing) {
         const Answer answer = input.read(prompt, Extent::Word, true);
         if (answer.reply == Reply::End) break;
         if (answer.reply == Reply::Cancel) {
-            // A sent Esc only makes sure that nothing runs.
-            if (answer.promptShown) output.print(L"*Cancel*\n");
+            // Nothing runs here: what can be cancelled is a line that was typed in part.
+            if (answer.discarded) output.print(L"*Cancel*\n");
             continue;
         }
         if (!answer.text.empty()) {
             const CommandResult result = runTyped(answer.text);
             if (answer.typed) output.terminal().commandEnded(lastTyped_, result);
         } else if (output.terminal().isInteractive() && !lastCommand_.empty()) {
-            runTyped(lastCommand_);
+            output.print(lastCommand_ + L"\n");
+            runTyped(std::wstring(lastCommand_));
         }
     }
     isRunning_ = false;
@@ -70,9 +73,28 @@ AcEdCommand* Session::lookup(std::wstring_view typed) const {
     return command ? command : commands.lookupGlobalCmd(name.c_str());
 }
 
+const AcEdCommand* Session::lookupMeant(std::wstring_view typed) {
+    typedVariable_.clear();
+    if (const AcEdCommand* command = lookup(typed)) return command;
+    const std::wstring name = platform::foldCase(withoutMarks(typed));
+    const AcEdCommand* setsVariable = Variables::isKnown(name) ? commands.lookupGlobalCmd(L"SETVAR") : nullptr;
+    if (setsVariable) typedVariable_ = name;
+    return setsVariable;
+}
+
+std::wstring Session::unknownCommand(const std::wstring& typed) const {
+    std::vector<std::wstring> names;
+    const std::unique_ptr<AcEdCommandIterator> command(commands.iterator());
+    for (; !command->done(); command->next())
+        names.emplace_back(command->command()->globalName());
+    for (std::wstring& name : Variables::names())
+        names.push_back(std::move(name));
+    return L"Unknown command \"" + typed + L"\"." + didYouMean(withoutMarks(typed), names);
+}
+
 CommandResult Session::runTyped(const std::wstring& typed) {
-    if (const AcEdCommand* command = lookup(typed)) {
-        lastTyped_ = lastCommand_ = command->globalName();
+    if (const AcEdCommand* command = lookupMeant(typed)) {
+        lastTyped_ = lastCommand_ = typedVariable_.empty() ? command->globalName() : typedVariable_;
         const std::size_t refusalsBefore = refusals_;
         const Outcome outcome = runCommand(*command, false);
         if (outcome == Outcome::Failed) input.dropTypedWords();
@@ -82,10 +104,10 @@ CommandResult Session::runTyped(const std::wstring& typed) {
                                                : CommandResult::Done;
     }
     const std::wstring name = platform::foldCase(withoutMarks(typed));
-    lastTyped_ = name;
+    lastTyped_ = typed;
     editor.reactors().list.tell([&](AcEditorReactor& reactor) { reactor.unknownCommand(name.c_str()); });
     input.dropTypedWords();
-    fail(L"Unknown command \"" + name + L"\".");
+    fail(unknownCommand(typed));
     return CommandResult::Failed;
 }
 
@@ -96,11 +118,11 @@ bool Session::isTransparentCall(const Answer& answer, Extent extent) const {
 }
 
 void Session::runTransparent(const std::wstring& typed) {
-    const AcEdCommand* command = lookup(typed);
+    const AcEdCommand* command = lookupMeant(typed);
     const bool nested = std::any_of(running.begin(), running.end(), [](const Running& one) { return one.transparent; });
     if (!command) {
         ++failures_;
-        output.error(L"Unknown command \"" + platform::foldCase(withoutMarks(typed)) + L"\".");
+        output.error(unknownCommand(typed));
     } else if (nested) {
         refuse(L"\n** Transparent commands may not be nested **\n");
     } else if (!(command->commandFlags() & ACRX_CMD_TRANSPARENT)) {
@@ -225,9 +247,9 @@ void Session::tellOutcome(const Running& ended) {
 }
 
 Outcome Session::callCommand(const std::wstring& name, std::deque<std::wstring> answers) {
-    const AcEdCommand* command = lookup(name);
+    const AcEdCommand* command = lookupMeant(name);
     if (!command) {
-        fail(L"Unknown command \"" + platform::foldCase(withoutMarks(name)) + L"\".");
+        fail(unknownCommand(name));
         return Outcome::Failed;
     }
     const GivenAnswers given(input, std::move(answers));

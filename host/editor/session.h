@@ -80,6 +80,9 @@ class Session : private AcDbHostApplicationServices {
     Keywords takeKeywords() { return std::exchange(keywords_, Keywords()); }
     std::wstring lastKeyword;
 
+    // The system variable that was typed as the command that runs now; empty when it was not, and once it is taken.
+    std::wstring takeTypedVariable() { return std::exchange(typedVariable_, std::wstring()); }
+
     Outcome runCommand(const AcEdCommand& command, bool transparent);
     // A command called from a running one, by name. Failed when there is none.
     Outcome callCommand(const std::wstring& name, std::deque<std::wstring> answers);
@@ -111,6 +114,9 @@ class Session : private AcDbHostApplicationServices {
                                FindFileHint hint) override;
 
     AcEdCommand* lookup(std::wstring_view typed) const;
+    // The same, and for the name of a system variable the command that asks for its value, which is told the name.
+    const AcEdCommand* lookupMeant(std::wstring_view typed);
+    std::wstring unknownCommand(const std::wstring& typed) const;
     CommandResult runTyped(const std::wstring& typed);
     void runTransparent(const std::wstring& typed);
     bool isTransparentCall(const Answer& answer, Extent extent) const;
@@ -126,6 +132,7 @@ class Session : private AcDbHostApplicationServices {
     Keywords keywords_;
     std::wstring lastCommand_;  // that Enter repeats
     std::wstring lastTyped_;    // also when it is no command
+    std::wstring typedVariable_;
     std::size_t failures_ = 0;
     std::size_t refusals_ = 0;
     std::size_t earlyRefusals_ = 0;  // before the run, counted with it

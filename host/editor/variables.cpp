@@ -235,6 +235,10 @@ std::vector<std::wstring> Variables::names() {
     return names;
 }
 
+bool Variables::isKnown(std::wstring_view name) {
+    return find(name) || isHeaderVariable(name);
+}
+
 bool Variables::isReadOnly(std::wstring_view name) {
     const Row* row = find(name);
     return row && row->isReadOnly();

@@ -22,6 +22,7 @@ class Variables {
 
     // All names, those kept in drawings included.
     static std::vector<std::wstring> names();
+    static bool isKnown(std::wstring_view name);
     static bool isReadOnly(std::wstring_view name);
 
     // A whole number kept for the session; 0 when there is none of that name.

@@ -116,5 +116,5 @@ TEST(Files, LoadsAndUnloadsPlugins) {
     EXPECT_EQ(outcome.code, 1);
     EXPECT_NE(outcome.out.find("qrs_pipeSystem successfully unloaded."), std::string::npos) << outcome.out;
     EXPECT_NE(outcome.out.find("No plug-ins are loaded."), std::string::npos) << outcome.out;
-    EXPECT_NE(outcome.error.find("UNFROZENALLLAYER"), std::string::npos) << outcome.error;
+    EXPECT_NE(outcome.error.find("UnFrozenAllLayer"), std::string::npos) << outcome.error;
 }

@@ -83,10 +83,25 @@ def session(program, folder):
     typist.sees("全部>")
     typist.types("\x1b\x1b")
     typist.sees("*Cancel*")
-    typist.sees("Command: *Cancel*")
     typist.sees("Command: ")
-    typist.types("NoSuchCommand\n")
-    typist.sees("Unknown command")
+    typist.sees("Command: ")
+    assert "Command: *Cancel*" not in typist.seen, "nothing to cancel at an empty command prompt"
+    if not PLAIN:
+        typist.types("nosuch\x03")
+        typist.sees("*Cancel*")
+        typist.sees("Command: ")
+    typist.types("-LAYR\n")
+    typist.sees('Unknown command "-LAYR". Did you mean -LAYER?')
+    # Enter repeats the last command, and says which.
+    typist.sees("Command: ")
+    typist.types("\n")
+    typist.sees("UnLockSelLayer")
+    typist.sees("全部>")
+    typist.types("\x03")
+    typist.sees("Command: ")
+    typist.types("CTAB\n")
+    typist.sees("Enter new value for CTAB")
+    typist.types("\n")
     typist.sees("Command: ")
     # Something was changed: quitting asks.
     typist.types("QUIT\n" if PLAIN else "\x04")

@@ -103,7 +103,7 @@ TEST(Script, StopsAtAFailureUnlessItKeepsGoing) {
     const Outcome stopped = place.run({"-s", "bad.scr", "--in-place", "building.dxf"});
     EXPECT_EQ(stopped.code, 1);
     EXPECT_NE(stopped.error.find("bad.scr:3: "), std::string::npos) << stopped.error;
-    EXPECT_NE(stopped.error.find("NOSUCHCOMMAND"), std::string::npos) << stopped.error;
+    EXPECT_NE(stopped.error.find("\"NoSuchCommand\""), std::string::npos) << stopped.error;
     EXPECT_EQ(countOf(stopped.out, "REGEN\n"), 0u) << stopped.out;
     EXPECT_EQ(place.read("building.dxf"), building);
 
@@ -129,5 +129,7 @@ TEST(Script, CancelsWhatIsLeftUnanswered) {
     const Outcome cancelled = place.run({"building.dxf"}, "-LAYER\nOFF\n^C\nREGEN\n");
     EXPECT_EQ(cancelled.code, 0) << cancelled.error;
     EXPECT_EQ(countOf(cancelled.out, "*Cancel*"), 1u) << cancelled.out;
+    // At the command prompt there is nothing to cancel.
+    EXPECT_EQ(place.run({"building.dxf"}, "^C\nREGEN\n").out, "Command: ^C\nCommand: REGEN\nRegenerating model.\n");
     EXPECT_EQ(countOf(cancelled.out, "Regenerating model."), 1u) << cancelled.out;
 }

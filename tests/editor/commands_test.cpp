@@ -84,10 +84,10 @@ TEST_F(Commands, FailuresStopTheRunUnlessItKeepsGoing) {
     acedEditor->addReactor(&listener);
     acedEditor->addReactor(nullptr);
     EXPECT_FALSE(run({L"nosuch a b", L"DONE"}));
-    EXPECT_EQ(std::vector<std::wstring>{L"Unknown command \"NOSUCH\"."}, terminal.errors);
+    EXPECT_EQ(std::vector<std::wstring>{L"Unknown command \"nosuch\"."}, terminal.errors);
     EXPECT_EQ(1u, terminal.answers.size());
     EXPECT_FALSE(run({L"FAILS", L"nosuch x", L"", L"THROWS", L"DONE"}, true));
-    EXPECT_EQ((std::vector<std::wstring>{L"No good.", L"Unknown command \"NOSUCH\".", L"THROWS failed: out of ink"}),
+    EXPECT_EQ((std::vector<std::wstring>{L"No good.", L"Unknown command \"nosuch\".", L"THROWS failed: out of ink"}),
               terminal.errors);
     EXPECT_NE(std::wstring::npos, terminal.text.find(L"done"));
     EXPECT_EQ((std::vector<std::wstring>{L"unknown NOSUCH", L"start FAILS", L"fail FAILS", L"unknown NOSUCH",
@@ -99,7 +99,30 @@ TEST_F(Commands, FailuresStopTheRunUnlessItKeepsGoing) {
 
     terminal.interactive = true;
     EXPECT_TRUE(run({L"DONE", L""}));
-    EXPECT_EQ(L"Command: DONE\ndone\nCommand: \ndone\n", terminal.text) << "Enter repeats for a person";
+    EXPECT_EQ(L"Command: DONE\ndone\nCommand: \nDONE\ndone\n", terminal.text) << "Enter repeats for a person";
+}
+
+TEST_F(Commands, MistypedNamesAreTold) {
+    command<0>(L"gxsz", 0, [] {});
+    command<1>(L"gxgd", 0, [] {});
+    command<2>(L"FrozenLayer", 0, [] {});
+    command<3>(L"UnFrozenAllLayer", 0, [] {});
+    const std::pair<std::wstring, std::wstring> rows[] = {
+        {L"gxsx", L" Did you mean gxsz?"},
+        {L"GXZS", L" Did you mean gxsz?"},
+        {L"gx", L" Did you mean gxsz or gxgd?"},
+        {L"gxxx", L""},
+        {L"'_frozenlayr", L" Did you mean FrozenLayer?"},
+        {L"unfroz", L" Did you mean UnFrozenAllLayer?"},
+        {L"clayr", L" Did you mean CLAYER?"},
+        {L"x", L""},
+        {std::wstring(5000, L'g'), L""},
+        {L"图层管理", L""},
+    };
+    for (const auto& [typed, hint] : rows) {
+        EXPECT_FALSE(run({typed}));
+        EXPECT_EQ(std::vector<std::wstring>{L"Unknown command \"" + typed + L"\"." + hint}, terminal.errors);
+    }
 }
 
 TEST_F(Commands, WordsBehindTheNameAreAnswers) {
