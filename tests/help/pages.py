@@ -1,13 +1,21 @@
 #!/usr/bin/env python3
-"""Checks the command pages of docs/commands: each example is run, and must print and change what its page shows.
+"""Checks the pages: each example is run, and must print and change what its page shows.
 
-    pages.py CONSOLE            checks
-    pages.py CONSOLE --update   writes what the examples print and change into the pages
+    pages.py CONSOLE                    the command pages of docs/commands
+    pages.py CONSOLE --tasks            all other pages, but those for programmers
+    pages.py CONSOLE --package PREFIX   the pages for programmers, with the package installed at PREFIX
+    ... --update                        writes what the examples print and change into the pages
 
-An example is a line with a link to its drawing, [examples/NAME](../../examples/NAME) or "a new drawing", and after it a block
-```script; a block ```transcript shows what it prints, a block ```changes what `qrsconsole --compare` tells of the drawing
-before and after, and a block ```settings what it leaves in the user's settings beyond what every run leaves there. The
-examples work on a copy of the suite's system folder. The pages in both languages show the same.
+An example of a command is a line with a link to its drawing, [examples/NAME](../../examples/NAME) or "a new drawing", and after
+it a block ```script; a block ```transcript shows what it prints, a block ```changes what `qrsconsole --compare` tells of the
+drawing before and after, and a block ```settings what it leaves in the user's settings beyond what every run leaves there. The
+examples work on a copy of the suite's system folder. An example that leaves files says "a copy of" before its drawing.
+
+An example of a task is a block ```sh, run in a folder with a copy of examples/ in which the blocks before it were run; a block
+```output shows what it prints on both outputs, with a line "..." for any lines. A block after a line that ends in "`NAME`:" is
+that file. Where a page has no block ```output, only the blocks that name examples/ are run. None may leave anything in examples/.
+
+The pages in both languages show the same examples.
 """
 import functools
 import os
@@ -19,11 +27,17 @@ import tempfile
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
-PAGES = ROOT / "docs" / "commands"
+DOCS = ROOT / "docs"
+PAGES = DOCS / "commands"
+PROGRAMMERS = ("sibling",)
 # Where the console makes windows.
 SCREEN = {name: os.environ[name] for name in ("DISPLAY", "XAUTHORITY") if name in os.environ}
-BLOCK = re.compile(r"^```(script|transcript|changes|settings)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
-DRAWING = re.compile(r"\]\(\.\./\.\./(examples/[^)]+\.dxf)\)")
+BLOCK = re.compile(r"^```(\w+)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+DRAWING = re.compile(r"((?:a copy of |的副本)?)\[[^]]*\]\((?:\.\./)+(examples/[^)]+\.dxf)\)((?: 的副本)?)")
+FILE = re.compile(r"`([\w/-]+\.\w+)`[:：]\n\n\Z")
+LINK = re.compile(r"\]\(([^):#]+)(?:#[^)]*)?\)")
+# What only machines of one's own can run.
+ELSEWHERE = re.compile(r"server2|slurm")
 
 
 def command_names():
@@ -33,32 +47,34 @@ def command_names():
 
 @functools.lru_cache(maxsize=None)
 def run_example(console, drawing, script):
-    """What the script prints, changes in the drawing, and leaves in the settings."""
+    """What the script prints, changes in the drawing, and leaves in the settings; and whether it leaves files beside it."""
     with tempfile.TemporaryDirectory() as folder:
         folder = Path(folder)
         (folder / "example.scr").write_text(script, encoding="utf-8")
         name = folder / "drawing.dxf"
         system = folder / "system"
         shutil.copytree(Path(console).parent.parent / "share" / "qrs_pipeSystem", system)
-        arguments = [console, "--settings", "settings.ini", "--system", str(system), "-s", "example.scr"]
+        arguments = [console, "--settings", "tmp/settings.ini", "--system", str(system), "-s", "example.scr"]
         if drawing:
             name.write_bytes((ROOT / drawing).read_bytes())
             # Beside it the others, to which it may refer.
             for other in (ROOT / drawing).parent.glob("*.dxf"):
                 shutil.copy(other, folder)
             arguments += ["-o", "after.dxf", "drawing.dxf"]
+        (folder / "tmp").mkdir()
+        there = {*os.listdir(folder), "drawing.dxf", "after.dxf"}
         ran = subprocess.run(arguments, cwd=folder, capture_output=True, timeout=120,
-                             env={"PATH": "/usr/bin:/bin", "TMPDIR": str(folder), "HOME": str(folder), **SCREEN})
+                             env={"PATH": "/usr/bin:/bin", "TMPDIR": str(folder / "tmp"), "HOME": str(folder / "tmp"), **SCREEN})
         # What a command refuses stands there, too.
         unexpected = [line for line in ran.stderr.decode().splitlines() if not line.startswith("qrsconsole: example.scr:")]
         if ran.returncode != 0 or unexpected:
             raise RuntimeError(f"exit code {ran.returncode}: {ran.stderr.decode()}{ran.stdout.decode()}")
-        changes = ""
+        changes, left = "", sorted(set(os.listdir(folder)) - there)
         if drawing:
             compared = subprocess.run([console, "--compare", "drawing.dxf", "after.dxf"], cwd=folder, capture_output=True)
             changes = compared.stdout.decode()
-        settings = folder / "settings.ini"
-        return {"transcript": ran.stdout.decode(), "changes": changes,
+        settings = folder / "tmp" / "settings.ini"
+        return {"transcript": ran.stdout.decode(), "changes": changes, "left": left,
                 "settings": settings_by_section(settings.read_text(encoding="utf-8")) if settings.exists() else {}}
 
 
@@ -82,60 +98,170 @@ def settings_beyond(settings, usual):
     return text
 
 
-def checked_page(console, usual, text):
+def found_drawing(text):
+    """The drawing that the text names last, and whether a copy of it is meant; None when it names none."""
+    links = DRAWING.findall(text)
+    return (links[-1][1], bool(links[-1][0] or links[-1][2])) if links else None
+
+
+class Desk:
+    """The folder of one who follows a page: the examples, a folder of drawings, and an installed program."""
+
+    def __init__(self, folder, console, package):
+        self.work, self.prefix, self.home = folder / "work", folder / "prefix", folder / "home"
+        shutil.copytree(ROOT / "examples", self.work / "examples", ignore=shutil.ignore_patterns("__pycache__"))
+        self.examples = self.listing()
+        (self.work / "plans").mkdir()
+        for name in ("building", "site"):
+            shutil.copy(ROOT / "examples" / f"{name}.dxf", self.work / "plans")
+        self.home.mkdir()
+        if package:
+            self.prefix = Path(package).resolve()
+            return
+        # The program knows its place by its file; what it changes there must not be changed for others.
+        built = Path(console).parent
+        shutil.copytree(built.parent / "share" / "qrs_pipeSystem", self.prefix / "share" / "qrs_pipeSystem")
+        (self.prefix / "bin").mkdir()
+        for file in built.glob("*.so"):
+            (self.prefix / "bin" / file.name).symlink_to(file)
+        shutil.copy(console, self.prefix / "bin")
+
+    def listing(self):
+        return {path: path.read_bytes() for path in (self.work / "examples").rglob("*") if path.is_file()}
+
+    def write(self, name, text):
+        (self.work / name).parent.mkdir(parents=True, exist_ok=True)
+        (self.work / name).write_text(text, encoding="utf-8")
+
+    def run(self, commands):
+        """What the commands print. Each must succeed, unless the page shows its exit code."""
+        flags = ["-o", "pipefail"] if "$?" in commands else ["-e", "-o", "pipefail"]
+        ran = subprocess.run(["bash", *flags, "-c", commands], cwd=self.work, stdin=subprocess.DEVNULL, timeout=300,
+                             stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                             env={"PATH": f"{self.prefix}/bin:/usr/bin:/bin", "HOME": str(self.home), "LC_ALL": "C.UTF-8",
+                                  "TMPDIR": str(self.home), "PREFIX": str(self.prefix)})
+        printed = ran.stdout.decode().replace(str(self.prefix), "/usr/local").replace(str(self.work), "/home/me")
+        if ran.returncode != 0:
+            raise RuntimeError(f"exit code {ran.returncode} of\n{commands}{printed}")
+        if self.listing() != self.examples:
+            raise RuntimeError(f"changes what lies in examples/:\n{commands}")
+        return printed
+
+
+def shows(shown, printed):
+    """Whether the page shows what was printed; a line "..." stands for any lines."""
+    pieces = re.split(r"^\.\.\.\n", shown, flags=re.MULTILINE)
+    return re.fullmatch("(?:.*\n)*?".join(map(re.escape, pieces)), printed) is not None
+
+
+def checked_page(console, usual, desk, text):
     """The page with its examples' results as they are."""
-    parts, at, drawing, result = [], 0, None, None
+    parts, at, drawing, result, printed = [], 0, None, None, ""
+    is_followed = "```output\n" in text
     for block in BLOCK.finditer(text):
         kind, shown = block.groups()
-        links = DRAWING.findall(text, at, block.start())
-        drawing = links[-1] if links else drawing
-        if kind == "script":
-            result = dict(run_example(console, drawing, shown))
+        before = text[at:block.start()]
+        drawing = found_drawing(before) or drawing
+        file = FILE.search(before)
+        if kind != "output" and is_followed and printed:
+            raise RuntimeError(f"not shown: {printed}")
+        if desk and file:
+            desk.write(file.group(1), shown)
+        elif kind == "script":
+            result = dict(run_example(console, drawing and drawing[0], shown))
             result["settings"] = settings_beyond(result["settings"], usual)
-        elif result is None:
-            raise RuntimeError(f"```{kind} without a ```script before it")
-        else:
+            if result["left"] and drawing and not drawing[1]:
+                raise RuntimeError(f"leaves {result['left']} beside what is not called a copy of {drawing[0]}")
+        elif kind in ("transcript", "changes", "settings"):
+            if result is None:
+                raise RuntimeError(f"```{kind} without a ```script before it")
             result[kind] += "" if result[kind].endswith("\n") or not result[kind] else "\n"
             shown = result[kind]
-        parts += [text[at:block.start()], f"```{kind}\n{shown}```"]
+        elif desk and kind == "sh":
+            code = re.sub(r"(^|\s)#.*", "", shown)
+            if is_followed or ("examples/" in code and not ELSEWHERE.search(code)):
+                printed = desk.run(shown)
+        elif desk and kind == "output":
+            shown, printed = shown if shows(shown, printed) else printed, ""
+        parts += [before, f"```{kind}\n{shown}```"]
         at = block.end()
-    if result is None:
-        raise RuntimeError("no example")
+    if is_followed and printed:
+        raise RuntimeError(f"not shown: {printed}")
     return "".join(parts) + text[at:]
 
 
+def check_page(console, usual, desk, page, update):
+    """The page's faults; with update the page is written instead."""
+    text = page.read_text(encoding="utf-8")
+    try:
+        made = checked_page(console, usual, desk, text)
+    except (RuntimeError, subprocess.TimeoutExpired) as error:
+        return [f"{page.name}: {error}"]
+    if made == text:
+        return []
+    if update:
+        page.write_text(made, encoding="utf-8")
+        return []
+    old, new = text.split("\n"), made.split("\n")
+    line = next((i for i, (a, b) in enumerate(zip(old, new)) if a != b), min(len(old), len(new)))
+    return [f"{page.name}:{line + 1}: shown {old[line:line + 1]}, is {new[line:line + 1]}"]
+
+
+def check_command(console, usual, name, update):
+    faults, blocks = [], []
+    for page in (PAGES / f"{name}.md", PAGES / f"{name}.zh-CN.md"):
+        if not page.exists():
+            faults.append(f"{page.name} is missing")
+            continue
+        blocks.append(BLOCK.findall(page.read_text(encoding="utf-8")))
+        if not any(kind == "script" for kind, _ in blocks[-1]):
+            faults.append(f"{page.name}: no example")
+        faults += check_page(console, usual, None, page, update)
+    if len(blocks) == 2 and blocks[0] != blocks[1] and not update:
+        faults.append(f"{name}: the two languages show different examples")
+    for readme in (PAGES / "README.md", PAGES / "README.zh-CN.md"):
+        if not readme.exists() or f"({name}" not in readme.read_text(encoding="utf-8"):
+            faults.append(f"{readme.name} does not lead to {name}")
+    return faults
+
+
+def check_links(page):
+    text = page.read_text(encoding="utf-8")
+    return [f"{page.name} leads to {link}, which is not there" for link in LINK.findall(text)
+            if not (page.parent / link).exists()]
+
+
+def check_tasks(console, usual, page, package, update):
+    """A page and its Chinese twin."""
+    twin, faults = page.with_suffix(".zh-CN.md"), []
+    if not twin.exists():
+        return [f"{page.name} has no page in Chinese"]
+    for each in (page, twin):
+        faults += check_links(each)
+        with tempfile.TemporaryDirectory() as folder:
+            faults += check_page(console, usual, Desk(Path(folder), console, package), each, update)
+    texts = [each.read_text(encoding="utf-8") for each in (page, twin)]
+    blocks = [BLOCK.findall(text) for text in texts]
+    if blocks[0] != blocks[1] and "```output\n" in texts[0] and not update:
+        faults.append(f"{page.name}: the two languages show different examples")
+    return faults
+
+
 def main():
-    console, update = str(Path(sys.argv[1]).resolve()), "--update" in sys.argv[2:]
-    faults = []
-    names = command_names()
+    console, options = str(Path(sys.argv[1]).resolve()), sys.argv[2:]
+    update = "--update" in options
+    package = options[options.index("--package") + 1] if "--package" in options else None
     usual = run_example(console, None, "")["settings"]
-    if len(names) != 30:
-        faults.append(f"{len(names)} commands found in the table")
-    for name in names:
-        blocks = []
-        for page in (PAGES / f"{name}.md", PAGES / f"{name}.zh-CN.md"):
-            if not page.exists():
-                faults.append(f"{page.name} is missing")
-                continue
-            text = page.read_text(encoding="utf-8")
-            blocks.append(BLOCK.findall(text))
-            try:
-                made = checked_page(console, usual, text)
-            except (RuntimeError, subprocess.TimeoutExpired) as error:
-                faults.append(f"{page.name}: {error}")
-                continue
-            if made != text and update:
-                page.write_text(made, encoding="utf-8")
-            elif made != text:
-                old, new = text.split("\n"), made.split("\n")
-                line = next((i for i, (a, b) in enumerate(zip(old, new)) if a != b), min(len(old), len(new)))
-                faults.append(f"{page.name}:{line + 1}: shown {old[line:line + 1]}, is {new[line:line + 1]}")
-        if len(blocks) == 2 and blocks[0] != blocks[1] and not update:
-            faults.append(f"{name}: the two languages show different examples")
-        for readme in (PAGES / "README.md", PAGES / "README.zh-CN.md"):
-            if not readme.exists() or f"({name}" not in readme.read_text(encoding="utf-8"):
-                faults.append(f"{readme.name} does not lead to {name}")
-    print("\n".join(faults) if faults else f"{len(names)} commands: the pages show what they do")
+    if package or "--tasks" in options:
+        pages = [page for folder in (ROOT, DOCS) for page in sorted(folder.glob("*.md")) if ".zh-CN" not in page.name]
+        pages = [page for page in pages if (page.stem in PROGRAMMERS) == bool(package)]
+        faults = [fault for page in pages for fault in check_tasks(console, usual, page, package, update)]
+    else:
+        pages = command_names()
+        faults = [] if len(pages) == 30 else [f"{len(pages)} commands found in the table"]
+        faults += [fault for name in pages for fault in check_command(console, usual, name, update)]
+        faults += [fault for page in sorted(PAGES.glob("*.md")) for fault in check_links(page)]
+    print("\n".join(faults) if faults else f"{len(pages)} pages show what their examples do")
     return 1 if faults else 0
 
 
