@@ -40,8 +40,15 @@ foreach(face ${faces})
     install(FILES ${headers} DESTINATION ${header_folder}/${folder})
 endforeach()
 
-# The pages that the headers refer to.
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
+# The pages, which the headers refer to, and the examples, which the pages refer to.
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md" PATTERN man EXCLUDE)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} USE_SOURCE_PERMISSIONS
+    PATTERN source EXCLUDE PATTERN __pycache__ EXCLUDE PATTERN ".*" EXCLUDE)
+if(UNIX AND TARGET qrsconsole)
+    install(FILES docs/man/qrsconsole.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    install(FILES docs/man/zh_CN/qrsconsole.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/zh_CN/man1)
+    install(FILES console/qrsconsole.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME qrsconsole)
+endif()
 
 install(EXPORT qrs_pipeSystemTargets NAMESPACE qrs:: DESTINATION ${package_folder})
 configure_package_config_file(cmake/qrs_pipeSystemConfig.cmake.in ${CMAKE_BINARY_DIR}/qrs_pipeSystemConfig.cmake
