@@ -139,7 +139,8 @@ class Desk:
         ran = subprocess.run(["bash", *flags, "-c", commands], cwd=self.work, stdin=subprocess.DEVNULL, timeout=300,
                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                              env={"PATH": f"{self.prefix}/bin:/usr/bin:/bin", "HOME": str(self.home), "LC_ALL": "C.UTF-8",
-                                  "TMPDIR": str(self.home), "PREFIX": str(self.prefix)})
+                                  "TMPDIR": str(self.home), "PREFIX": str(self.prefix), "CMAKE_GENERATOR": "Ninja",
+                                  "CXXFLAGS": os.environ.get("SIBLING_FLAGS", "")})
         printed = ran.stdout.decode().replace(str(self.prefix), "/usr/local").replace(str(self.work), "/home/me")
         if ran.returncode != 0:
             raise RuntimeError(f"exit code {ran.returncode} of\n{commands}{printed}")

@@ -52,6 +52,8 @@ with_sibling -s "$source/examples/sibling/ask.scr" "$source/examples/pipes.dxf" 
 # A riser that was drawn under a system's old name is numbered with those of its name of today.
 with_sibling -p "$work/sibling/oldnames.so" -s "$source/examples/sibling/oldnames.scr" |
     diff "$source/examples/sibling/oldnames.txt" -
+# The page about siblings is followed in an empty folder.
+python3 "$source/tests/help/pages.py" "$work/prefix/bin/qrsconsole" --package "$work/prefix"
 # Beside the program a bare name is enough; without the module started the sibling is told so.
 cp "$work/sibling/sibling.so" "$work/prefix/bin/"
 answer=$(cd "$work" && console -p sibling.so -e ASKSTANDARD)
