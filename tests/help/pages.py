@@ -135,8 +135,7 @@ class Desk:
 
     def run(self, commands):
         """What the commands print. Each must succeed, unless the page shows its exit code."""
-        flags = ["-o", "pipefail"] if "$?" in commands else ["-e", "-o", "pipefail"]
-        ran = subprocess.run(["bash", *flags, "-c", commands], cwd=self.work, stdin=subprocess.DEVNULL, timeout=300,
+        ran = subprocess.run(["bash", "-c" if "$?" in commands else "-ec", commands], cwd=self.work, stdin=subprocess.DEVNULL, timeout=300,
                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                              env={"PATH": f"{self.prefix}/bin:/usr/bin:/bin", "HOME": str(self.home), "LC_ALL": "C.UTF-8",
                                   "TMPDIR": str(self.home), "PREFIX": str(self.prefix), "CMAKE_GENERATOR": "Ninja",
