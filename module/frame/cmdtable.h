@@ -4,8 +4,8 @@
 #include "accmd.h"
 #include "axlock.h"
 #include "frame/entry.h"
-#include "frame/guard.h"
 #include "rxmfcapi.h"
+#include "tools/guard.h"
 
 namespace qrs::frame {
 
@@ -25,7 +25,7 @@ constexpr const wchar_t* kCommandGroup = L"QRS_PIPESTSTEM";
 // The handler of a command: its body among the module's own resources. The drawing stays locked while it runs.
 template <AcRxFunctionPtr body>
 void command() {
-    guarded([] {
+    tools::guarded([] {
         const CAcModuleResourceOverride resources(moduleInstance());
         const AcAxDocLock lock;
         if (lock.lockStatus() == Acad::eOk) body();

@@ -1,7 +1,7 @@
 // Per-document entries of the module and the reactor that keeps them.
 #include "frame/docglobals.h"
 
-#include "frame/guard.h"
+#include "tools/guard.h"
 
 void TPipeDocReactor::databaseToBeDestroyed(AcDbDatabase* database) {
     if (database == database_) database_ = nullptr;
@@ -31,7 +31,7 @@ class TPipeAppDocGlobals::ManagerReactor : public AcApDocManagerReactor {
   public:
     explicit ManagerReactor(TPipeAppDocGlobals& globals) : globals_(globals) {}
     void documentCreated(AcApDocument* document) override {
-        qrs::frame::guarded([&] { globals_.create(document); });
+        qrs::tools::guarded([&] { globals_.create(document); });
     }
 
   private:

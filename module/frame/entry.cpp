@@ -2,12 +2,12 @@
 #include "frame/entry.h"
 
 #include "afxdllx.h"
-#include "frame/guard.h"
 #include "frame/startup.h"
 #include "pipeport.h"
 #include "qrs_kernal.h"
 #include "rxdlinkr.h"
 #include "rxregsvc.h"
+#include "tools/guard.h"
 
 namespace {
 
@@ -56,12 +56,12 @@ HINSTANCE qrs::frame::moduleInstance() {
 
 // acrxEntryPoint: every message is answered with kRetOK.
 extern "C" QRS_PIPE_PORT AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* application) {
-    qrs::frame::guarded([&] { handle(message, application); });
+    qrs::tools::guarded([&] { handle(message, application); });
     return AcRx::kRetOK;
 }
 
 extern "C" int APIENTRY DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
-    if (reason == DLL_PROCESS_ATTACH) return qrs::frame::guarded([&] { attach(instance); }) ? 1 : 0;
+    if (reason == DLL_PROCESS_ATTACH) return qrs::tools::guarded([&] { attach(instance); }) ? 1 : 0;
     if (reason == DLL_PROCESS_DETACH && extension.bInitialized) {
         AfxTermExtensionModule(extension);
         extension.bInitialized = FALSE;

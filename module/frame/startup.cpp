@@ -9,7 +9,6 @@
 #include "frame/cmdreactor.h"
 #include "frame/cmdtable.h"
 #include "frame/docglobals.h"
-#include "frame/guard.h"
 #include "frame/specdata.h"
 #include "host/platform/callrecord.h"
 #include "layers/layertoolbar.h"
@@ -18,6 +17,7 @@
 #include "qrs_kernal.h"
 #include "qrs_public.h"
 #include "standard/startup.h"
+#include "tools/guard.h"
 
 namespace qrs::frame {
 
@@ -178,12 +178,12 @@ AcApDocument* currentDocument() {
 
 void startUp() {
     for (const Step step : startSteps)
-        guarded(step);
+        tools::guarded(step);
 }
 
 void tearDown() {
     for (const Step step : endSteps)
-        guarded(step);
+        tools::guarded(step);
 }
 
 void drawingLoaded() {

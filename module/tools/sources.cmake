@@ -3,6 +3,7 @@ set(QRS_TOOLS_SOURCES
     canal.cpp
     changeable.cpp
     drawing.cpp
+    guard.cpp
     interfacecount.cpp
     layertag.cpp
     linetypeoptimize.cpp

@@ -3,7 +3,7 @@
 
 #include <exception>
 
-namespace qrs::frame {
+namespace qrs::tools {
 
 // Tells that something failed, with its reason (UTF-8; null: none known), as one error; the running command has failed
 // then.
@@ -23,4 +23,4 @@ bool guarded(Call&& call) noexcept {
     return false;
 }
 
-}  // namespace qrs::frame
+}  // namespace qrs::tools

@@ -1,10 +1,10 @@
 // Tells a failure through the suite's error line.
-#include "frame/guard.h"
+#include "tools/guard.h"
 
 #include "host/platform/codepage.h"
 #include "qrs_kernal.h"
 
-void qrs::frame::tellFailure(const char* reason) noexcept {
+void qrs::tools::tellFailure(const char* reason) noexcept {
     try {
         QrsExport::FailCommand(L"qrs_pipeSystem：" + (reason ? platform::fromUtf8(reason) : L"未知错误"));
     } catch (...) {
