@@ -1,5 +1,7 @@
 // qrsconsole: runs the commands of plug-ins on drawings, from scripts or at a prompt.
 #include <exception>
+#include <string>
+#include <vector>
 
 #include "console/run.h"
 #include "host/platform/process.h"
@@ -7,11 +9,13 @@
 int main(int count, char** arguments) {
     using namespace qrs::console;
     qrs::platform::keepStandardStreams();
-    qrs::platform::endWhenMappedFileIsCut(
-        "qrsconsole: another program has cut short a file that was being read; nothing was written",
-        static_cast<int>(ExitCode::CannotRead));
     try {
-        const ParsedOptions parsed = parseOptions(qrs::platform::utf8Arguments(count, arguments));
+        const std::vector<std::string> given = qrs::platform::utf8Arguments(count, arguments);
+        chooseLanguage(given);
+        qrs::platform::endWhenMappedFileIsCut(
+            "qrsconsole: another program has cut short a file that was being read; nothing was written",
+            static_cast<int>(ExitCode::CannotRead));
+        const ParsedOptions parsed = parseOptions(given);
         if (parsed.options) return static_cast<int>(run(*parsed.options));
         if (parsed.code == ExitCode::Done)
             qrs::platform::writeStandardOutput(parsed.text);

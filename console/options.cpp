@@ -7,6 +7,7 @@
 #include "console/converter.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 
 namespace qrs::console {
 
@@ -18,7 +19,7 @@ std::filesystem::path pathOf(const std::string& argument) {
 
 // What the library understands, as it came: no lists in brackets, no conversion.
 struct RawOptions {
-    std::string script, output, system, settings, described, list, report, converter, keepGoing;
+    std::string script, output, system, settings, described, list, report, converter, keepGoing, language;
     std::string runFolder, runDrawing, runOutput;
     std::vector<std::string> drawings, lines, plugins, support, compared;
     unsigned codePage = 0;
@@ -104,6 +105,8 @@ void describe(CLI::App& app, RawOptions& raw) {
     addRepeated(app, "--support", raw.support, "Folder of the support search path; repeatable")->type_name("DIR");
     app.add_option("--codepage", raw.codePage, "ANSI code page of old files and scripts, for example 936")
         ->type_name("N");
+    app.add_option("--language", raw.language, "Speak Chinese (zh) or English (en) instead of what the locale says")
+        ->type_name("zh|en");
     app.add_option("--timeout", raw.timeout, "Give up after this time")->type_name("SECONDS");
     app.add_flag("--keep-going{all}", raw.keepGoing,
                  "Go on with the script after a command has failed, and with the next drawing after one has; "
@@ -164,6 +167,7 @@ std::string findMisuse(const CLI::App& app, const RawOptions& raw) {
     if (std::any_of(raw.support.begin(), raw.support.end(), isEmpty)) return "--support needs a name that is not empty";
     if (app.count("--codepage") > 0 && !platform::isKnownCodePage(raw.codePage))
         return "--codepage: " + std::to_string(raw.codePage) + " is no code page this system knows";
+    if (app.count("--language") > 0 && !platform::languageNamed(raw.language)) return "--language takes zh or en";
     // A day is far beyond any drawing; the bound keeps the clock's arithmetic safe.
     if (app.count("--timeout") > 0 && !(raw.timeout > 0 && raw.timeout <= 86400))
         return "--timeout needs a number of seconds above 0 and at most 86400";
@@ -219,6 +223,20 @@ std::string onOneLine(std::string text) {
 }
 
 }  // namespace
+
+void chooseLanguage(const std::vector<std::string>& arguments) {
+    constexpr std::string_view kOption = "--language";
+    platform::setLanguage(platform::systemLanguage());
+    for (std::size_t i = 1; i < arguments.size() && arguments[i] != "--"; ++i) {
+        const std::string_view argument = arguments[i];
+        std::string_view name;
+        if (argument == kOption && i + 1 < arguments.size())
+            name = arguments[i + 1];
+        else if (argument.substr(0, kOption.size()) == kOption && argument.substr(kOption.size(), 1) == "=")
+            name = argument.substr(kOption.size() + 1);
+        if (const auto chosen = platform::languageNamed(name)) platform::setLanguage(*chosen);
+    }
+}
 
 ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
     CLI::App app("Runs the commands of a pipe-system module on a drawing.", "qrsconsole");

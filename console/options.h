@@ -59,6 +59,10 @@ struct ParsedOptions {
     ExitCode code = ExitCode::Done;
 };
 
+// The language of all that is said from now on, the refusal of an option included: that of --language, else the
+// locale's.
+void chooseLanguage(const std::vector<std::string>& arguments);
+
 // The arguments in UTF-8, the program's name first.
 ParsedOptions parseOptions(const std::vector<std::string>& arguments);
 

@@ -38,7 +38,7 @@ bool PartialFile::planBackups(const fs::path& previous, int backups, const fs::p
     if (isKept(last)) {
         moves.push_back({backupName(last), aside, backupName(last)});
     } else if (kindOfName(backupName(last)) == NameKind::Folder) {
-        return fail(error, backupName(last), kIsFolder);
+        return fail(error, backupName(last), translated(kIsFolder));
     }
     for (int number = last; number > 1; --number)
         moves.push_back({backupName(number - 1), backupName(number), backupName(number - 1)});
@@ -52,7 +52,7 @@ void PartialFile::takeBack(const std::vector<Move>& moves, std::size_t count, Er
         const Move& done = moves[--count];
         const std::error_code failed = move(done.to, done.from);
         if (!failed) continue;
-        error.message += "; " + shownPath(done.to) + " did not get its name back: " + textOf(failed);
+        error.message += translated("; %1 did not get its name back: %2", shownPath(done.to), textOf(failed));
         return;
     }
 }
@@ -115,7 +115,7 @@ void AtomicFile::write(std::string_view bytes) {
 
 bool AtomicFile::commit(int backups, Error& error) {
     if (!state_) {
-        error.message = "no file was begun";
+        error.message = translated("no file was begun");
         return false;
     }
     state_->putGathered();

@@ -8,6 +8,7 @@
 #include "host/platform/files.h"
 #include "host/platform/inside/dialoganswer.h"
 #include "host/platform/inside/dialogwindow.h"
+#include "host/platform/language.h"
 
 namespace qrs::platform {
 
@@ -23,9 +24,8 @@ class Showing {
     Showing(Dialog& dialog, QuestionLine& line) : dialog_(dialog), line_(line) {}
 
     int run() {
-        const std::wstring prompt = std::wstring(onlyField() ? L"Value" : L"Number, name or name=value") + L" [?/" +
-                                    dialog_.okCaption + L"/" + dialog_.cancelCaption + L"] <" + dialog_.okCaption +
-                                    L">: ";
+        const std::wstring prompt = onlyField() ? translated(L"Value [?/OK/Cancel] <OK>: ")
+                                                : translated(L"Number, name or name=value [?/OK/Cancel] <OK>: ");
         printAll();
         while (!dialog_.closing()) {
             std::wstring answer;
@@ -96,7 +96,7 @@ class Showing {
         std::optional<bool> wanted;
         const bool anyMark = std::any_of(meant.items.begin(), meant.items.end(), isMark);
         if (anyMark && meant.value && !(wanted = parseSwitch(*meant.value))) {
-            refuse(L"\"" + *meant.value + L"\" is neither 1 nor 0.");
+            refuse(translated(L"\"%1\" is neither 1 nor 0.", *meant.value));
             return false;
         }
         std::vector<Control*> touched;
@@ -145,7 +145,7 @@ class Showing {
             else if (!control.editable && number >= 1 && number <= control.choices.size())
                 text = control.choices[number - 1];
             else if (!control.editable)
-                return L"\"" + text + L"\" is none of the choices.";
+                return translated(L"\"%1\" is none of the choices.", text);
         }
         std::wstring refusal = control.refuse ? control.refuse(text) : std::wstring();
         if (!refusal.empty()) return refusal;
@@ -253,7 +253,7 @@ int TextPresenter::showMessage(const MessageQuestion& question) {
         if (answer.empty()) return fallback.result;
         for (const MessageButton& button : buttons)
             if (isOneOf(answer, {button.letter, button.english, button.chinese})) return button.result;
-        line_.refuse(L"\"" + answer + L"\" is none of the buttons.\n");
+        line_.refuse(translated(L"\"%1\" is none of the buttons.\n", answer));
     }
 }
 
@@ -265,7 +265,7 @@ std::optional<std::wstring> TextPresenter::chooseFolder(const std::wstring& titl
         if (answer.empty()) return std::nullopt;
         std::wstring path = fullPath(answer);
         if (folderExists(path)) return path;
-        line_.refuse(L"There is no folder \"" + answer + L"\".\n");
+        line_.refuse(translated(L"There is no folder \"%1\".\n", answer));
     }
 }
 

@@ -37,7 +37,7 @@ bool fail(Error& error, const fs::path& native, const std::error_code& reason) {
 std::string largerThan(std::uint64_t most) {
     constexpr std::uint64_t kMegabyte = std::uint64_t{1} << 20;
     const bool isWhole = most != 0 && most % kMegabyte == 0;
-    return "is larger than " + (isWhole ? std::to_string(most / kMegabyte) + " MB" : std::to_string(most) + " bytes");
+    return isWhole ? translated("is larger than %1 MB", most / kMegabyte) : translated("is larger than %1 bytes", most);
 }
 
 std::wstring innerFromTyped(std::wstring_view typed) {
@@ -64,12 +64,12 @@ bool readFileStart(const fs::path& native, std::size_t length, std::string& cont
     std::error_code problem;
     // Opening a pipe would wait for whoever writes into it.
     if (!fs::is_regular_file(native, problem))
-        return problem ? fail(error, native, problem) : fail(error, native, kNoOrdinaryFile);
+        return problem ? fail(error, native, problem) : fail(error, native, translated(kNoOrdinaryFile));
     std::ifstream file(native, std::ios::binary);
     content.resize(length);
     if (file) file.read(content.data(), static_cast<std::streamsize>(length));
     content.resize(file.is_open() ? static_cast<std::size_t>(file.gcount()) : 0);
-    if (!file.is_open() || file.bad()) return fail(error, native, "cannot be read");
+    if (!file.is_open() || file.bad()) return fail(error, native, translated("cannot be read"));
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::platform {
 
@@ -79,10 +80,10 @@ bool IniText::parse(std::string_view bytes, std::string& reason) {
     bytes.remove_prefix(mark_.size());
     std::wstring ignored;
     codePage_ = hasMark ? found->codePage : decodeStrict(kUtf8, bytes, ignored) ? kUtf8 : ansiCodePage();
-    if (unitSize() == 2 && bytes.size() % 2 != 0) reason = "UTF-16 text with half a character at its end";
-    if (find(bytes, '\0') != std::string_view::npos) reason = "no text: there is a character 0 in it";
+    if (unitSize() == 2 && bytes.size() % 2 != 0) reason = translated("UTF-16 text with half a character at its end");
+    if (find(bytes, '\0') != std::string_view::npos) reason = translated("no text: there is a character 0 in it");
     if (codePage_ != kUtf8 && unitSize() == 1 && !decodeStrict(codePage_, bytes, ignored))
-        reason = "text neither in UTF-8 nor in code page " + std::to_string(codePage_);
+        reason = translated("text neither in UTF-8 nor in code page %1", codePage_);
     if (!reason.empty()) return false;
     parseLines(bytes);
     return true;

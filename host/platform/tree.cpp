@@ -53,13 +53,15 @@ bool copyFileAtomically(const fs::path& source, const fs::path& target, LinkedTa
     const std::unique_ptr<InputFile> input = InputFile::open(source, error);
     if (!input) return false;
     std::error_code missing;
-    if (fs::equivalent(source, target, missing)) return fail(error, target, "is the file to be copied itself");
+    if (fs::equivalent(source, target, missing))
+        return fail(error, target, translated("is the file to be copied itself"));
     const auto copy = [&](AtomicFile& file) {
         std::string piece(kPiece, '\0');
         std::uint64_t at = 0;
         while (at < input->size()) {
             const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(kPiece, input->size() - at));
-            if (input->readAt(at, piece.data(), wanted) != wanted) return fail(error, source, "cannot be read");
+            if (input->readAt(at, piece.data(), wanted) != wanted)
+                return fail(error, source, translated("cannot be read"));
             file.write(std::string_view(piece.data(), wanted));
             at += wanted;
         }

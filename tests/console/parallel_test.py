@@ -27,7 +27,7 @@ exec "{console}" "$@"
 def run(folder, *options):
     return subprocess.run([ROOT / "examples/batch/over-drawings", "-j", "4", *options, "list.txt", "out", "--no-module",
                            "-e", "-LAYER", "-e", "N", "-e", "it's new", "-e", ""], cwd=folder, capture_output=True,
-                          env=dict(os.environ, QRSCONSOLE=str(folder / "program"), HOME=str(folder)), timeout=300)
+                          env=dict(os.environ, QRSCONSOLE=str(folder / "program"), HOME=str(folder), LC_ALL="C.UTF-8"), timeout=300)
 
 
 def check(console, folder):

@@ -42,6 +42,8 @@ HANDLE openInherited(const fs::path& file, DWORD access, DWORD disposition) {
 // The program's exit code, or -1 when it could not be started. Its streams are files in the folder.
 int start(const fs::path& folder, const std::vector<std::string>& arguments,
           const std::vector<std::string>& environment) {
+    // In English, whatever the machine speaks, unless the test says otherwise.
+    SetEnvironmentVariableW(L"LC_ALL", L"C");
     for (const std::string& variable : environment)
         SetEnvironmentVariableW(wide(variable.substr(0, variable.find('='))).c_str(),
                                 wide(variable.substr(variable.find('=') + 1)).c_str());
@@ -87,7 +89,9 @@ std::string quoted(const std::string& argument) {
 // The program's exit code, or -1 when it ended otherwise. Its streams are files in the folder.
 int start(const fs::path& folder, const std::vector<std::string>& arguments,
           const std::vector<std::string>& environment) {
-    std::string command = "cd " + quoted(folder.string()) + " && XDG_CONFIG_HOME=" + quoted(folder.string());
+    // In English, whatever the machine speaks, unless the test says otherwise.
+    std::string command =
+        "cd " + quoted(folder.string()) + " && LC_ALL=C.UTF-8 XDG_CONFIG_HOME=" + quoted(folder.string());
     for (const std::string& variable : environment)
         command += " " + variable.substr(0, variable.find('=') + 1) + quoted(variable.substr(variable.find('=') + 1));
     command += " " + quoted(QRS_CONSOLE);

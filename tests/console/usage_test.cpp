@@ -41,6 +41,32 @@ TEST(Usage, TellsAboutItself) {
     EXPECT_EQ(version.out.rfind("qrsconsole 0.", 0), 0u) << version.out;
 }
 
+TEST(Usage, SpeaksTheLocalesLanguageOrTheOneNamed) {
+    const Workplace place;
+    struct Choice {
+        std::vector<std::string> environment;
+        Arguments arguments;
+        bool isChinese;
+    };
+    const Choice choices[] = {
+        {{"LC_ALL=zh_CN.UTF-8"}, {}, true},
+        {{"LC_ALL=", "LC_MESSAGES=zh_CN", "LANG=en_US"}, {}, true},
+        {{"LC_ALL=", "LC_MESSAGES=", "LANG=zh-CN.UTF-8"}, {}, true},
+        {{"LC_ALL=en_US.UTF-8", "LANGUAGE=de:zh_CN:en"}, {}, true},
+        {{"LC_ALL=C.UTF-8", "LANGUAGE=zh_CN"}, {}, false},
+        {{"LC_ALL=de_DE.UTF-8", "LANG=zh_CN.UTF-8"}, {}, false},
+        {{}, {"--language", "zh"}, true},
+        {{"LC_ALL=zh_CN.UTF-8"}, {"--language=en_US"}, false},
+    };
+    for (const Choice& choice : choices) {
+        Arguments arguments = {"none.dxf"};
+        arguments.insert(arguments.end(), choice.arguments.begin(), choice.arguments.end());
+        expectComplaint(place.run(arguments, {}, choice.environment), 3,
+                        choice.isChinese ? "没有这个" : "No such file");
+    }
+    expectComplaint(place.run({"--language", "fr", "none.dxf"}), 2, "--language takes zh or en");
+}
+
 TEST(Usage, RefusesWhatMakesNoSense) {
     const Workplace place;
     place.example("building.dxf");

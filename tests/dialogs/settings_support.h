@@ -54,7 +54,7 @@ class InstalledSettings : public Frame {
         const std::string text = platform::toUtf8(run(std::move(lines)));
         const std::size_t end = text.rfind("Command: ");
         std::size_t begin = 0;
-        for (const char* question : {"Command: ", "<确定>: ", ":<1>", "目录: "}) {
+        for (const char* question : {"Command: ", "<OK>: ", ":<1>", "目录: "}) {
             const std::size_t asked = text.rfind(question, end - 1);
             if (asked != std::string::npos) begin = std::max(begin, text.find('\n', asked) + 1);
         }

@@ -8,6 +8,7 @@
 #include "aced.h"
 #include "afxwin.h"
 #include "host/platform/dialogtext.h"
+#include "host/platform/language.h"
 
 using namespace qrs::platform;
 
@@ -91,7 +92,15 @@ TEST_F(TextDialog, PrintsItselfOnceAndThenWhatChanges) {
               L"<拾取>\n"
               L"<OK>\n");
     EXPECT_EQ(presses, 1);
-    EXPECT_EQ(lines.lastPrompt, L"Number, name or name=value [?/确定/取消] <确定>: ");
+    EXPECT_EQ(lines.lastPrompt, L"Number, name or name=value [?/OK/Cancel] <OK>: ");
+}
+
+TEST_F(TextDialog, SpeaksTheLanguageChosen) {
+    setLanguage(Language::Chinese);
+    show({L"99", L"OK"});
+    setLanguage(Language::English);
+    EXPECT_EQ(lines.lastPrompt, L"编号、名称或 名称=值 [?/确定/取消] <确定>：");
+    EXPECT_NE(lines.transcript.find(L"编号从 1 到 11。\n"), std::wstring::npos);
 }
 
 TEST_F(TextDialog, TakesNumbersNamesPatternsAndValues) {

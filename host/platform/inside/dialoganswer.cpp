@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "host/platform/language.h"
 #include "host/platform/text.h"
 #include "host/platform/wildcard.h"
 
@@ -73,11 +74,11 @@ class Finder {
 
     bool unique(const std::wstring& name) {
         if (found.size() == 1) return true;
-        return refuse(L"\"" + name + L"\" is the name of more than one; give the number.");
+        return refuse(translated(L"\"%1\" is the name of more than one; give the number.", name));
     }
 
     bool byPart(const std::wstring& part) {
-        if (part.empty()) return refuse(L"A number or a name is missing.");
+        if (part.empty()) return refuse(translated(L"A number or a name is missing."));
         const std::size_t dash = part.find(L'-');
         // No item has the number 0, but every drawing has the layer "0".
         if (isNumber(part) && part != L"0") return byNumbers(part, part);
@@ -87,20 +88,20 @@ class Finder {
         const std::size_t before = found.size();
         if (byName(name))
             return found.size() == before + 1 ||
-                   refuse(L"\"" + name + L"\" is the name of more than one; give the number.");
+                   refuse(translated(L"\"%1\" is the name of more than one; give the number.", name));
         if (isQuoted(part) || part.find_first_of(L"*?") == std::wstring::npos)
-            return refuse(L"There is no \"" + name + L"\".");
+            return refuse(translated(L"There is no \"%1\".", name));
         const auto matches = [&](const DialogItem& item) {
             return isMark(item) && item.control->enabled && matchesWildcard(nameOf(item), part);
         };
-        return take(matches) || refuse(L"Nothing matches \"" + part + L"\".");
+        return take(matches) || refuse(translated(L"Nothing matches \"%1\".", part));
     }
 
     bool byNumbers(const std::wstring& first, const std::wstring& last) {
         const std::size_t from = std::stoul(first), to = std::stoul(last);
         if (from < 1 || to > items_.size() || from > to)
-            return refuse(items_.empty() ? L"There is nothing to change."
-                                         : L"Numbers go from 1 to " + std::to_wstring(items_.size()) + L".");
+            return refuse(items_.empty() ? translated(L"There is nothing to change.")
+                                         : translated(L"Numbers go from 1 to %1.", items_.size()));
         found.insert(found.end(), items_.begin() + static_cast<std::ptrdiff_t>(from - 1),
                      items_.begin() + static_cast<std::ptrdiff_t>(to));
         return true;
@@ -141,7 +142,7 @@ DialogAnswer parseAnswer(Dialog& dialog, const std::wstring& answer) {
     const auto frozen = std::find_if(meant.items.begin(), meant.items.end(),
                                      [](const DialogItem& item) { return !item.control->enabled; });
     if (frozen == meant.items.end()) return meant;
-    meant.refusal = L"\"" + nameOf(*frozen) + L"\" cannot be changed now.";
+    meant.refusal = translated(L"\"%1\" cannot be changed now.", nameOf(*frozen));
     meant.items.clear();
     return meant;
 }

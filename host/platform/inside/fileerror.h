@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "host/platform/error.h"
+#include "host/platform/language.h"
 
 namespace qrs::platform {
 
@@ -19,14 +20,15 @@ bool fail(Error& error, const std::filesystem::path& native, const std::error_co
 std::string textOf(const std::error_code& reason);
 
 // Why a file that is no file of bytes on a disk is not read: a pipe or device, a folder.
-constexpr std::string_view kNoOrdinaryFile = "is no ordinary file";
-constexpr std::string_view kIsFolder = "is a folder";
+constexpr const char* kNoOrdinaryFile = untranslated("is no ordinary file");
+constexpr const char* kIsFolder = untranslated("is a folder");
 
 // Why a file of more bytes is not read.
 std::string largerThan(std::uint64_t most);
 
 // Why a mapped file cannot be gone on with.
-constexpr std::string_view kChangedSinceOpened = "was changed by another program after it was opened; not saved";
+constexpr const char* kChangedSinceOpened =
+    untranslated("was changed by another program after it was opened; not saved");
 
 // The path as UTF-8 on one line.
 std::string shownPath(const std::filesystem::path& native);

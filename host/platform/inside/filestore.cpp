@@ -65,7 +65,7 @@ bool isWritableKey(std::wstring_view key) {
 }
 
 bool FileStore::write(std::wstring_view key, std::wstring_view name, const SettingsValue& value, Error& error) {
-    if (!isWritableKey(key)) return fail(error, path_, "a key is empty or holds what is no text");
+    if (!isWritableKey(key)) return fail(error, path_, translated("a key is empty or holds what is no text"));
     std::error_code failure;
     if (path_.has_parent_path() && !fs::exists(path_.parent_path(), failure)) {
         fs::create_directories(path_.parent_path(), failure);

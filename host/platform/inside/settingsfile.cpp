@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "host/platform/number.h"
 
 namespace qrs::platform {
@@ -107,7 +108,7 @@ bool SettingsText::parse(std::string_view bytes, std::string& reason) {
         for (std::size_t line = 0; line < text_.sections()[section].lines.size(); ++line) {
             ++number;
             if (const char* fault = readLine(section, line)) {
-                reason = std::to_string(number) + ": " + fault;
+                reason = std::to_string(number) + ": " + translated(fault);
                 *this = SettingsText();
                 return false;
             }
@@ -120,16 +121,16 @@ bool SettingsText::parse(std::string_view bytes, std::string& reason) {
 const char* SettingsText::readLine(std::size_t section, std::size_t line) {
     const IniText::Line& known = text_.sections()[section].lines[line];
     std::wstring ignored;
-    if (!decodeStrict(kUtf8, known.raw, ignored)) return "is not UTF-8";
+    if (!decodeStrict(kUtf8, known.raw, ignored)) return untranslated("is not UTF-8");
     const std::wstring content = text_.contentOf(known);
     const bool hasControl = std::any_of(content.begin(), content.end(), [](wchar_t unit) {
         return static_cast<char32_t>(unit) < 0x20 && unit != L'\t';
     });
-    if (hasControl) return "holds a control character";
+    if (hasControl) return untranslated("holds a control character");
     const std::wstring_view text = trimmed(content);
     if (text.empty() || kSettingsForm.comments.find(text.front()) != std::wstring_view::npos) return nullptr;
     if (text.front() != L'[') return readValue(section, line);
-    if (text.back() != L']') return "a section without its closing bracket";
+    if (text.back() != L']') return untranslated("a section without its closing bracket");
     current_ = foldCase(normalKey(text.substr(1, text.size() - 2)));
     sections_[current_] = section;
     return nullptr;
@@ -137,25 +138,26 @@ const char* SettingsText::readLine(std::size_t section, std::size_t line) {
 
 const char* SettingsText::readValue(std::size_t section, std::size_t line) {
     const IniText::Line& known = text_.sections()[section].lines[line];
-    if (!known.hasValue) return "neither a section nor a value nor a comment";
-    if (section == 0) return "a value before the first section";
+    if (!known.hasValue) return untranslated("neither a section nor a value nor a comment");
+    if (section == 0) return untranslated("a value before the first section");
     std::wstring name;
-    if (!unescape(known.key, name)) return "an unknown escape in the name";
+    if (!unescape(known.key, name)) return untranslated("an unknown escape in the name");
     const std::wstring typed = text_.valueOf(known);
-    if (typed.size() < 2 || typed[1] != L':' || typed[0] < L'a' || typed[0] > L'z') return "a value without its type";
+    if (typed.size() < 2 || typed[1] != L':' || typed[0] < L'a' || typed[0] > L'z')
+        return untranslated("a value without its type");
     const std::wstring content = typed.substr(2);
     SettingsValue value;
     if (typed[0] == L's') {
         std::wstring text;
-        if (!unescape(content, text)) return "an unknown escape in the text";
+        if (!unescape(content, text)) return untranslated("an unknown escape in the text");
         value = std::move(text);
     } else if (typed[0] == L'i') {
         const auto integer = parseInteger(toUtf8(content));
-        if (!integer) return "no whole number of 32 bits";
+        if (!integer) return untranslated("no whole number of 32 bits");
         value = *integer;
     } else if (typed[0] == L'r') {
         const auto real = parseReal(toUtf8(content));
-        if (!real) return "no number";
+        if (!real) return untranslated("no number");
         value = *real;
     } else {
         return nullptr;  // a type of a later version: kept, not read

@@ -72,10 +72,10 @@ class PosixPartialFile final : public PartialFile {
 bool PosixPartialFile::checkTarget(Error& error) {
     existed = stat(target.c_str(), &before) == 0;
     if (!existed) return errno == ENOENT || fail(error, shown, lastError());
-    if (S_ISDIR(before.st_mode)) return fail(error, shown, kIsFolder);
-    if (!S_ISREG(before.st_mode)) return fail(error, shown, kNoOrdinaryFile);
+    if (S_ISDIR(before.st_mode)) return fail(error, shown, translated(kIsFolder));
+    if (!S_ISREG(before.st_mode)) return fail(error, shown, translated(kNoOrdinaryFile));
     // The bits count even for a user who may write everything: they say that the file is meant to stay as it is.
-    if ((before.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) return fail(error, shown, "is read-only");
+    if ((before.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) return fail(error, shown, translated("is read-only"));
     if (access(target.c_str(), W_OK) != 0) return fail(error, shown, lastError());
     return true;
 }

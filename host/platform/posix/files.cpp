@@ -101,7 +101,7 @@ Descriptor openForReading(const fs::path& native, int flags, struct stat& status
         return Descriptor();
     }
     if (S_ISDIR(status.st_mode)) {
-        fail(error, native, kIsFolder);
+        fail(error, native, translated(kIsFolder));
         return Descriptor();
     }
     return file;
@@ -111,7 +111,7 @@ Descriptor openForReading(const fs::path& native, int flags, struct stat& status
 Descriptor openOrdinary(const fs::path& native, struct stat& status, Error& error) {
     Descriptor file = openForReading(native, O_NONBLOCK, status, error);
     if (file && !S_ISREG(status.st_mode)) {
-        fail(error, native, kNoOrdinaryFile);
+        fail(error, native, translated(kNoOrdinaryFile));
         return Descriptor();
     }
     return file;
@@ -167,7 +167,7 @@ class PosixMappedFile : public MappedFile {
         if (now.st_size == opened_.st_size && now.st_mtim.tv_sec == opened_.st_mtim.tv_sec &&
             now.st_mtim.tv_nsec == opened_.st_mtim.tv_nsec)
             return true;
-        return fail(error, native_, kChangedSinceOpened);
+        return fail(error, native_, translated(kChangedSinceOpened));
     }
 
     // Whole pages within the bytes only; the system keeps the content for the next reader.
@@ -185,10 +185,6 @@ class PosixMappedFile : public MappedFile {
 };
 
 }  // namespace
-
-std::string textOf(const std::error_code& reason) {
-    return reason.message();
-}
 
 fs::path nativePath(std::wstring_view inner) {
     const std::string wanted = encodeName(inner);

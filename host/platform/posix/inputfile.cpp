@@ -45,7 +45,7 @@ std::unique_ptr<InputFile> InputFile::open(const std::filesystem::path& native, 
         return nullptr;
     }
     if (!S_ISREG(status.st_mode)) {
-        fail(error, native, kNoOrdinaryFile);
+        fail(error, native, translated(kNoOrdinaryFile));
         return nullptr;
     }
     const auto size = static_cast<std::uint64_t>(status.st_size);

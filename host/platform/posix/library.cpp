@@ -43,7 +43,7 @@ class PosixLibrary : public Library {
 // The system's reason without the path, which it puts in front of it.
 std::string loaderReason(const fs::path& path) {
     const char* told = dlerror();
-    std::string reason = told ? told : "cannot be loaded";
+    std::string reason = told ? told : translated("cannot be loaded");
     const std::string prefix = path.native() + ": ";
     if (reason.compare(0, prefix.size(), prefix) == 0) reason.erase(0, prefix.size());
     return reason;
@@ -85,7 +85,7 @@ std::unique_ptr<Library> Library::load(const fs::path& native, Error& error) {
     const std::unique_ptr<MappedFile> file = MappedFile::open(native, error);
     if (!file) return nullptr;
     if (!isWhole(*file)) {
-        fail(error, native, "the file is cut off");
+        fail(error, native, translated("the file is cut off"));
         return nullptr;
     }
     loadRefused = false;
@@ -96,7 +96,7 @@ std::unique_ptr<Library> Library::load(const fs::path& native, Error& error) {
     }
     auto library = std::make_unique<PosixLibrary>(handle);
     if (!loadRefused) return library;
-    fail(error, native, "its entry refused to start");
+    fail(error, native, translated("its entry refused to start"));
     return nullptr;
 }
 

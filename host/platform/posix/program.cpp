@@ -18,7 +18,9 @@
 #include <cstdio>
 #include <thread>
 
+#include "host/platform/inside/fileerror.h"
 #include "host/platform/inside/inprogress.h"
+#include "host/platform/language.h"
 #include "host/platform/posix/handle.h"
 
 namespace qrs::platform {
@@ -68,9 +70,9 @@ struct Pipe {
 }
 
 std::string secondsText(double seconds) {
-    char text[64];
-    std::snprintf(text, sizeof text, "did not end within %g seconds", seconds);
-    return text;
+    char number[32];
+    std::snprintf(number, sizeof number, "%g", seconds);
+    return translated("did not end within %1 seconds", number);
 }
 
 class Child {
@@ -91,7 +93,7 @@ class Child {
 
   private:
     bool fails() {
-        reason_ = lastError().message();
+        reason_ = textOf(lastError());
         return false;
     }
 
@@ -123,7 +125,7 @@ class Child {
         }
         if (count != static_cast<ssize_t>(sizeof reason)) return true;
         waitpid(child_, nullptr, 0);
-        reason_ = std::error_code(reason, std::generic_category()).message();
+        reason_ = textOf(std::error_code(reason, std::generic_category()));
         return false;
     }
 
@@ -170,9 +172,9 @@ class Child {
         }
         if (WIFSIGNALED(status_))
             return {ProgramEnd::How::Killed, WTERMSIG(status_),
-                    "was ended by signal " + std::to_string(WTERMSIG(status_))};
+                    translated("was ended by signal %1", WTERMSIG(status_))};
         const int code = WEXITSTATUS(status_);
-        return {ProgramEnd::How::Exited, code, "ended with exit code " + std::to_string(code)};
+        return {ProgramEnd::How::Exited, code, translated("ended with exit code %1", code)};
     }
 
     const Program& program_;

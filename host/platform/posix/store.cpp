@@ -91,7 +91,7 @@ std::unique_ptr<FileVersion> FileVersion::read(const fs::path& native, std::stri
     }
     auto version = std::make_unique<PosixFileVersion>(std::move(file));
     if (!version->isFileOrFolder()) {
-        fail(error, native, kNoOrdinaryFile);
+        fail(error, native, translated(kNoOrdinaryFile));
         return nullptr;
     }
     if (!readFile(native, content, error)) return nullptr;

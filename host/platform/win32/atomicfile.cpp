@@ -56,8 +56,8 @@ bool WindowsPartialFile::checkTarget(Error& error) {
         const DWORD reason = GetLastError();
         return reason == ERROR_FILE_NOT_FOUND || fail(error, shown, systemError(reason));
     }
-    if (attributes & FILE_ATTRIBUTE_DIRECTORY) return fail(error, shown, kIsFolder);
-    if (attributes & FILE_ATTRIBUTE_READONLY) return fail(error, shown, "is read-only");
+    if (attributes & FILE_ATTRIBUTE_DIRECTORY) return fail(error, shown, translated(kIsFolder));
+    if (attributes & FILE_ATTRIBUTE_READONLY) return fail(error, shown, translated("is read-only"));
     return true;
 }
 

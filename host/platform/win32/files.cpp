@@ -28,7 +28,7 @@ Handle openForReading(const fs::path& native, Error& error) {
         fail(error, native, lastError());
     } else if (GetFileType(file.value()) == FILE_TYPE_DISK && GetFileInformationByHandle(file.value(), &status) &&
                (status.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-        fail(error, native, kIsFolder);
+        fail(error, native, translated(kIsFolder));
         return Handle();
     }
     return file;
@@ -37,7 +37,7 @@ Handle openForReading(const fs::path& native, Error& error) {
 // The size of an ordinary file; false, with the reason in error, for a pipe or device.
 bool findOrdinarySize(const Handle& file, const fs::path& native, LARGE_INTEGER& size, Error& error) {
     if (GetFileType(file.value()) != FILE_TYPE_DISK || !GetFileSizeEx(file.value(), &size))
-        return fail(error, native, kNoOrdinaryFile);
+        return fail(error, native, translated(kNoOrdinaryFile));
     return true;
 }
 
@@ -109,7 +109,7 @@ class WindowsFileCopy : public MappedFile {
         if (isReplaced_ || (now.nFileSizeHigh == opened_.nFileSizeHigh && now.nFileSizeLow == opened_.nFileSizeLow &&
                             CompareFileTime(&now.ftLastWriteTime, &opened_.ftLastWriteTime) == 0))
             return true;
-        return fail(error, native_, kChangedSinceOpened);
+        return fail(error, native_, translated(kChangedSinceOpened));
     }
 
   private:
@@ -130,7 +130,7 @@ std::string textOf(const std::error_code& reason) {
                        static_cast<DWORD>(reason.value()), 0, text, static_cast<DWORD>(std::size(text)), nullptr);
     while (length > 0 && (text[length - 1] <= L' ' || text[length - 1] == L'.' || text[length - 1] == L'\u3002'))
         --length;
-    return length > 0 ? toUtf8({text, length}) : "error " + std::to_string(reason.value()) + " of the system";
+    return length > 0 ? toUtf8({text, length}) : translated("error %1 of the system", reason.value());
 }
 
 fs::path nativePath(std::wstring_view inner) {

@@ -56,7 +56,7 @@ std::unique_ptr<InputFile> InputFile::open(const std::filesystem::path& native, 
         return nullptr;
     }
     if (GetFileType(handle.value()) != FILE_TYPE_DISK) {
-        fail(error, native, kNoOrdinaryFile);
+        fail(error, native, translated(kNoOrdinaryFile));
         return nullptr;
     }
     auto file = std::make_unique<Win32InputFile>(std::move(handle));

@@ -6,6 +6,7 @@
 
 #include "host/platform/codepage.h"
 #include "host/platform/inside/fileerror.h"
+#include "host/platform/language.h"
 #include "host/platform/win32/handle.h"
 
 namespace qrs::platform {
@@ -99,9 +100,9 @@ ProgramEnd runProgram(const Program& program) {
     while (!hasEnded) {
         if (program.seconds > 0 && static_cast<double>(GetTickCount64() - begin) > program.seconds * 1000) {
             TerminateJobObject(job.value(), 1);
-            char text[64];
-            std::snprintf(text, sizeof text, "did not end within %g seconds", program.seconds);
-            return {ProgramEnd::How::TimedOut, 0, text};
+            char number[32];
+            std::snprintf(number, sizeof number, "%g", program.seconds);
+            return {ProgramEnd::How::TimedOut, 0, translated("did not end within %1 seconds", number)};
         }
         hasEnded = WaitForSingleObject(process.value(), 10) == WAIT_OBJECT_0;
         while (takeFrom(output, program.output) || takeFrom(errors, program.errors)) {
@@ -109,7 +110,7 @@ ProgramEnd runProgram(const Program& program) {
     }
     DWORD code = 0;
     GetExitCodeProcess(process.value(), &code);
-    return {ProgramEnd::How::Exited, static_cast<int>(code), "ended with exit code " + std::to_string(code)};
+    return {ProgramEnd::How::Exited, static_cast<int>(code), translated("ended with exit code %1", code)};
 }
 
 }  // namespace qrs::platform

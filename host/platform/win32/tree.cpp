@@ -95,7 +95,7 @@ bool makePrivateFolder(const fs::path& native, Error& error) {
 }
 
 bool emptyFolder(const fs::path& native, Error& error) {
-    if (kindOfName(native) != NameKind::Folder) return fail(error, native, "is no folder");
+    if (kindOfName(native) != NameKind::Folder) return fail(error, native, translated("is no folder"));
     Emptying emptying;
     emptying.empty(withoutSeparator(native));
     if (!emptying.error) return true;
