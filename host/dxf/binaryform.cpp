@@ -4,15 +4,17 @@
 #include "host/dxf/binary.h"
 #include "host/dxf/lines.h"
 #include "host/dxf/require.h"
+#include "host/platform/language.h"
 
 namespace qrs::dxf {
+
+using platform::translated;
 
 namespace {
 
 void cannotWrite(int code, std::string_view value, Draft& draft) {
     if (!draft.problem.empty()) return;
-    draft.problem =
-        "\"" + std::string(value) + "\" has no place under group code " + std::to_string(code) + " of a binary drawing";
+    draft.problem = translated("\"%1\" has no place under group code %2 of a binary drawing", value, code);
 }
 
 }  // namespace

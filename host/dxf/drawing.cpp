@@ -8,9 +8,12 @@
 #include "host/dxf/text.h"
 #include "host/dxf/textform.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "host/platform/text.h"
 
 namespace qrs::dxf {
+
+using platform::translated;
 
 namespace {
 
@@ -43,14 +46,15 @@ bool Drawing::load(const std::string& name, platform::Error& error) {
     const std::string_view bytes = source_->bytes();
     if (const auto dwg = dwgVersionOf(bytes)) {
         const std::string_view release = releaseOf(versionOf(*dwg));
-        error.message = name + ": a DWG drawing of " + std::string(release.empty() ? *dwg : release) +
-                        "; save it as DXF, or name a converter (--converter)";
+        error.message = name + ": " +
+                        translated("a DWG drawing of %1; save it as DXF, or name a converter (--converter)",
+                                   release.empty() ? *dwg : release);
         return false;
     }
     Fault fault;
     if (!buildIndex(bytes, source_->file(), index_, fault)) {
         const std::uint64_t line = lineNumber(bytes, static_cast<std::size_t>(fault.offset), index_.lineEnd);
-        const std::string place = line == 0 ? " byte " + std::to_string(fault.offset) : std::to_string(line);
+        const std::string place = line == 0 ? " " + translated("byte %1", fault.offset) : std::to_string(line);
         error.message = name + ":" + place + ": " + fault.text;
         return false;
     }
@@ -78,7 +82,7 @@ void Drawing::readHeader() {
         if (releaseOf(version_).empty()) {
             const Record& named = record(findHeaderVariable("$ACADVER"));
             index_.faults.add(static_cast<std::size_t>(named.offset) + tag.begin, kNoRecord, FaultKind::UnknownVersion,
-                              "the version " + versionText_ + " is not known");
+                              translated("the version %1 is not known", versionText_));
         }
     }
     handling_ = variable("$HANDLING", codes::kFlags) && toInteger(tag.value) != 0;

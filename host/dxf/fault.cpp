@@ -7,8 +7,12 @@
 
 #include "host/dxf/codeform.h"
 #include "host/dxf/tags.h"
+#include "host/platform/language.h"
 
 namespace qrs::dxf {
+
+using platform::translated;
+using platform::untranslated;
 
 namespace {
 
@@ -18,29 +22,30 @@ struct KindName {
     const char* several;
 };
 constexpr KindName kKindNames[] = {
-    {FaultKind::UnknownVersion, "unknown version", "unknown versions"},
-    {FaultKind::CutLineEnd, "cut line end", "cut line ends"},
-    {FaultKind::MissingEnd, "missing end", "missing ends"},
-    {FaultKind::StrayRecord, "stray record", "stray records"},
-    {FaultKind::WrongCount, "wrong count", "wrong counts"},
-    {FaultKind::HandleTwice, "handle given twice", "handles given twice"},
-    {FaultKind::DeadPointer, "pointer to nothing", "pointers to nothing"},
-    {FaultKind::NoName, "missing name", "missing names"},
-    {FaultKind::NoGroupCode, "number that is no group code", "numbers that are no group codes"},
-    {FaultKind::ForeignNumber, "number that other programs do not read", "numbers that other programs do not read"},
+    {FaultKind::UnknownVersion, untranslated("unknown version"), untranslated("unknown versions")},
+    {FaultKind::CutLineEnd, untranslated("cut line end"), untranslated("cut line ends")},
+    {FaultKind::MissingEnd, untranslated("missing end"), untranslated("missing ends")},
+    {FaultKind::StrayRecord, untranslated("stray record"), untranslated("stray records")},
+    {FaultKind::WrongCount, untranslated("wrong count"), untranslated("wrong counts")},
+    {FaultKind::HandleTwice, untranslated("handle given twice"), untranslated("handles given twice")},
+    {FaultKind::DeadPointer, untranslated("pointer to nothing"), untranslated("pointers to nothing")},
+    {FaultKind::NoName, untranslated("missing name"), untranslated("missing names")},
+    {FaultKind::NoGroupCode, untranslated("number that is no group code"),
+     untranslated("numbers that are no group codes")},
+    {FaultKind::ForeignNumber, untranslated("number that other programs do not read"),
+     untranslated("numbers that other programs do not read")},
 };
 static_assert(std::size(kKindNames) == kFaultKinds);
 
 std::string placeOf(const Fault& fault) {
-    return fault.line != 0 ? "line " + std::to_string(fault.line) : "byte " + std::to_string(fault.offset);
+    return fault.line != 0 ? translated("line %1", fault.line) : translated("byte %1", fault.offset);
 }
 
 }  // namespace
 
 std::string Fault::message() const {
-    std::string place = placeOf(*this);
-    if (handle != 0) place += ", handle " + handleText(handle);
-    return place + ": " + text;
+    return handle != 0 ? translated("%1, handle %2: %3", placeOf(*this), handleText(handle), text)
+                       : translated("%1: %2", placeOf(*this), text);
 }
 
 void Faults::add(std::size_t offset, RecordId record, FaultKind kind, std::string text) {
@@ -65,12 +70,13 @@ std::string Faults::summary() const {
         const Sum& sum = sums_[static_cast<std::size_t>(name.kind)];
         if (sum.count == 0) continue;
         count += sum.count;
-        kinds += (kinds.empty() ? "" : ", ") + std::to_string(sum.count) + " " +
-                 (sum.count == 1 ? name.one : name.several) + (sum.count == 1 ? " (" : " (first: ") +
-                 placeOf(sum.first) + ")";
+        if (!kinds.empty()) kinds += translated(", ");
+        kinds += sum.count == 1
+                     ? translated("1 %1 (%2)", translated(name.one), placeOf(sum.first))
+                     : translated("%1 %2 (first: %3)", sum.count, translated(name.several), placeOf(sum.first));
     }
     if (count == 0) return {};
-    return std::to_string(count) + (count == 1 ? " error: " : " errors: ") + kinds;
+    return count == 1 ? translated("1 error: %1", kinds) : translated("%1 errors: %2", count, kinds);
 }
 
 void Faults::finish(std::string_view bytes, char lineEnd, const RecordStore& records) {
@@ -98,7 +104,7 @@ void Faults::finish(std::string_view bytes, char lineEnd, const RecordStore& rec
     Fault last = all_.back();
     last.record = kNoRecord;
     last.handle = 0;
-    last.text = std::to_string(further_) + " further errors";
+    last.text = translated("%1 further errors", further_);
     all_.push_back(std::move(last));
 }
 

@@ -10,8 +10,11 @@
 #include "host/dxf/references.h"
 #include "host/dxf/sizes.h"
 #include "host/dxf/tags.h"
+#include "host/platform/language.h"
 
 namespace qrs::dxf {
+
+using platform::translated;
 
 namespace {
 
@@ -117,7 +120,6 @@ class Indexer {
     void fault(const char* at, RecordId record, FaultKind kind, std::string text) {
         index_.faults.add(static_cast<std::size_t>(at - start_), record, kind, std::move(text));
     }
-    std::string sectionText() const;
     RecordId lastId() const { return static_cast<RecordId>(index_.records.size() - 1); }
 
     const char* start_;
@@ -149,21 +151,18 @@ Indexer::Step Indexer::fails(const char* at, std::string reason) {
     return Step::Fails;
 }
 
-std::string Indexer::sectionText() const {
-    return "section " + printable(sectionName_);
-}
-
 bool Indexer::close(const char* at) {
     if (current_ == nullptr) return true;
     const std::uint64_t length = static_cast<std::uint64_t>(at - start_) - current_->offset;
     if (length > 0xFFFFFFFFu) {
-        fails(start_ + current_->offset, "a record of more than 4 GB");
+        fails(start_ + current_->offset, translated("a record of more than 4 GB"));
         return false;
     }
     current_->stored = static_cast<std::uint32_t>(length);
     index_.countHandle(current_->handle);
     if (current_->handle != 0 && !given_.add(current_->handle)) {
-        fault(start_ + current_->offset, lastId(), FaultKind::HandleTwice, "another record has this handle too");
+        fault(start_ + current_->offset, lastId(), FaultKind::HandleTwice,
+              translated("another record has this handle too"));
     }
     if (current_->type == kTypeLwPolyline) checkVertices(at);
     return true;
@@ -171,7 +170,7 @@ bool Indexer::close(const char* at) {
 
 Indexer::Step Indexer::open(const char* at, RecordKind kind, std::uint16_t type, RecordId owner) {
     if (!close(at)) return Step::Fails;
-    if (index_.records.size() >= kNoRecord) return fails(at, "too many records");
+    if (index_.records.size() >= kNoRecord) return fails(at, translated("too many records"));
     if (const auto read = static_cast<std::size_t>(at - start_); read - released_ >= kReleaseStep) {
         // About as much as the index takes, so that memory stays near the size of the file; not more, because all of it
         // is fetched again when the drawing is saved.
@@ -256,9 +255,9 @@ bool Indexer::preamble(const char*& at) {
             continue;
         }
         if (at == end_) {
-            fails(at, "not a DXF file: nothing in it");
+            fails(at, translated("not a DXF file: nothing in it"));
         } else if (result == Cut::NoCode) {
-            fails(at, "not a DXF file: first line is no group code");
+            fails(at, translated("not a DXF file: first line is no group code"));
         } else if (result == Cut::NoValue) {
             return cutFailure(at, result);
         } else {
@@ -271,12 +270,12 @@ bool Indexer::preamble(const char*& at) {
 // The first tag decides whether this is a drawing at all.
 bool Indexer::takePreamble(const char* at, const RawTag& tag) {
     if (tag.code != codes::kType) {
-        fails(at, "not a DXF file: 0 SECTION expected, found group code " + std::to_string(tag.code));
+        fails(at, translated("not a DXF file: 0 SECTION expected, found group code %1", tag.code));
         return false;
     }
     const std::uint16_t type = typeNumber(index_.types.intern(trimmed(textOf(tag))));
     if (type != kTypeSection && type != kTypeEndOfFile) {
-        fails(at, "not a DXF file: 0 SECTION expected, found " + printable(trimmed(textOf(tag))));
+        fails(at, translated("not a DXF file: 0 SECTION expected, found %1", printable(trimmed(textOf(tag)))));
         return false;
     }
     return at == start_ || open(start_, RecordKind::Preamble, 0, kNoRecord) == Step::Goes;
@@ -285,17 +284,18 @@ bool Indexer::takePreamble(const char* at, const RawTag& tag) {
 bool Indexer::cutFailure(const char* at, Cut cut) {
     if (at == end_) {
         const char* last = at == start_ ? at : at - 1;
-        fails(last, "the file is cut off: 0 EOF is missing");
+        fails(last, translated("the file is cut off: 0 EOF is missing"));
     } else if (cut == Cut::NoValue) {
-        fails(at, index_.lineEnd == kBinaryLineEnd ? "the file is cut off: a group code or its value is not whole"
-                                                   : "the file is cut off: no value behind the last group code");
+        fails(at, index_.lineEnd == kBinaryLineEnd
+                      ? translated("the file is cut off: a group code or its value is not whole")
+                      : translated("the file is cut off: no value behind the last group code"));
     } else {
         const Line line = cutLine(at, end_, index_.lineEnd);
         const std::string_view text(line.begin, static_cast<std::size_t>(line.end - line.begin));
         if (text.find('\0') != std::string_view::npos) {
-            fails(at, "NUL byte in a group code");
+            fails(at, translated("NUL byte in a group code"));
         } else {
-            fails(at, "group code expected, found \"" + printable(text) + "\"");
+            fails(at, translated("group code expected, found \"%1\"", printable(text)));
         }
     }
     return false;
@@ -304,7 +304,7 @@ bool Indexer::cutFailure(const char* at, Cut cut) {
 // No tag begins here: the file's end, where only EOF may be missing, or damage.
 bool Indexer::atEnd(const char* at, Cut cut) {
     if (at != end_ || place_ != Place::Outside) return cutFailure(at, cut);
-    fault(at == start_ ? at : at - 1, kNoRecord, FaultKind::MissingEnd, "EOF is missing");
+    fault(at == start_ ? at : at - 1, kNoRecord, FaultKind::MissingEnd, translated("EOF is missing"));
     return open(at, RecordKind::EndOfFile, kTypeEndOfFile, kNoRecord) == Step::Goes && close(end_);
 }
 
@@ -325,7 +325,7 @@ bool Indexer::scanText(const char* at) {
             if (left >= CodeCache::kReach) cache_.learn(at, tag, lineEnd);
             matters = CodeCache::mattersToIndex(tag.code);
             if (tag.code == kUnreadableCode)
-                fault(at, lastId(), FaultKind::NoGroupCode, "a number that is no group code");
+                fault(at, lastId(), FaultKind::NoGroupCode, translated("a number that is no group code"));
         }
         at = tag.next;
         if (!matters) continue;
@@ -394,7 +394,7 @@ Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
         case kTypeEndBlock:
             if (group_ != kNoRecord && place_ == (type == kTypeEndTable ? Place::Tables : Place::Blocks)) break;
             fault(at, kNoRecord, FaultKind::StrayRecord,
-                  type == kTypeEndTable ? "ENDTAB without a TABLE" : "ENDBLK without a BLOCK");
+                  type == kTypeEndTable ? translated("ENDTAB without a TABLE") : translated("ENDBLK without a BLOCK"));
             return open(at, RecordKind::Other, type, section_);
         default:
             break;
@@ -417,7 +417,9 @@ Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
 Indexer::Step Indexer::endSection(const char* at, bool isThere) {
     if (group_ != kNoRecord && endGroup(at, false) != Step::Goes) return Step::Fails;
     closeMain(at);
-    if (!isThere) fault(at, section_, FaultKind::MissingEnd, "ENDSEC of " + sectionText() + " is missing");
+    if (!isThere)
+        fault(at, section_, FaultKind::MissingEnd,
+              translated("ENDSEC of section %1 is missing", printable(sectionName_)));
     place_ = Place::Outside;
     if (open(at, RecordKind::EndSection, kTypeEndSection, section_) != Step::Goes) return Step::Fails;
     index_.ends[sectionSlot_].second = lastId();
@@ -430,7 +432,7 @@ Indexer::Step Indexer::endGroup(const char* at, bool isThere) {
     closeMain(at);
     if (!isThere)
         fault(at, group_, FaultKind::MissingEnd,
-              isTable ? "ENDTAB of a table is missing" : "ENDBLK of a block is missing");
+              isTable ? translated("ENDTAB of a table is missing") : translated("ENDBLK of a block is missing"));
     const Step step = open(at, isTable ? RecordKind::EndTable : RecordKind::EndBlock,
                            isTable ? kTypeEndTable : kTypeEndBlock, group_);
     if (step == Step::Goes) index_.ends[groupSlot_].second = lastId();
@@ -443,8 +445,8 @@ Indexer::Step Indexer::startOutside(const char* at, const RawTag& tag, std::uint
     if (type == kTypeEndOfFile) return endOfFile(at, tag);
     const Step step = open(at, RecordKind::Other, type, kNoRecord);
     fault(at, kNoRecord, FaultKind::StrayRecord,
-          type == kTypeEndSection ? std::string("ENDSEC without a SECTION")
-                                  : printable(trimmed(textOf(tag))) + " outside of a section");
+          type == kTypeEndSection ? translated("ENDSEC without a SECTION")
+                                  : translated("%1 outside of a section", printable(trimmed(textOf(tag)))));
     return step;
 }
 
@@ -462,9 +464,9 @@ bool Indexer::sectionName(const char* at, std::string_view& name) const {
 
 Indexer::Step Indexer::startSection(const char* at, const RawTag& tag) {
     if (!sectionName(tag.next, sectionName_)) {
-        if (index_.sections.empty()) return fails(at, "a section without a name");
+        if (index_.sections.empty()) return fails(at, translated("a section without a name"));
         sectionName_ = {};
-        fault(at, kNoRecord, FaultKind::NoName, "a section without a name");
+        fault(at, kNoRecord, FaultKind::NoName, translated("a section without a name"));
     }
     place_ = Place::Unknown;
     plainKind_ = RecordKind::Other;
@@ -524,7 +526,7 @@ Indexer::Step Indexer::startEntity(const char* at, std::uint16_t type, RecordId 
 void Indexer::closeMain(const char* at) {
     if (main_ != kNoRecord && (hasSubs_ || index_.records[main_].type == kTypePolyline)) {
         fault(at, main_, FaultKind::MissingEnd,
-              "SEQEND of the " + std::string(index_.types[index_.records[main_].type]) + " is missing");
+              translated("SEQEND of the %1 is missing", index_.types[index_.records[main_].type]));
     }
     main_ = kNoRecord;
     hasSubs_ = false;
@@ -561,7 +563,7 @@ void Indexer::checkCount(const char* at) {
     }
     if (toInteger(value, -1) >= count) return;
     fault(place, group_, FaultKind::WrongCount,
-          "the table says " + value + " records and holds " + std::to_string(lastId() - group_));
+          translated("the table says %1 records and holds %2", value, lastId() - group_));
 }
 
 // The vertices of a polyline are as many as it says.
@@ -574,7 +576,7 @@ void Indexer::checkVertices(const char* at) {
         count += tag.code == codes::kPoint;
     if (toInteger(value, count) == count) return;
     fault(counted, lastId(), FaultKind::WrongCount,
-          "the polyline says " + value + " vertices and has " + std::to_string(count));
+          translated("the polyline says %1 vertices and has %2", value, count));
 }
 
 // Looks for pointers to nothing once more, for their places, when there are any.
@@ -591,9 +593,8 @@ void Indexer::checkPointers() {
             if (!rule || rule->loss == Loss::Stays || !isResolved(referenceOf(tag.code))) continue;
             const std::uint64_t handle = toHandle(textOf(tag));
             if (handle == 0 || given_.has(handle)) continue;
-            fault(
-                place, id, FaultKind::DeadPointer,
-                "group code " + std::to_string(tag.code) + " points to " + handleText(handle) + ", which no record is");
+            fault(place, id, FaultKind::DeadPointer,
+                  translated("group code %1 points to %2, which no record is", tag.code, handleText(handle)));
         }
     }
 }
@@ -633,14 +634,14 @@ void Indexer::checkNumber(const char* comma) {
     RawTag tag{};
     if (cutTag(codeBegin, end_, index_.lineEnd, tag) != Cut::Tag || isTextual(valueKindOf(tag.code))) return;
     fault(lineBegin, kNoRecord, FaultKind::ForeignNumber,
-          "group code " + std::to_string(tag.code) + " has the value " + printable(trimmed(textOf(tag))) +
-              ", which other programs do not read as a number");
+          translated("group code %1 has the value %2, which other programs do not read as a number", tag.code,
+                     printable(trimmed(textOf(tag)))));
 }
 
 // Line ends of two bytes, and the last one has only its first: the file was cut off there.
 void Indexer::checkLastLine() {
     if (index_.lineEnd != '\n' || end_ == start_ || end_[-1] != '\r') return;
-    fault(end_ - 1, kNoRecord, FaultKind::CutLineEnd, "the file is cut off between CR and LF");
+    fault(end_ - 1, kNoRecord, FaultKind::CutLineEnd, translated("the file is cut off between CR and LF"));
 }
 
 Indexer::Step Indexer::endOfFile(const char* at, const RawTag& tag) {

@@ -1,7 +1,11 @@
 // What a drawing knows of the files it was opened from and saved to.
 #include "host/dxf/saveguard.h"
 
+#include "host/platform/language.h"
+
 namespace qrs::dxf {
+
+using platform::translated;
 
 void SaveGuard::noteOpened(const platform::FileMark& mark, const platform::MappedFile& file) {
     marks_.push_back(mark);
@@ -18,7 +22,8 @@ bool SaveGuard::allows(const std::filesystem::path& native, platform::Error& err
     const platform::FileMark target = platform::fileMark(native);
     for (std::size_t i = 0; i < marks_.size() && target.exists; ++i) {
         if (marks_[i].place != target.place || isAsKnown(i, native, target)) continue;
-        error.message = native.u8string() + ": was saved by somebody else since this drawing was opened; not saved";
+        error.message = native.u8string() + ": " +
+                        translated("was saved by somebody else since this drawing was opened; not saved");
         return false;
     }
     return true;

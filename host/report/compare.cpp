@@ -12,6 +12,7 @@
 #include "host/dxf/classcodes.h"
 #include "host/dxf/drawing.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "host/report/hostreport.h"
 #include "host/report/sequence.h"
 #include "host/report/tagdiff.h"
@@ -80,7 +81,7 @@ std::wstring Side::keyOf(RecordId id) const {
         case RecordKind::EndSection:
         case RecordKind::EndTable:
         case RecordKind::EndBlock:
-            return record.owner == kNoRecord || record.owner == id ? std::wstring() : L"end of " + keyOf(record.owner);
+            return record.owner == kNoRecord || record.owner == id ? std::wstring() : L"end/" + keyOf(record.owner);
         case RecordKind::EndOfFile:
         case RecordKind::Preamble:
             return key(L"file", wide(typeOf(id)));
@@ -93,7 +94,7 @@ std::wstring Side::keyOf(RecordId id) const {
 
 std::wstring Side::label(RecordId id) const {
     const Record& record = drawing.record(id);
-    if (isLoose(id)) return L"data after the end of the file";
+    if (isLoose(id)) return platform::translated(L"data after the end of the file");
     std::wstring label = wide(typeOf(id));
     if (record.handle != 0) label += L" " + wide(dxf::handleText(record.handle));
     const bool isNamed = record.kind == RecordKind::TableRecord || record.kind == RecordKind::Block ||
@@ -101,8 +102,9 @@ std::wstring Side::label(RecordId id) const {
     if (record.kind == RecordKind::Class) return label + L" \"" + text(id, codes::classes::kRecordName) + L"\"";
     if (isNamed) return label + L" \"" + text(id, codes::kName) + L"\"";
     if (record.handle != 0 || record.kind == RecordKind::HeaderVariable || record.owner == kNoRecord) return label;
-    label += L" number " + std::to_wstring(placeOf(id));
-    return record.owner == id ? label : label + L" of " + this->label(record.owner);
+    return record.owner == id
+               ? platform::translated(L"%1 number %2", label, placeOf(id))
+               : platform::translated(L"%1 number %2 of %3", label, placeOf(id), this->label(record.owner));
 }
 
 // From 1, among those of its type under the same owner.

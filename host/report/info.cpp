@@ -11,6 +11,7 @@
 #include "host/dxf/drawing.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "host/report/hostreport.h"
 
 namespace qrs::host {
@@ -19,6 +20,7 @@ using dxf::Drawing;
 using dxf::kNoRecord;
 using dxf::RecordId;
 using dxf::RecordKind;
+using platform::translated;
 namespace codes = dxf::codes;
 
 namespace {
@@ -140,7 +142,7 @@ void Description::readLayouts() {
         if (block.head != kNoRecord) layoutByHead_[block.head] = info_.layouts.size();
         if (block.space == Space::Model) modelSpace_ = info_.layouts.size();
         if (block.space == Space::Paper) paperSpace_ = info_.layouts.size();
-        if (layout.name.empty()) layout.name = L"Paper space";
+        if (layout.name.empty()) layout.name = translated(L"Paper space");
         info_.layouts.push_back({std::move(layout.name), block.name, 0});
     }
 }
