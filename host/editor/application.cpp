@@ -7,8 +7,11 @@
 #include "host/objectarx/db/access.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 
 namespace qrs::host {
+
+using platform::translated;
 
 namespace {
 
@@ -128,10 +131,10 @@ bool Application::closeDocument(platform::Error& error) {
         case Acad::eOk:
             return true;
         case Acad::eLockViolation:
-            error.message = "The drawing cannot be closed while a command works on it.";
+            error.message = translated("The drawing cannot be closed while a command works on it.");
             return false;
         default:
-            error.message = "No drawing is open.";
+            error.message = translated("No drawing is open.");
             return false;
     }
 }
@@ -140,7 +143,7 @@ bool Application::saveDocument(const std::filesystem::path& native, platform::Er
     AcApDocManager& documents = state_->session.documents;
     if (AcApDocument* document = documents.curDocument())
         return documents.state().save(document, native, state_->backups, error);
-    error.message = "No drawing is open.";
+    error.message = translated("No drawing is open.");
     return false;
 }
 

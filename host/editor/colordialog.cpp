@@ -6,9 +6,12 @@
 #include "aced.h"
 #include "host/platform/codepage.h"
 #include "host/platform/dialog.h"
+#include "host/platform/language.h"
 #include "host/platform/text.h"
 
 namespace qrs::host::ed {
+
+using platform::translated;
 
 namespace {
 
@@ -16,6 +19,8 @@ struct ColorName {
     Adesk::UInt16 index;
     const wchar_t* english;
     const wchar_t* chinese;
+
+    std::wstring shown() const { return platform::language() == platform::Language::Chinese ? chinese : english; }
 };
 constexpr ColorName kColorNames[] = {
     {0, L"ByBlock", L"随块"}, {1, L"red", L"红"},   {2, L"yellow", L"黄"},
@@ -35,7 +40,7 @@ std::wstring colorText(const AcCmColor& color) {
         return std::to_wstring(color.red()) + L"," + std::to_wstring(color.green()) + L"," +
                std::to_wstring(color.blue());
     const ColorName* name = findName(color.colorIndex());
-    return name ? name->english : std::to_wstring(color.colorIndex());
+    return name ? name->shown() : std::to_wstring(color.colorIndex());
 }
 
 // A whole number below 256; false for any other text.
@@ -74,13 +79,14 @@ class ColorText {
     std::vector<std::wstring> choices() const {
         std::vector<std::wstring> names;
         for (const ColorName& name : kColorNames)
-            if (isAllowed(name.index)) names.emplace_back(name.english);
+            if (isAllowed(name.index)) names.push_back(name.shown());
         return names;
     }
 
     std::wstring wanted() const {
-        return std::wstring(L"A color is a number from 1 to 255") + (allowTrueColor_ ? L", red,green,blue" : L"") +
-               L" or one of the names listed.";
+        return allowTrueColor_
+                   ? translated(L"A color is a number from 1 to 255, red,green,blue or one of the names listed.")
+                   : translated(L"A color is a number from 1 to 255 or one of the names listed.");
     }
 
   private:
@@ -100,11 +106,11 @@ bool acedSetColorDialogTrueColor(AcCmColor& color, Adesk::Boolean bAllowMetaColo
     using namespace qrs::platform;
     const ColorText text(bAllowMetaColor != Adesk::kFalse, (tabs & AcCm::kTrueColorTab) != 0);
     AcCmColor chosen = color;
-    Dialog dialog(L"Select Color");
-    dialog.okCaption = L"OK";
-    dialog.cancelCaption = L"Cancel";
-    if (bAllowMetaColor) dialog.addLabel(L"ByLayer is " + colorText(curLayerColor));
-    Control& field = dialog.addCombo(L"Color:", text.choices(), colorText(color), true);
+    Dialog dialog(translated(L"Select Color"));
+    dialog.okCaption = translated(L"OK");
+    dialog.cancelCaption = translated(L"Cancel");
+    if (bAllowMetaColor) dialog.addLabel(translated(L"ByLayer is %1", colorText(curLayerColor)));
+    Control& field = dialog.addCombo(translated(L"Color:"), text.choices(), colorText(color), true);
     field.refuse = [&](const std::wstring& typed) {
         return text.parse(typed, chosen) ? std::wstring() : text.wanted();
     };

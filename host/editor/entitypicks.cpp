@@ -17,8 +17,11 @@
 #include "host/editor/session.h"
 #include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::ed {
+
+using platform::translated;
 
 namespace {
 
@@ -47,8 +50,8 @@ std::optional<AcDbObjectIdArray> spelledEntity(Session& session, AcApDocument& d
     if (!fault.empty()) refusal = fault;
     if (!named) return std::nullopt;
     if (named->isSet && named->ids.length() > 1) {
-        refusal = L"*Invalid selection*\n" + std::to_wstring(named->ids.length()) +
-                  L" entities are named, one is wanted: (ssname (ssget ...) 0)";
+        refusal = translated(L"*Invalid selection*\n%1 entities are named, one is wanted: (ssname (ssget ...) 0)",
+                             named->ids.length());
         return std::nullopt;
     }
     return named->reachesAll ? named->ids : reachableOf(document, named->ids);
@@ -56,22 +59,22 @@ std::optional<AcDbObjectIdArray> spelledEntity(Session& session, AcApDocument& d
 
 int pickEntity(Session& session, AcApDocument& document, const ACHAR* prompt, AcDbObjectId& picked, double* point) {
     Question question(session);
-    const std::wstring wanted = L"*Invalid selection*\nExpects a point or Last";
+    const std::wstring wanted = translated(L"*Invalid selection*\nExpects a point or Last");
     picked.setNull();
     std::fill(point, point + 3, 0.0);
-    const int answered =
-        question.ask(prompt ? prompt : L"\nSelect object: ", wanted, [&](const std::wstring& text) -> Refusal {
+    const int answered = question.ask(
+        prompt ? prompt : translated(L"\nSelect object: ").c_str(), wanted, [&](const std::wstring& text) -> Refusal {
             if (parsePoint(text, nullptr, point)) {
                 const dxf::RecordId hit = Picker(document).topmostAt({point[0], point[1], point[2]});
                 if (hit != dxf::kNoRecord) picked = DatabaseAccess::idOf(*document.database(), hit);
-                if (picked.isNull()) session.noteRefusal(L"nothing is met: " + text);
+                if (picked.isNull()) session.noteRefusal(translated(L"nothing is met: %1", text));
                 return Refusal();
             }
             Refusal refusal = wanted;
             const std::optional<AcDbObjectIdArray> found = spelledEntity(session, document, text, refusal);
             if (!found) return refusal;
             if (found->length() == 1) picked = (*found)[0];
-            if (picked.isNull()) session.noteRefusal(L"nothing is met: " + text);
+            if (picked.isNull()) session.noteRefusal(translated(L"nothing is met: %1", text));
             return Refusal();
         });
     return resultOf(session, answered, !picked.isNull());
@@ -113,14 +116,14 @@ bool nestedIn(AcApDocument& document, const AcGePoint3d& point, AcDbObjectId con
 // What could not be met because its file is not there.
 void tellMissingReferences(AcApDocument& document) {
     for (const std::wstring& path : document.state().references.takeMissing())
-        acutPrintf(L"\nExternal reference \"%ls\" cannot be read.\n", path.c_str());
+        acedPrompt(translated(L"\nExternal reference \"%1\" cannot be read.\n", path).c_str());
 }
 
 // Asks for a point until one comes; hit tells whether it met something.
 int askNested(Session& session, AcApDocument& document, const std::wstring& prompt, AcDbObjectId containing,
               NestedPick& picked, AcGePoint3d& point, bool& hit) {
     Question question(session);
-    const std::wstring wanted = L"*Invalid selection*\nExpects a point";
+    const std::wstring wanted = translated(L"*Invalid selection*\nExpects a point");
     hit = false;
     return question.ask(prompt.c_str(), wanted, [&](const std::wstring& text) -> Refusal {
         double read[3];
@@ -181,8 +184,8 @@ int acedNEntSelP(const ACHAR* prompt, ads_name entity, ads_point point, int useG
     if (useGivenPoint)
         hit = nestedIn(*document, at, AcDbObjectId(), picked);
     else
-        answered =
-            askNested(*session, *document, prompt ? prompt : L"\nSelect object: ", AcDbObjectId(), picked, at, hit);
+        answered = askNested(*session, *document, prompt ? prompt : translated(L"\nSelect object: "), AcDbObjectId(),
+                             picked, at, hit);
     const int result = resultOf(*session, answered, hit);
     if (result != RTNORM) return result;
     std::copy(asDblArray(at), asDblArray(at) + 3, point);

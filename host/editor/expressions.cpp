@@ -20,8 +20,12 @@
 #include "host/editor/viewport.h"
 #include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::ed {
+
+using platform::translated;
+using platform::untranslated;
 
 namespace {
 
@@ -38,11 +42,11 @@ struct Mode {
 };
 
 constexpr Mode kModes[] = {
-    {L"X", L"everything", true},
-    {L"A", L"what is not frozen"},
-    {L"P", L"the previous selection"},
-    {L"I", L"what SELECT or a program left"},
-    {L"L", L"the newest that is not frozen"},
+    {L"X", untranslated(L"everything"), true},
+    {L"A", untranslated(L"what is not frozen")},
+    {L"P", untranslated(L"the previous selection")},
+    {L"I", untranslated(L"what SELECT or a program left")},
+    {L"L", untranslated(L"the newest that is not frozen")},
 };
 
 bool isWhole(const Expression& expression) {
@@ -56,7 +60,7 @@ class FilterChain {
     bool read(const Expression& list, std::wstring& fault) {
         for (const Expression& condition : list.items) {
             if (addCondition(condition)) continue;
-            fault = condition.source + L" is no condition";
+            fault = translated(L"%1 is no condition", condition.source);
             return false;
         }
         return true;
@@ -176,12 +180,12 @@ class Finder {
         const Mode* mode = nullptr;
         for (const Mode& one : kModes)
             if (letters == one.letter) mode = &one;
-        if (!mode) return fail(L"ssget has no mode " + arguments[0].source + L" here");
+        if (!mode) return fail(translated(L"ssget has no mode %1 here", arguments[0].source));
         FilterChain chain;
         if (arguments.size() > 1 && !chain.read(arguments[1], fault_)) return false;
         ads_name set = {};
         const int result = acedSSGet(mode->letter, nullptr, nullptr, chain.first(), set);
-        if (result == RTREJ) return fail(L"the filter holds a condition or an operator that is not known");
+        if (result == RTREJ) return fail(translated(L"the filter holds a condition or an operator that is not known"));
         found.isSet = true;
         found.reachesAll = mode->reachesAll;
         if (result != RTNORM) return true;
@@ -193,9 +197,9 @@ class Finder {
     bool findInSet(const Arguments& arguments, NamedEntities& found) {
         NamedEntities set;
         if (!find(arguments[0], set)) return false;
-        if (!set.isSet) return fail(L"ssname takes a selection");
+        if (!set.isSet) return fail(translated(L"ssname takes a selection"));
         const double index = arguments[1].number;
-        if (!arguments[1].isWhole || index < 0) return fail(L"ssname counts from 0");
+        if (!arguments[1].isWhole || index < 0) return fail(translated(L"ssname counts from 0"));
         if (index < set.ids.length()) found.ids.append(set.ids[static_cast<int>(index)]);
         found.reachesAll = set.reachesAll;
         return true;
@@ -251,15 +255,15 @@ bool areTaken(const std::vector<Expression>& arguments, const wchar_t* takes) {
 bool Finder::find(const Expression& expression, NamedEntities& found) {
     const bool isCall = expression.kind == Kind::List && !expression.isQuoted && !expression.isPair &&
                         !expression.items.empty() && expression.items.front().kind == Kind::Symbol;
-    if (!isCall) return fail(expression.source + L" names nothing");
+    if (!isCall) return fail(translated(L"%1 names nothing", expression.source));
     const std::wstring& name = expression.items.front().source;
     for (const Form& form : kForms) {
         if (platform::compareNoCase(name, form.name) != 0) continue;
         const Arguments arguments(expression.items.begin() + 1, expression.items.end());
-        if (!areTaken(arguments, form.takes)) return fail(name + L" is used in another way");
+        if (!areTaken(arguments, form.takes)) return fail(translated(L"%1 is used in another way", name));
         return (this->*form.find)(arguments, found);
     }
-    return fail(L"there is no " + name);
+    return fail(translated(L"there is no %1", name));
 }
 
 std::wstring Finder::knownForms() {
@@ -273,12 +277,11 @@ std::wstring Finder::knownForms() {
 std::wstring wantedText() {
     std::wstring modes;
     for (const Mode& mode : kModes)
-        modes += (modes.empty() ? L"" : L", ") + std::wstring(mode.letter) + L" " + mode.selects;
-    return L"Expects " + Finder::knownForms() + L"\nModes of ssget: " + modes + L"\nConditions: " +
-           EntityFilter::knownCodes() +
-           L", (-3 (\"APPLICATION\")); in groups from (-4 . \"<OR\") to (-4 . \"OR>\"), AND, XOR, NOT; "
-           L"before a number (-4 . \">=\"), one of " +
-           EntityFilter::knownComparisons();
+        modes += (modes.empty() ? L"" : translated(L", ")) + mode.letter + L" " + translated(mode.selects);
+    return translated(
+        L"Expects %1\nModes of ssget: %2\nConditions: %3, (-3 (\"APPLICATION\")); in groups from (-4 . \"<OR\") to "
+        L"(-4 . \"OR>\"), AND, XOR, NOT; before a number (-4 . \">=\"), one of %4",
+        Finder::knownForms(), modes, EntityFilter::knownCodes(), EntityFilter::knownComparisons());
 }
 
 }  // namespace
@@ -294,7 +297,7 @@ std::optional<NamedEntities> entitiesOfExpression(AcApDocument& document, std::w
         if (finder.find(*expression, found)) return found;
         fault = finder.fault();
     }
-    fault = L"*Invalid expression*: " + fault + L"\n" + wantedText();
+    fault = translated(L"*Invalid expression*: %1\n%2", fault, wantedText());
     return std::nullopt;
 }
 

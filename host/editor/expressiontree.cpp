@@ -6,9 +6,13 @@
 #include <utility>
 
 #include "host/editor/points.h"
+#include "host/platform/language.h"
 #include "host/platform/text.h"
 
 namespace qrs::host::ed {
+
+using platform::translated;
+using platform::untranslated;
 
 namespace {
 
@@ -21,13 +25,13 @@ class Reader {
     bool readAll(Expression& whole) {
         if (!read(whole, 0)) return false;
         passBlanks();
-        return at_ == text_.size() || fail(L"something stands after its end");
+        return at_ == text_.size() || fail(untranslated(L"something stands after its end"));
     }
     const std::wstring& fault() const { return fault_; }
 
   private:
     bool fail(const wchar_t* fault) {
-        fault_ = fault;
+        fault_ = translated(fault);
         return false;
     }
     void passBlanks() {
@@ -36,14 +40,14 @@ class Reader {
     }
 
     bool read(Expression& one, int depth) {
-        if (depth > kMostDepth) return fail(L"too many parentheses");
+        if (depth > kMostDepth) return fail(untranslated(L"too many parentheses"));
         passBlanks();
         const std::size_t begin = at_;
         if (at_ < text_.size() && text_[at_] == L'\'') {
             one.isQuoted = true;
             ++at_;
         }
-        if (at_ == text_.size() || text_[at_] == L')') return fail(L"something is missing");
+        if (at_ == text_.size() || text_[at_] == L')') return fail(untranslated(L"something is missing"));
         const bool isRead = text_[at_] == L'(' ? readList(one, depth) : readAtom(one);
         one.source = std::wstring(text_.substr(begin, at_ - begin));
         return isRead;
@@ -53,7 +57,7 @@ class Reader {
         list.kind = Expression::Kind::List;
         for (++at_;;) {
             passBlanks();
-            if (at_ == text_.size()) return fail(L"a closing parenthesis is missing");
+            if (at_ == text_.size()) return fail(untranslated(L"a closing parenthesis is missing"));
             if (text_[at_] == L')') break;
             Expression item;
             if (!read(item, depth + 1)) return false;
@@ -61,13 +65,14 @@ class Reader {
             if (!isPoint) {
                 list.items.push_back(std::move(item));
             } else if (list.isPair || list.items.size() != 1) {
-                return fail(L"a point stands where none belongs");
+                return fail(untranslated(L"a point stands where none belongs"));
             } else {
                 list.isPair = true;
             }
         }
         ++at_;
-        return !list.isPair || list.items.size() == 2 || fail(L"a point has one value before it and one after it");
+        return !list.isPair || list.items.size() == 2 ||
+               fail(untranslated(L"a point has one value before it and one after it"));
     }
 
     bool readAtom(Expression& atom) {
@@ -97,7 +102,7 @@ class Reader {
             if (text_[at_] == L'\\' && (following == L'"' || following == L'\\')) ++at_;
             atom.text += text_[at_];
         }
-        return fail(L"a closing quote is missing");
+        return fail(untranslated(L"a closing quote is missing"));
     }
 
     std::wstring_view text_;

@@ -8,8 +8,11 @@
 #include "host/editor/reactors.h"
 #include "host/editor/session.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::ed {
+
+using platform::translated;
 
 namespace {
 
@@ -32,7 +35,7 @@ bool Plugins::load(const std::filesystem::path& native, platform::Error& error) 
     plugin->name = platform::fromUtf8(native.filename().u8string());
     const std::string shown = native.u8string();
     if (find(plugin->name)) {
-        error.message = shown + ": a plug-in of that name is loaded already";
+        error.message = shown + ": " + translated("a plug-in of that name is loaded already");
         return false;
     }
     Plugin& loaded = *plugins_.emplace_back(std::move(plugin));
@@ -43,7 +46,7 @@ bool Plugins::load(const std::filesystem::path& native, platform::Error& error) 
     }
     if (loaded.library) {
         loaded.entry = reinterpret_cast<Plugin::Entry>(loaded.library->symbol(kEntryName));
-        if (!loaded.entry) error.message = shown + ": not a plug-in, it has no " + kEntryName;
+        if (!loaded.entry) error.message = shown + ": " + translated("not a plug-in, it has no %1", kEntryName);
     }
     if (!loaded.entry) {
         release(loaded, false);
@@ -51,7 +54,7 @@ bool Plugins::load(const std::filesystem::path& native, platform::Error& error) 
     }
     if (send(loaded, AcRx::kInitAppMsg) != AcRx::kRetOK) {
         release(loaded, false);
-        error.message = shown + ": the plug-in refused to start";
+        error.message = shown + ": " + translated("the plug-in refused to start");
         return false;
     }
     for (AcApDocument* document : session_.documents.state().all())
@@ -63,11 +66,11 @@ bool Plugins::unload(std::wstring_view name, platform::Error& error) {
     Plugin* plugin = find(name);
     const std::string shown = platform::toUtf8(name);
     if (!plugin) {
-        error.message = shown + ": no such plug-in is loaded";
+        error.message = shown + ": " + translated("no such plug-in is loaded");
     } else if (plugin->locked) {
-        error.message = shown + ": the plug-in is locked";
+        error.message = shown + ": " + translated("the plug-in is locked");
     } else if (isAtWork(plugin) || session_.isRunningCommandOf(plugin)) {
-        error.message = shown + ": the plug-in is at work";
+        error.message = shown + ": " + translated("the plug-in is at work");
     } else {
         release(*plugin, true);
         return true;
@@ -98,8 +101,9 @@ void Plugins::release(Plugin& plugin, bool initialised) {
 void Plugins::removeLeftovers(const Plugin& plugin) {
     const std::size_t count = session_.removeRegistrations(&plugin);
     if (count > 0)
-        session_.output.error(plugin.name + L": the plug-in left " + std::to_wstring(count) +
-                              L" commands, reactors or filters behind; they were removed");
+        session_.output.error(
+            plugin.name + L": " +
+            translated(L"the plug-in left %1 commands, reactors or filters behind; they were removed", count));
 }
 
 void Plugins::tellDocument(AcRx::AppMsgCode message, AcApDocument* document) {

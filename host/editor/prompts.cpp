@@ -9,8 +9,11 @@
 #include "host/editor/question.h"
 #include "host/editor/session.h"
 #include "host/editor/suggestions.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::ed {
+
+using platform::translated;
 
 namespace {
 
@@ -30,17 +33,14 @@ Refusal refuseNumber(double value, int flags) {
     const bool zero = (flags & RSG_NOZERO) && value == 0;
     const bool negative = (flags & RSG_NONEG) && value < 0;
     if (!zero && !negative) return Refusal();
-    if ((flags & RSG_NOZERO) && (flags & RSG_NONEG)) return L"Value must be positive and nonzero.";
-    return zero ? L"Value must be nonzero." : L"Value must be positive.";
-}
-
-std::wstring wantedText(const wchar_t* what, const Question& question) {
-    return std::wstring(L"Requires ") + what + (question.hasKeywords() ? L" or option keyword." : L".");
+    if ((flags & RSG_NOZERO) && (flags & RSG_NONEG)) return translated(L"Value must be positive and nonzero.");
+    return zero ? translated(L"Value must be nonzero.") : translated(L"Value must be positive.");
 }
 
 int getReal(Session& session, const ACHAR* prompt, ads_real* result) {
     Question question(session);
-    const std::wstring wanted = wantedText(L"numeric value", question);
+    const std::wstring wanted = question.hasKeywords() ? translated(L"Requires numeric value or option keyword.")
+                                                       : translated(L"Requires numeric value.");
     return question.ask(prompt, wanted, [&](const std::wstring& text) {
         double value = 0;
         if (!parseReal(text, value)) return wanted;
@@ -51,15 +51,17 @@ int getReal(Session& session, const ACHAR* prompt, ads_real* result) {
 }
 
 int getPoint(Question& question, const ads_point base, const ACHAR* prompt, ads_point result) {
-    const std::wstring wanted = question.hasKeywords() ? L"Point or option keyword required." : L"Invalid point.";
+    const std::wstring wanted =
+        question.hasKeywords() ? translated(L"Point or option keyword required.") : translated(L"Invalid point.");
     return question.ask(prompt, wanted,
                         [&](const std::wstring& text) { return parsePoint(text, base, result) ? Refusal() : wanted; });
 }
 
 int getDist(Session& session, const ads_point base, const ACHAR* prompt, ads_real* result) {
     Question question(session);
-    const std::wstring wanted = question.hasKeywords() ? L"Requires numeric distance, two points, or option keyword."
-                                                       : L"Requires numeric distance or two points.";
+    const std::wstring wanted = question.hasKeywords()
+                                    ? translated(L"Requires numeric distance, two points, or option keyword.")
+                                    : translated(L"Requires numeric distance or two points.");
     ads_point first = {0, 0, 0};
     bool byPoint = false;
     const int answered = question.ask(prompt, wanted, [&](const std::wstring& text) {
@@ -79,7 +81,7 @@ int getDist(Session& session, const ads_point base, const ACHAR* prompt, ads_rea
     } else {
         session.initGet(RSG_NONULL, std::wstring_view());
         Question other(session);
-        const int next = getPoint(other, first, L"\nSpecify second point: ", second);
+        const int next = getPoint(other, first, translated(L"\nSpecify second point: ").c_str(), second);
         if (next != RTNORM) return next;
     }
     *result = std::hypot(second[0] - first[0], second[1] - first[1], second[2] - first[2]);
@@ -127,11 +129,12 @@ int acedGetInt(const ACHAR* prompt, int* result) {
     if (!session) return RTERROR;
     if (!result) return RTREJ;
     Question question(*session);
-    const std::wstring wanted = wantedText(L"an integer value", question);
+    const std::wstring wanted = question.hasKeywords() ? translated(L"Requires an integer value or option keyword.")
+                                                       : translated(L"Requires an integer value.");
     return question.ask(prompt, wanted, [&](const std::wstring& text) {
         int value = 0;
         if (!parseInteger(text, value)) return wanted;
-        if (value < -32768 || value > 32767) return Refusal(L"Requires an integer between -32768 and 32767.");
+        if (value < -32768 || value > 32767) return translated(L"Requires an integer between -32768 and 32767.");
         Refusal refusal = refuseNumber(value, question.flags());
         if (refusal.empty()) *result = value;
         return refusal;
@@ -167,7 +170,7 @@ int acedGetKword(const ACHAR* prompt, ACHAR* result, std::size_t bufferSize) {
     if (!session) return RTERROR;
     if (!result || bufferSize == 0) return RTREJ;
     Question question(*session);
-    const std::wstring wanted = L"Invalid option keyword.";
+    const std::wstring wanted = translated(L"Invalid option keyword.");
     const int answered = question.ask(prompt, wanted, [&](const std::wstring& text) {
         return wanted + didYouMean(text, question.keywords().names());
     });

@@ -32,8 +32,8 @@ class ApplicationScope {
 // True when some call of the plug-in has not returned yet: a message, a command, a reactor.
 bool isAtWork(const void* application);
 
-// Tells of an exception that a plug-in let out; one line.
-void reportException(const std::wstring& where, const std::exception* exception);
+// Tells of an exception that a plug-in let out; one line. Null: a reactor of its.
+void reportException(const wchar_t* where, const std::exception* exception);
 
 // Calls into a plug-in; nothing it throws comes out. False when it threw.
 template <typename Call>
@@ -77,7 +77,7 @@ class ReactorList {
     void tell(Call&& call) {
         const std::vector<Item> now = items_;
         for (const Item& item : now)
-            if (has(item.reactor)) callOutside(item.application, L"A reactor", [&] { call(*item.reactor); });
+            if (has(item.reactor)) callOutside(item.application, nullptr, [&] { call(*item.reactor); });
     }
 
   private:

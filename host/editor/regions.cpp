@@ -7,8 +7,11 @@
 #include "host/editor/points.h"
 #include "host/editor/session.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::ed {
+
+using platform::translated;
 
 namespace {
 
@@ -32,7 +35,8 @@ Point askPoint(Session& session, const std::wstring& prompt, const Vec* base, bo
         }
         const std::wstring word = platform::foldCase(answer.text);
         if (mayUndo && (word == L"U" || word == L"_U" || word == L"UNDO" || word == L"_UNDO")) return Point::Undo;
-        session.refuse(mayUndo ? L"\nPoint or option keyword required.\n" : L"\nInvalid point.\n");
+        session.refuse(mayUndo ? translated(L"\nPoint or option keyword required.\n")
+                               : translated(L"\nInvalid point.\n"));
     }
 }
 
@@ -40,11 +44,11 @@ std::optional<Drawn> askCorners(Session& session, RegionKind what, const Vec* fi
     Vec corner = first ? *first : Vec{};
     Vec opposite;
     if (!first) {
-        const Point answered = askPoint(session, L"\nSpecify first corner: ", nullptr, false, corner);
+        const Point answered = askPoint(session, translated(L"\nSpecify first corner: "), nullptr, false, corner);
         cancelled = answered == Point::Cancelled;
         if (answered != Point::Given) return std::nullopt;
     }
-    const Point answered = askPoint(session, L"\nSpecify opposite corner: ", &corner, false, opposite);
+    const Point answered = askPoint(session, translated(L"\nSpecify opposite corner: "), &corner, false, opposite);
     cancelled = answered == Point::Cancelled;
     if (answered != Point::Given) return std::nullopt;
     return drawnWindow(what, corner, opposite);
@@ -54,10 +58,10 @@ std::optional<Drawn> askLine(Session& session, RegionKind what, bool& cancelled)
     const bool isFence = what == RegionKind::Fence;
     std::vector<Vec> points;
     for (;;) {
-        const std::wstring prompt = points.empty()
-                                        ? (isFence ? L"\nSpecify first fence point: " : L"\nFirst polygon point: ")
-                                    : isFence ? L"\nSpecify next fence point or [Undo]: "
-                                              : L"\nSpecify endpoint of line or [Undo]: ";
+        const std::wstring prompt = points.empty() ? (isFence ? translated(L"\nSpecify first fence point: ")
+                                                              : translated(L"\nFirst polygon point: "))
+                                    : isFence      ? translated(L"\nSpecify next fence point or [Undo]: ")
+                                                   : translated(L"\nSpecify endpoint of line or [Undo]: ");
         Vec point;
         const Vec* base = points.empty() ? nullptr : &points.back();
         const Point answered = askPoint(session, prompt, base, !points.empty(), point);

@@ -9,8 +9,11 @@
 #include "host/editor/suggestions.h"
 #include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::ed {
+
+using platform::translated;
 
 namespace {
 
@@ -30,13 +33,13 @@ bool Session::run(bool keepGoing) {
     isRunning_ = true;
     while (!quit_ && (keepGoing || failures_ == failuresBefore)) {
         switchToSentDocument();
-        const std::wstring prompt = L"Command: ";
+        const std::wstring prompt = translated(L"Command: ");
         output.freshLine();
         const Answer answer = input.read(prompt, Extent::Word, true);
         if (answer.reply == Reply::End) break;
         if (answer.reply == Reply::Cancel) {
             // Nothing runs here: what can be cancelled is a line that was typed in part.
-            if (answer.discarded) output.print(L"*Cancel*\n");
+            if (answer.discarded) output.print(translated(L"*Cancel*\n"));
             continue;
         }
         if (!answer.text.empty()) {
@@ -89,7 +92,7 @@ std::wstring Session::unknownCommand(const std::wstring& typed) const {
         names.emplace_back(command->command()->globalName());
     for (std::wstring& name : Variables::names())
         names.push_back(std::move(name));
-    return L"Unknown command \"" + typed + L"\"." + didYouMean(withoutMarks(typed), names);
+    return translated(L"Unknown command \"%1\".", typed) + didYouMean(withoutMarks(typed), names);
 }
 
 CommandResult Session::runTyped(const std::wstring& typed) {
@@ -124,15 +127,15 @@ void Session::runTransparent(const std::wstring& typed) {
         ++failures_;
         output.error(unknownCommand(typed));
     } else if (nested) {
-        refuse(L"\n** Transparent commands may not be nested **\n");
+        refuse(translated(L"\n** Transparent commands may not be nested **\n"));
     } else if (!(command->commandFlags() & ACRX_CMD_TRANSPARENT)) {
-        refuse(L"\n** That command may not be invoked transparently **\n");
+        refuse(translated(L"\n** That command may not be invoked transparently **\n"));
     } else {
         {
             const GivenAnswers fromOutside(input, std::nullopt);
             runCommand(*command, true);
         }
-        if (!running.empty()) output.print(L"\nResuming " + running.back().name + L" command.\n");
+        if (!running.empty()) output.print(translated(L"\nResuming %1 command.\n", running.back().name));
     }
 }
 
@@ -161,27 +164,27 @@ void Session::tellCancel(const std::wstring& promptLine, const Answer& answer) {
     if (answer.reply == Reply::Cancel) input.dropTypedWords();
     if (!tell) return;
     const bool shown = answer.promptShown || (answer.reply == Reply::End && output.terminal().isInteractive());
-    output.print((shown ? std::wstring() : promptLine) + L"*Cancel*\n");
+    output.print((shown ? std::wstring() : promptLine) + translated(L"*Cancel*\n"));
     // Esc that a program sent only makes sure that nothing runs.
     const bool isUsers = answer.promptShown || answer.reply == Reply::End;
     if (isUsers && !running.empty())
-        noteRefusal(running.back().name + (answer.reply == Reply::End ? L": not answered: " : L": cancelled: ") +
-                    promptLine);
+        noteRefusal(answer.reply == Reply::End ? translated(L"%1: not answered: %2", running.back().name, promptLine)
+                                               : translated(L"%1: cancelled: %2", running.back().name, promptLine));
 }
 
 bool Session::mayStart(const Running& starting) {
     if (starting.flags & ACRX_CMD_SESSION) return true;
     if (!starting.document) {
-        fail(starting.name + L" needs an open drawing.");
+        fail(translated(L"%1 needs an open drawing.", starting.name));
         return false;
     }
     const bool modelSpace = starting.document->database()->tilemode();
     if (modelSpace && (starting.flags & ACRX_CMD_NOTILEMODE)) {
-        refuse(L"\n** Command not allowed in Model Tab **\n");
+        refuse(translated(L"\n** Command not allowed in Model Tab **\n"));
         return false;
     }
     if (!modelSpace && (starting.flags & ACRX_CMD_NOPAPERSPACE)) {
-        refuse(L"\n** Command only allowed in Model Tab **\n");
+        refuse(translated(L"\n** Command only allowed in Model Tab **\n"));
         return false;
     }
     documents.state().lock(starting.document, AcAp::kWrite, starting.name);

@@ -20,8 +20,11 @@
 #include "host/editor/session.h"
 #include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::ed {
+
+using platform::translated;
 
 namespace {
 
@@ -211,9 +214,9 @@ class Selecting {
         if (const std::optional<NamedEntities> named = namedEntities(session_, document_, answer, fault))
             return named->reachesAll ? changeByAll(named->ids) : change(existing(named->ids));
         if (!fault.empty()) return session_.refuse(L"\n" + fault + L"\n"), false;
-        session_.refuse(
+        session_.refuse(translated(
             L"\n*Invalid selection*\nExpects a point or Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Add/"
-            L"Remove/Multiple/Previous/Undo/AUto/SIngle or an entity: (handent \"2A7\")\n");
+            L"Remove/Multiple/Previous/Undo/AUto/SIngle or an entity: (handent \"2A7\")\n"));
         return false;
     }
 
@@ -226,14 +229,14 @@ class Selecting {
 
     bool changeBy(const std::optional<Drawn>& drawn) {
         if (drawn) return change(in(*drawn));
-        if (!cancelled_) session_.refuse(L"\nInvalid window specification.\n");
+        if (!cancelled_) session_.refuse(translated(L"\nInvalid window specification.\n"));
         return false;
     }
 
     bool changeByPrevious() {
         const AcDbObjectIdArray& previous = document_.state().previousSelection;
         if (!previous.isEmpty()) return change(existing(previous));
-        session_.refuse(L"\nNo previous selection set.\n");
+        session_.refuse(translated(L"\nNo previous selection set.\n"));
         return false;
     }
 
@@ -246,8 +249,8 @@ class Selecting {
         const bool chose = change(inSpace);
         const int others = ids.length() - inSpace.length();
         if (others > 0)
-            session_.output.print(L"\n" + std::to_wstring(others) + (others == 1 ? L" was" : L" were") +
-                                  L" not in current space.\n");
+            session_.output.print(others == 1 ? translated(L"\n1 was not in current space.\n")
+                                              : translated(L"\n%1 were not in current space.\n", others));
         return chose;
     }
 
@@ -271,7 +274,7 @@ class Selecting {
     // Takes back what the last answer added or removed.
     bool undo() {
         if (changes_.empty()) {
-            session_.output.print(L"\nNothing to undo.\n");
+            session_.output.print(translated(L"\nNothing to undo.\n"));
             return false;
         }
         for (const AcDbObjectId& id : changes_.back().ids)
@@ -281,13 +284,14 @@ class Selecting {
     }
 
     void report(int found, int duplicates, int rejected, int removed = 0) {
-        std::wstring text = L"\n" + std::to_wstring(found) + L" found";
-        if (duplicates > 0) text += L" (" + std::to_wstring(duplicates) + L" duplicate)";
+        std::wstring text = translated(L"\n%1 found", found);
+        if (duplicates > 0) text += translated(L" (%1 duplicate)", duplicates);
         if (rejected > 0)
-            text += L", " + std::to_wstring(rejected) + (rejected == 1 ? L" was" : L" were") + L" filtered out";
-        if (removing_) text += L", " + std::to_wstring(removed) + L" removed";
+            text +=
+                rejected == 1 ? translated(L", 1 was filtered out") : translated(L", %1 were filtered out", rejected);
+        if (removing_) text += translated(L", %1 removed", removed);
         const int total = chosen_.ids().length();
-        if (removing_ || total != found - duplicates - rejected) text += L", " + std::to_wstring(total) + L" total";
+        if (removing_ || total != found - duplicates - rejected) text += translated(L", %1 total", total);
         session_.output.print(text + L"\n");
     }
 
@@ -353,8 +357,8 @@ int selectByUser(Session& session, AcApDocument& document, const Mode& mode, con
                  ads_name set) {
     Selecting selecting(session, document, filter, true, mode.flags());
     if (!selecting.isUsable()) return RTREJ;
-    std::wstring add = L"\nSelect objects: ";
-    std::wstring remove = L"\nRemove objects: ";
+    std::wstring add = translated(L"\nSelect objects: ");
+    std::wstring remove = translated(L"\nRemove objects: ");
     if (mode.ownPrompts && prompts) {
         const ACHAR* const* const texts = static_cast<const ACHAR* const*>(prompts);
         if (texts[0]) add = texts[0];

@@ -10,8 +10,11 @@
 #include "host/editor/editorstate.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::ed {
+
+using platform::translated;
 
 namespace {
 
@@ -38,9 +41,9 @@ ApplicationScope::~ApplicationScope() {
     innermostScope = outer_;
 }
 
-void reportException(const std::wstring& where, const std::exception* exception) {
-    const std::wstring reason = exception ? platform::fromUtf8(exception->what()) : L"an unknown exception";
-    if (theSession) theSession->fail(where + L" failed: " + reason);
+void reportException(const wchar_t* where, const std::exception* exception) {
+    const std::wstring reason = exception ? platform::fromUtf8(exception->what()) : translated(L"an unknown exception");
+    if (theSession) theSession->fail(translated(L"%1 failed: %2", where ? where : translated(L"A reactor"), reason));
 }
 
 Session::Session(Terminal& terminal) : output(terminal), input(output), plugins(*this) {

@@ -4,9 +4,12 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "host/platform/language.h"
 #include "host/platform/text.h"
 
 namespace qrs::host::ed {
+
+using platform::translated;
 
 namespace {
 
@@ -61,9 +64,11 @@ std::vector<std::wstring> nearNames(std::wstring_view typed, const std::vector<s
 std::wstring didYouMean(std::wstring_view typed, const std::vector<std::wstring>& names) {
     std::wstring text;
     const std::vector<std::wstring> near = nearNames(typed, names);
-    for (std::size_t i = 0; i < near.size(); ++i)
-        text += (i == 0 ? L" Did you mean " : i + 1 < near.size() ? L", " : L" or ") + near[i];
-    return text.empty() ? text : text + L"?";
+    for (std::size_t i = 0; i < near.size(); ++i) {
+        if (i > 0) text += i + 1 < near.size() ? translated(L", ") : translated(L" or ");
+        text += near[i];
+    }
+    return text.empty() ? text : translated(L" Did you mean %1?", text);
 }
 
 }  // namespace qrs::host::ed
