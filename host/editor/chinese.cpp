@@ -41,7 +41,7 @@ constexpr Translation kRows[] = {
     // selections
     {"\nSelect objects: ", "\n选择对象："},
     {"\nRemove objects: ", "\n删除对象："},
-    {"\nSelect object: ", "\n选择对象（一个）："},
+    {"\nSelect object: ", "\n选择一个对象："},
     {"\nPoint or option keyword required.\n", "\n需要点或选项关键字。\n"},
     {"\nInvalid point.\n", "\n点无效。\n"},
     {"\nSpecify first corner: ", "\n指定第一个角点："},
