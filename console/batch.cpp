@@ -11,12 +11,15 @@
 #include "console/run.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "host/platform/process.h"
 #include "host/platform/program.h"
 #include "host/platform/textwidth.h"
 #include "host/platform/tree.h"
 
 namespace qrs::console {
+
+using platform::translated;
 
 namespace fs = std::filesystem;
 
@@ -39,7 +42,7 @@ class Bar {
         const std::size_t filled = count_ == 0 ? 0 : done * kLength / count_;
         std::string text = "[" + std::string(filled, '#') + std::string(kLength - filled, '-') + "] " +
                            std::to_string(done) + "/" + std::to_string(count_);
-        if (failed > 0) text += ", " + std::to_string(failed) + " failed";
+        if (failed > 0) text += translated(", %1 failed", failed);
         std::wstring line = platform::fromUtf8(text + "  " + drawing);
         while (platform::columnsOf(line) > kLineWidth)
             line.pop_back();
@@ -181,7 +184,7 @@ class Batch {
         line.exitCode = end.code;
         if (end.how != platform::ProgramEnd::How::Exited || end.code > static_cast<int>(ExitCode::BrokenOff)) {
             line.exitCode = static_cast<int>(ExitCode::BrokenOff);
-            line.messages.push_back("the run " + end.text);
+            line.messages.push_back(translated("the run %1", end.text));
             complain(line.drawing + ": " + line.messages.back());
         }
         if (!outputWorks_) line.exitCode = std::max(line.exitCode, static_cast<int>(ExitCode::CannotWrite));
@@ -193,24 +196,26 @@ class Batch {
                 return command.result == host::CommandResult::Refused ||
                        command.result == host::CommandResult::Cancelled;
             });
-        std::string text = line.exitCode == 0 ? "done" : "failed (exit code " + std::to_string(line.exitCode) + ")";
+        std::string text = line.exitCode == 0 ? translated("done") : translated("failed (exit code %1)", line.exitCode);
         if (refused > 0)
-            text +=
-                ", " + std::to_string(refused) + (refused == 1 ? " command" : " commands") + " refused or cancelled";
+            text += refused == 1 ? translated(", 1 command refused or cancelled")
+                                 : translated(", %1 commands refused or cancelled", refused);
         if (!line.record.written.empty())
-            text += line.record.written == line.drawing ? ", written" : ", written to " + line.record.written;
+            text += line.record.written == line.drawing ? translated(", written")
+                                                        : translated(", written to %1", line.record.written);
         else if (line.record.changed)
-            text += ", changes not written";
+            text += translated(", changes not written");
         else if (line.exitCode == 0)
-            text += ", not changed";
+            text += translated(", not changed");
         return text;
     }
 
     void tellAll() const {
-        std::string text = std::to_string(items_.size()) + (items_.size() == 1 ? " drawing: " : " drawings: ") +
-                           std::to_string(done_ - failed_) + " done, " + std::to_string(failed_) + " failed";
-        if (done_ < items_.size()) text += ", " + std::to_string(items_.size() - done_) + " not run";
-        text += "; " + std::to_string(changed_) + " changed, " + std::to_string(written_) + " written";
+        std::string text = items_.size() == 1
+                               ? translated("1 drawing: %1 done, %2 failed", done_ - failed_, failed_)
+                               : translated("%1 drawings: %2 done, %3 failed", items_.size(), done_ - failed_, failed_);
+        if (done_ < items_.size()) text += translated(", %1 not run", items_.size() - done_);
+        text += translated("; %1 changed, %2 written", changed_, written_);
         complain(text);
     }
 
@@ -233,10 +238,10 @@ ExitCode fails(ExitCode code, const std::string& message) {
 std::string findBatchMisuse(const Options& options) {
     const bool listIsInput = options.list && *options.list == "-";
     if (!options.hasScript() && (listIsInput || platform::isTerminal(0)))
-        return "several drawings, and --report, need --script or --execute";
+        return translated("several drawings, and --report, need --script or --execute");
     const bool isOne = options.drawings.size() == 1 && !options.list;
     if (!options.output.empty() && !isOne && !isFolderName(options.output))
-        return "--output of several drawings needs a folder, with a slash at its end";
+        return translated("--output of several drawings needs a folder, with a slash at its end");
     return {};
 }
 

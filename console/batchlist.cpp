@@ -7,8 +7,11 @@
 #include "console/run.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 
 namespace qrs::console {
+
+using platform::translated;
 
 namespace fs = std::filesystem;
 
@@ -67,8 +70,8 @@ bool chooseOutputs(const fs::path& folder, std::vector<BatchItem>& items, platfo
         item.output = folder / placeOf(item);
         const auto [place, isNew] = places.emplace(platform::foldCase(platform::innerPath(item.output)), &item);
         if (isNew) continue;
-        error.message = place->second->drawing.u8string() + " and " + item.drawing.u8string() +
-                        " would both be written to " + item.output.u8string();
+        error.message = translated("%1 and %2 would both be written to %3", place->second->drawing.u8string(),
+                                   item.drawing.u8string(), item.output.u8string());
         return false;
     }
     return true;

@@ -8,11 +8,14 @@
 #include <vector>
 
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "host/platform/program.h"
 #include "host/platform/settings.h"
 #include "host/report/hostreport.h"
 
 namespace qrs::console {
+
+using platform::translated;
 
 namespace fs = std::filesystem;
 
@@ -127,11 +130,12 @@ bool convert(const std::string& command, double seconds, const Conversion& conve
     const platform::ProgramEnd end = platform::runProgram(program);
     const std::string words = said.text().empty() ? "" : " (" + said.text() + ")";
     if (end.how == platform::ProgramEnd::How::NotStarted)
-        return fails(error, shown, "the converter " + program.words.front() + " does not start: " + end.text);
+        return fails(error, shown, translated("the converter %1 does not start: %2", program.words.front(), end.text));
     if (end.how != platform::ProgramEnd::How::Exited || end.code != 0)
-        return fails(error, shown, "the converter " + end.text + words);
+        return fails(error, shown, translated("the converter %1%2", end.text, words));
     const platform::FileMark written = platform::fileMark(conversion.out);
-    if (!written.exists || written.size == 0) return fails(error, shown, "the converter wrote no drawing" + words);
+    if (!written.exists || written.size == 0)
+        return fails(error, shown, translated("the converter wrote no drawing%1", words));
     return true;
 }
 
@@ -159,8 +163,9 @@ bool convertBack(const std::string& command, double seconds, int backups, const 
     const std::string written = host::dwgReleaseOf(conversion.out);
     if (written != release)
         return fails(error, target,
-                     "the converter wrote " + (written.empty() ? "no DWG drawing" : "a DWG drawing of " + written) +
-                         " instead of one of " + release);
+                     written.empty() ? translated("the converter wrote no DWG drawing instead of one of %1", release)
+                                     : translated("the converter wrote a DWG drawing of %1 instead of one of %2",
+                                                  written, release));
     return copyWithBackups(conversion.out, target, backups, error);
 }
 
@@ -168,13 +173,13 @@ bool convertBack(const std::string& command, double seconds, int backups, const 
 
 std::string findConverterMisuse(const std::string& command) {
     const auto words = wordsOf(command);
-    if (!words) return "a quote is not closed";
-    if (words->empty()) return "no program is named";
+    if (!words) return translated("a quote is not closed");
+    if (words->empty()) return translated("no program is named");
     const auto has = [&](const char* one, const char* other) {
         return command.find(one) != std::string::npos || command.find(other) != std::string::npos;
     };
-    if (!has("{in}", "{indir}")) return "{in} is missing";
-    if (!has("{out}", "{outdir}")) return "{out} is missing";
+    if (!has("{in}", "{indir}")) return translated("{in} is missing");
+    if (!has("{out}", "{outdir}")) return translated("{out} is missing");
     return {};
 }
 
@@ -196,11 +201,12 @@ std::unique_ptr<ConvertedDrawing> ConvertedDrawing::make(const Options& options,
     made->backups_ = options.backups;
     made->dwg_ = dwg;
     if (made->command_.empty()) {
-        fails(error, dwg, "a DWG drawing of " + made->release_ + "; save it as DXF, or name a converter (--converter)");
+        fails(error, dwg,
+              translated("a DWG drawing of %1; save it as DXF, or name a converter (--converter)", made->release_));
         return nullptr;
     }
     if (const std::string misuse = findConverterMisuse(made->command_); !misuse.empty()) {
-        fails(error, dwg, "the converter of the settings: " + misuse);
+        fails(error, dwg, translated("the converter of the settings: %1", misuse));
         return nullptr;
     }
     made->dwgMark_ = platform::fileMark(dwg);
@@ -226,7 +232,7 @@ bool ConvertedDrawing::wasWritten() const {
 bool ConvertedDrawing::putBack(const fs::path& target, platform::Error& error) {
     const auto isOriginal = [&] { return platform::fileMark(target).place == dwgMark_.place; };
     if (isOriginal() && !platform::isSameState(dwgMark_, platform::fileMark(target)))
-        return fails(error, target, "was changed by another program after it was opened; not saved");
+        return fails(error, target, translated("was changed by another program after it was opened; not saved"));
     if (!convertBack(command_, seconds_, backups_, folder_->path(), dxf_, release_, target, error)) return false;
     if (isOriginal()) dwgMark_ = platform::fileMark(target);
     dxfMark_ = platform::fileMark(dxf_);

@@ -14,9 +14,12 @@
 #include <utility>
 
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "host/platform/process.h"
 
 namespace qrs::console {
+
+using platform::translated;
 
 namespace {
 
@@ -93,9 +96,9 @@ EditingTerminal::EditingTerminal(std::function<std::vector<std::wstring>()> comm
     el_wset(editor, EL_HIST, history_w, history_.get());
     el_wset(editor, EL_GETCFN, &EditingTerminal::readKey);
     el_wset(editor, EL_EDITOR, L"emacs");
-    el_wset(editor, EL_ADDFN, L"qrs-cancel", L"Cancel the command", &EditingTerminal::cancel);
-    el_wset(editor, EL_ADDFN, L"qrs-complete", L"Complete a command name", &EditingTerminal::complete);
-    el_wset(editor, EL_ADDFN, L"qrs-leave", L"Leave the session", &EditingTerminal::leave);
+    el_wset(editor, EL_ADDFN, L"qrs-cancel", L"cancels", &EditingTerminal::cancel);
+    el_wset(editor, EL_ADDFN, L"qrs-complete", L"completes", &EditingTerminal::complete);
+    el_wset(editor, EL_ADDFN, L"qrs-leave", L"leaves", &EditingTerminal::leave);
     el_wset(editor, EL_BIND, L"^C", L"qrs-cancel", nullptr);
     el_wset(editor, EL_BIND, L"^D", L"qrs-leave", nullptr);
     el_wset(editor, EL_BIND, L"^I", L"qrs-complete", nullptr);
@@ -229,7 +232,7 @@ host::Reply EditingTerminal::readLine(const std::wstring& prompt, std::wstring& 
     el_wset(editor_.get(), EL_PREP_TERM, 1);
     const wchar_t* typed = el_wgets(editor_.get(), &count);
     interrupted = 0;
-    if (leaves_ && prompt == kCommandPrompt) {
+    if (leaves_ && prompt == translated(L"Command: ")) {
         // Typed out, so that the command asks before changes are lost.
         line = L"QUIT";
         write("QUIT\n");

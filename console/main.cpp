@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "console/run.h"
+#include "host/platform/language.h"
 #include "host/platform/process.h"
 
 int main(int count, char** arguments) {
@@ -13,14 +14,15 @@ int main(int count, char** arguments) {
         const std::vector<std::string> given = qrs::platform::utf8Arguments(count, arguments);
         chooseLanguage(given);
         qrs::platform::endWhenMappedFileIsCut(
-            "qrsconsole: another program has cut short a file that was being read; nothing was written",
+            "qrsconsole: " + qrs::platform::translated(
+                                 "another program has cut short a file that was being read; nothing was written"),
             static_cast<int>(ExitCode::CannotRead));
         const ParsedOptions parsed = parseOptions(given);
         if (parsed.options) return static_cast<int>(run(*parsed.options));
         if (parsed.code == ExitCode::Done)
             qrs::platform::writeStandardOutput(parsed.text);
         else
-            complain(parsed.text + " (--help lists the options)");
+            complain(qrs::platform::translated("%1 (--help lists the options)", parsed.text));
         return static_cast<int>(parsed.code);
     } catch (const std::exception& error) {
         // Memory that runs out, for example.

@@ -5,11 +5,15 @@
 #include <CLI/CLI.hpp>
 
 #include "console/converter.h"
+#include "console/optionerrors.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/language.h"
 
 namespace qrs::console {
+
+using platform::translated;
+using platform::untranslated;
 
 namespace {
 
@@ -70,68 +74,85 @@ void addRunOptions(CLI::App& app, RawOptions& raw) {
     app.add_option("--run-output", raw.runOutput)->group("");
 }
 
+constexpr const char* kHelpLabels[] = {untranslated("Usage"), untranslated("Positionals"), untranslated("OPTIONS"),
+                                       untranslated("Excludes")};
+
 void describe(CLI::App& app, RawOptions& raw) {
+    const auto formatter = app.get_formatter();
+    for (const char* label : kHelpLabels)
+        formatter->label(label, translated(label));
+    app.option_defaults()->group(translated("Options"));
     app.add_option("DRAWING", raw.drawings.emplace_back(),
-                   "Drawing to open (DXF), or several; without it a new one is made")
+                   translated("Drawing to open (DXF), or several; without it a new one is made"))
         ->type_name("FILE");
     // The library would take names in brackets apart, had it all of them as one option.
     app.allow_extras();
     addRunOptions(app, raw);
     app.allow_windows_style_options(false);
-    app.set_help_flag("-h,--help", "Print this help");
-    app.set_version_flag("--version", "qrsconsole " QRS_VERSION, "Print the version");
-    app.add_option("--list", raw.list, "Open the drawings named in this file, too, one a line; - is standard input")
+    app.set_help_flag("-h,--help", translated("Print this help"));
+    app.set_version_flag("--version", "qrsconsole " QRS_VERSION, translated("Print the version"));
+    app.add_option("--list", raw.list,
+                   translated("Open the drawings named in this file, too, one a line; - is standard input"))
         ->type_name("FILE");
-    app.add_option("-s,--script", raw.script, "Run the commands of a script; - is standard input")->type_name("FILE");
-    addRepeated(app, "-e,--execute", raw.lines, "Run one line before the script; repeatable")->type_name("LINE");
-    CLI::Option* output =
-        app.add_option("-o,--output", raw.output, "Write the drawing here at the end; DIR/ for several drawings")
-            ->type_name("FILE");
-    CLI::Option* inPlace =
-        app.add_flag("--in-place", raw.inPlace, "Write the drawing over itself at the end; the old one stays as .bak");
+    app.add_option("-s,--script", raw.script, translated("Run the commands of a script; - is standard input"))
+        ->type_name("FILE");
+    addRepeated(app, "-e,--execute", raw.lines, translated("Run one line before the script; repeatable"))
+        ->type_name("LINE");
+    CLI::Option* output = app.add_option("-o,--output", raw.output,
+                                         translated("Write the drawing here at the end; DIR/ for several drawings"))
+                              ->type_name("FILE");
+    CLI::Option* inPlace = app.add_flag(
+        "--in-place", raw.inPlace, translated("Write the drawing over itself at the end; the old one stays as .bak"));
     output->excludes(inPlace);
-    app.add_option("--backup", raw.backups, "Keep so many earlier states of a file that is written: .bak, .bak2, ...")
+    app.add_option("--backup", raw.backups,
+                   translated("Keep so many earlier states of a file that is written: .bak, .bak2, ..."))
         ->type_name("N");
     app.add_option("--converter", raw.converter,
-                   "The program that turns DWG drawings to DXF and back, with {in}, {out}, {version}")
+                   translated("The program that turns DWG drawings to DXF and back, with {in}, {out}, {version}"))
         ->type_name("CMD");
     addRepeated(app, "-p,--plugin", raw.plugins,
-                "Load this plug-in, too; a bare name is looked for beside the program as well; repeatable")
+                translated("Load this plug-in, too; a bare name is looked for beside the program as well; repeatable"))
         ->type_name("FILE");
-    app.add_flag("--no-module", raw.withoutModule, "Do not load the module beside the program");
-    app.add_option("--system", raw.system, "The suite's system folder, and its standard for this run")
+    app.add_flag("--no-module", raw.withoutModule, translated("Do not load the module beside the program"));
+    app.add_option("--system", raw.system, translated("The suite's system folder, and its standard for this run"))
         ->type_name("DIR");
-    app.add_option("--settings", raw.settings, "Keep the per-user settings in this file")->type_name("FILE");
-    addRepeated(app, "--support", raw.support, "Folder of the support search path; repeatable")->type_name("DIR");
-    app.add_option("--codepage", raw.codePage, "ANSI code page of old files and scripts, for example 936")
+    app.add_option("--settings", raw.settings, translated("Keep the per-user settings in this file"))
+        ->type_name("FILE");
+    addRepeated(app, "--support", raw.support, translated("Folder of the support search path; repeatable"))
+        ->type_name("DIR");
+    app.add_option("--codepage", raw.codePage, translated("ANSI code page of old files and scripts, for example 936"))
         ->type_name("N");
-    app.add_option("--language", raw.language, "Speak Chinese (zh) or English (en) instead of what the locale says")
+    app.add_option("--language", raw.language,
+                   translated("Speak Chinese (zh) or English (en) instead of what the locale says"))
         ->type_name("zh|en");
-    app.add_option("--timeout", raw.timeout, "Give up after this time")->type_name("SECONDS");
-    app.add_flag("--keep-going{all}", raw.keepGoing,
-                 "Go on with the script after a command has failed, and with the next drawing after one has; "
-                 "--keep-going=drawings for the latter alone");
-    app.add_flag("--strict", raw.strict, "Count refusals and unanswered prompts as failures");
+    app.add_option("--timeout", raw.timeout, translated("Give up after this time"))->type_name("SECONDS");
+    app.add_flag(
+        "--keep-going{all}", raw.keepGoing,
+        translated("Go on with the script after a command has failed, and with the next drawing after one has; "
+                   "--keep-going=drawings for the latter alone"));
+    app.add_flag("--strict", raw.strict, translated("Count refusals and unanswered prompts as failures"));
     app.add_flag("--warnings", raw.allWarnings,
-                 "Print all that is damaged in a drawing, not just a line that sums it up");
-    app.add_option("--report", raw.report, "Add a line of JSON for each drawing to this file")->type_name("FILE");
-    app.add_option("--info", raw.described, "Print what a drawing holds, and run nothing")->type_name("FILE");
-    app.add_option("--compare", raw.compared, "Print where two drawings differ, and run nothing")
+                 translated("Print all that is damaged in a drawing, not just a line that sums it up"));
+    app.add_option("--report", raw.report, translated("Add a line of JSON for each drawing to this file"))
+        ->type_name("FILE");
+    app.add_option("--info", raw.described, translated("Print what a drawing holds, and run nothing"))
+        ->type_name("FILE");
+    app.add_option("--compare", raw.compared, translated("Print where two drawings differ, and run nothing"))
         ->type_name("FILE")
         ->expected(2);
-    app.add_flag("--json", raw.asJson, "Print the report of --info or --compare for programs");
-    app.footer(
+    app.add_flag("--json", raw.asJson, translated("Print the report of --info or --compare for programs"));
+    app.footer(translated(
         "Exit codes: 0 done, 1 a command failed or two drawings differ, 2 wrong usage, 3 a file cannot be read,\n"
         "4 a file cannot be written, 5 the run of one of several drawings was killed. Of several drawings the "
-        "highest.");
+        "highest."));
 }
 
 // What is wrong with the options of a report, or nothing.
 std::string findReportMisuse(const CLI::App& app, const RawOptions& raw) {
     const bool describes = app.count("--info") > 0;
     const bool compares = app.count("--compare") > 0;
-    if (!describes && !compares) return raw.asJson ? "--json needs --info or --compare" : "";
-    if (describes && compares) return "--info and --compare exclude each other";
+    if (!describes && !compares) return raw.asJson ? translated("--json needs --info or --compare") : "";
+    if (describes && compares) return translated("--info and --compare exclude each other");
     std::vector<const char*> others = {"DRAWING",  "--script", "--execute",   "--output",  "--in-place",
                                        "--plugin", "--list",   "--no-module", "--support", "--keep-going",
                                        "--strict", "--report", "--warnings",  "--backup"};
@@ -139,38 +160,42 @@ std::string findReportMisuse(const CLI::App& app, const RawOptions& raw) {
     if (compares) others.insert(others.end(), {"--system", "--settings"});
     for (const char* other : others)
         if (app.count(other) > 0)
-            return std::string(describes ? "--info" : "--compare") + " runs nothing and excludes " + other;
+            return translated("%1 runs nothing and excludes %2", describes ? "--info" : "--compare", other);
     const bool isNameless = describes ? raw.described.empty() : raw.compared[0].empty() || raw.compared[1].empty();
-    return isNameless ? "the drawing's name is empty" : "";
+    return isNameless ? translated("the drawing's name is empty") : "";
 }
 
 // What is wrong with options that are each well-formed, or nothing.
 std::string findMisuse(const CLI::App& app, const RawOptions& raw) {
     const auto isEmpty = [](const std::string& text) { return text.empty(); };
-    if (std::any_of(raw.drawings.begin(), raw.drawings.end(), isEmpty)) return "the drawing's name is empty";
+    if (std::any_of(raw.drawings.begin(), raw.drawings.end(), isEmpty))
+        return translated("the drawing's name is empty");
     if (raw.drawings.empty() && app.count("--list") == 0) {
         for (const char* name : {"--output", "--in-place", "--report"})
-            if (app.count(name) > 0) return std::string(name) + " needs a drawing";
+            if (app.count(name) > 0) return translated("%1 needs a drawing", name);
     }
     for (const char* name : {"--script", "--output", "--system", "--settings", "--list", "--report", "--converter"})
         if (app.count(name) > 0 && app.get_option(name)->results().front().empty())
-            return std::string(name) + " needs a name that is not empty";
-    if (raw.list == "-" && raw.script == "-") return "--list and --script cannot both be standard input";
+            return translated("%1 needs a name that is not empty", name);
+    if (raw.list == "-" && raw.script == "-") return translated("--list and --script cannot both be standard input");
     if (raw.backups < 0 || raw.backups > kMostBackups)
-        return "--backup needs a number from 0 to " + std::to_string(kMostBackups);
+        return translated("--backup needs a number from 0 to %1", kMostBackups);
     if (!raw.keepGoing.empty() && raw.keepGoing != kKeepAll && raw.keepGoing != kKeepDrawings)
-        return "--keep-going takes =all or =drawings";
+        return translated("--keep-going takes =all or =drawings");
     if (!raw.converter.empty())
         if (const std::string misuse = findConverterMisuse(raw.converter); !misuse.empty())
-            return "--converter: " + misuse;
-    if (std::any_of(raw.plugins.begin(), raw.plugins.end(), isEmpty)) return "--plugin needs a name that is not empty";
-    if (std::any_of(raw.support.begin(), raw.support.end(), isEmpty)) return "--support needs a name that is not empty";
+            return translated("--converter: %1", misuse);
+    if (std::any_of(raw.plugins.begin(), raw.plugins.end(), isEmpty))
+        return translated("--plugin needs a name that is not empty");
+    if (std::any_of(raw.support.begin(), raw.support.end(), isEmpty))
+        return translated("--support needs a name that is not empty");
     if (app.count("--codepage") > 0 && !platform::isKnownCodePage(raw.codePage))
-        return "--codepage: " + std::to_string(raw.codePage) + " is no code page this system knows";
-    if (app.count("--language") > 0 && !platform::languageNamed(raw.language)) return "--language takes zh or en";
+        return translated("--codepage: %1 is no code page this system knows", raw.codePage);
+    if (app.count("--language") > 0 && !platform::languageNamed(raw.language))
+        return translated("--language takes zh or en");
     // A day is far beyond any drawing; the bound keeps the clock's arithmetic safe.
     if (app.count("--timeout") > 0 && !(raw.timeout > 0 && raw.timeout <= 86400))
-        return "--timeout needs a number of seconds above 0 and at most 86400";
+        return translated("--timeout needs a number of seconds above 0 and at most 86400");
     return findReportMisuse(app, raw);
 }
 
@@ -239,7 +264,7 @@ void chooseLanguage(const std::vector<std::string>& arguments) {
 }
 
 ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
-    CLI::App app("Runs the commands of a pipe-system module on a drawing.", "qrsconsole");
+    CLI::App app(translated("Runs the commands of a pipe-system module on a drawing."), "qrsconsole");
     RawOptions raw;
     describe(app, raw);
     // The library takes them last one first, without the program's name.
@@ -257,7 +282,7 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
         parsed.text = std::string(version.what()) + "\n";
         return parsed;
     } catch (const CLI::ParseError& error) {
-        parsed.text = onOneLine(error.what());
+        parsed.text = inLanguage(onOneLine(error.what()));
         parsed.code = ExitCode::WrongUsage;
         return parsed;
     }
@@ -265,7 +290,7 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
     std::string unknown;
     parsed.text = takeFurtherDrawings(app, raw.drawings, unknown)
                       ? findMisuse(app, raw)
-                      : "The following argument was not expected: " + unknown;
+                      : translated("The following argument was not expected: %1", unknown);
     if (!parsed.text.empty()) {
         parsed.code = ExitCode::WrongUsage;
         return parsed;

@@ -10,10 +10,14 @@
 #include "console/standard.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "host/platform/process.h"
+#include "host/platform/textwidth.h"
 #include "host/report/hostreport.h"
 
 namespace qrs::console {
+
+using platform::translated;
 
 namespace {
 
@@ -36,51 +40,62 @@ std::string counts(const host::EntityCount& entities) {
     return text;
 }
 
+// The heading of a column of ten figures.
+std::string overFigures(const std::string& heading) {
+    constexpr std::size_t kFigures = 10;
+    const std::size_t width = platform::columnsOf(platform::fromUtf8(heading));
+    return std::string(width < kFigures ? kFigures - width : 0, ' ') + heading;
+}
+
 // Columns of figures first, so that names of any width and script may follow.
 std::string textOf(const DrawingInfo& info, const std::string& file, const QrsExport::TStandardInUse& standard) {
     std::string text = file + "\n";
     const auto row = [&text](const std::string& name, const std::string& value) {
-        text += "  " + name + std::string(name.size() < 14 ? 14 - name.size() : 1, ' ') + value + "\n";
+        const std::size_t width = platform::columnsOf(platform::fromUtf8(name));
+        text += "  " + name + std::string(width < 14 ? 14 - width : 1, ' ') + value + "\n";
     };
-    row("version", info.version + (info.release.empty() ? "" : " (" + shown(info.release) + ")"));
-    row("form", info.isBinary ? "binary" : "text");
+    row(translated("version"), info.version + (info.release.empty() ? "" : " (" + shown(info.release) + ")"));
+    row(translated("form"), info.isBinary ? translated("binary") : translated("text"));
     const std::string codePage = info.codePage == platform::kUtf8 ? "UTF-8" : std::to_string(info.codePage);
-    row("code page", codePage + (info.codePageName.empty() ? "" : " ($DWGCODEPAGE " + shown(info.codePageName) + ")"));
-    row("size", std::to_string(info.bytes) + " bytes");
-    row("handles", info.hasHandles ? "yes" : "no");
-    row("blocks", std::to_string(info.blocks));
-    row("standard", shown(platform::fromUtf8(shownStandard(standard))));
+    row(translated("code page"),
+        codePage + (info.codePageName.empty() ? "" : " ($DWGCODEPAGE " + shown(info.codePageName) + ")"));
+    row(translated("size"), translated("%1 bytes", info.bytes));
+    row(translated("handles"), info.hasHandles ? translated("yes") : translated("no"));
+    row(translated("blocks"), std::to_string(info.blocks));
+    row(translated("standard"), shown(platform::fromUtf8(shownStandard(standard))));
 
-    const auto title = [&text](const char* columns) { text += std::string("\n") + columns + "\n"; };
-    title("in layouts  in blocks  entities");
+    const auto title = [&text](const std::string& columns) { text += "\n" + columns + "\n"; };
+    title(overFigures(translated("in layouts")) + " " + overFigures(translated("in blocks")) + "  " +
+          translated("entities"));
     for (const host::TypeInfo& type : info.types)
         text += counts(type.entities) + "  " + shown(type.name) + "\n";
-    title("in layouts  in blocks  layer");
+    title(overFigures(translated("in layouts")) + " " + overFigures(translated("in blocks")) + "  " +
+          translated("layer"));
     for (const host::LayerInfo& layer : info.layers) {
         text += counts(layer.entities) + "  " + shown(layer.name);
-        if (!layer.isDefined) text += "  (not in the layer table)";
-        if (layer.isOff) text += "  off";
-        if (layer.isFrozen) text += "  frozen";
-        if (layer.isLocked) text += "  locked";
+        if (!layer.isDefined) text += "  " + translated("(not in the layer table)");
+        if (layer.isOff) text += "  " + translated("off");
+        if (layer.isFrozen) text += "  " + translated("frozen");
+        if (layer.isLocked) text += "  " + translated("locked");
         text += "\n";
     }
-    title("  entities  layout");
+    title(overFigures(translated("entities")) + "  " + translated("layout"));
     for (const host::LayoutInfo& layout : info.layouts) {
         char count[32];
         std::snprintf(count, sizeof count, "%10zu", layout.entities);
         text += count + std::string("  ") + shown(layout.name) + "\n";
     }
-    if (!info.externalReferences.empty()) title("external references");
+    if (!info.externalReferences.empty()) title(translated("external references"));
     for (const host::ExternalReferenceInfo& reference : info.externalReferences)
         text += "  " + shown(reference.name) + "  " + shown(reference.path) + "\n";
-    if (!info.classes.empty()) title(" instances  class");
+    if (!info.classes.empty()) title(overFigures(translated("instances")) + "  " + translated("class"));
     for (const host::ClassInfo& one : info.classes) {
         char count[32];
         std::snprintf(count, sizeof count, "%10zu", one.instances);
         text += count + std::string("  ") + shown(one.dxfName) + "  " + shown(one.className) + "  " +
                 shown(one.application) + "\n";
     }
-    if (!info.faults.empty()) title("warnings");
+    if (!info.faults.empty()) title(translated("warnings"));
     for (const std::string& fault : info.faults)
         text += "  " + fault + "\n";
     return text;
@@ -152,13 +167,13 @@ std::string textOf(const Difference& difference) {
     const std::string tag = object + std::to_string(difference.code) + ": ";
     switch (difference.kind) {
         case Difference::Kind::OnlyInFirst:
-            return object + "only in the first\n";
+            return object + translated("only in the first\n");
         case Difference::Kind::OnlyInSecond:
-            return object + "only in the second\n";
+            return object + translated("only in the second\n");
         case Difference::Kind::TagRemoved:
-            return tag + shown(difference.before) + " > (none)\n";
+            return tag + shown(difference.before) + " > " + translated("(none)") + "\n";
         case Difference::Kind::TagAdded:
-            return tag + "(none) > " + shown(difference.after) + "\n";
+            return tag + translated("(none)") + " > " + shown(difference.after) + "\n";
         case Difference::Kind::TagChanged:
             break;
     }
@@ -178,7 +193,7 @@ Json jsonOf(const Difference& difference) {
 
 ExitCode print(const std::string& text, ExitCode code) {
     if (platform::writeStandardOutput(text)) return code;
-    complain("standard output cannot be written");
+    complain(translated("standard output cannot be written"));
     return ExitCode::CannotWrite;
 }
 
@@ -240,7 +255,7 @@ ExitCode compare(const Options& options) {
     if (options.asJson) text = dump({{"differences", std::move(list)}});
     const ExitCode code = print(text, differs ? ExitCode::CommandFailed : ExitCode::Done);
     if (written || code == ExitCode::CannotWrite) return code;
-    complain("standard output cannot be written");
+    complain(translated("standard output cannot be written"));
     return ExitCode::CannotWrite;
 }
 

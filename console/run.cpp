@@ -18,6 +18,7 @@
 #include "host/objectarx/acdocman.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "host/platform/process.h"
 #include "host/platform/settings.h"
 #include "host/platform/tree.h"
@@ -25,6 +26,8 @@
 #include "host/report/hostreport.h"
 
 namespace qrs::console {
+
+using platform::translated;
 
 namespace {
 
@@ -41,12 +44,13 @@ Failure readScript(const Options& options, Script& script) {
     for (const std::string& line : options.lines)
         script.addLine(line, ++number);
     if (!options.script && options.hasScript()) return {};
-    const std::string name = !options.script || *options.script == "-" ? "standard input" : options.script->u8string();
+    const std::string name =
+        !options.script || *options.script == "-" ? translated("standard input") : options.script->u8string();
     // The run of several drawings has read the script for all of them.
     const bool isGiven = !options.runFolder.empty();
     std::string bytes;
     platform::Error error;
-    if (!isGiven && name == "standard input") {
+    if (!isGiven && (!options.script || *options.script == "-")) {
         bytes = readStandardInput();
     } else {
         const std::filesystem::path file = isGiven ? scriptFile(options.runFolder) : *options.script;
@@ -58,7 +62,7 @@ Failure readScript(const Options& options, Script& script) {
 
 Failure useFolder(const std::filesystem::path& folder, const char* option) {
     if (platform::folderExists(platform::innerPath(folder))) return {};
-    return {ExitCode::CannotRead, std::string(option) + ": " + folder.u8string() + " is no folder that can be read"};
+    return {ExitCode::CannotRead, translated("%1: %2 is no folder that can be read", option, folder.u8string())};
 }
 
 Failure setFolders(const Options& options, host::Application& application) {
@@ -189,7 +193,7 @@ Failure writeDrawing(const Options& options, host::Application& application, con
     if (options.output.empty() && !options.inPlace) return {};
     if (!started.isCurrent(application))
         return {ExitCode::CannotWrite,
-                options.drawing.u8string() + " is not the current drawing any more; not written"};
+                translated("%1 is not the current drawing any more; not written", options.drawing.u8string())};
     platform::Error error;
     if (opened.converted) {
         if (writeConverted(options, application, *opened.converted, written, error)) return {};
@@ -248,7 +252,8 @@ Failure prepare(const Options& options, host::Application& application, OpenedDr
     application.setBackups(options.backups);
     application.setAllWarnings(options.allWarnings);
     if (isNamedDwg(options.output) && converterOf(options).empty())
-        return {ExitCode::WrongUsage, options.output.u8string() + ": writing DWG needs a converter (--converter)"};
+        return {ExitCode::WrongUsage,
+                options.output.u8string() + ": " + translated("writing DWG needs a converter (--converter)")};
     if (Failure failure = setFolders(options, application)) return failure;
     if (Failure failure = openDrawing(options, application, opened)) return failure;
     return loadPlugins(options, application);
@@ -310,7 +315,7 @@ ExitCode runCommands(const Options& options, host::Application& application, Con
     if (allDone || options.keepGoing) failure = writeDrawing(options, application, started, opened, record.written);
     if (!failure) failure = keepSaved(options, opened, record.written);
     if (failure) return end(failure);
-    if (!terminal.outputWorks()) return end({ExitCode::CannotWrite, "standard output cannot be written"});
+    if (!terminal.outputWorks()) return end({ExitCode::CannotWrite, translated("standard output cannot be written")});
     return allDone ? ExitCode::Done : ExitCode::CommandFailed;
 }
 
@@ -340,10 +345,11 @@ ExitCode run(Options options) {
     platform::removeTemporariesWhenEnded(!isEditedByPerson(options));
     std::unique_ptr<platform::Deadline> deadline;
     if (options.timeoutSeconds > 0) {
-        char line[80];
-        std::snprintf(line, sizeof line, "qrsconsole: not done within %g seconds", options.timeoutSeconds);
-        deadline = std::make_unique<platform::Deadline>(options.timeoutSeconds, line,
-                                                        static_cast<int>(ExitCode::CommandFailed));
+        char number[32];
+        std::snprintf(number, sizeof number, "%g", options.timeoutSeconds);
+        deadline = std::make_unique<platform::Deadline>(
+            options.timeoutSeconds, "qrsconsole: " + translated("not done within %1 seconds", number),
+            static_cast<int>(ExitCode::CommandFailed));
     }
     if (!options.described.empty() || !options.compared.empty()) {
         if (Failure failure = prepareReport(options)) return end(failure);

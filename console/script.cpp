@@ -2,8 +2,11 @@
 #include "console/script.h"
 
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::console {
+
+using platform::translated;
 
 namespace {
 
@@ -57,7 +60,7 @@ void Script::addLine(const std::string& utf8, int number) {
 bool Script::addBytes(std::string_view bytes, const std::string& name, platform::Error& error) {
     std::wstring text;
     if (!decodeScript(bytes, text)) {
-        error.message = name + ": not a script: neither UTF-8 nor UTF-16 nor text of the ANSI code page";
+        error.message = translated("%1: not a script: neither UTF-8 nor UTF-16 nor text of the ANSI code page", name);
         return false;
     }
     int number = 0;

@@ -8,16 +8,19 @@
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/inputfile.h"
+#include "host/platform/language.h"
 #include "host/suite/kernel/qrs_kernal.h"
 
 namespace qrs::console {
+
+using platform::translated;
 
 namespace {
 
 void tellStandard() {
     const QrsExport::TStandardInUse& standard = QrsExport::GetStandardInUse();
-    const std::string text =
-        standard.file.empty() ? "\nNo pipe-system standard is loaded." : "\nStandard: " + shownStandard(standard);
+    const std::string text = standard.file.empty() ? translated("\nNo pipe-system standard is loaded.")
+                                                   : translated("\nStandard: %1", shownStandard(standard));
     acedPrompt(platform::fromUtf8(text).c_str());
 }
 
@@ -42,9 +45,9 @@ QrsExport::TStandardInUse standardToUse(const Options& options) {
 }
 
 std::string shownStandard(const QrsExport::TStandardInUse& standard) {
-    if (standard.file.empty()) return "none";
+    if (standard.file.empty()) return translated("none");
     const std::string path = platform::nativePath(standard.file).u8string();
-    return standard.isBuiltIn ? "built in (there is no " + path + ")" : path;
+    return standard.isBuiltIn ? translated("built in (there is no %1)", path) : path;
 }
 
 }  // namespace qrs::console

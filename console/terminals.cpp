@@ -5,9 +5,12 @@
 
 #include "console/run.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "host/platform/process.h"
 
 namespace qrs::console {
+
+using platform::translated;
 
 void ConsoleTerminal::write(std::string_view utf8) {
     if (outputWorks_ && !utf8.empty()) outputWorks_ = platform::writeStandardOutput(utf8);
@@ -53,7 +56,7 @@ host::Reply PlainTerminal::readLine(const std::wstring& prompt, std::wstring& li
         case platform::Typed::Line:
             return host::Reply::Line;
         case platform::Typed::Leaving:
-            if (prompt != kCommandPrompt) return host::Reply::Cancel;
+            if (prompt != translated(L"Command: ")) return host::Reply::Cancel;
             // Typed out, so that the command asks before changes are lost.
             line = L"QUIT";
             write("QUIT\n");

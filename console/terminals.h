@@ -14,9 +14,6 @@
 
 namespace qrs::console {
 
-// Where ending the input means to leave.
-constexpr const wchar_t* kCommandPrompt = L"Command: ";
-
 // Prints to standard output and error in UTF-8.
 class ConsoleTerminal : public host::Terminal {
   public:

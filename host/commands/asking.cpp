@@ -7,9 +7,12 @@
 #include "acedads.h"
 #include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "host/platform/text.h"
 
 namespace qrs::host::commands {
+
+using platform::translated;
 
 namespace {
 
@@ -25,7 +28,7 @@ std::optional<std::wstring> askText(const std::wstring& prompt, Blanks blanks) {
     const std::wstring_view text(answer.data());
     if (text.size() + 1 == answer.size()) {
         // It may have been cut: half a list would be done, and a cut name with it.
-        refuse(L"The answer has " + std::to_wstring(kAnswerSize - 1) + L" characters or more; nothing was done.");
+        refuse(translated(L"The answer has %1 characters or more; nothing was done.", kAnswerSize - 1));
         return std::nullopt;
     }
     return std::wstring(platform::trimmed(text));

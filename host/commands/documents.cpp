@@ -8,8 +8,11 @@
 #include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::commands {
+
+using platform::translated;
 
 namespace {
 
@@ -38,7 +41,7 @@ bool mayDiscard(const std::wstring& prompt) {
 }  // namespace
 
 void openDrawing() {
-    const std::optional<std::wstring> name = askText(L"\nEnter name of drawing to open: ", Blanks::Kept);
+    const std::optional<std::wstring> name = askText(translated(L"\nEnter name of drawing to open: "), Blanks::Kept);
     if (!name || name->empty()) return;
     platform::Error error;
     if (!Application::current()->openDocument(platform::nativePath(drawingName(*name)), error)) {
@@ -54,34 +57,36 @@ void newDrawing() {
 
 void saveDrawing() {
     const AcApDocument* const document = Application::current()->currentDocument();
-    if (document == nullptr) return failCommand(L"There is no drawing to save.");
+    if (document == nullptr) return failCommand(translated(L"There is no drawing to save."));
     if (!document->isNamedDrawing()) return saveDrawingAs();
     // Written only when there is something to write: the .bak keeps what was before the last change.
     if (Application::current()->hasUnsavedChanges()) save(document->fileName());
 }
 
 void saveDrawingAs() {
-    if (Application::current()->currentDocument() == nullptr) return failCommand(L"There is no drawing to save.");
-    const std::optional<std::wstring> name = askText(L"\nSave drawing as: ", Blanks::Kept);
+    if (Application::current()->currentDocument() == nullptr)
+        return failCommand(translated(L"There is no drawing to save."));
+    const std::optional<std::wstring> name = askText(translated(L"\nSave drawing as: "), Blanks::Kept);
     if (!name || name->empty()) return;
     const std::wstring inner = drawingName(*name);
     // In a script the replaced file stays as .bak; a script could not know whether it will be asked.
     if (Application::current()->terminal().isInteractive() && platform::fileExists(inner)) {
-        const std::optional<bool> replaces =
-            askYesNo(L"\nA drawing with this name already exists.\nDo you want to replace it? [Yes/No] <N>: ", false);
+        const std::optional<bool> replaces = askYesNo(
+            translated(L"\nA drawing with this name already exists.\nDo you want to replace it? [Yes/No] <N>: "),
+            false);
         if (!replaces.value_or(false)) return;
     }
     save(inner);
 }
 
 void closeDrawing() {
-    if (!mayDiscard(L"\nReally want to discard all changes to drawing? [Yes/No] <N>: ")) return;
+    if (!mayDiscard(translated(L"\nReally want to discard all changes to drawing? [Yes/No] <N>: "))) return;
     platform::Error error;
     if (!Application::current()->closeDocument(error)) failWith(error);
 }
 
 void quit() {
-    if (mayDiscard(L"\nReally want to discard all changes to drawing? [Yes/No] <N>: "))
+    if (mayDiscard(translated(L"\nReally want to discard all changes to drawing? [Yes/No] <N>: ")))
         Application::current()->requestQuit();
 }
 

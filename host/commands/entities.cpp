@@ -9,8 +9,11 @@
 #include "host/commands/commands.h"
 #include "host/editor/hostselect.h"
 #include "host/editor/layouts.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::commands {
+
+using platform::translated;
 
 namespace {
 
@@ -35,9 +38,11 @@ std::wstring describe(const AcDbEntity& entity, const std::wstring& layout) {
     entity.getAcDbHandle(number);
     if (!number.isNull()) number.getIntoAsciiBuffer(handle);
     const AcDbObjectId modelSpace = acdbSymUtil()->blockModelSpaceId(entity.database());
-    return padded(handle, 6) + L"  " + padded(entity.isA()->dxfName(), 12) + L"  Layer: \"" + taken(entity.layer()) +
-           L"\"  Space: " +
-           (entity.ownerId() == modelSpace ? L"Model space" : L"Paper space  Layout: " + inQuotes(layout));
+    const std::wstring begin = padded(handle, 6) + L"  " + padded(entity.isA()->dxfName(), 12);
+    const std::wstring layer = taken(entity.layer());
+    return entity.ownerId() == modelSpace
+               ? translated(L"%1  Layer: \"%2\"  Space: Model space", begin, layer)
+               : translated(L"%1  Layer: \"%2\"  Space: Paper space  Layout: %3", begin, layer, inQuotes(layout));
 }
 
 // A selection the user makes, released with the object.

@@ -8,18 +8,24 @@
 #include "host/commands/asking.h"
 #include "host/editor/hostselect.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::commands {
 
+using platform::translated;
+using platform::untranslated;
+
 namespace {
 
-constexpr const wchar_t* kColorNames[] = {L"red", L"yellow", L"green", L"cyan", L"blue", L"magenta", L"white"};
+constexpr const wchar_t* kColorNames[] = {untranslated(L"red"),  untranslated(L"yellow"), untranslated(L"green"),
+                                          untranslated(L"cyan"), untranslated(L"blue"),   untranslated(L"magenta"),
+                                          untranslated(L"white")};
 constexpr std::size_t kColorNameCount = sizeof kColorNames / sizeof kColorNames[0];
 
 std::wstring stateText(const AcDbLayerTableRecord& layer) {
-    std::wstring text = layer.isOff() ? L"off" : L"on";
-    if (layer.isFrozen()) text += L" frozen";
-    if (layer.isLocked()) text += L" locked";
+    std::wstring text = layer.isOff() ? translated(L"off") : translated(L"on");
+    if (layer.isFrozen()) text += translated(L" frozen");
+    if (layer.isLocked()) text += translated(L" locked");
     return text;
 }
 
@@ -44,7 +50,7 @@ std::vector<NamedLayer> allLayers(AcDbDatabase* database) {
 }
 
 std::vector<NamedLayer> findLayers(AcDbDatabase* database, const std::wstring& list) {
-    return findRecords(allLayers(database), list, L"layer");
+    return findRecords(allLayers(database), list, untranslated(L"layer"));
 }
 
 std::vector<NamedLayer> layersOfSelection() {
@@ -74,19 +80,19 @@ AcDbObjectId makeLayer(AcDbDatabase* database, const std::wstring& name) {
     const bool added = table.openStatus() == Acad::eOk && record->setName(name.c_str()) == Acad::eOk &&
                        table->add(record.object()) == Acad::eOk;
     if (added) return record->objectId();
-    refuse(L"Invalid layer name: " + inQuotes(name) + L".");
+    refuse(translated(L"Invalid layer name: %1.", inQuotes(name)));
     return {};
 }
 
 void makeLayerCurrent(AcDbDatabase* database, const std::wstring& name) {
     const AcDbLayerTableRecordPointer record(name.c_str(), database, AcDb::kForRead);
-    if (record.openStatus() != Acad::eOk) return refuse(L"Cannot find layer " + inQuotes(name) + L".");
-    if (record->isFrozen()) return refuse(L"Cannot make layer " + inQuotes(name) + L" current.  It is frozen.");
+    if (record.openStatus() != Acad::eOk) return refuse(translated(L"Cannot find layer %1.", inQuotes(name)));
+    if (record->isFrozen()) return refuse(translated(L"Cannot make layer %1 current.  It is frozen.", inQuotes(name)));
     std::wstring text = name;
     resbuf value = {};
     value.restype = RTSTR;
     value.resval.rstring = text.data();
-    if (acedSetVar(L"CLAYER", &value) != RTNORM) refuse(L"Cannot make layer " + inQuotes(name) + L" current.");
+    if (acedSetVar(L"CLAYER", &value) != RTNORM) refuse(translated(L"Cannot make layer %1 current.", inQuotes(name)));
 }
 
 std::wstring colorText(const AcCmColor& color) {
@@ -95,14 +101,14 @@ std::wstring colorText(const AcCmColor& color) {
                std::to_wstring(color.blue());
     const std::size_t index = color.colorIndex();
     std::wstring text = std::to_wstring(index);
-    if (index >= 1 && index <= kColorNameCount) text += std::wstring(L" (") + kColorNames[index - 1] + L")";
+    if (index >= 1 && index <= kColorNameCount) text += L" (" + translated(kColorNames[index - 1]) + L")";
     return text;
 }
 
 std::optional<AcCmColor> paletteColor(const std::wstring& text) {
     AcCmColor color;
     for (std::size_t i = 0; i < kColorNameCount; ++i) {
-        if (platform::compareNoCase(text, kColorNames[i]) != 0) continue;
+        if (platform::compareNoCase(text, kColorNames[i]) != 0 && text != translated(kColorNames[i])) continue;
         color.setColorIndex(static_cast<Adesk::UInt16>(i + 1));
         return color;
     }
@@ -129,7 +135,8 @@ std::optional<AcCmColor> trueColor(const std::wstring& text) {
 }
 
 void printLayers(const std::vector<NamedLayer>& layers) {
-    std::vector<Row> rows = {{L"Layer name", L"State", L"Color", L"Linetype"}};
+    std::vector<Row> rows = {
+        {translated(L"Layer name"), translated(L"State"), translated(L"Color"), translated(L"Linetype")}};
     for (const NamedLayer& named : layers) {
         const AcDbLayerTableRecordPointer layer(named.id, AcDb::kForRead);
         if (layer.openStatus() != Acad::eOk) continue;

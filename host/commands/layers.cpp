@@ -10,8 +10,12 @@
 #include "host/commands/layerstates.h"
 #include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::commands {
+
+using platform::translated;
+using platform::untranslated;
 
 namespace {
 
@@ -24,7 +28,7 @@ using Change = Acad::ErrorStatus (*)(AcDbLayerTableRecord& record);
 void change(const NamedLayer& layer, const std::function<Acad::ErrorStatus(AcDbLayerTableRecord&)>& apply) {
     const AcDbLayerTableRecordPointer record(layer.id, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk || apply(*record.object()) != Acad::eOk)
-        refuse(L"Cannot change layer " + inQuotes(layer.name) + L".");
+        refuse(translated(L"Cannot change layer %1.", inQuotes(layer.name)));
 }
 
 // --- options that set one state of the layers of a list
@@ -39,34 +43,35 @@ struct StateOption {
 };
 
 bool refusesToFreeze(const NamedLayer& current) {
-    refuse(L"Cannot freeze layer " + inQuotes(current.name) + L".  It is the CURRENT layer.");
+    refuse(translated(L"Cannot freeze layer %1.  It is the CURRENT layer.", inQuotes(current.name)));
     return true;
 }
 
 // Asked in scripts as well: a script written for the editor carries the answer.
 bool keepsOn(const NamedLayer& current) {
-    return !askYesNo(L"\nReally want layer " + inQuotes(current.name) + L" (the CURRENT layer) off? [Yes/No] <N>: ",
-                     false)
+    return !askYesNo(
+                translated(L"\nReally want layer %1 (the CURRENT layer) off? [Yes/No] <N>: ", inQuotes(current.name)),
+                false)
                 .value_or(false);
 }
 
 constexpr StateOption kStateOptions[] = {
-    {L"ON", L"\nEnter name list of layer(s) to turn on: ", false, nullptr,
+    {L"ON", untranslated(L"\nEnter name list of layer(s) to turn on: "), false, nullptr,
      [](AcDbLayerTableRecord& record) { return record.setIsOff(false); }},
-    {L"OFF", L"\nEnter name list of layer(s) to turn off or <select objects>: ", true, &keepsOn,
+    {L"OFF", untranslated(L"\nEnter name list of layer(s) to turn off or <select objects>: "), true, &keepsOn,
      [](AcDbLayerTableRecord& record) { return record.setIsOff(true); }},
-    {L"Freeze", L"\nEnter name list of layer(s) to freeze or <select objects>: ", true, &refusesToFreeze,
+    {L"Freeze", untranslated(L"\nEnter name list of layer(s) to freeze or <select objects>: "), true, &refusesToFreeze,
      [](AcDbLayerTableRecord& record) { return record.setIsFrozen(true); }},
-    {L"Thaw", L"\nEnter name list of layer(s) to thaw: ", false, nullptr,
+    {L"Thaw", untranslated(L"\nEnter name list of layer(s) to thaw: "), false, nullptr,
      [](AcDbLayerTableRecord& record) { return record.setIsFrozen(false); }},
-    {L"LOck", L"\nEnter name list of layer(s) to lock or <select objects>: ", true, nullptr,
+    {L"LOck", untranslated(L"\nEnter name list of layer(s) to lock or <select objects>: "), true, nullptr,
      [](AcDbLayerTableRecord& record) { return record.setIsLocked(true); }},
-    {L"Unlock", L"\nEnter name list of layer(s) to unlock or <select objects>: ", true, nullptr,
+    {L"Unlock", untranslated(L"\nEnter name list of layer(s) to unlock or <select objects>: "), true, nullptr,
      [](AcDbLayerTableRecord& record) { return record.setIsLocked(false); }},
 };
 
 bool setState(AcDbDatabase* database, const StateOption& option) {
-    const std::optional<std::wstring> list = askText(option.prompt, Blanks::Kept);
+    const std::optional<std::wstring> list = askText(translated(option.prompt), Blanks::Kept);
     if (!list) return false;
     std::vector<NamedLayer> layers;
     if (!list->empty())
@@ -82,7 +87,7 @@ bool setState(AcDbDatabase* database, const StateOption& option) {
 // --- the other options; false when the user cancelled
 
 bool list(AcDbDatabase* database) {
-    const std::optional<std::wstring> names = askText(L"\nEnter layer name(s) to list <*>: ", Blanks::Kept);
+    const std::optional<std::wstring> names = askText(translated(L"\nEnter layer name(s) to list <*>: "), Blanks::Kept);
     if (!names) return false;
     printLayers(names->empty() ? allLayers(database) : findLayers(database, *names));
     return true;
@@ -91,7 +96,7 @@ bool list(AcDbDatabase* database) {
 bool makeAndSet(AcDbDatabase* database) {
     const std::wstring current = layerName(database->clayer());
     std::optional<std::wstring> name =
-        askText(L"\nEnter name for new layer (becomes the current layer) <" + current + L">: ", Blanks::Kept);
+        askText(translated(L"\nEnter name for new layer (becomes the current layer) <%1>: ", current), Blanks::Kept);
     if (!name) return false;
     if (!name->empty() && (hasLayer(database, *name) || !makeLayer(database, *name).isNull()))
         makeLayerCurrent(database, *name);
@@ -100,7 +105,7 @@ bool makeAndSet(AcDbDatabase* database) {
 
 bool set(AcDbDatabase* database) {
     std::optional<std::wstring> name =
-        askText(L"\nEnter layer name to make current or <select object>: ", Blanks::Kept);
+        askText(translated(L"\nEnter layer name to make current or <select object>: "), Blanks::Kept);
     if (!name) return false;
     if (name->empty()) {
         const std::vector<NamedLayer> picked = layersOfSelection();
@@ -112,11 +117,12 @@ bool set(AcDbDatabase* database) {
 }
 
 bool addNew(AcDbDatabase* database) {
-    const std::optional<std::wstring> names = askText(L"\nEnter name list for new layer(s): ", Blanks::Kept);
+    const std::optional<std::wstring> names =
+        askText(translated(L"\nEnter name list for new layer(s): "), Blanks::Kept);
     if (!names) return false;
     for (const std::wstring& name : splitNames(*names)) {
         if (hasLayer(database, name))
-            refuse(L"Layer " + inQuotes(name) + L" already exists.");
+            refuse(translated(L"Layer %1 already exists.", inQuotes(name)));
         else
             makeLayer(database, name);
     }
@@ -124,25 +130,25 @@ bool addNew(AcDbDatabase* database) {
 }
 
 bool rename(AcDbDatabase* database) {
-    const std::optional<std::wstring> oldName = askText(L"\nEnter old layer name: ", Blanks::Kept);
+    const std::optional<std::wstring> oldName = askText(translated(L"\nEnter old layer name: "), Blanks::Kept);
     if (!oldName || oldName->empty()) return oldName.has_value();
-    const std::optional<std::wstring> newName = askText(L"\nEnter new layer name: ", Blanks::Kept);
+    const std::optional<std::wstring> newName = askText(translated(L"\nEnter new layer name: "), Blanks::Kept);
     if (!newName || newName->empty()) return newName.has_value();
     const AcDbLayerTableRecordPointer record(oldName->c_str(), database, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk)
-        refuse(L"Cannot find layer " + inQuotes(*oldName) + L".");
+        refuse(translated(L"Cannot find layer %1.", inQuotes(*oldName)));
     else if (record->setName(newName->c_str()) != Acad::eOk)
-        refuse(L"Cannot rename layer " + inQuotes(*oldName) + L" to " + inQuotes(*newName) + L".");
+        refuse(translated(L"Cannot rename layer %1 to %2.", inQuotes(*oldName), inQuotes(*newName)));
     return true;
 }
 
 // A colour's name or number, or "T" and then red, green and blue. Empty for Enter.
 std::optional<std::wstring> askColor(std::optional<AcCmColor>& color) {
-    std::optional<std::wstring> text = askText(L"\nNew color [Truecolor]: ", Blanks::EndAnswer);
+    std::optional<std::wstring> text = askText(translated(L"\nNew color [Truecolor]: "), Blanks::EndAnswer);
     if (!text || text->empty()) return text;
     const std::wstring folded = platform::foldCase(*text);
     const bool isTrueColor = std::wstring(L"TRUECOLOR").compare(0, folded.size(), folded) == 0;
-    if (isTrueColor) text = askText(L"\nRed,Green,Blue: ", Blanks::EndAnswer);
+    if (isTrueColor) text = askText(translated(L"\nRed,Green,Blue: "), Blanks::EndAnswer);
     if (text) color = isTrueColor ? trueColor(*text) : paletteColor(*text);
     return text;
 }
@@ -151,10 +157,10 @@ bool setColor(AcDbDatabase* database) {
     std::optional<AcCmColor> color;
     const std::optional<std::wstring> typed = askColor(color);
     if (!typed || typed->empty()) return typed.has_value();
-    if (!color) return refuse(L"Invalid color: " + inQuotes(*typed) + L"."), true;
+    if (!color) return refuse(translated(L"Invalid color: %1.", inQuotes(*typed))), true;
     const std::wstring current = layerName(database->clayer());
     const std::optional<std::wstring> names = askText(
-        L"\nEnter name list of layer(s) for color " + colorText(*color) + L" <" + current + L">: ", Blanks::Kept);
+        translated(L"\nEnter name list of layer(s) for color %1 <%2>: ", colorText(*color), current), Blanks::Kept);
     if (!names) return false;
     for (const NamedLayer& layer : findLayers(database, names->empty() ? current : *names))
         change(layer, [&color](AcDbLayerTableRecord& record) { return record.setColor(*color); });
@@ -183,12 +189,12 @@ bool runOption(AcDbDatabase* database, const std::wstring& keyword) {
 
 void changeLayers() {
     AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
-    if (database == nullptr) return failCommand(L"There is no drawing.");
-    tell(L"Current layer:  " + inQuotes(layerName(database->clayer())));
+    if (database == nullptr) return failCommand(translated(L"There is no drawing."));
+    tell(translated(L"Current layer:  %1", inQuotes(layerName(database->clayer()))));
     for (;;) {
-        const std::optional<std::wstring> option =
-            askKeyword(L"? Make Set New Rename ON OFF Color Freeze Thaw LOck Unlock stAte",
-                       L"\nEnter an option [?/Make/Set/New/Rename/ON/OFF/Color/Freeze/Thaw/LOck/Unlock/stAte]: ");
+        const std::optional<std::wstring> option = askKeyword(
+            L"? Make Set New Rename ON OFF Color Freeze Thaw LOck Unlock stAte",
+            translated(L"\nEnter an option [?/Make/Set/New/Rename/ON/OFF/Color/Freeze/Thaw/LOck/Unlock/stAte]: "));
         if (!option || option->empty() || !runOption(database, *option)) return;
     }
 }

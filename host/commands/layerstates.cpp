@@ -23,8 +23,12 @@
 #include "host/commands/asking.h"
 #include "host/commands/layerlist.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::commands {
+
+using platform::translated;
+using platform::untranslated;
 
 namespace {
 
@@ -228,7 +232,7 @@ void restore(const LayerRow& row, int properties) {
     const std::wstring name = layerName(row.layer);
     const AcDbLayerTableRecordPointer layer(row.layer, AcDb::kForWrite);
     if (layer.openStatus() != Acad::eOk || !apply(row, properties, *layer.object()))
-        refuse(L"Cannot restore all of layer " + inQuotes(name) + L".");
+        refuse(translated(L"Cannot restore all of layer %1.", inQuotes(name)));
 }
 
 void restore(AcDbDatabase* database, const LayerState& state) {
@@ -254,8 +258,8 @@ void restore(AcDbDatabase* database, const LayerState& state) {
     for (const LayerRow& row : rows)
         restore(row, state.properties);
     if (missing > 0)
-        tell(std::to_wstring(missing) + (missing == 1 ? L" of its layers is" : L" of its layers are") +
-             L" not in the drawing any more.");
+        tell(missing == 1 ? translated(L"1 of its layers is not in the drawing any more.")
+                          : translated(L"%1 of its layers are not in the drawing any more.", missing));
 }
 
 // --- where the drawing keeps them
@@ -302,19 +306,21 @@ AcDbObjectId findState(AcDbDatabase* database, const std::wstring& name) {
     AcDbObjectId id;
     const Dictionary states(statesId(database), AcDb::kForRead);
     if (states.openStatus() == Acad::eOk && states->getAt(name.c_str(), id) == Acad::eOk) return id;
-    refuse(L"Cannot find layer state " + inQuotes(name) + L".");
+    refuse(translated(L"Cannot find layer state %1.", inQuotes(name)));
     return AcDbObjectId();
 }
 
 // --- the options; false when the user cancelled
 
 bool list(AcDbDatabase* database) {
-    const std::optional<std::wstring> names = askText(L"\nEnter name(s) of layer states to list <*>: ", Blanks::Kept);
+    const std::optional<std::wstring> names =
+        askText(translated(L"\nEnter name(s) of layer states to list <*>: "), Blanks::Kept);
     if (!names) return false;
     std::vector<NamedRecord> states = allStates(database);
-    if (states.empty()) return tell(L"The drawing keeps no layer states."), true;
-    if (!names->empty()) states = findRecords(states, *names, L"layer state");
-    std::vector<Row> rows = {{L"Layer state", L"Layers", L"Current layer", L"Description"}};
+    if (states.empty()) return tell(translated(L"The drawing keeps no layer states.")), true;
+    if (!names->empty()) states = findRecords(states, *names, untranslated(L"layer state"));
+    std::vector<Row> rows = {
+        {translated(L"Layer state"), translated(L"Layers"), translated(L"Current layer"), translated(L"Description")}};
     for (const NamedRecord& named : states) {
         const XRecord record(named.id, AcDb::kForRead);
         if (record.openStatus() != Acad::eOk) continue;
@@ -328,11 +334,12 @@ bool list(AcDbDatabase* database) {
 
 // One of that name is replaced: a job that runs again must not restore what an earlier run left.
 bool save(AcDbDatabase* database) {
-    const std::optional<std::wstring> name = askText(L"\nEnter name for layer state: ", Blanks::Kept);
+    const std::optional<std::wstring> name = askText(translated(L"\nEnter name for layer state: "), Blanks::Kept);
     if (!name || name->empty()) return name.has_value();
     const Chain chain = chainOf(stateOf(database));
     const Dictionary states(madeStatesId(database), AcDb::kForWrite);
-    if (states.openStatus() != Acad::eOk) return refuse(L"A drawing of this version cannot keep layer states."), true;
+    if (states.openStatus() != Acad::eOk)
+        return refuse(translated(L"A drawing of this version cannot keep layer states.")), true;
     AcDbObjectId id;
     const bool replaces = states->getAt(name->c_str(), id) == Acad::eOk;
     XRecord record;
@@ -340,21 +347,24 @@ bool save(AcDbDatabase* database) {
     const bool saved = chain && record->setFromRbChain(*chain) == Acad::eOk &&
                        states->setAt(name->c_str(), record.object(), id) == Acad::eOk;
     if (!saved)
-        refuse(L"Cannot save layer state " + inQuotes(*name) + L".");
+        refuse(translated(L"Cannot save layer state %1.", inQuotes(*name)));
     else
-        tell(L"Layer state " + inQuotes(*name) + (replaces ? L" replaced." : L" saved."));
+        tell(replaces ? translated(L"Layer state %1 replaced.", inQuotes(*name))
+                      : translated(L"Layer state %1 saved.", inQuotes(*name)));
     return true;
 }
 
 bool restoreNamed(AcDbDatabase* database) {
-    const std::optional<std::wstring> name = askText(L"\nEnter name of layer state to restore: ", Blanks::Kept);
+    const std::optional<std::wstring> name =
+        askText(translated(L"\nEnter name of layer state to restore: "), Blanks::Kept);
     if (!name || name->empty()) return name.has_value();
     LayerState state;
     {
         const AcDbObjectId id = findState(database, *name);
         if (id.isNull()) return true;
         const XRecord record(id, AcDb::kForRead);
-        if (record.openStatus() != Acad::eOk) return refuse(L"Cannot read layer state " + inQuotes(*name) + L"."), true;
+        if (record.openStatus() != Acad::eOk)
+            return refuse(translated(L"Cannot read layer state %1.", inQuotes(*name))), true;
         state = readState(*record.object());
     }
     restore(database, state);
@@ -362,12 +372,13 @@ bool restoreNamed(AcDbDatabase* database) {
 }
 
 bool remove(AcDbDatabase* database) {
-    const std::optional<std::wstring> name = askText(L"\nEnter name of layer state to delete: ", Blanks::Kept);
+    const std::optional<std::wstring> name =
+        askText(translated(L"\nEnter name of layer state to delete: "), Blanks::Kept);
     if (!name || name->empty()) return name.has_value();
     if (findState(database, *name).isNull()) return true;
     const Dictionary states(statesId(database), AcDb::kForWrite);
     if (states.openStatus() != Acad::eOk || states->remove(name->c_str()) != Acad::eOk)
-        refuse(L"Cannot delete layer state " + inQuotes(*name) + L".");
+        refuse(translated(L"Cannot delete layer state %1.", inQuotes(*name)));
     return true;
 }
 
@@ -382,7 +393,7 @@ constexpr Option kOptions[] = {{L"?", &list}, {L"Save", &save}, {L"Restore", &re
 
 bool changeLayerStates(AcDbDatabase* database) {
     const std::optional<std::wstring> keyword =
-        askKeyword(L"? Save Restore Delete", L"\nEnter an option [?/Save/Restore/Delete]: ");
+        askKeyword(L"? Save Restore Delete", translated(L"\nEnter an option [?/Save/Restore/Delete]: "));
     if (!keyword) return false;
     for (const Option& option : kOptions)
         if (*keyword == option.keyword) return option.run(database);

@@ -8,10 +8,13 @@
 #include "host/commands/asking.h"
 #include "host/editor/wildcard.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "host/platform/text.h"
 #include "host/platform/textwidth.h"
 
 namespace qrs::host::commands {
+
+using platform::translated;
 
 std::vector<std::wstring> splitNames(const std::wstring& list) {
     std::vector<std::wstring> names;
@@ -40,7 +43,8 @@ std::vector<NamedRecord> findRecords(const std::vector<NamedRecord>& records, co
         for (std::size_t i = 0; isPattern && i < records.size(); ++i)
             if (ed::matchesWildcard(records[i].name, part)) any = meant[i] = true;
         if (any) continue;
-        refuse(isPattern ? L"No matching " + noun + L" names found." : L"Cannot find " + noun + L" \"" + part + L"\".");
+        refuse(isPattern ? translated(L"No matching %1 names found.", translated(noun.c_str()))
+                         : translated(L"Cannot find %1 \"%2\".", translated(noun.c_str()), part));
     }
     std::vector<NamedRecord> found;
     for (std::size_t i = 0; i < records.size(); ++i)

@@ -11,8 +11,12 @@
 #include "host/editor/hostapp.h"
 #include "host/platform/angle.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::commands {
+
+using platform::translated;
+using platform::untranslated;
 
 namespace {
 
@@ -47,7 +51,10 @@ std::wstring fontText(const AcDbTextStyleTableRecord& style) {
     style.font(typeface, bold, italic, charset, pitchAndFamily);
     std::wstring text = taken(typeface);
     if (!text.empty())
-        return text + (bold && italic ? L" (bold italic)" : bold ? L" (bold)" : italic ? L" (italic)" : L"");
+        return text + (bold && italic ? translated(L" (bold italic)")
+                       : bold         ? translated(L" (bold)")
+                       : italic       ? translated(L" (italic)")
+                                      : std::wstring());
     ACHAR* file = nullptr;
     ACHAR* bigFont = nullptr;
     style.fileName(file);
@@ -76,7 +83,7 @@ struct Listing {
 
 // False when the user cancelled.
 bool list(AcDbDatabase* database, const Listing& listing) {
-    const std::optional<std::wstring> names = askText(listing.namesPrompt, Blanks::Kept);
+    const std::optional<std::wstring> names = askText(translated(listing.namesPrompt), Blanks::Kept);
     if (!names) return false;
     std::vector<NamedRecord> records = listing.all(database);
     if (!names->empty()) records = findRecords(records, *names, listing.noun);
@@ -89,9 +96,9 @@ bool list(AcDbDatabase* database, const Listing& listing) {
 
 void run(const Listing& listing) {
     AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
-    if (database == nullptr) return failCommand(L"There is no drawing.");
+    if (database == nullptr) return failCommand(translated(L"There is no drawing."));
     for (;;) {
-        const std::optional<std::wstring> option = askKeyword(L"?", L"\nEnter an option [?]: ");
+        const std::optional<std::wstring> option = askKeyword(L"?", translated(L"\nEnter an option [?]: "));
         if (!option || option->empty() || !list(database, listing) || !listing.asksAgain) return;
     }
 }
@@ -101,18 +108,19 @@ void run(const Listing& listing) {
 void listLinetypes() {
     run({&allRecords<AcDbLinetypeTable>,
          &linetypeRow,
-         {L"Linetype name", L"Length", L"Description"},
-         L"linetype",
-         L"\nEnter linetype name(s) to list <*>: ",
+         {translated(L"Linetype name"), translated(L"Length"), translated(L"Description")},
+         untranslated(L"linetype"),
+         untranslated(L"\nEnter linetype name(s) to list <*>: "),
          true});
 }
 
 void listTextStyles() {
     run({&allRecords<AcDbTextStyleTable>,
          &textStyleRow,
-         {L"Style name", L"Height", L"Width factor", L"Angle", L"Font"},
-         L"text style",
-         L"\nEnter text style(s) to list <*>: ",
+         {translated(L"Style name"), translated(L"Height"), translated(L"Width factor"), translated(L"Angle"),
+          translated(L"Font")},
+         untranslated(L"text style"),
+         untranslated(L"\nEnter text style(s) to list <*>: "),
          false});
 }
 

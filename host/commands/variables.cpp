@@ -13,9 +13,12 @@
 #include "host/editor/suggestions.h"
 #include "host/editor/wildcard.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "host/platform/number.h"
 
 namespace qrs::host::commands {
+
+using platform::translated;
 
 namespace {
 
@@ -119,35 +122,37 @@ void list(const std::wstring& patterns) {
         const Value value(name);
         if (!value.isKnown()) continue;
         text += L"\n" + name + std::wstring(width + 2 - name.size(), L' ') + value.text();
-        if (isReadOnly(name)) text += L"  (read only)";
+        if (isReadOnly(name)) text += translated(L"  (read only)");
     }
-    acedPrompt(text.empty() ? L"\nNo matching variable names found." : text.c_str());
+    if (text.empty()) text = translated(L"\nNo matching variable names found.");
+    acedPrompt(text.c_str());
 }
 
 }  // namespace
 
 void setVariable() {
     std::optional<std::wstring> name = ed::Session::current()->takeTypedVariable();
-    if (name->empty()) name = askText(L"\nEnter variable name or [?]: ", Blanks::EndAnswer);
+    if (name->empty()) name = askText(translated(L"\nEnter variable name or [?]: "), Blanks::EndAnswer);
     if (!name || name->empty()) return;
     if (*name == L"?") {
-        const std::optional<std::wstring> patterns = askText(L"\nEnter variable(s) to list <*>: ", Blanks::EndAnswer);
+        const std::optional<std::wstring> patterns =
+            askText(translated(L"\nEnter variable(s) to list <*>: "), Blanks::EndAnswer);
         if (patterns) list(patterns->empty() ? L"*" : *patterns);
         return;
     }
     name = platform::foldCase(*name);
     const Value value(*name);
     if (!value.isKnown())
-        return failCommand(L"Unknown variable name: " + *name + L". Type SETVAR ? for a listing." +
-                           ed::didYouMean(*name, ed::Variables::names()));
+        return failCommand(translated(L"Unknown variable name: %1. Type SETVAR ? for a listing.%2", *name,
+                                      ed::didYouMean(*name, ed::Variables::names())));
     if (isReadOnly(*name)) {
-        acedPrompt((L"\n" + *name + L" = " + value.text() + L" (read only)").c_str());
+        acedPrompt(translated(L"\n%1 = %2 (read only)", *name, value.text()).c_str());
         return;
     }
     const std::optional<std::wstring> typed =
-        askText(L"\nEnter new value for " + *name + L" <" + value.text() + L">: ", Blanks::Kept);
+        askText(translated(L"\nEnter new value for %1 <%2>: ", *name, value.text()), Blanks::Kept);
     if (!typed || typed->empty()) return;
-    if (!setFrom(*name, value.type(), *typed)) failCommand(L"Cannot set " + *name + L" to " + *typed + L".");
+    if (!setFrom(*name, value.type(), *typed)) failCommand(translated(L"Cannot set %1 to %2.", *name, *typed));
 }
 
 }  // namespace qrs::host::commands

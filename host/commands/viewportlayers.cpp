@@ -15,8 +15,11 @@
 #include "host/editor/hostselect.h"
 #include "host/editor/layouts.h"
 #include "host/editor/viewport.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::commands {
+
+using platform::translated;
 
 namespace {
 
@@ -64,8 +67,8 @@ AcDbObjectIdArray allViewports(AcDbDatabase& database) {
 
 // The viewports that a change is meant for; nothing when the user cancelled.
 std::optional<AcDbObjectIdArray> askViewports(AcApDocument& document) {
-    const std::optional<std::wstring> which =
-        askKeyword(L"All Select Current Except", L"\nEnter an option [All/Select/Current/Except current] <Current>: ");
+    const std::optional<std::wstring> which = askKeyword(
+        L"All Select Current Except", translated(L"\nEnter an option [All/Select/Current/Except current] <Current>: "));
     if (!which) return std::nullopt;
     if (*which == L"Select") return selectedViewports(document);
     const AcDbObjectId current = acedGetCurViewportObjectId();
@@ -93,7 +96,7 @@ void setFrozen(const AcDbObjectIdArray& viewports, const AcDbObjectIdArray& laye
         Acad::ErrorStatus status = viewport.openStatus();
         if (status == Acad::eOk)
             status = frozen ? viewport->freezeLayersInViewport(layers) : viewport->thawLayersInViewport(layers);
-        if (status != Acad::eOk) refuse(L"Cannot change the layers of a viewport.");
+        if (status != Acad::eOk) refuse(translated(L"Cannot change the layers of a viewport."));
     }
 }
 
@@ -105,17 +108,17 @@ bool listFrozen(AcApDocument& document) {
     AcDbObjectId id;
     {
         const OnSheet onSheet(document);
-        const int answered = acedEntSel(L"\nSelect a viewport: ", picked, point);
+        const int answered = acedEntSel(translated(L"\nSelect a viewport: ").c_str(), picked, point);
         if (answered == RTCAN) return false;
         if (answered == RTNORM) acdbGetObjectId(id, picked);
     }
     const Viewport viewport(id, AcDb::kForRead);
     AcDbObjectIdArray frozen;
     if (viewport.openStatus() != Acad::eOk || viewport->getFrozenLayerList(frozen) != Acad::eOk)
-        return refuse(L"No viewport selected."), true;
+        return refuse(translated(L"No viewport selected.")), true;
     AcDbDatabase& database = *document.database();
     for (const ed::SheetViewport& one : ed::viewportsOf(database, ed::currentSheet(database)))
-        if (one.id == id) tell(L"Layers currently frozen in viewport " + std::to_wstring(one.number) + L":");
+        if (one.id == id) tell(translated(L"Layers currently frozen in viewport %1:", one.number));
     for (const AcDbObjectId& layer : frozen)
         tell(L"  " + inQuotes(layerName(layer)));
     return true;
@@ -123,7 +126,8 @@ bool listFrozen(AcApDocument& document) {
 
 bool changeFrozen(AcApDocument& document, bool frozen) {
     const std::optional<std::wstring> list =
-        askText(frozen ? L"\nEnter layer name(s) to freeze or <select objects>: " : L"\nEnter layer name(s) to thaw: ",
+        askText(frozen ? translated(L"\nEnter layer name(s) to freeze or <select objects>: ")
+                       : translated(L"\nEnter layer name(s) to thaw: "),
                 Blanks::Kept);
     if (!list) return false;
     const bool selects = frozen && list->empty();
@@ -143,7 +147,7 @@ bool thaw(AcApDocument& document) {
 
 // As in a viewport that would be made now.
 bool reset(AcApDocument& document) {
-    const std::optional<std::wstring> list = askText(L"\nEnter layer name(s) to reset: ", Blanks::Kept);
+    const std::optional<std::wstring> list = askText(translated(L"\nEnter layer name(s) to reset: "), Blanks::Kept);
     if (!list) return false;
     AcDbObjectIdArray frozen;
     AcDbObjectIdArray thawed;
@@ -161,18 +165,18 @@ bool reset(AcApDocument& document) {
 void setDefault(AcDbObjectId layer, bool frozen) {
     const AcDbLayerTableRecordPointer record(layer, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk || record->setVPDFLT(frozen) != Acad::eOk)
-        refuse(L"Cannot change layer " + inQuotes(layerName(layer)) + L".");
+        refuse(translated(L"Cannot change layer %1.", inQuotes(layerName(layer))));
 }
 
 bool addFrozen(AcApDocument& document) {
     const std::optional<std::wstring> names =
-        askText(L"\nEnter name(s) of new layers frozen in all viewports: ", Blanks::Kept);
+        askText(translated(L"\nEnter name(s) of new layers frozen in all viewports: "), Blanks::Kept);
     if (!names) return false;
     AcDbDatabase* const database = document.database();
     AcDbObjectIdArray layers;
     for (const std::wstring& name : splitNames(*names)) {
         if (hasLayer(database, name)) {
-            refuse(L"Layer " + inQuotes(name) + L" already exists.");
+            refuse(translated(L"Layer %1 already exists.", inQuotes(name)));
         } else if (const AcDbObjectId layer = makeLayer(database, name); !layer.isNull()) {
             setDefault(layer, true);
             layers.append(layer);
@@ -184,11 +188,11 @@ bool addFrozen(AcApDocument& document) {
 
 bool changeDefault(AcApDocument& document) {
     const std::optional<std::wstring> list =
-        askText(L"\nEnter layer name(s) to change viewport visibility: ", Blanks::Kept);
+        askText(translated(L"\nEnter layer name(s) to change viewport visibility: "), Blanks::Kept);
     if (!list) return false;
     const std::vector<NamedLayer> layers = findLayers(document.database(), *list);
     const std::optional<std::wstring> state =
-        askKeyword(L"Frozen Thawed", L"\nEnter a viewport visibility option [Frozen/Thawed] <Thawed>: ");
+        askKeyword(L"Frozen Thawed", translated(L"\nEnter a viewport visibility option [Frozen/Thawed] <Thawed>: "));
     if (!state) return false;
     for (const NamedLayer& layer : layers)
         setDefault(layer.id, *state == L"Frozen");
@@ -215,14 +219,14 @@ bool runOption(AcApDocument& document, const std::wstring& keyword) {
 
 void changeViewportLayers() {
     AcApDocument* const document = acDocManager->curDocument();
-    if (document == nullptr) return failCommand(L"There is no drawing.");
+    if (document == nullptr) return failCommand(translated(L"There is no drawing."));
     for (;;) {
         // The model's tab shows no viewports of sheets.
         const bool isModel = document->database()->tilemode();
         const std::optional<std::wstring> option =
-            isModel ? askKeyword(L"Newfrz Vpvisdflt", L"\nEnter an option [Newfrz/Vpvisdflt]: ")
+            isModel ? askKeyword(L"Newfrz Vpvisdflt", translated(L"\nEnter an option [Newfrz/Vpvisdflt]: "))
                     : askKeyword(L"? Freeze Thaw Reset Newfrz Vpvisdflt",
-                                 L"\nEnter an option [?/Freeze/Thaw/Reset/Newfrz/Vpvisdflt]: ");
+                                 translated(L"\nEnter an option [?/Freeze/Thaw/Reset/Newfrz/Vpvisdflt]: "));
         if (!option || option->empty() || !runOption(*document, *option)) return;
     }
 }

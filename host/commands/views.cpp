@@ -15,11 +15,14 @@
 #include "host/editor/viewport.h"
 #include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::commands {
 
+using platform::translated;
+
 void regenerate() {
-    acedPrompt(L"\nRegenerating model.");
+    acedPrompt(translated(L"\nRegenerating model.").c_str());
 }
 
 namespace {
@@ -58,7 +61,7 @@ void zoomAll(AcApDocument& document) {
 }
 
 void zoomPrevious(AcApDocument& document) {
-    if (!ed::setPreviousView(document)) refuse(L"No previous view saved.");
+    if (!ed::setPreviousView(document)) refuse(translated(L"No previous view saved."));
 }
 
 // "2", "0.5x", "2xp": of what the limits take, of the present view, of the paper (as "x": there is no paper to
@@ -79,7 +82,7 @@ bool zoomBy(AcApDocument& document, const std::wstring& text) {
 
 void zoomWindow(AcApDocument& document, const ads_point first) {
     ads_point corner = {};
-    if (acedGetPoint(first, L"\nSpecify opposite corner: ", corner) != RTNORM) return;
+    if (acedGetPoint(first, translated(L"\nSpecify opposite corner: ").c_str(), corner) != RTNORM) return;
     Box box;
     box.add({first[0], first[1], 0});
     box.add({corner[0], corner[1], 0});
@@ -88,14 +91,16 @@ void zoomWindow(AcApDocument& document, const ads_point first) {
 
 void zoomAskWindow(AcApDocument& document) {
     ads_point first = {};
-    if (acedGetPoint(nullptr, L"\nSpecify first corner: ", first) == RTNORM) zoomWindow(document, first);
+    if (acedGetPoint(nullptr, translated(L"\nSpecify first corner: ").c_str(), first) == RTNORM)
+        zoomWindow(document, first);
 }
 
 void zoomCenter(AcApDocument& document) {
     View view = ed::currentView(document);
     ads_point center = {};
-    if (acedGetPoint(nullptr, L"\nSpecify center point: ", center) != RTNORM) return;
-    const std::optional<std::wstring> size = askText(L"\nEnter magnification or height: ", Blanks::EndAnswer);
+    if (acedGetPoint(nullptr, translated(L"\nSpecify center point: ").c_str(), center) != RTNORM) return;
+    const std::optional<std::wstring> size =
+        askText(translated(L"\nEnter magnification or height: "), Blanks::EndAnswer);
     if (!size) return;
     view.centerX = center[0];
     view.centerY = center[1];
@@ -107,8 +112,9 @@ void zoomCenter(AcApDocument& document) {
 }
 
 void zoomAskScale(AcApDocument& document) {
-    const std::optional<std::wstring> scale = askText(L"\nEnter a scale factor (nX or nXP): ", Blanks::EndAnswer);
-    if (scale && !scale->empty() && !zoomBy(document, *scale)) refuse(L"Requires a positive scale factor.");
+    const std::optional<std::wstring> scale =
+        askText(translated(L"\nEnter a scale factor (nX or nXP): "), Blanks::EndAnswer);
+    if (scale && !scale->empty() && !zoomBy(document, *scale)) refuse(translated(L"Requires a positive scale factor."));
 }
 
 void zoomObjects(AcApDocument& document) {
@@ -151,20 +157,20 @@ const ZoomOption* findOption(std::wstring typed) {
 bool isLayoutCurrent(AcApDocument* document) {
     if (!document) return false;
     if (!document->database()->tilemode()) return true;
-    refuse(L"** Command not allowed in Model Tab **");
+    refuse(translated(L"** Command not allowed in Model Tab **"));
     return false;
 }
 
 }  // namespace
 
 void zoom() {
-    constexpr const wchar_t* kPrompt =
+    const std::wstring prompt = translated(
         L"\nSpecify corner of window, enter a scale factor (nX or nXP), or\n"
-        L"[All/Center/Dynamic/Extents/Previous/Scale/Window/Object] <real time>: ";
+        L"[All/Center/Dynamic/Extents/Previous/Scale/Window/Object] <real time>: ");
     AcApDocument* document = acDocManager->curDocument();
     if (!document) return;
     for (;;) {
-        const std::optional<std::wstring> answer = askText(kPrompt, Blanks::EndAnswer);
+        const std::optional<std::wstring> answer = askText(prompt, Blanks::EndAnswer);
         if (!answer || answer->empty() || zoomBy(*document, *answer)) return;
         ads_point corner = {};
         if (ed::parsePoint(*answer, nullptr, corner)) return zoomWindow(*document, corner);
@@ -172,7 +178,7 @@ void zoom() {
             if (option->run) option->run(*document);
             return;
         }
-        refuse(L"Requires a point, a scale factor or an option keyword.");
+        refuse(translated(L"Requires a point, a scale factor or an option keyword."));
     }
 }
 
@@ -180,19 +186,19 @@ void enterModelSpace() {
     AcApDocument* document = acDocManager->curDocument();
     if (!isLayoutCurrent(document)) return;
     if (ed::picksModelSpace(*document->database())) {
-        acedPrompt(L"\nAlready in model space.");
+        acedPrompt(translated(L"\nAlready in model space.").c_str());
         return;
     }
     const std::int64_t viewport = ed::topViewport(*document->database());
     if (viewport == 0 || !ed::setCurrentViewport(*document, viewport))
-        refuse(L"There are no active Model space viewports.");
+        refuse(translated(L"There are no active Model space viewports."));
 }
 
 void enterPaperSpace() {
     AcApDocument* document = acDocManager->curDocument();
     if (!isLayoutCurrent(document)) return;
     if (!ed::picksModelSpace(*document->database()))
-        acedPrompt(L"\nAlready in paper space.");
+        acedPrompt(translated(L"\nAlready in paper space.").c_str());
     else
         ed::setCurrentViewport(*document, 1);
 }

@@ -269,7 +269,7 @@ bool Finder::find(const Expression& expression, NamedEntities& found) {
 std::wstring Finder::knownForms() {
     std::wstring text;
     for (const Form& form : kForms)
-        text += (text.empty() ? L"" : L", ") + std::wstring(form.spelled);
+        text += (text.empty() ? std::wstring() : translated(L", ")) + form.spelled;
     return text;
 }
 

@@ -15,6 +15,7 @@ CASES = (
     ('translated("is read-only")', '{"is read-only", "只读"}, {"is read-only", "不能写"}', "a row already"),
     ('fail(translated("is %1", "no file"), "cannot be read");', '{"is %1", "是 %1"}', '"cannot be read" is not translated'),
     ('require(true, "no tag there"); // "not here"', "", ""),
+    ('askKeyword(L"LOck unlock", "which one? ");', "", '"which one? " is not translated'),
 )
 
 
