@@ -2,7 +2,7 @@
 #   Installed as share/bash-completion/completions/qrsconsole; or: source qrsconsole.bash
 
 _qrsconsole_options="-h --help --version --list -s --script -e --execute -o --output --in-place --backup --converter -p --plugin
-    --no-module --system --settings --support --codepage --timeout --keep-going --strict --warnings --report --info --compare --json"
+    --no-module --system --settings --support --codepage --language --timeout --keep-going --strict --warnings --report --info --compare --json"
 
 # The module's commands, then the host's.
 _qrsconsole_commands="CleanOvraLayTag CloseSelLayer ConvertLayer EraseSelLayer FrozenLayer FrozenViewLayer LockSelLayer OpenLayer
@@ -52,6 +52,7 @@ _qrsconsole() {
         -o | --output | --info | --compare) _qrsconsole_files "$word" "*.@(dxf|dwg)" ;;
         --list | --settings | --report) _qrsconsole_files "$word" "*" ;;
         --system | --support) _qrsconsole_files "$word" "" ;;
+        --language) _qrsconsole_names "$word" "zh en" ;;
         --codepage) _qrsconsole_names "$word" "932 936 949 950 1250 1251 1252" ;;
         --backup | --timeout | --converter) COMPREPLY=() ;;
         --keep-going)
