@@ -67,6 +67,33 @@ TEST(Usage, SpeaksTheLocalesLanguageOrTheOneNamed) {
     expectComplaint(place.run({"--language", "fr", "none.dxf"}), 2, "--language takes zh or en");
 }
 
+// What is said in Chinese holds no sentence of English.
+TEST(Usage, SpeaksOneLanguage) {
+    const Workplace place;
+    const std::string building = fileBytes(place.example("building.dxf"));
+    const std::string other = std::regex_replace(building, std::regex("\nCIRCLE"), "\nUNKNOWN");
+    place.write("cut.dxf", other.substr(0, other.rfind("EOF") - 5));
+    const Misuse runs[] = {
+        {{"--help"}, "用法"},
+        {{"--colour"}, "不认识的参数"},
+        {{"--info", "cut.dxf"}, "警告"},
+        {{"--compare", "building.dxf", "cut.dxf"}, "只在第二个中"},
+        {{"-e", "REGEN", "cut.dxf"}, "缺少 EOF"},
+        {{"-e", "LIST", "-e", "(handent \"73\")", "-e", "", "building.dxf"}, "图层：\"建筑-轴线\"  空间：模型空间"},
+        {{"-e", "-LAYER", "-e", "?", "-e", "", "-e", "", "building.dxf"}, "图层名"},
+        {{"-e", "LIST", "-e", "(ssget \"Q\")", "building.dxf"}, "*取消*"},
+        {{"-e", "ZOOM", "-e", "house", "building.dxf"}, "需要点、比例因子或选项关键字。"},
+        {{"-e", "FOO", "--keep-going=drawings", "building.dxf", "none.dxf"}, "2 个图形文件：0 个完成，2 个失败"},
+    };
+    const std::regex sentence("[a-z]{2,} [a-z]{2,} [a-z]{2,}");
+    for (const Misuse& run : runs) {
+        const Outcome outcome = place.run(run.arguments, {}, {"LC_ALL=zh_CN.UTF-8"});
+        const std::string all = outcome.out + outcome.error;
+        EXPECT_NE(all.find(run.told), std::string::npos) << all;
+        EXPECT_FALSE(std::regex_search(all, sentence)) << all;
+    }
+}
+
 TEST(Usage, RefusesWhatMakesNoSense) {
     const Workplace place;
     place.example("building.dxf");
