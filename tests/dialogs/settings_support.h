@@ -5,11 +5,16 @@
 
 #include "../folder.h"
 #include "../frame/support.h"
-#include "../platform/limits.h"
 #include "qrs_kernal.h"
 #include "qrs_options.h"
 #include "qrs_public.h"
 #include "rxregsvc.h"
+
+#if defined(_WIN32)
+#include "host/platform/win32/handle.h"
+#else
+#include "../platform/limits.h"
+#endif
 
 extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* application);
 
@@ -26,12 +31,42 @@ constexpr const char* kRestart = "您更新了acad.pgp文件。需要重新启�
 constexpr const char* kMissing = "没有找到导出的文件，请确认首先进行导出设置。\n";
 constexpr const char* kRefused = "不能使用默认设置目录 ";
 
+// Keeps a long file from being written while it lives: the disk is full, or another program holds the file.
+#if defined(_WIN32)
+constexpr bool kHasLinks = false;
+class NotWritable {
+  public:
+    explicit NotWritable(const fs::path& file)
+        : held_(CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr)) {
+        EXPECT_TRUE(held_);
+    }
+
+  private:
+    platform::Handle held_;
+};
+inline void setTemporary(const fs::path& path) {
+    SetEnvironmentVariableW(L"TMP", path.c_str());
+}
+#else
+constexpr bool kHasLinks = true;
+class NotWritable {
+  public:
+    explicit NotWritable(const fs::path&) {}
+
+  private:
+    FileSizeLimit full_{10'000};
+};
+inline void setTemporary(const fs::path& path) {
+    setenv("TMPDIR", path.c_str(), 1);
+}
+#endif
+
 class InstalledSettings : public Frame {
   protected:
     InstalledSettings() {
         for (const char* name : {"tmp", "old", "new", "chosen"})
             fs::create_directory(folder.path() / name);
-        setenv("TMPDIR", (folder.path() / "tmp").c_str(), 1);
+        setTemporary(folder.path() / "tmp");
         use("old");
         acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
         open(drawingText({{"0"}}, {}));
@@ -40,7 +75,7 @@ class InstalledSettings : public Frame {
         acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr);
         TDwgSettingDefaults::Current().Clear();
         QrsExport::SetSystemFolder({});
-        setenv("TMPDIR", temporary_.c_str(), 1);
+        setTemporary(temporary_);
     }
 
     // Another system folder with the settings of another user.
@@ -73,18 +108,24 @@ class InstalledSettings : public Frame {
                               : command({L"drsz", L"2", platform::innerPath(folder.path() / chosen)});
     }
 
+    // A link, where the system has any; else a file.
+    void link(const std::string& to, const std::string& name) const {
+        if (kHasLinks) return fs::create_symlink(to, folder.path() / name);
+        folder.write(name, "no link");
+    }
+
     // Everything in a folder: file names with their content, folders and links with what they are.
     Files filesIn(const std::string& name) const {
         Files all;
         for (const auto& entry : fs::recursive_directory_iterator(folder.path() / name)) {
-            const std::string path = entry.path().lexically_relative(folder.path() / name).string();
+            const std::string path = entry.path().lexically_relative(folder.path() / name).generic_u8string();
             all[path] = entry.is_symlink() ? "<link>" : entry.is_directory() ? "<folder>" : fileBytes(entry.path());
         }
         return all;
     }
 
   private:
-    std::string temporary_ = fs::temp_directory_path().string();
+    fs::path temporary_ = fs::temp_directory_path();
 };
 
 }  // namespace qrs::test
