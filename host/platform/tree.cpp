@@ -46,7 +46,11 @@ bool liesInFolder(const fs::path& native, const fs::path& folder) {
     if (error) return false;
     // Both end in an empty component, which the inner one need not have there.
     const auto end = std::prev(outer.end());
-    return std::mismatch(outer.begin(), end, inner.begin(), inner.end()).first == end;
+    if (std::mismatch(outer.begin(), end, inner.begin(), inner.end()).first == end) return true;
+    // A folder may have other names as well: in other letters, shortened.
+    for (fs::path above = inner; above.has_relative_path(); above = above.parent_path())
+        if (fs::equivalent(above, outer, error)) return true;
+    return false;
 }
 
 bool copyFileAtomically(const fs::path& source, const fs::path& target, LinkedTarget linked, Error& error) {

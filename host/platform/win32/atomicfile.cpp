@@ -1,5 +1,6 @@
 // The temporary file of AtomicFile on Windows.
 #include <algorithm>
+#include <string>
 
 #include "host/platform/files.h"
 #include "host/platform/inside/fileerror.h"
@@ -22,6 +23,17 @@ constexpr DWORD kPause = 20;  // milliseconds
 
 bool isHeld(DWORD reason) {
     return reason == ERROR_ACCESS_DENIED || reason == ERROR_SHARING_VIOLATION;
+}
+
+// The file that a link leads to; empty, with the system's reason set, when it leads nowhere.
+fs::path endOfLink(const fs::path& link) {
+    const Handle file(CreateFileW(link.c_str(), FILE_READ_ATTRIBUTES,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    std::wstring path(file ? GetFinalPathNameByHandleW(file.value(), nullptr, 0, 0) : 0, L'\0');
+    if (path.empty()) return {};
+    path.resize(GetFinalPathNameByHandleW(file.value(), path.data(), static_cast<DWORD>(path.size()), 0));
+    return path;
 }
 
 }  // namespace
@@ -48,9 +60,8 @@ class WindowsPartialFile final : public PartialFile {
 };
 
 bool WindowsPartialFile::checkTarget(Error& error) {
-    std::error_code failed;
-    target = fs::is_symlink(fs::symlink_status(shown, failed)) ? fs::weakly_canonical(shown, failed) : shown;
-    if (target.empty()) return fail(error, shown, failed);
+    target = kindOfName(shown) == NameKind::Link ? endOfLink(shown) : shown;
+    if (target.empty()) return fail(error, shown, lastError());
     attributes = GetFileAttributesW(target.c_str());
     if (!existed()) {
         const DWORD reason = GetLastError();
