@@ -65,7 +65,7 @@ QRS_HOST_PORT std::wstring translatedText(const wchar_t* english, const std::vec
 // The same, with texts and whole numbers for parts.
 template <typename... Parts>
 std::string translated(const char* english, const Parts&... parts) {
-    const auto text = [](const auto& part) {
+    [[maybe_unused]] const auto text = [](const auto& part) {
         if constexpr (std::is_integral_v<std::decay_t<decltype(part)>>)
             return std::to_string(part);
         else
@@ -75,7 +75,7 @@ std::string translated(const char* english, const Parts&... parts) {
 }
 template <typename... Parts>
 std::wstring translated(const wchar_t* english, const Parts&... parts) {
-    const auto text = [](const auto& part) {
+    [[maybe_unused]] const auto text = [](const auto& part) {
         if constexpr (std::is_integral_v<std::decay_t<decltype(part)>>)
             return std::to_wstring(part);
         else
