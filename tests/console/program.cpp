@@ -44,6 +44,7 @@ int start(const fs::path& folder, const std::vector<std::string>& arguments,
           const std::vector<std::string>& environment) {
     // In English, whatever the machine speaks, unless the test says otherwise.
     SetEnvironmentVariableW(L"LC_ALL", L"C");
+    SetEnvironmentVariableW(L"LANGUAGE", nullptr);
     for (const std::string& variable : environment)
         SetEnvironmentVariableW(wide(variable.substr(0, variable.find('='))).c_str(),
                                 wide(variable.substr(variable.find('=') + 1)).c_str());
@@ -91,7 +92,7 @@ int start(const fs::path& folder, const std::vector<std::string>& arguments,
           const std::vector<std::string>& environment) {
     // In English, whatever the machine speaks, unless the test says otherwise.
     std::string command =
-        "cd " + quoted(folder.string()) + " && LC_ALL=C.UTF-8 XDG_CONFIG_HOME=" + quoted(folder.string());
+        "cd " + quoted(folder.string()) + " && LC_ALL=C.UTF-8 LANGUAGE= XDG_CONFIG_HOME=" + quoted(folder.string());
     for (const std::string& variable : environment)
         command += " " + variable.substr(0, variable.find('=') + 1) + quoted(variable.substr(variable.find('=') + 1));
     command += " " + quoted(QRS_CONSOLE);

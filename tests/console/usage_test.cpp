@@ -43,6 +43,12 @@ TEST(Usage, TellsAboutItself) {
 
 TEST(Usage, SpeaksTheLocalesLanguageOrTheOneNamed) {
     const Workplace place;
+#if defined(_WIN32)  // where a missing file is told in the system's own words
+    const std::string wrong = "folder", inEnglish = "is a folder", inChinese = "是文件夹";
+    std::filesystem::create_directory(place.path(wrong));
+#else
+    const std::string wrong = "none.dxf", inEnglish = "No such file", inChinese = "没有这个";
+#endif
     struct Choice {
         std::vector<std::string> environment;
         Arguments arguments;
@@ -59,10 +65,9 @@ TEST(Usage, SpeaksTheLocalesLanguageOrTheOneNamed) {
         {{"LC_ALL=zh_CN.UTF-8"}, {"--language=en_US"}, false},
     };
     for (const Choice& choice : choices) {
-        Arguments arguments = {"none.dxf"};
+        Arguments arguments = {wrong};
         arguments.insert(arguments.end(), choice.arguments.begin(), choice.arguments.end());
-        expectComplaint(place.run(arguments, {}, choice.environment), 3,
-                        choice.isChinese ? "没有这个" : "No such file");
+        expectComplaint(place.run(arguments, {}, choice.environment), 3, choice.isChinese ? inChinese : inEnglish);
     }
     expectComplaint(place.run({"--language", "fr", "none.dxf"}), 2, "--language takes zh or en");
 }

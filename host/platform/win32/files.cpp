@@ -125,9 +125,16 @@ std::string textOf(const std::error_code& reason) {
     // What is no number of the system's own is told in ASCII.
     if (reason.category() != std::system_category()) return reason.message();
     wchar_t text[1024];
-    DWORD length =
-        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                       static_cast<DWORD>(reason.value()), 0, text, static_cast<DWORD>(std::size(text)), nullptr);
+    const WORD chosen = language() == Language::Chinese ? MAKELANGID(LANG_CHINESE, SUBLANG_CHINESE_SIMPLIFIED)
+                                                        : MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
+    DWORD length = 0;
+    // Where the system has not the language of these messages, it speaks its own.
+    for (const WORD spoken : {chosen, WORD{0}}) {
+        if (length > 0) break;
+        length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                static_cast<DWORD>(reason.value()), spoken, text, static_cast<DWORD>(std::size(text)),
+                                nullptr);
+    }
     while (length > 0 && (text[length - 1] <= L' ' || text[length - 1] == L'.' || text[length - 1] == L'\u3002'))
         --length;
     return length > 0 ? toUtf8({text, length}) : translated("error %1 of the system", reason.value());
