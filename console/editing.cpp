@@ -16,6 +16,7 @@
 #include "host/platform/codepage.h"
 #include "host/platform/language.h"
 #include "host/platform/process.h"
+#include "host/platform/textwidth.h"
 
 namespace qrs::console {
 
@@ -52,7 +53,7 @@ void useUtf8Locale() {
 
 class EditingTerminal : public ConsoleTerminal {
   public:
-    EditingTerminal(std::function<std::vector<std::wstring>()> commandNames, const std::filesystem::path& history);
+    EditingTerminal(Completer complete, const std::filesystem::path& history);
     ~EditingTerminal() override;
     host::Reply readLine(const std::wstring& prompt, std::wstring& line) override;
     void progress(std::wstring_view label, int percent) override;
@@ -65,10 +66,10 @@ class EditingTerminal : public ConsoleTerminal {
     static unsigned char cancel(EditLine* editor, wint_t key);
     static unsigned char complete(EditLine* editor, wint_t key);
     static unsigned char leave(EditLine* editor, wint_t key);
-    std::vector<std::wstring> candidates(const std::wstring& typed) const;
+    void list(const std::vector<std::wstring>& names);
     void remember(const std::wstring& line);
 
-    std::function<std::vector<std::wstring>()> commandNames_;
+    Completer complete_;
     std::string historyFile_;
     std::unique_ptr<EditLine, EndEditLine> editor_;
     std::unique_ptr<HistoryW, EndHistory> history_;
@@ -79,9 +80,8 @@ class EditingTerminal : public ConsoleTerminal {
     bool leaves_ = false;
 };
 
-EditingTerminal::EditingTerminal(std::function<std::vector<std::wstring>()> commandNames,
-                                 const std::filesystem::path& history)
-    : commandNames_(std::move(commandNames)), historyFile_(history.string()) {
+EditingTerminal::EditingTerminal(Completer complete, const std::filesystem::path& history)
+    : complete_(std::move(complete)), historyFile_(history.string()) {
     useUtf8Locale();
     editor_.reset(el_init("qrsconsole", stdin, stdout, stderr));
     history_.reset(history_winit());
@@ -96,9 +96,9 @@ EditingTerminal::EditingTerminal(std::function<std::vector<std::wstring>()> comm
     el_wset(editor, EL_HIST, history_w, history_.get());
     el_wset(editor, EL_GETCFN, &EditingTerminal::readKey);
     el_wset(editor, EL_EDITOR, L"emacs");
-    el_wset(editor, EL_ADDFN, L"qrs-cancel", L"cancels", &EditingTerminal::cancel);
-    el_wset(editor, EL_ADDFN, L"qrs-complete", L"completes", &EditingTerminal::complete);
-    el_wset(editor, EL_ADDFN, L"qrs-leave", L"leaves", &EditingTerminal::leave);
+    el_wset(editor, EL_ADDFN, L"qrs-cancel", L"Cancel the command", &EditingTerminal::cancel);
+    el_wset(editor, EL_ADDFN, L"qrs-complete", L"Complete what is asked for", &EditingTerminal::complete);
+    el_wset(editor, EL_ADDFN, L"qrs-leave", L"Leave the session", &EditingTerminal::leave);
     el_wset(editor, EL_BIND, L"^C", L"qrs-cancel", nullptr);
     el_wset(editor, EL_BIND, L"^D", L"qrs-leave", nullptr);
     el_wset(editor, EL_BIND, L"^I", L"qrs-complete", nullptr);
@@ -165,41 +165,56 @@ unsigned char EditingTerminal::leave(EditLine* editor, wint_t) {
     return CC_EOF;
 }
 
-std::vector<std::wstring> EditingTerminal::candidates(const std::wstring& typed) const {
-    std::vector<std::wstring> found;
-    for (const std::wstring& name : commandNames_())
-        if (name.size() >= typed.size() && platform::compareNoCase(name.substr(0, typed.size()), typed) == 0)
-            found.push_back(name);
-    std::sort(found.begin(), found.end(),
-              [](const auto& a, const auto& b) { return platform::compareNoCase(a, b) < 0; });
-    return found;
+// In columns as wide as the terminal allows, down the first one first.
+void EditingTerminal::list(const std::vector<std::wstring>& names) {
+    constexpr std::size_t kMostShown = 200;
+    const std::size_t shown = std::min(names.size(), kMostShown);
+    std::size_t width = 0;
+    for (std::size_t i = 0; i < shown; ++i)
+        width = std::max(width, platform::columnsOf(names[i]) + 2);
+    int screen = 80;
+    el_get(editor_.get(), EL_GETTC, "co", &screen);
+    const std::size_t columns = std::max<std::size_t>(static_cast<std::size_t>(std::max(screen, 1)) / width, 1);
+    const std::size_t rows = (shown + columns - 1) / columns;
+    std::wstring text = L"\n";
+    for (std::size_t row = 0; row < rows; ++row) {
+        for (std::size_t i = row; i < shown; i += rows)
+            text += i + rows < shown ? platform::paddedTo(names[i], width) : names[i];
+        text += L"\n";
+    }
+    if (shown < names.size()) text += L"... and " + std::to_wstring(names.size() - shown) + L" more\n";
+    write(platform::toUtf8(text));
 }
 
-// Completes the one word before the cursor: to the only name it can become, or as far as all of them agree; when that
-// adds nothing the names are listed.
-unsigned char EditingTerminal::complete(EditLine* editor, wint_t) {
-    EditingTerminal& self = of(editor);
-    const LineInfoW* line = el_wline(editor);
-    const std::wstring typed(line->buffer, line->cursor);
-    if (typed.empty() || typed.find(L' ') != std::wstring::npos) return CC_ERROR;
-    const std::vector<std::wstring> found = self.candidates(typed);
-    if (found.empty()) return CC_ERROR;
-    std::wstring common = found.front();
-    for (const std::wstring& name : found) {
+// How far all the names agree, as the first one is spelled.
+std::wstring commonStart(const std::vector<std::wstring>& names) {
+    std::wstring common = names.front();
+    for (const std::wstring& name : names) {
         std::size_t same = 0;
         while (same < common.size() && same < name.size() &&
                platform::compareNoCase(common.substr(same, 1), name.substr(same, 1)) == 0)
             ++same;
         common.resize(same);
     }
-    if (common.size() > typed.size() || found.size() == 1) {
-        el_wdeletestr(editor, static_cast<int>(typed.size()));
+    return common;
+}
+
+// Completes what stands before the cursor: to the only name it can become, or as far as all of them agree; when that
+// adds nothing the names are listed.
+unsigned char EditingTerminal::complete(EditLine* editor, wint_t) {
+    EditingTerminal& self = of(editor);
+    const LineInfoW* line = el_wline(editor);
+    const std::wstring typed(line->buffer, line->cursor);
+    const host::Completion found = self.complete_(typed);
+    if (found.names.empty()) return CC_ERROR;
+    const std::wstring part = typed.substr(found.begin);
+    const std::wstring common = commonStart(found.names);
+    if (found.names.size() == 1 ? common != part : common.size() > part.size()) {
+        if (!part.empty()) el_wdeletestr(editor, static_cast<int>(part.size()));
         return el_winsertstr(editor, common.c_str()) == 0 ? CC_REFRESH : CC_ERROR;
     }
-    std::string list = "\n";
-    for (const std::wstring& name : found)
-        list += platform::toUtf8(name) + "\n";
-    self.write(list);
+    if (found.names.size() == 1) return CC_NORM;
+    self.list(found.names);
     return CC_REDISPLAY;
 }
 
@@ -255,9 +270,8 @@ host::Reply EditingTerminal::readLine(const std::wstring& prompt, std::wstring& 
 
 }  // namespace
 
-std::unique_ptr<ConsoleTerminal> makeInteractiveTerminal(std::function<std::vector<std::wstring>()> commandNames,
-                                                         const std::filesystem::path& history) {
-    return std::make_unique<EditingTerminal>(std::move(commandNames), history);
+std::unique_ptr<ConsoleTerminal> makeInteractiveTerminal(Completer complete, const std::filesystem::path& history) {
+    return std::make_unique<EditingTerminal>(std::move(complete), history);
 }
 
 }  // namespace qrs::console
@@ -266,8 +280,7 @@ std::unique_ptr<ConsoleTerminal> makeInteractiveTerminal(std::function<std::vect
 
 namespace qrs::console {
 
-std::unique_ptr<ConsoleTerminal> makeInteractiveTerminal(std::function<std::vector<std::wstring>()>,
-                                                         const std::filesystem::path&) {
+std::unique_ptr<ConsoleTerminal> makeInteractiveTerminal(Completer, const std::filesystem::path&) {
     return std::make_unique<PlainTerminal>();
 }
 

@@ -240,11 +240,11 @@ bool isEditedByPerson(const Options& options) {
 std::unique_ptr<ConsoleTerminal> makeTerminal(const Options& options, Script script) {
     if (!isPersonAtTerminal(options)) return std::make_unique<ScriptTerminal>(std::move(script));
     if (!isEditedByPerson(options)) return std::make_unique<PlainTerminal>();
-    const auto commandNames = [] {
+    const auto complete = [](std::wstring_view typed) {
         const host::Application* application = host::Application::current();
-        return application == nullptr ? std::vector<std::wstring>() : application->commandNames();
+        return application == nullptr ? host::Completion() : application->complete(typed);
     };
-    return makeInteractiveTerminal(commandNames, historyFile());
+    return makeInteractiveTerminal(complete, historyFile());
 }
 
 Failure prepare(const Options& options, host::Application& application, OpenedDrawing& opened) {

@@ -57,8 +57,8 @@ class PlainTerminal : public ConsoleTerminal {
 };
 
 // A person at a terminal, as well as this build can: with line editing, history and completion, or plain.
-// commandNames gives the words to complete; an empty history path keeps no history.
-std::unique_ptr<ConsoleTerminal> makeInteractiveTerminal(std::function<std::vector<std::wstring>()> commandNames,
-                                                         const std::filesystem::path& history);
+// complete tells what the text before the cursor can become; an empty history path keeps no history.
+using Completer = std::function<host::Completion(std::wstring_view typed)>;
+std::unique_ptr<ConsoleTerminal> makeInteractiveTerminal(Completer complete, const std::filesystem::path& history);
 
 }  // namespace qrs::console

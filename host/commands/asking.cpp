@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "acedads.h"
-#include "host/editor/hostapp.h"
+#include "host/editor/session.h"
 #include "host/platform/codepage.h"
 #include "host/platform/language.h"
 #include "host/platform/text.h"
@@ -21,8 +21,9 @@ constexpr std::size_t kAnswerSize = 32768;
 
 }  // namespace
 
-std::optional<std::wstring> askText(const std::wstring& prompt, Blanks blanks) {
+std::optional<std::wstring> askText(const std::wstring& prompt, Blanks blanks, Wanted wanted) {
     std::vector<ACHAR> answer(kAnswerSize);
+    if (ed::Session* const session = ed::Session::current()) session->want(wanted);
     const int result = acedGetString(blanks == Blanks::Kept ? 1 : 0, prompt.c_str(), answer.data(), answer.size());
     if (result != RTNORM) return std::nullopt;
     const std::wstring_view text(answer.data());

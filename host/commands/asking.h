@@ -4,13 +4,15 @@
 #include <optional>
 #include <string>
 
+#include "host/editor/hostapp.h"
 #include "host/platform/error.h"
 
 namespace qrs::host::commands {
 
 // One answer, with blanks inside when they are allowed and without those around it; nothing when the user cancelled.
+// wanted: what it can be completed from.
 enum class Blanks { EndAnswer, Kept };
-std::optional<std::wstring> askText(const std::wstring& prompt, Blanks blanks);
+std::optional<std::wstring> askText(const std::wstring& prompt, Blanks blanks, Wanted wanted = Wanted::Text);
 
 // A keyword as the list spells it (see acedInitGet), or empty for Enter; nothing when the user cancelled.
 std::optional<std::wstring> askKeyword(const std::wstring& keywords, const std::wstring& prompt);

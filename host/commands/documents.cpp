@@ -41,7 +41,8 @@ bool mayDiscard(const std::wstring& prompt) {
 }  // namespace
 
 void openDrawing() {
-    const std::optional<std::wstring> name = askText(translated(L"\nEnter name of drawing to open: "), Blanks::Kept);
+    const std::optional<std::wstring> name =
+        askText(translated(L"\nEnter name of drawing to open: "), Blanks::Kept, Wanted::Drawing);
     if (!name || name->empty()) return;
     platform::Error error;
     if (!Application::current()->openDocument(platform::nativePath(drawingName(*name)), error)) {
@@ -66,7 +67,7 @@ void saveDrawing() {
 void saveDrawingAs() {
     if (Application::current()->currentDocument() == nullptr)
         return failCommand(translated(L"There is no drawing to save."));
-    const std::optional<std::wstring> name = askText(translated(L"\nSave drawing as: "), Blanks::Kept);
+    const std::optional<std::wstring> name = askText(translated(L"\nSave drawing as: "), Blanks::Kept, Wanted::Drawing);
     if (!name || name->empty()) return;
     const std::wstring inner = drawingName(*name);
     // In a script the replaced file stays as .bak; a script could not know whether it will be asked.

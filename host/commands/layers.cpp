@@ -71,7 +71,7 @@ constexpr StateOption kStateOptions[] = {
 };
 
 bool setState(AcDbDatabase* database, const StateOption& option) {
-    const std::optional<std::wstring> list = askText(translated(option.prompt), Blanks::Kept);
+    const std::optional<std::wstring> list = askText(translated(option.prompt), Blanks::Kept, Wanted::Layers);
     if (!list) return false;
     std::vector<NamedLayer> layers;
     if (!list->empty())
@@ -87,7 +87,8 @@ bool setState(AcDbDatabase* database, const StateOption& option) {
 // --- the other options; false when the user cancelled
 
 bool list(AcDbDatabase* database) {
-    const std::optional<std::wstring> names = askText(translated(L"\nEnter layer name(s) to list <*>: "), Blanks::Kept);
+    const std::optional<std::wstring> names =
+        askText(translated(L"\nEnter layer name(s) to list <*>: "), Blanks::Kept, Wanted::Layers);
     if (!names) return false;
     printLayers(names->empty() ? allLayers(database) : findLayers(database, *names));
     return true;
@@ -105,7 +106,7 @@ bool makeAndSet(AcDbDatabase* database) {
 
 bool set(AcDbDatabase* database) {
     std::optional<std::wstring> name =
-        askText(translated(L"\nEnter layer name to make current or <select object>: "), Blanks::Kept);
+        askText(translated(L"\nEnter layer name to make current or <select object>: "), Blanks::Kept, Wanted::Layer);
     if (!name) return false;
     if (name->empty()) {
         const std::vector<NamedLayer> picked = layersOfSelection();
@@ -130,7 +131,8 @@ bool addNew(AcDbDatabase* database) {
 }
 
 bool rename(AcDbDatabase* database) {
-    const std::optional<std::wstring> oldName = askText(translated(L"\nEnter old layer name: "), Blanks::Kept);
+    const std::optional<std::wstring> oldName =
+        askText(translated(L"\nEnter old layer name: "), Blanks::Kept, Wanted::Layer);
     if (!oldName || oldName->empty()) return oldName.has_value();
     const std::optional<std::wstring> newName = askText(translated(L"\nEnter new layer name: "), Blanks::Kept);
     if (!newName || newName->empty()) return newName.has_value();
@@ -159,8 +161,9 @@ bool setColor(AcDbDatabase* database) {
     if (!typed || typed->empty()) return typed.has_value();
     if (!color) return refuse(translated(L"Invalid color: %1.", inQuotes(*typed))), true;
     const std::wstring current = layerName(database->clayer());
-    const std::optional<std::wstring> names = askText(
-        translated(L"\nEnter name list of layer(s) for color %1 <%2>: ", colorText(*color), current), Blanks::Kept);
+    const std::optional<std::wstring> names =
+        askText(translated(L"\nEnter name list of layer(s) for color %1 <%2>: ", colorText(*color), current),
+                Blanks::Kept, Wanted::Layers);
     if (!names) return false;
     for (const NamedLayer& layer : findLayers(database, names->empty() ? current : *names))
         change(layer, [&color](AcDbLayerTableRecord& record) { return record.setColor(*color); });

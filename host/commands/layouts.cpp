@@ -33,7 +33,7 @@ void makeCurrent(AcApDocument& document) {
     AcDbDatabase& database = *document.database();
     const std::wstring current = ed::currentLayout(database);
     const std::optional<std::wstring> name =
-        askText(translated(L"\nEnter layout to make current <%1>: ", current), Blanks::Kept);
+        askText(translated(L"\nEnter layout to make current <%1>: ", current), Blanks::Kept, Wanted::Layout);
     if (!name || name->empty()) return;
     // Through the system variable, so that everybody who listens to it is told.
     std::wstring text = *name;

@@ -49,7 +49,7 @@ void managePlugins() {
     const bool loads = *option == L"Load";
     const std::optional<std::wstring> name = askText(loads ? translated(L"\nEnter plug-in file name to load: ")
                                                            : translated(L"\nEnter plug-in file name to unload: "),
-                                                     Blanks::Kept);
+                                                     Blanks::Kept, loads ? Wanted::Plugin : Wanted::LoadedPlugin);
     if (!name || name->empty()) return;
     loads ? load(*name) : unload(*name);
 }

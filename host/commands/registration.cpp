@@ -2,6 +2,7 @@
 #include "accmd.h"
 #include "host/commands/commands.h"
 #include "host/commands/hostcommands.h"
+#include "host/editor/hostapp.h"
 
 namespace qrs::host {
 
@@ -11,17 +12,19 @@ struct CommandRow {
     const ACHAR* name;
     Adesk::Int32 flags;
     AcRxFunctionPtr function;
+    Wanted first = Wanted::Text;  // what its first prompt takes
 };
 
 // Commands that open and close drawings run outside any drawing's own context. Short names stand in the table like the
 // long ones: they are known without an alias file.
 constexpr CommandRow kCommands[] = {
-    {L"OPEN", ACRX_CMD_SESSION, &commands::openDrawing},
+    {L"OPEN", ACRX_CMD_SESSION, &commands::openDrawing, Wanted::Drawing},
     {L"NEW", ACRX_CMD_SESSION, &commands::newDrawing},
     {L"QSAVE", ACRX_CMD_MODAL, &commands::saveDrawing},
-    {L"SAVEAS", ACRX_CMD_MODAL, &commands::saveDrawingAs},
+    {L"SAVEAS", ACRX_CMD_MODAL, &commands::saveDrawingAs, Wanted::Drawing},
     {L"CLOSE", ACRX_CMD_SESSION, &commands::closeDrawing},
     {L"QUIT", ACRX_CMD_SESSION, &commands::quit},
+    {L"EXIT", ACRX_CMD_SESSION, &commands::quit},
     {L"ARX", ACRX_CMD_SESSION, &commands::managePlugins},
     {L"LIST", ACRX_CMD_USEPICKSET, &commands::listEntities},
     {L"LI", ACRX_CMD_USEPICKSET, &commands::listEntities},
@@ -50,16 +53,19 @@ constexpr CommandRow kCommands[] = {
     {L"MS", ACRX_CMD_MODAL, &commands::enterModelSpace},
     {L"PSPACE", ACRX_CMD_MODAL, &commands::enterPaperSpace},
     {L"PS", ACRX_CMD_MODAL, &commands::enterPaperSpace},
-    {L"SETVAR", ACRX_CMD_TRANSPARENT, &commands::setVariable},
+    {L"SETVAR", ACRX_CMD_TRANSPARENT, &commands::setVariable, Wanted::Variable},
 };
 
 }  // namespace
 
 void registerHostCommands() {
     AcEdCommandStack* const stack = acedRegCmds;
-    if (stack == nullptr) return;
-    for (const CommandRow& row : kCommands)
+    Application* const application = Application::current();
+    if (stack == nullptr || application == nullptr) return;
+    for (const CommandRow& row : kCommands) {
         stack->addCommand(L"HOST_COMMANDS", row.name, row.name, row.flags, row.function);
+        if (row.first != Wanted::Text) application->setFirstAnswer(row.name, row.first);
+    }
 }
 
 }  // namespace qrs::host

@@ -78,12 +78,13 @@ struct Listing {
     Row titles;
     const wchar_t* noun;
     const wchar_t* namesPrompt;
+    Wanted wanted;
     bool asksAgain;  // the editor's -LINETYPE goes on with its options, its -STYLE ends after a list
 };
 
 // False when the user cancelled.
 bool list(AcDbDatabase* database, const Listing& listing) {
-    const std::optional<std::wstring> names = askText(translated(listing.namesPrompt), Blanks::Kept);
+    const std::optional<std::wstring> names = askText(translated(listing.namesPrompt), Blanks::Kept, listing.wanted);
     if (!names) return false;
     std::vector<NamedRecord> records = listing.all(database);
     if (!names->empty()) records = findRecords(records, *names, listing.noun);
@@ -111,6 +112,7 @@ void listLinetypes() {
          {translated(L"Linetype name"), translated(L"Length"), translated(L"Description")},
          untranslated(L"linetype"),
          untranslated(L"\nEnter linetype name(s) to list <*>: "),
+         Wanted::Linetypes,
          true});
 }
 
@@ -121,6 +123,7 @@ void listTextStyles() {
           translated(L"Font")},
          untranslated(L"text style"),
          untranslated(L"\nEnter text style(s) to list <*>: "),
+         Wanted::TextStyles,
          false});
 }
 

@@ -105,6 +105,24 @@ bool setFrom(const std::wstring& name, short type, std::wstring typed) {
     return acedSetVar(name.c_str(), &value) == RTNORM;
 }
 
+// Variables whose values are names.
+struct NameVariable {
+    const wchar_t* name;
+    Wanted wanted;
+};
+constexpr NameVariable kNameVariables[] = {
+    {L"CELTYPE", Wanted::Linetypes},
+    {L"CLAYER", Wanted::Layer},
+    {L"CTAB", Wanted::Layout},
+    {L"TEXTSTYLE", Wanted::TextStyles},
+};
+
+Wanted wantedFor(const std::wstring& name) {
+    for (const NameVariable& row : kNameVariables)
+        if (name == row.name) return row.wanted;
+    return Wanted::Text;
+}
+
 bool isReadOnly(const std::wstring& name) {
     return ed::Variables::isReadOnly(name);
 }
@@ -132,11 +150,12 @@ void list(const std::wstring& patterns) {
 
 void setVariable() {
     std::optional<std::wstring> name = ed::Session::current()->takeTypedVariable();
-    if (name->empty()) name = askText(translated(L"\nEnter variable name or [?]: "), Blanks::EndAnswer);
+    if (name->empty())
+        name = askText(translated(L"\nEnter variable name or [?]: "), Blanks::EndAnswer, Wanted::Variable);
     if (!name || name->empty()) return;
     if (*name == L"?") {
         const std::optional<std::wstring> patterns =
-            askText(translated(L"\nEnter variable(s) to list <*>: "), Blanks::EndAnswer);
+            askText(translated(L"\nEnter variable(s) to list <*>: "), Blanks::EndAnswer, Wanted::Variable);
         if (patterns) list(patterns->empty() ? L"*" : *patterns);
         return;
     }
@@ -150,7 +169,7 @@ void setVariable() {
         return;
     }
     const std::optional<std::wstring> typed =
-        askText(translated(L"\nEnter new value for %1 <%2>: ", *name, value.text()), Blanks::Kept);
+        askText(translated(L"\nEnter new value for %1 <%2>: ", *name, value.text()), Blanks::Kept, wantedFor(*name));
     if (!typed || typed->empty()) return;
     if (!setFrom(*name, value.type(), *typed)) failCommand(translated(L"Cannot set %1 to %2.", *name, *typed));
 }

@@ -128,7 +128,7 @@ bool changeFrozen(AcApDocument& document, bool frozen) {
     const std::optional<std::wstring> list =
         askText(frozen ? translated(L"\nEnter layer name(s) to freeze or <select objects>: ")
                        : translated(L"\nEnter layer name(s) to thaw: "),
-                Blanks::Kept);
+                Blanks::Kept, Wanted::Layers);
     if (!list) return false;
     const bool selects = frozen && list->empty();
     const AcDbObjectIdArray layers = idsOf(selects ? layersOfSelection() : findLayers(document.database(), *list));
@@ -147,7 +147,8 @@ bool thaw(AcApDocument& document) {
 
 // As in a viewport that would be made now.
 bool reset(AcApDocument& document) {
-    const std::optional<std::wstring> list = askText(translated(L"\nEnter layer name(s) to reset: "), Blanks::Kept);
+    const std::optional<std::wstring> list =
+        askText(translated(L"\nEnter layer name(s) to reset: "), Blanks::Kept, Wanted::Layers);
     if (!list) return false;
     AcDbObjectIdArray frozen;
     AcDbObjectIdArray thawed;
@@ -188,7 +189,7 @@ bool addFrozen(AcApDocument& document) {
 
 bool changeDefault(AcApDocument& document) {
     const std::optional<std::wstring> list =
-        askText(translated(L"\nEnter layer name(s) to change viewport visibility: "), Blanks::Kept);
+        askText(translated(L"\nEnter layer name(s) to change viewport visibility: "), Blanks::Kept, Wanted::Layers);
     if (!list) return false;
     const std::vector<NamedLayer> layers = findLayers(document.database(), *list);
     const std::optional<std::wstring> state =

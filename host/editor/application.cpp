@@ -5,9 +5,9 @@
 #include "host/editor/hostapp.h"
 #include "host/editor/session.h"
 #include "host/objectarx/db/access.h"
-#include "host/platform/callrecord.h"
 #include "host/platform/files.h"
 #include "host/platform/language.h"
+#include "host/platform/text.h"
 
 namespace qrs::host {
 
@@ -173,11 +173,21 @@ void Application::requestQuit() {
 }
 
 std::vector<std::wstring> Application::commandNames() const {
-    std::vector<std::wstring> names;
-    const std::unique_ptr<AcEdCommandIterator> command(state_->session.commands.iterator());
-    for (; !command->done(); command->next())
-        names.emplace_back(command->command()->globalName());
-    return names;
+    return ed::commandNames(state_->session);
+}
+
+std::wstring Application::pluginOf(std::wstring_view command) const {
+    const AcEdCommand* const found = state_->session.commands.lookupGlobalCmd(std::wstring(command).c_str());
+    const ed::Plugin* const plugin = found ? state_->session.plugins.byHandle(found->commandApp()) : nullptr;
+    return plugin ? plugin->name : std::wstring();
+}
+
+Completion Application::complete(std::wstring_view typed) const {
+    return ed::complete(state_->session, state_->session.asked(), typed);
+}
+
+void Application::setFirstAnswer(std::wstring_view command, Wanted wanted) {
+    state_->session.firstAnswers[platform::foldCase(command)] = wanted;
 }
 
 void failCommand(std::wstring_view message) {

@@ -7,6 +7,7 @@
 //     bool allDone = application.run(/*keepGoing=*/false);
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -25,6 +26,29 @@ enum class Reply { Line, Cancel, End };
 
 // What became of a command. Refused: it ran to its end and left something undone that it was asked for.
 enum class CommandResult { Done, Refused, Cancelled, Failed };
+
+// What a prompt asks for, as far as answers can be completed from it. The plurals take several with commas between.
+enum class Wanted {
+    Text,  // nothing that is known
+    Command,
+    TransparentCommand,
+    Variable,
+    Layer,
+    Layers,
+    Linetypes,
+    TextStyles,
+    Layout,
+    LoadedPlugin,
+    Plugin,   // a file of one
+    Drawing,  // a file of one
+    Folder,
+};
+
+// The names that the part of a line from begin on can become, in order, none of them twice.
+struct Completion {
+    std::size_t begin = 0;
+    std::vector<std::wstring> names;
+};
 
 // Where answers come from and printed text goes. One per application.
 class QRS_HOST_PORT Terminal {
@@ -103,8 +127,14 @@ class QRS_HOST_PORT Application {
     // Set by the QUIT command.
     void requestQuit();
 
-    // Names of all registered commands, for completion.
+    // Names of all registered commands, and the file name of the plug-in that has registered one, empty for the host's.
     std::vector<std::wstring> commandNames() const;
+    std::wstring pluginOf(std::wstring_view command) const;
+
+    // What the answer to the prompt of now can become; typed is what stands before the cursor.
+    Completion complete(std::wstring_view typed) const;
+    // What the first prompt of a command takes, for an answer on the line of its name.
+    void setFirstAnswer(std::wstring_view command, Wanted wanted);
 
   private:
     struct State;

@@ -29,7 +29,7 @@ class Question {
     template <typename Take>
     int ask(const ACHAR* prompt, const std::wstring& emptyRefusal, Take&& take) {
         for (;;) {
-            const Answer answer = session_.ask(promptText(prompt), Extent::Word);
+            const Answer answer = session_.ask(promptText(prompt), Extent::Word, keywords_.names());
             if (answer.reply != Reply::Line) return RTCAN;
             if (answer.text.empty() && !(flags_ & RSG_NONULL)) return RTNONE;
             Refusal refusal = emptyRefusal;

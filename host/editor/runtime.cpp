@@ -1,6 +1,5 @@
 // How commands are read from the command line and run.
 #include <algorithm>
-#include <memory>
 #include <utility>
 
 #include "host/editor/documents.h"
@@ -35,6 +34,7 @@ bool Session::run(bool keepGoing) {
         switchToSentDocument();
         const std::wstring prompt = translated(L"Command: ");
         output.freshLine();
+        asked_ = {Wanted::Command, Extent::Word, {}};
         const Answer answer = input.read(prompt, Extent::Word, true);
         if (answer.reply == Reply::End) break;
         if (answer.reply == Reply::Cancel) {
@@ -86,10 +86,7 @@ const AcEdCommand* Session::lookupMeant(std::wstring_view typed) {
 }
 
 std::wstring Session::unknownCommand(const std::wstring& typed) const {
-    std::vector<std::wstring> names;
-    const std::unique_ptr<AcEdCommandIterator> command(commands.iterator());
-    for (; !command->done(); command->next())
-        names.emplace_back(command->command()->globalName());
+    std::vector<std::wstring> names = commandNames(*this);
     for (std::wstring& name : Variables::names())
         names.push_back(std::move(name));
     return translated(L"Unknown command \"%1\".", typed) + didYouMean(withoutMarks(typed), names);
@@ -139,9 +136,11 @@ void Session::runTransparent(const std::wstring& typed) {
     }
 }
 
-Answer Session::ask(const std::wstring& prompt, Extent extent) {
+Answer Session::ask(const std::wstring& prompt, Extent extent, std::vector<std::wstring> words) {
     input.setEcho(variables.integer(L"CMDECHO") != 0);
+    const Asked asked{std::exchange(wanted_, Wanted::Text), extent, std::move(words)};
     for (;;) {
+        asked_ = asked;
         const std::wstring promptLine = input.isUnseenNext() ? output.skipPrompt(prompt) : output.beginPrompt(prompt);
         Answer answer = input.read(promptLine, extent, false);
         if (answer.reply != Reply::Line) {

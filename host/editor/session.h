@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <deque>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,6 +15,7 @@
 #include "acdocman.h"
 #include "aced.h"
 #include "dbapserv.h"
+#include "host/editor/completion.h"
 #include "host/editor/dialogs.h"
 #include "host/editor/frame.h"
 #include "host/editor/hostapp.h"
@@ -63,6 +65,8 @@ class Session : private AcDbHostApplicationServices {
     Frame frame;
     Dialogs dialogs{*this};
     std::vector<Running> running;  // the innermost last
+    // What the first prompt of a command asks for, by its name in upper case.
+    std::map<std::wstring, Wanted> firstAnswers;
 
     std::wstring systemFolder;
     std::vector<std::wstring> supportFolders;
@@ -72,7 +76,12 @@ class Session : private AcDbHostApplicationServices {
     void requestQuit();
 
     // One answer to a prompt. Transparent commands typed instead of it are run, and the prompt is asked again.
-    Answer ask(const std::wstring& prompt, Extent extent);
+    // words: what it takes besides what is wanted.
+    Answer ask(const std::wstring& prompt, Extent extent, std::vector<std::wstring> words = {});
+    // What the next prompt asks for, as far as answers can be completed from it; asking takes it.
+    void want(Wanted wanted) { wanted_ = wanted; }
+    // The prompt that is asked now.
+    const Asked& asked() const { return asked_; }
 
     // The flags and keywords of the next prompt; taking them clears them.
     void initGet(int flags, std::wstring_view keywords);
@@ -129,6 +138,8 @@ class Session : private AcDbHostApplicationServices {
     void switchToSentDocument();
 
     int flags_ = 0;
+    Wanted wanted_ = Wanted::Text;
+    Asked asked_;
     Keywords keywords_;
     std::wstring lastCommand_;  // that Enter repeats
     std::wstring lastTyped_;    // also when it is no command

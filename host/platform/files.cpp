@@ -115,17 +115,22 @@ bool folderExists(std::wstring_view inner) {
     return fs::is_directory(nativePath(inner), error);
 }
 
-std::vector<std::wstring> listFiles(std::wstring_view folder, std::wstring_view pattern) {
-    std::vector<std::wstring> names;
+std::vector<FolderEntry> listFolder(std::wstring_view folder) {
+    std::vector<FolderEntry> entries;
     std::error_code error;
     const fs::path native = folder.empty() ? fs::path(".") : nativePath(folder);
     for (fs::directory_iterator entry(native, error); !error && entry != fs::directory_iterator();
          entry.increment(error)) {
         std::error_code unknown;
-        if (entry->is_directory(unknown)) continue;
-        std::wstring name = innerPath(entry->path().filename());
-        if (matchesWildcard(name, pattern)) names.push_back(std::move(name));
+        entries.push_back({innerPath(entry->path().filename()), entry->is_directory(unknown)});
     }
+    return entries;
+}
+
+std::vector<std::wstring> listFiles(std::wstring_view folder, std::wstring_view pattern) {
+    std::vector<std::wstring> names;
+    for (FolderEntry& entry : listFolder(folder))
+        if (!entry.isFolder && matchesWildcard(entry.name, pattern)) names.push_back(std::move(entry.name));
     return names;
 }
 

@@ -51,6 +51,14 @@ enum class Presence {
 // Where the place is unreachable, error says why; else it stays as it is.
 QRS_HOST_PORT Presence presenceOf(std::wstring_view inner, Error& error);
 
+// Everything in a folder, in the order in which the file system enumerates it. An unreadable folder gives an empty
+// list.
+struct FolderEntry {
+    std::wstring name;  // without folder
+    bool isFolder;
+};
+QRS_HOST_PORT std::vector<FolderEntry> listFolder(std::wstring_view folder);
+
 // Names (without folder) of the files in a folder that match a pattern of '*' and '?', without regard to case, in the
 // order in which the file system enumerates them. Folders are not listed. An unreadable folder gives an empty list.
 QRS_HOST_PORT std::vector<std::wstring> listFiles(std::wstring_view folder, std::wstring_view pattern);
