@@ -27,8 +27,6 @@ class Script {
 
     // The next line, or null at the end. Valid until lines are added.
     const ScriptLine* next();
-    // The line given last, or null before the first.
-    const ScriptLine* current() const { return position_ == 0 ? nullptr : &lines_[position_ - 1]; }
 
   private:
     std::vector<ScriptLine> lines_;

@@ -38,14 +38,21 @@ void ConsoleTerminal::commandEnded(std::wstring_view name, host::CommandResult r
 host::Reply ScriptTerminal::readLine(const std::wstring& prompt, std::wstring& line) {
     const ScriptLine* next = script_.next();
     if (next == nullptr) return host::Reply::End;
+    answered_ = next;
     line = next->text;
     print(prompt + line + L"\n");
     return host::Reply::Line;
 }
 
+host::Reply ScriptTerminal::readMore(std::wstring& line) {
+    const ScriptLine* const first = answered_;
+    const host::Reply reply = ConsoleTerminal::readMore(line);
+    answered_ = first;
+    return reply;
+}
+
 std::string ScriptTerminal::answerOrigin() const {
-    const ScriptLine* current = script_.current();
-    return current == nullptr ? std::string() : current->origin + ": ";
+    return answered_ == nullptr ? std::string() : answered_->origin + ": ";
 }
 
 host::Reply PlainTerminal::readLine(const std::wstring& prompt, std::wstring& line) {

@@ -41,12 +41,15 @@ class ScriptTerminal : public ConsoleTerminal {
   public:
     explicit ScriptTerminal(Script script) : script_(std::move(script)) {}
     host::Reply readLine(const std::wstring& prompt, std::wstring& line) override;
+    // Messages name the line on which the answer began.
+    host::Reply readMore(std::wstring& line) override;
 
   protected:
     std::string answerOrigin() const override;
 
   private:
     Script script_;
+    const ScriptLine* answered_ = nullptr;
 };
 
 // A person at a keyboard, without line editing.

@@ -21,6 +21,10 @@ Application* theApplication = nullptr;
 
 Terminal::~Terminal() = default;
 
+Reply Terminal::readMore(std::wstring& line) {
+    return readLine(L"(_> ", line);
+}
+
 void Terminal::refused(std::wstring_view) {}
 
 void Terminal::commandEnded(std::wstring_view, CommandResult) {}

@@ -1,4 +1,4 @@
-// Reads lists of symbols, texts and numbers.
+// Reads lists of symbols, texts and numbers, with comments (from ";" to the line's end) between them.
 #include "host/editor/expressiontree.h"
 
 #include <cmath>
@@ -35,9 +35,13 @@ class Reader {
         return false;
     }
     void passBlanks() {
-        while (at_ < text_.size() && platform::isBlank(static_cast<char32_t>(text_[at_])))
-            ++at_;
+        bool isComment = false;
+        for (; at_ < text_.size(); ++at_) {
+            isComment = text_[at_] != L'\n' && (isComment || text_[at_] == L';');
+            if (!isComment && !isBetween(text_[at_])) return;
+        }
     }
+    static bool isBetween(wchar_t c) { return c == L'\n' || platform::isBlank(static_cast<char32_t>(c)); }
 
     bool read(Expression& one, int depth) {
         if (depth > kMostDepth) return fail(untranslated(L"too many parentheses"));
@@ -87,7 +91,7 @@ class Reader {
     }
 
     static bool endsAtom(wchar_t c) {
-        return platform::isBlank(static_cast<char32_t>(c)) || c == L'(' || c == L')' || c == L'"' || c == L'\'';
+        return isBetween(c) || c == L'(' || c == L')' || c == L'"' || c == L'\'' || c == L';';
     }
 
     // A backslash stands before a quote or a backslash that belongs to the text.

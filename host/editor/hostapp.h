@@ -60,6 +60,8 @@ class QRS_HOST_PORT Terminal {
     // stand on it, and the line is what had been typed; at the end a script prints nothing, a person's terminal has
     // shown the prompt.
     virtual Reply readLine(const std::wstring& prompt, std::wstring& line) = 0;
+    // A further line of the same answer, which ends on a later one.
+    virtual Reply readMore(std::wstring& line);
     // Text of the command line, "\n" line ends.
     virtual void print(std::wstring_view text) = 0;
     // One clear message about something that went wrong, without line end.

@@ -15,27 +15,52 @@ bool isBlank(wchar_t c) {
     return c == L' ' || c == L'\t';
 }
 
-// The length of the word a text begins with. An expression in parentheses is one word with the blanks and quoted texts
-// in it.
+// Tells where an expression in parentheses ends that a text begins with: blanks, line ends, quoted texts and comments
+// (from ";" to the line's end) belong to it.
+class Parentheses {
+  public:
+    void take(wchar_t c) {
+        const wchar_t previous = std::exchange(previous_, isQuoted_ && previous_ == L'\\' ? L'\0' : c);
+        if (isComment_) {
+            isComment_ = c != L'\n';
+        } else if (isQuoted_) {
+            isQuoted_ = c != L'"' || previous == L'\\';
+        } else if (c == L'(' && (depth_ > 0 || isFirst_)) {
+            ++depth_;
+        } else if (depth_ > 0) {
+            if (c == L')') --depth_;
+            isQuoted_ = c == L'"';
+            isComment_ = c == L';';
+        }
+        isFirst_ = false;
+    }
+    bool isOpen() const { return depth_ > 0; }
+
+  private:
+    int depth_ = 0;
+    bool isFirst_ = true;
+    bool isQuoted_ = false;
+    bool isComment_ = false;
+    wchar_t previous_ = L'\0';
+};
+
+// The length of the word a text begins with. An expression in parentheses is one word.
 std::size_t wordLength(std::wstring_view text) {
-    int depth = 0;
-    bool quoted = false;
+    Parentheses parentheses;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const wchar_t c = text[i];
-        if (depth > 0 && c == L'"') quoted = !quoted;
-        if (quoted && c == L'\\') ++i;  // what follows belongs to the text
-        if (quoted) continue;
-        if (c == L'(' && (i == 0 || depth > 0)) ++depth;
-        if (c == L')' && depth > 0) --depth;
-        if (isBlank(c) && depth == 0) return i;
+        if (isBlank(text[i]) && !parentheses.isOpen()) return i;
+        parentheses.take(text[i]);
     }
     return text.size();
 }
 
-// A word that began with an open parenthesis goes on over blanks.
-bool insideExpression(const std::wstring& word) {
+// A word that began with an open parenthesis goes on over blanks and lines.
+bool isOpenExpression(const std::wstring& word) {
     if (word.empty() || word.front() != L'(') return false;
-    return wordLength(word + L' ') > word.size();
+    Parentheses parentheses;
+    for (const wchar_t c : word)
+        parentheses.take(c);
+    return parentheses.isOpen();
 }
 
 // Line ends of every kind become "\n", and the way menus write Esc becomes the character.
@@ -85,6 +110,7 @@ Answer Input::read(const std::wstring& promptLine, Extent extent, bool atCommand
     if (rest_) {
         answer.text += takeTyped(*std::exchange(rest_, std::nullopt), extent);
         show(promptLine, answer.text);
+        readOn(answer, extent);
         return answer;
     }
     std::wstring line;
@@ -94,6 +120,7 @@ Answer Input::read(const std::wstring& promptLine, Extent extent, bool atCommand
         line.insert(0, answer.text);
         if (!takeCancel(line)) {
             answer.text = takeTyped(std::move(line), extent);
+            readOn(answer, extent);
             return answer;
         }
         answer.reply = Reply::Cancel;
@@ -105,6 +132,30 @@ Answer Input::read(const std::wstring& promptLine, Extent extent, bool atCommand
     answer.discarded = answer.reply == Reply::Cancel && !line.empty();
     answer.text.clear();
     return answer;
+}
+
+// An expression takes further lines until its last parenthesis. An empty one breaks it off, and is Enter in a script:
+// an answer that somebody forgot to close shall not take all that follows it.
+void Input::readOn(Answer& answer, Extent extent) {
+    while (extent == Extent::Word && isOpenExpression(answer.text)) {
+        std::wstring line;
+        const Reply reply = output_.terminal().readMore(line);
+        if (reply == Reply::End) return;
+        if (reply == Reply::Line) output_.answered();
+        if (reply == Reply::Cancel || takeCancel(line)) {
+            if (reply == Reply::Cancel) output_.leftOpen();
+            answer.reply = Reply::Cancel;
+            answer.promptShown = true;
+            answer.discarded = true;
+            answer.text.clear();
+            return;
+        }
+        if (std::all_of(line.begin(), line.end(), &isBlank)) {
+            if (!output_.terminal().isInteractive()) rest_.emplace();
+            return;
+        }
+        answer.text = takeTyped(answer.text + L'\n' + line, extent);
+    }
 }
 
 void Input::show(const std::wstring& promptLine, const std::wstring& text) {
@@ -137,7 +188,8 @@ Input::Taken Input::fromSent(Extent extent, bool skipEmpty, std::wstring& text, 
             text.clear();
             return Taken::Cancel;
         }
-        const bool ends = c == L'\n' || (extent == Extent::Word && isBlank(c) && !insideExpression(text));
+        const bool isWord = extent == Extent::Word;
+        const bool ends = (c == L'\n' || (isWord && isBlank(c))) && !(isWord && isOpenExpression(text));
         if (!ends) {
             text += c;
             any = true;

@@ -66,6 +66,7 @@ class Input {
     std::optional<Answer> fromGiven(const std::wstring& promptLine);
     Taken fromSent(Extent extent, bool skipEmpty, std::wstring& text, bool& echo);
     std::wstring takeTyped(std::wstring line, Extent extent);
+    void readOn(Answer& answer, Extent extent);
     void show(const std::wstring& promptLine, const std::wstring& text);
 
     Output& output_;

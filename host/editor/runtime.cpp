@@ -4,6 +4,7 @@
 
 #include "host/editor/documents.h"
 #include "host/editor/editorstate.h"
+#include "host/editor/expressions.h"
 #include "host/editor/session.h"
 #include "host/editor/suggestions.h"
 #include "host/objectarx/db/access.h"
@@ -107,7 +108,10 @@ CommandResult Session::runTyped(const std::wstring& typed) {
     lastTyped_ = typed;
     editor.reactors().list.tell([&](AcEditorReactor& reactor) { reactor.unknownCommand(name.c_str()); });
     input.dropTypedWords();
-    fail(unknownCommand(typed));
+    if (beginsExpression(typed))
+        fail(L"An expression is no command: it answers a prompt for objects.");
+    else
+        fail(unknownCommand(typed));
     return CommandResult::Failed;
 }
 

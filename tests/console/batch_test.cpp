@@ -105,6 +105,7 @@ TEST(Batch, RefusalsStandInTheLogAndFailWhenStrict) {
         {"-LAYER\nFreeze\nnowhere\n\n", "job.scr:7: Cannot find layer \"nowhere\"."},
         {"LockSelLayer\nnonsense\n\n", "*Invalid selection*"},
         {"hbtc\n(handent \"1\")\n\n", "job.scr:6: nothing is met: (handent \"1\")"},
+        {"LockSelLayer\n(ssget \"X\"\n  '((8 . \"A\"))\n\n", "job.scr:6: *Invalid expression*: a closing"},
         {"yshf\n", "job.scr:5: 没有找到相关信息，图层颜色恢复失败！"},
         {"UnLockSelLayer\n", "job.scr:5: UNLOCKSELLAYER: not answered: 请选择要解锁"},
         {"UnLockSelLayer\n^C\n", "job.scr:6: UNLOCKSELLAYER: cancelled: 请选择要解锁"},
@@ -121,8 +122,8 @@ TEST(Batch, RefusalsStandInTheLogAndFailWhenStrict) {
         EXPECT_TRUE(has(strict.error, one.told)) << strict.error;
         EXPECT_EQ(place.read("building.dxf"), building);
     }
-    // What is so already is no refusal.
-    place.write("job.scr", "LockSelLayer\nALL\n\nLockSelLayer\nALL\n\n");
+    // What is so already is no refusal, nor is a selection of nothing.
+    place.write("job.scr", "LockSelLayer\nALL\n\nLockSelLayer\nALL\n(ssget \"X\" '((8 . \"none\")))\n\n");
     const Outcome already = place.run({"--strict", "-s", "job.scr", "building.dxf"});
     EXPECT_EQ(already.code, 0) << already.error;
 }

@@ -347,6 +347,36 @@ TEST_F(Selections, ByExpressions) {
     EXPECT_NE(terminal.text.find(L"too many parentheses"), std::wstring::npos);
 }
 
+TEST_F(Selections, ExpressionsOverSeveralLines) {
+    std::wstring chosen;
+    command<0>(L"PICK", 0, [&] {
+        ads_name set = {};
+        result = selectObjects(L"\nPick: ", nullptr, 0, set);
+        chosen = result == RTNORM ? handles(selectedIds(set)) : std::to_wstring(result);
+        acedSSFree(set);
+    });
+    run({L"PICK (ssget", L"  \"X\" ; all ( of them", L"'((8 . \"F\")) ) (handent \"10\")", L"", L"REGEN"});
+    EXPECT_EQ(L"12 10", chosen);
+    EXPECT_EQ(
+        L"Command: PICK (ssget\nPick: (ssget\n(_>   \"X\" ; all ( of them\n(_> '((8 . \"F\")) ) (handent \"10\")\n"
+        L"1 found\nPick: (handent \"10\")\n1 found, 2 total\nPick: \nCommand: REGEN\nRegenerating model.\n",
+        terminal.text);
+    // One that is not closed takes no more than the lines up to an empty one, which is the Enter it was meant to be.
+    run({L"PICK", L"(ssget \"X", L"", L"REGEN"});
+    EXPECT_EQ(std::to_wstring(RTNONE), chosen);
+    EXPECT_NE(terminal.text.find(L"(_> \n*Invalid expression*: a closing quote is missing\n"), std::wstring::npos);
+    EXPECT_NE(terminal.text.find(L"Pick: \nCommand: REGEN\n"), std::wstring::npos) << terminal.text;
+    run({L"PICK", L"(ssget", L"^C", L"REGEN"});
+    EXPECT_EQ(std::to_wstring(RTCAN), chosen);
+    EXPECT_NE(terminal.text.find(L"(_> ^C\n*Cancel*\nCommand: REGEN\n"), std::wstring::npos) << terminal.text;
+    run({L"PICK", L"(ssget"});
+    EXPECT_EQ(std::to_wstring(RTCAN), chosen);
+    EXPECT_NE(terminal.text.find(L"a closing parenthesis is missing"), std::wstring::npos) << terminal.text;
+    EXPECT_FALSE(run({L"(ssget \"X\"", L")"}));
+    EXPECT_EQ(std::vector<std::wstring>{L"An expression is no command: it answers a prompt for objects."},
+              terminal.errors);
+}
+
 TEST_F(Selections, SetsOutliveNothing) {
     ads_name set = {};
     ASSERT_EQ(RTNORM, acedSSGet(L"X", nullptr, nullptr, nullptr, set));
