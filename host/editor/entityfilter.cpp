@@ -5,7 +5,10 @@
 #include <cmath>
 #include <iterator>
 #include <optional>
+#include <utility>
 
+#include "host/drawing/objecttags.h"
+#include "host/dxf/classcodes.h"
 #include "host/dxf/groupcodes.h"
 #include "host/editor/layouts.h"
 #include "host/editor/wildcard.h"
@@ -20,6 +23,7 @@ namespace codes = dxf::codes;
 namespace {
 
 constexpr int kXdataSentinel = -3;
+constexpr int kMostDepth = 64;
 constexpr double kColorByLayer = 256;
 constexpr double kWeightByLayer = -1;
 
@@ -43,34 +47,44 @@ double numberOf(const resbuf& link) {
     return kind == dxf::ValueKind::Integer32 ? link.resval.rlong : link.resval.rint;
 }
 
+std::wstring inQuotes(std::wstring_view text) {
+    return L"\"" + std::wstring(text) + L"\"";
+}
+
 }  // namespace
 
-// What conditions ask for. An entity that says nothing has the text or number given here; where none is given the
-// condition does not hold for it.
+// What conditions ask for. An entity that says nothing has the text or number given here when it is of one of the types
+// (null: any); otherwise the condition does not hold for it.
 struct EntityFilter::Field {
     short code;
     bool (EntityFilter::*holds)(const Node& condition, dxf::RecordId id) const;
     const wchar_t* text = nullptr;
-    const wchar_t* typesWithText = nullptr;  // null: all
     std::optional<double> number = std::nullopt;
+    const wchar_t* types = nullptr;
 };
 
 const EntityFilter::Field EntityFilter::kFields[] = {
     {codes::kType, &EntityFilter::typeHolds},
+    {codes::kText, &EntityFilter::textHolds},
     {codes::kName, &EntityFilter::textHolds},
     {codes::kLinetype, &EntityFilter::textHolds, L"BYLAYER"},
-    {codes::kTextStyle, &EntityFilter::textHolds, L"STANDARD", L"TEXT,MTEXT,ATTRIB,ATTDEF"},
+    {codes::kTextStyle, &EntityFilter::textHolds, L"STANDARD", std::nullopt, L"TEXT,MTEXT,ATTDEF"},
     {codes::kLayer, &EntityFilter::layerHolds},
-    {codes::kElevation, &EntityFilter::numberHolds, nullptr, nullptr, 0.0},
-    {codes::kThickness, &EntityFilter::numberHolds, nullptr, nullptr, 0.0},
-    {40, &EntityFilter::numberHolds},  // a radius, the height of a text
-    {codes::kLinetypeScale, &EntityFilter::numberHolds, nullptr, nullptr, 1.0},
-    {codes::kVisibility, &EntityFilter::numberHolds, nullptr, nullptr, 0.0},
-    {codes::kColor, &EntityFilter::numberHolds, nullptr, nullptr, kColorByLayer},
+    {codes::kPoint, &EntityFilter::pointHolds},
+    {codes::kSecondPoint, &EntityFilter::pointHolds},
+    {codes::kElevation, &EntityFilter::numberHolds, nullptr, 0.0, L"LWPOLYLINE"},
+    {codes::kThickness, &EntityFilter::numberHolds, nullptr, 0.0},
+    {40, &EntityFilter::numberHolds},                                // a radius, the height of a text
+    {41, &EntityFilter::numberHolds, nullptr, 1.0, L"INSERT,TEXT"},  // a scale or width
+    {codes::kLinetypeScale, &EntityFilter::numberHolds, nullptr, 1.0},
+    {50, &EntityFilter::numberHolds, nullptr, 0.0, L"INSERT,TEXT,MTEXT"},  // a rotation
+    {codes::kVisibility, &EntityFilter::numberHolds, nullptr, 0.0},
+    {codes::kColor, &EntityFilter::numberHolds, nullptr, kColorByLayer},
+    {codes::insert::kAttributesFollow, &EntityFilter::numberHolds, nullptr, 0.0, L"INSERT"},
     {codes::kPaperSpace, &EntityFilter::paperHolds},
-    {codes::kFlags, &EntityFilter::numberHolds, nullptr, nullptr, 0.0},
+    {codes::kFlags, &EntityFilter::numberHolds, nullptr, 0.0, L"LWPOLYLINE,POLYLINE"},
     {codes::kSubclass, &EntityFilter::anyTextHolds},
-    {codes::kLineWeight, &EntityFilter::numberHolds, nullptr, nullptr, kWeightByLayer},
+    {codes::kLineWeight, &EntityFilter::numberHolds, nullptr, kWeightByLayer},
     {codes::kLayout, &EntityFilter::layoutHolds},
     {codes::kXdataApplication, &EntityFilter::xdataHolds},
 };
@@ -124,16 +138,17 @@ std::wstring EntityFilter::knownComparisons() {
 
 EntityFilter::EntityFilter(AcDbDatabase& database, const resbuf* chain, bool wildcards)
     : database_(database), drawing_(DatabaseAccess::drawing(database)), wildcards_(wildcards) {
-    readGroup(all_, chain, nullptr);
+    readGroup(all_, chain, nullptr, 0);
 }
 
-const resbuf* EntityFilter::refuse() {
-    usable_ = false;
+const resbuf* EntityFilter::refuse(const std::wstring& fault) {
+    if (fault_.empty()) fault_ = fault;
     return nullptr;
 }
 
-const resbuf* EntityFilter::readGroup(Node& group, const resbuf* link, const wchar_t* end) {
-    while (link) {
+const resbuf* EntityFilter::readGroup(Node& group, const resbuf* link, const wchar_t* end, int depth) {
+    if (depth > kMostDepth) return refuse(L"too many groups stand in each other");
+    while (link && isUsable()) {
         const resbuf& current = *link;
         link = link->rbnext;
         if (current.restype == kXdataSentinel) {
@@ -146,21 +161,21 @@ const resbuf* EntityFilter::readGroup(Node& group, const resbuf* link, const wch
         }
         const wchar_t* text = current.resval.rstring ? current.resval.rstring : L"";
         const auto means = [text](const wchar_t* name) { return platform::compareNoCase(text, name) == 0; };
-        if (end && means(end)) return isWhole(group) ? link : refuse();
+        if (end && means(end))
+            return isWhole(group) ? link : refuse(inQuotes(end) + L" closes too many conditions or too few");
         const auto* opened = std::find_if(std::begin(kOperators), std::end(kOperators),
                                           [&](const Operator& one) { return means(one.begin); });
         if (opened != std::end(kOperators)) {
             group.parts.emplace_back().kind = opened->kind;
-            link = readGroup(group.parts.back(), link, opened->end);
+            link = readGroup(group.parts.back(), link, opened->end, depth + 1);
             continue;
         }
-        const auto* comparison = std::find_if(std::begin(kComparisons), std::end(kComparisons),
-                                              [&](const Comparison& one) { return means(one.name); });
-        if (comparison == std::end(kComparisons) || !link) return refuse();
-        addCondition(group, *link, comparison);
+        if (!link || link->restype == AcDb::kDxfOperator || link->restype == kXdataSentinel)
+            return refuse(L"the operator " + inQuotes(text) + L" does not belong there");
+        addCondition(group, *link, text);
         link = link->rbnext;
     }
-    return end ? refuse() : nullptr;
+    return end ? refuse(inQuotes(end) + L" is missing") : nullptr;
 }
 
 bool EntityFilter::isWhole(const Node& group) {
@@ -168,36 +183,54 @@ bool EntityFilter::isWhole(const Node& group) {
     return (group.kind != Kind::Xor || count == 2) && (group.kind != Kind::Not || count == 1);
 }
 
-void EntityFilter::addCondition(Node& group, const resbuf& link, const Comparison* comparison) {
+// The comparisons of a list; false when one is none of them or not for such values.
+bool EntityFilter::readComparisons(Node& condition, std::wstring_view list, dxf::ValueKind kind) {
+    for (bool more = true; more;) {
+        const std::size_t comma = std::min(list.find(L','), list.size());
+        const std::wstring_view name = list.substr(0, comma);
+        more = comma < list.size();
+        list.remove_prefix(std::min(comma + 1, list.size()));
+        const auto* one = std::find_if(std::begin(kComparisons), std::end(kComparisons),
+                                       [&](const Comparison& each) { return name == each.name; });
+        if (one == std::end(kComparisons) || (one->ofBits && dxf::isReal(kind))) return false;
+        condition.comparisons.push_back(one);
+    }
+    const std::size_t most = kind == dxf::ValueKind::Point ? 3 : 1;
+    return !dxf::isTextual(kind) && condition.comparisons.size() <= most;
+}
+
+void EntityFilter::addCondition(Node& group, const resbuf& link, const wchar_t* comparisons) {
     // Chains made by hand and those made by acutBuildList spell the type's code differently.
     const short code = link.restype == RTDXF0 ? short{codes::kType} : link.restype;
     const bool isXdata = code == codes::kXdataApplication;
     if (!isXdata) inXdata_ = false;
     const auto* field =
         std::find_if(std::begin(kFields), std::end(kFields), [&](const Field& one) { return one.code == code; });
-    if (field == std::end(kFields) || isXdata != inXdata_) {
-        usable_ = false;
-        return;
-    }
     const dxf::ValueKind kind = dxf::valueKindOf(code);
     const bool isText = dxf::isTextual(kind);
-    const bool isComparable = !comparison || (!isText && !(comparison->ofBits && dxf::isReal(kind)));
-    if ((isText && !link.resval.rstring) || !isComparable) {
-        usable_ = false;
+    if (field == std::end(kFields) || isXdata != inXdata_ || (isText && !link.resval.rstring)) {
+        refuse(L"there is no condition for group " + std::to_wstring(code));
+        return;
+    }
+    Node condition;
+    condition.kind = Kind::Condition;
+    condition.field = field;
+    if (comparisons && !readComparisons(condition, comparisons, kind)) {
+        refuse(L"the operator " + inQuotes(comparisons) + L" is not for group " + std::to_wstring(code));
         return;
     }
     if (code == codes::kLayer) return addLayer(group, *field, link.resval.rstring);
-    Node& condition = group.parts.emplace_back();
-    condition.kind = Kind::Condition;
-    condition.field = field;
-    condition.comparison = comparison;
     if (isText)
         condition.text = link.resval.rstring;
+    else if (kind == dxf::ValueKind::Point)
+        condition.point = {link.resval.rpoint[0], link.resval.rpoint[1], link.resval.rpoint[2]};
     else
-        condition.number = numberOf(link);
-    if (code != codes::kLayout) return;
-    for (const LayoutTab& tab : layoutTabs(database_))
-        if (matchesWildcard(tab.name, condition.text)) condition.spaces.push_back(tab.space);
+        condition.point = {numberOf(link)};
+    if (code == codes::kLayout) {
+        for (const LayoutTab& tab : layoutTabs(database_))
+            if (matchesWildcard(tab.name, condition.text)) condition.spaces.push_back(tab.space);
+    }
+    group.parts.push_back(std::move(condition));
 }
 
 // Layers of which any will do are looked up together, however many they are.
@@ -254,18 +287,19 @@ bool EntityFilter::isOneOf(const Node& condition, dxf::NameId layer) const {
 bool EntityFilter::textHolds(const Node& condition, dxf::RecordId id) const {
     const Field& field = *condition.field;
     dxf::Tag tag;
-    if (drawing_.findTag(id, field.code, tag)) return matchesWildcard(drawing_.decode(tag.value), condition.text);
-    if (!field.text) return false;
-    const bool hasText =
-        !field.typesWithText || matchesWildcard(platform::fromUtf8(drawing_.typeNameOf(id)), field.typesWithText);
-    return hasText && matchesWildcard(field.text, condition.text);
+    if (drawing_.findTag(id, field.code, tag)) return matchesWildcard(readText(drawing_, tag.value), condition.text);
+    return field.text && hasDefault(field, id) && matchesWildcard(field.text, condition.text);
+}
+
+bool EntityFilter::hasDefault(const Field& field, dxf::RecordId id) const {
+    return !field.types || matchesWildcard(platform::fromUtf8(drawing_.typeNameOf(id)), field.types);
 }
 
 // Of a code that an entity may have several times.
 bool EntityFilter::anyTextHolds(const Node& condition, dxf::RecordId id) const {
     dxf::Tag tag;
     for (int nth = 0; drawing_.findTag(id, condition.field->code, tag, nth); ++nth)
-        if (matchesWildcard(drawing_.decode(tag.value), condition.text)) return true;
+        if (matchesWildcard(readText(drawing_, tag.value), condition.text)) return true;
     return false;
 }
 
@@ -282,15 +316,39 @@ bool EntityFilter::numberHolds(const Node& condition, dxf::RecordId id) const {
     const Field& field = *condition.field;
     dxf::Tag tag;
     const bool says = drawing_.findTag(id, field.code, tag);
-    if (!says && !field.number) return false;
-    const double value = says ? dxf::toReal(tag.value, field.number.value_or(0.0)) : *field.number;
-    return condition.comparison ? condition.comparison->holds(value, condition.number) : value == condition.number;
+    if (!says && (!field.number || !hasDefault(field, id))) return false;
+    return fits(condition, {says ? dxf::toReal(tag.value, field.number.value_or(0.0)) : *field.number});
+}
+
+// One of the points that an entity has under a code: the vertices of a polyline stand there, too.
+bool EntityFilter::pointHolds(const Node& condition, dxf::RecordId id) const {
+    const int code = condition.field->code;
+    Values point{};
+    bool hasPoint = false;
+    dxf::Tag tag;
+    for (dxf::TagCursor tags = drawing_.tags(id); tags.next(tag) && !dxf::isXdataCode(tag.code);) {
+        if (tag.code == code) {
+            if (hasPoint && fits(condition, point)) return true;
+            hasPoint = true;
+            point = {dxf::toReal(tag.value, 0.0)};
+        } else if (tag.code == code + codes::kCoordinateStep || tag.code == code + 2 * codes::kCoordinateStep) {
+            point[static_cast<std::size_t>((tag.code - code) / codes::kCoordinateStep)] = dxf::toReal(tag.value, 0.0);
+        }
+    }
+    return hasPoint && fits(condition, point);
+}
+
+// Without comparisons all must be equal; of several, those that are left out take any value.
+bool EntityFilter::fits(const Node& condition, const Values& values) {
+    if (condition.comparisons.empty()) return values == condition.point;
+    for (std::size_t i = 0; i < condition.comparisons.size(); ++i)
+        if (!condition.comparisons[i]->holds(values[i], condition.point[i])) return false;
+    return true;
 }
 
 bool EntityFilter::paperHolds(const Node& condition, dxf::RecordId id) const {
     const bool onPaper = (drawing_.record(id).flags & dxf::kPaperSpace) != 0;
-    if (!condition.comparison) return onPaper == (condition.number != 0);
-    return condition.comparison->holds(onPaper ? 1 : 0, condition.number);
+    return fits(condition, {onPaper ? 1.0 : 0.0});
 }
 
 }  // namespace qrs::host::ed

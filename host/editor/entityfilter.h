@@ -1,8 +1,10 @@
 // Which entities of a drawing a selection takes.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -11,19 +13,21 @@
 #include "dbmain.h"
 #include "host/drawing/spaces.h"
 #include "host/dxf/drawing.h"
+#include "host/dxf/groupcodes.h"
 
 namespace qrs::host::ed {
 
 // The conditions of a filter chain; all must hold. Groups of conditions stand between the operators "<AND" and "AND>",
-// "<OR", "<XOR" and "<NOT"; a comparison (">=") stands before the number it is for. Names of applications whose
-// extended data an entity must have follow the type -3.
+// "<OR", "<XOR" and "<NOT"; a comparison (">=") stands before the number it is for, a list of them (">,>,*") before a
+// point. Names of applications whose extended data an entity must have follow the type -3.
 class EntityFilter {
   public:
     // wildcards: in layer names, too (other texts always take them). False from isUsable for a chain with conditions or
-    // operators that are not known.
+    // operators that are not known; fault tells which.
     EntityFilter(AcDbDatabase& database, const resbuf* chain, bool wildcards);
 
-    bool isUsable() const { return usable_; }
+    bool isUsable() const { return fault_.empty(); }
+    const std::wstring& fault() const { return fault_; }
     bool passesAll() const { return all_.parts.empty(); }
     bool passes(dxf::RecordId id) const { return holds(all_, id); }
 
@@ -40,12 +44,14 @@ class EntityFilter {
     static const Comparison kComparisons[];
     static const Operator kOperators[];
 
+    using Values = std::array<double, 3>;  // a point; of a number the first
+
     struct Node {
         Kind kind = Kind::And;
         std::vector<Node> parts;  // of a group
         const Field* field = nullptr;
-        const Comparison* comparison = nullptr;  // null: equal
-        double number = 0.0;
+        std::vector<const Comparison*> comparisons;  // none: equal
+        Values point{};
         std::wstring text;
         // Of layers: those meant, in one case, and the patterns among them.
         std::unordered_set<std::wstring> layers;
@@ -64,22 +70,26 @@ class EntityFilter {
     bool xdataHolds(const Node& condition, dxf::RecordId id) const;
     bool layoutHolds(const Node& condition, dxf::RecordId id) const;
     bool numberHolds(const Node& condition, dxf::RecordId id) const;
+    bool pointHolds(const Node& condition, dxf::RecordId id) const;
     bool paperHolds(const Node& condition, dxf::RecordId id) const;
     bool isOneOf(const Node& condition, dxf::NameId layer) const;
+    bool hasDefault(const Field& field, dxf::RecordId id) const;
+    static bool fits(const Node& condition, const Values& values);
 
     // Reads a group up to its end; the link after it.
-    const resbuf* readGroup(Node& group, const resbuf* link, const wchar_t* end);
+    const resbuf* readGroup(Node& group, const resbuf* link, const wchar_t* end, int depth);
     // Whether it has as many parts as its kind takes.
     static bool isWhole(const Node& group);
     // A chain that cannot be used is read no further.
-    const resbuf* refuse();
-    void addCondition(Node& group, const resbuf& link, const Comparison* comparison);
+    const resbuf* refuse(const std::wstring& fault);
+    void addCondition(Node& group, const resbuf& link, const wchar_t* comparisons);
+    static bool readComparisons(Node& condition, std::wstring_view list, dxf::ValueKind kind);
     void addLayer(Node& group, const Field& field, const wchar_t* name);
 
     AcDbDatabase& database_;
     dxf::Drawing& drawing_;
     bool wildcards_;
-    bool usable_ = true;
+    std::wstring fault_;
     bool inXdata_ = false;
     Node all_;
 };

@@ -40,13 +40,18 @@ AcApDocument* currentDocument(Session* session) {
     return session ? session->documents.curDocument() : nullptr;
 }
 
-// The one entity that a name or "Last" means; nothing, with the refusal, when the text is neither.
+constexpr wchar_t kWanted[] = L"*Invalid selection*\nExpects a point or Last or an expression: (ssname (ssget ...) 0)";
+
+// The one entity that a name or "Last" means; nothing, with the refusal, when the text is neither. One that cannot be
+// found is told: unlike a point it names what it means.
 std::optional<AcDbObjectIdArray> spelledEntity(Session& session, AcApDocument& document, const std::wstring& text,
                                                Refusal& refusal) {
     const std::wstring word = platform::foldCase(text);
-    if (word == L"L" || word == L"LAST" || word == L"_L" || word == L"_LAST") return lastEntity(document);
+    const bool isLast = word == L"L" || word == L"LAST" || word == L"_L" || word == L"_LAST";
+    NamedEntities last;
+    if (isLast) last.ids = lastEntity(document);
     Refusal fault;
-    const std::optional<NamedEntities> named = namedEntities(session, document, text, fault);
+    const std::optional<NamedEntities> named = isLast ? last : namedEntities(session, document, text, fault);
     if (!fault.empty()) refusal = fault;
     if (!named) return std::nullopt;
     if (named->isSet && named->ids.length() > 1) {
@@ -54,30 +59,51 @@ std::optional<AcDbObjectIdArray> spelledEntity(Session& session, AcApDocument& d
                              named->ids.length());
         return std::nullopt;
     }
-    return named->reachesAll ? named->ids : reachableOf(document, named->ids);
+    AcDbObjectIdArray ids = named->reachesAll ? named->ids : reachableOf(document, named->ids);
+    if (ids.isEmpty()) session.refuse(L"\nNothing is found: " + text + L"\n");
+    return ids;
 }
 
 int pickEntity(Session& session, AcApDocument& document, const ACHAR* prompt, AcDbObjectId& picked, double* point) {
     Question question(session);
-    const std::wstring wanted = translated(L"*Invalid selection*\nExpects a point or Last");
     picked.setNull();
     std::fill(point, point + 3, 0.0);
-    const int answered = question.ask(
-        prompt ? prompt : translated(L"\nSelect object: ").c_str(), wanted, [&](const std::wstring& text) -> Refusal {
+    const int answered =
+        question.ask(prompt ? prompt : translated(L"\nSelect object: ").c_str(), kWanted, [&](const std::wstring& text) -> Refusal {
             if (parsePoint(text, nullptr, point)) {
                 const dxf::RecordId hit = Picker(document).topmostAt({point[0], point[1], point[2]});
                 if (hit != dxf::kNoRecord) picked = DatabaseAccess::idOf(*document.database(), hit);
                 if (picked.isNull()) session.noteRefusal(translated(L"nothing is met: %1", text));
                 return Refusal();
             }
-            Refusal refusal = wanted;
+            Refusal refusal = kWanted;
             const std::optional<AcDbObjectIdArray> found = spelledEntity(session, document, text, refusal);
             if (!found) return refusal;
             if (found->length() == 1) picked = (*found)[0];
-            if (picked.isNull()) session.noteRefusal(translated(L"nothing is met: %1", text));
             return Refusal();
         });
     return resultOf(session, answered, !picked.isNull());
+}
+
+void setLayer(AcDbDatabase& database, const std::wstring& layer, NestedPick& picked) {
+    picked.layer = layer;
+    AcDbLayerTable* layers = nullptr;
+    if (database.getSymbolTable(layers, AcDb::kForRead) != Acad::eOk) return;
+    if (layers->getAt(layer.c_str(), picked.layerId) != Acad::eOk) picked.layerId.setNull();
+    layers->close();
+}
+
+// An entity that was named and not met: it lies in no block.
+void setNamed(AcApDocument& document, AcDbObjectId entity, NestedPick& picked) {
+    AcDbDatabase& database = *document.database();
+    const dxf::Drawing& drawing = DatabaseAccess::drawing(database);
+    const dxf::RecordId record = DatabaseAccess::recordOf(entity);
+    picked = NestedPick{};
+    picked.entity = entity;
+    setLayer(database, pick::layerName(drawing, drawing.record(record).layer), picked);
+    picked.type = platform::fromUtf8(drawing.typeNameOf(record));
+    for (int i = 0; i < 4; ++i)
+        picked.toWorld[i][i] = 1.0;
 }
 
 bool nestedIn(AcApDocument& document, const AcGePoint3d& point, AcDbObjectId containing, NestedPick& picked) {
@@ -93,12 +119,7 @@ bool nestedIn(AcApDocument& document, const AcGePoint3d& point, AcDbObjectId con
     picked = NestedPick{};
     picked.isExternal = found.isExternal;
     if (!found.isExternal) picked.entity = DatabaseAccess::idOf(database, found.entity);
-    picked.layer = found.layer;
-    AcDbLayerTable* layers = nullptr;
-    if (database.getSymbolTable(layers, AcDb::kForRead) == Acad::eOk) {
-        if (layers->getAt(found.layer.c_str(), picked.layerId) != Acad::eOk) picked.layerId.setNull();
-        layers->close();
-    }
+    setLayer(database, found.layer, picked);
     for (const dxf::RecordId id : found.containers)
         picked.containers.append(DatabaseAccess::idOf(database, id));
     picked.type = platform::fromUtf8(found.drawing->typeNameOf(found.entity));
@@ -119,15 +140,25 @@ void tellMissingReferences(AcApDocument& document) {
         acedPrompt(translated(L"\nExternal reference \"%1\" cannot be read.\n", path).c_str());
 }
 
-// Asks for a point until one comes; hit tells whether it met something.
+// Asks for a point, or for a name where any entity will do, until one comes; hit tells whether it met something.
 int askNested(Session& session, AcApDocument& document, const std::wstring& prompt, AcDbObjectId containing,
               NestedPick& picked, AcGePoint3d& point, bool& hit) {
     Question question(session);
-    const std::wstring wanted = translated(L"*Invalid selection*\nExpects a point");
+    const std::wstring wanted =
+        containing.isNull() ? kWanted : L"*Invalid selection*\nExpects a point: what a reference shows cannot be named";
+    point.set(0, 0, 0);
     hit = false;
     return question.ask(prompt.c_str(), wanted, [&](const std::wstring& text) -> Refusal {
         double read[3];
-        if (!parsePoint(text, nullptr, read)) return wanted;
+        if (!parsePoint(text, nullptr, read)) {
+            Refusal refusal = wanted;
+            std::optional<AcDbObjectIdArray> found;
+            if (containing.isNull()) found = spelledEntity(session, document, text, refusal);
+            if (!found) return refusal;
+            hit = found->length() == 1;
+            if (hit) setNamed(document, (*found)[0], picked);
+            return Refusal();
+        }
         point.set(read[0], read[1], read[2]);
         hit = nestedIn(document, point, containing, picked);
         if (!hit) tellMissingReferences(document);

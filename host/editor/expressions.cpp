@@ -1,6 +1,7 @@
 // Finds what an expression names: a table of forms over the tree that was read.
 #include "host/editor/expressions.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -53,6 +54,14 @@ bool isWhole(const Expression& expression) {
     return expression.kind == Kind::Number && expression.isWhole;
 }
 
+// What was typed, for a message.
+std::wstring shortened(std::wstring source) {
+    constexpr std::size_t kLongest = 60;
+    std::replace(source.begin(), source.end(), L'\n', L' ');
+    if (source.size() > kLongest) source.replace(kLongest, std::wstring::npos, L"...");
+    return source;
+}
+
 // A chain for acedSSGet, made of the conditions of a list.
 class FilterChain {
   public:
@@ -60,7 +69,7 @@ class FilterChain {
     bool read(const Expression& list, std::wstring& fault) {
         for (const Expression& condition : list.items) {
             if (addCondition(condition)) continue;
-            fault = translated(L"%1 is no condition", condition.source);
+            fault = translated(L"%1 is no condition", shortened(condition.source));
             return false;
         }
         return true;
@@ -85,14 +94,15 @@ class FilterChain {
         const Expression& code = condition.items.front();
         if (!isWhole(code)) return false;
         if (code.number == kXdataSentinel) return !condition.isPair && addApplications(condition);
+        const bool isOperator = code.number == int{AcDb::kDxfOperator};
+        if (!isOperator && (code.number < 0 || code.number > codes::kXdataLong)) return false;
+        const int group = static_cast<int>(code.number);
+        if (dxf::valueKindOf(group) == dxf::ValueKind::Point) return addPoint(group, condition);
         if (!condition.isPair) return false;
         const Expression& value = condition.items.back();
-        if (code.number == int{AcDb::kDxfOperator}) {
-            if (value.kind == Kind::Text) addText(AcDb::kDxfOperator, value.text);
-            return value.kind == Kind::Text;
-        }
-        if (code.number < 0 || code.number > codes::kXdataLong) return false;
-        return addValue(static_cast<int>(code.number), value);
+        if (!isOperator) return addValue(group, value);
+        if (value.kind == Kind::Text) addText(group, value.text);
+        return value.kind == Kind::Text;
     }
 
     bool addValue(int code, const Expression& value) {
@@ -120,6 +130,19 @@ class FilterChain {
         return true;
     }
 
+    // (10 1.0 2.0 0.0)
+    bool addPoint(int code, const Expression& condition) {
+        const std::size_t count = condition.items.size() - 1;
+        if (condition.isPair || count < 2 || count > 3) return false;
+        resbuf& link = add(code);
+        for (std::size_t i = 0; i < count; ++i) {
+            const Expression& coordinate = condition.items[i + 1];
+            if (coordinate.kind != Kind::Number) return false;
+            link.resval.rpoint[i] = coordinate.number;
+        }
+        return true;
+    }
+
     // (-3 ("ONE") ("OTHER")): data of each of them.
     bool addApplications(const Expression& condition) {
         addText(AcDb::kDxfOperator, L"<AND");
@@ -143,9 +166,10 @@ class Finder {
   public:
     explicit Finder(AcDbDatabase& database) : database_(database) {}
 
-    // False, with the fault, for what is none of the forms.
+    // False, with the fault and what is understood, for what is none of the forms.
     bool find(const Expression& expression, NamedEntities& found);
     const std::wstring& fault() const { return fault_; }
+    static std::wstring faultText(const std::wstring& fault, const std::wstring& wanted);
     static std::wstring knownForms();
 
   private:
@@ -153,16 +177,25 @@ class Finder {
     struct Form;
     static const Form kForms[];
 
-    bool fail(const std::wstring& fault) {
-        fault_ = fault;
+    bool fail(const std::wstring& fault, const std::wstring& wanted = knownForms()) {
+        fault_ = faultText(fault, wanted);
         return false;
     }
 
     bool findByHandle(const Arguments& arguments, NamedEntities& found) {
         AcDbObjectId id;
         const AcDbHandle handle(arguments[0].text.c_str());
-        if (database_.getAcDbObjectId(id, false, handle) == Acad::eOk) found.ids.append(id);
+        const bool isThere = database_.getAcDbObjectId(id, false, handle) == Acad::eOk && !id.isErased();
+        if (isThere && isMainEntity(DatabaseAccess::recordOf(id))) found.ids.append(id);
+        found.reachesAll = true;
         return true;
+    }
+
+    // An entity of a layout, no part of one.
+    bool isMainEntity(dxf::RecordId id) const {
+        const dxf::Drawing& drawing = DatabaseAccess::drawing(database_);
+        return id != dxf::kNoRecord && drawing.record(id).kind == dxf::RecordKind::Entity &&
+               (drawing.record(id).flags & dxf::kSubEntity) == 0 && liesInLayout(drawing, id);
     }
 
     bool findLast(const Arguments&, NamedEntities& found) {
@@ -180,12 +213,14 @@ class Finder {
         const Mode* mode = nullptr;
         for (const Mode& one : kModes)
             if (letters == one.letter) mode = &one;
-        if (!mode) return fail(translated(L"ssget has no mode %1 here", arguments[0].source));
+        if (!mode) return fail(translated(L"ssget has no mode %1 here", shortened(arguments[0].source)), knownModes());
         FilterChain chain;
-        if (arguments.size() > 1 && !chain.read(arguments[1], fault_)) return false;
+        std::wstring fault;
+        if (arguments.size() > 1 && !chain.read(arguments[1], fault)) return fail(fault, knownConditions());
+        const EntityFilter filter(database_, chain.first(), true);
+        if (!filter.isUsable()) return fail(filter.fault(), knownConditions());
         ads_name set = {};
         const int result = acedSSGet(mode->letter, nullptr, nullptr, chain.first(), set);
-        if (result == RTREJ) return fail(translated(L"the filter holds a condition or an operator that is not known"));
         found.isSet = true;
         found.reachesAll = mode->reachesAll;
         if (result != RTNORM) return true;
@@ -204,6 +239,9 @@ class Finder {
         found.reachesAll = set.reachesAll;
         return true;
     }
+
+    static std::wstring knownModes();
+    static std::wstring knownConditions();
 
     AcDbDatabase& database_;
     std::wstring fault_;
@@ -255,8 +293,8 @@ bool areTaken(const std::vector<Expression>& arguments, const wchar_t* takes) {
 bool Finder::find(const Expression& expression, NamedEntities& found) {
     const bool isCall = expression.kind == Kind::List && !expression.isQuoted && !expression.isPair &&
                         !expression.items.empty() && expression.items.front().kind == Kind::Symbol;
-    if (!isCall) return fail(translated(L"%1 names nothing", expression.source));
-    const std::wstring& name = expression.items.front().source;
+    if (!isCall) return fail(translated(L"%1 names nothing", shortened(expression.source)));
+    const std::wstring name = shortened(expression.items.front().source);
     for (const Form& form : kForms) {
         if (platform::compareNoCase(name, form.name) != 0) continue;
         const Arguments arguments(expression.items.begin() + 1, expression.items.end());
@@ -273,15 +311,22 @@ std::wstring Finder::knownForms() {
     return text;
 }
 
-// What the reader takes, all of it.
-std::wstring wantedText() {
-    std::wstring modes;
+std::wstring Finder::knownModes() {
+    std::wstring text;
     for (const Mode& mode : kModes)
-        modes += (modes.empty() ? L"" : translated(L", ")) + mode.letter + L" " + translated(mode.selects);
-    return translated(
-        L"Expects %1\nModes of ssget: %2\nConditions: %3, (-3 (\"APPLICATION\")); in groups from (-4 . \"<OR\") to "
-        L"(-4 . \"OR>\"), AND, XOR, NOT; before a number (-4 . \">=\"), one of %4",
-        Finder::knownForms(), modes, EntityFilter::knownCodes(), EntityFilter::knownComparisons());
+        text += (text.empty() ? L"" : L", ") + std::wstring(mode.letter) + L" (" + mode.selects + L")";
+    return text;
+}
+
+std::wstring Finder::knownConditions() {
+    return L"(8 . \"PIPE*\"), with the group codes " + EntityFilter::knownCodes() +
+           L"; (-3 (\"APPLICATION\")); groups from (-4 . \"<OR\") to (-4 . \"OR>\"), AND, XOR, NOT; "
+           L"before a number (-4 . \">=\"), one of " +
+           EntityFilter::knownComparisons();
+}
+
+std::wstring Finder::faultText(const std::wstring& fault, const std::wstring& wanted) {
+    return L"*Invalid expression*: " + fault + L"\nExpects " + wanted;
 }
 
 }  // namespace
@@ -292,12 +337,14 @@ bool beginsExpression(std::wstring_view text) {
 
 std::optional<NamedEntities> entitiesOfExpression(AcApDocument& document, std::wstring_view text, std::wstring& fault) {
     NamedEntities found;
-    if (const std::optional<Expression> expression = readExpression(text, fault)) {
-        Finder finder(*document.database());
-        if (finder.find(*expression, found)) return found;
-        fault = finder.fault();
+    const std::optional<Expression> expression = readExpression(text, fault);
+    if (!expression) {
+        fault = Finder::faultText(fault, Finder::knownForms());
+        return std::nullopt;
     }
-    fault = translated(L"*Invalid expression*: %1\n%2", fault, wantedText());
+    Finder finder(*document.database());
+    if (finder.find(*expression, found)) return found;
+    fault = finder.fault();
     return std::nullopt;
 }
 

@@ -41,7 +41,8 @@ struct NestedPick {
     ads_matrix toWorld = {};  // from the coordinates of the definition it lies in; columns x, y, z, offset
 };
 
-// Asks for one entity inside the block reference given (the name of an INSERT; null: inside any), by point. Honours
+// Asks for one entity inside the block reference given (the name of an INSERT; null: inside any), by point, or, inside
+// any, by name: that entity itself then, which lies in none. Honours
 // acedInitGet as acedEntSel does. RTNORM; RTNONE after Enter; RTCAN after Esc; RTKWORD; RTERROR with ERRNO 7 when
 // nothing of it lies at the point, among others because the file of an external reference is not found: neither at its
 // path, nor beside the drawing, nor in the support folders.

@@ -216,7 +216,7 @@ class Selecting {
         if (!fault.empty()) return session_.refuse(L"\n" + fault + L"\n"), false;
         session_.refuse(translated(
             L"\n*Invalid selection*\nExpects a point or Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Add/"
-            L"Remove/Multiple/Previous/Undo/AUto/SIngle or an entity: (handent \"2A7\")\n"));
+            L"Remove/Multiple/Previous/Undo/AUto/SIngle or an expression: (ssget \"X\" '((8 . \"PIPE*\")))\n"));
         return false;
     }
 

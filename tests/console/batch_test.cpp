@@ -104,7 +104,7 @@ TEST(Batch, RefusalsStandInTheLogAndFailWhenStrict) {
     } cases[] = {
         {"-LAYER\nFreeze\nnowhere\n\n", "job.scr:7: Cannot find layer \"nowhere\"."},
         {"LockSelLayer\nnonsense\n\n", "*Invalid selection*"},
-        {"hbtc\n(handent \"1\")\n\n", "job.scr:6: nothing is met: (handent \"1\")"},
+        {"hbtc\n(handent \"1\")\n\n", "job.scr:6: Nothing is found: (handent \"1\")"},
         {"LockSelLayer\n(ssget \"X\"\n  '((8 . \"A\"))\n\n", "job.scr:6: *Invalid expression*: a closing"},
         {"yshf\n", "job.scr:5: 没有找到相关信息，图层颜色恢复失败！"},
         {"UnLockSelLayer\n", "job.scr:5: UNLOCKSELLAYER: not answered: 请选择要解锁"},

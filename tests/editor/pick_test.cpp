@@ -191,6 +191,13 @@ TEST_F(Picks, InsideBlocks) {
     EXPECT_EQ(7, intVariable(L"ERRNO"));
     deep(L"");
     EXPECT_EQ(RTNONE, result);
+    deep(L"(ssname (ssget \"X\" '((0 . \"INSERT\"))) 0)");
+    ASSERT_EQ(RTNORM, result);
+    EXPECT_EQ(L"16", handleOf(nested.entity)) << "named, it is that one itself";
+    EXPECT_TRUE(nested.containers.isEmpty());
+    EXPECT_EQ(L"INSERT", nested.type);
+    EXPECT_FALSE(nested.layerId.isNull());
+    EXPECT_DOUBLE_EQ(1.0, nested.toWorld[0][0]);
 }
 
 TEST_F(Picks, InsideExternalReferences) {

@@ -122,10 +122,10 @@ TEST_F(Selections, ModesAndFilters) {
                                         {8, L"A"},
                                         {-4, L"AND>"},
                                         {-4, L"NOT>"}}));
-    for (const wchar_t* damaged : {L"<OR", L"OR>", L"<NOT", L">="})
+    for (const wchar_t* damaged : {L"<OR", L"OR>", L"<NOT", L">=", L""})
         EXPECT_EQ(std::to_wstring(RTREJ), byFilter({{-4, damaged}, {0, L"LINE"}})) << damaged;
     EXPECT_EQ(std::to_wstring(RTREJ), byFilter({{-4, L"&"}, {40, L"1"}})) << "no bits in a real";
-    EXPECT_EQ(std::to_wstring(RTREJ), byFilter({{1, L"1"}})) << "a condition that is not known is not passed over";
+    EXPECT_EQ(std::to_wstring(RTREJ), byFilter({{3, L"1"}})) << "a condition that is not known is not passed over";
     EXPECT_EQ(L"", byFilter({{8, L"*"}}, nullptr)) << "layer names of the host's own functions are no patterns";
     EXPECT_EQ(L"10 11 16 17", byFilter({{8, L"a"}}, nullptr));
 }
@@ -141,19 +141,19 @@ TEST_F(Selections, WhatTheUserAnswers) {
     command<0>(L"PICK", 0, select);
     EXPECT_TRUE(run({L"PICK", L"(handent \"10\")", L"(HANDENT  \"12\" )", L"(handent \"FF\")", L"bogus",
                      L"(handent \"20\")", L"ALL", L"R", L"L", L"a", L"(handent \"10\")", L""}));
-    EXPECT_EQ(L"10 11 13 14 15 16", chosen);
+    EXPECT_EQ(L"10 12 11 13 14 15 16", chosen);
     EXPECT_EQ(
-        L"Command: PICK\nPick: (handent \"10\")\n1 found\nPick: (HANDENT  \"12\" )\n0 found, 1 total\n"
-        L"Pick: (handent \"FF\")\n0 found, 1 total\n"
+        L"Command: PICK\nPick: (handent \"10\")\n1 found\nPick: (HANDENT  \"12\" )\n1 found, 2 total\n"
+        L"Pick: (handent \"FF\")\n0 found, 2 total\n"
         L"Pick: bogus\n*Invalid selection*\n"
         L"Expects a point or Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Add/Remove/Multiple/Previous/Undo/"
-        L"AUto/SIngle or an entity: (handent \"2A7\")\n"
-        L"Pick: (handent \"20\")\n0 found, 1 total\n"
-        L"Pick: ALL\n7 found (1 duplicate), 7 total\nPick: R\nPick: L\n1 found, 1 removed, 6 total\nPick: a\n"
-        L"Pick: (handent \"10\")\n1 found (1 duplicate), 6 total\nPick: \n",
+        L"AUto/SIngle or an expression: (ssget \"X\" '((8 . \"PIPE*\")))\n"
+        L"Pick: (handent \"20\")\n0 found, 2 total\n"
+        L"Pick: ALL\n7 found (1 duplicate), 8 total\nPick: R\nPick: L\n1 found, 1 removed, 7 total\nPick: a\n"
+        L"Pick: (handent \"10\")\n1 found (1 duplicate), 7 total\nPick: \n",
         terminal.text);
     EXPECT_TRUE(run({L"PICK", L"P", L""}));
-    EXPECT_EQ(L"10 11 13 14 15 16", chosen);
+    EXPECT_EQ(L"10 11 13 14 15 16", chosen) << "not what is frozen";
     EXPECT_TRUE(run({L"PICK", L""}));
     EXPECT_EQ(std::to_wstring(RTNONE), chosen);
     EXPECT_TRUE(run({L"PICK", L"L", kEsc}));
@@ -250,8 +250,13 @@ TEST_F(Selections, SinglePicks) {
     EXPECT_TRUE(run({L"ONE", L"what", L"l"}));
     EXPECT_EQ(L"18", got);
     EXPECT_TRUE(run({L"ONE", L"(handent \"12\")"}));
-    EXPECT_EQ(RTERROR, result) << "frozen";
-    EXPECT_EQ(7, intVariable(L"ERRNO"));
+    EXPECT_EQ(L"12", got) << "what is named may be frozen";
+    for (const wchar_t* none : {L"(handent \"20\")", L"(handent \"FF\")", L"(ssname (ssget \"X\") 99)"}) {
+        EXPECT_TRUE(run({L"ONE", none}));
+        EXPECT_EQ(RTERROR, result) << "in a block, or not there";
+        EXPECT_EQ(7, intVariable(L"ERRNO"));
+        EXPECT_NE(terminal.text.find(L"\nNothing is found: "), std::wstring::npos) << terminal.text;
+    }
     EXPECT_TRUE(run({L"ONE", L""}));
     EXPECT_EQ(RTERROR, result);
     EXPECT_EQ(52, intVariable(L"ERRNO"));
@@ -294,6 +299,10 @@ TEST_F(Selections, ByExpressions) {
         {L"PICK", L"(ssget \"X\" '((-4 . \">\") (40 . 0.5)))", L"16"},
         {L"PICK", L"(ssget \"X\" '((-3 (\"MARK\")) (0 . \"LINE\")))", L"15"},
         {L"PICK", L"(ssget \"X\" '((-3 (\"MARK\") (\"OTHER\"))))", none},
+        {L"PICK", L"(ssget \"X\" '((-4 . \">,*\") (11 0.5 0 0) (0 . \"LINE\") (8 . \"A\")))", L"10 11"},
+        {L"PICK", L"(ssget \"X\" '((-4 . \"=,>\") (10 0.0 0.5)))", none},
+        {L"PICK", L"(ssget \"X\" '((10 0.0 0.0 0.0) (0 . \"~LINE\")))", L"16 18"},
+        {L"PICK", L"(ssget \"X\" '((70 . 0)))", none},
         {L"PICK", L"(ssname (ssget \"X\" '((8 . \"F\"))) 0)", L"12"},
         {L"PICK", L"(entlast)", L"18"},
         {L"PICK", L"(ssget \"X\" '((8 . \"a\\\"b c\")))", none},
@@ -316,17 +325,30 @@ TEST_F(Selections, ByExpressions) {
     EXPECT_EQ(L"18", chosen);
     EXPECT_NE(terminal.text.find(L"9 entities are named, one is wanted"), std::wstring::npos) << terminal.text;
 
-    const std::pair<const wchar_t*, const wchar_t*> faults[] = {
+    struct Fault {
+        const wchar_t* expression;
+        const wchar_t* fault;
+        const wchar_t* expected = L"(handent ";
+    };
+    const Fault faults[] = {
         {L"(setq a 1)", L"there is no setq"},
         {L"(handent 10)", L"handent is used in another way"},
         {L"(ssget \"X\" ((8 . \"A\")))", L"ssget is used in another way"},
         {L"(ssget)", L"ssget is used in another way"},
-        {L"(ssget \"W\" '((8 . \"A\")))", L"ssget has no mode \"W\" here"},
-        {L"(ssget \"X\" '((8 \"A\")))", L"(8 \"A\") is no condition"},
-        {L"(ssget \"X\" '((62 . \"A\")))", L"(62 . \"A\") is no condition"},
-        {L"(ssget \"X\" '((62 . 40000)))", L"(62 . 40000) is no condition"},
-        {L"(ssget \"X\" '((1 . \"A\")))", L"the filter holds a condition or an operator that is not known"},
-        {L"(ssget \"X\" '((-4 . \"<OR\")))", L"the filter holds a condition or an operator that is not known"},
+        {L"(ssget \"W\" '((8 . \"A\")))", L"ssget has no mode \"W\" here", L"X (everything), "},
+        {L"(ssget \"X\" '((8 \"A\")))", L"(8 \"A\") is no condition", L"(8 . \"PIPE*\"), "},
+        {L"(ssget \"X\" '((62 . \"A\")))", L"(62 . \"A\") is no condition", L"(8 . \"PIPE*\"), "},
+        {L"(ssget \"X\" '((62 . 40000)))", L"(62 . 40000) is no condition", L"(8 . \"PIPE*\"), "},
+        {L"(ssget \"X\" '((10 . 1.0)))", L"(10 . 1.0) is no condition", L"(8 . \"PIPE*\"), "},
+        {L"(ssget \"X\" '((1e300 . 1)))", L"(1e300 . 1) is no condition", L"(8 . \"PIPE*\"), "},
+        {L"(ssget \"X\" '((3 . \"A\")))", L"there is no condition for group 3", L"(8 . \"PIPE*\"), "},
+        {L"(ssget \"X\" '((-4 . \"<OR\") (8 . \"A\")))", L"\"OR>\" is missing", L"(8 . \"PIPE*\"), "},
+        {L"(ssget \"X\" '((-4 . \"<NOT\") (-4 . \"NOT>\")))", L"\"NOT>\" closes too many conditions or too few",
+         L"(8 . \"PIPE*\"), "},
+        {L"(ssget \"X\" '((-4 . \"OR>\")))", L"the operator \"OR>\" does not belong there", L"(8 . \"PIPE*\"), "},
+        {L"(ssget \"X\" '((-4 . \"&\") (40 . 1.0)))", L"the operator \"&\" is not for group 40", L"(8 . \"PIPE*\"), "},
+        {L"(ssget \"X\" '((-4 . \"=,=\") (62 . 1)))", L"the operator \"=,=\" is not for group 62",
+         L"(8 . \"PIPE*\"), "},
         {L"(ssname (handent \"10\") 0)", L"ssname takes a selection"},
         {L"(ssname (ssget \"X\") -1)", L"ssname counts from 0"},
         {L"(entlast", L"a closing parenthesis is missing"},
@@ -334,17 +356,20 @@ TEST_F(Selections, ByExpressions) {
         {L"(entlast))", L"something stands after its end"},
         {L"(8 . . 9)", L"a point stands where none belongs"},
     };
-    for (const auto& [expression, fault] : faults) {
+    for (const auto& [expression, fault, expected] : faults) {
         for (const wchar_t* name : {L"PICK", L"ONE"}) {
             run({name, expression, L""});
-            const std::wstring message =
-                std::wstring(L"*Invalid expression*: ") + fault + L"\nExpects (handent \"2A7\"), ";
+            const std::wstring message = std::wstring(L"*Invalid expression*: ") + fault + L"\nExpects " + expected;
             EXPECT_NE(terminal.text.find(message), std::wstring::npos) << terminal.text;
-            EXPECT_NE(terminal.text.find(L"(-3 (\"APPLICATION\"))"), std::wstring::npos) << "it lists what it takes";
         }
     }
     run({L"PICK", std::wstring(10000, L'('), L""});
     EXPECT_NE(terminal.text.find(L"too many parentheses"), std::wstring::npos);
+    std::wstring groups;
+    for (int i = 0; i < 1000; ++i)
+        groups += L"(-4 . \"<OR\")";
+    run({L"PICK", L"(ssget \"X\" '(" + groups + L"))", L""});
+    EXPECT_NE(terminal.text.find(L"too many groups stand in each other"), std::wstring::npos);
 }
 
 TEST_F(Selections, ExpressionsOverSeveralLines) {

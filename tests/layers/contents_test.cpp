@@ -20,8 +20,8 @@ TEST_F(LayerContents, ConvertLayerMovesEverythingOnTheSourceLayerAlone) {
     for (const char* version : {"AC1018", "AC1009"}) {
         open(planText(version));
         EXPECT_EQ(own(run({L"ConvertLayer", ent(L"FFF"), ent(L"100"), ent(L"130")})),
-                  kConvertSource + "(handent \"FFF\")\n" + kConvertSource + "(handent \"100\")\n" + kConvertTarget +
-                      "(handent \"130\")\nA层 已经成功转换到 B层了！\n");
+                  kConvertSource + "(handent \"FFF\")\nNothing is found: (handent \"FFF\")\n" + kConvertSource +
+                      "(handent \"100\")\n" + kConvertTarget + "(handent \"130\")\nA层 已经成功转换到 B层了！\n");
         EXPECT_EQ(layersOf({L"100", L"110", L"111", L"113", L"120", L"121", L"123", L"180", L"190"}),
                   "B B B B B B B B B");
         EXPECT_EQ(layersOf({L"112", L"122", L"25", L"140", L"150", L"160", L"170"}), "D D D L D A* x|R");

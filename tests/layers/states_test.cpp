@@ -32,8 +32,8 @@ TEST_F(LayerStates, CloseSelLayerTurnsOffPickedLayersAndDiameterTextsOfPipes) {
     const short before = snapMode();
     run({L"SELECT", ent(L"100"), L""});
     EXPECT_EQ(own(run({L"CloseSelLayer", ent(L"102"), ent(L"103"), ent(L"FFF"), L""})),
-              kClose + "(handent \"102\")\n" + kClose + "(handent \"103\")\n" + kClose + "(handent \"FFF\")\n" +
-                  kClose + "\n");
+              kClose + "(handent \"102\")\n" + kClose + "(handent \"103\")\n" + kClose +
+                  "(handent \"FFF\")\nNothing is found: (handent \"FFF\")\n" + kClose + "\n");
     EXPECT_EQ(offLayers(), "建筑-墙");
     EXPECT_EQ(meanwhile, 0);
     EXPECT_EQ(snapMode(), before);
@@ -60,7 +60,9 @@ TEST_F(LayerStates, CloseSelLayerTurnsOffLayersInsideExternalReferences) {
         own(run({L"CloseSelLayer", L"102,102", L"150,150", L"103,103", L""})),
         kClose + "102,102\n" + inside + "150,150\n没有选中外部参照上的图元！\n" + inside + "103,103\n" + kClose + "\n");
     EXPECT_EQ(offLayers(), "x|R T");
-    run({L"CloseSelLayer", ent(L"210"), ScriptTerminal::kEsc});
+    EXPECT_NE(own(run({L"CloseSelLayer", ent(L"210"), ent(L"101"), ScriptTerminal::kEsc}))
+                  .find("Expects a point: what a reference shows cannot be named"),
+              std::string::npos);
     EXPECT_EQ(offLayers(), "x|R T");
 }
 
