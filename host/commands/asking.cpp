@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "acedads.h"
+#include "host/editor/hostapp.h"
+#include "host/editor/hostselect.h"
 #include "host/editor/session.h"
 #include "host/platform/codepage.h"
 #include "host/platform/language.h"
@@ -48,6 +50,14 @@ std::optional<bool> askYesNo(const std::wstring& prompt, bool fallback) {
     const std::optional<std::wstring> answer = askKeyword(L"Yes No", prompt);
     if (!answer) return std::nullopt;
     return answer->empty() ? fallback : *answer == L"Yes";
+}
+
+AcDbObjectIdArray askObjects() {
+    ads_name set = {};
+    if (acedSSGet(nullptr, nullptr, nullptr, nullptr, set) != RTNORM) return AcDbObjectIdArray();
+    AcDbObjectIdArray objects = selectedIds(set);
+    acedSSFree(set);
+    return objects;
 }
 
 void tell(const std::wstring& text) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "dbid.h"
 #include "host/editor/hostapp.h"
 #include "host/platform/error.h"
 
@@ -19,6 +20,9 @@ std::optional<std::wstring> askKeyword(const std::wstring& keywords, const std::
 
 // Yes or no; Enter answers fallback. Nothing when the user cancelled.
 std::optional<bool> askYesNo(const std::wstring& prompt, bool fallback);
+
+// The objects of a selection; none when there is none or the user cancelled.
+AcDbObjectIdArray askObjects();
 
 // One line on the command line.
 void tell(const std::wstring& text);

@@ -17,6 +17,8 @@ void managePlugins();
 // Entities (entities.cpp).
 void listEntities();
 void selectEntities();
+// Their layers, colours and linetypes (properties.cpp).
+void changeProperties();
 // The view and the viewport that is picked from; nothing is shown (views.cpp).
 void regenerate();
 void zoom();

@@ -6,7 +6,6 @@
 
 #include "acedads.h"
 #include "host/commands/asking.h"
-#include "host/editor/hostselect.h"
 #include "host/platform/codepage.h"
 #include "host/platform/language.h"
 
@@ -54,17 +53,14 @@ std::vector<NamedLayer> findLayers(AcDbDatabase* database, const std::wstring& l
 }
 
 std::vector<NamedLayer> layersOfSelection() {
-    ads_name set = {};
     std::vector<NamedLayer> layers;
-    if (acedSSGet(nullptr, nullptr, nullptr, nullptr, set) != RTNORM) return layers;
     std::set<AcDbObjectId> known;
-    for (const AcDbObjectId id : selectedIds(set)) {
+    for (const AcDbObjectId id : askObjects()) {
         const AcDbEntityPointer entity(id, AcDb::kForRead);
         if (entity.openStatus() != Acad::eOk || entity->layerId().isNull()) continue;
         const AcDbObjectId layer = entity->layerId();
         if (known.insert(layer).second) layers.push_back({layer, layerName(layer)});
     }
-    acedSSFree(set);
     return layers;
 }
 
@@ -105,6 +101,9 @@ std::wstring colorText(const AcCmColor& color) {
     return text;
 }
 
+namespace {
+
+// The palette colour of a name ("red") or number ("1" to "255").
 std::optional<AcCmColor> paletteColor(const std::wstring& text) {
     AcCmColor color;
     for (std::size_t i = 0; i < kColorNameCount; ++i) {
@@ -119,6 +118,7 @@ std::optional<AcCmColor> paletteColor(const std::wstring& text) {
     return color;
 }
 
+// The colour of "255,128,0".
 std::optional<AcCmColor> trueColor(const std::wstring& text) {
     Adesk::UInt8 components[3] = {};
     const wchar_t* at = text.c_str();
@@ -132,6 +132,18 @@ std::optional<AcCmColor> trueColor(const std::wstring& text) {
     AcCmColor color;
     color.setRGB(components[0], components[1], components[2]);
     return color;
+}
+
+}  // namespace
+
+std::optional<std::wstring> askColor(const std::wstring& prompt, std::optional<AcCmColor>& color) {
+    std::optional<std::wstring> text = askText(prompt, Blanks::EndAnswer);
+    if (!text || text->empty()) return text;
+    const std::wstring folded = platform::foldCase(*text);
+    const bool isTrueColor = std::wstring(L"TRUECOLOR").compare(0, folded.size(), folded) == 0;
+    if (isTrueColor) text = askText(L"\nRed,Green,Blue: ", Blanks::EndAnswer);
+    if (text) color = isTrueColor ? trueColor(*text) : paletteColor(*text);
+    return text;
 }
 
 void printLayers(const std::vector<NamedLayer>& layers) {

@@ -33,10 +33,9 @@ void makeLayerCurrent(AcDbDatabase* database, const std::wstring& name);
 
 // "1 (red)", "8", "255,128,0".
 std::wstring colorText(const AcCmColor& color);
-// The palette colour of a name ("red") or number ("1" to "255").
-std::optional<AcCmColor> paletteColor(const std::wstring& text);
-// The colour of "255,128,0".
-std::optional<AcCmColor> trueColor(const std::wstring& text);
+// Asks for a colour: a name ("red") or number (1 to 255), or "T" and then red, green and blue. The answer; color is
+// empty when it is none. Nothing when the user cancelled.
+std::optional<std::wstring> askColor(const std::wstring& prompt, std::optional<AcCmColor>& color);
 
 // Prints name, state, colour and linetype in columns.
 void printLayers(const std::vector<NamedLayer>& layers);

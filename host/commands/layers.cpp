@@ -123,7 +123,7 @@ bool addNew(AcDbDatabase* database) {
     if (!names) return false;
     for (const std::wstring& name : splitNames(*names)) {
         if (hasLayer(database, name))
-            refuse(translated(L"Layer %1 already exists.", inQuotes(name)));
+            tell(translated(L"Layer %1 already exists.", inQuotes(name)));
         else
             makeLayer(database, name);
     }
@@ -144,20 +144,9 @@ bool rename(AcDbDatabase* database) {
     return true;
 }
 
-// A colour's name or number, or "T" and then red, green and blue. Empty for Enter.
-std::optional<std::wstring> askColor(std::optional<AcCmColor>& color) {
-    std::optional<std::wstring> text = askText(translated(L"\nNew color [Truecolor]: "), Blanks::EndAnswer);
-    if (!text || text->empty()) return text;
-    const std::wstring folded = platform::foldCase(*text);
-    const bool isTrueColor = std::wstring(L"TRUECOLOR").compare(0, folded.size(), folded) == 0;
-    if (isTrueColor) text = askText(translated(L"\nRed,Green,Blue: "), Blanks::EndAnswer);
-    if (text) color = isTrueColor ? trueColor(*text) : paletteColor(*text);
-    return text;
-}
-
 bool setColor(AcDbDatabase* database) {
     std::optional<AcCmColor> color;
-    const std::optional<std::wstring> typed = askColor(color);
+    const std::optional<std::wstring> typed = askColor(translated(L"\nNew color [Truecolor]: "), color);
     if (!typed || typed->empty()) return typed.has_value();
     if (!color) return refuse(translated(L"Invalid color: %1.", inQuotes(*typed))), true;
     const std::wstring current = layerName(database->clayer());

@@ -29,6 +29,7 @@ constexpr CommandRow kCommands[] = {
     {L"LIST", ACRX_CMD_USEPICKSET, &commands::listEntities},
     {L"LI", ACRX_CMD_USEPICKSET, &commands::listEntities},
     {L"SELECT", ACRX_CMD_USEPICKSET, &commands::selectEntities},
+    {L"CHPROP", ACRX_CMD_USEPICKSET, &commands::changeProperties},
     {L"-LAYER", ACRX_CMD_TRANSPARENT, &commands::changeLayers},
     {L"-LA", ACRX_CMD_TRANSPARENT, &commands::changeLayers},
     // The names of the dialog mean the questions where none can be shown.

@@ -204,6 +204,26 @@ TEST(EntityCommands, ListWhatIsSelected) {
     EXPECT_NE(picked.out.find(line.substr(0, line.find('\n')), first + 1), std::string::npos) << picked.out;
 }
 
+TEST(EntityCommands, ChangeProperties) {
+    const Workplace place;
+    const std::string before = fileBytes(place.example("building.dxf"));
+    const Outcome outcome = place.run({"-o", "out.dxf", "building.dxf"},
+                                      "-LAYER\nN\n给排-地漏\nF\n公用-视口\n\n"
+                                      "CHPROP\n(ssget \"X\" '((8 . \"给排-地漏,建筑-墙\")))\n\n"
+                                      "LA\n公用-视口\nC\nbyblock\nLT\nDASHED\nLA\nnone\nC\n999\nLT\nnone\n\n");
+    EXPECT_EQ(outcome.code, 0) << outcome.error;
+    EXPECT_TRUE(has(outcome.out, "Layer \"给排-地漏\" already exists.")) << outcome.out;
+    EXPECT_FALSE(has(outcome.error, "already exists")) << "as it should be";
+    EXPECT_TRUE(has(outcome.error, "7 were on a locked layer.")) << outcome.error;
+    for (const char* none :
+         {"Cannot find layer \"none\".", "Cannot find linetype \"none\".", "Invalid color: \"999\"."})
+        EXPECT_TRUE(has(outcome.error, none)) << outcome.error;
+    EXPECT_EQ(place.run({"--compare", "building.dxf", "out.dxf"}).out,
+              "LAYER 35 \"公用-视口\": 70: 0 > 1\n"
+              "INSERT AC: 8: 给排-地漏 > 公用-视口\nINSERT AC: 6: (none) > DASHED\nINSERT AC: 62: (none) > 0\n"
+              "INSERT AD: 8: 给排-地漏 > 公用-视口\nINSERT AD: 6: (none) > DASHED\nINSERT AD: 62: (none) > 0\n");
+}
+
 TEST(ViewCommands, TakeTheAnswersOfTheEditor) {
     const Workplace place;
     place.example("building.dxf");
