@@ -52,9 +52,11 @@ std::optional<bool> askYesNo(const std::wstring& prompt, bool fallback) {
     return answer->empty() ? fallback : *answer == L"Yes";
 }
 
-AcDbObjectIdArray askObjects() {
+std::optional<AcDbObjectIdArray> askObjects() {
     ads_name set = {};
-    if (acedSSGet(nullptr, nullptr, nullptr, nullptr, set) != RTNORM) return AcDbObjectIdArray();
+    const int result = acedSSGet(nullptr, nullptr, nullptr, nullptr, set);
+    if (result == RTERROR) return AcDbObjectIdArray();
+    if (result != RTNORM) return std::nullopt;
     AcDbObjectIdArray objects = selectedIds(set);
     acedSSFree(set);
     return objects;

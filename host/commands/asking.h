@@ -21,8 +21,8 @@ std::optional<std::wstring> askKeyword(const std::wstring& keywords, const std::
 // Yes or no; Enter answers fallback. Nothing when the user cancelled.
 std::optional<bool> askYesNo(const std::wstring& prompt, bool fallback);
 
-// The objects of a selection; none when there is none or the user cancelled.
-AcDbObjectIdArray askObjects();
+// The objects of a selection, which may be none; nothing when the user cancelled.
+std::optional<AcDbObjectIdArray> askObjects();
 
 // One line on the command line.
 void tell(const std::wstring& text);

@@ -55,7 +55,7 @@ std::vector<NamedLayer> findLayers(AcDbDatabase* database, const std::wstring& l
 std::vector<NamedLayer> layersOfSelection() {
     std::vector<NamedLayer> layers;
     std::set<AcDbObjectId> known;
-    for (const AcDbObjectId id : askObjects()) {
+    for (const AcDbObjectId id : askObjects().value_or(AcDbObjectIdArray())) {
         const AcDbEntityPointer entity(id, AcDb::kForRead);
         if (entity.openStatus() != Acad::eOk || entity->layerId().isNull()) continue;
         const AcDbObjectId layer = entity->layerId();

@@ -368,6 +368,7 @@ bool restoreNamed(AcDbDatabase* database) {
         state = readState(*record.object());
     }
     restore(database, state);
+    tell(L"Layer state " + inQuotes(*name) + L" restored.");
     return true;
 }
 
@@ -379,6 +380,8 @@ bool remove(AcDbDatabase* database) {
     const Dictionary states(statesId(database), AcDb::kForWrite);
     if (states.openStatus() != Acad::eOk || states->remove(name->c_str()) != Acad::eOk)
         refuse(translated(L"Cannot delete layer state %1.", inQuotes(*name)));
+    else
+        tell(translated(L"Layer state %1 deleted.", inQuotes(*name)));
     return true;
 }
 

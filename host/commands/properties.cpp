@@ -10,6 +10,7 @@
 #include "host/commands/asking.h"
 #include "host/commands/commands.h"
 #include "host/commands/layerlist.h"
+#include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::commands {
@@ -48,9 +49,13 @@ std::optional<Change> askLayer(AcDbDatabase* database) {
 std::optional<Change> askLinetype(AcDbDatabase* database) {
     const std::optional<std::wstring> name = askText(L"\nEnter new linetype name <ByLayer>: ", Blanks::Kept);
     if (!name) return std::nullopt;
-    const AcDbLinetypeTableRecordPointer linetype(name->empty() ? L"ByLayer" : name->c_str(), database, AcDb::kForRead);
-    if (linetype.openStatus() != Acad::eOk) return refuse(L"Cannot find linetype " + inQuotes(*name) + L"."), Change();
-    return [id = linetype->objectId()](AcDbEntity& entity) { return entity.setLinetype(id); };
+    const std::wstring linetype = name->empty() ? L"ByLayer" : *name;
+    const AcDbLinetypeTablePointer table(database, AcDb::kForRead);
+    // Old drawings have no records for these two.
+    const bool isLogical = isNamed(linetype, L"BYLAYER") || isNamed(linetype, L"BYBLOCK");
+    if (!isLogical && (table.openStatus() != Acad::eOk || !table->has(linetype.c_str())))
+        return refuse(L"Cannot find linetype " + inQuotes(linetype) + L"."), Change();
+    return [linetype](AcDbEntity& entity) { return entity.setLinetype(linetype.c_str()); };
 }
 
 std::optional<Change> askObjectColor(AcDbDatabase*) {
@@ -93,8 +98,11 @@ void apply(const AcDbObjectIdArray& objects, const Change& change) {
 
 void changeProperties() {
     AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
-    const AcDbObjectIdArray objects = askObjects();
-    if (database == nullptr || objects.isEmpty()) return;
+    const std::optional<AcDbObjectIdArray> objects = askObjects();
+    if (database == nullptr || !objects) return;
+    // A script that selects nothing in one drawing of many has the answers to what follows all the same; they shall not
+    // be taken for commands.
+    if (objects->isEmpty() && Application::current()->terminal().isInteractive()) return;
     for (;;) {
         const std::optional<std::wstring> keyword =
             askKeyword(L"Color LAyer LType", L"\nEnter property to change [Color/LAyer/LType]: ");
@@ -103,7 +111,7 @@ void changeProperties() {
             if (*keyword != option.keyword) continue;
             const std::optional<Change> change = option.ask(database);
             if (!change) return;
-            if (*change) apply(objects, *change);
+            if (*change) apply(*objects, *change);
         }
     }
 }

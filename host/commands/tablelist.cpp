@@ -43,8 +43,11 @@ std::vector<NamedRecord> findRecords(const std::vector<NamedRecord>& records, co
         for (std::size_t i = 0; isPattern && i < records.size(); ++i)
             if (ed::matchesWildcard(records[i].name, part)) any = meant[i] = true;
         if (any) continue;
-        refuse(isPattern ? translated(L"No matching %1 names found.", translated(noun.c_str()))
-                         : translated(L"Cannot find %1 \"%2\".", translated(noun.c_str()), part));
+        // A pattern means whatever there is, in drawings of every kind.
+        if (isPattern)
+            tell(translated(L"No matching %1 names found: %2", translated(noun.c_str()), part));
+        else
+            refuse(translated(L"Cannot find %1 \"%2\".", translated(noun.c_str()), part));
     }
     std::vector<NamedRecord> found;
     for (std::size_t i = 0; i < records.size(); ++i)

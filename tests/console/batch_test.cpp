@@ -123,7 +123,8 @@ TEST(Batch, RefusalsStandInTheLogAndFailWhenStrict) {
         EXPECT_EQ(place.read("building.dxf"), building);
     }
     // What is so already is no refusal, nor is a selection of nothing.
-    place.write("job.scr", "LockSelLayer\nALL\n\nLockSelLayer\nALL\n(ssget \"X\" '((8 . \"none\")))\n\n");
+    place.write("job.scr",
+                "-LAYER\nFreeze\nno*\n\nLockSelLayer\nALL\n\nLockSelLayer\nALL\n(ssget \"X\" '((8 . \"none\")))\n\n");
     const Outcome already = place.run({"--strict", "-s", "job.scr", "building.dxf"});
     EXPECT_EQ(already.code, 0) << already.error;
 }
