@@ -54,6 +54,7 @@ _qrsconsole() {
         --system | --support) _qrsconsole_files "$word" "" ;;
         --language) _qrsconsole_names "$word" "zh en" ;;
         --codepage) _qrsconsole_names "$word" "932 936 949 950 1250 1251 1252" ;;
+        --language) _qrsconsole_names "$word" "en zh" ;;
         --backup | --timeout | --converter) COMPREPLY=() ;;
         --keep-going)
             if [[ $before == = || ${COMP_WORDS[COMP_CWORD]} == = ]]; then

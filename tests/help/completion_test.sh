@@ -41,6 +41,7 @@ offers "drawings" --keep-going = d
 offers "$drawings" --keep-going ""
 offers "$drawings" --in-place ""
 offers "936" --codepage 936
+offers "en|zh" --language ""
 offers "" --timeout ""
 [[ $(complete -p qrsconsole) == "complete -F _qrsconsole qrsconsole" ]]
 exit $failed
