@@ -35,7 +35,7 @@ SCREEN = {name: os.environ[name] for name in ("DISPLAY", "XAUTHORITY") if name i
 BLOCK = re.compile(r"^```(\w+)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 DRAWING = re.compile(r"((?:a copy of |的副本)?)\[[^]]*\]\((?:\.\./)+(examples/[^)]+\.dxf)\)((?: 的副本)?)")
 FILE = re.compile(r"`([\w/-]+\.\w+)`[:：]\n\n\Z")
-LINK = re.compile(r"\]\(([^):#]+)(?:#[^)]*)?\)")
+LINK = re.compile(r"\]\(([^):#]*)(?:#([^)]*))?\)")
 # What only machines of one's own can run.
 ELSEWHERE = re.compile(r"server2|slurm")
 
@@ -225,10 +225,17 @@ def check_command(console, usual, name, update):
     return faults
 
 
+def leads_somewhere(page, link, heading):
+    target = page.parent / link if link else page
+    if not heading:
+        return target.exists()
+    headings = re.findall(r"^#+ (.*)$", target.read_text(encoding="utf-8") if target.is_file() else "", re.MULTILINE)
+    return heading in (re.sub(r"[^\w\- ]", "", each.lower()).replace(" ", "-") for each in headings)
+
+
 def check_links(page):
-    text = page.read_text(encoding="utf-8")
-    return [f"{page.name} leads to {link}, which is not there" for link in LINK.findall(text)
-            if not (page.parent / link).exists()]
+    return [f"{page.name} leads to {link}#{heading}, which is not there"
+            for link, heading in LINK.findall(page.read_text(encoding="utf-8")) if not leads_somewhere(page, link, heading)]
 
 
 def check_tasks(console, usual, page, package, update):
