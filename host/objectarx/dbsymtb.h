@@ -317,7 +317,7 @@ class QRS_HOST_PORT AcDbRegAppTable : public AcDbGrowingSymbolTable<AcDbRegAppTa
     AcDbRegAppTable() = default;
 };
 
-// --- dimension styles (names only)
+// --- dimension styles (names and text styles)
 
 class AcDbDimStyleTable;
 
@@ -326,6 +326,9 @@ class QRS_HOST_PORT AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
     using Table = AcDbDimStyleTable;
     ACRX_DECLARE_MEMBERS(AcDbDimStyleTableRecord)
     AcDbDimStyleTableRecord() = default;
+
+    // The text style of its dimensions; null when it names none, as in drawings of R12.
+    AcDbObjectId dimtxsty() const;
 };
 
 class QRS_HOST_PORT AcDbDimStyleTable : public AcDbTypedSymbolTable<AcDbDimStyleTableRecord> {
@@ -381,6 +384,8 @@ class QRS_HOST_PORT AcDbBlockTableRecord : public AcDbSymbolTableRecord {
     // True for model space and the paper spaces.
     bool isLayout() const;
     bool isFromExternalReference() const;
+    // The file of an external reference as the drawing names it; empty for other blocks. Released with acutDelString.
+    Acad::ErrorStatus pathName(ACHAR*& path) const;
     AcGePoint3d origin() const;
     // eNotApplicable for a block whose definition the file lacks.
     Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);

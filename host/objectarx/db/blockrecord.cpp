@@ -52,6 +52,11 @@ bool AcDbBlockTableRecord::isFromExternalReference() const {
     return (headTags(*this).integer(codes::kFlags, 0) & kExternalBit) != 0;
 }
 
+Acad::ErrorStatus AcDbBlockTableRecord::pathName(ACHAR*& path) const {
+    path = qrs::host::newString(isFromExternalReference() ? headTags(*this).text(codes::kText) : std::wstring());
+    return Acad::eOk;
+}
+
 AcGePoint3d AcDbBlockTableRecord::origin() const {
     return qrs::host::readPoint(database() ? headTags(*this) : tags(), codes::kPoint);
 }

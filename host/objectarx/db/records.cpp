@@ -13,3 +13,9 @@ ACRX_DEFINE_DXF_MEMBERS(AcDbDimStyleTableRecord, AcDbSymbolTableRecord, "DIMSTYL
 AcDbRegAppTableRecord::AcDbRegAppTableRecord() {
     setOwnTags({&qrs::host::tableFormat(TableKind::RegApp).record, {{qrs::dxf::codes::kFlags, "0"}}});
 }
+
+AcDbObjectId AcDbDimStyleTableRecord::dimtxsty() const {
+    const qrs::host::DatabaseState* state = qrs::host::DatabaseState::of(database());
+    const std::uint64_t handle = state ? tags().handle(qrs::dxf::codes::kHardPointer) : 0;
+    return handle != 0 ? state->idOf(state->drawing().findHandle(handle)) : AcDbObjectId();
+}

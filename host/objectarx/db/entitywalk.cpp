@@ -1,0 +1,124 @@
+// A walk through the records of a drawing that are entities.
+#include "host/objectarx/db/entitywalk.h"
+
+#include <optional>
+#include <vector>
+
+#include "host/drawing/entityformat.h"
+#include "host/dxf/groupcodes.h"
+#include "host/objectarx/db/state.h"
+
+namespace qrs::host {
+
+namespace {
+
+namespace codes = dxf::codes;
+
+// Names of records stand under these codes alone.
+constexpr int kFirstCoordinate = 10;
+
+NamedRecord recordOf(TableKind table) {
+    switch (table) {
+        case TableKind::Layer:
+            return NamedRecord::Layer;
+        case TableKind::Linetype:
+            return NamedRecord::Linetype;
+        case TableKind::TextStyle:
+            return NamedRecord::TextStyle;
+        case TableKind::DimStyle:
+            return NamedRecord::DimStyle;
+        default:
+            return NamedRecord::None;
+    }
+}
+
+}  // namespace
+
+struct EntityWalk::Place {
+    DatabaseState& state;
+    dxf::RecordId record = dxf::kNoRecord;
+    std::string_view typeName = {};
+    std::optional<dxf::TagCursor> cursor = {};
+    bool isCommon = true;     // before the second subclass
+    bool namesStyle = false;  // tags after that may name a style
+    bool hasSeenLayer = false;
+    std::vector<std::int8_t> namesStyleByType = {};  // by the drawing's number of the type; -1: not asked yet
+
+    bool mayNameStyle(std::uint16_t type) {
+        if (type >= namesStyleByType.size()) namesStyleByType.resize(std::size_t{type} + 1, -1);
+        std::int8_t& answer = namesStyleByType[type];
+        if (answer >= 0) return answer != 0;
+        answer = 0;
+        for (const NamingTag& naming : namingTags())
+            if (naming.dxfName == typeName && naming.table != TableKind::Block) answer = 1;
+        return answer != 0;
+    }
+};
+
+EntityWalk::EntityWalk(AcDbDatabase& database) {
+    DatabaseState* state = DatabaseState::of(&database);
+    state->objects().writeAll();
+    place_.reset(new Place{*state, state->drawing().first()});
+}
+
+EntityWalk::~EntityWalk() = default;
+
+bool EntityWalk::next(WalkedEntity& entity) {
+    const dxf::Drawing& drawing = place_->state.drawing();
+    dxf::RecordId& record = place_->record;
+    if (place_->cursor) record = drawing.next(record);
+    while (record != dxf::kNoRecord && drawing.record(record).kind != dxf::RecordKind::Entity)
+        record = drawing.next(record);
+    if (record == dxf::kNoRecord) return false;
+    const dxf::Record& entry = drawing.record(record);
+    const bool isPart = (entry.flags & dxf::kSubEntity) != 0;
+    const dxf::Record& whole = isPart && entry.owner != dxf::kNoRecord ? drawing.record(entry.owner) : entry;
+    const bool isInBlock = whole.owner != dxf::kNoRecord && drawing.record(whole.owner).kind == dxf::RecordKind::Block;
+    entity.id = place_->state.idOf(record);
+    entity.layer = place_->state.idOf(place_->state.contents().layers().of(record));
+    entity.typeName = place_->typeName = drawing.typeNameOf(record);
+    entity.isPaper = !isInBlock && (whole.flags & dxf::kPaperSpace) != 0;
+    entity.isModel = !isInBlock && !entity.isPaper;
+    entity.isPart = isPart;
+    place_->cursor.emplace(drawing.tags(record));
+    place_->isCommon = true;
+    place_->hasSeenLayer = false;
+    place_->namesStyle = place_->mayNameStyle(entry.type);
+    return true;
+}
+
+bool EntityWalk::nextTag(EntityTag& tag) {
+    Place& place = *place_;
+    dxf::Tag read;
+    while (place.cursor && place.cursor->next(read)) {
+        // Extended data stands at the end.
+        if (read.code >= codes::kFirstXdata) return false;
+        if (read.code == codes::kSubclass) {
+            // Some programs write what entities share after the second mark: where the layer stands, the rest does.
+            place.isCommon = !place.hasSeenLayer;
+            if (!place.isCommon && !place.namesStyle) return false;
+            continue;
+        }
+        if (read.code == codes::kLayer) place.hasSeenLayer = true;
+        tag.names = NamedRecord::None;
+        if (read.code > 0 && read.code < kFirstCoordinate) {
+            const NamingTag* naming = namingTag(place.typeName, read.code);
+            if (naming != nullptr) tag.names = recordOf(naming->table);
+        }
+        if (!place.isCommon && tag.names == NamedRecord::None) continue;
+        tag.code = read.code;
+        tag.value = read.value;
+        return true;
+    }
+    return false;
+}
+
+std::wstring EntityWalk::text(std::string_view value) const {
+    return readText(place_->state.drawing(), value);
+}
+
+std::int64_t EntityWalk::integer(std::string_view value, std::int64_t fallback) {
+    return dxf::toInteger(value, fallback);
+}
+
+}  // namespace qrs::host

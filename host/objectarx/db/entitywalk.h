@@ -1,0 +1,56 @@
+// All entities of a drawing without opening them, for those who ask the same of every one.
+//
+//     EntityWalk walk(*database);
+//     for (WalkedEntity entity; walk.next(entity);)
+//         for (EntityTag tag; walk.nextTag(tag);) ...
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "dbmain.h"
+#include "host/platform/port.h"
+
+namespace qrs::host {
+
+struct WalkedEntity {
+    AcDbObjectId id;
+    AcDbObjectId layer;         // null when the layer table does not have it
+    std::string_view typeName;  // as drawing files call it
+    bool isModel = false;       // lies in model space; neither this nor the next: in the definition of a block
+    bool isPaper = false;       // lies in the layout shown last; those of other layouts count as blocks
+    bool isPart = false;        // a vertex, an attribute or what closes them
+};
+
+// Which table a tag names a record of.
+enum class NamedRecord : std::uint8_t { None, Layer, Linetype, TextStyle, DimStyle };
+
+struct EntityTag {
+    int code = 0;
+    std::string_view value;  // the bytes of the drawing; good until the drawing is changed
+    NamedRecord names = NamedRecord::None;
+};
+
+class QRS_HOST_PORT EntityWalk {
+  public:
+    // Entities that are open are written into the drawing first. The drawing is not to be changed during the walk.
+    explicit EntityWalk(AcDbDatabase& database);
+    ~EntityWalk();
+    EntityWalk(const EntityWalk&) = delete;
+    EntityWalk& operator=(const EntityWalk&) = delete;
+
+    // The next entity in the order of the file: blocks come before the spaces. False at the end.
+    bool next(WalkedEntity& entity);
+    // The next tag that all entities share, or that names a record of a table. False at the end of those.
+    bool nextTag(EntityTag& tag);
+    std::wstring text(std::string_view value) const;
+    static std::int64_t integer(std::string_view value, std::int64_t fallback);
+
+  private:
+    struct Place;
+    std::unique_ptr<Place> place_;
+};
+
+}  // namespace qrs::host

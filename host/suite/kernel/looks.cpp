@@ -1,0 +1,103 @@
+// What entities are drawn with, from the tags they share.
+#include "qrs_looks.h"
+
+#include <array>
+#include <map>
+#include <string>
+
+#include "acdb.h"
+#include "host/objectarx/db/entitywalk.h"
+#include "host/platform/text.h"
+
+using qrs::host::EntityTag;
+using qrs::host::EntityWalk;
+using qrs::host::NamedRecord;
+using qrs::host::WalkedEntity;
+
+namespace {
+
+constexpr int kColor = 62;
+constexpr int kLineWeight = 370;
+constexpr int kTrueColor = 420;
+constexpr std::int64_t kColorByBlock = 0;
+constexpr std::int64_t kColorByLayer = 256;
+constexpr std::wstring_view kStandard = L"Standard";
+constexpr std::array<std::string_view, 4> kTexts = {"TEXT", "MTEXT", "ATTRIB", "ATTDEF"};
+constexpr std::array<std::string_view, 5> kDimensioned = {"DIMENSION", "ARC_DIMENSION", "LARGE_RADIAL_DIMENSION",
+                                                          "LEADER", "TOLERANCE"};
+
+// Names of a drawing are few; whatever else there is shall not fill the memory.
+constexpr std::size_t kMostNames = 4096;
+
+bool isSame(std::wstring_view a, std::wstring_view b) {
+    return qrs::platform::compareNoCase(a, b) == 0;
+}
+
+template <std::size_t Count>
+bool isOneOf(std::string_view name, const std::array<std::string_view, Count>& names) {
+    for (const std::string_view one : names)
+        if (one == name) return true;
+    return false;
+}
+
+}  // namespace
+
+struct TEntityLooks::State {
+    explicit State(AcDbDatabase& database) : walk(database) {}
+
+    std::wstring_view nameOf(std::string_view bytes) {
+        if (const auto known = names.find(bytes); known != names.end()) return known->second;
+        return names.emplace(bytes, walk.text(bytes)).first->second;
+    }
+
+    void take(TEntityLook& look, const EntityTag& tag) {
+        const bool isBlock = look.space == TEntityLook::kBlock;
+        if (tag.code == kColor) {
+            const std::int64_t index = EntityWalk::integer(tag.value, kColorByLayer);
+            look.hasOwnColor |= index != kColorByLayer && !(isBlock && index == kColorByBlock);
+        } else if (tag.code == kTrueColor) {
+            look.hasOwnColor = true;
+        } else if (tag.code == kLineWeight) {
+            const std::int64_t weight = EntityWalk::integer(tag.value, AcDb::kLnWtByLayer);
+            look.hasOwnLineWeight = weight != AcDb::kLnWtByLayer && !(isBlock && weight == AcDb::kLnWtByBlock);
+        } else if (tag.names == NamedRecord::Linetype) {
+            const std::wstring_view name = nameOf(tag.value);
+            if (isSame(name, L"ByLayer")) return;
+            look.linetype = name;
+            look.hasOwnLinetype = !(isBlock && isSame(name, L"ByBlock"));
+        } else if (tag.names == NamedRecord::Layer && look.layer.isNull()) {
+            look.layerName = nameOf(tag.value);
+        } else if (tag.names == NamedRecord::TextStyle) {
+            look.textStyle = nameOf(tag.value);
+        } else if (tag.names == NamedRecord::DimStyle) {
+            look.dimStyle = nameOf(tag.value);
+        }
+    }
+
+    EntityWalk walk;
+    std::map<std::string, std::wstring, std::less<>> names;  // by their bytes
+};
+
+TEntityLooks::TEntityLooks(AcDbDatabase* database) {
+    if (database != nullptr) state_ = std::make_unique<State>(*database);
+}
+
+TEntityLooks::~TEntityLooks() = default;
+
+bool TEntityLooks::Next(TEntityLook& look) {
+    WalkedEntity entity;
+    if (!state_ || !state_->walk.next(entity)) return false;
+    look = TEntityLook();
+    if (state_->names.size() >= kMostNames) state_->names.clear();
+    look.id = entity.id;
+    look.layer = entity.layer;
+    look.typeName = entity.typeName;
+    look.isPart = entity.isPart;
+    if (entity.isModel) look.space = TEntityLook::kModel;
+    if (entity.isPaper) look.space = TEntityLook::kPaper;
+    if (isOneOf(entity.typeName, kTexts)) look.textStyle = kStandard;
+    if (isOneOf(entity.typeName, kDimensioned)) look.dimStyle = kStandard;
+    for (EntityTag tag; state_->walk.nextTag(tag);)
+        state_->take(look, tag);
+    return true;
+}

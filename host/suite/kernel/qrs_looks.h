@@ -1,0 +1,50 @@
+// What every entity of a drawing is drawn with, told without opening one: for reports on whole drawings.
+//
+//     TEntityLooks looks(database);
+//     for (TEntityLook look; looks.Next(look);)
+//         if (look.hasOwnColor) ++ownColors[look.layer];
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "dbid.h"
+#include "host/platform/port.h"
+
+class AcDbDatabase;
+
+struct TEntityLook {
+    enum Space { kBlock, kModel, kPaper };
+
+    AcDbObjectId id;
+    AcDbObjectId layer;         // null when the drawing's layer table does not have it
+    std::string_view typeName;  // as drawing files call it: "LINE"
+    Space space = kBlock;       // layouts that are not shown last count as blocks
+    bool isPart = false;        // a vertex, an attribute or what closes them
+    // Neither by layer nor, in a block, by block.
+    bool hasOwnColor = false;
+    bool hasOwnLinetype = false;
+    bool hasOwnLineWeight = false;
+    // Names as the entity spells them; they hold until the next one. The layer's is told only when the table lacks it.
+    std::wstring_view layerName;
+    std::wstring_view linetype;   // empty: by layer
+    std::wstring_view textStyle;  // of texts, attributes and their definitions; "Standard" when it names none
+    std::wstring_view dimStyle;   // of dimensions, leaders and tolerances; likewise
+};
+
+class QRS_HOST_PORT TEntityLooks {
+  public:
+    // The drawing is not to be changed while they are told. A null database has none.
+    explicit TEntityLooks(AcDbDatabase* database);
+    ~TEntityLooks();
+    TEntityLooks(const TEntityLooks&) = delete;
+    TEntityLooks& operator=(const TEntityLooks&) = delete;
+
+    // The next entity in the order of the file, vertices and attributes after what they belong to. False at the end.
+    bool Next(TEntityLook& look);
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
