@@ -275,6 +275,16 @@ QRS_PIPE_PORT CString GetLayerName(const CString& systemName, const CString& lay
 // empty when there is none. The null id when there is no definition or the layer cannot be made.
 QRS_PIPE_PORT AcDbObjectId InitLayer(const CString& systemName, const CString& layerType, CString* name = nullptr);
 
+// Every layer definition of the standard: those of pipe systems, then those of the groups of other layers, each in the
+// standard's order. A name that several definitions have is met several times; the first one counts. out is replaced.
+// False, out untouched, without a standard.
+QRS_PIPE_PORT bool GetAllLayerInfo(std::vector<LayerNode>& out);
+
+// Gives the drawing's layer of that name what its first definition says: colour, lineweight, plot flag and linetype,
+// which is loaded when the drawing lacks it. What no layer can have ("by layer") and a linetype that cannot be loaded
+// leave the layer's own. None is made. True whenever the drawing has the layer and the standard a definition of it.
+QRS_PIPE_PORT bool UpdateLayer(const CString& layerName);
+
 // The layer of that name. When the drawing lacks it, it is made from the first definition of that name (without regard
 // to case): pipe systems first, then the groups of other layers. The null id when there is no definition either.
 QRS_PIPE_PORT AcDbObjectId InitLayer(const CString& layerName);

@@ -67,6 +67,14 @@ QRS_PIPE_PORT AcDbObjectId LoadQdLineType(const CString& name);
 // False, out empty, when the table is missing.
 QRS_PIPE_PORT bool GetAllLinetype(std::vector<LinetypeNode>& out);
 
+// The pattern of a linetype as linetype.dbf spells it, lengths in drawing units with four decimals at most: "12,-9[J]"
+// is a dash of 12 and a gap of 9 with a text, "" a continuous line. By name: what the table says. By id: what the
+// drawing says, a gap that is cut where its text stands put together again; a shape is "[#132]".
+// False, pattern untouched, when the table does not know the name, is missing or damaged there; when the id is no
+// linetype.
+QRS_PIPE_PORT bool GetLinetypePattern(const CString& name, CString& pattern);
+QRS_PIPE_PORT bool GetLinetypePattern(AcDbObjectId linetype, CString& pattern);
+
 // --- Marks of entities
 //
 // Small texts in an entity's extended data, one per application name: after the name (1001) stands the text (1000). A

@@ -7,6 +7,7 @@
 #include "standard/holder.h"
 #include "standard/layerlookup.h"
 #include "standard/linetypes.h"
+#include "standard/standardedit.h"
 #include "standard/systemindex.h"
 #include "standard/text.h"
 
@@ -107,6 +108,15 @@ AcDbObjectId InitLayer(const CString& layerName) {
         if (const LayerNode* layer = group->FindLayerNodeByLayerName(layerName)) return layer->CreateLayer();
     }
     return {};
+}
+
+bool UpdateLayer(const CString& layerName) {
+    const Standard* standard = currentStandard();
+    const LayerNode* layer = standard != nullptr ? qrs::standard::layerNamed(*standard, layerName) : nullptr;
+    const AcDbLayerTableRecordPointer record(QrsExport::GetLayerIdFromString(layerName.GetString()), AcDb::kForWrite);
+    if (layer == nullptr || record.openStatus() != Acad::eOk) return false;
+    qrs::standard::updateLayer(*layer, *record.object());
+    return true;
 }
 
 AcDbObjectId InitLinetyle(const CString& systemName, const CString& layerType) {

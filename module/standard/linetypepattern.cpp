@@ -72,6 +72,20 @@ double LinetypePattern::length() const {
     return std::round(sum * kSmallestPart) / kSmallestPart;
 }
 
+CString LinetypePattern::content() const {
+    CString text;
+    for (const PatternElement& element : elements) {
+        CString number;
+        number.Format(L"%.4f", element.length);
+        number.TrimRight(L"0").TrimRight(L".");
+        if (number == L"-0" || number.IsEmpty()) number = L"0";
+        if (&element != &elements.front()) text += L",";
+        text += number;
+        if (!element.text.IsEmpty()) text += L"[" + element.text + L"]";
+    }
+    return text;
+}
+
 bool readPattern(CDBFRecordset& table, LinetypePattern& pattern) {
     std::int32_t count = 0;
     double scale = 0.0;

@@ -21,6 +21,8 @@ struct LinetypePattern {
     std::vector<PatternElement> elements;  // none: a continuous line
 
     double length() const;
+    // As GetLinetypePattern of PwxTool.h spells it.
+    CString content() const;
 };
 
 // The pattern in the record under the cursor. False, pattern undefined, when the record does not hold one: Name is no

@@ -3,6 +3,7 @@
 
 #include <set>
 
+#include "acutads.h"
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "host/platform/codepage.h"
@@ -149,6 +150,36 @@ AcDbObjectId addLinetype(const LinetypePattern& pattern) {
     return id;
 }
 
+// --- patterns of the drawing
+
+// What stands in the brackets after the length of a dash.
+CString carriedBy(const AcDbLinetypeTableRecord& record, int dash) {
+    CString carried;
+    if (const int shape = record.shapeNumberAt(dash); shape != 0) {
+        carried.Format(L"#%d", shape);
+        return carried;
+    }
+    ACHAR* text = nullptr;
+    if (record.textAt(dash, text) == Acad::eOk && text != nullptr) carried = text;
+    acutDelString(text);
+    return carried;
+}
+
+std::vector<PatternElement> elementsOf(const AcDbLinetypeTableRecord& record) {
+    std::vector<PatternElement> elements;
+    bool isCut = false;
+    for (int dash = 0; dash < record.numDashes(); ++dash) {
+        const PatternElement element{record.dashLengthAt(dash), carriedBy(record, dash)};
+        // The second half of a gap whose text stands where the first one ends.
+        if (isCut && element.length < 0.0 && element.text.IsEmpty())
+            elements.back().length += element.length;
+        else
+            elements.push_back(element);
+        isCut = element.length < 0.0 && !element.text.IsEmpty();
+    }
+    return elements;
+}
+
 }  // namespace
 
 double linetypeTextWidth(const CString& text) {
@@ -198,6 +229,23 @@ AcDbObjectId LoadQdLineType(const CString& name) {
     else
         QrsExport::PrintRefusal(L"\nlinetype.dbf文件中线型\"%s\"的数据有错误，不能加载！", name.GetString());
     return id;
+}
+
+bool GetLinetypePattern(const CString& name, CString& pattern) {
+    CDBFRecordset table;
+    LinetypePattern read;
+    if (name.IsEmpty() || !openTable(table) || !findRow(table, name) || !readPattern(table, read)) return false;
+    pattern = read.content();
+    return true;
+}
+
+bool GetLinetypePattern(AcDbObjectId linetype, CString& pattern) {
+    const AcDbLinetypeTableRecordPointer record(linetype, AcDb::kForRead);
+    if (record.openStatus() != Acad::eOk) return false;
+    LinetypePattern read;
+    read.elements = elementsOf(*record.object());
+    pattern = read.content();
+    return true;
 }
 
 bool GetAllLinetype(std::vector<LinetypeNode>& out) {

@@ -138,6 +138,22 @@ CString GetLayerRemark(const CString& systemName, const CString& layerType) {
     return layer != nullptr ? layer->Remark : CString();
 }
 
+bool GetAllLayerInfo(std::vector<LayerNode>& out) {
+    const Standard* standard = currentStandard();
+    if (standard == nullptr) return false;
+    out.clear();
+    const auto add = [&out](const auto& owner) {
+        for (int i = 0; i < owner.GetLayerNum(); ++i)
+            out.push_back(*owner.FindLayerNode(i));
+    };
+    for (const auto& group : standard->groups)
+        for (int i = 0; i < group->GetSystemNum(); ++i)
+            add(*group->FindPipeSystem(i));
+    for (const auto& group : standard->otherLayers)
+        add(*group);
+    return true;
+}
+
 bool ContainLayer(const CString& layerName, const CString& systemName, const CString& layerType) {
     // Names are compared, so an empty one is that of a definition that does not exist.
     return currentStandard() != nullptr && equalNoCase(GetLayerName(systemName, layerType, false), layerName);

@@ -37,14 +37,6 @@ Node* named(const std::vector<std::unique_ptr<Node>>& nodes, std::wstring_view n
     return found != nodes.end() ? found->get() : nullptr;
 }
 
-void updateLayer(const LayerNode& layer, AcDbLayerTableRecord& record) {
-    if (layer.LayerColor.isByACI() || layer.LayerColor.isByColor()) record.setColor(layer.LayerColor);
-    record.setLineWeight(static_cast<AcDb::LineWeight>(layer.LineWeight));
-    record.setIsPlottable(layer.CanPlot);
-    const AcDbObjectId linetype = PwxTool::LoadQdLineType(layer.LineStyle);
-    if (!linetype.isNull()) record.setLinetypeObjectId(linetype);
-}
-
 }  // namespace
 
 std::unique_ptr<StandardEdit> StandardEdit::begin() {
@@ -87,6 +79,14 @@ bool StandardEdit::save() {
     applyObjectColors();
     initLayerMaps();
     return true;
+}
+
+void updateLayer(const LayerNode& layer, AcDbLayerTableRecord& record) {
+    if (layer.LayerColor.isByACI() || layer.LayerColor.isByColor()) record.setColor(layer.LayerColor);
+    record.setLineWeight(static_cast<AcDb::LineWeight>(layer.LineWeight));
+    record.setIsPlottable(layer.CanPlot);
+    const AcDbObjectId linetype = PwxTool::LoadQdLineType(layer.LineStyle);
+    if (!linetype.isNull()) record.setLinetypeObjectId(linetype);
 }
 
 void updateDrawingLayers() {

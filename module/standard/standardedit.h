@@ -6,6 +6,8 @@
 
 #include "standard/standard.h"
 
+class AcDbLayerTableRecord;
+
 namespace qrs::standard {
 
 class StandardEdit {
@@ -27,6 +29,10 @@ class StandardEdit {
     StandardEdit() = default;
     Standard copy_;
 };
+
+// Gives a layer the colour, lineweight, plot flag and linetype of its definition. What a layer cannot have, and a
+// linetype that cannot be loaded, leave its own.
+void updateLayer(const LayerNode& layer, AcDbLayerTableRecord& record);
 
 // Gives the drawing's layers that the current standard defines the colour, lineweight, plot flag and linetype of their
 // definitions. Layers that the drawing lacks are not made.
