@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cwchar>
+#include <iterator>
 #include <limits>
 #include <vector>
 
@@ -13,6 +14,7 @@
 #include "host/editor/suggestions.h"
 #include "host/editor/wildcard.h"
 #include "host/platform/codepage.h"
+#include "host/platform/files.h"
 #include "host/platform/language.h"
 #include "host/platform/number.h"
 
@@ -22,10 +24,15 @@ using platform::translated;
 
 namespace {
 
+// Variables that hold paths, which commands know in the inner form.
+constexpr const wchar_t* kPathVariables[] = {L"DWGPREFIX", L"TEMPPREFIX"};
+
 // The value of a variable, released with the object.
 class Value {
   public:
-    explicit Value(const std::wstring& name) : known_(acedGetVar(name.c_str(), &buffer_) == RTNORM) {}
+    explicit Value(const std::wstring& name)
+        : known_(acedGetVar(name.c_str(), &buffer_) == RTNORM),
+          isPath_(std::find(std::begin(kPathVariables), std::end(kPathVariables), name) != std::end(kPathVariables)) {}
     ~Value() {
         if (known_ && buffer_.restype == RTSTR) acutDelString(buffer_.resval.rstring);
     }
@@ -39,6 +46,7 @@ class Value {
   private:
     resbuf buffer_ = {};
     bool known_;
+    bool isPath_;
 };
 
 std::wstring realText(double value) {
@@ -59,7 +67,9 @@ std::wstring Value::text() const {
         case RT3DPOINT:
             return realText(value.rpoint[0]) + L"," + realText(value.rpoint[1]) + L"," + realText(value.rpoint[2]);
         default:
-            return std::wstring(L"\"") + (value.rstring == nullptr ? L"" : value.rstring) + L"\"";
+            return inQuotes(value.rstring == nullptr ? L""
+                            : isPath_                ? platform::shownPath(value.rstring)
+                                                     : value.rstring);
     }
 }
 

@@ -94,7 +94,8 @@ Told tellDrawingName(const Session& session) {
 Told tellDrawingFolder(const Session& session) {
     const AcApDocument* document = session.documents.curDocument();
     if (!document || !document->isNamedDrawing()) return Told();
-    const std::wstring path = document->fileName();
+    // Whole also when it was opened by a name without folder.
+    const std::wstring path = platform::wholePath(document->fileName());
     return Told{0, path.substr(0, path.rfind(L'\\') + 1), {}};
 }
 

@@ -98,6 +98,10 @@ Presence presenceOf(std::wstring_view inner, Error& error) {
     return Presence::Unreachable;
 }
 
+std::wstring shownPath(std::wstring_view inner) {
+    return fromUtf8(nativePath(inner).u8string());
+}
+
 bool fileExists(std::wstring_view inner) {
     std::error_code error;
     const fs::file_status status = fs::status(nativePath(inner), error);

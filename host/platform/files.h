@@ -25,6 +25,9 @@ QRS_HOST_PORT std::filesystem::path nativePath(std::wstring_view inner);
 // The inner form of a native path. On POSIX '/' becomes '\'.
 QRS_HOST_PORT std::wstring innerPath(const std::filesystem::path& native);
 
+// An inner path as people see it: the form of the system they sit at.
+QRS_HOST_PORT std::wstring shownPath(std::wstring_view inner);
+
 // A path typed by a person: '/' is accepted as a separator on every system and turned into '\'.
 QRS_HOST_PORT std::wstring innerFromTyped(std::wstring_view typed);
 

@@ -44,8 +44,8 @@ bool exportSettings(const CExportSettingDlg& choice, const std::wstring& chosenF
         sources.push_back(copy.source);
     std::wstring reason;
     if (chosenFolder.empty() && !prepareDefaultFolder(sources, reason)) {
-        QrsExport::PrintRefusal(L"\n不能使用默认设置目录 %s：%s。请导出到指定文件夹。\n", folder.c_str(),
-                                reason.c_str());
+        QrsExport::PrintRefusal(L"\n不能使用默认设置目录 %s：%s。请导出到指定文件夹。\n",
+                                platform::shownPath(folder).c_str(), reason.c_str());
         return false;
     }
     if (choice.IsGroupChecked(kInitial)) writeOptions(folder);

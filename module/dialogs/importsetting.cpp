@@ -64,7 +64,8 @@ void drsz() {
     if (state == FolderState::Usable) {
         importSettings(folder);
     } else if (state == FolderState::Refused && platform::folderExists(folder)) {
-        QrsExport::PrintRefusal(L"\n不能使用默认设置目录 %s：%s。请从指定目录读取。\n", folder.c_str(), reason.c_str());
+        QrsExport::PrintRefusal(L"\n不能使用默认设置目录 %s：%s。请从指定目录读取。\n",
+                                platform::shownPath(folder).c_str(), reason.c_str());
     } else {
         // A folder spelled in another case would be found by its name, and might be anybody's.
         tellNothingExported();

@@ -115,7 +115,7 @@ CopiedBack copyOver(const std::wstring& source, const std::wstring& target) {
                                      platform::LinkedTarget::Follow, error))
         return CopiedBack::Done;
     // The command line is silent about it.
-    QrsExport::TellRefusal(L"没有导入 " + source + L"：" + platform::fromUtf8(error.message));
+    QrsExport::TellRefusal(L"没有导入 " + platform::shownPath(source) + L"：" + platform::fromUtf8(error.message));
     return CopiedBack::Failed;
 }
 

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "host/platform/codepage.h"
+#include "host/platform/files.h"
 #include "qrs_kernal.h"
 #include "standard/itemtree.h"
 
@@ -14,7 +15,7 @@ bool readXmlFile(const std::wstring& name, const char* root, pugi::xml_document&
     if (!QrsExport::FindFile(name, path)) return false;
     platform::Error error;
     if (standard::loadItemTree(path, document, error) && std::strcmp(document.document_element().name(), root) != 0)
-        error.message = platform::toUtf8(path + L"：第 1 行：根元素不是 ") + root;
+        error.message = platform::toUtf8(platform::shownPath(path) + L"：第 1 行：根元素不是 ") + root;
     if (!error) return true;
     QrsExport::PrintRefusal(L"\n%s。按没有 %s 处理。\n", platform::fromUtf8(error.message).c_str(), name.c_str());
     return false;

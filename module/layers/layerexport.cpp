@@ -96,7 +96,7 @@ void CLayerToolBar::ExportLayer() {
     const Rows rows = rowsOf(*standard);
     qrs::platform::Error error;
     if (qrs::platform::writeFileAtomically(qrs::platform::nativePath(path), rows.bytes(), false, error))
-        acutPrintf(L"\n已将 %d 个图层的定义写入 %s\n", rows.layers(), path.c_str());
+        acutPrintf(L"\n已将 %d 个图层的定义写入 %s\n", rows.layers(), qrs::platform::shownPath(path).c_str());
     else
         QrsExport::FailCommand(L"图层定义没有写入：" + qrs::platform::fromUtf8(error.message));
 }

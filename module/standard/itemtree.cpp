@@ -158,9 +158,9 @@ bool loadItemFile(std::wstring_view path, std::uint64_t most, const ReadBytes& r
     try {
         std::string bytes;
         return platform::readOrdinaryFile(platform::nativePath(path), most, bytes, error) &&
-               read(bytes, platform::toUtf8(path));
+               read(bytes, platform::toUtf8(platform::shownPath(path)));
     } catch (const std::bad_alloc&) {
-        error.message = platform::toUtf8(path) + "：文件太大，内存不足";
+        error.message = platform::toUtf8(platform::shownPath(path)) + "：文件太大，内存不足";
         return false;
     }
 }

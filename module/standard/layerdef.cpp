@@ -109,8 +109,8 @@ void report(const std::wstring& path, const std::vector<int>& badLines) {
         numbers += formatInteger(badLines[i]);
     }
     if (badLines.size() > kNamed) numbers += L"……";
-    QrsExport::PrintRefusal(L"\n旧图层定义 %s：第 %s 行无法识别，共跳过 %d 行。\n", path.c_str(), numbers.GetString(),
-                            static_cast<int>(badLines.size()));
+    QrsExport::PrintRefusal(L"\n旧图层定义 %s：第 %s 行无法识别，共跳过 %d 行。\n", platform::shownPath(path).c_str(),
+                            numbers.GetString(), static_cast<int>(badLines.size()));
 }
 
 }  // namespace

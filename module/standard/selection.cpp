@@ -1,5 +1,6 @@
 // Chooses the standard file, loads it and remembers the choice.
 #include "host/platform/codepage.h"
+#include "host/platform/files.h"
 #include "qrs_kernal.h"
 #include "qrs_standard.h"
 #include "standard/holder.h"
@@ -32,7 +33,7 @@ bool load(StandardHolder& holder, const std::wstring& path, const wchar_t* conse
 bool loadBuiltin(StandardHolder& holder, const std::wstring& path) {
     Standard standard;
     platform::Error error;
-    if (!parseStandard(builtinStandard(), platform::toUtf8(path), standard, error)) return false;
+    if (!parseStandard(builtinStandard(), platform::toUtf8(platform::shownPath(path)), standard, error)) return false;
     holder.adopt(std::move(standard), makeText(path));
     QrsExport::SetStandardInUse({path, true});
     return true;
@@ -42,7 +43,7 @@ bool loadBuiltin(StandardHolder& holder, const std::wstring& path) {
 void remember(const std::wstring& path) {
     if (QrsExport::ChooseStandardFile(path)) return;
     if (platform::compareNoCase(QrsExport::ChosenStandardFile(), path) == 0) return;
-    QrsExport::PrintRefusal(L"\n不能保存当前管线系统标准的设置：%s\n", path.c_str());
+    QrsExport::PrintRefusal(L"\n不能保存当前管线系统标准的设置：%s\n", platform::shownPath(path).c_str());
 }
 
 bool isDefault(const std::wstring& path) {

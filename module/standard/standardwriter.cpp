@@ -200,7 +200,7 @@ bool formatStandard(const Standard& standard, std::string& bytes, platform::Erro
 bool writeStandard(const Standard& standard, std::wstring_view path, platform::Error& error) {
     std::string bytes;
     if (!formatStandard(standard, bytes, error)) {
-        error.message = platform::toUtf8(path) + "：" + error.message;
+        error.message = platform::toUtf8(platform::shownPath(path)) + "：" + error.message;
         return false;
     }
     return platform::writeFileAtomically(platform::nativePath(path), bytes, false, error);

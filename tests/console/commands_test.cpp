@@ -248,13 +248,15 @@ TEST(VariableCommand, ShowsAndSets) {
     EXPECT_TRUE(has(outcome.out, "TILEMODE  1")) << outcome.out;
     EXPECT_TRUE(has(outcome.out, "(read only)")) << outcome.out;
     // The name of a variable is a command, and one that can be called from another.
-    const Outcome typed = place.run({"building.dxf"}, "clayer\n0\n_CLAYER\n\nACADVER\n-LAYER\n'CTAB\n\n\n");
+    const Outcome typed = place.run({"building.dxf"}, "clayer\n0\n_CLAYER\n\nACADVER\n-LAYER\n'CTAB\n\n\nDWGPREFIX\n");
     EXPECT_EQ(typed.code, 0) << typed.error;
     EXPECT_TRUE(has(typed.out,
                     "Command: clayer\nEnter new value for CLAYER <\"给排-生活给水-管线\">: 0\n"
                     "Command: _CLAYER\nEnter new value for CLAYER <\"0\">: \n"
                     "Command: ACADVER\nACADVER = \"18.0\" (read only)\n"))
         << typed.out;
+    const std::string folder = (place.path("").make_preferred()).u8string();
+    EXPECT_TRUE(has(typed.out, "DWGPREFIX = \"" + folder + "\" (read only)\n")) << typed.out;
     EXPECT_TRUE(has(typed.out, "'CTAB\nEnter new value for CTAB <\"Model\">: \nResuming -LAYER command.\n"))
         << typed.out;
     for (const char* bad :

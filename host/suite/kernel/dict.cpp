@@ -66,7 +66,7 @@ bool TWDict::ReadFile(const std::wstring& path, std::wstring& reason) {
     if (platform::presenceOf(path, error) == platform::Presence::Present &&
         platform::readOrdinaryFile(platform::nativePath(path), kLargestFile, bytes, error) &&
         !read->text.parse(bytes, problem))
-        error.message = platform::toUtf8(path) + ": " + problem;
+        error.message = platform::toUtf8(platform::shownPath(path)) + ": " + problem;
     if (error) {
         reason = platform::fromUtf8(error.message);
         return false;
