@@ -23,12 +23,13 @@ void Dialogs::refuse(std::wstring_view text) {
     session_.refuse(text);
 }
 
-bool Dialogs::ask(const std::wstring& prompt, std::wstring& answer) {
+bool Dialogs::ask(const std::wstring& prompt, const platform::ExpectedAnswer& expected, std::wstring& answer) {
     // Flags and keywords that a command set for its next prompt are not meant for a dialog.
     session_.takeFlags();
     session_.takeKeywords();
     session_.output.freshLine();
-    Answer given = session_.ask(prompt, Extent::Line);
+    if (expected.isFolder) session_.want(Wanted::Folder);
+    Answer given = session_.ask(prompt, Extent::Line, expected.words);
     if (given.reply != Reply::Line) return false;
     answer = std::move(given.text);
     return true;

@@ -18,7 +18,7 @@ class Dialogs : private platform::QuestionLine {
   private:
     void print(std::wstring_view text) override;
     void refuse(std::wstring_view text) override;
-    bool ask(const std::wstring& prompt, std::wstring& answer) override;
+    bool ask(const std::wstring& prompt, const platform::ExpectedAnswer& expected, std::wstring& answer) override;
 
     Session& session_;
     platform::TextPresenter presenter_;

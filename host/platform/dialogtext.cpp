@@ -29,7 +29,7 @@ class Showing {
         printAll();
         while (!dialog_.closing()) {
             std::wstring answer;
-            if (!line_.ask(prompt, answer)) return kDialogCancel;
+            if (!line_.ask(prompt, {expectedWords()}, answer)) return kDialogCancel;
             take(std::wstring(trimmed(answer)));
         }
         return *dialog_.closing();
@@ -65,6 +65,16 @@ class Showing {
         const DialogAnswer meant = onlyField() ? textOf(answer) : parseAnswer(dialog_, answer);
         if (!meant.refusal.empty()) return refuse(meant.refusal);
         if (apply(meant) && !dialog_.closing()) printChanges();
+    }
+
+    std::vector<std::wstring> expectedWords() {
+        std::vector<std::wstring> words = {L"OK", L"Cancel", dialog_.okCaption, dialog_.cancelCaption};
+        const bool isField = onlyField();
+        for (const DialogItem& item : itemsOf(dialog_)) {
+            words.push_back(nameOf(item));
+            if (isField) words.insert(words.end(), item.control->choices.begin(), item.control->choices.end());
+        }
+        return words;
     }
 
     // A dialog that asks for a single text takes every answer as that.
@@ -169,7 +179,7 @@ class Showing {
         const std::wstring name = nameOf({&control});
         for (;;) {
             std::wstring answer;
-            if (!line_.ask(name + L" <" + control.text + L">: ", answer)) return;
+            if (!line_.ask(name + L" <" + control.text + L">: ", {control.choices}, answer)) return;
             answer = std::wstring(trimmed(answer));
             if (answer.empty()) return;
             const std::wstring refusal = takeText(control, answer == L"." ? std::wstring() : answer);
@@ -243,12 +253,15 @@ int TextPresenter::showMessage(const MessageQuestion& question) {
     const std::size_t position = static_cast<std::size_t>(std::max(question.defaultButton, 0));
     const MessageButton fallback = buttons[std::min(position, buttons.size() - 1)];
     std::wstring prompt = question.text + L" [";
-    for (const MessageButton& button : buttons)
+    std::vector<std::wstring> words;
+    for (const MessageButton& button : buttons) {
+        words.insert(words.end(), {button.english, button.chinese});
         prompt += (button.result == buttons.front().result ? L"" : L"/") + std::wstring(button.english);
+    }
     prompt += L"] <" + std::wstring(fallback.english) + L">: ";
     for (;;) {
         std::wstring answer;
-        if (!line_.ask(prompt, answer)) return escapeOf(question.buttons);
+        if (!line_.ask(prompt, {words}, answer)) return escapeOf(question.buttons);
         answer = std::wstring(trimmed(answer));
         if (answer.empty()) return fallback.result;
         for (const MessageButton& button : buttons)
@@ -260,7 +273,7 @@ int TextPresenter::showMessage(const MessageQuestion& question) {
 std::optional<std::wstring> TextPresenter::chooseFolder(const std::wstring& title) {
     for (;;) {
         std::wstring answer;
-        if (!line_.ask(L"\n" + title + L": ", answer)) return std::nullopt;
+        if (!line_.ask(L"\n" + title + L": ", {{}, true}, answer)) return std::nullopt;
         answer = unquoted(std::wstring(trimmed(answer)));
         if (answer.empty()) return std::nullopt;
         std::wstring path = fullPath(answer);

@@ -20,9 +20,18 @@
 // different are printed again.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "host/platform/dialog.h"
 
 namespace qrs::platform {
+
+// What an answer may be, as far as it can be completed.
+struct ExpectedAnswer {
+    std::vector<std::wstring> words;
+    bool isFolder = false;
+};
 
 // Where a text presenter prints and asks.
 class QRS_HOST_PORT QuestionLine {
@@ -32,7 +41,7 @@ class QRS_HOST_PORT QuestionLine {
     // Prints a text that tells what is not done: a warning, an answer that cannot be taken.
     virtual void refuse(std::wstring_view text);
     // One line; false when the user cancelled or there will be no more.
-    virtual bool ask(const std::wstring& prompt, std::wstring& answer) = 0;
+    virtual bool ask(const std::wstring& prompt, const ExpectedAnswer& expected, std::wstring& answer) = 0;
 };
 
 class QRS_HOST_PORT TextPresenter : public DialogPresenter {

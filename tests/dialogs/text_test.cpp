@@ -17,8 +17,9 @@ namespace {
 class Lines : public QuestionLine {
   public:
     void print(std::wstring_view text) override { transcript += text; }
-    bool ask(const std::wstring& prompt, std::wstring& answer) override {
+    bool ask(const std::wstring& prompt, const ExpectedAnswer& expected, std::wstring& answer) override {
         lastPrompt = prompt;
+        lastExpected = expected;
         if (answers.empty()) return false;
         answer = answers.front();
         answers.pop_front();
@@ -28,6 +29,7 @@ class Lines : public QuestionLine {
 
     std::deque<std::wstring> answers;
     std::wstring lastPrompt;
+    ExpectedAnswer lastExpected;
     std::wstring transcript;
 };
 
@@ -93,6 +95,10 @@ TEST_F(TextDialog, PrintsItselfOnceAndThenWhatChanges) {
               L"<OK>\n");
     EXPECT_EQ(presses, 1);
     EXPECT_EQ(lines.lastPrompt, L"Number, name or name=value [?/OK/Cancel] <OK>: ");
+    EXPECT_EQ(lines.lastExpected.words,
+              (std::vector<std::wstring>{L"OK", L"Cancel", L"确定", L"取消", L"自动, 全部=是", L"左", L"右", L"0", L"3",
+                                         L"给排-管线", L"给排-立管", L"标注", L"名称", L"线型", L"拾取"}));
+    EXPECT_FALSE(lines.lastExpected.isFolder);
 }
 
 TEST_F(TextDialog, SpeaksTheLanguageChosen) {
@@ -162,6 +168,7 @@ TEST_F(TextDialog, AsksMessagesAndFolders) {
     EXPECT_EQ(answered({L"what", L"否"}), kDialogNo);
     EXPECT_EQ(answered({L""}), kDialogYes);
     EXPECT_EQ(answered({}), kDialogNo);
+    EXPECT_EQ(lines.lastExpected.words, (std::vector<std::wstring>{L"Yes", L"是", L"No", L"否"}));
 
     const Folder folder;
     const std::wstring inner = innerPath(folder.path());
@@ -170,6 +177,7 @@ TEST_F(TextDialog, AsksMessagesAndFolders) {
     EXPECT_EQ(presenter.chooseFolder(L"指定导入目录"), inner);
     lines.answers = {L""};
     EXPECT_EQ(presenter.chooseFolder(L"指定导入目录"), std::nullopt);
+    EXPECT_TRUE(lines.lastExpected.isFolder);
 }
 
 TEST(ColorDialog, TakesIndexesNamesAndTrueColors) {
