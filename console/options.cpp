@@ -142,6 +142,7 @@ void describe(CLI::App& app, RawOptions& raw) {
         ->expected(2);
     app.add_flag("--json", raw.asJson, translated("Print the report of --info or --compare for programs"));
     app.footer(translated(
+        "Without a script the commands are typed; HELP lists them, HELP and a name tells of one, Tab completes.\n\n"
         "Exit codes: 0 done, 1 a command failed or two drawings differ, 2 wrong usage, 3 a file cannot be read,\n"
         "4 a file cannot be written, 5 the run of one of several drawings was killed. Of several drawings the "
         "highest."));

@@ -7,6 +7,7 @@
 
 #include "console/batch.h"
 #include "console/converter.h"
+#include "console/help.h"
 #include "console/places.h"
 #include "console/record.h"
 #include "console/report.h"
@@ -301,6 +302,14 @@ void complain(const std::string& message) {
 
 namespace {
 
+// What a person starts with.
+void greet(const Options& options, ConsoleTerminal& terminal) {
+    const std::string drawing = options.drawing.empty() ? "new" : options.drawing.u8string();
+    terminal.print(
+        platform::fromUtf8("qrsconsole " QRS_VERSION ". HELP or ? lists the commands, QUIT ends.\nDrawing: " + drawing +
+                           ". Standard: " + shownStandard(QrsExport::GetStandardInUse()) + ".\n"));
+}
+
 // The commands, and what is written after them.
 ExitCode runCommands(const Options& options, host::Application& application, ConsoleTerminal& terminal,
                      RunRecord& record) {
@@ -309,6 +318,7 @@ ExitCode runCommands(const Options& options, host::Application& application, Con
     const StartedDrawing started(application.currentDocument());
     // A person has seen what failed and gone on.
     const bool isPerson = terminal.isInteractive();
+    if (isPerson) greet(options, terminal);
     const bool allDone = application.run(options.keepGoing || isPerson) || isPerson;
     record.changed = started.isCurrent(application) && application.hasUnsavedChanges();
     Failure failure;
@@ -363,6 +373,7 @@ ExitCode run(Options options) {
     host::Application application(*terminal);
     host::registerHostCommands();
     registerStandardCommand();
+    registerHelpCommand();
     RunRecord record;
     const ExitCode code = runCommands(options, application, *terminal, record);
     return keepRecord(options, *terminal, std::move(record), code);

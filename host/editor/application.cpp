@@ -186,12 +186,25 @@ std::wstring Application::pluginOf(std::wstring_view command) const {
     return plugin ? plugin->name : std::wstring();
 }
 
+bool Application::isVariable(std::wstring_view name) {
+    return ed::Variables::isKnown(name);
+}
+
 Completion Application::complete(std::wstring_view typed) const {
     return ed::complete(state_->session, state_->session.asked(), typed);
 }
 
 void Application::setFirstAnswer(std::wstring_view command, Wanted wanted) {
     state_->session.firstAnswers[platform::foldCase(command)] = wanted;
+}
+
+std::wstring takeRestOfLine() {
+    ed::Session* const session = ed::Session::current();
+    return session ? session->input.takeTypedWords() : std::wstring();
+}
+
+void failUnknownCommand(const std::wstring& name) {
+    if (ed::Session* session = ed::Session::current()) session->fail(session->unknownCommand(name));
 }
 
 void failCommand(std::wstring_view message) {

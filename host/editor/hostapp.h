@@ -132,6 +132,7 @@ class QRS_HOST_PORT Application {
     // Names of all registered commands, and the file name of the plug-in that has registered one, empty for the host's.
     std::vector<std::wstring> commandNames() const;
     std::wstring pluginOf(std::wstring_view command) const;
+    static bool isVariable(std::wstring_view name);
 
     // What the answer to the prompt of now can become; typed is what stands before the cursor.
     Completion complete(std::wstring_view typed) const;
@@ -143,6 +144,10 @@ class QRS_HOST_PORT Application {
     std::unique_ptr<State> state_;
 };
 
+// From inside a command: the words typed after its name on the same line, which answer no prompt then; or nothing.
+QRS_HOST_PORT std::wstring takeRestOfLine();
+// From inside a command: it failed, since there is no command of a name; what was meant is guessed.
+QRS_HOST_PORT void failUnknownCommand(const std::wstring& name);
 // From inside a command: it failed, and why. The message goes to Terminal::error; the run stops unless it keeps going.
 QRS_HOST_PORT void failCommand(std::wstring_view message);
 // From inside a command: prints a text of the command line that tells what the command did not do. It also goes to

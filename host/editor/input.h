@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "host/editor/output.h"
@@ -44,7 +45,9 @@ class Input {
     // The next answer comes from a text that was sent to be typed unseen.
     bool isUnseenNext() const { return (given_.empty() || !given_.back()) && !sent_.empty() && !sent_.front().echo; }
 
-    // The words left on the typed line are no answers any more.
+    // The words left on the typed line.
+    std::wstring takeTypedWords() { return std::exchange(rest_, std::nullopt).value_or(std::wstring()); }
+    // They are no answers any more.
     void dropTypedWords() { rest_.reset(); }
 
     // The answers of a command called by a program; nothing: its prompts are answered from outside.

@@ -92,6 +92,9 @@ class Session : private AcDbHostApplicationServices {
     // The system variable that was typed as the command that runs now; empty when it was not, and once it is taken.
     std::wstring takeTypedVariable() { return std::exchange(typedVariable_, std::wstring()); }
 
+    // The message about a name that means nothing, and what is near it.
+    std::wstring unknownCommand(const std::wstring& typed) const;
+
     Outcome runCommand(const AcEdCommand& command, bool transparent);
     // A command called from a running one, by name. Failed when there is none.
     Outcome callCommand(const std::wstring& name, std::deque<std::wstring> answers);
@@ -125,7 +128,6 @@ class Session : private AcDbHostApplicationServices {
     AcEdCommand* lookup(std::wstring_view typed) const;
     // The same, and for the name of a system variable the command that asks for its value, which is told the name.
     const AcEdCommand* lookupMeant(std::wstring_view typed);
-    std::wstring unknownCommand(const std::wstring& typed) const;
     CommandResult runTyped(const std::wstring& typed);
     void runTransparent(const std::wstring& typed);
     bool isTransparentCall(const Answer& answer, Extent extent) const;

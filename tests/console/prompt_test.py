@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Types at the console's prompt through a pseudo-terminal: completion, Chinese answers, ^C, history, asking before QUIT.
+"""Types at the console's prompt through a pseudo-terminal: Chinese answers, ^C, asking before QUIT,
+completion, history; and a reader that goes away.
 
     prompt_test.py CONSOLE [--plain]    plain: where the system edits the lines, without completion, history and ^D
 """
@@ -114,6 +115,38 @@ def session(program, folder):
     assert typist.ends() == 0
 
 
+def completion(program, folder):
+    """Tab completes what is asked for; each row: what is typed at which prompt, and what it becomes."""
+    drawings = os.path.join(folder, "图 纸")
+    os.mkdir(drawings)
+    shutil.copy(BUILDING, os.path.join(drawings, "首层 a.dxf"))
+    open(os.path.join(drawings, "首层.txt"), "w").close()
+    typist = Typist(program, folder)
+    typist.sees("HELP or ?")
+    typist.sees("Drawing: new. Standard: ")
+    for typed, becomes in (("unfrozena\t", "UnFrozenAllLayer"), ("gx\t\t", "gxfz  gxgd  gxsz"), ("OPEN 图\t首\t", "层 a.dxf"),
+                           ("setvar cla\t", "CLAYER"), ("clay\t", "CLAYER"), ("HELP GXS\t", "gxsz"), ("'zo\t", "ZOOM")):
+        typist.sees("Command: ")
+        typist.types(typed)
+        typist.sees(becomes)
+        typist.types("\x03")
+        typist.sees("*Cancel*")
+    for answer, prompt in (("OPEN", "to open: "), ("图\t\t", "Command: "), ("-LAYER", "Enter an option"), ("fr\t", "to freeze"),
+                           ("建筑-房\t,公用-图\t", "Enter an option"), ("?", "to list"), ("公用-图\t", "frozen")):
+        typist.types(answer + "\n")
+        typist.sees(prompt)
+    typist.types("\n")
+    typist.sees("Command: ")
+    typist.types("LAYOUT\n")
+    typist.sees("option")
+    typist.types("s\t\n")
+    typist.sees("make current")
+    typist.types("布\t\n")
+    typist.sees("Regenerating layout.")
+    typist.types("QUIT\nY\n")
+    assert typist.ends() == 0
+
+
 def history(program, folder):
     typist = Typist(program, folder)
     typist.sees("Command: ")
@@ -155,6 +188,7 @@ def main():
         session(sys.argv[1], folder)
         if not PLAIN:
             history(sys.argv[1], folder)
+            completion(sys.argv[1], folder)
     finally:
         shutil.rmtree(folder)
 
