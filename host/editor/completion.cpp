@@ -160,15 +160,16 @@ Completion complete(const Session& session, const Asked& asked, std::wstring_vie
     begin = std::min(typed.find_first_not_of(L" \t"), typed.size());
     completion.names = asked.words;
     const bool hasBlank = typed.find_first_of(L" \t", begin) != std::wstring_view::npos;
-    if (hasBlank && wanted == Wanted::Command) {
+    const bool isTransparent = wanted != Wanted::Command && typed.substr(begin, 1) == L"'";
+    if (isTransparent) completion.names.clear();
+    if (hasBlank && (isTransparent || wanted == Wanted::Command)) {
         const std::optional<Wanted> first = wantedAfterName(session, typed, begin);
         if (!first) return {};
         wanted = *first;
     } else if (hasBlank && asked.extent == Extent::Word) {
         return {};
-    } else if (wanted != Wanted::Command && typed.substr(begin, 1) == L"'") {
+    } else if (isTransparent) {
         wanted = Wanted::TransparentCommand;
-        completion.names.clear();
     }
     if (wanted == Wanted::Command || wanted == Wanted::TransparentCommand)
         begin = std::min(typed.find_first_not_of(kMarks, begin), typed.size());

@@ -98,6 +98,7 @@ Answer Input::read(const std::wstring& promptLine, Extent extent, bool atCommand
     switch (fromSent(extent, atCommandPrompt, answer.text, echo)) {
         case Taken::Cancel:
             answer.reply = Reply::Cancel;
+            answer.unseen = !echo;
             return answer;
         case Taken::Whole:
             if (echo) show(promptLine, answer.text);
@@ -186,6 +187,7 @@ Input::Taken Input::fromSent(Extent extent, bool skipEmpty, std::wstring& text, 
         if (front.position == front.text.size()) sent_.pop_front();
         if (c == kEscape) {
             text.clear();
+            echo = sentEcho;
             return Taken::Cancel;
         }
         const bool isWord = extent == Extent::Word;

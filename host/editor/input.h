@@ -25,6 +25,7 @@ struct Answer {
     bool typed = false;        // by the user, not sent or given
     bool promptShown = false;  // for Cancel: its prompt stands on the line, which is still open
     bool discarded = false;    // for Cancel: something had been typed already
+    bool unseen = false;       // for Cancel: a program sent it, not to be seen
 };
 
 class Input {

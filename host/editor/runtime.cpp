@@ -44,7 +44,10 @@ bool Session::run(bool keepGoing) {
             continue;
         }
         if (!answer.text.empty()) {
+            const std::wstring lastOfUser = lastCommand_;
             const CommandResult result = runTyped(answer.text);
+            // What a command sends to follow it is not what the user did last.
+            if (!answer.typed) lastCommand_ = lastOfUser;
             if (answer.typed) output.terminal().commandEnded(lastTyped_, result);
         } else if (output.terminal().isInteractive() && !lastCommand_.empty()) {
             output.print(lastCommand_ + L"\n");
@@ -165,7 +168,8 @@ void Session::tellCancel(const std::wstring& promptLine, const Answer& answer) {
         if (answer.reply == Reply::End) tell = !std::exchange(running.back().toldEnd, true);
     }
     if (answer.reply == Reply::Cancel) input.dropTypedWords();
-    if (!tell) return;
+    // The user would wonder what was cancelled.
+    if (!tell || answer.unseen) return;
     const bool shown = answer.promptShown || (answer.reply == Reply::End && output.terminal().isInteractive());
     output.print((shown ? std::wstring() : promptLine) + translated(L"*Cancel*\n"));
     // Esc that a program sent only makes sure that nothing runs.

@@ -93,7 +93,10 @@ def session(program, folder):
         typist.sees("Command: ")
     typist.types("-LAYR\n")
     typist.sees('Unknown command "-LAYR". Did you mean -LAYER?')
-    # Enter repeats the last command, and says which.
+    typist.sees("Command: ")
+    # Enter repeats the last command and says which; what that command sent to follow it is none of the user's.
+    typist.types("UnLockSelLayer\n\n")
+    typist.sees("Regenerating model.")
     typist.sees("Command: ")
     typist.types("\n")
     typist.sees("UnLockSelLayer")
@@ -131,7 +134,8 @@ def completion(program, folder):
         typist.sees(becomes)
         typist.types("\x03")
         typist.sees("*Cancel*")
-    for answer, prompt in (("OPEN", "to open: "), ("图\t\t", "Command: "), ("-LAYER", "Enter an option"), ("fr\t", "to freeze"),
+    for answer, prompt in (("OPEN", "to open: "), ("图\t\t", "Command: "), ("-LAYER", "Enter an option"),
+                           ("'help GXS\t", "gxsz: "), ("fr\t", "to freeze"),
                            ("建筑-房\t,公用-图\t", "Enter an option"), ("?", "to list"), ("公用-图\t", "frozen")):
         typist.types(answer + "\n")
         typist.sees(prompt)
