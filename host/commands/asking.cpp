@@ -2,6 +2,7 @@
 #include "host/commands/asking.h"
 
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "acedads.h"
@@ -23,9 +24,10 @@ constexpr std::size_t kAnswerSize = 32768;
 
 }  // namespace
 
-std::optional<std::wstring> askText(const std::wstring& prompt, Blanks blanks, Wanted wanted) {
+std::optional<std::wstring> askText(const std::wstring& prompt, Blanks blanks, Wanted wanted,
+                                    std::vector<std::wstring> words) {
     std::vector<ACHAR> answer(kAnswerSize);
-    if (ed::Session* const session = ed::Session::current()) session->want(wanted);
+    if (ed::Session* const session = ed::Session::current()) session->want(wanted, std::move(words));
     const int result = acedGetString(blanks == Blanks::Kept ? 1 : 0, prompt.c_str(), answer.data(), answer.size());
     if (result != RTNORM) return std::nullopt;
     const std::wstring_view text(answer.data());

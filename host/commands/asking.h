@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "dbid.h"
 #include "host/editor/hostapp.h"
@@ -11,9 +12,10 @@
 namespace qrs::host::commands {
 
 // One answer, with blanks inside when they are allowed and without those around it; nothing when the user cancelled.
-// wanted: what it can be completed from.
+// wanted, words: what it can be completed from.
 enum class Blanks { EndAnswer, Kept };
-std::optional<std::wstring> askText(const std::wstring& prompt, Blanks blanks, Wanted wanted = Wanted::Text);
+std::optional<std::wstring> askText(const std::wstring& prompt, Blanks blanks, Wanted wanted = Wanted::Text,
+                                    std::vector<std::wstring> words = {});
 
 // A keyword as the list spells it (see acedInitGet), or empty for Enter; nothing when the user cancelled.
 std::optional<std::wstring> askKeyword(const std::wstring& keywords, const std::wstring& prompt);

@@ -2,6 +2,7 @@
 #include "host/commands/layerlist.h"
 
 #include <cwchar>
+#include <iterator>
 #include <set>
 
 #include "acedads.h"
@@ -103,6 +104,13 @@ std::wstring colorText(const AcCmColor& color) {
 
 namespace {
 
+// "red", "yellow" ... and what else is taken for a colour by its name.
+std::vector<std::wstring> colorNames() {
+    std::vector<std::wstring> names(std::begin(kColorNames), std::end(kColorNames));
+    names.emplace_back(L"Truecolor");
+    return names;
+}
+
 // The palette colour of a name ("red") or number ("1" to "255").
 std::optional<AcCmColor> paletteColor(const std::wstring& text) {
     AcCmColor color;
@@ -137,11 +145,11 @@ std::optional<AcCmColor> trueColor(const std::wstring& text) {
 }  // namespace
 
 std::optional<std::wstring> askColor(const std::wstring& prompt, std::optional<AcCmColor>& color) {
-    std::optional<std::wstring> text = askText(prompt, Blanks::EndAnswer);
+    std::optional<std::wstring> text = askText(prompt, Blanks::EndAnswer, Wanted::Text, colorNames());
     if (!text || text->empty()) return text;
     const std::wstring folded = platform::foldCase(*text);
     const bool isTrueColor = std::wstring(L"TRUECOLOR").compare(0, folded.size(), folded) == 0;
-    if (isTrueColor) text = askText(L"\nRed,Green,Blue: ", Blanks::EndAnswer);
+    if (isTrueColor) text = askText(translated(L"\nRed,Green,Blue: "), Blanks::EndAnswer);
     if (text) color = isTrueColor ? trueColor(*text) : paletteColor(*text);
     return text;
 }

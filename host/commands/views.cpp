@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cwchar>
 #include <string>
+#include <vector>
 
 #include "acedads.h"
 #include "host/commands/asking.h"
@@ -169,8 +170,11 @@ void zoom() {
         L"[All/Center/Dynamic/Extents/Previous/Scale/Window/Object] <real time>: ");
     AcApDocument* document = acDocManager->curDocument();
     if (!document) return;
+    std::vector<std::wstring> options;
+    for (const ZoomOption& option : kZoomOptions)
+        options.emplace_back(option.name);
     for (;;) {
-        const std::optional<std::wstring> answer = askText(prompt, Blanks::EndAnswer);
+        const std::optional<std::wstring> answer = askText(prompt, Blanks::EndAnswer, Wanted::Text, options);
         if (!answer || answer->empty() || zoomBy(*document, *answer)) return;
         ads_point corner = {};
         if (ed::parsePoint(*answer, nullptr, corner)) return zoomWindow(*document, corner);

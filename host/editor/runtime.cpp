@@ -1,5 +1,6 @@
 // How commands are read from the command line and run.
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "host/editor/documents.h"
@@ -145,7 +146,9 @@ void Session::runTransparent(const std::wstring& typed) {
 
 Answer Session::ask(const std::wstring& prompt, Extent extent, std::vector<std::wstring> words) {
     input.setEcho(variables.integer(L"CMDECHO") != 0);
-    const Asked asked{std::exchange(wanted_, Wanted::Text), extent, std::move(words)};
+    Asked asked = std::exchange(wanted_, Asked());
+    asked.extent = extent;
+    std::move(words.begin(), words.end(), std::back_inserter(asked.words));
     for (;;) {
         asked_ = asked;
         const std::wstring promptLine = input.isUnseenNext() ? output.skipPrompt(prompt) : output.beginPrompt(prompt);

@@ -79,7 +79,9 @@ class Session : private AcDbHostApplicationServices {
     // words: what it takes besides what is wanted.
     Answer ask(const std::wstring& prompt, Extent extent, std::vector<std::wstring> words = {});
     // What the next prompt asks for, as far as answers can be completed from it; asking takes it.
-    void want(Wanted wanted) { wanted_ = wanted; }
+    void want(Wanted wanted, std::vector<std::wstring> words = {}) {
+        wanted_ = {wanted, Extent::Line, std::move(words)};
+    }
     // The prompt that is asked now.
     const Asked& asked() const { return asked_; }
 
@@ -140,7 +142,7 @@ class Session : private AcDbHostApplicationServices {
     void switchToSentDocument();
 
     int flags_ = 0;
-    Wanted wanted_ = Wanted::Text;
+    Asked wanted_;
     Asked asked_;
     Keywords keywords_;
     std::wstring lastCommand_;  // that Enter repeats
