@@ -99,11 +99,11 @@ void registerHelpCommand() {
     AcEdCommandStack* const stack = acedRegCmds;
     host::Application* const application = host::Application::current();
     if (stack == nullptr || application == nullptr) return;
-    for (const ACHAR* name : {L"HELP", L"?"}) {
-        stack->addCommand(L"HOST_COMMANDS", name, name, ACRX_CMD_TRANSPARENT | ACRX_CMD_SESSION | ACRX_CMD_NOUNDOMARKER,
-                          &help);
-        application->setFirstAnswer(name, host::Wanted::Command);
-    }
+    constexpr Adesk::Int32 kFlags = ACRX_CMD_TRANSPARENT | ACRX_CMD_SESSION | ACRX_CMD_NOUNDOMARKER;
+    stack->addCommand(L"HOST_COMMANDS", L"HELP", L"HELP", kFlags, &help);
+    stack->addCommand(L"HOST_COMMANDS", L"?", L"?", kFlags, &help);
+    application->setFirstAnswer(L"HELP", host::Wanted::Command);
+    application->setFirstAnswer(L"?", host::Wanted::Command);
 }
 
 }  // namespace qrs::console

@@ -36,7 +36,7 @@ def described_in_page(text):
 
 def registered_commands():
     commands = set()
-    for file in ("module/frame/cmdtable.cpp", "host/commands/registration.cpp", "console/standard.cpp"):
+    for file in ("module/frame/cmdtable.cpp", "host/commands/registration.cpp", "console/standard.cpp", "console/help.cpp"):
         text = (ROOT / file).read_text(encoding="utf-8")
         commands |= set(re.findall(r'^    \{L"([\w-]+)", (?:ACRX|&command)', text, re.MULTILINE))
         commands |= set(re.findall(r'addCommand\(L"\w+", L"([\w-]+)"', text))
