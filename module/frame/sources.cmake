@@ -1,2 +1,2 @@
 set(QRS_FRAME_SOURCES
-    cmdconfig.cpp cmdtable.cpp docglobals.cpp entry.cpp specdata.cpp startup.cpp xmlfile.cpp)
+    chinese.cpp cmdconfig.cpp cmdtable.cpp docglobals.cpp entry.cpp specdata.cpp startup.cpp xmlfile.cpp)

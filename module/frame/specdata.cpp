@@ -6,10 +6,13 @@
 
 #include "frame/xmlfile.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "qrs_fitting.h"
 #include "qrs_kernal.h"
 
 namespace qrs::frame {
+
+using platform::translated;
 
 namespace {
 
@@ -51,7 +54,9 @@ void readDoublePipeFittings(double tolerance) {
         else
             ++faulty;
     }
-    if (faulty > 0) QrsExport::PrintRefusal(L"\nSpecData.xml 中有 %d 个管件缺少名称或数值，已忽略。\n", faulty);
+    if (faulty > 0)
+        QrsExport::PrintRefusal(
+            L"%s", translated(L"\nSpecData.xml: fittings without a name or a number, left out: %1\n", faulty).c_str());
 }
 
 }  // namespace qrs::frame

@@ -3,9 +3,13 @@
 
 #include <utility>
 
+#include "host/platform/language.h"
 #include "qrs_kernal.h"
 
 namespace qrs::standard {
+
+using platform::translated;
+
 namespace {
 
 std::unique_ptr<StandardHolder>& holder() {
@@ -21,7 +25,10 @@ bool wasStarted = false;
 void tellNotStarted() {
     static bool isTold = false;
     if (wasStarted || std::exchange(isTold, true)) return;
-    QrsExport::PrintRefusal(L"\n管线系统模块 qrs_pipeSystem 没有启动，没有管线系统标准可以查询。请先加载它。\n");
+    QrsExport::PrintRefusal(
+        L"%s",
+        translated(L"\nThe module qrs_pipeSystem has not been started: there is no standard to ask. Load it first.\n")
+            .c_str());
 }
 
 }  // namespace

@@ -10,10 +10,15 @@
 
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "standard/text.h"
 #include "standard/xmltext.h"
 
 namespace qrs::standard {
+
+using platform::translated;
+using platform::untranslated;
+
 namespace {
 
 // White space alone is a value like any other, but not between elements. A fragment, because what stands outside of the
@@ -71,29 +76,55 @@ std::size_t firstForbidden(std::string_view utf8) {
 bool checkRoot(const pugi::xml_document& tree, std::string_view utf8, const std::string& name, platform::Error& error) {
     const auto refuse = [&](std::ptrdiff_t offset, const char* reason) {
         setXmlError(error, name, lineAt(utf8, static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0))),
-                    std::string("不是完好的 XML（") + reason + "）");
+                    translated("not well-formed XML (%1)", translated(reason)));
         return false;
     };
     bool hasRoot = false;
     for (const pugi::xml_node& child : tree.children()) {
-        if (child.type() != pugi::node_element) return refuse(child.offset_debug(), "根元素之外有文字");
-        if (hasRoot) return refuse(child.offset_debug(), "第二个根元素");
+        if (child.type() != pugi::node_element)
+            return refuse(child.offset_debug(), untranslated("text outside of the root element"));
+        if (hasRoot) return refuse(child.offset_debug(), untranslated("a second root element"));
         hasRoot = true;
     }
-    return hasRoot || refuse(static_cast<std::ptrdiff_t>(utf8.size()), "没有根元素");
+    return hasRoot || refuse(static_cast<std::ptrdiff_t>(utf8.size()), untranslated("no root element"));
+}
+
+struct ParseFault {
+    pugi::xml_parse_status status;
+    const char* text;
+};
+constexpr ParseFault kParseFaults[] = {
+    {pugi::status_out_of_memory, untranslated("out of memory")},
+    {pugi::status_unrecognized_tag, untranslated("no tag after <")},
+    {pugi::status_bad_pi, untranslated("a faulty declaration or instruction")},
+    {pugi::status_bad_comment, untranslated("a faulty comment")},
+    {pugi::status_bad_cdata, untranslated("a faulty CDATA section")},
+    {pugi::status_bad_doctype, untranslated("a faulty document type")},
+    {pugi::status_bad_pcdata, untranslated("faulty text")},
+    {pugi::status_bad_start_element, untranslated("a faulty start tag")},
+    {pugi::status_bad_attribute, untranslated("a faulty attribute")},
+    {pugi::status_bad_end_element, untranslated("a faulty end tag")},
+    {pugi::status_end_element_mismatch, untranslated("an end tag of another element")},
+    {pugi::status_no_document_element, untranslated("no root element")},
+};
+
+std::string faultOf(const pugi::xml_parse_result& result) {
+    for (const ParseFault& fault : kParseFaults)
+        if (fault.status == result.status) return translated(fault.text);
+    return result.description();
 }
 
 bool parseUtf8(std::string_view utf8, const std::string& name, pugi::xml_document& tree, platform::Error& error) {
     const std::size_t forbidden = firstForbidden(utf8);
     if (forbidden < utf8.size()) {
-        setXmlError(error, name, lineAt(utf8, forbidden), "含有 XML 不允许的字符");
+        setXmlError(error, name, lineAt(utf8, forbidden), translated("holds a character that XML does not allow"));
         return false;
     }
     const pugi::xml_parse_result result =
         tree.load_buffer(utf8.data(), utf8.size(), kParseOptions, pugi::encoding_utf8);
     if (result) return checkRoot(tree, utf8, name, error);
     const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(result.offset, 0));
-    setXmlError(error, name, lineAt(utf8, offset), std::string("不是完好的 XML（") + result.description() + "）");
+    setXmlError(error, name, lineAt(utf8, offset), translated("not well-formed XML (%1)", faultOf(result)));
     return false;
 }
 
@@ -160,7 +191,8 @@ bool loadItemFile(std::wstring_view path, std::uint64_t most, const ReadBytes& r
         return platform::readOrdinaryFile(platform::nativePath(path), most, bytes, error) &&
                read(bytes, platform::toUtf8(platform::shownPath(path)));
     } catch (const std::bad_alloc&) {
-        error.message = platform::toUtf8(platform::shownPath(path)) + "：文件太大，内存不足";
+        error.message =
+            translated("%1: the file is too large for the memory", platform::toUtf8(platform::shownPath(path)));
         return false;
     }
 }

@@ -7,6 +7,7 @@
 
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "qrs_kernal.h"
 #include "standard/holder.h"
 #include "standard/startup.h"
@@ -14,6 +15,9 @@
 #include "standard/values.h"
 
 namespace qrs::standard {
+
+using platform::translated;
+
 namespace {
 
 constexpr const wchar_t* kFileName = L"LAYERDEF.DAT";
@@ -105,12 +109,12 @@ void report(const std::wstring& path, const std::vector<int>& badLines) {
     constexpr std::size_t kNamed = 10;
     CString numbers;
     for (std::size_t i = 0; i < badLines.size() && i < kNamed; ++i) {
-        if (i > 0) numbers += L"、";
-        numbers += formatInteger(badLines[i]);
+        numbers = i == 0 ? formatInteger(badLines[i]) : makeText(translated(L"%1, %2", view(numbers), badLines[i]));
     }
-    if (badLines.size() > kNamed) numbers += L"……";
-    QrsExport::PrintRefusal(L"\n旧图层定义 %s：第 %s 行无法识别，共跳过 %d 行。\n", platform::shownPath(path).c_str(),
-                            numbers.GetString(), static_cast<int>(badLines.size()));
+    if (badLines.size() > kNamed) numbers += translated(L", ...").c_str();
+    QrsExport::PrintRefusal(L"%s", translated(L"\nOld layer definitions %1: cannot read line %2, %3 left out.\n",
+                                              platform::shownPath(path), view(numbers), badLines.size())
+                                       .c_str());
 }
 
 }  // namespace
@@ -122,7 +126,8 @@ void readOldLayerDefinitions() {
     if (standard == nullptr || platform::presenceOf(path, error) == platform::Presence::Missing) return;
     std::string bytes;
     if (!platform::readOrdinaryFile(platform::nativePath(path), kMostBytes, bytes, error)) {
-        QrsExport::PrintRefusal(L"\n旧图层定义没有读取：%s\n", platform::fromUtf8(error.message).c_str());
+        const std::wstring reason = platform::fromUtf8(error.message);
+        QrsExport::PrintRefusal(L"%s", translated(L"\nOld layer definitions were not read: %1\n", reason).c_str());
         return;
     }
     const std::vector<int> badLines =

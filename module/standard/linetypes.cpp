@@ -7,6 +7,7 @@
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "PipeNodes.h"
 #include "PwxTool.h"
 #include "qrs_kernal.h"
@@ -15,6 +16,9 @@
 #include "standard/tabletext.h"
 
 namespace qrs::standard {
+
+using platform::translated;
+
 namespace {
 
 constexpr wchar_t kTable[] = L"linetype.dbf";
@@ -227,7 +231,9 @@ AcDbObjectId LoadQdLineType(const CString& name) {
     if (readPattern(table, pattern))
         id = addLinetype(pattern);
     else
-        QrsExport::PrintRefusal(L"\nlinetype.dbf文件中线型\"%s\"的数据有错误，不能加载！", name.GetString());
+        QrsExport::PrintRefusal(
+            L"%s",
+            translated(L"\nThe linetype \"%1\" is damaged in linetype.dbf and cannot be loaded!", view(name)).c_str());
     return id;
 }
 

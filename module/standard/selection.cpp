@@ -1,6 +1,7 @@
 // Chooses the standard file, loads it and remembers the choice.
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "qrs_kernal.h"
 #include "qrs_standard.h"
 #include "standard/holder.h"
@@ -8,15 +9,20 @@
 #include "standard/text.h"
 
 namespace qrs::standard {
+
+using platform::translated;
+using platform::untranslated;
+
 namespace {
 
-constexpr const wchar_t* kDefaultServes = L"本次改用默认标准。";
-constexpr const wchar_t* kNoneServes = L"现在没有管线系统标准。";
-constexpr const wchar_t* kLoadedServes = L"仍使用已载入的标准。";
+constexpr const wchar_t* kDefaultServes = untranslated(L"The default standard serves this time.");
+constexpr const wchar_t* kNoneServes = untranslated(L"There is no pipe-system standard now.");
+constexpr const wchar_t* kLoadedServes = untranslated(L"The one that is loaded serves on.");
 
 bool tellFailure(const platform::Error& error, const wchar_t* consequence) {
-    QrsExport::PrintRefusal(L"\n管线系统标准文件没有载入：%s。%s\n", platform::fromUtf8(error.message).c_str(),
-                            consequence);
+    QrsExport::PrintRefusal(L"%s", translated(L"\nThe standard file was not loaded: %1. %2\n",
+                                              platform::fromUtf8(error.message), translated(consequence))
+                                       .c_str());
     return false;
 }
 
@@ -43,7 +49,8 @@ bool loadBuiltin(StandardHolder& holder, const std::wstring& path) {
 void remember(const std::wstring& path) {
     if (QrsExport::ChooseStandardFile(path)) return;
     if (platform::compareNoCase(QrsExport::ChosenStandardFile(), path) == 0) return;
-    QrsExport::PrintRefusal(L"\n不能保存当前管线系统标准的设置：%s\n", platform::shownPath(path).c_str());
+    QrsExport::PrintRefusal(
+        L"%s", translated(L"\nThe choice of the standard cannot be saved: %1\n", platform::shownPath(path)).c_str());
 }
 
 bool isDefault(const std::wstring& path) {

@@ -1,5 +1,6 @@
 # Sources of the standard; included where the target qrs_pipeSystem_objects is made.
 set(QRS_STANDARD_SOURCES
+    chinese.cpp
     fontlist.cpp
     fonttool.cpp
     holder.cpp

@@ -4,12 +4,16 @@
 #include <utility>
 
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "standard/fields.h"
 #include "standard/itemtree.h"
 #include "standard/standard.h"
 #include "standard/text.h"
 
 namespace qrs::standard {
+
+using platform::translated;
+
 namespace {
 
 // What findSubItem gives for every field, found in one walk. Files hold the fields in the table's order, mostly.
@@ -181,7 +185,7 @@ bool parseStandard(std::string_view bytes, const std::string& name, Standard& ou
     };
     if (!readItems(bytes, name, cutRule(), read, error)) return false;
     if (rootName != kRootName) {
-        error.message = name + "：不是管线系统标准文件（根元素是“" + rootName + "”）";
+        error.message = translated("%1: not a file of a standard (its root element is \"%2\")", name, rootName);
         return false;
     }
     out = std::move(standard);

@@ -3,12 +3,16 @@
 
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "standard/fields.h"
 #include "standard/itemtree.h"
 #include "standard/standard.h"
 #include "standard/text.h"
 
 namespace qrs::standard {
+
+using platform::translated;
+
 namespace {
 
 // Builds the items; remembers the first text that no file can hold.
@@ -50,7 +54,7 @@ class Builder {
         const std::wstring_view in = view(text);
         for (std::size_t i = 0; i < in.size() && failure_.empty();) {
             if (isXmlCharacter(platform::nextCodePoint(in, i))) continue;
-            failure_ = std::string("元素 ") + item.name() + " 的文字含有 XML 不能保存的字符";
+            failure_ = translated("the text of element %1 holds a character that XML cannot store", item.name());
         }
         return toUtf8(text);
     }

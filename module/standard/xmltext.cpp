@@ -5,9 +5,13 @@
 #include <iterator>
 
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "host/platform/text.h"
 
 namespace qrs::standard {
+
+using platform::translated;
+
 namespace {
 
 struct DeclaredEncoding {
@@ -54,7 +58,7 @@ bool utf8FromUtf16(std::string_view bytes, unsigned codePage, const std::string&
         if (platform::isSurrogate(point)) break;
         if (point == U'\n') ++line;
     }
-    setXmlError(error, name, line, "不是有效的 UTF-16 文本");
+    setXmlError(error, name, line, translated("no valid text in %1", "UTF-16"));
     return false;
 }
 
@@ -87,15 +91,15 @@ bool utf8FromDeclared(std::string_view bytes, const std::string& name, XmlText& 
                                      [&declared](const DeclaredEncoding& e) { return e.name == declared; });
     // In an encoding that is not known, plain ASCII can still be read.
     if (known == std::end(kDeclaredEncodings)) {
-        return utf8FromCodePage(bytes, platform::kUtf8, "不能识别的编码 " + declared, name, text, error);
+        return utf8FromCodePage(bytes, platform::kUtf8, translated("unknown encoding %1", declared), name, text, error);
     }
-    return utf8FromCodePage(bytes, known->codePage, "不是有效的 " + declared + " 文本", name, text, error);
+    return utf8FromCodePage(bytes, known->codePage, translated("no valid text in %1", declared), name, text, error);
 }
 
 }  // namespace
 
 void setXmlError(platform::Error& error, const std::string& name, std::size_t line, const std::string& reason) {
-    error.message = name + "：第 " + std::to_string(line) + " 行：" + reason;
+    error.message = translated("%1: line %2: %3", name, line, reason);
 }
 
 bool readXmlText(std::string_view bytes, const std::string& name, XmlText& text, platform::Error& error) {
@@ -103,7 +107,8 @@ bool readXmlText(std::string_view bytes, const std::string& name, XmlText& text,
     const auto begins = [&bytes](std::string_view mark) { return bytes.substr(0, mark.size()) == mark; };
     // The mark counts more than the declaration: an editor that changes the encoding leaves the declaration as it is.
     if (begins("\xEF\xBB\xBF"sv)) {
-        return utf8FromCodePage(bytes.substr(3), platform::kUtf8, "不是有效的 utf-8 文本", name, text, error);
+        return utf8FromCodePage(bytes.substr(3), platform::kUtf8, translated("no valid text in %1", "utf-8"), name,
+                                text, error);
     }
     if (begins("\xFF\xFE"sv)) return utf8FromUtf16(bytes.substr(2), platform::kUtf16Little, name, text, error);
     if (begins("\xFE\xFF"sv)) return utf8FromUtf16(bytes.substr(2), platform::kUtf16Big, name, text, error);

@@ -59,7 +59,7 @@ cp "$work/sibling/sibling.so" "$work/prefix/bin/"
 answer=$(cd "$work" && console -p sibling.so -e ASKSTANDARD)
 grep -q '^standard pwx' <<<"$answer"
 answer=$(console --no-module -p sibling.so -e ASKSTANDARD 2>&1)
-grep -q '没有启动' <<<"$answer"
+grep -q 'has not been started' <<<"$answer"
 # The whole standard comes into an empty and into real drawings, once.
 for drawing in "" "$source/examples/building.dxf" "$source/examples/building-r12.dxf"; do
     with_sibling -s "$source/examples/sibling/init.scr" ${drawing:+-o "$work/ready.dxf" "$drawing"} >"$work/made.txt"
