@@ -7,6 +7,7 @@
 #include "acutads.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "host/platform/tree.h"
 #include "qrs_kernal.h"
 
@@ -26,6 +27,8 @@ bool CExportSettingDlg::DoModal() {
 
 namespace qrs::dialogs {
 
+using platform::translated;
+
 namespace {
 
 // Not the dialog's order: standards come before the tables.
@@ -44,8 +47,10 @@ bool exportSettings(const CExportSettingDlg& choice, const std::wstring& chosenF
         sources.push_back(copy.source);
     std::wstring reason;
     if (chosenFolder.empty() && !prepareDefaultFolder(sources, reason)) {
-        QrsExport::PrintRefusal(L"\n不能使用默认设置目录 %s：%s。请导出到指定文件夹。\n",
-                                platform::shownPath(folder).c_str(), reason.c_str());
+        QrsExport::PrintRefusal(
+            L"%s", translated(L"\nThe default settings folder %1 cannot be used: %2. Export to a folder of your own.\n",
+                              platform::shownPath(folder), reason)
+                       .c_str());
         return false;
     }
     if (choice.IsGroupChecked(kInitial)) writeOptions(folder);
@@ -55,7 +60,7 @@ bool exportSettings(const CExportSettingDlg& choice, const std::wstring& chosenF
         if (platform::copyFileAtomically(platform::nativePath(copy.source), platform::nativePath(copy.target),
                                          platform::LinkedTarget::Replace, error))
             continue;
-        QrsExport::TellRefusal(L"没有导出 " + copy.source + L"：" + platform::fromUtf8(error.message));
+        QrsExport::TellRefusal(translated(L"%1 was not exported: %2", copy.source, platform::fromUtf8(error.message)));
     }
     acutPrintf(L"已经完成导出设置！安装新版后可以运行【导入设置】\n");
     return true;

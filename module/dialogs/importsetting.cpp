@@ -9,10 +9,13 @@
 #include "dialogs/settingfiles.h"
 #include "host/platform/dialog.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "qrs_kernal.h"
 #include "standard/startup.h"
 
 namespace qrs::dialogs {
+
+using platform::translated;
 
 namespace {
 
@@ -64,8 +67,10 @@ void drsz() {
     if (state == FolderState::Usable) {
         importSettings(folder);
     } else if (state == FolderState::Refused && platform::folderExists(folder)) {
-        QrsExport::PrintRefusal(L"\n不能使用默认设置目录 %s：%s。请从指定目录读取。\n",
-                                platform::shownPath(folder).c_str(), reason.c_str());
+        QrsExport::PrintRefusal(
+            L"%s", translated(L"\nThe default settings folder %1 cannot be used: %2. Read from a folder of your own.\n",
+                              platform::shownPath(folder), reason)
+                       .c_str());
     } else {
         // A folder spelled in another case would be found by its name, and might be anybody's.
         tellNothingExported();

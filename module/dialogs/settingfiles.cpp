@@ -3,12 +3,15 @@
 
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "host/platform/tree.h"
 #include "PipeSystemTool.h"
 #include "qrs_kernal.h"
 #include "standard/text.h"
 
 namespace qrs::dialogs {
+
+using platform::translated;
 
 const SettingGroupRow settingGroupRows[kSettingGroups] = {
     {L"初始设置", {L"CmdConfig.xml"}},
@@ -36,7 +39,7 @@ bool holdsWhatIsNeeded(const fs::path& folder, const std::vector<std::wstring>& 
     if (!g_csSysPath.IsEmpty()) needed.emplace_back(g_csSysPath.GetString());
     for (const std::wstring& path : needed) {
         if (!platform::liesInFolder(platform::nativePath(path), folder)) continue;
-        reason = path + L" 在其中，不能清空";
+        reason = translated(L"%1 lies in it, so it cannot be emptied", path);
         return true;
     }
     return false;
@@ -70,13 +73,13 @@ FolderState defaultFolderState(std::wstring& reason) {
             return FolderState::Missing;
         case platform::NameKind::Folder:
             if (platform::isOwnFolder(nativeDefaultFolder())) return FolderState::Usable;
-            reason = L"它属于其他用户";
+            reason = translated(L"it belongs to another user");
             return FolderState::Refused;
         case platform::NameKind::Link:
-            reason = L"它是一个链接";
+            reason = translated(L"it is a link");
             return FolderState::Refused;
         default:
-            reason = L"它不是文件夹";
+            reason = translated(L"it is no folder");
             return FolderState::Refused;
     }
 }
@@ -92,7 +95,9 @@ bool prepareDefaultFolder(const std::vector<std::wstring>& sources, std::wstring
     }
     if (state == FolderState::Refused || holdsWhatIsNeeded(folder, sources, reason)) return false;
     if (!platform::emptyFolder(folder, error))
-        QrsExport::PrintRefusal(L"\n默认设置目录没有全部清空：%s\n", platform::fromUtf8(error.message).c_str());
+        QrsExport::PrintRefusal(L"%s", translated(L"\nThe default settings folder could not be emptied: %1\n",
+                                                  platform::fromUtf8(error.message))
+                                           .c_str());
     return true;
 }
 
@@ -115,7 +120,8 @@ CopiedBack copyOver(const std::wstring& source, const std::wstring& target) {
                                      platform::LinkedTarget::Follow, error))
         return CopiedBack::Done;
     // The command line is silent about it.
-    QrsExport::TellRefusal(L"没有导入 " + platform::shownPath(source) + L"：" + platform::fromUtf8(error.message));
+    QrsExport::TellRefusal(
+        translated(L"%1 was not imported: %2", platform::shownPath(source), platform::fromUtf8(error.message)));
     return CopiedBack::Failed;
 }
 

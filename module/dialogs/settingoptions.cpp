@@ -1,12 +1,15 @@
 // The options' file setting.ini.
 #include "dialogs/settingfiles.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "host/platform/number.h"
 #include "qrs_dict.h"
 #include "qrs_kernal.h"
 #include "qrs_options.h"
 
 namespace qrs::dialogs {
+
+using platform::translated;
 
 namespace {
 
@@ -43,14 +46,14 @@ void writeOptions(const std::wstring& folder) {
     }
     // A link of that name may lead out of the folder, so it is not written through.
     done = done && file.WriteFile(folder + kOptionsFile, reason, false);
-    if (!done) QrsExport::PrintRefusal(L"\n%s 没有写入：%s\n", kOptionsFile, reason.c_str());
+    if (!done) QrsExport::PrintRefusal(L"%s", translated(L"\n%1 was not written: %2\n", kOptionsFile, reason).c_str());
 }
 
 void readOptions(const std::wstring& folder) {
     TWDict file;
     std::wstring reason;
     if (!file.ReadFile(folder + kOptionsFile, reason)) {
-        QrsExport::PrintRefusal(L"\n%s 没有读入：%s\n", kOptionsFile, reason.c_str());
+        QrsExport::PrintRefusal(L"%s", translated(L"\n%1 was not read: %2\n", kOptionsFile, reason).c_str());
         return;
     }
     for (std::size_t i = 0; PipeOptionAt(i); ++i) {

@@ -1,4 +1,5 @@
 set(QRS_DIALOGS_SOURCES
+    chinese.cpp
     exportsetting.cpp
     importsetting.cpp
     layerdefdlg.cpp

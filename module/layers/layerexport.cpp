@@ -5,6 +5,7 @@
 #include "acutads.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "layers/layertoolbar.h"
 #include "qrs_kernal.h"
 #include "standard/holder.h"
@@ -98,5 +99,6 @@ void CLayerToolBar::ExportLayer() {
     if (qrs::platform::writeFileAtomically(qrs::platform::nativePath(path), rows.bytes(), false, error))
         acutPrintf(L"\n已将 %d 个图层的定义写入 %s\n", rows.layers(), qrs::platform::shownPath(path).c_str());
     else
-        QrsExport::FailCommand(L"图层定义没有写入：" + qrs::platform::fromUtf8(error.message));
+        QrsExport::FailCommand(qrs::platform::translated(L"The layer definitions were not written: %1",
+                                                         qrs::platform::fromUtf8(error.message)));
 }

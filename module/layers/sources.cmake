@@ -1,5 +1,6 @@
 set(QRS_LAYERS_SOURCES
     bimlayers.cpp
+    chinese.cpp
     colorrecord.cpp
     contents.cpp
     dialogcommands.cpp

@@ -15,6 +15,7 @@ constexpr Translation kRows[] = {
      "\n旧图层定义 %1：第 %2 行无法识别，共跳过 %3 行。\n"},
     {"%1, %2", "%1、%2"},
     {", ...", "……"},
+    {"The standard cannot be saved: %1", "不能保存管线系统标准：%1"},
     {"\nOld layer definitions were not read: %1\n", "\n旧图层定义没有读取：%1\n"},
     {"%1: line %2: %3", "%1：第 %2 行：%3"},
     {"not well-formed XML (%1)", "不是完好的 XML（%1）"},

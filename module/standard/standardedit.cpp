@@ -10,6 +10,7 @@
 #include "dbobjptr.h"
 #include "dbsymtb.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "PwxTool.h"
 #include "qrs_standard.h"
 #include "standard/holder.h"
@@ -17,6 +18,8 @@
 #include "standard/text.h"
 
 namespace qrs::standard {
+
+using platform::translated;
 
 namespace {
 
@@ -69,7 +72,7 @@ bool StandardEdit::save() {
     platform::Error error;
     if (!writeStandard(copy_, view(path), error)) {
         const std::wstring reason = platform::fromUtf8(error.message);
-        AfxMessageBox((L"不能保存管线系统标准：" + reason).c_str(), MB_OK | MB_ICONERROR);
+        AfxMessageBox(translated(L"The standard cannot be saved: %1", reason).c_str(), MB_OK | MB_ICONERROR);
         return false;
     }
     holder.adopt(std::move(copy_), path);

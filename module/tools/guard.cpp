@@ -2,11 +2,13 @@
 #include "tools/guard.h"
 
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "qrs_kernal.h"
 
 void qrs::tools::tellFailure(const char* reason) noexcept {
     try {
-        QrsExport::FailCommand(L"qrs_pipeSystem：" + (reason ? platform::fromUtf8(reason) : L"未知错误"));
+        QrsExport::FailCommand(L"qrs_pipeSystem: " +
+                               (reason ? platform::fromUtf8(reason) : platform::translated(L"an unknown exception")));
     } catch (...) {
         // Not even memory for the message: what is left is to go on.
     }

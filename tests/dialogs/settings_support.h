@@ -29,7 +29,7 @@ constexpr const char* kExported = "已经完成导出设置！安装新版后可
 constexpr const char* kImported = "已经完成导入设置。\n";
 constexpr const char* kRestart = "您更新了acad.pgp文件。需要重新启动ACAD才能生效。\n";
 constexpr const char* kMissing = "没有找到导出的文件，请确认首先进行导出设置。\n";
-constexpr const char* kRefused = "不能使用默认设置目录 ";
+constexpr const char* kRefused = "The default settings folder ";
 
 // Keeps a long file from being written while it lives: the disk is full, or another program holds the file.
 #if defined(_WIN32)

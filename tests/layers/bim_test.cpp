@@ -60,7 +60,7 @@ TEST_F(StandardLayers, TcdcListsThoseOfAllSystemsAndOfTwoCategories) {
     // A folder in the way: one message, the command failed.
     std::filesystem::remove(list);
     std::filesystem::create_directories(list / "full");
-    EXPECT_EQ(count(run({L"tcdc"}), L"<error>图层定义没有写入："), 1u);
+    EXPECT_EQ(count(run({L"tcdc"}), L"<error>The layer definitions were not written: "), 1u);
 }
 
 // Pipes that bear the system's name come with what follows them, but not from locked layers; the layer takes width and

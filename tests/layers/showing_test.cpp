@@ -114,7 +114,7 @@ TEST_F(LayerCommands, CommandsRunAmongTheModulesResourcesAndLetNothingOut) {
     EXPECT_NO_THROW((acedRegCmds)->lookupGlobalCmd(L"UnLockSelLayer")->functionAddr()());
     EXPECT_EQ(lock, AcAp::kWrite) << "outside of any command, too";
     const std::wstring transcript = run({L"UnLockSelLayer", L"SetAllPipeLayOpen"});
-    EXPECT_EQ(count(transcript, L"<error>qrs_pipeSystem：the line is dead\n"), 1u) << platform::toUtf8(transcript);
+    EXPECT_EQ(count(transcript, L"<error>qrs_pipeSystem: the line is dead\n"), 1u) << platform::toUtf8(transcript);
     EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isLocked), "B C");
     EXPECT_EQ(layersThatAre(&AcDbLayerTableRecord::isOff), "");
     EXPECT_EQ(application.currentDocument()->lockMode(true), AcAp::kNotLocked);
