@@ -82,6 +82,7 @@ const EntityFilter::Field EntityFilter::kFields[] = {
     {codes::kColor, &EntityFilter::numberHolds, nullptr, kColorByLayer},
     {codes::insert::kAttributesFollow, &EntityFilter::numberHolds, nullptr, 0.0, L"INSERT"},
     {codes::kPaperSpace, &EntityFilter::paperHolds},
+    {codes::viewport::kNumber, &EntityFilter::numberHolds},
     {codes::kFlags, &EntityFilter::numberHolds, nullptr, 0.0, L"LWPOLYLINE,POLYLINE"},
     {codes::kSubclass, &EntityFilter::anyTextHolds},
     {codes::kLineWeight, &EntityFilter::numberHolds, nullptr, kWeightByLayer},

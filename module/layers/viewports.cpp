@@ -54,6 +54,12 @@ void freezeChosen(AcDbObjectId viewport) {
     if (dialog.DoModal() == IDOK) freezeIn(viewport, dialog.ChosenLayers());
 }
 
+// True while the sheet itself is drawn on, and not the model through a viewport.
+bool isSheetCurrent() {
+    resbuf value{};
+    return acedGetVar(L"CVPORT", &value) == RTNORM && value.restype == RTSHORT && value.resval.rint == 1;
+}
+
 // What lies on the sheet itself is seen through no viewport.
 bool isOnSheet(AcDbObjectId object) {
     const AcDbEntityPointer entity(object, AcDb::kForRead);
@@ -85,6 +91,9 @@ void CLayerToolBar::FrozenViewLayer() {
             freezeChosen(idOf(picked));
         } else if (isOnSheet(idOf(picked))) {
             QrsExport::PrintRefusal(L"\n选中的图元在图纸上，没有可以冻结的视口！请选择视口，或进入视口后选择图元。");
+        } else if (isSheetCurrent()) {
+            // An object of the model that was named.
+            QrsExport::PrintRefusal(L"\n没有可以冻结的视口！请选择视口，或进入视口后选择图元。");
         } else if (const AcDbObjectId layer = layerOfPick(picked); !layer.isNull()) {
             freezeInCurrent(layer);
         }

@@ -60,6 +60,9 @@ TEST_F(ViewportLayers, OfAnObjectAreFrozenInTheCurrentViewport) {
                          "(handent \"190\")\n选中的图元在图纸上，没有可以冻结的视口！请选择视口，或进入视口后"
                          "选择图元。\n" +
                          kFreeze + "<esc>\n*Cancel*\n");
+    EXPECT_NE(own(run({L"FrozenViewLayer", ent(L"150"), L""}))
+                  .find(")\n没有可以冻结的视口！请选择视口，或进入视口后选择图元。\n"),
+              std::string::npos);
     EXPECT_EQ(frozenIn(L"180") + frozenIn(L"181"), "D");
 }
 
