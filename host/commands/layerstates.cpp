@@ -301,6 +301,27 @@ std::vector<NamedRecord> allStates(AcDbDatabase* database) {
     return states;
 }
 
+// The dictionaries go with the last state, as far as nothing else is in them, so that a drawing can be as it was
+// before.
+void releaseStates(AcDbDatabase* database) {
+    const auto isEmpty = [](const Dictionary& dictionary) {
+        const std::unique_ptr<AcDbDictionaryIterator> entry(dictionary->newIterator());
+        return entry && entry->done();
+    };
+    {
+        const Dictionary states(statesId(database), AcDb::kForRead);
+        if (states.openStatus() != Acad::eOk || !isEmpty(states)) return;
+    }
+    const AcDbLayerTablePointer table(database, AcDb::kForWrite);
+    if (table.openStatus() != Acad::eOk) return;
+    {
+        const Dictionary extension(table->extensionDictionary(), AcDb::kForWrite);
+        if (extension.openStatus() != Acad::eOk || extension->remove(kStates) != Acad::eOk) return;
+    }
+    // One that holds something else stays.
+    table->releaseExtensionDictionary();
+}
+
 // Null, with a message, when there is none of that name.
 AcDbObjectId findState(AcDbDatabase* database, const std::wstring& name) {
     AcDbObjectId id;
@@ -377,11 +398,13 @@ bool remove(AcDbDatabase* database) {
         askText(translated(L"\nEnter name of layer state to delete: "), Blanks::Kept);
     if (!name || name->empty()) return name.has_value();
     if (findState(database, *name).isNull()) return true;
-    const Dictionary states(statesId(database), AcDb::kForWrite);
-    if (states.openStatus() != Acad::eOk || states->remove(name->c_str()) != Acad::eOk)
-        refuse(translated(L"Cannot delete layer state %1.", inQuotes(*name)));
-    else
-        tell(translated(L"Layer state %1 deleted.", inQuotes(*name)));
+    {
+        const Dictionary states(statesId(database), AcDb::kForWrite);
+        if (states.openStatus() != Acad::eOk || states->remove(name->c_str()) != Acad::eOk)
+            return refuse(translated(L"Cannot delete layer state %1.", inQuotes(*name))), true;
+    }
+    releaseStates(database);
+    tell(translated(L"Layer state %1 deleted.", inQuotes(*name)));
     return true;
 }
 

@@ -91,6 +91,8 @@ class QRS_HOST_PORT AcDbObject : public AcRxObject {
     AcDbObjectId extensionDictionary() const;
     // Gives it an empty one unless it has one. eNotApplicable in a drawing older than AC1012.
     Acad::ErrorStatus createExtensionDictionary();
+    // Takes it away when nothing is in it. eKeyNotFound when there is none, eNotApplicable when it is not empty.
+    Acad::ErrorStatus releaseExtensionDictionary();
 
     // What a class that an application brings keeps in drawing files. dxfInFields takes its values from the object's
     // tags, dxfOutFields hands them out; both call those of their parent first and give filerStatus(). Tags that all

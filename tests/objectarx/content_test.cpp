@@ -351,6 +351,10 @@ TEST(DatabaseContent, DictionariesAndRecordsOfValues) {
     EXPECT_EQ(sample.changes(), " -5=50 +5=52");
 
     AcDbObjectPointer<AcDbEntity> circle(sample.byHandle(0x2B), AcDb::kForWrite);
+    EXPECT_EQ(circle->releaseExtensionDictionary(), Acad::eKeyNotFound);
+    ASSERT_EQ(circle->createExtensionDictionary(), Acad::eOk);
+    EXPECT_EQ(circle->releaseExtensionDictionary(), Acad::eOk);
+    EXPECT_EQ(sample.changes(), " -5=50 +5=53") << "nothing of it is left";
     ASSERT_EQ(circle->createExtensionDictionary(), Acad::eOk);
     const AcDbObjectId extension = circle->extensionDictionary();
     EXPECT_EQ(AcDbObjectPointer<AcDbDictionary>(extension)->ownerId(), circle->objectId());
@@ -361,6 +365,7 @@ TEST(DatabaseContent, DictionariesAndRecordsOfValues) {
         AcDbObjectPointer<AcDbDictionary> its(extension, AcDb::kForWrite);
         ASSERT_EQ(its->setAt(L"HUNG", record.object(), hung), Acad::eOk);
     }
+    EXPECT_EQ(circle->releaseExtensionDictionary(), Acad::eNotApplicable) << "it is not empty";
     EXPECT_EQ(circle->erase(), Acad::eOk);
     EXPECT_TRUE(extension.isErased() && hung.isErased());
 

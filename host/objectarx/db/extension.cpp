@@ -1,6 +1,10 @@
 // What hangs on an object: its extension dictionary, the objects that hear of its changes; and layouts.
+#include <memory>
+#include <utility>
+
 #include "dbdict.h"
 #include "dblayout.h"
+#include "dbobjptr.h"
 #include "dbsymtb.h"
 #include "host/dxf/classcodes.h"
 #include "host/dxf/recordwalk.h"
@@ -53,6 +57,35 @@ Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
         drawing.findTag(record, codes::kHandle, own) || drawing.findTag(record, codes::kDimStyleHandle, own);
     drawing.insertTags(record, hasHandle ? own.end : drawing.length(record),
                        {{codes::kGroup, "{ACAD_XDICTIONARY"}, {codes::kHardOwned, handle}, {codes::kGroup, "}"}});
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::releaseExtensionDictionary() {
+    if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
+    DatabaseState* state = DatabaseState::of(database_);
+    if (!state) return Acad::eNotInDatabase;
+    const AcDbObjectId extension = extensionDictionary();
+    if (extension.isNull()) return Acad::eKeyNotFound;
+    {
+        const AcDbObjectPointer<AcDbDictionary> dictionary(extension, AcDb::kForRead);
+        if (dictionary.openStatus() != Acad::eOk) return dictionary.openStatus();
+        const std::unique_ptr<AcDbDictionaryIterator> entry(dictionary->newIterator());
+        if (!entry->done()) return Acad::eNotApplicable;
+    }
+    dxf::Drawing& drawing = state->drawing();
+    const dxf::RecordId record = state->ids().recordOf(record_);
+    dxf::Tag first;
+    dxf::Tag last;
+    bool isInside = false;
+    dxf::RecordWalk walk(drawing.tags(record));
+    for (dxf::Tag tag; walk.next(tag) && tag.code < codes::kFirstXdata;) {
+        if (walk.group() != "ACAD_XDICTIONARY") continue;
+        if (!std::exchange(isInside, true)) first = tag;
+        last = tag;
+    }
+    const dxf::RecordId dictionary = drawing.findHandle(extensionOf(drawing, record));
+    drawing.eraseTags(record, first.begin, last.end);
+    state->eraser().erase(dictionary);
     return Acad::eOk;
 }
 
