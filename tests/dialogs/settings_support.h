@@ -11,7 +11,9 @@
 #include "rxregsvc.h"
 
 #if defined(_WIN32)
-#include "host/platform/win32/handle.h"
+#include <fcntl.h>
+#include <io.h>
+#include <share.h>
 #else
 #include "../platform/limits.h"
 #endif
@@ -36,16 +38,18 @@ constexpr const char* kRefused = "The default settings folder ";
 constexpr bool kHasLinks = false;
 class NotWritable {
   public:
-    explicit NotWritable(const fs::path& file)
-        : held_(CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr)) {
-        EXPECT_TRUE(held_);
+    explicit NotWritable(const fs::path& file) : held_(_wsopen(file.c_str(), _O_RDONLY, _SH_DENYWR)) {
+        EXPECT_GE(held_, 0);
     }
+    ~NotWritable() { _close(held_); }
+    NotWritable(const NotWritable&) = delete;
+    NotWritable& operator=(const NotWritable&) = delete;
 
   private:
-    platform::Handle held_;
+    int held_;
 };
 inline void setTemporary(const fs::path& path) {
-    SetEnvironmentVariableW(L"TMP", path.c_str());
+    _wputenv_s(L"TMP", path.c_str());
 }
 #else
 constexpr bool kHasLinks = true;
