@@ -105,15 +105,17 @@ def found_drawing(text):
 
 
 class Desk:
-    """The folder of one who follows a page: the examples, a folder of drawings, and an installed program."""
+    """The folder of one who follows a page: the examples, drawings by the names of pages, and an installed program."""
 
     def __init__(self, folder, console, package):
         self.work, self.prefix, self.home = folder / "work", folder / "prefix", folder / "home"
         shutil.copytree(ROOT / "examples", self.work / "examples", ignore=shutil.ignore_patterns("__pycache__"))
         self.examples = self.listing()
-        (self.work / "plans").mkdir()
-        for name in ("building", "site"):
-            shutil.copy(ROOT / "examples" / f"{name}.dxf", self.work / "plans")
+        shutil.copy(ROOT / "examples/building.dxf", self.work / "house.dxf")
+        for name in ("plans", "delivered", "sheets"):
+            (self.work / name).mkdir()
+            for drawing in ("building", "site"):
+                shutil.copy(ROOT / "examples" / f"{drawing}.dxf", self.work / name)
         self.home.mkdir()
         if package:
             self.prefix = Path(package).resolve()
