@@ -16,9 +16,9 @@
 #include <set>
 
 #include <accmd.h>
+#include <acdbads.h>
 #include <acedads.h>
 #include <acutads.h>
-#include <adsdb.h>
 #include <dbapserv.h>
 #include <dbobjptr.h>
 #include <FontTool.h>

@@ -14,8 +14,8 @@
 #include <utility>
 #include <vector>
 
+#include "acdbads.h"
 #include "acutads.h"
-#include "adsdb.h"
 #include "dbdict.h"
 #include "dbobjptr.h"
 #include "dbsymtb.h"

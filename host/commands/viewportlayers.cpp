@@ -1,11 +1,11 @@
 // VPLAYER: freezes and thaws layers in single viewports of the layouts.
 #include <algorithm>
 
+#include "acdbads.h"
 #include "acdocman.h"
 #include "aced.h"
 #include "acedads.h"
 #include "acutads.h"
-#include "adsdb.h"
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "host/commands/asking.h"

@@ -5,8 +5,8 @@
 #include <deque>
 #include <string>
 
+#include "acdbads.h"
 #include "acedads.h"
-#include "adsdb.h"
 #include "afxstr.h"
 #include "host/editor/entitynames.h"
 #include "host/editor/session.h"

@@ -3,9 +3,9 @@
 #include <optional>
 #include <string>
 
+#include "acdbads.h"
 #include "acedads.h"
 #include "acutads.h"
-#include "adsdb.h"
 #include "dbsymtb.h"
 #include "host/editor/documents.h"
 #include "host/editor/entitynames.h"

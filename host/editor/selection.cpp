@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "acdbads.h"
 #include "acedads.h"
-#include "adsdb.h"
 #include "dbmain.h"
 #include "host/drawing/spaces.h"
 #include "host/editor/documents.h"

@@ -1,8 +1,8 @@
 // Keeps selection sets by their names: acedSSAdd, acedSSName and their kin.
 #include "host/editor/selectionsets.h"
 
+#include "acdbads.h"
 #include "acedads.h"
-#include "adsdb.h"
 #include "host/editor/documents.h"
 #include "host/editor/session.h"
 

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <utility>
 
+#include "acdbads.h"
 #include "acutads.h"
-#include "adsdb.h"
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "layers/layertoolbar.h"

@@ -1,5 +1,5 @@
 // Questions about pipes and vertical sections of a drawing, and pipes put into a pipe system.
-#include "adsdb.h"
+#include "acdbads.h"
 #include "dbobjptr.h"
 #include "PipeSystemTool.h"
 #include "qrs_pipeentity.h"

@@ -5,8 +5,8 @@
 #include <set>
 #include <vector>
 
+#include "acdbads.h"
 #include "acutads.h"
-#include "adsdb.h"
 #include "afxstr.h"
 #include "dbents.h"
 #include "dbidmap.h"

@@ -1,8 +1,8 @@
 // Counts, for a pipe or a node, the ends of other pipes that meet it.
 #include "tools/interfacecount.h"
 
+#include "acdbads.h"
 #include "acutads.h"
-#include "adsdb.h"
 #include "qrs_kernal.h"
 #include "qrs_pipeentity.h"
 #include "qrs_select.h"

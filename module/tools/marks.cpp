@@ -1,6 +1,6 @@
 // Small texts in the extended data of entities, and the type marks among them.
+#include "acdbads.h"
 #include "acutads.h"
-#include "adsdb.h"
 #include "dbobjptr.h"
 #include "PwxTool.h"
 #include "tools/chain.h"

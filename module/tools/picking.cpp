@@ -3,8 +3,8 @@
 
 #include <set>
 
+#include "acdbads.h"
 #include "acedads.h"
-#include "adsdb.h"
 #include "afxstr.h"
 #include "dbobjptr.h"
 #include "PipeNodes.h"

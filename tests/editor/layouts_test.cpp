@@ -1,6 +1,6 @@
 // Every sheet of a drawing: made current, picked from, and layers frozen in its viewports.
+#include "acdbads.h"
 #include "aced.h"
-#include "adsdb.h"
 #include "db/access.h"
 #include "dbents.h"
 #include "dbobjptr.h"

@@ -2,7 +2,7 @@
 #include <cstring>
 #include <map>
 
-#include "adsdb.h"
+#include "acdbads.h"
 #include "host/editor/hostselect.h"
 #include "pick_support.h"
 

@@ -1,8 +1,8 @@
 // Picks, windows and fences at prompts; picks inside blocks and external references; views and viewports.
 #include <cmath>
 
+#include "acdbads.h"
 #include "aced.h"
-#include "adsdb.h"
 #include "host/editor/hostselect.h"
 #include "pick_support.h"
 

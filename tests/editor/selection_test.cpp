@@ -1,5 +1,5 @@
 // Selections: what the user may answer, what filters let through, the pick-first set.
-#include "adsdb.h"
+#include "acdbads.h"
 #include "dbmain.h"
 #include "host/editor/hostselect.h"
 #include "support.h"

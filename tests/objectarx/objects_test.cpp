@@ -1,5 +1,5 @@
 // Objects: opening and closing, walking blocks, common properties, extended data.
-#include "adsdb.h"
+#include "acdbads.h"
 #include "dbdict.h"
 #include "dbents.h"
 #include "dbsymutl.h"

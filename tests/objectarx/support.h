@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "../dxftext.h"
+#include "acdbads.h"
 #include "acutads.h"
-#include "adsdb.h"
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "host/objectarx/db/access.h"

@@ -1,5 +1,5 @@
 // Walks the entities of a drawing one by one, what belongs to a main entity included.
-#include "adsdb.h"
+#include "acdbads.h"
 #include "dbapserv.h"
 #include "host/objectarx/db/state.h"
 

@@ -1,6 +1,6 @@
 // The working database, and the older functions that speak of it.
+#include "acdbads.h"
 #include "acutads.h"
-#include "adsdb.h"
 #include "dbapserv.h"
 #include "dbsymtb.h"
 #include "dbsymutl.h"
