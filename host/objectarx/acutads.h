@@ -2,6 +2,8 @@
 #pragma once
 
 #include "acadstrc.h"
+#include "acutmem.h"
+#include "adscodes.h"
 #include "adsdef.h"
 
 // A link of that type with an empty value; released with acutRelRb. Null when memory runs out.
@@ -20,11 +22,6 @@ QRS_HOST_PORT resbuf* acutBuildList(int type, ...);
 
 // Releases a chain with its texts and binary data; null is allowed. RTNORM.
 QRS_HOST_PORT int acutRelRb(resbuf* chain);
-
-// A copy of a text, released with acutDelString. eInvalidInput for null.
-QRS_HOST_PORT Acad::ErrorStatus acutNewString(const ACHAR* text, ACHAR*& copy);
-// Releases the text and sets the pointer to null.
-QRS_HOST_PORT void acutDelString(ACHAR*& text);
 
 // Prints to the command line as printf does; %s takes const ACHAR*. RTNORM, RTERROR when the format is null.
 QRS_HOST_PORT int acutPrintf(const ACHAR* format, ...);
