@@ -1,4 +1,4 @@
-// Message filters, the progress meter, and the resources of modules.
+// Message filters, the progress meter, and the windows of the editor, of which there are none.
 #include "host/editor/frame.h"
 
 #include <algorithm>
@@ -77,6 +77,10 @@ BOOL acedRemoveFilterWinMsg(const AcedFilterWinMsgFn filter) {
     return session && session->frame.removeFilter(filter) ? TRUE : FALSE;
 }
 
+CMDIFrameWnd* acedGetAcadFrame() {
+    return nullptr;
+}
+
 CView* acedGetAcadDwgView() {
     return nullptr;
 }
@@ -98,12 +102,4 @@ int acedSetStatusBarProgressMeterPos(int position) {
 
 void acedRestoreStatusBar() {
     if (Session* session = Session::current()) session->frame.clearMeter(session->output.terminal());
-}
-
-CAcModuleResourceOverride::CAcModuleResourceOverride(HINSTANCE module) : previous_(AfxGetResourceHandle()) {
-    AfxSetResourceHandle(module);
-}
-
-CAcModuleResourceOverride::~CAcModuleResourceOverride() {
-    AfxSetResourceHandle(previous_);
 }

@@ -1,5 +1,7 @@
-// Dialogs and message boxes of the plug-in interface, over dialogs described by data.
+// Message boxes of the plug-in interface.
 #include "afxwin.h"
+
+#include "host/platform/dialog.h"
 
 using namespace qrs::platform;
 
@@ -46,26 +48,4 @@ int AfxMessageBox(LPCWSTR text, UINT type, UINT) {
     question.icon = iconOf(type);
     question.defaultButton = static_cast<int>((type & kDefaultMask) / MB_DEFBUTTON2);
     return showMessage(question);
-}
-
-CDialog::CDialog(LPCWSTR title) : formTitle_(title ? title : L"") {}
-
-INT_PTR CDialog::DoModal() {
-    form_ = std::make_unique<Dialog>(formTitle_);
-    ended_.reset();
-    // Its result only says who takes the focus.
-    OnInitDialog();
-    // OnOK decides itself whether the dialog ends.
-    form_->refuseOk = [this] {
-        OnOK();
-        return std::wstring(ended_ ? L"" : L"\n");
-    };
-    if (!ended_) showDialog(*form_);
-    if (!ended_) OnCancel();
-    return ended_.value_or(IDCANCEL);
-}
-
-void CDialog::EndDialog(int result) {
-    ended_ = result;
-    if (form_) form_->close(result);
 }

@@ -11,7 +11,7 @@
 //         }
 //         return 1;
 //     }
-//     AFX_LIBRARY_ENTRY(DllMain)
+//     QRS_LIBRARY_ENTRY(DllMain)  // host/platform/libraryentry.h
 #pragma once
 
 #include "afxwin.h"
@@ -37,25 +37,3 @@ class QRS_HOST_PORT CDynLinkLibrary : public CObject {
     HMODULE m_hResource;
     BOOL m_bSystem;
 };
-
-#if defined(_WIN32)
-// The system itself calls DllMain.
-#define AFX_LIBRARY_ENTRY(entry)
-#else
-// Stands for the system's call of the entry when the library comes into the process and when it leaves it. It must be
-// the last definition of its file, so that what the entry uses there is made before and destroyed after. Its address
-// is the module handle. An entry that answers 0 makes the load of the library fail.
-class QRS_HOST_PORT AfxLibraryEntry {
-  public:
-    using Entry = int(APIENTRY*)(HINSTANCE, DWORD, LPVOID);
-
-    explicit AfxLibraryEntry(Entry entry);
-    ~AfxLibraryEntry();
-    AfxLibraryEntry(const AfxLibraryEntry&) = delete;
-    AfxLibraryEntry& operator=(const AfxLibraryEntry&) = delete;
-
-  private:
-    Entry entry_;
-};
-#define AFX_LIBRARY_ENTRY(entry) static const AfxLibraryEntry afxLibraryEntry(&entry);
-#endif

@@ -57,6 +57,9 @@ typedef const char* LPCSTR;
 typedef struct HINSTANCE__* HINSTANCE;
 typedef HINSTANCE HMODULE;
 typedef struct HWND__* HWND;
+typedef struct HBRUSH__* HBRUSH;
+typedef struct HICON__* HICON;
+typedef HICON HCURSOR;
 typedef struct tagMSG MSG;
 typedef struct tagRECT RECT;
 #if !defined(_WINDEF_)

@@ -2,12 +2,13 @@
 #include "afxwin.h"
 
 #include <algorithm>
+#include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "afxdllx.h"
 #include "host/platform/callrecord.h"
-#include "host/platform/library.h"
 #include "host/platform/window.h"
 
 using qrs::platform::recordCall;
@@ -42,9 +43,23 @@ CWnd::~CWnd() {
     if (m_hWnd) qrs::platform::destroyWindow(m_hWnd);
 }
 
-BOOL CWnd::Create(LPCWSTR, LPCWSTR title, DWORD, const RECT&, CWnd* parent, UINT) {
+LPCWSTR AfxRegisterWndClass(UINT style, HCURSOR cursor, HBRUSH background, HICON icon) {
+    static std::set<std::wstring> names;
+    return names.insert(qrs::platform::plainWindowClass(style, cursor, background, icon)).first->c_str();
+}
+
+BOOL CWnd::CreateEx(DWORD extendedStyle, LPCWSTR className, LPCWSTR title, DWORD style, const RECT& place, CWnd* parent,
+                    UINT number, LPVOID) {
     if (m_hWnd) return FALSE;
-    m_hWnd = static_cast<HWND>(qrs::platform::createWindow(title ? title : L"", parent ? parent->m_hWnd : nullptr));
+    qrs::platform::WindowLook look;
+    look.windowClass = className ? className : L"";
+    look.title = title ? title : L"";
+    look.style = style;
+    look.extendedStyle = extendedStyle;
+    look.place = {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right),
+                  static_cast<int>(place.bottom)};
+    look.number = number;
+    m_hWnd = static_cast<HWND>(qrs::platform::createWindow(look, parent ? parent->m_hWnd : nullptr));
     return m_hWnd != nullptr;
 }
 
@@ -53,6 +68,23 @@ BOOL CWnd::DestroyWindow() {
     const BOOL destroyed = qrs::platform::destroyWindow(std::exchange(m_hWnd, nullptr));
     PostNcDestroy();
     return destroyed;
+}
+
+BOOL CWnd::ShowWindow(int command) {
+    return qrs::platform::showWindow(m_hWnd, command);
+}
+
+BOOL CWnd::IsWindowVisible() const {
+    return qrs::platform::isWindowShown(m_hWnd);
+}
+
+void CWnd::GetWindowRect(RECT* place) const {
+    qrs::platform::WindowPlace there;
+    if (!qrs::platform::windowPlace(m_hWnd, there)) return;
+    place->left = there.left;
+    place->top = there.top;
+    place->right = there.right;
+    place->bottom = there.bottom;
 }
 
 BOOL AfxInitExtensionModule(AFX_EXTENSION_MODULE& extension, HMODULE module) {
@@ -79,13 +111,3 @@ CDynLinkLibrary::CDynLinkLibrary(AFX_EXTENSION_MODULE& extension, BOOL system)
 CDynLinkLibrary::~CDynLinkLibrary() {
     libraries().erase(std::remove(libraries().begin(), libraries().end(), this), libraries().end());
 }
-
-#if !defined(_WIN32)
-AfxLibraryEntry::AfxLibraryEntry(Entry entry) : entry_(entry) {
-    if (!entry_(reinterpret_cast<HINSTANCE>(this), DLL_PROCESS_ATTACH, nullptr)) qrs::platform::refuseLibraryLoad();
-}
-
-AfxLibraryEntry::~AfxLibraryEntry() {
-    entry_(reinterpret_cast<HINSTANCE>(this), DLL_PROCESS_DETACH, nullptr);
-}
-#endif

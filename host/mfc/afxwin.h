@@ -1,12 +1,7 @@
-// Windows of the plug-in interface: CWnd, CDialog, message boxes, and the module handles.
+// Windows of the plug-in interface: CWnd, message boxes, and the module handles.
 #pragma once
 
-#include <memory>
-#include <optional>
-#include <string>
-
 #include "afx.h"
-#include "host/platform/dialog.h"
 
 #ifndef MB_OK
 #define MB_OK 0x0u
@@ -22,6 +17,17 @@
 #define MB_DEFBUTTON1 0x0u
 #define MB_DEFBUTTON2 0x100u
 #define MB_DEFBUTTON3 0x200u
+#endif
+#ifndef WS_POPUP
+#define WS_POPUP 0x80000000u
+#define WS_CAPTION 0x00C00000u
+#define WS_SYSMENU 0x00080000u
+#define WS_CLIPCHILDREN 0x02000000u
+#define WS_EX_TOOLWINDOW 0x00000080u
+#define SW_HIDE 0
+#define SW_SHOWNOACTIVATE 4
+#define SW_SHOW 5
+#define COLOR_BTNFACE 15
 #endif
 #ifndef IDOK
 #define IDOK 1
@@ -46,6 +52,11 @@ extern "C" __declspec(dllimport) BOOL WINAPI IsWindow(HWND window);
 QRS_HOST_PORT BOOL IsWindow(HWND window);
 #endif
 
+// The name of a window class whose windows look like that; the framework answers their messages. Styles CS_..., the
+// background a brush or, as one, a colour of the system and 1. The text stays good.
+QRS_HOST_PORT LPCWSTR AfxRegisterWndClass(UINT style, HCURSOR cursor = nullptr, HBRUSH background = nullptr,
+                                          HICON icon = nullptr);
+
 // A window and the object that stands for it. The window goes with the object.
 class QRS_HOST_PORT CWnd : public CObject {
   public:
@@ -54,11 +65,20 @@ class QRS_HOST_PORT CWnd : public CObject {
     CWnd() = default;
     ~CWnd() override;
 
-    // FALSE when the object has a window already or the system makes none. Class name, style, place and number say
-    // how it looks on a screen; without one only the title and the life of the window count.
-    virtual BOOL Create(LPCWSTR className, LPCWSTR title, DWORD style, const RECT& place, CWnd* parent, UINT number);
+    // FALSE when the object has a window already or the system makes none. Class name (null: a plain one), style and
+    // place say how it looks on a screen; without one only its life counts, and whether it is shown. number: of a
+    // window inside its parent.
+    virtual BOOL CreateEx(DWORD extendedStyle, LPCWSTR className, LPCWSTR title, DWORD style, const RECT& place,
+                          CWnd* parent, UINT number, LPVOID parameter = nullptr);
     // FALSE when there is no window. Calls PostNcDestroy last, which may delete the object.
     virtual BOOL DestroyWindow();
+
+    // command: SW_HIDE, SW_SHOW and their like. Whether it was to be seen before.
+    BOOL ShowWindow(int command);
+    // FALSE as well while a window that it lies in is hidden.
+    BOOL IsWindowVisible() const;
+    // In dots of the screen; there must be a window.
+    void GetWindowRect(RECT* place) const;
 
     HWND GetSafeHwnd() const { return m_hWnd; }
     operator HWND() const { return m_hWnd; }
@@ -70,39 +90,6 @@ class QRS_HOST_PORT CWnd : public CObject {
 // The inside of a frame, where a document is shown.
 class QRS_HOST_PORT CView : public CWnd {};
 
-// A modal dialog whose controls are described by data instead of a resource:
-//
-//     class CGreetingDlg : public CDialog {
-//       public:
-//         CGreetingDlg() : CDialog(L"Greeting") {}
-//         bool m_loud = false;
-//       protected:
-//         BOOL OnInitDialog() override { loud_ = &form().addCheckBox(L"Loud"); return TRUE; }
-//         void OnOK() override { m_loud = loud_->checked; CDialog::OnOK(); }
-//       private:
-//         qrs::platform::Control* loud_ = nullptr;
-//     };
-class QRS_HOST_PORT CDialog : public CWnd {
-  public:
-    explicit CDialog(LPCWSTR title = L"");
-
-    // Shows the dialog until it ends: IDOK, IDCANCEL or what EndDialog was given. Each call builds it anew.
-    virtual INT_PTR DoModal();
-
-  protected:
-    // Adds the controls to form(), which is empty then. A dialog that ends here is not shown.
-    virtual BOOL OnInitDialog() { return TRUE; }
-    // OK was pressed: ends the dialog. An override that does not call this keeps it open and has told why.
-    virtual void OnOK() { EndDialog(IDOK); }
-    // The dialog was cancelled.
-    virtual void OnCancel() { EndDialog(IDCANCEL); }
-    // The dialog ends with this result as soon as the running action returns.
-    void EndDialog(int result);
-
-    qrs::platform::Dialog& form() { return *form_; }
-
-  private:
-    std::wstring formTitle_;
-    std::unique_ptr<qrs::platform::Dialog> form_;
-    std::optional<int> ended_;
-};
+// The window of a program, with its menus and bars; of one that shows several documents, too.
+class QRS_HOST_PORT CFrameWnd : public CWnd {};
+class QRS_HOST_PORT CMDIFrameWnd : public CFrameWnd {};

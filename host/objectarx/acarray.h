@@ -21,6 +21,10 @@ class AcArray {
     T& operator[](int index) { return at(index); }
     const T& operator[](int index) const { return at(index); }
 
+    // The elements one after the other; null may come for an empty array.
+    const T* asArrayPtr() const { return items_.data(); }
+    T* asArrayPtr() { return items_.data(); }
+
     // The index of the new element.
     int append(const T& value) {
         items_.push_back(value);
@@ -53,13 +57,27 @@ class AcArray {
         return *this;
     }
 
-    auto begin() { return items_.begin(); }
-    auto begin() const { return items_.begin(); }
-    auto end() { return items_.end(); }
-    auto end() const { return items_.end(); }
+#ifndef QRS_PUBLISHED_ONLY
+    auto begin() {
+        return items_.begin();
+    }
+    auto begin() const {
+        return items_.begin();
+    }
+    auto end() {
+        return items_.end();
+    }
+    auto end() const {
+        return items_.end();
+    }
+#endif  // QRS_PUBLISHED_ONLY
 
-    bool operator==(const AcArray& other) const { return items_ == other.items_; }
-    bool operator!=(const AcArray& other) const { return items_ != other.items_; }
+    bool operator==(const AcArray& other) const {
+        return items_ == other.items_;
+    }
+    bool operator!=(const AcArray& other) const {
+        return items_ != other.items_;
+    }
 
   private:
     std::vector<T> items_;

@@ -11,6 +11,8 @@ typedef BOOL (*AcedFilterWinMsgFn)(MSG*);
 QRS_HOST_PORT BOOL acedRegisterFilterWinMsg(const AcedFilterWinMsgFn filter);
 QRS_HOST_PORT BOOL acedRemoveFilterWinMsg(const AcedFilterWinMsgFn filter);
 
+// The editor's main window. Null: there is none.
+QRS_HOST_PORT CMDIFrameWnd* acedGetAcadFrame();
 // The window the current drawing is shown in. Null: nothing is shown.
 QRS_HOST_PORT CView* acedGetAcadDwgView();
 
@@ -21,15 +23,3 @@ QRS_HOST_PORT void acedUpdateDisplay();
 QRS_HOST_PORT int acedSetStatusBarProgressMeter(const ACHAR* label, int minimum, int maximum);
 QRS_HOST_PORT int acedSetStatusBarProgressMeterPos(int position);
 QRS_HOST_PORT void acedRestoreStatusBar();
-
-// For its life the resources are looked for in the module given first.
-class QRS_HOST_PORT CAcModuleResourceOverride {
-  public:
-    explicit CAcModuleResourceOverride(HINSTANCE module);
-    ~CAcModuleResourceOverride();
-    CAcModuleResourceOverride(const CAcModuleResourceOverride&) = delete;
-    CAcModuleResourceOverride& operator=(const CAcModuleResourceOverride&) = delete;
-
-  private:
-    HINSTANCE previous_;
-};

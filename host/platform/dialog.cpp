@@ -17,7 +17,13 @@ DialogPresenter* presenter() {
 
 }  // namespace
 
+Pane::~Pane() = default;
+
 DialogPresenter::~DialogPresenter() = default;
+
+std::unique_ptr<Pane> DialogPresenter::showPane(Dialog&, void*) {
+    return nullptr;
+}
 
 ListRow& Control::addRow(std::vector<std::wstring> cells, bool chosen) {
     cells.resize(columns.size());
@@ -85,6 +91,16 @@ int showDialog(Dialog& dialog) {
     dialog.reopen();
     DialogPresenter* const shower = presenter();
     return shower ? shower->showDialog(dialog) : kDialogCancel;
+}
+
+bool hasPanes() {
+    const DialogPresenter* const shower = presenter();
+    return shower && shower->hasPanes();
+}
+
+std::unique_ptr<Pane> showPane(Dialog& dialog, void* window) {
+    DialogPresenter* const shower = presenter();
+    return shower ? shower->showPane(dialog, window) : nullptr;
 }
 
 int escapeOf(MessageButtons buttons) {

@@ -15,6 +15,7 @@
 #include <deque>
 #include <functional>
 #include <initializer_list>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -130,10 +131,25 @@ struct MessageQuestion {
     int defaultButton = 0;  // position of the button that Enter presses
 };
 
+// A dialog that stays on the screen while commands run: its controls inside a window. It has no buttons that close it:
+// closing() hides the window. It goes before its dialog does; the window may go first.
+class QRS_HOST_PORT Pane {
+  public:
+    virtual ~Pane();
+    // Brings what is seen up to what the dialog's data says.
+    virtual void update() = 0;
+    // Takes a message of the system's message loop (a MSG) that is meant for the pane's controls: Tab and the like.
+    virtual bool takeMessage(void* message) = 0;
+};
+
 // How dialogs are shown. Paths are in the inner form.
 class QRS_HOST_PORT DialogPresenter {
   public:
     virtual ~DialogPresenter();
+    // Whether dialogs can stay beside commands. Where they are asked as text, they cannot.
+    virtual bool hasPanes() const { return false; }
+    // Lays the dialog out inside a window, which takes the size that it needs. Null when that cannot be done.
+    virtual std::unique_ptr<Pane> showPane(Dialog& dialog, void* window);
     virtual int showDialog(Dialog& dialog) = 0;
     virtual int showMessage(const MessageQuestion& question) = 0;
     virtual std::optional<std::wstring> chooseFolder(const std::wstring& title) = 0;
@@ -145,6 +161,10 @@ QRS_HOST_PORT DialogPresenter* setDialogPresenter(DialogPresenter* presenter);
 // Shows a dialog until it is closed: kDialogOk, kDialogCancel, or what an action closed it with. kDialogCancel, too,
 // where nobody can show it.
 QRS_HOST_PORT int showDialog(Dialog& dialog);
+
+// As the presenter answers; false and null, too, where there is none.
+QRS_HOST_PORT bool hasPanes();
+QRS_HOST_PORT std::unique_ptr<Pane> showPane(Dialog& dialog, void* window);
 
 // The button that was pressed. Esc, and the lack of anybody to show it, press Cancel or, where there is none, No, or
 // OK.

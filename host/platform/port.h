@@ -10,3 +10,12 @@
 #else
 #define QRS_HOST_PORT __attribute__((visibility("default")))
 #endif
+
+// The module is compiled with QRS_PUBLISHED_ONLY. It hides, in the headers that bear the names of the editor and of its
+// framework, what those do not have themselves, so that the module's sources also compile against the real ones:
+//
+//     #ifndef QRS_PUBLISHED_ONLY
+//         ... what is ours ...
+//     #endif  // QRS_PUBLISHED_ONLY
+//
+// Only functions that are not virtual, and names, may stand there: objects must look the same to either side.

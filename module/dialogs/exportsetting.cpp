@@ -20,7 +20,7 @@ CExportSettingDlg::CExportSettingDlg() : dialog_(L"导出设置") {
     chooseFolder_ = &dialog_.addCheckBox(L"导出到指定文件夹");
 }
 
-bool CExportSettingDlg::DoModal() {
+bool CExportSettingDlg::show() {
     dialog_.reopen();
     return platform::showDialog(dialog_) == platform::kDialogOk;
 }
@@ -68,7 +68,7 @@ bool exportSettings(const CExportSettingDlg& choice, const std::wstring& chosenF
 
 void dcsz() {
     CExportSettingDlg dialog;
-    if (!dialog.DoModal()) return;
+    if (!dialog.show()) return;
     std::wstring folder;
     if (dialog.IsFolderChosenByUser()) {
         const std::optional<std::wstring> chosen = platform::chooseFolder(L"指定保存目录");

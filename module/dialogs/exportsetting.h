@@ -11,7 +11,7 @@ class CExportSettingDlg {
   public:
     CExportSettingDlg();
     // True when it was closed with OK.
-    bool DoModal();
+    bool show();
 
     bool IsGroupChecked(qrs::dialogs::SettingGroup group) const { return groups_[group]->checked; }
     bool IsFolderChosenByUser() const { return chooseFolder_->checked; }

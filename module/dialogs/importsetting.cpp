@@ -6,6 +6,7 @@
 
 #include "acedads.h"
 #include "acutads.h"
+#include "adscodes.h"
 #include "dialogs/settingfiles.h"
 #include "host/platform/dialog.h"
 #include "host/platform/files.h"

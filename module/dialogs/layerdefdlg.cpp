@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "aced.h"
+#include "afxwin.h"
 #include "dialogs/userlayerdlg.h"
 #include "layers/layerfields.h"
 #include "standard/layerlookup.h"
@@ -28,9 +29,9 @@ bool AskText(LPCWSTR title, LPCWSTR caption, std::wstring& asked,
 }
 
 CLayerDefDlg::CLayerDefDlg(LayerNode& layer, std::function<std::wstring(const std::wstring&)> refuseName)
-    : CDialog(L"图层定义"), layer_(layer), refuseName_(std::move(refuseName)) {}
+    : Form(L"图层定义"), layer_(layer), refuseName_(std::move(refuseName)) {}
 
-BOOL CLayerDefDlg::OnInitDialog() {
+void CLayerDefDlg::describe() {
     form().addLabel(L"图层类型: " + wide(layer_.LayerType));
     name_ = &form().addEdit(L"图层名", wide(layer_.LayerName));
     name_->refuse = [this](const std::wstring& name) {
@@ -45,7 +46,6 @@ BOOL CLayerDefDlg::OnInitDialog() {
     weight_ = &form().addCombo(L"线宽", lineWeightTexts(), lineWeightText(layer_.LineWeight));
     plots_ = &form().addCheckBox(L"打印", layer_.CanPlot);
     remark_ = &form().addEdit(L"备注", wide(layer_.Remark));
-    return TRUE;
 }
 
 void CLayerDefDlg::chooseUserLayer() {
@@ -64,7 +64,7 @@ void CLayerDefDlg::chooseColor() {
     if (acedSetColorDialogTrueColor(color, Adesk::kTrue, layer_.LayerColor)) color_->text = colorText(color);
 }
 
-void CLayerDefDlg::OnOK() {
+void CLayerDefDlg::pressOk() {
     // A field that was never touched may hold what a damaged file said.
     const std::wstring refusal = name_->refuse(name_->text);
     if (!refusal.empty()) {
@@ -77,14 +77,14 @@ void CLayerDefDlg::OnOK() {
     parseLineWeightText(weight_->text, layer_.LineWeight);
     layer_.CanPlot = plots_->checked;
     layer_.Remark = makeText(remark_->text);
-    CDialog::OnOK();
+    Form::pressOk();
 }
 
 CLayerDefListDlg::CLayerDefListDlg(const qrs::standard::Standard& standard, PipeNode& system)
-    : CDialog((L"图层 - " + wide(system.PipeName)).c_str()), standard_(&standard), system_(&system) {}
+    : Form(L"图层 - " + wide(system.PipeName)), standard_(&standard), system_(&system) {}
 
 CLayerDefListDlg::CLayerDefListDlg(OtherLayerNode& group)
-    : CDialog((L"图层 - " + wide(group.GroupName())).c_str()), others_(&group) {}
+    : Form(L"图层 - " + wide(group.GroupName())), others_(&group) {}
 
 int CLayerDefListDlg::count() const {
     return system_ ? system_->GetLayerNum() : others_->GetLayerNum();
@@ -99,14 +99,13 @@ LayerNode* CLayerDefListDlg::chosenLayer() const {
     return row ? layerAt(static_cast<int>(*row)) : nullptr;
 }
 
-BOOL CLayerDefListDlg::OnInitDialog() {
+void CLayerDefListDlg::describe() {
     list_ = &form().addList(L"图层", {L"类型", L"图层名", L"颜色", L"线型", L"线宽", L"打印"}, ListKind::One);
     form().addButton(L"修改...", [this] { edit(); });
     form().addButton(L"新建...", [this] { add(); });
     // Groups of other layers keep the layers that the suite asks for by their keys.
     if (system_) form().addButton(L"删除", [this] { remove(); });
     list(0);
-    return TRUE;
 }
 
 void CLayerDefListDlg::list(std::size_t chosen) {
@@ -133,7 +132,7 @@ void CLayerDefListDlg::edit() {
     LayerNode* layer = chosenLayer();
     if (!layer) return;
     CLayerDefDlg dialog(*layer, [&](const std::wstring& name) { return refuseName(layer, name); });
-    if (dialog.DoModal() == IDOK) list(*list_->chosenRow());
+    if (dialog.show() == qrs::platform::kDialogOk) list(*list_->chosenRow());
 }
 
 void CLayerDefListDlg::add() {
@@ -151,7 +150,7 @@ void CLayerDefListDlg::add() {
     layer->LineStyle = L"Continuous";
     layer->CanDel = true;
     CLayerDefDlg dialog(*layer, [&](const std::wstring& name) { return refuseName(nullptr, name); });
-    if (dialog.DoModal() != IDOK) return;
+    if (dialog.show() != qrs::platform::kDialogOk) return;
     if (system_)
         system_->AddLayerNode(layer.release());
     else

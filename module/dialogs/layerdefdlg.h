@@ -4,20 +4,20 @@
 #include <functional>
 #include <string>
 
-#include "afxwin.h"
+#include "host/platform/form.h"
 #include "PipeNodes.h"
 #include "standard/standard.h"
 
 // One layer definition. OK writes what was typed into the node; Cancel leaves it as it was.
-class CLayerDefDlg : public CDialog {
+class CLayerDefDlg : public qrs::platform::Form {
   public:
     // refuseName says why the owner cannot have a layer of that name (one sentence), besides what no layer may be
     // named.
     CLayerDefDlg(LayerNode& layer, std::function<std::wstring(const std::wstring& name)> refuseName);
 
   protected:
-    BOOL OnInitDialog() override;
-    void OnOK() override;
+    void describe() override;
+    void pressOk() override;
 
   private:
     void chooseUserLayer();
@@ -35,13 +35,13 @@ class CLayerDefDlg : public CDialog {
 
 // The layers of a pipe system, or of a group of other layers: lists them and edits the one chosen. Changes are made at
 // once; the caller gives a copy and drops it when the dialog was cancelled.
-class CLayerDefListDlg : public CDialog {
+class CLayerDefListDlg : public qrs::platform::Form {
   public:
     CLayerDefListDlg(const qrs::standard::Standard& standard, PipeNode& system);
     explicit CLayerDefListDlg(OtherLayerNode& group);
 
   protected:
-    BOOL OnInitDialog() override;
+    void describe() override;
 
   private:
     LayerNode* chosenLayer() const;

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "afxwin.h"
 #include "axlock.h"
 #include "dialogs/layerdefdlg.h"
 #include "dialogs/pipesystemdlg.h"
@@ -84,7 +85,7 @@ std::unique_ptr<PipeNode> qrs::dialogs::makeSystem(const standard::Standard& sta
 }
 
 CPipeSettingDlg::CPipeSettingDlg(std::unique_ptr<StandardEdit> edit, bool editable, bool updatesDrawing)
-    : CDialog(L"管线系统设置"), edit_(std::move(edit)), editable_(editable), updatesDrawing_(updatesDrawing) {}
+    : Form(L"管线系统设置"), edit_(std::move(edit)), editable_(editable), updatesDrawing_(updatesDrawing) {}
 
 PipeGroupNode* CPipeSettingDlg::group() const {
     return edit_->group(groups_->text);
@@ -95,12 +96,11 @@ PipeNode* CPipeSettingDlg::chosenSystem() const {
     return row && group() ? group()->FindPipeSystem(static_cast<int>(*row)) : nullptr;
 }
 
-BOOL CPipeSettingDlg::OnInitDialog() {
+void CPipeSettingDlg::describe() {
     form().addLabel(L"标准: " + wide(PipeSystemTool::GetCurrentStandardName()));
     addSystemControls();
     addOtherControls();
     list(0);
-    return TRUE;
 }
 
 void CPipeSettingDlg::addSystemControls() {
@@ -139,7 +139,7 @@ void CPipeSettingDlg::editSystem() {
     PipeNode* system = chosenSystem();
     if (!system) return;
     CPipeSystemDlg dialog(edit_->standard(), *group(), *system);
-    if (dialog.DoModal() != IDOK) return;
+    if (dialog.show() != qrs::platform::kDialogOk) return;
     changed_ = true;
     list(*systems_->chosenRow());
 }
@@ -150,7 +150,7 @@ void CPipeSettingDlg::editLayers() {
     if (!system) return;
     const std::unique_ptr<PipeNode> copy(system->Clone());
     CLayerDefListDlg dialog(edit_->standard(), *copy);
-    if (dialog.DoModal() != IDOK) return;
+    if (dialog.show() != qrs::platform::kDialogOk) return;
     system->CopyFrom(copy.get());
     changed_ = true;
     list(*systems_->chosenRow());
@@ -201,17 +201,17 @@ void CPipeSettingDlg::editOtherLayers() {
     OtherLayerNode copy;
     copy.CopyFrom(layers);
     CLayerDefListDlg dialog(copy);
-    if (dialog.DoModal() != IDOK) return;
+    if (dialog.show() != qrs::platform::kDialogOk) return;
     layers->CopyFrom(&copy);
     changed_ = true;
 }
 
-void CPipeSettingDlg::OnOK() {
+void CPipeSettingDlg::pressOk() {
     if (changed_ && editable_) {
         if (!edit_->save()) return;
         if (updatesDrawing_) qrs::standard::updateDrawingLayers();
     }
-    CDialog::OnOK();
+    Form::pressOk();
 }
 
 bool PipeSystemTool::ShowPipeSettingDlg(int page, bool editable, bool updatesDrawing) {
@@ -220,7 +220,7 @@ bool PipeSystemTool::ShowPipeSettingDlg(int page, bool editable, bool updatesDra
     if (!edit) return false;
     const AcAxDocLock lock;
     CPipeSettingDlg dialog(std::move(edit), editable, updatesDrawing && lock.lockStatus() == Acad::eOk);
-    return dialog.DoModal() == IDOK;
+    return dialog.show() == qrs::platform::kDialogOk;
 }
 
 void qrs::dialogs::gxsz() {

@@ -3,19 +3,19 @@
 
 #include <memory>
 
-#include "afxwin.h"
+#include "host/platform/form.h"
 #include "standard/standardedit.h"
 
 // Works on a copy. OK writes the standard file and makes the copy the current standard; a file that cannot be written
 // is told in one message and the dialog stays open. Cancel leaves file and standard as they were.
-class CPipeSettingDlg : public CDialog {
+class CPipeSettingDlg : public qrs::platform::Form {
   public:
     // editable: false only shows. updatesDrawing: with OK the drawing's layers take over what changed.
     CPipeSettingDlg(std::unique_ptr<qrs::standard::StandardEdit> edit, bool editable, bool updatesDrawing);
 
   protected:
-    BOOL OnInitDialog() override;
-    void OnOK() override;
+    void describe() override;
+    void pressOk() override;
 
   private:
     PipeGroupNode* group() const;

@@ -75,7 +75,7 @@ void takeText(PipeNode& system, const SystemField& field, const std::wstring& ty
 }  // namespace
 
 CPipeSystemDlg::CPipeSystemDlg(const qrs::standard::Standard& standard, PipeGroupNode& group, PipeNode& system)
-    : CDialog(L"管线系统"), standard_(standard), group_(group), system_(system) {}
+    : Form(L"管线系统"), standard_(standard), group_(group), system_(system) {}
 
 std::wstring CPipeSystemDlg::RefuseName(const qrs::standard::Standard& standard, const PipeNode* system,
                                         const std::wstring& name) {
@@ -96,7 +96,7 @@ std::wstring CPipeSystemDlg::RefuseName(const qrs::standard::Standard& standard,
     return {};
 }
 
-BOOL CPipeSystemDlg::OnInitDialog() {
+void CPipeSystemDlg::describe() {
     fields_.clear();
     name_ = &form().addEdit(L"系统名", wide(system_.PipeName));
     name_->enabled = group_.CanRename() && system_.CanName;
@@ -108,14 +108,13 @@ BOOL CPipeSystemDlg::OnInitDialog() {
         control.refuse = [&field](const std::wstring& typed) { return refuseText(field, typed); };
         fields_.push_back(&control);
     }
-    return TRUE;
 }
 
-void CPipeSystemDlg::OnOK() {
+void CPipeSystemDlg::pressOk() {
     std::size_t row = 0;
     for (const SystemField& field : kFields)
         takeText(system_, field, fields_[row++]->text);
     const CString name = makeText(name_->text);
     if (name != system_.PipeName) group_.RenameSystemName(CString(system_.PipeName), name);
-    CDialog::OnOK();
+    Form::pressOk();
 }

@@ -3,13 +3,13 @@
 
 #include <vector>
 
-#include "afxwin.h"
+#include "host/platform/form.h"
 #include "PipeNodes.h"
 #include "standard/standard.h"
 
 // OK writes what was typed into the system, through its group, so that index and layers follow a new name; Cancel
 // leaves it as it was.
-class CPipeSystemDlg : public CDialog {
+class CPipeSystemDlg : public qrs::platform::Form {
   public:
     CPipeSystemDlg(const qrs::standard::Standard& standard, PipeGroupNode& group, PipeNode& system);
 
@@ -19,8 +19,8 @@ class CPipeSystemDlg : public CDialog {
                                    const std::wstring& name);
 
   protected:
-    BOOL OnInitDialog() override;
-    void OnOK() override;
+    void describe() override;
+    void pressOk() override;
 
   private:
     const qrs::standard::Standard& standard_;

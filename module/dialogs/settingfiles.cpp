@@ -48,7 +48,7 @@ bool holdsWhatIsNeeded(const fs::path& folder, const std::vector<std::wstring>& 
 // The standard files of a folder by their names. No folder means none: it is not the current one.
 std::vector<CString> standardsIn(const std::wstring& folder) {
     std::vector<CString> names;
-    if (!folder.empty()) PipeSystemTool::GetPipeSystemStandardFiles(CString(folder), names, false);
+    if (!folder.empty()) PipeSystemTool::GetPipeSystemStandardFiles(CString(folder.c_str()), names, false);
     return names;
 }
 

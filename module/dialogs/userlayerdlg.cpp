@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "afxwin.h"
 #include "config/dbfrecordset.h"
 #include "qrs_kernal.h"
 #include "standard/tabletext.h"
@@ -12,7 +13,7 @@
 
 using namespace qrs::platform;
 
-CUserLayerDlg::CUserLayerDlg(const std::wstring& name) : CDialog(L"用户图层"), chosen_(name) {}
+CUserLayerDlg::CUserLayerDlg(const std::wstring& name) : Form(L"用户图层"), chosen_(name) {}
 
 bool CUserLayerDlg::read() {
     std::wstring path;
@@ -27,16 +28,15 @@ bool CUserLayerDlg::read() {
     return true;
 }
 
-BOOL CUserLayerDlg::OnInitDialog() {
+void CUserLayerDlg::describe() {
     list_ = &form().addList(L"图层", {L"图层名", L"产品"}, ListKind::One);
     for (const UserLayer& layer : layers_)
         list_->addRow({layer.name, std::to_wstring(layer.product)}, layer.name == chosen_);
-    return TRUE;
 }
 
-void CUserLayerDlg::OnOK() {
+void CUserLayerDlg::pressOk() {
     if (const std::optional<std::size_t> row = list_->chosenRow()) chosen_ = layers_[*row].name;
-    CDialog::OnOK();
+    Form::pressOk();
 }
 
 bool CUserLayerDlg::Choose(std::wstring& name) {
@@ -45,7 +45,7 @@ bool CUserLayerDlg::Choose(std::wstring& name) {
         AfxMessageBox(L"对不起，没有发现userlayer.dbf文件！", MB_OK | MB_ICONEXCLAMATION);
         return false;
     }
-    if (dialog.DoModal() != IDOK) return false;
+    if (dialog.show() != qrs::platform::kDialogOk) return false;
     name = dialog.chosen_;
     return true;
 }

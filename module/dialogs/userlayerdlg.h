@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "afxwin.h"
+#include "host/platform/form.h"
 
-class CUserLayerDlg : public CDialog {
+class CUserLayerDlg : public qrs::platform::Form {
   public:
     explicit CUserLayerDlg(const std::wstring& name);
 
@@ -15,8 +15,8 @@ class CUserLayerDlg : public CDialog {
     static bool Choose(std::wstring& name);
 
   protected:
-    BOOL OnInitDialog() override;
-    void OnOK() override;
+    void describe() override;
+    void pressOk() override;
 
   private:
     struct UserLayer {

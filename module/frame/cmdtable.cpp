@@ -19,6 +19,7 @@ namespace {
 
 // Started from the tag button of the layer control panel only.
 void gpsbs() {
+    if (CLayerControlBar::RunTagging()) return;
     QrsExport::PrintRefusal(L"\n此命令不能单独使用，请通过给排水\"图层控制\"中的给排水标识使用！");
 }
 

@@ -4,7 +4,6 @@
 #include "accmd.h"
 #include "axlock.h"
 #include "frame/entry.h"
-#include "rxmfcapi.h"
 #include "tools/guard.h"
 
 namespace qrs::frame {
@@ -26,7 +25,7 @@ constexpr const wchar_t* kCommandGroup = L"QRS_PIPESTSTEM";
 template <AcRxFunctionPtr body>
 void command() {
     tools::guarded([] {
-        const CAcModuleResourceOverride resources(moduleInstance());
+        const ModuleResources resources;
         const AcAxDocLock lock;
         if (lock.lockStatus() == Acad::eOk) body();
     });

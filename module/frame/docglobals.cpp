@@ -1,6 +1,7 @@
 // Per-document entries of the module and the reactor that keeps them.
 #include "frame/docglobals.h"
 
+#include "panel/layercontrolbar.h"
 #include "tools/guard.h"
 
 void TPipeDocReactor::databaseToBeDestroyed(AcDbDatabase* database) {
@@ -33,6 +34,9 @@ class TPipeAppDocGlobals::ManagerReactor : public AcApDocManagerReactor {
     void documentCreated(AcApDocument* document) override {
         qrs::tools::guarded([&] { globals_.create(document); });
     }
+
+    // The panel lists the layers of the current drawing.
+    void documentBecameCurrent(AcApDocument*) override { qrs::tools::guarded(CLayerControlBar::Refresh); }
 
   private:
     TPipeAppDocGlobals& globals_;

@@ -3,8 +3,10 @@
 
 #include "afxdllx.h"
 #include "frame/startup.h"
+#include "host/platform/libraryentry.h"
 #include "pipeport.h"
 #include "qrs_kernal.h"
+#include "rxdefs.h"
 #include "rxdlinkr.h"
 #include "rxregsvc.h"
 #include "tools/guard.h"
@@ -69,4 +71,4 @@ extern "C" int APIENTRY DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
     return 1;
 }
 
-AFX_LIBRARY_ENTRY(DllMain)
+QRS_LIBRARY_ENTRY(DllMain)

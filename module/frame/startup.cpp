@@ -11,11 +11,13 @@
 #include "frame/docglobals.h"
 #include "frame/specdata.h"
 #include "host/platform/callrecord.h"
+#include "host/platform/window.h"
 #include "layers/layertoolbar.h"
 #include "panel/layercontrolbar.h"
 #include "PipeSystemTool.h"
 #include "qrs_kernal.h"
 #include "qrs_public.h"
+#include "rxmfcapi.h"
 #include "standard/startup.h"
 #include "tools/guard.h"
 
@@ -94,6 +96,12 @@ void readFittings() {
     if (config && config->usesDoublePipeFittings()) readDoublePipeFittings(kSamePoint);
 }
 
+// Dialogs are shown over the editor's frame.
+void setDialogOwner() {
+    CWnd* const frame = acedGetAcadFrame();
+    platform::setWindowOwner(frame ? frame->GetSafeHwnd() : nullptr);
+}
+
 void addCmdReactor() {
     if (cmdReactor) return;
     cmdReactor = std::make_unique<TCmdReactor>();
@@ -147,6 +155,7 @@ using Step = void (*)();
 const Step startSteps[] = {
     removeStaleCommands,  // before the registering: eleven of the names are registered again
     registerCommands,
+    setDialogOwner,
     // What needs the tree finds none when no standard was loaded; the rest is done all the same.
     [] { standard::loadCurrentStandard(); },
     readOldLayerDefinitions,

@@ -13,6 +13,7 @@
 #include "qrs_kernal.h"
 #include "qrs_pipeentity.h"
 #include "rxmfcapi.h"
+#include "tools/arrayloop.h"
 #include "tools/drawing.h"
 #include "tools/picking.h"
 

@@ -1,6 +1,8 @@
 // The record "TuCengDanSe-YanSeHuiFu" in the dictionary of named objects: read, written, erased.
 #include "layers/colorrecord.h"
 
+#include "acutads.h"
+#include "adscodes.h"
 #include "dbdict.h"
 #include "dbobjptr.h"
 #include "dbxrecrd.h"
@@ -82,7 +84,7 @@ bool writeColorRecord(AcDbDatabase* database, const std::vector<LayerColor>& col
     if (!database || !chain) return false;
     const AcDbObjectId id = recordId(database);
     if (id.isNull()) return addRecord(database, *chain);
-    const Record record(id, AcDb::kForWrite);
+    Record record(id, AcDb::kForWrite);
     return record.openStatus() == Acad::eOk && record->setFromRbChain(*chain) == Acad::eOk;
 }
 

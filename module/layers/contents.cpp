@@ -7,10 +7,13 @@
 
 #include "acdbads.h"
 #include "acutads.h"
+#include "adscodes.h"
 #include "dbents.h"
+#include "dbmain.h"
 #include "dbobjptr.h"
 #include "layers/layertoolbar.h"
 #include "qrs_kernal.h"
+#include "tools/arrayloop.h"
 #include "tools/chain.h"
 #include "tools/drawing.h"
 #include "tools/picking.h"

@@ -6,6 +6,7 @@
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
 #include "PwxTool.h"
+#include "tools/arrayloop.h"
 #include "tools/drawing.h"
 
 using namespace qrs::layers;
@@ -33,11 +34,11 @@ void CLayerToolBar::OpenLayer() {
         return;
     }
     COpenLayerDlg dialog(off);
-    if (dialog.DoModal() != IDOK) return;
+    if (dialog.show() != qrs::platform::kDialogOk) return;
     turnLayers(dialog.ChosenLayers(), false);
     refreshLayerState();
 }
 
 void CLayerToolBar::PickUpLayer() {
-    CLayerPickUpDlg().DoModal();
+    CLayerPickUpDlg().show();
 }

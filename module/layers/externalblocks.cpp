@@ -1,4 +1,5 @@
 // PwxTool: block references that show external references.
+#include "adscodes.h"
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "PwxTool.h"

@@ -1,4 +1,6 @@
 // Freezing and thawing layers.
+#include "aced.h"
+#include "adscodes.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
 #include "PwxTool.h"

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "dbcolor.h"
 #include "dbobjptr.h"
 #include "PwxTool.h"
 #include "standard/text.h"
@@ -41,7 +42,7 @@ std::wstring colorText(const AcCmColor& color) {
 bool parseColorText(const std::wstring& text, AcCmColor& color) {
     AcCmColor parsed;
     if (text == kByLayer)
-        parsed.setColorMethod(AcCmColor::kByLayer);
+        parsed.setColorMethod(AcCmEntityColor::kByLayer);
     else if (text != kByBlock)
         parsed = standard::parseColor(CString(text.c_str()));
     // What is read back differently was no colour: the reader of standard files is lenient.

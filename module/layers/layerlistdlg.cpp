@@ -4,32 +4,34 @@
 #include <set>
 
 #include "layers/layerfields.h"
+#include "tools/arrayloop.h"
 
 using namespace qrs::layers;
 using qrs::platform::ListKind;
 
 CLayerListDlg::CLayerListDlg(LPCWSTR title, LPCWSTR listCaption, const AcDbObjectIdArray& layers,
                              const AcDbObjectIdArray& checked)
-    : CDialog(title), listCaption_(listCaption), layers_(layers), checked_(checked) {}
+    : Form(title), listCaption_(listCaption), layers_(layers), checked_(checked) {}
 
-BOOL CLayerListDlg::OnInitDialog() {
+void CLayerListDlg::describe() {
     listed_.removeAll();
     chosen_.removeAll();
     list_ = &form().addList(listCaption_.GetString(), layerColumns(), ListKind::Many);
-    const std::set<AcDbObjectId> checked(checked_.begin(), checked_.end());
+    std::set<AcDbObjectId> checked;
+    for (const AcDbObjectId& id : checked_)
+        checked.insert(id);
     for (int i = 0; i < layers_.length(); ++i) {
         DrawnLayer layer;
         if (!readLayer(layers_[i], layer)) continue;
         list_->addRow(layerCells(layer), checked.count(layers_[i]) != 0);
         listed_.append(layers_[i]);
     }
-    return TRUE;
 }
 
-void CLayerListDlg::OnOK() {
+void CLayerListDlg::pressOk() {
     for (int i = 0; i < listed_.length(); ++i)
         if (list_->rows[static_cast<std::size_t>(i)].chosen) chosen_.append(listed_[i]);
-    CDialog::OnOK();
+    Form::pressOk();
 }
 
 COpenLayerDlg::COpenLayerDlg(const AcDbObjectIdArray& layersOff)

@@ -1,15 +1,16 @@
 // Dialogs in which layers of a drawing are chosen from a list.
 //
 //     COpenLayerDlg dialog(layersThatAreOff);
-//     if (dialog.DoModal() != IDOK) return;
+//     if (dialog.show() != qrs::platform::kDialogOk) return;
 //     for (int i = 0; i < dialog.ChosenLayers().length(); ++i) ...
 #pragma once
 
-#include "afxwin.h"
+#include "afx.h"
 #include "dbid.h"
+#include "host/platform/form.h"
 
 // A list of layers with a check mark each; what they have in common. Layers that cannot be opened are not listed.
-class CLayerListDlg : public CDialog {
+class CLayerListDlg : public qrs::platform::Form {
   public:
     // The layers that were checked when OK closed the dialog, in the order of the list; empty before.
     const AcDbObjectIdArray& ChosenLayers() const { return chosen_; }
@@ -18,8 +19,8 @@ class CLayerListDlg : public CDialog {
     // layers are listed in the order given; those among checked begin with a check mark.
     CLayerListDlg(LPCWSTR title, LPCWSTR listCaption, const AcDbObjectIdArray& layers,
                   const AcDbObjectIdArray& checked = AcDbObjectIdArray());
-    BOOL OnInitDialog() override;
-    void OnOK() override;
+    void describe() override;
+    void pressOk() override;
 
   private:
     CString listCaption_;

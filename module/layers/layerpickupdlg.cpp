@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "adscodes.h"
+#include "afxwin.h"
 #include "standard/layerlookup.h"
 #include "standard/text.h"
 #include "tools/picking.h"
@@ -29,14 +31,14 @@ void offer(Control& combo, std::vector<std::wstring> choices) {
 
 }  // namespace
 
-CLayerPickUpDlg::CLayerPickUpDlg() : CDialog(L"图层提取") {}
+CLayerPickUpDlg::CLayerPickUpDlg() : Form(L"图层提取") {}
 
-INT_PTR CLayerPickUpDlg::DoModal() {
+int CLayerPickUpDlg::show() {
     edit_ = qrs::standard::StandardEdit::begin();
-    return edit_ ? CDialog::DoModal() : IDCANCEL;
+    return edit_ ? Form::show() : kDialogCancel;
 }
 
-BOOL CLayerPickUpDlg::OnInitDialog() {
+void CLayerPickUpDlg::describe() {
     pending_ = changed_ = false;
     form().addButton(
         L"拾取<", [this] { pick(); }, true);
@@ -58,7 +60,6 @@ BOOL CLayerPickUpDlg::OnInitDialog() {
     targetLabel_ = &form().addLabel(L"标准图层: ");
     form().addButton(L"应用", [this] { apply(); });
     listSystems();
-    return TRUE;
 }
 
 PipeGroupNode* CLayerPickUpDlg::group() const {
@@ -151,8 +152,8 @@ bool CLayerPickUpDlg::apply() {
     return true;
 }
 
-void CLayerPickUpDlg::OnOK() {
+void CLayerPickUpDlg::pressOk() {
     if (pending_ && !apply()) return;
     if (changed_ && !edit_->save()) return;
-    CDialog::OnOK();
+    Form::pressOk();
 }

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "afxwin.h"
+#include "host/platform/form.h"
 #include "layers/layerfields.h"
 #include "standard/standardedit.h"
 
@@ -11,15 +11,15 @@
 // and lineweight of its layer, or some of them, and applies them, as often as wanted. OK also applies what was picked
 // last, saves the standard file and makes the changes the current standard; Cancel leaves file and standard as they
 // were. A file that cannot be written is told in one message and the dialog stays open, so that nothing is lost.
-class CLayerPickUpDlg : public CDialog {
+class CLayerPickUpDlg : public qrs::platform::Form {
   public:
     CLayerPickUpDlg();
     // Without a standard: one message, and no dialog.
-    INT_PTR DoModal() override;
+    int show() override;
 
   protected:
-    BOOL OnInitDialog() override;
-    void OnOK() override;
+    void describe() override;
+    void pressOk() override;
 
   private:
     PipeGroupNode* group() const;

@@ -3,6 +3,7 @@
 
 #include "dbobjptr.h"
 #include "qrs_kernal.h"
+#include "tools/arrayloop.h"
 
 namespace qrs::layers {
 

@@ -1,9 +1,11 @@
 // Locking and unlocking layers.
 #include "acutads.h"
+#include "adscodes.h"
 #include "dbsymtb.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
 #include "PwxTool.h"
+#include "tools/arrayloop.h"
 #include "tools/drawing.h"
 #include "tools/picking.h"
 

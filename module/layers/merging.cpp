@@ -3,6 +3,8 @@
 
 #include "acedads.h"
 #include "acutads.h"
+#include "acutmem.h"
+#include "adscodes.h"
 #include "afxwin.h"
 #include "dbobjptr.h"
 #include "layers/contents.h"
@@ -54,7 +56,7 @@ void eraseLayer(AcDbObjectId layer) {
         QrsExport::PrintRefusal(L"\n 图层存在引用.无法删除图层！");
         return;
     }
-    const AcDbLayerTableRecordPointer record(layer, AcDb::kForWrite);
+    AcDbLayerTableRecordPointer record(layer, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk || record->erase() != Acad::eOk)
         QrsExport::PrintRefusal(L"\n 无法删除图层记录！");
 }

@@ -1,6 +1,8 @@
 // Turning layers off and on.
+#include "aced.h"
 #include "acedads.h"
 #include "acutads.h"
+#include "adscodes.h"
 #include "dbobjptr.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"

@@ -5,6 +5,7 @@
 
 #include "aced.h"
 #include "acedads.h"
+#include "adscodes.h"
 #include "dbobjptr.h"
 #include "layers/colorrecord.h"
 #include "layers/layerlistdlg.h"
@@ -13,6 +14,7 @@
 #include "PipeNodes.h"
 #include "PwxTool.h"
 #include "qrs_kernal.h"
+#include "tools/arrayloop.h"
 #include "tools/drawing.h"
 
 using namespace qrs::layers;
@@ -54,7 +56,7 @@ void chooseLayers(AcDbObjectIdArray& chosen) {
     AcDbObjectIdArray all;
     PwxTool::GetAllLayerIds(workingDatabase(), all);
     CSelectLayerDlg dialog(all, chosen);
-    if (dialog.DoModal() == IDOK) chosen = dialog.ChosenLayers();
+    if (dialog.show() == qrs::platform::kDialogOk) chosen = dialog.ChosenLayers();
 }
 
 // False when the user ends the command.

@@ -2,6 +2,7 @@
 #include <memory>
 #include <vector>
 
+#include "aced.h"
 #include "dbobjptr.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"

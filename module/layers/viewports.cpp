@@ -4,6 +4,7 @@
 #include "aced.h"
 #include "acedads.h"
 #include "acutads.h"
+#include "adscodes.h"
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "dbsymutl.h"
@@ -12,6 +13,7 @@
 #include "PwxTool.h"
 #include "qrs_kernal.h"
 #include "rxmfcapi.h"
+#include "tools/arrayloop.h"
 #include "tools/drawing.h"
 #include "tools/picking.h"
 
@@ -36,7 +38,7 @@ AcDbObjectIdArray layersThawedIn(AcDbObjectId viewport) {
     const Viewport opened(viewport, AcDb::kForRead);
     AcDbObjectIdArray list;
     if (opened.openStatus() != Acad::eOk || opened->getFrozenLayerList(list) != Acad::eOk) return thawed;
-    const std::set<AcDbObjectId> frozen(list.begin(), list.end());
+    const std::set<AcDbObjectId> frozen(begin(list), end(list));
     for (const AcDbObjectId& layer : all)
         if (frozen.count(layer) == 0) thawed.append(layer);
     return thawed;
@@ -44,14 +46,14 @@ AcDbObjectIdArray layersThawedIn(AcDbObjectId viewport) {
 
 void freezeIn(AcDbObjectId viewport, const AcDbObjectIdArray& layers) {
     if (layers.isEmpty()) return;
-    const Viewport opened(viewport, AcDb::kForWrite);
+    Viewport opened(viewport, AcDb::kForWrite);
     if (opened.openStatus() != Acad::eOk || opened->freezeLayersInViewport(layers) != Acad::eOk)
         QrsExport::PrintRefusal(L"\n图层冻结失败!");
 }
 
 void freezeChosen(AcDbObjectId viewport) {
     CLayerFilterDlg dialog(L"冻结视口图层", layersThawedIn(viewport));
-    if (dialog.DoModal() == IDOK) freezeIn(viewport, dialog.ChosenLayers());
+    if (dialog.show() == qrs::platform::kDialogOk) freezeIn(viewport, dialog.ChosenLayers());
 }
 
 // True while the sheet itself is drawn on, and not the model through a viewport.
@@ -113,8 +115,8 @@ void CLayerToolBar::UnFrozenViewAllLayer() {
         return;
     }
     CLayerFilterDlg dialog(L"解冻视口图层", frozen);
-    if (dialog.DoModal() != IDOK || dialog.ChosenLayers().isEmpty()) return;
-    const Viewport opened(viewport, AcDb::kForWrite);
+    if (dialog.show() != qrs::platform::kDialogOk || dialog.ChosenLayers().isEmpty()) return;
+    Viewport opened(viewport, AcDb::kForWrite);
     if (opened.openStatus() == Acad::eOk) opened->thawLayersInViewport(dialog.ChosenLayers());
     acedUpdateDisplay();
 }

@@ -5,10 +5,10 @@
 #include <memory>
 #include <utility>
 
-#include "acedads.h"
+#include "acutads.h"
+#include "axlock.h"
 #include "dbapserv.h"
 #include "dbobjptr.h"
-#include "host/platform/dialog.h"
 #include "layers/layerstate.h"
 #include "layers/layertoolbar.h"
 #include "qrs_kernal.h"
@@ -16,6 +16,7 @@
 #include "standard/holder.h"
 #include "standard/text.h"
 #include "tools/drawing.h"
+#include "tools/guard.h"
 #include "tools/layertag.h"
 
 using namespace qrs::layers;
@@ -26,7 +27,8 @@ using qrs::standard::wide;
 struct CLayerControlBar::StateButton {
     const wchar_t* caption;
     bool (AcDbLayerTableRecord::*has)() const;
-    Acad::ErrorStatus (AcDbLayerTableRecord::*set)(bool);
+    // Not a pointer to the setter: releases of the editor's interface differ in what setters answer.
+    void (*set)(AcDbLayerTableRecord& layer, bool value);
     bool value;
 };
 
@@ -34,17 +36,22 @@ namespace {
 
 constexpr const wchar_t* kTitle = L"图层控制";
 constexpr const wchar_t* kAllSystems = L"全部";
+constexpr LONG kFromFrame = 80;  // dots from the corner of the editor's frame to the panel's
 
 // The commands that the panel's buttons run; each asks at the command line.
 struct CommandButton {
     const wchar_t* caption;
+    const wchar_t* command;
     void (CLayerToolBar::*operation)();
 };
 constexpr CommandButton kCommandButtons[] = {
-    {L"全部显示", &CLayerToolBar::SetAllPipeLayOpen}, {L"关选中层<", &CLayerToolBar::CloseSelLayer},
-    {L"只开选中层<", &CLayerToolBar::OpenSelLayer},   {L"锁选中层<", &CLayerToolBar::LockSelLayer},
-    {L"解锁选中层<", &CLayerToolBar::UnLockSelLayer}, {L"冻结选中层<", &CLayerToolBar::FrozenLayer},
-    {L"全部解冻", &CLayerToolBar::UnFrozenAllLayer},
+    {L"全部显示", L"SetAllPipeLayOpen", &CLayerToolBar::SetAllPipeLayOpen},
+    {L"关选中层<", L"CloseSelLayer", &CLayerToolBar::CloseSelLayer},
+    {L"只开选中层<", L"OpenSelLayer", &CLayerToolBar::OpenSelLayer},
+    {L"锁选中层<", L"LockSelLayer", &CLayerToolBar::LockSelLayer},
+    {L"解锁选中层<", L"UnLockSelLayer", &CLayerToolBar::UnLockSelLayer},
+    {L"冻结选中层<", L"FrozenLayer", &CLayerToolBar::FrozenLayer},
+    {L"全部解冻", L"UnFrozenAllLayer", &CLayerToolBar::UnFrozenAllLayer},
 };
 
 // The buttons that tag objects with the discipline they belong to.
@@ -57,98 +64,175 @@ constexpr TagButton kTagButtons[] = {
     {L"建筑标识<", qrs::tools::kArchitectureTag},
 };
 
-// The panel stays in the editor's message loop while it is shown; it keeps no message from the editor.
-BOOL passMessage(MSG*) {
-    return FALSE;
+std::unique_ptr<CLayerControlBar> thePanel;
+
+// The discipline that a tag button wants to be given, until the command that gives it runs.
+const wchar_t* wantedTag = nullptr;
+
+void tag(const wchar_t* discipline) {
+    qrs::tools::tagPicked(CString(discipline));
 }
 
-std::unique_ptr<CLayerControlBar> thePanel;
+// Waits until the running command has ended.
+void post(const wchar_t* command) {
+    QrsExport::PostCommand(command + std::wstring(L"\n"));
+}
 
 }  // namespace
 
+BOOL CLayerControlBar::passMessage(MSG* message) {
+    return thePanel && thePanel->pane_ && thePanel->pane_->takeMessage(message) ? TRUE : FALSE;
+}
+
 void CLayerControlBar::Toggle() {
-    if (thePanel) return Close();
+    if (!hasPanes()) return ask();
+    if (thePanel && thePanel->isOnScreen()) {
+        thePanel->ShowWindow(SW_HIDE);
+        return;
+    }
+    // A window that the user closed is gone.
+    if (thePanel && !IsWindow(thePanel->GetSafeHwnd())) Close();
+    if (!thePanel && !open()) return;
+    thePanel->refresh();
+    thePanel->ShowWindow(SW_SHOWNOACTIVATE);
+}
+
+void CLayerControlBar::ask() {
+    if (thePanel) return;  // a button of the panel runs a command that asks for the panel
+    thePanel = std::make_unique<CLayerControlBar>();
+    const std::unique_ptr<CLayerControlBar, void (*)(CLayerControlBar*)> whileShown(
+        thePanel.get(), [](CLayerControlBar*) { thePanel.reset(); });
+    thePanel->describe();
+    showDialog(*thePanel->dialog_);
+    // Once for all that was changed: it is typed when the command has ended.
+    if (thePanel->changed_) refreshLayerState();
+}
+
+bool CLayerControlBar::open() {
     auto panel = std::make_unique<CLayerControlBar>();
-    if (!panel->Create(nullptr, kTitle, 0, RECT{0, 0, 0, 0}, nullptr, 0)) {
+    panel->describe();
+    if (!panel->createWindow()) {
         QrsExport::PrintRefusal(L"\n图层控制窗口无法建立。\n");
-        return panel->print();
+        panel->print();
+        return false;
     }
     thePanel = std::move(panel);
     acedRegisterFilterWinMsg(passMessage);
-    thePanel->run();
+    return true;
+}
+
+// Floats over the editor's frame; the pane gives it its size.
+bool CLayerControlBar::createWindow() {
+    CWnd* const frame = acedGetAcadFrame();
+    RECT place{kFromFrame, kFromFrame, 0, 0};
+    if (frame) {
+        frame->GetWindowRect(&place);
+        place.left += kFromFrame;
+        place.top += kFromFrame;
+    }
+    place.right = place.left;
+    place.bottom = place.top;
+    const auto background = reinterpret_cast<HBRUSH>(static_cast<UINT_PTR>(COLOR_BTNFACE + 1));
+    if (!CreateEx(WS_EX_TOOLWINDOW, AfxRegisterWndClass(0, nullptr, background), kTitle,
+                  WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN, place, frame, 0))
+        return false;
+    pane_ = showPane(*dialog_, GetSafeHwnd());
+    return pane_ != nullptr;
 }
 
 void CLayerControlBar::Close() {
+    wantedTag = nullptr;
     if (!thePanel) return;
     acedRemoveFilterWinMsg(passMessage);
+    thePanel->pane_.reset();
     if (IsWindow(thePanel->GetSafeHwnd())) thePanel->DestroyWindow();
     thePanel.reset();
 }
 
 void CLayerControlBar::Refresh() {
-    if (!thePanel || !thePanel->list_) return;
-    thePanel->readStandard();
-    thePanel->fill();
+    if (thePanel && (!thePanel->pane_ || thePanel->isOnScreen())) thePanel->refresh();
 }
 
-void CLayerControlBar::run() {
-    Dialog dialog(kTitle);
-    describe(dialog);
-    showDialog(dialog);
-    systems_ = list_ = nullptr;
-    // Once for all that was changed: it is typed when the command has ended.
-    if (std::exchange(changed_, false)) refreshLayerState();
+bool CLayerControlBar::RunTagging() {
+    if (!wantedTag) return false;
+    tag(std::exchange(wantedTag, nullptr));
+    return true;
 }
 
-void CLayerControlBar::describe(Dialog& dialog) {
+bool CLayerControlBar::isOnScreen() const {
+    return IsWindow(GetSafeHwnd()) && IsWindowVisible();
+}
+
+void CLayerControlBar::refresh() {
+    readStandard();
+    fill();
+    if (pane_) pane_->update();
+}
+
+void CLayerControlBar::describe() {
+    dialog_ = std::make_unique<Dialog>(kTitle);
     readStandard();
     std::vector<std::wstring> systems = {kAllSystems};
     for (const Row& row : standardLayers_)
         if (std::find(systems.begin(), systems.end(), wide(row.system)) == systems.end())
             systems.push_back(wide(row.system));
-    systems_ = &dialog.addCombo(L"系统", std::move(systems), kAllSystems);
+    systems_ = &dialog_->addCombo(L"系统", std::move(systems), kAllSystems);
     systems_->changed = [this] { fill(); };
-    list_ = &dialog.addList(L"图中的标准图层", {L"图层名", L"状态", L"颜色", L"系统", L"类型"}, ListKind::Many);
-    addButtons(dialog);
+    list_ = &dialog_->addList(L"图中的标准图层", {L"图层名", L"状态", L"颜色", L"系统", L"类型"}, ListKind::Many);
+    addButtons();
     fill();
 }
 
 // What the list would show.
-void CLayerControlBar::print() {
-    Dialog dialog(kTitle);
-    describe(dialog);
+void CLayerControlBar::print() const {
     for (const ListRow& row : list_->rows) {
         std::wstring line;
         for (const std::wstring& cell : row.cells)
             line += (line.empty() ? L"" : L"  ") + cell;
         acutPrintf(L"%s\n", line.c_str());
     }
-    systems_ = list_ = nullptr;
 }
 
-void CLayerControlBar::addButtons(Dialog& dialog) {
+void CLayerControlBar::addButtons() {
     using Record = AcDbLayerTableRecord;
+    static constexpr auto turnOff = [](Record& layer, bool value) { layer.setIsOff(value); };
+    static constexpr auto freeze = [](Record& layer, bool value) { layer.setIsFrozen(value); };
+    static constexpr auto lock = [](Record& layer, bool value) { layer.setIsLocked(value); };
     static constexpr StateButton kStateButtons[] = {
-        {L"开", &Record::isOff, &Record::setIsOff, false},
-        {L"关", &Record::isOff, &Record::setIsOff, true},
-        {L"冻结", &Record::isFrozen, &Record::setIsFrozen, true},
-        {L"解冻", &Record::isFrozen, &Record::setIsFrozen, false},
-        {L"锁定", &Record::isLocked, &Record::setIsLocked, true},
-        {L"解锁", &Record::isLocked, &Record::setIsLocked, false},
+        {L"开", &Record::isOff, turnOff, false},    {L"关", &Record::isOff, turnOff, true},
+        {L"冻结", &Record::isFrozen, freeze, true}, {L"解冻", &Record::isFrozen, freeze, false},
+        {L"锁定", &Record::isLocked, lock, true},   {L"解锁", &Record::isLocked, lock, false},
     };
     for (const StateButton& button : kStateButtons)
-        dialog.addButton(button.caption, [this, &button] { change(button); });
+        dialog_->addButton(button.caption, [this, &button] { press(button); });
     for (const CommandButton& button : kCommandButtons)
-        dialog.addButton(
+        dialog_->addButton(
             button.caption,
             [this, &button] {
+                if (pane_) return post(button.command);
                 (CLayerToolBar::Instance().*button.operation)();
                 fill();
             },
             true);
     for (const TagButton& button : kTagButtons)
-        dialog.addButton(
-            button.caption, [&button] { qrs::tools::tagPicked(CString(button.discipline)); }, true);
+        dialog_->addButton(
+            button.caption,
+            [this, &button] {
+                if (!pane_) return tag(button.discipline);
+                wantedTag = button.discipline;
+                post(L"gpsbs");
+            },
+            true);
+}
+
+// Where it stays beside the commands, the panel acts outside of any.
+void CLayerControlBar::press(const StateButton& button) {
+    if (!pane_) return change(button);
+    qrs::tools::guarded([&] {
+        const AcAxDocLock lock;
+        if (lock.lockStatus() == Acad::eOk) change(button);
+        if (std::exchange(changed_, false)) refreshLayerState();
+    });
 }
 
 void CLayerControlBar::readStandard() {
@@ -198,9 +282,12 @@ void CLayerControlBar::fill() {
 void CLayerControlBar::change(const StateButton& button) {
     for (std::size_t i = 0; i < listed_.size(); ++i) {
         if (!list_->rows[i].chosen) continue;
-        const AcDbObjectPointer<AcDbLayerTableRecord> layer(listed_[i].id, AcDb::kForRead);
-        if (layer.openStatus() != Acad::eOk || ((*layer).*button.has)() == button.value) continue;
-        if (layer->upgradeOpen() == Acad::eOk && ((*layer).*button.set)(button.value) == Acad::eOk)
+        AcDbObjectPointer<AcDbLayerTableRecord> opened(listed_[i].id, AcDb::kForRead);
+        if (opened.openStatus() != Acad::eOk) continue;
+        AcDbLayerTableRecord& layer = *opened.object();
+        if ((layer.*button.has)() == button.value) continue;
+        if (layer.upgradeOpen() == Acad::eOk) button.set(layer, button.value);
+        if ((layer.*button.has)() == button.value)
             changed_ = true;
         else
             QrsExport::PrintRefusal(L"\n图层 %s 不能改变。\n", listed_[i].name.c_str());

@@ -7,9 +7,12 @@
 #include <set>
 
 #include "acedads.h"
+#include "acutmem.h"
+#include "adscodes.h"
 #include "host/platform/codepage.h"
 #include "host/platform/number.h"
 #include "qrs_kernal.h"
+#include "tools/arrayloop.h"
 #include "tools/changeable.h"
 
 namespace qrs::tools {
@@ -220,7 +223,7 @@ void optimizeLinetypes() {
 void optimizeLinetypesByDialog() {
     // Shown until it is closed: while a dialog stays open nobody could answer the selection's prompt here.
     CLinetypeOptimizeDlg dialog;
-    if (dialog.DoModal() != IDOK) return;
+    if (dialog.show() != qrs::platform::kDialogOk) return;
     TPickEntSet picked;
     if (SelectEntities(L"\n请选择待优化线型的对象:<退出>", picked) == RTNORM) optimize(picked.ids(), dialog.Spacing());
 }
@@ -229,19 +232,18 @@ void optimizeLinetypesByDialog() {
 
 using namespace qrs::tools;
 
-CLinetypeOptimizeDlg::CLinetypeOptimizeDlg() : CDialog(L"线型优化"), spacing_(readTextSpacing()) {}
+CLinetypeOptimizeDlg::CLinetypeOptimizeDlg() : Form(L"线型优化"), spacing_(readTextSpacing()) {}
 
-BOOL CLinetypeOptimizeDlg::OnInitDialog() {
+void CLinetypeOptimizeDlg::describe() {
     gap_ = &form().addEdit(L"文字左右空隙值", shown(spacing_.gap));
     gap_->refuse = [](const std::wstring& text) { return refuseText(text, &refuseTextGap); };
     scale_ = &form().addEdit(L"文字放大倍数", shown(spacing_.scale));
     scale_->refuse = [](const std::wstring& text) { return refuseText(text, &refuseTextScale); };
-    return TRUE;
 }
 
-void CLinetypeOptimizeDlg::OnOK() {
+void CLinetypeOptimizeDlg::pressOk() {
     // The fields take no text that is refused.
     spacing_ = {numberIn(gap_->text).value_or(spacing_.gap), numberIn(scale_->text).value_or(spacing_.scale)};
     writeTextSpacing(spacing_);
-    CDialog::OnOK();
+    Form::pressOk();
 }

@@ -1,7 +1,7 @@
 // Linetype optimisation: the texts in the linetypes of chosen objects get other gaps and sizes.
 #pragma once
 
-#include "afxwin.h"
+#include "host/platform/form.h"
 #include "tools/textpattern.h"
 
 namespace qrs::tools {
@@ -25,14 +25,14 @@ void optimizeLinetypesByDialog();
 
 // Gap and scale, each in a field. OK keeps them as the user's values; a field that holds no number in range keeps the
 // dialog open.
-class CLinetypeOptimizeDlg : public CDialog {
+class CLinetypeOptimizeDlg : public qrs::platform::Form {
   public:
     CLinetypeOptimizeDlg();
     const qrs::tools::TextSpacing& Spacing() const { return spacing_; }
 
   protected:
-    BOOL OnInitDialog() override;
-    void OnOK() override;
+    void describe() override;
+    void pressOk() override;
 
   private:
     qrs::tools::TextSpacing spacing_;

@@ -24,7 +24,7 @@ class LayerDialogs : public StandardFrame {
 TEST_F(LayerDialogs, ListLayersToChooseFrom) {
     terminal.script = {L"给排-生活*", L"2", L"新给水", L"确定"};
     CLayerFilterDlg filter(L"解冻图层", layers());
-    EXPECT_EQ(filter.DoModal(), IDOK);
+    EXPECT_EQ(filter.show(), platform::kDialogOk);
     ASSERT_EQ(filter.ChosenLayers().length(), 2);
     EXPECT_EQ(filter.ChosenLayers()[0], layers()[2]);
     EXPECT_EQ(filter.ChosenLayers()[1], layers()[4]);
@@ -33,10 +33,10 @@ TEST_F(LayerDialogs, ListLayersToChooseFrom) {
 
     terminal.script = {L"4", L"取消"};
     CSelectLayerDlg select(layers(), filter.ChosenLayers());
-    EXPECT_EQ(select.DoModal(), IDCANCEL);
+    EXPECT_EQ(select.show(), platform::kDialogCancel);
     EXPECT_EQ(select.ChosenLayers().length(), 0);
     terminal.script = {L""};
-    EXPECT_EQ(select.DoModal(), IDOK);
+    EXPECT_EQ(select.show(), platform::kDialogOk);
     EXPECT_EQ(select.ChosenLayers().length(), 2);
 }
 

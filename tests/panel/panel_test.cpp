@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "../frame/standardframe.h"
-#include "acedads.h"
 #include "host/platform/dialog.h"
+#include "host/platform/window.h"
 #include "standard/holder.h"
 
 namespace qrs::test {
@@ -20,31 +20,53 @@ class Panel : public StandardFrame {
         record->close();
         return result;
     }
-    // The panel asks when it opens; it says nothing when it closes.
-    bool opens() { return run({L"tckz", L"确定"}).find(L"图层控制\n") != std::wstring::npos; }
+    // As text, at every call.
+    bool asks() { return run({L"tckz", L"确定"}).find(L"图层控制\n") != std::wstring::npos; }
 };
 
-// A window whose user is the test.
-class Window : public platform::DialogPresenter {
+// Windows whose user is the test.
+class Screen : public platform::DialogPresenter {
   public:
-    explicit Window(std::function<void(platform::Dialog&)> use)
-        : use_(std::move(use)), before_(platform::setDialogPresenter(this)) {}
-    ~Window() override { platform::setDialogPresenter(before_); }
-    int showDialog(platform::Dialog& dialog) override {
-        use_(dialog);
-        return platform::kDialogOk;
+    Screen() : before_(platform::setDialogPresenter(this)) {}
+    ~Screen() override { platform::setDialogPresenter(before_); }
+    bool hasPanes() const override { return true; }
+    std::unique_ptr<platform::Pane> showPane(platform::Dialog& dialog, void* window) override {
+        pane = &dialog;
+        paneWindow = window;
+        return std::make_unique<Shown>(*this);
     }
+    int showDialog(platform::Dialog&) override { return platform::kDialogCancel; }
     int showMessage(const platform::MessageQuestion&) override { return platform::kDialogCancel; }
     std::optional<std::wstring> chooseFolder(const std::wstring&) override { return std::nullopt; }
 
+    bool isShown() const { return paneWindow && platform::isWindowShown(paneWindow); }
+
+    platform::Dialog* pane = nullptr;
+    void* paneWindow = nullptr;
+    int updates = 0;
+
   private:
-    std::function<void(platform::Dialog&)> use_;
+    class Shown : public platform::Pane {
+      public:
+        explicit Shown(Screen& screen) : screen_(screen) {}
+        ~Shown() override { screen_.pane = nullptr; }
+        void update() override { ++screen_.updates; }
+        bool takeMessage(void*) override { return false; }
+
+      private:
+        Screen& screen_;
+    };
     platform::DialogPresenter* before_;
 };
 
 platform::Control& controlOf(platform::Dialog& dialog, platform::ControlKind kind) {
     return *std::find_if(dialog.controls().begin(), dialog.controls().end(),
                          [kind](const platform::Control& control) { return control.kind == kind; });
+}
+
+platform::Control& buttonOf(platform::Dialog& dialog, const std::wstring& caption) {
+    return *std::find_if(dialog.controls().begin(), dialog.controls().end(),
+                         [&](const platform::Control& control) { return control.caption == caption; });
 }
 
 // Names, states and systems of the layers listed.
@@ -67,7 +89,7 @@ TEST_F(Panel, ShowsStatesAndChangesThem) {
     EXPECT_TRUE(layerIs(L"给排-生活给水-立管", &AcDbLayerTableRecord::isLocked));
     EXPECT_TRUE(layerIs(L"给排-雨水-管线", &AcDbLayerTableRecord::isFrozen));
     EXPECT_FALSE(layerIs(L"新给水", &AcDbLayerTableRecord::isOff));
-    EXPECT_FALSE(opens()) << "it was open";
+    EXPECT_TRUE(asks());
     // Buttons that run commands.
     run({L"tckz", L"全部显示", L"锁选中层", L"(handent \"100\")", L"", L"确定"});
     EXPECT_FALSE(layerIs(L"给排-生活给水-立管", &AcDbLayerTableRecord::isOff));
@@ -81,38 +103,86 @@ TEST_F(Panel, ListsALayerOfTwoSystemsOnceUnderTheFirst) {
     ASSERT_EQ(first.PipeName, CString(L"生活给水"));
     second.FindLayerNode(CString(L"管线"))->LayerName = L"给排-生活给水-管线";
     const std::wstring line = L"给排-生活给水-管线|开 锁定|";
-    const Window window([&](platform::Dialog& dialog) {
-        EXPECT_EQ(count(listed(dialog), line), 1u) << platform::toUtf8(listed(dialog));
-        EXPECT_EQ(count(listed(dialog), line + L"生活给水\n"), 1u);
-        platform::Control& system = controlOf(dialog, platform::ControlKind::Combo);
-        system.text = second.PipeName.GetString();
-        system.changed();
-        EXPECT_EQ(listed(dialog), line + system.text + L"\n");
-    });
+    const Screen screen;
     run({L"tckz"});
+    ASSERT_TRUE(screen.pane);
+    platform::Dialog& dialog = *screen.pane;
+    EXPECT_EQ(count(listed(dialog), line), 1u) << platform::toUtf8(listed(dialog));
+    EXPECT_EQ(count(listed(dialog), line + L"生活给水\n"), 1u);
+    platform::Control& system = controlOf(dialog, platform::ControlKind::Combo);
+    system.text = second.PipeName.GetString();
+    system.changed();
+    EXPECT_EQ(listed(dialog), line + system.text + L"\n");
+    acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr);
+}
+
+TEST_F(Panel, IsShownHiddenAndShownAgain) {
+    Screen screen;
+    run({L"tckz"});
+    ASSERT_TRUE(screen.isShown());
+    run({L"tckz"});
+    EXPECT_FALSE(screen.isShown());
+    const int updates = screen.updates;
+    run({L"SetAllPipeLayOpen"});
+    EXPECT_EQ(screen.updates, updates) << "nobody sees it";
+    void* const window = screen.paneWindow;
+    run({L"tckz"});
+    EXPECT_TRUE(screen.isShown());
+    EXPECT_EQ(screen.paneWindow, window);
+    EXPECT_NE(listed(*screen.pane).find(L"立管|开|生活给水\n"), std::wstring::npos);
+    // Closed by its own button.
+    platform::destroyWindow(window);
+    run({L"tckz"});
+    EXPECT_TRUE(screen.isShown());
+    EXPECT_NE(screen.paneWindow, window);
+    acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr);
+    EXPECT_FALSE(screen.pane);
+    EXPECT_FALSE(screen.isShown());
+    acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
+}
+
+TEST_F(Panel, ButtonsOfTheWindowWorkOutsideOfCommands) {
+    Screen screen;
+    run({L"tckz"});
+    ASSERT_TRUE(screen.pane);
+    for (platform::ListRow& row : controlOf(*screen.pane, platform::ControlKind::List).rows)
+        row.chosen = row.cells[0] == L"给排-生活给水-管线";
+    buttonOf(*screen.pane, L"关").pressed();
+    EXPECT_TRUE(layerIs(L"给排-生活给水-管线", &AcDbLayerTableRecord::isOff));
+    EXPECT_EQ(application.currentDocument()->lockMode(true), AcAp::kNotLocked);
+    EXPECT_NE(listed(*screen.pane).find(L"管线|关 锁定|生活给水\n"), std::wstring::npos);
+    buttonOf(*screen.pane, L"全部显示").pressed();
+    run({});
+    EXPECT_FALSE(layerIs(L"给排-生活给水-管线", &AcDbLayerTableRecord::isOff)) << terminal.transcript;
+    EXPECT_NE(listed(*screen.pane).find(L"管线|开 锁定|生活给水\n"), std::wstring::npos);
+    buttonOf(*screen.pane, L"建筑标识<").pressed();
+    EXPECT_NE(run({L"(handent \"100\")", L""}).find(L"\n1个图元加了建筑标识。"), std::wstring::npos)
+        << terminal.transcript;
+    EXPECT_NE(run({L"gpsbs"}).find(L"此命令不能单独使用"), std::wstring::npos) << "typed alone";
 }
 
 TEST_F(Panel, FollowsCommandsAndClosesAtUnload) {
-    bool shown = false;
-    {
-        const Window window([&](platform::Dialog& dialog) {
-            shown = true;
-            EXPECT_NE(listed(dialog).find(L"立管|关|生活给水\n"), std::wstring::npos);
-            acedCommandS(RTSTR, L"SetAllPipeLayOpen", RTNONE);
-            EXPECT_NE(listed(dialog).find(L"立管|开|生活给水\n"), std::wstring::npos);
-            // However the command ends.
-            CString& name = standard::currentStandard()->groups[0]->FindPipeSystem(0)->PipeName;
-            name = L"市政给水";
-            acedCommandS(RTSTR, L"LockSelLayer", RTNONE);
-            EXPECT_NE(listed(dialog).find(L"立管|开|市政给水\n"), std::wstring::npos);
-            name = L"中水";
-            std::filesystem::create_directory(folder.path() / "drawing_图层.txt");
-            acedCommandS(RTSTR, L"tcdc", RTNONE);
-            EXPECT_NE(listed(dialog).find(L"立管|开|中水\n"), std::wstring::npos);
-        });
-        run({L"tckz"});
-    }
-    EXPECT_TRUE(shown);
+    Screen screen;
+    run({L"tckz"});
+    ASSERT_TRUE(screen.pane);
+    const auto shows = [&](const wchar_t* line) { return listed(*screen.pane).find(line) != std::wstring::npos; };
+    EXPECT_TRUE(shows(L"立管|关|生活给水\n"));
+    run({L"SetAllPipeLayOpen"});
+    EXPECT_TRUE(shows(L"立管|开|生活给水\n"));
+    // However the command ends.
+    CString& name = standard::currentStandard()->groups[0]->FindPipeSystem(0)->PipeName;
+    name = L"市政给水";
+    run({L"LockSelLayer", ScriptTerminal::kEsc});
+    EXPECT_TRUE(shows(L"立管|开|市政给水\n"));
+    name = L"中水";
+    std::filesystem::create_directory(folder.path() / "drawing_图层.txt");
+    run({L"tcdc"});
+    EXPECT_TRUE(shows(L"立管|开|中水\n"));
+    EXPECT_GT(screen.updates, 3);
+    // Another drawing has other layers.
+    open(drawingText({{"0"}, {"给排-雨水-管线"}}, {}));
+    EXPECT_FALSE(shows(L"立管"));
+    EXPECT_TRUE(shows(L"给排-雨水-管线|开|"));
     platform::CallRecorder recorder;
     acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr);
     const std::vector<std::string>& calls = recorder.calls();
@@ -120,8 +190,8 @@ TEST_F(Panel, FollowsCommandsAndClosesAtUnload) {
     EXPECT_NE(filter, calls.end());
     EXPECT_NE(std::find(calls.begin(), filter, "CLayerToolBar::Release()"), filter);
     EXPECT_NE(std::find(filter, calls.end(), "standard::releaseStandard()"), calls.end());
+    EXPECT_FALSE(screen.pane);
     acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
-    EXPECT_TRUE(opens());
 }
 
 }  // namespace qrs::test

@@ -1,5 +1,6 @@
 // A library with an entry, as a plug-in has it; it answers what its build says.
 #include "afxdllx.h"
+#include "host/platform/libraryentry.h"
 
 static AFX_EXTENSION_MODULE extension = {FALSE, nullptr, nullptr};
 
@@ -12,7 +13,7 @@ extern "C" int APIENTRY DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
     }
     return ENTRY_ANSWER;
 }
-AFX_LIBRARY_ENTRY(DllMain)
+QRS_LIBRARY_ENTRY(DllMain)
 
 extern "C" QRS_HOST_PORT HMODULE entryModule();
 HMODULE entryModule() {

@@ -83,11 +83,15 @@ TEST(Windows, LiveUntilDestroyed) {
     Panel panel(&ends);
     CWnd child;
     EXPECT_FALSE(panel.DestroyWindow());
-    ASSERT_TRUE(panel.Create(nullptr, L"图层", 0, place, nullptr, 0));
-    EXPECT_FALSE(panel.Create(nullptr, L"again", 0, place, nullptr, 0));
-    ASSERT_TRUE(child.Create(nullptr, L"", 0, place, &panel, 1));
+    ASSERT_TRUE(panel.CreateEx(0, AfxRegisterWndClass(0), L"图层", WS_POPUP, place, nullptr, 0));
+    EXPECT_FALSE(panel.CreateEx(0, nullptr, L"again", 0, place, nullptr, 0));
+    ASSERT_TRUE(child.CreateEx(0, nullptr, L"", 0, place, &panel, 1));
     const HWND handle = panel.m_hWnd;
     EXPECT_TRUE(::IsWindow(handle));
+    EXPECT_FALSE(panel.ShowWindow(SW_SHOW));
+    EXPECT_TRUE(panel.IsWindowVisible());
+    EXPECT_TRUE(panel.ShowWindow(SW_HIDE));
+    EXPECT_FALSE(panel.IsWindowVisible());
     EXPECT_TRUE(panel.DestroyWindow());
     EXPECT_FALSE(::IsWindow(handle));
     EXPECT_FALSE(::IsWindow(child.m_hWnd)) << "it goes with its parent";

@@ -171,9 +171,44 @@ TEST(WindowsDialogs, FoldersAreChosenByTheirPath) {
     EXPECT_EQ(chooseFolder(L"选择导出文件夹"), folder);
 }
 
-TEST(WindowsDialogs, WindowsLiveUntilDestroyed) {
-    void* const window = createWindow(L"图层控制", nullptr);
+TEST(WindowsDialogs, APaneStaysInItsWindowUntilThatGoes) {
+    WindowLook look;
+    look.windowClass = plainWindowClass(0, nullptr, nullptr, nullptr);
+    look.title = L"图层控制";
+    look.style = WS_POPUP | WS_CAPTION | WS_SYSMENU;
+    void* const window = createWindow(look, nullptr);
     ASSERT_TRUE(window);
+    Dialog dialog(look.title);
+    Control& list = dialog.addList(L"图层", {L"图层名", L"颜色"}, ListKind::Many);
+    int pressed = 0;
+    dialog.addButton(
+        L"关<",
+        [&] {
+            ++pressed, list.addRow({L"给排-洁具", L"7"});
+        },
+        true);
+    const std::unique_ptr<Pane> pane = showPane(dialog, window);
+    ASSERT_TRUE(pane);
+    EXPECT_FALSE(isWindowShown(window));
+    showWindow(window, SW_SHOWNOACTIVATE);
+    EXPECT_TRUE(isWindowShown(window));
+    const HWND shown = static_cast<HWND>(window);
+    const HWND rows = below(shown, WC_LISTVIEWW);
+    ASSERT_TRUE(rows);
+    EXPECT_FALSE(below(shown, L"BUTTON", dialog.okCaption)) << "nothing to close it with";
+    SendMessageW(below(shown, L"BUTTON", L"关<"), BM_CLICK, 0, 0);
+    EXPECT_EQ(pressed, 1);
+    EXPECT_TRUE(isWindowShown(window)) << "it does not step aside";
+    EXPECT_EQ(ListView_GetItemCount(rows), 1);
+    list.addRow({L"给排-地漏", L"6"});
+    pane->update();
+    EXPECT_EQ(ListView_GetItemCount(rows), 2);
+    // Esc hides it, and it can be shown again.
+    SendMessageW(GetParent(rows), WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+    EXPECT_FALSE(isWindowShown(window));
+    showWindow(window, SW_SHOWNOACTIVATE);
+    EXPECT_TRUE(isWindowShown(window));
     EXPECT_TRUE(destroyWindow(window));
     EXPECT_FALSE(isWindow(window));
+    pane->update();  // nothing is there any more
 }

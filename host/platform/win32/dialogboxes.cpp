@@ -70,20 +70,24 @@ std::optional<std::wstring> pathOf(const ITEMIDLIST& item) {
 
 class WindowPresenter : public DialogPresenter {
   public:
-    int showDialog(Dialog& dialog) override { return showDialogWindow(dialog, GetActiveWindow()); }
+    int showDialog(Dialog& dialog) override { return showDialogWindow(dialog); }
+    bool hasPanes() const override { return true; }
+    std::unique_ptr<Pane> showPane(Dialog& dialog, void* window) override {
+        return makePane(dialog, static_cast<HWND>(window));
+    }
 
     int showMessage(const MessageQuestion& question) override {
         const UINT type = buttonsOf(question.buttons) | iconOf(question.icon) |
                           static_cast<UINT>(question.defaultButton) * MB_DEFBUTTON2;
         const wchar_t* const title = question.title.empty() ? L"qrs_pipeSystem" : question.title.c_str();
-        const int pressed = MessageBoxW(GetActiveWindow(), question.text.c_str(), title, type | MB_TASKMODAL);
+        const int pressed = MessageBoxW(dialogOwner(), question.text.c_str(), title, type | MB_TASKMODAL);
         return pressed == 0 ? escapeOf(question.buttons) : pressed;
     }
 
     std::optional<std::wstring> chooseFolder(const std::wstring& title) override {
         const ShellComponents components;
         BROWSEINFOW info{};
-        info.hwndOwner = GetActiveWindow();
+        info.hwndOwner = dialogOwner();
         info.lpszTitle = title.c_str();
         info.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
         const std::unique_ptr<ITEMIDLIST, FreeItem> item(SHBrowseForFolderW(&info));

@@ -1,6 +1,8 @@
 // One dialog as a window: an empty template in memory, and the controls laid out below one another when it opens.
 #include "host/platform/win32/dialogwindow.h"
 
+#include "host/platform/window.h"
+
 #include <commctrl.h>
 
 #include <algorithm>
@@ -43,26 +45,71 @@ class DialogWindow {
             shown_.emplace_back(&control, number++);
     }
 
-    int run(HWND owner) {
+    ~DialogWindow() {
+        if (window_) DestroyWindow(window_);
+    }
+    DialogWindow(const DialogWindow&) = delete;
+    DialogWindow& operator=(const DialogWindow&) = delete;
+
+    int run() {
+        const Template form = makeTemplate(DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU);
+        owner_ = dialogOwner();
+        before_ = openDialog;
+        const INT_PTR result = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), &form.head, owner_, &handle,
+                                                       reinterpret_cast<LPARAM>(this));
+        openDialog = before_;
+        return result > 0 ? static_cast<int>(result) : kDialogCancel;
+    }
+
+    // Inside a window, which takes the size of the dialog.
+    bool open(HWND parent) {
+        isPane_ = true;
+        const Template form = makeTemplate(DS_CONTROL | WS_CHILD | WS_VISIBLE);
+        CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &form.head, parent, &handle,
+                                   reinterpret_cast<LPARAM>(this));
+        if (!window_) return false;
+        RECT size{};
+        GetWindowRect(window_, &size);
+        OffsetRect(&size, -size.left, -size.top);
+        const auto style = static_cast<DWORD>(GetWindowLongPtrW(parent, GWL_STYLE));
+        AdjustWindowRectEx(&size, style, FALSE, static_cast<DWORD>(GetWindowLongPtrW(parent, GWL_EXSTYLE)));
+        SetWindowPos(parent, nullptr, 0, 0, size.right - size.left, size.bottom - size.top,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        return true;
+    }
+
+    void update() {
+        if (window_) show();
+    }
+
+    bool takeMessage(MSG& message) {
+        const bool isOurs = window_ && (message.hwnd == window_ || IsChild(window_, message.hwnd));
+        return isOurs && IsDialogMessageW(window_, &message);
+    }
+
+    // The dialog that is open; of several, the last.
+    inline static HWND openDialog = nullptr;
+
+  private:
+    // A template without controls: menu, class and title follow it as empty texts, then the font.
+    struct Template {
+        DLGTEMPLATE head;
+        WORD menu, windowClass, title, pointSize;
+        wchar_t font[13];
+    };
+
+    Template makeTemplate(DWORD style) const {
         INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES};
         InitCommonControlsEx(&classes);
-        // A template without controls: menu, class and title follow it as empty texts, then the font.
-        struct {
-            DLGTEMPLATE head;
-            WORD menu, windowClass, title, pointSize;
-            wchar_t font[13];
-        } form{};
-        form.head.style = DS_MODALFRAME | DS_SETFONT | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU;
+        Template form{};
+        form.head.style = style | DS_SETFONT;
         form.head.cx = kWidth;
         form.head.cy = static_cast<short>(height());
         form.pointSize = 9;
         std::copy_n(L"MS Shell Dlg", 13, form.font);
-        const INT_PTR result = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), &form.head, owner, &handle,
-                                                       reinterpret_cast<LPARAM>(this));
-        return result > 0 ? static_cast<int>(result) : kDialogCancel;
+        return form;
     }
 
-  private:
     static INT_PTR CALLBACK handle(HWND window, UINT message, WPARAM word, LPARAM value) {
         if (message == WM_INITDIALOG) SetWindowLongPtrW(window, DWLP_USER, static_cast<LONG_PTR>(value));
         auto* const self = reinterpret_cast<DialogWindow*>(GetWindowLongPtrW(window, DWLP_USER));
@@ -70,8 +117,13 @@ class DialogWindow {
         switch (message) {
             case WM_INITDIALOG:
                 self->window_ = window;
+                if (!self->isPane_) openDialog = window;
                 self->build();
-                return TRUE;
+                // A pane does not take the focus from where the user types.
+                return self->isPane_ ? FALSE : TRUE;
+            case WM_DESTROY:
+                self->window_ = nullptr;
+                return FALSE;
             case WM_COMMAND:
                 self->command(LOWORD(word), HIWORD(word));
                 return TRUE;
@@ -108,7 +160,7 @@ class DialogWindow {
             if (!isButton) buttons = 0;
             total += heightOf(*one.control);
         }
-        return total + kGap + kFieldHeight + kMargin;
+        return isPane_ ? total + kMargin : total + kGap + kFieldHeight + kMargin;
     }
 
     HWND make(const wchar_t* windowClass, const std::wstring& text, DWORD style, int x, int y, int width, int high,
@@ -139,12 +191,15 @@ class DialogWindow {
             buildOne(one, y);
             y += heightOf(*one.control);
         }
-        y += kGap;
+        if (!isPane_) buildEnd(y + kGap);
+        show();
+    }
+
+    void buildEnd(int y) {
         make(L"BUTTON", dialog_.okCaption, WS_TABSTOP | BS_DEFPUSHBUTTON, kWidth - kMargin - 2 * kButtonWidth - kGap, y,
              kButtonWidth, kFieldHeight, IDOK);
         make(L"BUTTON", dialog_.cancelCaption, WS_TABSTOP | BS_PUSHBUTTON, kWidth - kMargin - kButtonWidth, y,
              kButtonWidth, kFieldHeight, IDCANCEL);
-        show();
     }
 
     void buildOne(Shown& one, int y) {
@@ -324,15 +379,37 @@ class DialogWindow {
     }
 
     void afterAction() {
-        if (dialog_.closing())
-            EndDialog(window_, *dialog_.closing());
-        else
+        if (!window_) return;
+        if (!dialog_.closing())
             show();
+        else if (isPane_)
+            hidePane();
+        else
+            EndDialog(window_, *dialog_.closing());
+    }
+
+    void hidePane() {
+        dialog_.reopen();
+        ShowWindow(GetParent(window_), SW_HIDE);
+    }
+
+    // Esc and Enter.
+    void key(int number) {
+        if (number == IDOK)
+            pressOk();
+        else
+            EndDialog(window_, kDialogCancel);
+    }
+
+    void keyInPane(int number) {
+        if (number == IDOK)
+            readFields();
+        else
+            hidePane();
     }
 
     void command(int number, int notice) {
-        if (number == IDCANCEL) EndDialog(window_, kDialogCancel);
-        if (number == IDOK) pressOk();
+        if (number == IDCANCEL || number == IDOK) return isPane_ ? keyInPane(number) : key(number);
         if (filling_ || number < kFirstNumber) return;
         const std::size_t position = static_cast<std::size_t>(number - kFirstNumber);
         if (position >= shown_.size()) return;
@@ -362,10 +439,20 @@ class DialogWindow {
 
     void press(const Control& control) {
         if (!readFields() || !control.pressed) return;
-        if (control.stepsAside) ShowWindow(window_, SW_HIDE);
+        const bool stepsAside = control.stepsAside && !isPane_;
+        if (stepsAside) stepAside(true);
         control.pressed();
-        if (control.stepsAside) ShowWindow(window_, SW_SHOW);
+        if (stepsAside) stepAside(false);
         afterAction();
+    }
+
+    // A modal dialog keeps its owner from the user, who is to pick there meanwhile.
+    void stepAside(bool away) {
+        ShowWindow(window_, away ? SW_HIDE : SW_SHOW);
+        openDialog = away ? before_ : window_;
+        if (!owner_) return;
+        EnableWindow(owner_, away);
+        SetActiveWindow(away ? owner_ : window_);
     }
 
     void notify(const NMHDR& notice) {
@@ -389,13 +476,38 @@ class DialogWindow {
     Dialog& dialog_;
     std::vector<Shown> shown_;
     HWND window_ = nullptr;
+    HWND owner_ = nullptr;   // while it is modal
+    HWND before_ = nullptr;  // the dialog that was open before
+    bool isPane_ = false;
     bool filling_ = false;  // what changes now is the window's doing, not the user's
+};
+
+class WindowPane : public Pane {
+  public:
+    explicit WindowPane(Dialog& dialog) : content_(dialog) {}
+    bool open(HWND window) { return content_.open(window); }
+    void update() override { content_.update(); }
+    bool takeMessage(void* message) override { return content_.takeMessage(*static_cast<MSG*>(message)); }
+
+  private:
+    DialogWindow content_;
 };
 
 }  // namespace
 
-int showDialogWindow(Dialog& dialog, HWND owner) {
-    return DialogWindow(dialog).run(owner);
+int showDialogWindow(Dialog& dialog) {
+    return DialogWindow(dialog).run();
+}
+
+HWND dialogOwner() {
+    if (DialogWindow::openDialog) return DialogWindow::openDialog;
+    void* const owner = windowOwner();
+    return isWindow(owner) ? static_cast<HWND>(owner) : GetActiveWindow();
+}
+
+std::unique_ptr<Pane> makePane(Dialog& dialog, HWND window) {
+    auto pane = std::make_unique<WindowPane>(dialog);
+    return pane->open(window) ? std::move(pane) : nullptr;
 }
 
 }  // namespace qrs::platform
