@@ -222,7 +222,7 @@ CString serialOf(AcDbObjectId id) {
 }
 
 bool setSerial(AcDbObjectId id, const CString& serial) {
-    const AcDbEntityPointer entity(id, AcDb::kForWrite);
+    AcDbEntityPointer entity(id, AcDb::kForWrite);
     return entity.openStatus() == Acad::eOk && PwxTool::WriteXdata(entity.object(), kSerial, serial) != 0;
 }
 

@@ -26,7 +26,7 @@ bool isCurrent(const NamedLayer& layer, AcDbDatabase* database) {
 using Change = Acad::ErrorStatus (*)(AcDbLayerTableRecord& record);
 
 void change(const NamedLayer& layer, const std::function<Acad::ErrorStatus(AcDbLayerTableRecord&)>& apply) {
-    const AcDbLayerTableRecordPointer record(layer.id, AcDb::kForWrite);
+    AcDbLayerTableRecordPointer record(layer.id, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk || apply(*record.object()) != Acad::eOk)
         refuse(translated(L"Cannot change layer %1.", inQuotes(layer.name)));
 }
@@ -136,7 +136,7 @@ bool rename(AcDbDatabase* database) {
     if (!oldName || oldName->empty()) return oldName.has_value();
     const std::optional<std::wstring> newName = askText(translated(L"\nEnter new layer name: "), Blanks::Kept);
     if (!newName || newName->empty()) return newName.has_value();
-    const AcDbLayerTableRecordPointer record(oldName->c_str(), database, AcDb::kForWrite);
+    AcDbLayerTableRecordPointer record(oldName->c_str(), database, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk)
         refuse(translated(L"Cannot find layer %1.", inQuotes(*oldName)));
     else if (record->setName(newName->c_str()) != Acad::eOk)

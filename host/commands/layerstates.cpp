@@ -230,7 +230,7 @@ bool apply(const LayerRow& row, int properties, AcDbLayerTableRecord& layer) {
 
 void restore(const LayerRow& row, int properties) {
     const std::wstring name = layerName(row.layer);
-    const AcDbLayerTableRecordPointer layer(row.layer, AcDb::kForWrite);
+    AcDbLayerTableRecordPointer layer(row.layer, AcDb::kForWrite);
     if (layer.openStatus() != Acad::eOk || !apply(row, properties, *layer.object()))
         refuse(translated(L"Cannot restore all of layer %1.", inQuotes(name)));
 }
@@ -278,9 +278,9 @@ AcDbObjectId statesId(AcDbDatabase* database) {
 AcDbObjectId madeStatesId(AcDbDatabase* database) {
     AcDbObjectId id = statesId(database);
     if (!id.isNull()) return id;
-    const AcDbLayerTablePointer table(database, AcDb::kForWrite);
+    AcDbLayerTablePointer table(database, AcDb::kForWrite);
     if (table.openStatus() != Acad::eOk || table->createExtensionDictionary() != Acad::eOk) return id;
-    const Dictionary extension(table->extensionDictionary(), AcDb::kForWrite);
+    Dictionary extension(table->extensionDictionary(), AcDb::kForWrite);
     Dictionary states;
     states.create();
     if (extension.openStatus() != Acad::eOk || extension->setAt(kStates, states.object(), id) != Acad::eOk)
@@ -358,7 +358,7 @@ bool save(AcDbDatabase* database) {
     const std::optional<std::wstring> name = askText(translated(L"\nEnter name for layer state: "), Blanks::Kept);
     if (!name || name->empty()) return name.has_value();
     const Chain chain = chainOf(stateOf(database));
-    const Dictionary states(madeStatesId(database), AcDb::kForWrite);
+    Dictionary states(madeStatesId(database), AcDb::kForWrite);
     if (states.openStatus() != Acad::eOk)
         return refuse(translated(L"A drawing of this version cannot keep layer states.")), true;
     AcDbObjectId id;
@@ -399,7 +399,7 @@ bool remove(AcDbDatabase* database) {
     if (!name || name->empty()) return name.has_value();
     if (findState(database, *name).isNull()) return true;
     {
-        const Dictionary states(statesId(database), AcDb::kForWrite);
+        Dictionary states(statesId(database), AcDb::kForWrite);
         if (states.openStatus() != Acad::eOk || states->remove(name->c_str()) != Acad::eOk)
             return refuse(translated(L"Cannot delete layer state %1.", inQuotes(*name))), true;
     }

@@ -92,7 +92,7 @@ AcDbObjectIdArray idsOf(const std::vector<NamedLayer>& layers) {
 void setFrozen(const AcDbObjectIdArray& viewports, const AcDbObjectIdArray& layers, bool frozen) {
     if (layers.isEmpty()) return;
     for (const AcDbObjectId& id : viewports) {
-        const Viewport viewport(id, AcDb::kForWrite);
+        Viewport viewport(id, AcDb::kForWrite);
         Acad::ErrorStatus status = viewport.openStatus();
         if (status == Acad::eOk)
             status = frozen ? viewport->freezeLayersInViewport(layers) : viewport->thawLayersInViewport(layers);
@@ -164,7 +164,7 @@ bool reset(AcApDocument& document) {
 }
 
 void setDefault(AcDbObjectId layer, bool frozen) {
-    const AcDbLayerTableRecordPointer record(layer, AcDb::kForWrite);
+    AcDbLayerTableRecordPointer record(layer, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk || record->setVPDFLT(frozen) != Acad::eOk)
         refuse(translated(L"Cannot change layer %1.", inQuotes(layerName(layer))));
 }

@@ -12,11 +12,13 @@
 #include "afxtypes.h"
 #include "host/platform/port.h"
 
+#ifndef QRS_PUBLISHED_ONLY
 // Appends the formatted arguments to out. Understood are the flags "-+ #0", width and precision ('*' too), the sizes
 // h hh l ll I32 I64 w j z t and the conversions d i u x X o c C f F e E g G a A s S p and %. A %s or %c is wide
 // and %S narrow (ANSI code page) on every system; h before s, S, c or C makes it narrow, l or w wide. A null text
 // prints as "(null)". An unknown conversion is written out as it stands.
 QRS_HOST_PORT void afxFormat(std::wstring& out, const wchar_t* format, va_list arguments);
+#endif  // QRS_PUBLISHED_ONLY
 
 class QRS_HOST_PORT CString {
   public:
@@ -29,24 +31,40 @@ class QRS_HOST_PORT CString {
     // Narrow text in the ANSI code page.
     explicit CString(LPCSTR text);
     CString(LPCSTR text, int length);
+#ifndef QRS_PUBLISHED_ONLY
     explicit CString(const std::wstring& text) : text_(text) {}
     explicit CString(std::wstring&& text) : text_(std::move(text)) {}
     explicit CString(std::wstring_view text) : text_(text) {}
+    std::wstring_view view() const {
+        return text_;
+    }
+#endif  // QRS_PUBLISHED_ONLY
 
     CString& operator=(LPCWSTR text);
     CString& operator=(wchar_t character);
     CString& operator=(LPCSTR text);
 
-    operator LPCWSTR() const { return text_.c_str(); }
-    LPCWSTR GetString() const { return text_.c_str(); }
-    std::wstring_view view() const { return text_; }
+    operator LPCWSTR() const {
+        return text_.c_str();
+    }
+    LPCWSTR GetString() const {
+        return text_.c_str();
+    }
 
-    int GetLength() const { return static_cast<int>(text_.size()); }
-    bool IsEmpty() const { return text_.empty(); }
-    void Empty() { text_.clear(); }
+    int GetLength() const {
+        return static_cast<int>(text_.size());
+    }
+    bool IsEmpty() const {
+        return text_.empty();
+    }
+    void Empty() {
+        text_.clear();
+    }
 
     // The unit at index, 0 at the end of the text; an index outside answers 0.
-    wchar_t GetAt(int index) const { return (*this)[index]; }
+    wchar_t GetAt(int index) const {
+        return (*this)[index];
+    }
     wchar_t operator[](int index) const;
     // An index outside changes nothing.
     void SetAt(int index, wchar_t character);
@@ -108,12 +126,23 @@ class QRS_HOST_PORT CString {
     LPWSTR GetBufferSetLength(int length);
     void ReleaseBuffer(int length = -1);
 
-    void Append(LPCWSTR text) { *this += text; }
+    void Append(LPCWSTR text) {
+        *this += text;
+    }
     void Append(LPCWSTR text, int length);
-    void AppendChar(wchar_t character) { text_ += character; }
+    void AppendChar(wchar_t character) {
+        text_ += character;
+    }
     CString& operator+=(const CString& text);
     CString& operator+=(LPCWSTR text);
     CString& operator+=(wchar_t character);
+
+    friend bool operator==(const CString& a, const CString& b) {
+        return a.text_ == b.text_;
+    }
+    friend bool operator!=(const CString& a, const CString& b) {
+        return a.text_ != b.text_;
+    }
 
   private:
     std::wstring text_;
@@ -125,12 +154,6 @@ QRS_HOST_PORT CString operator+(LPCWSTR a, const CString& b);
 QRS_HOST_PORT CString operator+(const CString& a, wchar_t b);
 QRS_HOST_PORT CString operator+(wchar_t a, const CString& b);
 
-inline bool operator==(const CString& a, const CString& b) {
-    return a.view() == b.view();
-}
-inline bool operator!=(const CString& a, const CString& b) {
-    return a.view() != b.view();
-}
 inline bool operator<(const CString& a, const CString& b) {
     return a.Compare(b) < 0;
 }

@@ -90,8 +90,10 @@ class QRS_HOST_PORT AcEdCommandStack : public AcRxObject {
     // The caller deletes it. It sees the commands of the moment it was made.
     AcEdCommandIterator* iterator() const;
 
+#ifndef QRS_PUBLISHED_ONLY
     // Removes what a plug-in left behind; the number of commands removed.
     std::size_t removeCommandsOf(const void* application);
+#endif  // QRS_PUBLISHED_ONLY
 
   private:
     struct Groups;

@@ -1,14 +1,9 @@
-// Names, handles and registered applications of the older function interface. They speak of the working database.
+// Handles, registered applications and the order of entities, in the older function interface. They speak of the
+// working database.
 #pragma once
 
-#include "acadstrc.h"
 #include "adsdef.h"
-#include "dbid.h"
-
-// eNullObjectId for an empty name, eInvalidInput when it names no object of an open drawing.
-QRS_HOST_PORT Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& objectId, const ads_name name);
-// eNullObjectId for the null id; the name is then cleared.
-QRS_HOST_PORT Acad::ErrorStatus acdbGetAdsName(ads_name name, AcDbObjectId objectId);
+#include "dbmain.h"
 
 // The entity with a handle (hexadecimal digits). RTNORM; RTERROR, name cleared, when there is none alive.
 QRS_HOST_PORT int acdbHandEnt(const ACHAR* handle, ads_name name);

@@ -40,7 +40,11 @@ class QRS_HOST_PORT AcApDocument : public AcRxObject {
     bool isNamedDrawing() const;
 
     struct State;
-    State& state() const { return *state_; }
+#ifndef QRS_PUBLISHED_ONLY
+    State& state() const {
+        return *state_;
+    }
+#endif  // QRS_PUBLISHED_ONLY
 
   private:
     friend class AcApDocManager;
@@ -111,7 +115,11 @@ class QRS_HOST_PORT AcApDocManager : public AcRxObject {
     void removeReactor(AcApDocManagerReactor* reactor);
 
     struct State;
-    State& state() const { return *state_; }
+#ifndef QRS_PUBLISHED_ONLY
+    State& state() const {
+        return *state_;
+    }
+#endif  // QRS_PUBLISHED_ONLY
 
   private:
     std::unique_ptr<State> state_;

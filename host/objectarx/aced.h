@@ -56,7 +56,11 @@ class QRS_HOST_PORT AcEditor : public AcRxObject {
     void removeReactor(AcEditorReactor* reactor);
 
     struct Reactors;
-    Reactors& reactors() { return *reactors_; }
+#ifndef QRS_PUBLISHED_ONLY
+    Reactors& reactors() {
+        return *reactors_;
+    }
+#endif  // QRS_PUBLISHED_ONLY
 
   private:
     std::unique_ptr<Reactors> reactors_;

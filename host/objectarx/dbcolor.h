@@ -32,7 +32,7 @@ class QRS_HOST_PORT AcCmEntityColor {
 
 // A colour: by layer, by block, of the palette, or red, green and blue. A default-constructed one is by block (index
 // 0).
-class QRS_HOST_PORT AcCmColor : public AcCmEntityColor {
+class QRS_HOST_PORT AcCmColor : private AcCmEntityColor {
   public:
     AcCmColor() = default;
 

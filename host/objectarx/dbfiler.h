@@ -35,8 +35,10 @@ class FieldFiler;
 class QRS_HOST_PORT AcDbDxfFiler : public AcRxObject {
   public:
     ACRX_DECLARE_MEMBERS(AcDbDxfFiler)
+#ifndef QRS_PUBLISHED_ONLY
     // The host makes one for each object that it reads or writes.
     explicit AcDbDxfFiler(std::unique_ptr<qrs::host::FieldFiler> state);
+#endif  // QRS_PUBLISHED_ONLY
     ~AcDbDxfFiler() override;
     AcDbDxfFiler(const AcDbDxfFiler&) = delete;
     AcDbDxfFiler& operator=(const AcDbDxfFiler&) = delete;
@@ -61,18 +63,28 @@ class QRS_HOST_PORT AcDbDxfFiler : public AcRxObject {
 
     // A mark for AcDb::kDxfSubclass, else a text.
     Acad::ErrorStatus writeItem(Adesk::Int16 code, const ACHAR* text);
-    Acad::ErrorStatus writeString(Adesk::Int16 code, const ACHAR* text) { return writeItem(code, text); }
-    Acad::ErrorStatus writeBool(Adesk::Int16 code, bool value) { return writeInteger(code, value ? 1 : 0); }
-    Acad::ErrorStatus writeInt16(Adesk::Int16 code, Adesk::Int16 value) { return writeInteger(code, value); }
-    Acad::ErrorStatus writeInt32(Adesk::Int16 code, Adesk::Int32 value) { return writeInteger(code, value); }
+    Acad::ErrorStatus writeString(Adesk::Int16 code, const ACHAR* text) {
+        return writeItem(code, text);
+    }
+    Acad::ErrorStatus writeBool(Adesk::Int16 code, bool value) {
+        return writeInteger(code, value ? 1 : 0);
+    }
+    Acad::ErrorStatus writeInt16(Adesk::Int16 code, Adesk::Int16 value) {
+        return writeInteger(code, value);
+    }
+    Acad::ErrorStatus writeInt32(Adesk::Int16 code, Adesk::Int32 value) {
+        return writeInteger(code, value);
+    }
     Acad::ErrorStatus writeDouble(Adesk::Int16 code, double value);
     Acad::ErrorStatus writePoint3d(Adesk::Int16 code, const AcGePoint3d& value);
     // The null id, and an id of another drawing, write nothing.
     Acad::ErrorStatus writeObjectId(Adesk::Int16 code, AcDbObjectId id);
 
+#ifndef QRS_PUBLISHED_ONLY
     // The codes that are the class's own in the section being written, beside those it writes: an item of one of them
     // that is not written any more goes.
     void setOwnCodes(const Adesk::Int16* codes, std::size_t count);
+#endif  // QRS_PUBLISHED_ONLY
 
   private:
     Acad::ErrorStatus writeInteger(Adesk::Int16 code, Adesk::Int32 value);

@@ -118,7 +118,7 @@ class QRS_HOST_PORT AcDbObject : public AcRxObject {
     void setOwnTags(qrs::host::DetachedTags (*make)());
     // eOk when setters may change the object.
     Acad::ErrorStatus checkWrite() const;
-    std::uint32_t record() const { return record_; }
+    std::uint32_t record() const { return record_; }  // ours
 
   private:
     friend class qrs::host::OpenObjects;
@@ -260,8 +260,12 @@ class QRS_HOST_PORT AcDbDatabase : public AcRxObject {
     // eInvalidInput unless positive.
     Acad::ErrorStatus setLtscale(double scale);
 
+#ifndef QRS_PUBLISHED_ONLY
     // What the host keeps for it; nothing that plug-ins could use.
-    qrs::host::DatabaseState* hostState() const { return state_.get(); }
+    qrs::host::DatabaseState* hostState() const {
+        return state_.get();
+    }
+#endif  // QRS_PUBLISHED_ONLY
 
   private:
     std::unique_ptr<qrs::host::DatabaseState> state_;
@@ -289,3 +293,9 @@ Acad::ErrorStatus acdbOpenObject(Object*& object, AcDbObjectId id, AcDb::OpenMod
     opened->close();
     return Acad::eNotThatKindOfClass;
 }
+
+// Names of the older function interface.
+// eNullObjectId for an empty name, eInvalidInput when it names no object of an open drawing.
+QRS_HOST_PORT Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& objectId, const ads_name name);
+// eNullObjectId for the null id; the name is then cleared.
+QRS_HOST_PORT Acad::ErrorStatus acdbGetAdsName(ads_name name, AcDbObjectId objectId);

@@ -1,4 +1,4 @@
-// Pointers that close what they opened.
+// Pointers that close what they opened. The host's own sources may leave out the mode for reading.
 //
 //     AcDbObjectPointer<AcDbLayerTableRecord> layer(id, AcDb::kForWrite);
 //     if (layer.openStatus() == Acad::eOk) layer->setIsOff(false);
@@ -11,15 +11,20 @@ template <class Object>
 class AcDbObjectPointer {
   public:
     AcDbObjectPointer() = default;
-    explicit AcDbObjectPointer(AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead, bool openErased = false) {
+    explicit AcDbObjectPointer(AcDbObjectId id, AcDb::OpenMode mode, bool openErased = false) {
         open(id, mode, openErased);
     }
-    ~AcDbObjectPointer() { close(); }
+#ifndef QRS_PUBLISHED_ONLY
+    explicit AcDbObjectPointer(AcDbObjectId id) : AcDbObjectPointer(id, AcDb::kForRead) {}
+#endif  // QRS_PUBLISHED_ONLY
+    ~AcDbObjectPointer() {
+        close();
+    }
     AcDbObjectPointer(const AcDbObjectPointer&) = delete;
     AcDbObjectPointer& operator=(const AcDbObjectPointer&) = delete;
 
     // Closes what it holds, then opens. The status is kept for openStatus().
-    Acad::ErrorStatus open(AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead, bool openErased = false) {
+    Acad::ErrorStatus open(AcDbObjectId id, AcDb::OpenMode mode, bool openErased = false) {
         close();
         return status_ = acdbOpenObject(object_, id, mode, openErased);
     }
@@ -55,11 +60,28 @@ class AcDbObjectPointer {
         return Acad::eOk;
     }
 
-    Acad::ErrorStatus openStatus() const { return status_; }
-    Object* object() const { return object_; }
-    Object* get() const { return object_; }
-    Object* operator->() const { return object_; }
-    operator Object*() const { return object_; }
+    Acad::ErrorStatus openStatus() const {
+        return status_;
+    }
+    // A pointer that is const itself hands out an object that is.
+    Object* object() {
+        return object_;
+    }
+    const Object* object() const {
+        return object_;
+    }
+    Object* operator->() {
+        return object_;
+    }
+    const Object* operator->() const {
+        return object_;
+    }
+    operator Object*() {
+        return object_;
+    }
+    operator const Object*() const {
+        return object_;
+    }
 
   protected:
     Object* object_ = nullptr;
@@ -73,12 +95,15 @@ template <class Table>
 class AcDbSymbolTablePointer : public AcDbObjectPointer<Table> {
   public:
     AcDbSymbolTablePointer() = default;
-    explicit AcDbSymbolTablePointer(AcDbDatabase* database, AcDb::OpenMode mode = AcDb::kForRead) {
-        open(database, mode);
+    explicit AcDbSymbolTablePointer(AcDbDatabase* database, AcDb::OpenMode mode) { open(database, mode); }
+#ifndef QRS_PUBLISHED_ONLY
+    explicit AcDbSymbolTablePointer(AcDbDatabase* database) {
+        open(database, AcDb::kForRead);
     }
+#endif  // QRS_PUBLISHED_ONLY
     using AcDbObjectPointer<Table>::open;
     // eNoDatabase for null.
-    Acad::ErrorStatus open(AcDbDatabase* database, AcDb::OpenMode mode = AcDb::kForRead) {
+    Acad::ErrorStatus open(AcDbDatabase* database, AcDb::OpenMode mode) {
         this->close();
         return this->status_ = database ? database->getSymbolTable(this->object_, mode) : Acad::eNoDatabase;
     }
@@ -89,16 +114,21 @@ template <class Record>
 class AcDbSymbolTableRecordPointer : public AcDbObjectPointer<Record> {
   public:
     AcDbSymbolTableRecordPointer() = default;
-    explicit AcDbSymbolTableRecordPointer(AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead)
-        : AcDbObjectPointer<Record>(id, mode) {}
-    AcDbSymbolTableRecordPointer(const ACHAR* name, AcDbDatabase* database, AcDb::OpenMode mode = AcDb::kForRead) {
+    explicit AcDbSymbolTableRecordPointer(AcDbObjectId id, AcDb::OpenMode mode) : AcDbObjectPointer<Record>(id, mode) {}
+    AcDbSymbolTableRecordPointer(const ACHAR* name, AcDbDatabase* database, AcDb::OpenMode mode) {
         open(name, database, mode);
     }
+#ifndef QRS_PUBLISHED_ONLY
+    explicit AcDbSymbolTableRecordPointer(AcDbObjectId id) : AcDbObjectPointer<Record>(id, AcDb::kForRead) {}
+    AcDbSymbolTableRecordPointer(const ACHAR* name, AcDbDatabase* database) {
+        open(name, database, AcDb::kForRead);
+    }
+#endif  // QRS_PUBLISHED_ONLY
     using AcDbObjectPointer<Record>::open;
     // eKeyNotFound when the table has no record of that name.
-    Acad::ErrorStatus open(const ACHAR* name, AcDbDatabase* database, AcDb::OpenMode mode = AcDb::kForRead) {
+    Acad::ErrorStatus open(const ACHAR* name, AcDbDatabase* database, AcDb::OpenMode mode) {
         this->close();
-        const AcDbSymbolTablePointer<typename Record::Table> table(database);
+        const AcDbSymbolTablePointer<typename Record::Table> table(database, AcDb::kForRead);
         if (table.openStatus() != Acad::eOk) return this->status_ = table.openStatus();
         return this->status_ = table->getAt(name, this->object_, mode);
     }

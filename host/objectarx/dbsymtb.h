@@ -70,7 +70,7 @@ class QRS_HOST_PORT AcDbSymbolTable : public AcDbObject {
 
 // The parts of a table that speak of its own record class.
 template <class Record>
-class AcDbTypedTableIterator : public AcDbSymbolTableIterator {
+class AcDbTypedTableIterator : public AcDbSymbolTableIterator {  // ours
   public:
     using AcDbSymbolTableIterator::AcDbSymbolTableIterator;
     Acad::ErrorStatus getRecord(Record*& record, AcDb::OpenMode mode = AcDb::kForRead, bool openErased = false) const {
@@ -82,7 +82,7 @@ class AcDbTypedTableIterator : public AcDbSymbolTableIterator {
 };
 
 template <class Record>
-class AcDbTypedSymbolTable : public AcDbSymbolTable {
+class AcDbTypedSymbolTable : public AcDbSymbolTable {  // ours
   public:
     using Iterator = AcDbTypedTableIterator<Record>;
     using AcDbSymbolTable::getAt;
@@ -107,7 +107,7 @@ class AcDbTypedSymbolTable : public AcDbSymbolTable {
 
 // The same for tables that take new records.
 template <class Record>
-class AcDbGrowingSymbolTable : public AcDbTypedSymbolTable<Record> {
+class AcDbGrowingSymbolTable : public AcDbTypedSymbolTable<Record> {  // ours
   public:
     // Takes over a record made with new; it is then open for writing. The record takes the form that the drawing's
     // other records have; what the drawing's version cannot carry is left out. The table, and its section, are put into

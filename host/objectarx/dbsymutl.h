@@ -3,9 +3,13 @@
 
 #include "dbmain.h"
 
-class QRS_HOST_PORT AcDbSymbolUtilityServices {
+namespace AcDbSymbolUtilities {
+
+class QRS_HOST_PORT Services {
   public:
     AcDbObjectId blockModelSpaceId(AcDbDatabase* database) const;
 };
 
-QRS_HOST_PORT const AcDbSymbolUtilityServices* acdbSymUtil();
+}  // namespace AcDbSymbolUtilities
+
+QRS_HOST_PORT const AcDbSymbolUtilities::Services* acdbSymUtil();

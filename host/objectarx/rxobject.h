@@ -37,10 +37,18 @@ class QRS_HOST_PORT AcRxClass : public AcRxObject {
 
     // A new object, which belongs to the caller; null for a class without a constructor.
     AcRxObject* create() const { return constructor_ ? constructor_() : nullptr; }
-    AcRxObject* (*pseudoConstructor() const)() { return constructor_; }
-    int proxyFlags() const { return proxyFlags_; }
+#ifndef QRS_PUBLISHED_ONLY
+    AcRxObject* (*pseudoConstructor() const)() {
+        return constructor_;
+    }
+#endif  // QRS_PUBLISHED_ONLY
+    int proxyFlags() const {
+        return proxyFlags_;
+    }
     // Null for the editor's own classes.
-    const ACHAR* appName() const { return appName_; }
+    const ACHAR* appName() const {
+        return appName_;
+    }
 
   private:
     const ACHAR* name_;
@@ -53,7 +61,7 @@ class QRS_HOST_PORT AcRxClass : public AcRxObject {
 
 // The objects of drawing files that bear the class's DXF name are opened as objects of it from now on; that name must
 // not be one of the editor's own. Called by rxInit.
-QRS_HOST_PORT void acrxRegisterClass(AcRxClass* aClass);
+QRS_HOST_PORT void acrxRegisterClass(AcRxClass* aClass);  // ours
 // Has nothing to do here, as classes know their parents from the beginning; applications call it after their rxInit.
 inline void acrxBuildClassHierarchy() {}
 // Ends what rxInit began: further objects of the class are opened as unknown ones. No object of it may be open.
@@ -84,6 +92,7 @@ inline bool AcRxObject::isKindOf(const AcRxClass* aClass) const {
         return CLASS::desc();                                     \
     }
 
+#ifndef QRS_PUBLISHED_ONLY
 // The same for a class whose objects lie in drawing files as DXFNAME.
 #define ACRX_DEFINE_DXF_MEMBERS(CLASS, PARENT, DXFNAME)                       \
     AcRxClass* CLASS::desc() {                                                \
@@ -94,6 +103,7 @@ inline bool AcRxObject::isKindOf(const AcRxClass* aClass) const {
     AcRxClass* CLASS::isA() const {                                           \
         return CLASS::desc();                                                 \
     }
+#endif  // QRS_PUBLISHED_ONLY
 
 // The same for a class an application brings: ACRX_DXF_DEFINE_MEMBERS(TDbPipe, TDbPipePrototype, AcDb::kDHL_CURRENT,
 // AcDb::kMReleaseCurrent, 0, QRS_PIPE, "QRS"). The versions are accepted: they speak of files of another format.

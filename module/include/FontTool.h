@@ -11,7 +11,7 @@
 
 #include <vector>
 
-#include "afxstr.h"
+#include "afx.h"
 #include "pipeport.h"
 
 namespace FontTool {

@@ -10,7 +10,7 @@
 
 #include <cstdarg>
 
-#include "afxstr.h"
+#include "afx.h"
 
 // Whom a name tells that it is about to change.
 class NodeNameOwner {

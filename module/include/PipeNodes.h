@@ -25,7 +25,7 @@
 
 #include "acdb.h"
 #include "adesk.h"
-#include "afxstr.h"
+#include "afx.h"
 #include "dbcolor.h"
 #include "dbid.h"
 #include "NodeName.h"

@@ -19,7 +19,7 @@
 #include <vector>
 
 #include "adesk.h"
-#include "afxstr.h"
+#include "afx.h"
 #include "dbcolor.h"
 #include "dbid.h"
 #include "PipeNodes.h"

@@ -8,7 +8,7 @@
 #include <map>
 #include <vector>
 
-#include "afxstr.h"
+#include "afx.h"
 #include "dbid.h"
 #include "pipeport.h"
 

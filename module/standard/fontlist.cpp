@@ -7,6 +7,7 @@
 
 #include "host/platform/fonts.h"
 #include "rxmfcapi.h"
+#include "standard/text.h"
 
 namespace qrs::standard {
 
@@ -32,7 +33,7 @@ std::vector<WindowsFont> enumerate() {
     std::vector<WindowsFont> fonts;
     for (const platform::InstalledFont& font :
          platform::installedFonts(view != nullptr ? view->GetSafeHwnd() : nullptr))
-        fonts.push_back({CString(font.face), CString(font.script), font.charset, font.pitchAndFamily});
+        fonts.push_back({makeText(font.face), makeText(font.script), font.charset, font.pitchAndFamily});
     std::sort(fonts.begin(), fonts.end(), isBefore);
     return fonts;
 }

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "afxstr.h"
+#include "afx.h"
 
 namespace qrs::standard {
 

@@ -56,7 +56,7 @@ ShxFonts scanSearchPath() {
     for (const std::wstring& folder : folders) {
         for (const std::wstring& file : qrs::platform::listFiles(folder, L"*.SHX")) {
             Names* list = listFor(folder + file, fonts);
-            const CString name = CString(file).MakeUpper();
+            const CString name = CString(file.c_str()).MakeUpper();
             if (list && std::find(list->begin(), list->end(), name) == list->end()) list->push_back(name);
         }
     }

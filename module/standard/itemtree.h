@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "afxstr.h"
+#include "afx.h"
 #include "host/platform/error.h"
 #include "host/platform/text.h"
 #include "standard/itemcut.h"

@@ -56,7 +56,7 @@ AcDbObjectId LayerNode::CreateLayer(bool* created) const {
     AcDbLayerTableRecordPointer record;
     record.create();
     // Opened before the linetype is loaded: where the layer cannot be made, the drawing stays as it is.
-    const AcDbLayerTablePointer table(workingDatabase(), AcDb::kForWrite);
+    AcDbLayerTablePointer table(workingDatabase(), AcDb::kForWrite);
     if (table.openStatus() != Acad::eOk || !setUp(*record.object(), *this)) return {};
     if (table->add(id, record.object()) != Acad::eOk) return {};
     if (created != nullptr && id.isValid()) *created = true;

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "afxstr.h"
+#include "afx.h"
 
 class CDBFRecordset;
 

@@ -72,7 +72,7 @@ LinetypeTextSettings textSettings() {
 // The drawing's style for texts in linetypes, made when missing; null when it cannot be.
 AcDbObjectId textStyle(const LinetypeTextSettings& settings) {
     AcDbObjectId id;
-    const AcDbTextStyleTablePointer table(workingDatabase(), AcDb::kForWrite);
+    AcDbTextStyleTablePointer table(workingDatabase(), AcDb::kForWrite);
     if (table.openStatus() != Acad::eOk || table->getAt(kTextStyle, id) == Acad::eOk) return id;
     AcDbObjectPointer<AcDbTextStyleTableRecord> style;
     style.create();
@@ -138,7 +138,7 @@ AcDbObjectId addLinetype(const LinetypePattern& pattern) {
     AcDbObjectId id;
     AcDbObjectPointer<AcDbLinetypeTableRecord> record;
     record.create();
-    const AcDbLinetypeTablePointer table(workingDatabase(), AcDb::kForWrite);
+    AcDbLinetypeTablePointer table(workingDatabase(), AcDb::kForWrite);
     if (table.openStatus() != Acad::eOk || record->setName(pattern.name) != Acad::eOk) return id;
     bool hasText = false;
     for (const PatternElement& element : pattern.elements)

@@ -1,7 +1,7 @@
 // Linetypes in the drawing.
 #pragma once
 
-#include "afxstr.h"
+#include "afx.h"
 #include "dbid.h"
 
 namespace qrs::standard {

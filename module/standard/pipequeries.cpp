@@ -1,5 +1,6 @@
 // Questions about pipes and vertical sections of a drawing, and pipes put into a pipe system.
 #include "acdbads.h"
+#include "dbmain.h"
 #include "dbobjptr.h"
 #include "PipeSystemTool.h"
 #include "qrs_pipeentity.h"
@@ -20,9 +21,9 @@ constexpr const wchar_t* kUnknownSystem = L"未知系统";
 template <class Act>
 bool withSection(AcDbObjectId section, AcDb::OpenMode mode, Act&& act) {
     if (currentStandard() == nullptr) return false;
-    const AcDbObjectPointer<TDbVerticalSection> drain(section, mode);
+    AcDbObjectPointer<TDbVerticalSection> drain(section, mode);
     if (drain.openStatus() == Acad::eOk) return act(drain.object()), true;
-    const AcDbObjectPointer<TDbVerticalSectionFeed> feed(section, mode);
+    AcDbObjectPointer<TDbVerticalSectionFeed> feed(section, mode);
     if (feed.openStatus() == Acad::eOk) return act(feed.object()), true;
     return false;
 }
@@ -77,7 +78,7 @@ void SetPipeSystemName(TDbPipe* pipe, const CString& systemName) {
 
 bool SetPipeSystemName(AcDbObjectId pipe, const CString& systemName) {
     if (currentStandard() == nullptr) return false;
-    const AcDbObjectPointer<TDbPipe> opened(pipe, AcDb::kForWrite);
+    AcDbObjectPointer<TDbPipe> opened(pipe, AcDb::kForWrite);
     if (opened.openStatus() != Acad::eOk) return false;
     SetPipeSystemName(opened.object(), systemName);
     return true;
@@ -94,7 +95,7 @@ void SetPipeLayer(TDbPipe* pipe, const CString& systemName) {
 
 void SetPipeLayer(AcDbObjectId pipe, const CString& systemName) {
     if (currentStandard() == nullptr) return;
-    const AcDbObjectPointer<TDbPipe> opened(pipe, AcDb::kForWrite);
+    AcDbObjectPointer<TDbPipe> opened(pipe, AcDb::kForWrite);
     SetPipeLayer(opened.object(), systemName);
 }
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "afxstr.h"
+#include "afx.h"
 
 namespace qrs::standard {
 

@@ -104,7 +104,7 @@ void updateDrawingLayers() {
     for (const auto& [name, layer] : layers) {
         AcDbObjectId id;
         if (table->getAt(name.GetString(), id) != Acad::eOk) continue;
-        const AcDbObjectPointer<AcDbLayerTableRecord> record(id, AcDb::kForWrite);
+        AcDbObjectPointer<AcDbLayerTableRecord> record(id, AcDb::kForWrite);
         if (record.openStatus() == Acad::eOk) updateLayer(*layer, *record);
     }
 }

@@ -6,7 +6,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "afxstr.h"
+#include "afx.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::standard {

@@ -205,7 +205,7 @@ bool UpdateTextStyle(const CString& styleName) {
     if (currentStandard() == nullptr) return false;
     const AcDbObjectId id = QrsExport::GetTextStyleId(styleName.GetString());
     if (id.isNull()) return false;
-    const AcDbTextStyleTableRecordPointer record(id, AcDb::kForRead);
+    AcDbTextStyleTableRecordPointer record(id, AcDb::kForRead);
     const TextStyleNode* const node = find(styleName);
     if (node != nullptr && record.openStatus() == Acad::eOk && record->upgradeOpen() == Acad::eOk)
         write(*node, *record.object());
@@ -216,7 +216,7 @@ bool UpdateTextStyle(const CString& styleName) {
 bool UpdateTextStyle(TextStyleEnum kind) {
     const TextStyleNode* const node = find(kind);
     if (node == nullptr) return false;
-    const AcDbTextStyleTableRecordPointer record(QrsExport::GetTextStyleId(node->Name.GetString()), AcDb::kForWrite);
+    AcDbTextStyleTableRecordPointer record(QrsExport::GetTextStyleId(node->Name.GetString()), AcDb::kForWrite);
     if (record.openStatus() == Acad::eOk) write(*node, *record.object());
     // That the standard has the setting is what callers ask for, also when the drawing lacks the style.
     return true;

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "acdb.h"
+#include "dbcolor.h"
 #include "standard/text.h"
 
 namespace qrs::standard {
@@ -114,13 +115,13 @@ Adesk::Int32 parseInteger(const CString& text) {
 
 CString formatColor(const AcCmColor& color) {
     switch (color.colorMethod()) {
-        case AcCmColor::kByACI:
+        case AcCmEntityColor::kByACI:
             return formatInteger(color.colorIndex());
-        case AcCmColor::kByLayer:
+        case AcCmEntityColor::kByLayer:
             return L"256";
-        case AcCmColor::kByBlock:
+        case AcCmEntityColor::kByBlock:
             return L"0";
-        case AcCmColor::kByColor:
+        case AcCmEntityColor::kByColor:
             return formatInteger(color.red()) + L"," + formatInteger(color.green()) + L"," +
                    formatInteger(color.blue());
         default:
@@ -136,9 +137,9 @@ AcCmColor parseColor(const CString& text) {
     // are not recognised and end at the default colour; existing files rely on it.
     if (std::all_of(digits.begin(), digits.end(), isDigit) && parseInteger(text) < kIndexEnd) {
         if (text == L"256") {
-            color.setColorMethod(AcCmColor::kByLayer);
+            color.setColorMethod(AcCmEntityColor::kByLayer);
         } else if (text == L"0") {
-            color.setColorMethod(AcCmColor::kByBlock);
+            color.setColorMethod(AcCmEntityColor::kByBlock);
         } else {
             color.setColorIndex(static_cast<Adesk::UInt16>(parseInteger(text)));
         }

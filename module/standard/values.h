@@ -2,7 +2,7 @@
 #pragma once
 
 #include "adesk.h"
-#include "afxstr.h"
+#include "afx.h"
 #include "dbcolor.h"
 
 namespace qrs::standard {

@@ -7,13 +7,16 @@
 
 #include "acdbads.h"
 #include "acutads.h"
-#include "afxstr.h"
+#include "adscodes.h"
+#include "afx.h"
 #include "dbents.h"
 #include "dbidmap.h"
+#include "dbmain.h"
 #include "gemat3d.h"
 #include "qrs_kernal.h"
 #include "qrs_pipeentity.h"
 #include "qrs_select.h"
+#include "tools/arrayloop.h"
 #include "tools/changeable.h"
 #include "tools/drawing.h"
 
@@ -128,36 +131,46 @@ AcDbObjectIdArray takeable(const AcDbObjectIdArray& chosen, const Reference& ref
 }
 
 bool eraseEntity(AcDbObjectId id) {
-    const AcDbEntityPointer entity(id, AcDb::kForWrite);
+    AcDbEntityPointer entity(id, AcDb::kForWrite);
     return entity.openStatus() == Acad::eOk && entity->erase() == Acad::eOk;
+}
+
+// Null when it was not copied.
+AcDbObjectId copyOf(AcDbObjectId id, const AcDbIdMapping& copies) {
+    AcDbIdPair pair;
+    pair.setKey(id);
+    return copies.compute(pair) ? pair.value() : AcDbObjectId();
 }
 
 // A pipe's attachments and nodes that came along are the copies from now on.
 void followCopies(TDbPipe& pipe, const AcDbIdMapping& copies) {
     AcDbObjectIdArray attachments;
     pipe.GetAttachments(attachments);
-    AcDbObjectId copy;
-    for (const AcDbObjectId& id : attachments) {
-        if (!copies.compute(id, copy)) continue;
-        pipe.RemoveAttachment(id);
+    for (int i = 0; i < attachments.length(); ++i) {
+        const AcDbObjectId copy = copyOf(attachments[i], copies);
+        if (copy.isNull()) continue;
+        pipe.RemoveAttachment(attachments[i]);
         pipe.AddAttachment(copy);
     }
-    if (copies.compute(pipe.GetStartNode(), copy)) pipe.SetStartNode(copy);
-    if (copies.compute(pipe.GetEndNode(), copy)) pipe.SetEndNode(copy);
+    const AcDbObjectId start = copyOf(pipe.GetStartNode(), copies);
+    if (!start.isNull()) pipe.SetStartNode(start);
+    const AcDbObjectId end = copyOf(pipe.GetEndNode(), copies);
+    if (!end.isNull()) pipe.SetEndNode(end);
 }
 
 // The copies of the entities in the block, in its coordinates. False, the drawing as it was, when one cannot be written
 // so.
 bool copyInto(const AcDbObjectIdArray& ids, const Reference& reference) {
     AcDbIdMapping copies;
-    if (reference.block.database()->deepCloneObjects(ids, reference.block, copies) != Acad::eOk) return false;
+    AcDbObjectId owner = reference.block;
+    if (owner.database()->deepCloneObjects(ids, owner, copies) != Acad::eOk) return false;
     AcDbObjectIdArray made;
     int refused = 0;
-    for (const AcDbObjectId& id : ids) {
-        AcDbObjectId copy;
-        if (!copies.compute(id, copy)) continue;
+    for (int i = 0; i < ids.length(); ++i) {
+        const AcDbObjectId copy = copyOf(ids[i], copies);
+        if (copy.isNull()) continue;
         made.append(copy);
-        const AcDbEntityPointer entity(copy, AcDb::kForWrite);
+        AcDbEntityPointer entity(copy, AcDb::kForWrite);
         if (entity.openStatus() != Acad::eOk || entity->transformBy(reference.toBlock) != Acad::eOk) ++refused;
         if (TDbPipe* pipe = TDbPipe::cast(entity.object())) followCopies(*pipe, copies);
     }

@@ -3,9 +3,12 @@
 
 #include "acdbads.h"
 #include "acutads.h"
+#include "adscodes.h"
+#include "dbmain.h"
 #include "qrs_kernal.h"
 #include "qrs_pipeentity.h"
 #include "qrs_select.h"
+#include "tools/arrayloop.h"
 #include "tools/changeable.h"
 #include "tools/drawing.h"
 

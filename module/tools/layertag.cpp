@@ -2,8 +2,11 @@
 #include "tools/layertag.h"
 
 #include "acedads.h"
+#include "acutads.h"
+#include "adscodes.h"
 #include "PwxTool.h"
 #include "qrs_select.h"
+#include "tools/arrayloop.h"
 #include "tools/chain.h"
 #include "tools/changeable.h"
 

@@ -4,7 +4,7 @@
 // the entity whatever layer it is put on.
 #pragma once
 
-#include "afxstr.h"
+#include "afx.h"
 #include "dbmain.h"
 
 namespace qrs::tools {

@@ -1,6 +1,7 @@
 // Small texts in the extended data of entities, and the type marks among them.
 #include "acdbads.h"
 #include "acutads.h"
+#include "adscodes.h"
 #include "dbobjptr.h"
 #include "PwxTool.h"
 #include "tools/chain.h"
@@ -15,7 +16,7 @@ constexpr const wchar_t* kTypeItem = L"PWX-ENT-TYPE";
 
 void registerApplication(const wchar_t* name) {
     {
-        const AcDbRegAppTablePointer table(workingDatabase());
+        const AcDbRegAppTablePointer table(workingDatabase(), AcDb::kForRead);
         if (table.openStatus() == Acad::eOk && table->has(name)) return;
     }
     acdbRegApp(name);
@@ -60,7 +61,7 @@ int IsEntityType(AcDbEntity* entity, const CString& type) {
 }
 
 int IsEntityType(const AcDbObjectId& id, const CString& type) {
-    const AcDbEntityPointer entity(id, AcDb::kForRead);
+    AcDbEntityPointer entity(id, AcDb::kForRead);
     return entity.openStatus() == Acad::eOk ? IsEntityType(entity.object(), type) : 0;
 }
 
@@ -73,7 +74,7 @@ int SetEntityType(AcDbEntity* entity, const CString& type) {
 }
 
 int SetEntityType(const AcDbObjectId& id, const CString& type) {
-    const AcDbEntityPointer entity(id, AcDb::kForWrite);
+    AcDbEntityPointer entity(id, AcDb::kForWrite);
     return entity.openStatus() == Acad::eOk && SetEntityType(entity.object(), type) != 0 ? 1 : 0;
 }
 

@@ -5,12 +5,16 @@
 
 #include "acdbads.h"
 #include "acedads.h"
-#include "afxstr.h"
+#include "acutmem.h"
+#include "adscodes.h"
+#include "afx.h"
+#include "dbmain.h"
 #include "dbobjptr.h"
 #include "PipeNodes.h"
 #include "PwxTool.h"
 #include "qrs_kernal.h"
 #include "qrs_pipeentity.h"
+#include "tools/arrayloop.h"
 #include "tools/drawing.h"
 
 namespace qrs::tools {
@@ -112,7 +116,7 @@ std::vector<std::wstring> layerNamesOf(const AcDbObjectIdArray& objects) {
 }
 
 AcDbObjectIdArray layersBut(const AcDbObjectIdArray& layers) {
-    const std::set<AcDbObjectId> left(layers.begin(), layers.end());
+    const std::set<AcDbObjectId> left(begin(layers), end(layers));
     AcDbObjectIdArray all;
     AcDbObjectIdArray others;
     PwxTool::GetAllLayerIds(workingDatabase(), all);

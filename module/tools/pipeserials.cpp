@@ -10,15 +10,19 @@
 #include "qrs_pipeentity.h"
 #include "qrs_pipewire.h"
 #include "qrs_riser.h"
+#include "standard/text.h"
 #include "tools/serialnumber.h"
 
+using qrs::standard::makeText;
+using qrs::standard::view;
+using qrs::standard::wide;
 using qrs::tools::leadingNumber;
 using qrs::tools::successor;
 
 namespace {
 
 CString systemNameOf(const TRiser& riser) {
-    return CString(riser.systemName.empty() ? GetSystypeName(riser.sysType) : riser.systemName);
+    return makeText(riser.systemName.empty() ? GetSystypeName(riser.sysType) : riser.systemName);
 }
 
 // Takes the vertical pipes of a drawing in turn and keeps the next serials of their keys.
@@ -46,11 +50,11 @@ class NextSerials {
     };
 
     Key& keyOf(const CString& system, const CString& building) {
-        std::wstring name(system.view());
-        if (!building.IsEmpty()) name.append(L"%%").append(building.view());
+        std::wstring name = wide(system);
+        if (!building.IsEmpty()) name.append(L"%%").append(view(building));
         const auto [place, isNew] = keys_.try_emplace(std::move(name));
         Key& key = place->second;
-        if (isNew) key.name = CString(place->first);
+        if (isNew) key.name = makeText(place->first);
         if (building.IsEmpty() || key.isInBuilding) return key;
         key.isInBuilding = true;
         if (text_.find(key.name) == text_.end()) {
@@ -103,7 +107,7 @@ void InitVPipeSerials(std::map<CString, int>& numeric, std::map<CString, CString
         if (walk->getEntityId(id) != Acad::eOk || id.objectClass() != TDbPipe::desc()) continue;
         const AcDbObjectPointer<TDbPipe> pipe(id, AcDb::kForRead);
         if (pipe.openStatus() != Acad::eOk || !reader.Read(*pipe.object(), riser)) continue;
-        next.take(systemNameOf(riser), CString(riser.items[0]), CString(riser.items[1]));
+        next.take(systemNameOf(riser), makeText(riser.items[0]), makeText(riser.items[1]));
     }
 }
 

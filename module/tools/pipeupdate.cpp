@@ -7,12 +7,15 @@
 #include <utility>
 
 #include "acutads.h"
+#include "acutmem.h"
+#include "adscodes.h"
 #include "PipeSystemTool.h"
 #include "qrs_kernal.h"
 #include "qrs_pipeentity.h"
 #include "qrs_select.h"
 #include "standard/holder.h"
 #include "standard/text.h"
+#include "tools/arrayloop.h"
 #include "tools/changeable.h"
 #include "tools/drawing.h"
 

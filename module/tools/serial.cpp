@@ -8,8 +8,12 @@
 
 #include "afxcoll.h"
 #include "PwxTool.h"
+#include "standard/text.h"
 #include "tools/serialnumber.h"
 
+using qrs::standard::makeText;
+using qrs::standard::view;
+using qrs::standard::wide;
 using qrs::tools::decimalText;
 using qrs::tools::leadingNumber;
 using qrs::tools::successor;
@@ -53,9 +57,9 @@ std::size_t countedFrom(const std::wstring& serial, bool& isPadded) {
 }
 
 std::wstring countedUp(const std::wstring& serial, std::size_t from, bool isPadded) {
-    CString prefix(serial.substr(0, from));
+    CString prefix = makeText(serial.substr(0, from));
     const std::size_t width = serial.size() - from;
-    std::wstring digits = decimalText(successor(leadingNumber(CString(serial.substr(from))))).GetString();
+    std::wstring digits = decimalText(successor(leadingNumber(makeText(serial.substr(from))))).GetString();
     if (isPadded && digits.size() > width) {
         // The zeros in front have room for what runs over. They are the only ones left, so this goes one level deep.
         digits.erase(0, digits.size() - width);
@@ -63,7 +67,7 @@ std::wstring countedUp(const std::wstring& serial, std::size_t from, bool isPadd
     } else if (digits.size() < width) {
         digits.insert(0, width - digits.size(), L'0');
     }
-    return std::wstring(prefix.view()) + digits;
+    return wide(prefix) + digits;
 }
 
 // --- counting up letters and digits together
@@ -112,7 +116,7 @@ void carryUp(std::wstring& serial, int step) {
 namespace qrs::tools {
 
 int leadingNumber(const CString& text) {
-    const std::wstring_view units = text.view();
+    const std::wstring_view units = view(text);
     std::size_t i = std::min(units.find_first_not_of(kBlanks), units.size());
     const bool isNegative = i < units.size() && units[i] == L'-';
     if (isNegative || (i < units.size() && units[i] == L'+')) ++i;
@@ -129,7 +133,7 @@ int successor(int n) {
 }
 
 CString decimalText(int number) {
-    return CString(std::to_wstring(number));
+    return makeText(std::to_wstring(number));
 }
 
 }  // namespace qrs::tools
@@ -188,7 +192,7 @@ void IncreaseSerial(CString& serial, int step) {
         serial = decimalText(step);
         return;
     }
-    std::wstring text(serial.view());
+    std::wstring text = wide(serial);
     bool isPadded = false;
     const std::size_t from = countedFrom(text, isPadded);
     // Digits at the end count up by one whatever the step: drawings already numbered depend on it.
@@ -196,11 +200,11 @@ void IncreaseSerial(CString& serial, int step) {
         text = countedUp(text, from, isPadded);
     else
         carryUp(text, step);
-    serial = CString(std::move(text));
+    serial = makeText(text);
 }
 
 bool IsDigit(const CString& text, bool rejectLeadingZero) {
-    if (text.IsEmpty() || text.view().find_first_not_of(L"0123456789") != std::wstring_view::npos) return false;
+    if (text.IsEmpty() || view(text).find_first_not_of(L"0123456789") != std::wstring_view::npos) return false;
     return !rejectLeadingZero || text[0] != L'0';
 }
 

@@ -1,7 +1,7 @@
 // Serials as numbers of 32 bits, which end at the largest one instead of running over.
 #pragma once
 
-#include "afxstr.h"
+#include "afx.h"
 
 namespace qrs::tools {
 

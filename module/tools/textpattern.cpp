@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "acutads.h"
+#include "acutmem.h"
 #include "dbobjptr.h"
 #include "host/platform/codepage.h"
 #include "host/platform/number.h"
@@ -204,7 +205,7 @@ SpacingResult make(AcDbDatabase* database, const std::wstring& name, const AcDbL
     record->setIsScaledToFit(base.isScaledToFit());
     if (record->setName(name.c_str()) != Acad::eOk) return SpacingResult::kRefused;
     writeDashes(*record.object(), dashes);
-    const AcDbLinetypeTablePointer table(database, AcDb::kForWrite);
+    AcDbLinetypeTablePointer table(database, AcDb::kForWrite);
     if (table.openStatus() != Acad::eOk || table->add(made, record.object()) != Acad::eOk)
         return SpacingResult::kRefused;
     return SpacingResult::kSpaced;

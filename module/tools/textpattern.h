@@ -1,7 +1,7 @@
 // Linetypes with text, made anew with other gaps beside their texts and other text sizes.
 #pragma once
 
-#include "afxstr.h"
+#include "afx.h"
 #include "dbid.h"
 
 namespace qrs::tools {

@@ -4,6 +4,10 @@
 #include "host/platform/codepage.h"
 #include "PwxTool.h"
 #include "qrs_titleblocks.h"
+#include "standard/text.h"
+
+using qrs::standard::makeText;
+using qrs::standard::view;
 
 namespace PwxTool {
 
@@ -17,11 +21,11 @@ void SearchTkBlkSerial(const CString& blockDirectory, const CString& category, s
     if (!LoadTitleBlockCache(blockDirectory.GetString(), blocks)) return;
     std::set<std::wstring, std::less<>> appended;
     for (const CString& serial : out)
-        appended.emplace(serial.view());
+        appended.emplace(view(serial));
     for (const TTitleBlock& block : blocks) {
-        const bool isAsked = category.IsEmpty() ? !block.category.empty() : block.category == category.view();
-        const bool isNamed = blockName.IsEmpty() || qrs::platform::compareNoCase(block.name, blockName.view()) == 0;
-        if (isAsked && isNamed && appended.insert(block.serial).second) out.emplace_back(block.serial);
+        const bool isAsked = category.IsEmpty() ? !block.category.empty() : block.category == view(category);
+        const bool isNamed = blockName.IsEmpty() || qrs::platform::compareNoCase(block.name, view(blockName)) == 0;
+        if (isAsked && isNamed && appended.insert(block.serial).second) out.push_back(makeText(block.serial));
     }
 }
 

@@ -9,10 +9,12 @@
 #include "host/platform/codepage.h"
 #include "host/platform/text.h"
 #include "PwxTool.h"
+#include "standard/text.h"
 
 namespace {
 
 namespace platform = qrs::platform;
+using qrs::standard::view;
 
 constexpr char kAnyByte = '?';
 constexpr char kAnyText = '*';
@@ -48,7 +50,7 @@ std::string converted(std::wstring_view text) {
 std::string convertedPattern(const CString& pattern) {
     CString plain = pattern;
     plain.Replace(kWideAnyByte, L'?');
-    return converted(plain.view());
+    return converted(view(plain));
 }
 
 // Bytes alone: the second half of a character may be a letter, and is folded too. Patterns in use count on it.
@@ -93,7 +95,7 @@ bool matches(std::string_view text, std::string_view pattern) {
 namespace PwxTool {
 
 bool MatchingString(const CString& text, const CString& pattern, bool caseSensitive) {
-    std::string textBytes = converted(text.view());
+    std::string textBytes = converted(view(text));
     std::string patternBytes = convertedPattern(pattern);
     if (!caseSensitive) {
         foldBytes(textBytes);
@@ -103,7 +105,7 @@ bool MatchingString(const CString& text, const CString& pattern, bool caseSensit
 }
 
 bool MultiMatching(const CString& text, const CString& patterns, int matchAll, bool negate, bool caseSensitive) {
-    std::string textBytes = converted(text.view());
+    std::string textBytes = converted(view(text));
     const std::string list = convertedPattern(patterns);
     if (!caseSensitive) foldBytes(textBytes);
     for (std::size_t begin = 0; begin <= list.size();) {

@@ -37,7 +37,7 @@ AcDbObjectId append(AcDbObjectId block, Entity* made) {
     AcDbObjectId id;
     AcDbObjectPointer<Entity> entity;
     entity.acquire(made);
-    const AcDbBlockTableRecordPointer space(block, AcDb::kForWrite);
+    AcDbBlockTableRecordPointer space(block, AcDb::kForWrite);
     EXPECT_EQ(space->appendAcDbEntity(id, entity.object()), Acad::eOk);
     return id;
 }
@@ -109,7 +109,7 @@ template <class Entity>
 std::string moved(const std::string& tags, AcGePoint3d (Entity::*get)() const,
                   Acad::ErrorStatus (Entity::*set)(const AcGePoint3d&)) {
     Sample sample(drawingOf(tags + ";210=0.0;220=0.0;230=-1.0"));
-    const AcDbObjectPointer<Entity> entity(sample.byHandle(0x2A), AcDb::kForWrite);
+    AcDbObjectPointer<Entity> entity(sample.byHandle(0x2A), AcDb::kForWrite);
     EXPECT_LT((entity.object()->*get)().distanceTo({102.0, 3.0, 1.0}), 1e-12) << tags;
     EXPECT_EQ((entity.object()->*set)({5.0, 3.0, 1.0}), Acad::eOk);
     return sample.changes();
@@ -155,7 +155,9 @@ TEST(DatabaseContent, CopiesKeepEveryTag) {
     std::string told;
     for (const unsigned original : {0x2Au, 0x2Bu}) {
         AcDbObjectId copy;
-        ASSERT_TRUE(copies.compute(sample.byHandle(original), copy));
+        AcDbIdPair pair(sample.byHandle(original), AcDbObjectId(), false);
+        ASSERT_TRUE(copies.compute(pair));
+        copy = pair.value();
         EXPECT_EQ(AcDbObjectPointer<AcDbEntity>(copy)->ownerId(), block);
         told += recordOf(sample.text(), copy);
     }

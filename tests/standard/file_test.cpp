@@ -131,7 +131,7 @@ TEST(StandardFile, ValueForms) {
         EXPECT_TRUE(parseColor(text) == AcCmColor()) << toUtf8(text);
     }
     AcCmColor foreground;
-    foreground.setColorMethod(AcCmColor::kForeground);
+    foreground.setColorMethod(AcCmEntityColor::kForeground);
     EXPECT_EQ(formatColor(foreground), L"");
 
     for (const Adesk::Int32 code : {-3, -2, -1, 0,  5,  9,  13,  15,  18,  20,  25,  30,  35, 40,

@@ -272,7 +272,7 @@ TEST_F(Selection, BuiltInStandardServesWithoutAFile) {
     ObjectUtility::AllObjectColors()[0].color.setRGB(1, 2, 3);
     applyObjectColors();
     for (const TObjectColor& kind : ObjectUtility::AllObjectColors()) {
-        EXPECT_NE(kind.color.colorMethod(), AcCmColor::kByColor);
+        EXPECT_NE(kind.color.colorMethod(), AcCmEntityColor::kByColor);
         if (kind.name == L"井") {
             EXPECT_TRUE(kind.color == red);
         }

@@ -151,7 +151,7 @@ TEST_F(PipeQueries, LayersFollowTheSystemAndThePath) {
     const AcDbObjectId id = addPipe(cases[0].curve);
     {
         // Open for reading: nothing changes, and no layer is made.
-        const AcDbObjectPointer<TDbPipe> pipe(id);
+        AcDbObjectPointer<TDbPipe> pipe(id);
         SetPipeLayer(pipe.object(), L"旧");
         SetPipeLayer(id, L"旧");
     }
@@ -171,7 +171,7 @@ TEST_F(PipeQueries, FlagsOfSystemsThatCrossASection) {
         EXPECT_FALSE(IsShowCrossPipe(id, L"给水"));
         {
             // The code answers while there is no field of the name.
-            const AcDbObjectPointer<TDbSectionDrawing> section(id, AcDb::kForWrite);
+            AcDbObjectPointer<TDbSectionDrawing> section(id, AcDb::kForWrite);
             section->SetCrossPipeFlag(GetSysType(L"给水"), true);
         }
         EXPECT_TRUE(IsShowCrossPipe(id, L"给水"));
@@ -180,7 +180,7 @@ TEST_F(PipeQueries, FlagsOfSystemsThatCrossASection) {
         EXPECT_FALSE(IsShowCrossPipe(id, L"给水"));
         EXPECT_FALSE(AcDbObjectPointer<TDbSectionDrawing>(id)->GetCrossPipeFlag(GetSysType(L"给水")));
         {
-            const AcDbObjectPointer<TDbSectionDrawing> section(id, AcDb::kForWrite);
+            AcDbObjectPointer<TDbSectionDrawing> section(id, AcDb::kForWrite);
             section->SetCrossPipeFlag(GetSysType(L"给水"), true);
         }
         EXPECT_FALSE(IsShowCrossPipe(id, L"给水")) << "the name goes before the code";

@@ -72,7 +72,7 @@ TEST(Marks, TellWhatAnEntityStandsFor) {
     EXPECT_EQ(GetEntityType(named(id), L""), L"Valve");
     EXPECT_EQ(IsEntityType(named(id), L"Valve"), 1);
     EXPECT_EQ(IsEntityType(id, L"VALVE"), 0);
-    const AcDbEntityPointer line(id, AcDb::kForWrite);
+    AcDbEntityPointer line(id, AcDb::kForWrite);
     // Nobody else can open it now.
     EXPECT_EQ(SetEntityType(id, L"PUMP"), 0);
     EXPECT_EQ(GetEntityType(id, L""), L"");

@@ -26,7 +26,7 @@ class Numbering : public ToolCommands {
         pipe.create();
         pipe->SetCurve(wanted.path);
         pipe->SetPipeSystemName(wanted.system);
-        const AcDbBlockTableRecordPointer space(ACDB_MODEL_SPACE, database(), AcDb::kForWrite);
+        AcDbBlockTableRecordPointer space(ACDB_MODEL_SPACE, database(), AcDb::kForWrite);
         AcDbObjectId id;
         EXPECT_EQ(space->appendAcDbEntity(id, pipe.object()), Acad::eOk);
         for (const auto& [item, serial] :
@@ -135,7 +135,7 @@ TEST_F(Numbering, ReadsRisersAsTheirGettersTellThem) {
     EXPECT_GT(upright, kCount / 2);
     EXPECT_LT(upright, kCount);
     // What was set and not written yet counts as well.
-    const AcDbObjectPointer<TDbPipe> changed(add({L"给水", L"1"}), AcDb::kForWrite);
+    AcDbObjectPointer<TDbPipe> changed(add({L"给水", L"1"}), AcDb::kForWrite);
     changed->SetPipeSystemName(L"废水");
     EXPECT_TRUE(reader.Read(*changed.object(), riser));
     EXPECT_EQ(riser.systemName, L"废水");

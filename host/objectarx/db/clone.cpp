@@ -124,7 +124,7 @@ Acad::ErrorStatus DatabaseState::clone(const AcDbObjectIdArray& ids, AcDbObjectI
     const std::vector<RecordId> copies = cloner.write(drawing_->endOf(head));
     bool hasAttributes = false;
     for (std::size_t i = 0; i < copies.size(); ++i) {
-        idMap.assign(ids[static_cast<int>(i)], idOf(copies[i]));
+        idMap.assign(AcDbIdPair(ids[static_cast<int>(i)], idOf(copies[i]), true));
         contents_->came(copies[i]);
         hasAttributes = hasAttributes || drawing_->typeNameOf(copies[i]) == "ATTDEF";
     }

@@ -86,13 +86,13 @@ int acdbRegApp(const ACHAR* name) {
 
 // --- shorthands
 
-AcDbObjectId AcDbSymbolUtilityServices::blockModelSpaceId(AcDbDatabase* database) const {
+AcDbObjectId AcDbSymbolUtilities::Services::blockModelSpaceId(AcDbDatabase* database) const {
     DatabaseState* state = DatabaseState::of(database);
     const qrs::host::Block* block = state ? state->blocks().bySpace(qrs::host::Space::Model) : nullptr;
     return block ? state->idOf(block->id) : AcDbObjectId();
 }
 
-const AcDbSymbolUtilityServices* acdbSymUtil() {
-    static const AcDbSymbolUtilityServices services;
+const AcDbSymbolUtilities::Services* acdbSymUtil() {
+    static const AcDbSymbolUtilities::Services services;
     return &services;
 }

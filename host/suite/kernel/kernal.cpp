@@ -4,7 +4,7 @@
 #include <cstdarg>
 
 #include "acdocman.h"
-#include "afxstr.h"
+#include "afx.h"
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "host/editor/hostapp.h"

@@ -10,7 +10,7 @@
 
 #include <string>
 
-#include "afxstr.h"
+#include "afx.h"
 #include "dbid.h"
 #include "host/platform/port.h"
 #include "qrs_list.h"

@@ -13,7 +13,7 @@ AcDbObjectId QrsExport::GetTextStyleId(const std::wstring& name) {
 
 AcDbObjectId QrsExport::AddTextStyle(AcDbTextStyleTableRecord* record) {
     AcDbObjectId id;
-    const AcDbTextStyleTablePointer table(acdbHostApplicationServices()->workingDatabase(), AcDb::kForWrite);
+    AcDbTextStyleTablePointer table(acdbHostApplicationServices()->workingDatabase(), AcDb::kForWrite);
     if (table.openStatus() == Acad::eOk) table->add(id, record);
     return id;
 }

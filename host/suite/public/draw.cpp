@@ -61,8 +61,8 @@ AcDbObjectId QdDraw(const XText& text, int align) {
         AcDbObjectPointer<AcDbText> entity;
         entity.create();
         fill(*entity.object(), text, row);
-        const AcDbBlockTableRecordPointer space(ACDB_MODEL_SPACE, acdbHostApplicationServices()->workingDatabase(),
-                                                AcDb::kForWrite);
+        AcDbBlockTableRecordPointer space(ACDB_MODEL_SPACE, acdbHostApplicationServices()->workingDatabase(),
+                                          AcDb::kForWrite);
         if (space.openStatus() == Acad::eOk) space->appendAcDbEntity(id, entity.object());
     }
     return id;

@@ -4,7 +4,7 @@
 //     if (QdDraw(text, kTextBottomLeft).isNull()) ...
 #pragma once
 
-#include "afxstr.h"
+#include "afx.h"
 #include "dbid.h"
 #include "gepnt3d.h"
 #include "host/platform/port.h"

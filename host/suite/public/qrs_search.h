@@ -1,7 +1,7 @@
 // Stand-in for the suite's closed public library: a traced run of pipes and nodes.
 #pragma once
 
-#include "afxstr.h"
+#include "afx.h"
 #include "dbid.h"
 
 // One element of a run; whoever traces it owns the elements.
