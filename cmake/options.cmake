@@ -1,7 +1,12 @@
 # Compiler options every target of the project takes.
 add_library(qrs_options INTERFACE)
-target_compile_options(qrs_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
-                                             -Wnon-virtual-dtor -Woverloaded-virtual)
+if(MSVC)
+    target_compile_options(qrs_options INTERFACE /utf-8 /EHsc /permissive-)
+    target_compile_definitions(qrs_options INTERFACE NOMINMAX)
+else()
+    target_compile_options(qrs_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
+                                                 -Wnon-virtual-dtor -Woverloaded-virtual)
+endif()
 if(QRS_WARNINGS_AS_ERRORS)
     target_compile_options(qrs_options INTERFACE -Werror)
 endif()
