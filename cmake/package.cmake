@@ -10,6 +10,7 @@ if(UNIX)
     file(RELATIVE_PATH host_from_plugin /${plugin_folder} /${CMAKE_INSTALL_LIBDIR})
     file(RELATIVE_PATH host_from_program /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
     set_target_properties(qrs_pipeSystem PROPERTIES INSTALL_RPATH "$ORIGIN/${host_from_plugin}")
+    set_target_properties(qrs_audit PROPERTIES INSTALL_RPATH "$ORIGIN/${host_from_plugin};$ORIGIN")
     if(TARGET qrsconsole)
         set_target_properties(qrsconsole PROPERTIES INSTALL_RPATH "$ORIGIN/${host_from_program}")
     endif()
@@ -22,6 +23,9 @@ install(TARGETS qrs_host EXPORT qrs_pipeSystemTargets
 install(TARGETS qrs_pipeSystem EXPORT qrs_pipeSystemTargets
     LIBRARY DESTINATION ${plugin_folder}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${plugin_folder})
+install(TARGETS qrs_audit
+    LIBRARY DESTINATION ${plugin_folder}
     RUNTIME DESTINATION ${plugin_folder})
 if(TARGET qrsconsole)
     install(TARGETS qrsconsole RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})

@@ -30,6 +30,7 @@ struct RawOptions {
     int backups = 1;
     double timeout = 0;
     bool inPlace = false, asJson = false, withoutModule = false, strict = false, allWarnings = false;
+    RawAuditOptions audit;
 };
 
 // An option that may be given several times, each time with exactly one value taken as it is.
@@ -141,11 +142,12 @@ void describe(CLI::App& app, RawOptions& raw) {
         ->type_name("FILE")
         ->expected(2);
     app.add_flag("--json", raw.asJson, translated("Print the report of --info or --compare for programs"));
+    describeAudit(app, raw.audit);
     app.footer(translated(
         "Without a script the commands are typed; HELP lists them, HELP and a name tells of one, Tab completes.\n\n"
-        "Exit codes: 0 done, 1 a command failed or two drawings differ, 2 wrong usage, 3 a file cannot be read,\n"
-        "4 a file cannot be written, 5 the run of one of several drawings was killed. Of several drawings the "
-        "highest."));
+        "Exit codes: 0 done, 1 a command failed, two drawings differ or a check found errors, 2 wrong usage,\n"
+        "3 a file cannot be read, 4 a file cannot be written, 5 the run of one of several drawings was killed. Of several\n"
+        "drawings the highest."));
 }
 
 // What is wrong with the options of a report, or nothing.
@@ -197,6 +199,7 @@ std::string findMisuse(const CLI::App& app, const RawOptions& raw) {
     // A day is far beyond any drawing; the bound keeps the clock's arithmetic safe.
     if (app.count("--timeout") > 0 && !(raw.timeout > 0 && raw.timeout <= 86400))
         return translated("--timeout needs a number of seconds above 0 and at most 86400");
+    if (std::string misuse = findAuditMisuse(app, raw.audit); !misuse.empty()) return misuse;
     return findReportMisuse(app, raw);
 }
 
@@ -232,6 +235,7 @@ Options optionsOf(const CLI::App& app, const RawOptions& raw) {
     for (const std::string& drawing : raw.compared)
         options.compared.push_back(pathOf(drawing));
     options.asJson = raw.asJson;
+    options.audit = auditOptionsOf(raw.audit);
     if (!options.drawings.empty()) options.drawing = options.drawings.front();
     if (!raw.runFolder.empty()) {
         options.runFolder = pathOf(raw.runFolder);

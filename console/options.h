@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "console/audit.h"
+
 namespace qrs::console {
 
 // What the program returns to the system.
@@ -48,6 +50,8 @@ struct Options {
     std::filesystem::path described;              // --info; empty: none
     std::vector<std::filesystem::path> compared;  // --compare: two, or none
     bool asJson = false;
+    AuditOptions audit;
+    bool isQuiet = false;  // prompts and what commands print are not shown
 
     bool hasScript() const { return script.has_value() || !lines.empty(); }
 };

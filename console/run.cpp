@@ -239,6 +239,7 @@ bool isEditedByPerson(const Options& options) {
 }
 
 std::unique_ptr<ConsoleTerminal> makeTerminal(const Options& options, Script script) {
+    if (options.isQuiet) return std::make_unique<QuietTerminal>(std::move(script));
     if (!isPersonAtTerminal(options)) return std::make_unique<ScriptTerminal>(std::move(script));
     if (!isEditedByPerson(options)) return std::make_unique<PlainTerminal>();
     const auto complete = [](std::wstring_view typed) {
@@ -349,6 +350,7 @@ Failure chooseOutput(Options& options) {
 }  // namespace
 
 ExitCode run(Options options) {
+    if (options.audit.isWanted() && (options.audit.takesAllDrawings() || !isBatch(options))) return runAudit(options);
     if (options.runFolder.empty() && isBatch(options)) return runBatch(options);
     if (Failure failure = chooseOutput(options)) return end(failure);
     // A person's ^C is an answer, as long as it can be told from others.

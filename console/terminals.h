@@ -52,6 +52,16 @@ class ScriptTerminal : public ConsoleTerminal {
     const ScriptLine* answered_ = nullptr;
 };
 
+// The same, but prompts and what commands print are not shown: a report speaks for them.
+class QuietTerminal : public ScriptTerminal {
+  public:
+    using ScriptTerminal::ScriptTerminal;
+    void print(std::wstring_view) override {}
+
+  protected:
+    std::string answerOrigin() const override { return {}; }
+};
+
 // A person at a keyboard, without line editing.
 class PlainTerminal : public ConsoleTerminal {
   public:

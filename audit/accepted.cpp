@@ -1,0 +1,56 @@
+// Reads what was accepted, and marks it.
+#include "accepted.h"
+
+#include "csv.h"
+#include "host/platform/codepage.h"
+#include "host/platform/files.h"
+#include "PwxTool.h"
+
+namespace qrs::audit {
+
+namespace {
+constexpr const wchar_t* kSuffix = L".accepted";
+}  // namespace
+
+bool AcceptedFindings::read(const std::wstring& drawing, platform::Error& error) {
+    entries_.clear();
+    path_ = drawing + kSuffix;
+    if (drawing.empty() || !platform::fileExists(path_)) return true;
+    std::vector<CsvRow> rows;
+    if (!readCsv(path_, rows, error)) return false;
+    for (const CsvRow& row : rows) {
+        const Rule* rule = ruleNamed(row.cells[0]);
+        std::wstring fault;
+        if (rule == nullptr)
+            fault = L"there is no rule \"" + row.cells[0] + L"\"";
+        else if (row.cells.size() != 3 || row.cells[1].empty() || row.cells[2].empty())
+            fault = L"a row is a rule, a subject and a reason";
+        if (!fault.empty()) {
+            error.message = faultAt(path_, row.line, fault);
+            return false;
+        }
+        entries_.push_back({row.line, rule, row.cells[1], row.cells[2]});
+    }
+    return true;
+}
+
+void AcceptedFindings::mark(Findings& findings) {
+    for (Finding& finding : findings) {
+        for (Entry& entry : entries_) {
+            if (entry.rule != finding.rule) continue;
+            if (!PwxTool::MatchingString(CString(finding.subject), CString(entry.subject), false)) continue;
+            entry.fits = true;
+            if (finding.reason.empty()) finding.reason = entry.reason;
+        }
+    }
+}
+
+std::vector<std::wstring> AcceptedFindings::idle() const {
+    std::vector<std::wstring> rows;
+    for (const Entry& entry : entries_)
+        if (!entry.fits)
+            rows.push_back(platform::fromUtf8(faultAt(path_, entry.line, entry.rule->id + (L", " + entry.subject))));
+    return rows;
+}
+
+}  // namespace qrs::audit

@@ -1,0 +1,134 @@
+// CHECKSTANDARD: how far drawings are from the standard.
+#include "commands.h"
+
+#include <memory>
+#include <utility>
+
+#include "dbapserv.h"
+#include "drawings.h"
+#include "host/platform/files.h"
+#include "prompts.h"
+#include "report.h"
+
+namespace qrs::audit {
+
+namespace {
+
+struct Format {
+    const wchar_t* word;
+    std::string (*report)(const CheckResults& results);
+};
+constexpr Format kFormats[] = {{L"Text", &textReport}};
+
+// The answers to the command's prompts.
+struct Request {
+    std::size_t format = 0;
+    std::wstring file;  // empty: the command line
+    RuleWeights weights;
+    bool withReferences = false;
+    std::vector<std::wstring> drawings;  // none: the current one
+};
+
+// False when the user cancelled, and, after a message, when the rules cannot be read.
+bool ask(Request& request) {
+    std::vector<const wchar_t*> words;
+    for (const Format& format : kFormats)
+        words.push_back(format.word);
+    std::wstring rules;
+    std::size_t choice = 0;
+    if (!askChoice(L"\nForm of the report [Text] <Text>: ", words, request.format) ||
+        !askPath(L"\nFile for the report <command line>: ", request.file) ||
+        !askPath(L"\nFile of rules <none>: ", rules))
+        return false;
+    platform::Error error;
+    if (!rules.empty() && !request.weights.read(rules, error)) return fail(error.message), false;
+    if (!askChoice(L"\nCheck external references, too? [No/Yes] <No>: ", {L"No", L"Yes"}, choice)) return false;
+    request.withReferences = choice == 1;
+    return askDrawings(request.drawings);
+}
+
+class Checking {
+  public:
+    explicit Checking(const Request& request) : request_(request) {}
+
+    // False, after a message, when there is no standard.
+    bool run() {
+        if (!standard_.isLoaded()) return fail(L"there is no pipe-system standard to check against"), false;
+        if (AcDbDatabase* current = acdbHostApplicationServices()->workingDatabase();
+            request_.drawings.empty() && current != nullptr)
+            check(*current, fileOf(*current));
+        for (const std::wstring& path : request_.drawings)
+            checkFile(path);
+        // Those of references grow the list while it is worked on.
+        for (std::size_t i = 0; i < references_.size(); ++i)
+            checkFile(std::wstring(references_[i]));
+        return true;
+    }
+
+    const CheckResults& results() const { return results_; }
+
+  private:
+    void checkFile(const std::wstring& path) {
+        platform::Error error;
+        const std::unique_ptr<AcDbDatabase> database = openDrawing(path, error);
+        if (database)
+            check(*database, path);
+        else
+            add(path).unreadable = error.message;
+    }
+
+    void check(AcDbDatabase& database, const std::wstring& file) {
+        CheckResult& result = add(file);
+        platform::Error error;
+        if (!checkDrawing(database, file, request_.weights, standard_, result, error))
+            result.unreadable = error.message;
+        if (!request_.withReferences) return;
+        for (std::wstring& reference : referencesOf(database))
+            if (isNew(reference)) references_.push_back(std::move(reference));
+    }
+
+    CheckResult& add(const std::wstring& file) {
+        results_.emplace_back();
+        results_.back().drawing = file.substr(file.find_last_of(L'\\') + 1);
+        files_.push_back(file);
+        return results_.back();
+    }
+
+    bool isNew(const std::wstring& path) const {
+        for (const auto* list : {&files_, &references_, &request_.drawings})
+            for (const std::wstring& known : *list)
+                if (isSameName(known, path)) return false;
+        return true;
+    }
+
+    const Request& request_;
+    const StandardLists standard_;
+    CheckResults results_;
+    std::vector<std::wstring> files_, references_;
+};
+
+// Whoever called fails when a drawing was not checked, or a rule is broken that is an error.
+void tellOutcome(const CheckResults& results) {
+    std::size_t unreadable = 0;
+    std::size_t errors = 0;
+    for (const CheckResult& result : results) {
+        if (!result.unreadable.empty()) ++unreadable;
+        errors += result.count(Severity::Error);
+    }
+    if (unreadable > 0) fail(countedText(unreadable, L"drawing was", L"drawings were") + L" not checked");
+    if (errors > 0) fail(countedText(errors, L"finding is an error", L"findings are errors"));
+}
+
+}  // namespace
+
+void checkStandard() {
+    Request request;
+    if (!ask(request)) return;
+    Checking checking(request);
+    if (!checking.run()) return;
+    platform::Error error;
+    if (!deliver(kFormats[request.format].report(checking.results()), request.file, error)) return fail(error.message);
+    tellOutcome(checking.results());
+}
+
+}  // namespace qrs::audit

@@ -1,0 +1,8 @@
+// The commands of this plug-in.
+#pragma once
+
+namespace qrs::audit {
+
+void checkStandard();
+
+}  // namespace qrs::audit

@@ -1,0 +1,80 @@
+// Opens drawings, and finds those that one refers to.
+#include "drawings.h"
+
+#include <algorithm>
+
+#include "dbapserv.h"
+#include "dbobjptr.h"
+#include "facts.h"
+#include "host/platform/files.h"
+#include "host/platform/tree.h"
+
+namespace qrs::audit {
+
+namespace {
+
+constexpr int kLongestPath = 4096;
+
+bool isWhole(const std::wstring& path) {
+    return path.substr(0, 1) == L"\\" || path.substr(1, 1) == L":";
+}
+
+std::wstring found(const std::wstring& named, const std::wstring& drawing) {
+    if (isWhole(named) && platform::fileExists(named)) return named;
+    const std::wstring folder = drawing.substr(0, drawing.find_last_of(L'\\') + 1);
+    const std::wstring name = named.substr(named.find_last_of(L'\\') + 1);
+    for (const std::wstring& candidate : {isWhole(named) ? std::wstring() : folder + named, folder + name})
+        if (!candidate.empty() && platform::fileExists(candidate)) return candidate;
+    ACHAR path[kLongestPath];
+    const bool isFound =
+        acdbHostApplicationServices()->findFile(path, kLongestPath, name.c_str(), nullptr,
+                                                AcDbHostApplicationServices::kXRefDrawing) == Acad::eOk;
+    return isFound ? std::wstring(path) : named;
+}
+
+}  // namespace
+
+std::unique_ptr<AcDbDatabase> openDrawing(const std::wstring& path, platform::Error& error) {
+    auto database = std::make_unique<AcDbDatabase>(false, true);
+    // The reason stands in the log alone.
+    const auto folder = platform::PrivateFolder::make(error);
+    if (!folder) return nullptr;
+    const std::filesystem::path log = folder->path() / "log";
+    const Acad::ErrorStatus status = database->dxfIn(path.c_str(), platform::innerPath(log).c_str());
+    if (status == Acad::eOk) return database;
+    platform::Error unreadable;
+    std::string reason;
+    if (!platform::readFile(log, reason, unreadable)) reason.clear();
+    reason.erase(std::find(reason.begin(), reason.end(), '\n'), reason.end());
+    error.message = !reason.empty() ? reason : platform::nativePath(path).u8string() + ": cannot be read";
+    return nullptr;
+}
+
+std::wstring fileOf(const AcDbDatabase& database) {
+    const ACHAR* name = nullptr;
+    return database.getFilename(name) == Acad::eOk && name != nullptr ? std::wstring(name) : std::wstring();
+}
+
+std::vector<std::wstring> referencesOf(AcDbDatabase& database) {
+    std::vector<std::wstring> files;
+    const std::wstring drawing = fileOf(database);
+    const AcDbBlockTablePointer table(&database);
+    AcDbBlockTableIterator* made = nullptr;
+    if (table.openStatus() != Acad::eOk || table->newIterator(made) != Acad::eOk) return files;
+    const std::unique_ptr<AcDbBlockTableIterator> walk(made);
+    for (; !walk->done(); walk->step()) {
+        AcDbObjectId id;
+        if (walk->getRecordId(id) != Acad::eOk) continue;
+        const AcDbBlockTableRecordPointer block(id, AcDb::kForRead);
+        ACHAR* path = nullptr;
+        if (block.openStatus() != Acad::eOk || !block->isFromExternalReference()) continue;
+        if (block->pathName(path) != Acad::eOk) continue;
+        const std::wstring named = platform::innerFromTyped(taken(path));
+        if (named.empty()) continue;
+        const std::wstring file = found(named, drawing);
+        if (std::find(files.begin(), files.end(), file) == files.end()) files.push_back(file);
+    }
+    return files;
+}
+
+}  // namespace qrs::audit

@@ -1,0 +1,252 @@
+// Gathers the facts: the tables, then every entity once, pipes opened, others not.
+#include "facts.h"
+
+#include <memory>
+#include <utility>
+
+#include "acutads.h"
+#include "dbhandle.h"
+#include "dbobjptr.h"
+#include "host/platform/text.h"
+#include "PipeSystemTool.h"
+#include "PwxTool.h"
+#include "qrs_looks.h"
+#include "qrs_pipeentity.h"
+
+namespace qrs::audit {
+
+namespace {
+
+constexpr std::string_view kPipe = "QRS_PIPE";
+constexpr std::string_view kNode = "QRS_PIPENODE";
+constexpr const ACHAR* kSerial = L"PIPE-SERIAL";
+constexpr const ACHAR* kBuilding = L"BUILDING-SERIAL";
+
+template <class Record>
+std::wstring nameOf(const Record& record) {
+    const ACHAR* name = nullptr;
+    return record.getName(name) == Acad::eOk && name != nullptr ? std::wstring(name) : std::wstring();
+}
+
+template <class Record>
+std::wstring nameOf(AcDbObjectId id) {
+    const AcDbObjectPointer<Record> record(id, AcDb::kForRead);
+    return record.openStatus() == Acad::eOk ? nameOf(*record.object()) : std::wstring();
+}
+
+// Every record of a table in its order.
+template <class Table, class Record, class Visit>
+void visitRecords(AcDbDatabase& database, const Visit& visit) {
+    const AcDbSymbolTablePointer<Table> table(&database);
+    AcDbTypedTableIterator<Record>* made = nullptr;
+    if (table.openStatus() != Acad::eOk || table->newIterator(made) != Acad::eOk) return;
+    const std::unique_ptr<AcDbTypedTableIterator<Record>> walk(made);
+    for (; !walk->done(); walk->step()) {
+        AcDbObjectId id;
+        if (walk->getRecordId(id) != Acad::eOk) continue;
+        const AcDbObjectPointer<Record> record(id, AcDb::kForRead);
+        if (record.openStatus() == Acad::eOk) visit(*record.object(), id);
+    }
+}
+
+LayerFacts factsOf(const AcDbLayerTableRecord& record) {
+    LayerFacts facts;
+    facts.color = record.color();
+    facts.linetype = nameOf<AcDbLinetypeTableRecord>(record.linetypeObjectId());
+    facts.lineWeight = record.lineWeight();
+    facts.isPlottable = record.isPlottable();
+    return facts;
+}
+
+TextStyleFacts factsOf(const AcDbTextStyleTableRecord& record) {
+    TextStyleFacts facts;
+    ACHAR* text = nullptr;
+    if (record.fileName(text) == Acad::eOk) facts.font = taken(text);
+    text = nullptr;
+    if (record.bigFontFileName(text) == Acad::eOk) facts.bigFont = taken(text);
+    text = nullptr;
+    int charset = 0;
+    int pitchAndFamily = 0;
+    if (record.font(text, facts.isBold, facts.isItalic, charset, pitchAndFamily) == Acad::eOk)
+        facts.typeface = taken(text);
+    facts.height = record.textSize();
+    facts.widthFactor = record.xScale();
+    return facts;
+}
+
+RecordFacts factsOf(const AcDbLinetypeTableRecord&) {
+    return {};
+}
+
+DimStyleFacts factsOf(const AcDbDimStyleTableRecord& record) {
+    DimStyleFacts facts;
+    facts.textStyle = nameOf<AcDbTextStyleTableRecord>(record.dimtxsty());
+    return facts;
+}
+
+template <class Table, class Record, class Facts>
+void readTable(AcDbDatabase& database, std::vector<Facts>& out) {
+    visitRecords<Table, Record>(database, [&out](const Record& record, AcDbObjectId id) {
+        Facts facts = factsOf(record);
+        facts.name = nameOf(record);
+        facts.id = id;
+        // Records of shape files have none.
+        if (!facts.name.empty()) out.push_back(std::move(facts));
+    });
+}
+
+// The records of a table by name. Very many entities ask for the same few names, in few spellings.
+template <class Facts>
+class Finder {
+  public:
+    explicit Finder(std::vector<Facts>& facts) {
+        for (Facts& one : facts)
+            byName_.emplace(one.name, &one);
+    }
+    // Null when the table lacks it.
+    Facts* find(std::wstring_view name) const {
+        const auto found = byName_.find(name);
+        return found != byName_.end() ? found->second : nullptr;
+    }
+
+  private:
+    ByName<Facts*> byName_;
+};
+
+template <class Facts>
+void tell(const Finder<Facts>& records, std::wstring_view name, AcDbObjectId object, ByName<Tally>& missing) {
+    if (name.empty()) return;
+    if (Facts* record = records.find(name))
+        record->objects.add(object);
+    else
+        missing[std::wstring(name)].add(object);
+}
+
+template <class Facts>
+void addUnnamed(std::vector<Facts>& facts, AcDbObjectIdArray& ids, std::vector<RecordFacts*>& records) {
+    for (Facts& one : facts) {
+        one.isUsed = one.objects.count > 0;
+        if (one.isUsed) continue;
+        ids.append(one.id);
+        records.push_back(&one);
+    }
+}
+
+}  // namespace
+
+void Tally::add(const Tally& other) {
+    count += other.count;
+    for (const AcDbObjectId& id : other.first)
+        if (first.size() < kShown) first.push_back(id);
+}
+
+bool NameLess::operator()(std::wstring_view a, std::wstring_view b) const {
+    return platform::compareNoCase(a, b) < 0;
+}
+
+bool isSameName(std::wstring_view a, std::wstring_view b) {
+    return platform::compareNoCase(a, b) == 0;
+}
+
+std::wstring taken(ACHAR* text) {
+    const std::wstring copy(text != nullptr ? text : L"");
+    acutDelString(text);
+    return copy;
+}
+
+std::wstring handleOf(AcDbObjectId id) {
+    ACHAR text[17] = L"";
+    const AcDbHandle handle = id.handle();
+    if (!handle.isNull()) handle.getIntoAsciiBuffer(text);
+    return text;
+}
+
+DrawingFacts::DrawingFacts(AcDbDatabase& of) : database(of) {
+    readTables();
+    readEntities();
+    findUsed();
+}
+
+std::wstring_view DrawingFacts::kept(std::wstring text) {
+    return *texts_.insert(std::move(text)).first;
+}
+
+void DrawingFacts::readTables() {
+    readTable<AcDbLayerTable, AcDbLayerTableRecord>(database, layers);
+    readTable<AcDbLinetypeTable, AcDbLinetypeTableRecord>(database, linetypes);
+    readTable<AcDbTextStyleTable, AcDbTextStyleTableRecord>(database, textStyles);
+    readTable<AcDbDimStyleTable, AcDbDimStyleTableRecord>(database, dimStyles);
+}
+
+void DrawingFacts::readEntities() {
+    std::unordered_map<std::uint32_t, LayerFacts*> layerById;
+    for (LayerFacts& layer : layers)
+        layerById.emplace(layer.id.recordNumber(), &layer);
+    const Finder<RecordFacts> linetypeFinder(linetypes);
+    const Finder<TextStyleFacts> textStyleFinder(textStyles);
+    const Finder<DimStyleFacts> dimStyleFinder(dimStyles);
+    TEntityLooks looks(&database);
+    for (TEntityLook look; looks.Next(look);) {
+        ++entities;
+        const auto found = look.layer.isNull() ? layerById.end() : layerById.find(look.layer.recordNumber());
+        LayerFacts* layer = found != layerById.end() ? found->second : nullptr;
+        if (layer != nullptr) {
+            layer->objects.add(look.id);
+            if (look.hasOwnColor) layer->ownColor.add(look.id);
+            if (look.hasOwnLinetype) layer->ownLinetype.add(look.id);
+            if (look.hasOwnLineWeight) layer->ownLineWeight.add(look.id);
+        } else if (!look.layerName.empty()) {
+            missingLayers[std::wstring(look.layerName)].add(look.id);
+        }
+        const std::wstring_view layerName = layer != nullptr ? std::wstring_view(layer->name) : look.layerName;
+        if (look.hasOwnLinetype && !isSameName(look.linetype, L"ByBlock"))
+            tell(linetypeFinder, look.linetype, look.id, missingLinetypes);
+        tell(textStyleFinder, look.textStyle, look.id, missingTextStyles);
+        tell(dimStyleFinder, look.dimStyle, look.id, missingDimStyles);
+        if (!look.dimStyle.empty())
+            if (DimStyleFacts* style = dimStyleFinder.find(look.dimStyle))
+                style->objectsByLayer[std::wstring(layerName)].add(look.id);
+        if (look.space == TEntityLook::kModel && !look.isPart && layerName == L"0") onLayerZero.add(look.id);
+        if (look.typeName == kPipe) readPipe(look.id, layerName);
+        if (look.typeName == kNode) nodes.push_back(look.id);
+    }
+}
+
+void DrawingFacts::readPipe(AcDbObjectId id, std::wstring_view layer) {
+    const AcDbObjectPointer<TDbPipe> pipe(id, AcDb::kForRead);
+    if (pipe.openStatus() != Acad::eOk) return;
+    PipeFacts facts;
+    facts.id = id;
+    facts.system = kept(PipeSystemTool::GetPipeSystemName(pipe.object()).GetString());
+    facts.drawnSystem = kept(pipe->GetDrawnSystemName());
+    facts.layer = kept(std::wstring(layer));
+    facts.serial = kept(PwxTool::ReadXdata(pipe.object(), kSerial).GetString());
+    facts.building = kept(PwxTool::ReadXdata(pipe.object(), kBuilding).GetString());
+    const TPipeCurve curve = pipe->GetCurve();
+    facts.length = curve.Length();
+    facts.isRiser = curve.IsVertical();
+    AcDbObjectIdArray attachments;
+    pipe->GetAttachments(attachments);
+    facts.attachments = attachments.length();
+    pipes.push_back(facts);
+}
+
+// What no entity names may be needed by layers, styles, dictionaries.
+void DrawingFacts::findUsed() {
+    AcDbObjectIdArray ids;
+    std::vector<RecordFacts*> records;
+    addUnnamed(layers, ids, records);
+    addUnnamed(linetypes, ids, records);
+    addUnnamed(textStyles, ids, records);
+    addUnnamed(dimStyles, ids, records);
+    if (ids.isEmpty()) return;
+    std::vector<Adesk::UInt32> counts(records.size());
+    if (database.countHardReferences(ids, counts.data()) != Acad::eOk) return;
+    for (std::size_t i = 0; i < records.size(); ++i)
+        records[i]->isUsed = counts[i] > 0;
+    const AcDbObjectId current = database.clayer();
+    for (LayerFacts& layer : layers)
+        if (layer.id == current) layer.isUsed = true;
+}
+
+}  // namespace qrs::audit

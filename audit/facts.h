@@ -1,0 +1,116 @@
+// What a check looks at in a drawing, gathered in one pass over its entities.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "acdb.h"
+#include "dbcolor.h"
+#include "dbmain.h"
+
+namespace qrs::audit {
+
+// How many objects, and which come first.
+struct Tally {
+    static constexpr std::size_t kShown = 5;
+
+    std::uint64_t count = 0;
+    std::vector<AcDbObjectId> first;
+
+    void add(AcDbObjectId id) {
+        ++count;
+        if (first.size() < kShown) first.push_back(id);
+    }
+    void add(const Tally& other);
+};
+
+// Without regard to case, as the editor compares names.
+struct NameLess {
+    using is_transparent = void;
+    bool operator()(std::wstring_view a, std::wstring_view b) const;
+};
+bool isSameName(std::wstring_view a, std::wstring_view b);
+template <class Value>
+using ByName = std::map<std::wstring, Value, NameLess>;
+
+// A record of a symbol table.
+struct RecordFacts {
+    std::wstring name;
+    AcDbObjectId id;
+    Tally objects;        // that name it themselves
+    bool isUsed = false;  // something in the drawing needs it
+
+    // Of an external reference ("reference|name"): the other drawing's business.
+    bool isDependent() const { return name.find(L'|') != std::wstring::npos; }
+};
+
+struct LayerFacts : RecordFacts {
+    AcCmColor color;
+    std::wstring linetype;  // empty: the drawing lacks it
+    AcDb::LineWeight lineWeight = AcDb::kLnWtByLwDefault;
+    bool isPlottable = true;
+    Tally ownColor, ownLinetype, ownLineWeight;
+};
+
+struct TextStyleFacts : RecordFacts {
+    std::wstring font, bigFont, typeface;  // of a typeface the font files do not count
+    bool isBold = false, isItalic = false;
+    double height = 0.0, widthFactor = 1.0;
+};
+
+struct DimStyleFacts : RecordFacts {
+    std::wstring textStyle;  // empty: none
+    ByName<Tally> objectsByLayer;
+};
+
+struct PipeFacts {
+    AcDbObjectId id;
+    std::wstring_view system;       // as it is called now
+    std::wstring_view drawnSystem;  // as the pipe bears it; empty when it bears none
+    std::wstring_view layer;
+    std::wstring_view serial, building;
+    double length = 0.0;
+    bool isRiser = false;
+    int attachments = 0;
+};
+
+class DrawingFacts {
+  public:
+    // The drawing stays open as long as the facts are used.
+    explicit DrawingFacts(AcDbDatabase& database);
+    DrawingFacts(const DrawingFacts&) = delete;
+    DrawingFacts& operator=(const DrawingFacts&) = delete;
+
+    AcDbDatabase& database;
+    std::vector<LayerFacts> layers;
+    std::vector<RecordFacts> linetypes;
+    std::vector<TextStyleFacts> textStyles;
+    std::vector<DimStyleFacts> dimStyles;
+    std::vector<PipeFacts> pipes;
+    std::vector<AcDbObjectId> nodes;
+    Tally onLayerZero;  // of model space
+    // What objects name and the tables lack.
+    ByName<Tally> missingLayers, missingLinetypes, missingTextStyles, missingDimStyles;
+    std::uint64_t entities = 0;
+
+  private:
+    void readTables();
+    void readEntities();
+    void readPipe(AcDbObjectId id, std::wstring_view layer);
+    void findUsed();
+    std::wstring_view kept(std::wstring text);
+
+    std::set<std::wstring, std::less<>> texts_;
+};
+
+// Texts of the editor's interface that their receiver releases.
+std::wstring taken(ACHAR* text);
+// "2A7"; empty for an object without one.
+std::wstring handleOf(AcDbObjectId id);
+
+}  // namespace qrs::audit

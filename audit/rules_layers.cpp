@@ -1,0 +1,146 @@
+// What is wrong with layers, and with what lies on them.
+#include <set>
+#include <utility>
+
+#include "rules.h"
+
+namespace qrs::audit {
+
+namespace {
+
+std::wstring wide(const CString& text) {
+    return std::wstring(text.view());
+}
+
+// Layers the check speaks of: those of external references, and what every drawing has, are left out.
+template <class Visit>
+void visitLayers(const CheckedDrawing& drawing, const Visit& visit) {
+    for (const LayerFacts& layer : drawing.facts.layers)
+        if (!layer.isDependent() && !isBuiltInLayer(layer.name)) visit(layer);
+}
+
+template <class Visit>
+void visitStandardLayers(const CheckedDrawing& drawing, const Visit& visit) {
+    visitLayers(drawing, [&](const LayerFacts& layer) {
+        if (const LayerNode* definition = drawing.standard.layer(layer.name)) visit(layer, *definition);
+    });
+}
+
+// What the layer is called today; empty when its name is no old one. One that is empty since its objects were moved is
+// a foreign layer like others.
+std::vector<const LayerNode*> newLayersOf(const CheckedDrawing& drawing, const LayerFacts& layer) {
+    if (drawing.standard.layer(layer.name) != nullptr || !layer.isUsed) return {};
+    return drawing.standard.layersOfOldName(layer.name);
+}
+
+bool carriesWeights(const DrawingFacts& facts) {
+    return facts.database.originalFileVersion() >= AcDb::kDHL_1015;
+}
+
+// Where a drawing has no place for true colours, the nearest index of the palette is as good.
+bool isSameColor(const DrawingFacts& facts, const AcCmColor& ours, const AcCmColor& theirs) {
+    if (theirs.isByColor() && facts.database.originalFileVersion() < AcDb::kDHL_1800)
+        return ours.colorIndex() == theirs.colorIndex();
+    return ours == theirs;
+}
+
+// What a definition leaves open ("by layer") is never different.
+std::vector<Difference> differencesOf(const CheckedDrawing& drawing, const LayerFacts& layer,
+                                      const LayerNode& definition) {
+    std::vector<Difference> differences;
+    const AcCmColor& color = definition.LayerColor;
+    if ((color.isByACI() || color.isByColor()) && !isSameColor(drawing.facts, layer.color, color))
+        differences.push_back({L"colour", textOf(layer.color), textOf(color)});
+    const std::wstring linetype = wide(definition.LineStyle);
+    std::wstring pattern;
+    const bool isLoadable = isSameName(linetype, L"Continuous") || drawing.standard.pattern(linetype, pattern);
+    if (isLoadable && !isSameName(layer.linetype, linetype))
+        differences.push_back({L"linetype", layer.linetype.empty() ? L"(missing)" : layer.linetype, linetype});
+    if (!carriesWeights(drawing.facts)) return differences;
+    const auto weight = static_cast<AcDb::LineWeight>(definition.LineWeight);
+    const bool isWeight = weight != AcDb::kLnWtByLayer && weight != AcDb::kLnWtByBlock;
+    if (isWeight && layer.lineWeight != weight)
+        differences.push_back({L"lineweight", textOf(layer.lineWeight), textOf(weight)});
+    if (layer.isPlottable != definition.CanPlot)
+        differences.push_back({L"plotted", layer.isPlottable ? L"yes" : L"no", definition.CanPlot ? L"yes" : L"no"});
+    return differences;
+}
+
+void findOwn(const CheckedDrawing& drawing, Findings& findings, Tally LayerFacts::*own) {
+    visitStandardLayers(drawing, [&](const LayerFacts& layer, const LayerNode&) {
+        if ((layer.*own).count > 0) findings.emplace_back(layer.name, layer.*own);
+    });
+}
+
+}  // namespace
+
+void findMissingLayers(const CheckedDrawing& drawing, Findings& findings) {
+    for (const auto& [name, objects] : drawing.facts.missingLayers)
+        if (!isBuiltInLayer(name)) findings.emplace_back(name, objects);
+}
+
+void findForeignLayers(const CheckedDrawing& drawing, Findings& findings) {
+    visitLayers(drawing, [&](const LayerFacts& layer) {
+        if (drawing.standard.layer(layer.name) != nullptr || !newLayersOf(drawing, layer).empty()) return;
+        findings.emplace_back(layer.name, layer.objects);
+    });
+}
+
+void findDifferentLayers(const CheckedDrawing& drawing, Findings& findings) {
+    visitStandardLayers(drawing, [&](const LayerFacts& layer, const LayerNode& definition) {
+        std::vector<Difference> differences = differencesOf(drawing, layer, definition);
+        if (differences.empty()) return;
+        findings.emplace_back(layer.name, layer.objects);
+        findings.back().differences = std::move(differences);
+    });
+}
+
+void findOldLayers(const CheckedDrawing& drawing, Findings& findings) {
+    visitLayers(drawing, [&](const LayerFacts& layer) {
+        const std::vector<const LayerNode*> today = newLayersOf(drawing, layer);
+        if (today.empty()) return;
+        std::wstring names;
+        for (const LayerNode* one : today)
+            names += (names.empty() ? L"" : L", ") + wide(one->LayerName);
+        findings.emplace_back(layer.name, layer.objects, (today.size() > 1 ? L"today one of " : L"today ") + names);
+    });
+}
+
+void findMisspeltLayers(const CheckedDrawing& drawing, Findings& findings) {
+    visitStandardLayers(drawing, [&](const LayerFacts& layer, const LayerNode& definition) {
+        if (layer.name != definition.LayerName.view())
+            findings.emplace_back(layer.name, layer.objects, L"spelled " + wide(definition.LayerName));
+    });
+}
+
+void findUnusedLayers(const CheckedDrawing& drawing, Findings& findings) {
+    visitLayers(drawing, [&](const LayerFacts& layer) {
+        if (!layer.isUsed) findings.emplace_back(layer.name, layer.objects);
+    });
+}
+
+void findAbsentLayers(const CheckedDrawing& drawing, Findings& findings) {
+    std::set<std::wstring, NameLess> present;
+    for (const LayerFacts& layer : drawing.facts.layers)
+        present.insert(layer.name);
+    for (const LayerNode* layer : drawing.standard.layers())
+        if (present.count(wide(layer->LayerName)) == 0) findings.emplace_back(wide(layer->LayerName), Tally());
+}
+
+void findOwnColors(const CheckedDrawing& drawing, Findings& findings) {
+    findOwn(drawing, findings, &LayerFacts::ownColor);
+}
+
+void findOwnLinetypes(const CheckedDrawing& drawing, Findings& findings) {
+    findOwn(drawing, findings, &LayerFacts::ownLinetype);
+}
+
+void findOwnLineWeights(const CheckedDrawing& drawing, Findings& findings) {
+    findOwn(drawing, findings, &LayerFacts::ownLineWeight);
+}
+
+void findOnLayerZero(const CheckedDrawing& drawing, Findings& findings) {
+    if (drawing.facts.onLayerZero.count > 0) findings.emplace_back(L"0", drawing.facts.onLayerZero);
+}
+
+}  // namespace qrs::audit

@@ -1,0 +1,243 @@
+// What is wrong with linetypes, text styles and dimension styles.
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <set>
+#include <string_view>
+#include <utility>
+
+#include "FontTool.h"
+#include "PwxTool.h"
+#include "rules.h"
+
+namespace qrs::audit {
+
+namespace {
+
+constexpr double kTolerance = 1e-6;
+constexpr std::wstring_view kFontSuffix = L".shx";
+
+// Dimension styles that every new drawing brings along: not worth a word while nothing is measured with them.
+constexpr const wchar_t* kBuiltInDimStyles[] = {L"Standard", L"Annotative", L"ISO-25"};
+
+bool isBuiltInDimStyle(std::wstring_view style) {
+    return std::any_of(std::begin(kBuiltInDimStyles), std::end(kBuiltInDimStyles),
+                       [&](const wchar_t* name) { return isSameName(name, style); });
+}
+
+std::wstring wide(const CString& text) {
+    return std::wstring(text.view());
+}
+
+template <class Facts, class IsBuiltIn, class Visit>
+void visit(const std::vector<Facts>& records, const IsBuiltIn& isBuiltIn, const Visit& visitor) {
+    for (const Facts& record : records)
+        if (!record.isDependent() && !isBuiltIn(record.name)) visitor(record);
+}
+
+template <class Visit>
+void visitLinetypes(const CheckedDrawing& drawing, const Visit& visitor) {
+    visit(drawing.facts.linetypes, isBuiltInLinetype, visitor);
+}
+
+template <class Visit>
+void visitTextStyles(const CheckedDrawing& drawing, const Visit& visitor) {
+    visit(drawing.facts.textStyles, isBuiltInTextStyle, visitor);
+}
+
+// What every drawing has, the editor makes when a file leaves it out.
+template <class IsBuiltIn>
+void tellMissing(const ByName<Tally>& missing, const IsBuiltIn& isBuiltIn, Findings& findings) {
+    for (const auto& [name, objects] : missing)
+        if (!isBuiltIn(name)) findings.emplace_back(name, objects);
+}
+
+// The texts in brackets, which drawings of R12 cannot hold.
+std::wstring withoutTexts(std::wstring pattern) {
+    for (std::size_t begin; (begin = pattern.find(L'[')) != std::wstring::npos;) {
+        const std::size_t end = pattern.find(L']', begin);
+        pattern.erase(begin, end == std::wstring::npos ? std::wstring::npos : end - begin + 1);
+    }
+    return pattern;
+}
+
+std::wstring shownPattern(const std::wstring& pattern) {
+    return pattern.empty() ? L"continuous" : pattern;
+}
+
+// Font files are named with and without their suffix.
+bool isSameFont(std::wstring_view a, std::wstring_view b) {
+    const auto withoutSuffix = [](std::wstring_view name) {
+        const bool hasSuffix =
+            name.size() > kFontSuffix.size() && isSameName(name.substr(name.size() - kFontSuffix.size()), kFontSuffix);
+        return hasSuffix ? name.substr(0, name.size() - kFontSuffix.size()) : name;
+    };
+    return isSameName(withoutSuffix(a), withoutSuffix(b));
+}
+
+std::wstring shownFont(const std::wstring& font, const std::wstring& bigFont) {
+    return bigFont.empty() ? font : font + L" + " + bigFont;
+}
+
+std::wstring shownTypeface(const std::wstring& typeface, bool isBold, bool isItalic) {
+    return typeface + (isBold ? L", bold" : L"") + (isItalic ? L", italic" : L"");
+}
+
+std::wstring shownFont(const TextStyleFacts& style) {
+    return style.typeface.empty() ? shownFont(style.font, style.bigFont)
+                                  : shownTypeface(style.typeface, style.isBold, style.isItalic);
+}
+
+// A style is made with the typeface where it is installed, with the font files elsewhere: both follow the standard.
+bool hasFontOf(const TextStyleFacts& style, const TextStyleNode& node) {
+    if (!style.typeface.empty())
+        return isSameName(style.typeface, node.ChineseFont.view()) && style.isBold == (node.Bold != 0) &&
+               style.isItalic == (node.Italic != 0);
+    return isSameFont(style.font, node.EnglishFont.view()) && isSameFont(style.bigFont, node.ChineseFont.view());
+}
+
+std::wstring shownFont(const TextStyleNode& node) {
+    if (FontTool::IsWinFont(node.ChineseFont, node.Encoded, nullptr, nullptr, false))
+        return shownTypeface(wide(node.ChineseFont), node.Bold != 0, node.Italic != 0);
+    return shownFont(wide(node.EnglishFont), wide(node.ChineseFont));
+}
+
+void compare(const wchar_t* property, double drawing, double standard, std::vector<Difference>& differences) {
+    if (std::fabs(drawing - standard) > kTolerance)
+        differences.push_back({property, textOf(drawing), textOf(standard)});
+}
+
+std::vector<Difference> differencesOf(const TextStyleFacts& style, const TextStyleNode& node) {
+    std::vector<Difference> differences;
+    compare(L"height", style.height, node.FontHeigth, differences);
+    // A standard that says nothing of the width has 0.
+    compare(L"width factor", style.widthFactor, node.WHScale == 0.0 ? 1.0 : node.WHScale, differences);
+    if (!hasFontOf(style, node)) differences.push_back({L"font", shownFont(style), shownFont(node)});
+    return differences;
+}
+
+bool isForeignTextStyle(const CheckedDrawing& drawing, std::wstring_view name) {
+    return drawing.standard.textStyle(name) == nullptr;
+}
+
+}  // namespace
+
+// --- linetypes
+
+void findMissingLinetypes(const CheckedDrawing& drawing, Findings& findings) {
+    tellMissing(drawing.facts.missingLinetypes, isBuiltInLinetype, findings);
+}
+
+void findForeignLinetypes(const CheckedDrawing& drawing, Findings& findings) {
+    visitLinetypes(drawing, [&](const RecordFacts& linetype) {
+        if (drawing.standard.linetype(linetype.name) == nullptr) findings.emplace_back(linetype.name, linetype.objects);
+    });
+}
+
+void findDifferentLinetypes(const CheckedDrawing& drawing, Findings& findings) {
+    const bool holdsTexts = drawing.facts.database.originalFileVersion() >= AcDb::kDHL_1012;
+    visitLinetypes(drawing, [&](const RecordFacts& linetype) {
+        CString own;
+        std::wstring standard;
+        if (!drawing.standard.pattern(linetype.name, standard)) return;
+        if (!PwxTool::GetLinetypePattern(linetype.id, own)) return;
+        if (own.view() == (holdsTexts ? standard : withoutTexts(standard))) return;
+        findings.emplace_back(linetype.name, linetype.objects);
+        findings.back().differences.push_back({L"pattern", shownPattern(wide(own)), shownPattern(standard)});
+    });
+}
+
+void findMisspeltLinetypes(const CheckedDrawing& drawing, Findings& findings) {
+    visitLinetypes(drawing, [&](const RecordFacts& linetype) {
+        const std::wstring* name = drawing.standard.linetype(linetype.name);
+        if (name != nullptr && *name != linetype.name)
+            findings.emplace_back(linetype.name, linetype.objects, L"spelled " + *name);
+    });
+}
+
+void findUnusedLinetypes(const CheckedDrawing& drawing, Findings& findings) {
+    visitLinetypes(drawing, [&](const RecordFacts& linetype) {
+        if (!linetype.isUsed) findings.emplace_back(linetype.name, linetype.objects);
+    });
+}
+
+// --- text styles
+
+void findMissingTextStyles(const CheckedDrawing& drawing, Findings& findings) {
+    tellMissing(drawing.facts.missingTextStyles, isBuiltInTextStyle, findings);
+}
+
+void findForeignTextStyles(const CheckedDrawing& drawing, Findings& findings) {
+    visitTextStyles(drawing, [&](const TextStyleFacts& style) {
+        if (isForeignTextStyle(drawing, style.name)) findings.emplace_back(style.name, style.objects);
+    });
+}
+
+void findDifferentTextStyles(const CheckedDrawing& drawing, Findings& findings) {
+    for (const TextStyleFacts& style : drawing.facts.textStyles) {
+        const TextStyleNode* node = style.isDependent() ? nullptr : drawing.standard.textStyle(style.name);
+        if (node == nullptr) continue;
+        std::vector<Difference> differences = differencesOf(style, *node);
+        if (differences.empty()) continue;
+        findings.emplace_back(style.name, style.objects);
+        findings.back().differences = std::move(differences);
+    }
+}
+
+void findMisspeltTextStyles(const CheckedDrawing& drawing, Findings& findings) {
+    visitTextStyles(drawing, [&](const TextStyleFacts& style) {
+        const TextStyleNode* node = drawing.standard.textStyle(style.name);
+        if (node != nullptr && node->Name.view() != style.name)
+            findings.emplace_back(style.name, style.objects, L"spelled " + wide(node->Name));
+    });
+}
+
+void findUnusedTextStyles(const CheckedDrawing& drawing, Findings& findings) {
+    visitTextStyles(drawing, [&](const TextStyleFacts& style) {
+        if (!style.isUsed) findings.emplace_back(style.name, style.objects);
+    });
+}
+
+void findAbsentTextStyles(const CheckedDrawing& drawing, Findings& findings) {
+    std::set<std::wstring, NameLess> present;
+    for (const TextStyleFacts& style : drawing.facts.textStyles)
+        present.insert(style.name);
+    for (const TextStyleNode& style : drawing.standard.textStyles())
+        if (present.insert(wide(style.Name)).second) findings.emplace_back(wide(style.Name), Tally());
+}
+
+void findTextsInForeignStyles(const CheckedDrawing& drawing, Findings& findings) {
+    for (const TextStyleFacts& style : drawing.facts.textStyles)
+        if (!style.isDependent() && style.objects.count > 0 && isForeignTextStyle(drawing, style.name))
+            findings.emplace_back(style.name, style.objects);
+}
+
+// --- dimension styles
+
+void findMissingDimStyles(const CheckedDrawing& drawing, Findings& findings) {
+    tellMissing(drawing.facts.missingDimStyles, isBuiltInDimStyle, findings);
+}
+
+void findDimStylesOfForeignText(const CheckedDrawing& drawing, Findings& findings) {
+    for (const DimStyleFacts& style : drawing.facts.dimStyles) {
+        if (style.isDependent() || style.textStyle.empty()) continue;
+        if (style.objects.count == 0 && isBuiltInDimStyle(style.name)) continue;
+        if (isForeignTextStyle(drawing, style.textStyle))
+            findings.emplace_back(style.name, style.objects, L"writes in " + style.textStyle);
+    }
+}
+
+void findDimStylesOnForeignLayers(const CheckedDrawing& drawing, Findings& findings) {
+    for (const DimStyleFacts& style : drawing.facts.dimStyles) {
+        Tally objects;
+        std::wstring names;
+        for (const auto& [layer, onLayer] : style.objectsByLayer) {
+            if (drawing.standard.layer(layer) != nullptr) continue;
+            objects.add(onLayer);
+            names += (names.empty() ? L"on " : L", ") + layer;
+        }
+        if (objects.count > 0) findings.emplace_back(style.name, objects, names);
+    }
+}
+
+}  // namespace qrs::audit

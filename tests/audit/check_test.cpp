@@ -1,0 +1,160 @@
+// Checks of drawings against the shipped standard.
+#include <gtest/gtest.h>
+
+#include "faulty.h"
+#include "program.h"
+
+namespace {
+
+constexpr const char* kReport = R"(faulty.dxf against the standard pwx
+error     Objects on a layer that the drawing does not have [layer-missing]
+          To do: make the layer, or move the objects.
+          GONE-LAYER: 1 object (43)
+error     Objects with a linetype that the drawing does not have [linetype-missing]
+          To do: load the linetype, or give the objects another.
+          GONE-LINE: 1 object (41)
+error     Texts in a style that the drawing does not have [textstyle-missing]
+          To do: make the style, or give the texts another.
+          GONE-STYLE: 1 object (46)
+error     Pipes of a system that the standard does not have [pipe-system-unknown]
+          To do: give the pipes a system of the standard.
+          牛奶: 1 object (52)
+error     Pipes on a layer that is not their system's [pipe-layer]
+          To do: move the pipes to the layer of their system, or give them the system of the layer.
+          污水, on layer temp: 1 object (51)
+warning   Layers that are not in the standard [layer-foreign]
+          To do: move the objects to a layer of the standard, or map the layer to one.
+          temp: 5 objects (45, 46, 47, 51, 52)
+          EMPTY
+warning   Layers of the standard with other properties [layer-different]
+          To do: give the layer what the standard says.
+          给排-生活给水-管线: 7 objects (31, 40, 41, 50, 53, ...)
+            colour: 1 here, 3 in the standard
+            linetype: HIDDEN here, J in the standard
+            plotted: no here, yes in the standard
+warning   Layers under a name of an older standard [layer-old-name]
+          To do: rename the layer, or move its objects.
+          给水立管, today 给排-生活给水-立管: 1 object (42)
+warning   Objects with a colour of their own on layers of the standard [own-color]
+          To do: make the colour by layer.
+          给排-生活给水-管线: 2 objects (40, 41)
+warning   Objects with a linetype of their own on layers of the standard [own-linetype]
+          To do: make the linetype by layer.
+          给排-生活给水-管线: 2 objects (40, 41)
+warning   Objects with a lineweight of their own on layers of the standard [own-lineweight]
+          To do: make the lineweight by layer.
+          给排-生活给水-管线: 1 object (40)
+warning   Objects of model space on layer 0 [on-layer-0]
+          To do: move the objects to a layer of the standard.
+          0: 1 object (44)
+warning   Linetypes that are not in the standard [linetype-foreign]
+          To do: use a linetype of the standard.
+          WALL: 1 object (40)
+warning   Linetypes of the standard with another pattern [linetype-different]
+          To do: load the linetype anew.
+          HIDDEN
+            pattern: 5,-5 here, 6.35,-3.175 in the standard
+warning   Text styles that are not in the standard [textstyle-foreign]
+          To do: use a text style of the standard.
+          FANCY: 1 object (45)
+warning   Text styles of the standard with other properties [textstyle-different]
+          To do: give the style what the standard says.
+          给排-管径
+            height: 5 here, 3 in the standard
+warning   Texts in styles that are not in the standard [text-in-foreign-style]
+          To do: give the texts a style of the standard.
+          FANCY: 1 object (45)
+warning   Dimension styles that write in a text style that is not in the standard [dimstyle-text]
+          To do: give the dimension style a text style of the standard.
+          D1, writes in FANCY: 1 object (47)
+warning   Dimensions on layers that are not in the standard [dimstyle-layer]
+          To do: move the dimensions to a layer of the standard.
+          D1, on temp: 1 object (47)
+warning   Pipes that bear an old name of their system [pipe-system-old]
+          To do: give the pipes the name of today.
+          给水, today 生活给水: 1 object (50)
+warning   Risers without a serial [riser-without-serial]
+          To do: number the risers.
+          生活给水: 1 object (53)
+warning   Risers of one system with the same serial [riser-serial-doubled]
+          To do: number the risers anew, or check that they are one.
+          生活给水, serial 1: 2 objects (54, 55)
+note      Layers spelled with other capitals than in the standard [layer-case]
+          To do: spell the name as the standard does.
+          给排-bim-井, spelled 给排-BIM-井
+note      Layers that nothing lies on [layer-unused]
+          To do: purge the layer if nobody needs it.
+          EMPTY
+          给排-bim-井
+note      Linetypes spelled with other capitals than in the standard [linetype-case]
+          To do: spell the name as the standard does.
+          Dashed, spelled DASHED
+note      Linetypes that nothing is drawn with [linetype-unused]
+          To do: purge the linetype if nobody needs it.
+          Dashed
+note      Text styles that nothing is written in [textstyle-unused]
+          To do: purge the style if nobody needs it.
+          给排-管径
+5 errors, 18 warnings, 6 notes
+)";
+
+struct Case {
+    const char* file;
+    const char* content;
+    std::vector<std::string> arguments;
+    int code;
+    const char* said;  // somewhere in the report or the messages
+};
+
+}  // namespace
+
+TEST(Check, TellsEveryKindOfFault) {
+    const Workplace place;
+    place.write("faulty.dxf", faultyDrawing());
+    const Outcome checked = place.run({"--check", "faulty.dxf"});
+    EXPECT_EQ(checked.out, kReport);
+    EXPECT_EQ(checked.code, 1);
+    EXPECT_EQ(checked.error, "qrsconsole: 5 findings are errors\n");
+}
+
+TEST(Check, WeighsRulesAndKnowsWhatWasAccepted) {
+    const Workplace place;
+    place.write("faulty.dxf", faultyDrawing());
+    const std::string off =
+        "layer-missing,off\nlinetype-missing,note\ntextstyle-missing,off\npipe-layer,off\npipe-system-unknown,"
+        "warning\n";
+    const Case cases[] = {
+        {"rules.csv", off.c_str(), {"--rules", "rules.csv"}, 0, "\n0 errors, 19 warnings, 7 notes\n"},
+        {"rules.csv", "# none\n\nlayer-absent , error\n", {"--rules", "rules.csv"}, 1, "          给排-污水-管线\n"},
+        {"rules.csv",
+         "own-color,off\nlayer-lost,off\n",
+         {"--rules", "rules.csv"},
+         1,
+         "rules.csv:2: there is no rule \"layer-lost\"\n"},
+        {"rules.csv", "own-color,bad\n", {"--rules", "rules.csv"}, 1, "rules.csv:1: \"bad\" is no severity"},
+        {"rules.csv", "own-color,\"off\n", {"--rules", "rules.csv"}, 1, "rules.csv:1: a quote is not closed\n"},
+        {"faulty.dxf.accepted", "# May\npipe-*,x,y\n", {}, 1, "faulty.dxf.accepted:2: there is no rule \"pipe-*\""},
+        {"faulty.dxf.accepted", "pipe-layer,污水\n", {}, 1, "accepted:1: a row is a rule, a subject and a reason"},
+        {"faulty.dxf.accepted",
+         "layer-foreign,TE*,\"agreed, until May\"\nown-color,X,y\n",
+         {},
+         1,
+         "accepted  Layers that are not in the standard [layer-foreign]\n"
+         "          temp: 5 objects (45, 46, 47, 51, 52)\n"
+         "            accepted: agreed, until May\n"},
+        {"faulty.dxf.accepted",
+         "layer-foreign,TE*,\"agreed, until May\"\nown-color,X,y\n",
+         {},
+         1,
+         "faulty.dxf.accepted:2: own-color, X\n5 errors, 17 warnings, 6 notes; 1 accepted\n"},
+    };
+    for (const Case& one : cases) {
+        place.write(one.file, one.content);
+        std::vector<std::string> arguments = {"--check", "faulty.dxf"};
+        arguments.insert(arguments.end(), one.arguments.begin(), one.arguments.end());
+        const Outcome checked = place.run(arguments);
+        EXPECT_EQ(checked.code, one.code) << one.content;
+        EXPECT_NE((checked.out + checked.error).find(one.said), std::string::npos) << checked.out << checked.error;
+        std::filesystem::remove(place.path(one.file));
+    }
+}
