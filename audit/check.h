@@ -10,7 +10,8 @@
 namespace qrs::audit {
 
 struct CheckResult {
-    std::wstring drawing;    // as it is told; empty for one without a file
+    std::wstring drawing;    // its file's name; empty for one without a file
+    std::wstring file;       // whole, as the system spells paths
     std::wstring standard;   // the name of the standard it was checked against
     std::string unreadable;  // why nothing was checked; empty when it was
     std::uint64_t entities = 0;

@@ -6,6 +6,7 @@
 
 #include "dbapserv.h"
 #include "drawings.h"
+#include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "prompts.h"
 #include "report.h"
@@ -18,7 +19,7 @@ struct Format {
     const wchar_t* word;
     std::string (*report)(const CheckResults& results);
 };
-constexpr Format kFormats[] = {{L"Text", &textReport}};
+constexpr Format kFormats[] = {{L"Text", &textReport}, {L"Json", &jsonReport}, {L"Html", &htmlReport}};
 
 // The answers to the command's prompts.
 struct Request {
@@ -36,7 +37,7 @@ bool ask(Request& request) {
         words.push_back(format.word);
     std::wstring rules;
     std::size_t choice = 0;
-    if (!askChoice(L"\nForm of the report [Text] <Text>: ", words, request.format) ||
+    if (!askChoice(L"\nForm of the report [Text/Json/Html] <Text>: ", words, request.format) ||
         !askPath(L"\nFile for the report <command line>: ", request.file) ||
         !askPath(L"\nFile of rules <none>: ", rules))
         return false;
@@ -90,6 +91,7 @@ class Checking {
     CheckResult& add(const std::wstring& file) {
         results_.emplace_back();
         results_.back().drawing = file.substr(file.find_last_of(L'\\') + 1);
+        results_.back().file = platform::fromUtf8(platform::nativePath(file).u8string());
         files_.push_back(file);
         return results_.back();
     }

@@ -79,6 +79,13 @@ std::wstring textOf(AcDb::LineWeight weight);
 // Without digits that say nothing.
 std::wstring textOf(double number);
 
+// In what they differ; what a definition leaves open ("by layer") is never different.
+std::vector<Difference> differencesOf(const CheckedDrawing& drawing, const LayerFacts& layer,
+                                      const LayerNode& definition);
+std::vector<Difference> differencesOf(const TextStyleFacts& style, const TextStyleNode& node);
+// What a layer under an old name is called today; none when its name is no old one, or nothing lies on it.
+std::vector<const LayerNode*> newLayersOf(const StandardLists& standard, const LayerFacts& layer);
+
 // --- layers
 void findMissingLayers(const CheckedDrawing& drawing, Findings& findings);
 void findForeignLayers(const CheckedDrawing& drawing, Findings& findings);

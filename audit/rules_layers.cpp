@@ -26,13 +26,6 @@ void visitStandardLayers(const CheckedDrawing& drawing, const Visit& visit) {
     });
 }
 
-// What the layer is called today; empty when its name is no old one. One that is empty since its objects were moved is
-// a foreign layer like others.
-std::vector<const LayerNode*> newLayersOf(const CheckedDrawing& drawing, const LayerFacts& layer) {
-    if (drawing.standard.layer(layer.name) != nullptr || !layer.isUsed) return {};
-    return drawing.standard.layersOfOldName(layer.name);
-}
-
 bool carriesWeights(const DrawingFacts& facts) {
     return facts.database.originalFileVersion() >= AcDb::kDHL_1015;
 }
@@ -44,7 +37,20 @@ bool isSameColor(const DrawingFacts& facts, const AcCmColor& ours, const AcCmCol
     return ours == theirs;
 }
 
-// What a definition leaves open ("by layer") is never different.
+void findOwn(const CheckedDrawing& drawing, Findings& findings, Tally LayerFacts::*own) {
+    visitStandardLayers(drawing, [&](const LayerFacts& layer, const LayerNode&) {
+        if ((layer.*own).count > 0) findings.emplace_back(layer.name, layer.*own);
+    });
+}
+
+}  // namespace
+
+// One that is empty since its objects were moved is a foreign layer like others.
+std::vector<const LayerNode*> newLayersOf(const StandardLists& standard, const LayerFacts& layer) {
+    if (standard.layer(layer.name) != nullptr || !layer.isUsed) return {};
+    return standard.layersOfOldName(layer.name);
+}
+
 std::vector<Difference> differencesOf(const CheckedDrawing& drawing, const LayerFacts& layer,
                                       const LayerNode& definition) {
     std::vector<Difference> differences;
@@ -66,14 +72,6 @@ std::vector<Difference> differencesOf(const CheckedDrawing& drawing, const Layer
     return differences;
 }
 
-void findOwn(const CheckedDrawing& drawing, Findings& findings, Tally LayerFacts::*own) {
-    visitStandardLayers(drawing, [&](const LayerFacts& layer, const LayerNode&) {
-        if ((layer.*own).count > 0) findings.emplace_back(layer.name, layer.*own);
-    });
-}
-
-}  // namespace
-
 void findMissingLayers(const CheckedDrawing& drawing, Findings& findings) {
     for (const auto& [name, objects] : drawing.facts.missingLayers)
         if (!isBuiltInLayer(name)) findings.emplace_back(name, objects);
@@ -81,7 +79,7 @@ void findMissingLayers(const CheckedDrawing& drawing, Findings& findings) {
 
 void findForeignLayers(const CheckedDrawing& drawing, Findings& findings) {
     visitLayers(drawing, [&](const LayerFacts& layer) {
-        if (drawing.standard.layer(layer.name) != nullptr || !newLayersOf(drawing, layer).empty()) return;
+        if (drawing.standard.layer(layer.name) != nullptr || !newLayersOf(drawing.standard, layer).empty()) return;
         findings.emplace_back(layer.name, layer.objects);
     });
 }
@@ -97,7 +95,7 @@ void findDifferentLayers(const CheckedDrawing& drawing, Findings& findings) {
 
 void findOldLayers(const CheckedDrawing& drawing, Findings& findings) {
     visitLayers(drawing, [&](const LayerFacts& layer) {
-        const std::vector<const LayerNode*> today = newLayersOf(drawing, layer);
+        const std::vector<const LayerNode*> today = newLayersOf(drawing.standard, layer);
         if (today.empty()) return;
         std::wstring names;
         for (const LayerNode* one : today)

@@ -107,6 +107,12 @@ void compare(const wchar_t* property, double drawing, double standard, std::vect
         differences.push_back({property, textOf(drawing), textOf(standard)});
 }
 
+bool isForeignTextStyle(const CheckedDrawing& drawing, std::wstring_view name) {
+    return drawing.standard.textStyle(name) == nullptr;
+}
+
+}  // namespace
+
 std::vector<Difference> differencesOf(const TextStyleFacts& style, const TextStyleNode& node) {
     std::vector<Difference> differences;
     compare(L"height", style.height, node.FontHeigth, differences);
@@ -115,12 +121,6 @@ std::vector<Difference> differencesOf(const TextStyleFacts& style, const TextSty
     if (!hasFontOf(style, node)) differences.push_back({L"font", shownFont(style), shownFont(node)});
     return differences;
 }
-
-bool isForeignTextStyle(const CheckedDrawing& drawing, std::wstring_view name) {
-    return drawing.standard.textStyle(name) == nullptr;
-}
-
-}  // namespace
 
 // --- linetypes
 

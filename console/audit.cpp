@@ -38,7 +38,7 @@ struct Task {
     const char* command;
     const char* forms;  // names of those it knows
 };
-constexpr Task kCheck = {"--check", "CHECKSTANDARD", "text"};
+constexpr Task kCheck = {"--check", "CHECKSTANDARD", "text json html"};
 
 const Task* taskOf(const RawAuditOptions& raw) {
     return raw.isCheck ? &kCheck : nullptr;
@@ -93,7 +93,7 @@ bool printFile(const std::filesystem::path& file, platform::Error& error) {
 
 void describeAudit(CLI::App& app, RawAuditOptions& raw) {
     app.add_flag("--check", raw.isCheck, "Tell how far the drawings are from the standard, and run nothing else");
-    app.add_option("--form", raw.form, "Form of that report: text; without it the ending of --to tells")
+    app.add_option("--form", raw.form, "Form of that report: text, json, html; without it the ending of --to tells")
         ->type_name("FORM");
     app.add_option("--to", raw.file, "Write that report to this file instead of standard output")->type_name("FILE");
     app.add_option("--rules", raw.rules, "The severities of the rules of --check, a rule and a severity a line")

@@ -1,6 +1,8 @@
 // Checks of drawings against the shipped standard.
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include "faulty.h"
 #include "program.h"
 
@@ -157,4 +159,51 @@ TEST(Check, WeighsRulesAndKnowsWhatWasAccepted) {
         EXPECT_NE((checked.out + checked.error).find(one.said), std::string::npos) << checked.out << checked.error;
         std::filesystem::remove(place.path(one.file));
     }
+}
+
+TEST(Check, TellsProgramsOfEachDrawing) {
+    const Workplace place;
+    place.write("faulty.dxf", faultyDrawing());
+    place.write("faulty.dxf.accepted", "layer-different,*,known\n");
+    place.example("pipes.dxf");
+    const Outcome checked = place.run({"--check", "faulty.dxf", "pipes.dxf", "gone.dxf", "--to", "report.json"});
+    EXPECT_EQ(checked.code, 1);
+    EXPECT_EQ(checked.out, "");
+    const nlohmann::json drawings = nlohmann::json::parse(place.read("report.json"))["drawings"];
+    ASSERT_EQ(drawings.size(), 3u);
+    EXPECT_EQ(drawings[0]["errors"], 5);
+    const nlohmann::json& accepted = drawings[0]["findings"].back();
+    EXPECT_EQ(accepted["accepted"], "known");
+    EXPECT_EQ(accepted["differences"][1],
+              nlohmann::json({{"property", "linetype"}, {"drawing", "HIDDEN"}, {"standard", "J"}}));
+    EXPECT_EQ(accepted["handles"], nlohmann::json({"31", "40", "41", "50", "53"}));
+    EXPECT_EQ(drawings[1]["warnings"], 1);
+    EXPECT_NE(drawings[2]["unreadable"].get<std::string>().find("gone.dxf"), std::string::npos);
+}
+
+TEST(Check, OnePageSumsUpDrawings) {
+    const Workplace place;
+    place.write("faulty.dxf", faultyDrawing());
+    place.write("faulty.dxf.accepted", "layer-different,*,<b>known\n");
+    place.example("pipes.dxf");
+    const Outcome page = place.run({"--check", "--form", "html", "pipes.dxf", "faulty.dxf", "gone.dxf"});
+    // The worst first: what could not be read, then errors.
+    std::size_t at = 0;
+    for (const char* part : {"gone.dxf</a></td><td colspan=\"4\"", "faulty.dxf</a></td><td class=\"number\">5<",
+                             "pipes.dxf</a></td><td class=\"number\">0<", "<caption>Rules",
+                             "<code>layer-missing</code>", "accepted: &lt;b&gt;known", "</html>"}) {
+        const std::size_t found = page.out.find(part, at);
+        ASSERT_NE(found, std::string::npos) << part << page.out;
+        at = found;
+    }
+}
+
+TEST(Check, LooksIntoReferencesWhenAsked) {
+    const Workplace place;
+    place.example("estate.dxf");
+    place.example("building.dxf");
+    const Outcome alone = place.run({"--check", "estate.dxf"});
+    EXPECT_EQ(alone.out.find("building.dxf"), std::string::npos) << alone.out;
+    const Outcome along = place.run({"--check", "--references", "estate.dxf"});
+    EXPECT_NE(along.out.find("building.dxf: 0 errors, 6 warnings, 0 notes\n"), std::string::npos) << along.out;
 }

@@ -1,0 +1,207 @@
+// The report as a page of its own: one file, tables, no script.
+#include <algorithm>
+#include <map>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "host/platform/codepage.h"
+#include "report.h"
+
+namespace qrs::audit {
+
+namespace {
+
+// Light and dark follow the reader's system; on paper the tables keep their lines.
+constexpr const char* kHead = R"(<!DOCTYPE html>
+<html lang="en">
+<head>
+<meta charset="utf-8">
+<meta name="viewport" content="width=device-width, initial-scale=1">
+<title>Check against the standard</title>
+<style>
+:root { color-scheme: light dark; --line: #d5d9de; --soft: #f4f6f8; --dim: #5b6570; --text: #1c2126; --page: #fff;
+  --error: #b3261e; --warning: #9a6300; --note: #33658a; --accepted: #3c7a3c; }
+@media (prefers-color-scheme: dark) { :root { --line: #3a4149; --soft: #22272d; --dim: #9aa5b1; --text: #e4e8ec;
+  --page: #181b1f; --error: #ff8a80; --warning: #f0b64d; --note: #8fc1e8; --accepted: #8fce8f; } }
+body { font: 15px/1.5 "Segoe UI", "Microsoft YaHei", "Noto Sans", "Noto Sans CJK SC", sans-serif; color: var(--text);
+  background: var(--page); max-width: 68rem; margin: 2rem auto; padding: 0 1rem; }
+h1 { font-size: 1.6rem; margin: 0 0 .3rem; }
+h2 { font-size: 1.25rem; margin: 2.5rem 0 .3rem; overflow-wrap: anywhere; }
+p { margin: .2rem 0 .8rem; color: var(--dim); }
+table { border-collapse: collapse; width: 100%; margin: .6rem 0 1.4rem; }
+caption { text-align: left; font-weight: 600; padding: .5rem 0 .2rem; }
+caption small { display: block; font-weight: 400; color: var(--dim); }
+th, td { text-align: left; vertical-align: top; padding: .35rem .6rem; border-bottom: 1px solid var(--line); }
+th { color: var(--dim); font-weight: 600; background: var(--soft); }
+td { overflow-wrap: anywhere; }
+.number { text-align: right; font-variant-numeric: tabular-nums; white-space: nowrap; overflow-wrap: normal; }
+.mark { display: inline-block; min-width: 4.8rem; font-weight: 600; }
+.error { color: var(--error); } .warning { color: var(--warning); } .note { color: var(--note); }
+.accepted { color: var(--accepted); }
+code { font: 13px/1.5 ui-monospace, Consolas, monospace; color: var(--dim); }
+@media print { body { margin: 0; max-width: none; } table { break-inside: auto; } tr { break-inside: avoid; } }
+</style>
+</head>
+<body>
+)";
+constexpr const char* kTail = "</body>\n</html>\n";
+
+std::string escaped(std::wstring_view text) {
+    std::string html;
+    for (const char c : platform::toUtf8(text)) {
+        switch (c) {
+            case '&':
+                html += "&amp;";
+                break;
+            case '<':
+                html += "&lt;";
+                break;
+            case '>':
+                html += "&gt;";
+                break;
+            case '"':
+                html += "&quot;";
+                break;
+            default:
+                // Control characters have no place in a page.
+                html += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
+        }
+    }
+    return html;
+}
+
+std::string markOf(const std::string& kind) {
+    return "<span class=\"mark " + kind + "\">" + kind + "</span>";
+}
+
+std::string kindOf(const Finding& finding) {
+    return finding.reason.empty() ? escaped(nameOf(finding.severity)) : "accepted";
+}
+
+std::string cell(std::size_t number) {
+    return "<td class=\"number\">" + std::to_string(number) + "</td>";
+}
+
+// --- a drawing
+
+std::string rowOf(const Finding& finding) {
+    std::string html = "<tr><td>" + escaped(finding.subject);
+    if (!finding.detail.empty()) html += "<br>" + escaped(finding.detail);
+    html += "</td><td>";
+    for (const Difference& difference : finding.differences)
+        html += escaped(difference.property) + ": " + escaped(difference.drawing) + " here, " +
+                escaped(difference.standard) + " in the standard<br>";
+    if (!finding.reason.empty()) html += "accepted: " + escaped(finding.reason);
+    html += "</td><td class=\"number\">" + std::to_string(finding.count) + "</td><td><code>";
+    for (const std::wstring& handle : finding.handles)
+        html += escaped(handle) + " ";
+    return html + (finding.count > finding.handles.size() && !finding.handles.empty() ? "..." : "") +
+           "</code></td></tr>\n";
+}
+
+// The findings of one rule, from one place of the list on, which moves after them.
+std::string tableOf(const Findings& findings, std::size_t& at) {
+    const Finding& first = findings[at];
+    std::string html = "<table>\n<caption>" + markOf(kindOf(first)) + " " + escaped(first.rule->title) + " <code>" +
+                       escaped(first.rule->id) + "</code>";
+    if (first.reason.empty()) html += "<small>To do: " + escaped(first.rule->remedy) + ".</small>";
+    html +=
+        "</caption>\n<tr><th scope=\"col\">What</th><th scope=\"col\">How</th><th scope=\"col\" "
+        "class=\"number\">Objects"
+        "</th><th scope=\"col\">First handles</th></tr>\n";
+    for (; at < findings.size(); ++at) {
+        const Finding& finding = findings[at];
+        if (finding.rule != first.rule || finding.reason.empty() != first.reason.empty()) break;
+        html += rowOf(finding);
+    }
+    return html + "</table>\n";
+}
+
+std::string sectionOf(const CheckResult& result, std::size_t number) {
+    std::string html = "<h2 id=\"d" + std::to_string(number) + "\">" + escaped(titleOf(result)) + "</h2>\n";
+    if (!result.unreadable.empty())
+        return html + "<p class=\"error\">Not checked: " + escaped(platform::fromUtf8(result.unreadable)) + "</p>\n";
+    html += "<p>" + escaped(summaryOf(result)) + "; " + std::to_string(result.entities) + " objects</p>\n";
+    for (std::size_t at = 0; at < result.findings.size();)
+        html += tableOf(result.findings, at);
+    for (const std::wstring& row : result.idle)
+        html += "<p>Accepted, but not found any more: " + escaped(row) + "</p>\n";
+    return html;
+}
+
+// --- several drawings
+
+// The worst first; those that could not be read before them.
+std::vector<std::size_t> byHarm(const CheckResults& results) {
+    std::vector<std::size_t> order(results.size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        order[i] = i;
+    const auto key = [&](std::size_t i) {
+        const CheckResult& result = results[i];
+        return std::tuple(!result.unreadable.empty(), result.count(Severity::Error), result.count(Severity::Warning),
+                          result.count(Severity::Note));
+    };
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return key(a) > key(b); });
+    return order;
+}
+
+std::string drawingsTable(const CheckResults& results) {
+    std::string html =
+        "<table>\n<caption>Drawings</caption>\n<tr><th scope=\"col\">Drawing</th><th scope=\"col\" class=\"number\">"
+        "Errors</th><th scope=\"col\" class=\"number\">Warnings</th><th scope=\"col\" class=\"number\">Notes</th>"
+        "<th scope=\"col\" class=\"number\">Accepted</th></tr>\n";
+    for (const std::size_t i : byHarm(results)) {
+        const CheckResult& result = results[i];
+        html += "<tr><td><a href=\"#d" + std::to_string(i) + "\">" + escaped(result.drawing) + "</a></td>";
+        if (!result.unreadable.empty())
+            html += "<td colspan=\"4\" class=\"error\">not checked</td>";
+        else
+            for (const Severity severity : {Severity::Error, Severity::Warning, Severity::Note, Severity::Off})
+                html += cell(result.count(severity));
+        html += "</tr>\n";
+    }
+    return html + "</table>\n";
+}
+
+// How often each rule is broken in all of them.
+std::string rulesTable(const CheckResults& results) {
+    struct Total {
+        std::size_t findings = 0, drawings = 0;
+        std::uint64_t objects = 0;
+        const CheckResult* last = nullptr;
+    };
+    std::map<std::pair<int, const Rule*>, Total> totals;  // the worst first
+    for (const CheckResult& result : results) {
+        for (const Finding& finding : result.findings) {
+            if (!finding.reason.empty()) continue;
+            Total& total = totals[{-static_cast<int>(finding.severity), finding.rule}];
+            ++total.findings;
+            total.objects += finding.count;
+            if (total.last != &result) ++total.drawings;
+            total.last = &result;
+        }
+    }
+    std::string html =
+        "<table>\n<caption>Rules</caption>\n<tr><th scope=\"col\">Rule</th><th scope=\"col\" class=\"number\">Drawings"
+        "</th><th scope=\"col\" class=\"number\">Findings</th><th scope=\"col\" class=\"number\">Objects</th></tr>\n";
+    for (const auto& [key, total] : totals)
+        html += "<tr><td>" + markOf(escaped(nameOf(static_cast<Severity>(-key.first)))) + " " +
+                escaped(key.second->title) + "</td>" + cell(total.drawings) + cell(total.findings) +
+                cell(total.objects) + "</tr>\n";
+    return html + "</table>\n";
+}
+
+}  // namespace
+
+std::string htmlReport(const CheckResults& results) {
+    std::string html = kHead;
+    html += "<h1>Check against the standard</h1>\n";
+    if (results.size() > 1) html += drawingsTable(results) + rulesTable(results);
+    for (const std::size_t i : byHarm(results))
+        html += sectionOf(results[i], i);
+    return html + kTail;
+}
+
+}  // namespace qrs::audit
