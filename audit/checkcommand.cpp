@@ -6,8 +6,6 @@
 
 #include "dbapserv.h"
 #include "drawings.h"
-#include "host/platform/codepage.h"
-#include "host/platform/files.h"
 #include "prompts.h"
 #include "report.h"
 
@@ -90,8 +88,8 @@ class Checking {
 
     CheckResult& add(const std::wstring& file) {
         results_.emplace_back();
-        results_.back().drawing = file.substr(file.find_last_of(L'\\') + 1);
-        results_.back().file = platform::fromUtf8(platform::nativePath(file).u8string());
+        results_.back().drawing = nameOfFile(file);
+        results_.back().file = nativeFile(file);
         files_.push_back(file);
         return results_.back();
     }

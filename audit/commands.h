@@ -4,5 +4,7 @@
 namespace qrs::audit {
 
 void checkStandard();
+void repairStandard();
+void reportPipes();
 
 }  // namespace qrs::audit

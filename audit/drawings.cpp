@@ -6,6 +6,7 @@
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "facts.h"
+#include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/tree.h"
 
@@ -22,7 +23,7 @@ bool isWhole(const std::wstring& path) {
 std::wstring found(const std::wstring& named, const std::wstring& drawing) {
     if (isWhole(named) && platform::fileExists(named)) return named;
     const std::wstring folder = drawing.substr(0, drawing.find_last_of(L'\\') + 1);
-    const std::wstring name = named.substr(named.find_last_of(L'\\') + 1);
+    const std::wstring name = nameOfFile(named);
     for (const std::wstring& candidate : {isWhole(named) ? std::wstring() : folder + named, folder + name})
         if (!candidate.empty() && platform::fileExists(candidate)) return candidate;
     ACHAR path[kLongestPath];
@@ -53,6 +54,14 @@ std::unique_ptr<AcDbDatabase> openDrawing(const std::wstring& path, platform::Er
 std::wstring fileOf(const AcDbDatabase& database) {
     const ACHAR* name = nullptr;
     return database.getFilename(name) == Acad::eOk && name != nullptr ? std::wstring(name) : std::wstring();
+}
+
+std::wstring nameOfFile(const std::wstring& path) {
+    return path.substr(path.find_last_of(L'\\') + 1);
+}
+
+std::wstring nativeFile(const std::wstring& path) {
+    return path.empty() ? path : platform::fromUtf8(platform::nativePath(platform::wholePath(path)).u8string());
 }
 
 std::vector<std::wstring> referencesOf(AcDbDatabase& database) {

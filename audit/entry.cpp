@@ -1,15 +1,34 @@
 // The plug-in that checks drawings against the current pipe-system standard.
 //
-//     CHECKSTANDARD   how far drawings are from the standard
+//     CHECKSTANDARD    how far drawings are from the standard
+//     REPAIRSTANDARD   mends what has one answer, or what a file of mappings says
+//     PIPEREPORT       what pipes drawings hold, by their systems
 //
 // It knows the module by what that exports, and the editor by its interface.
+#include <exception>
+#include <string>
+
 #include "accmd.h"
+#include "axlock.h"
 #include "commands.h"
+#include "prompts.h"
 #include "rxregsvc.h"
 
 namespace {
 
 const ACHAR* const kGroup = L"QRS_AUDIT";
+
+// The editor cannot take exceptions: each becomes a message, and the command has failed.
+template <void (*body)()>
+void command() {
+    try {
+        const AcAxDocLock lock;
+        if (lock.lockStatus() == Acad::eOk) body();
+    } catch (const std::exception& exception) {
+        // Memory that runs out, for example.
+        qrs::audit::fail(std::string(exception.what()));
+    }
+}
 
 struct Command {
     const ACHAR* name;
@@ -17,7 +36,9 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {L"CHECKSTANDARD", &qrs::audit::checkStandard},
+    {L"CHECKSTANDARD", &command<qrs::audit::checkStandard>},
+    {L"REPAIRSTANDARD", &command<qrs::audit::repairStandard>},
+    {L"PIPEREPORT", &command<qrs::audit::reportPipes>},
 };
 
 }  // namespace

@@ -21,6 +21,8 @@ constexpr std::string_view kPipe = "QRS_PIPE";
 constexpr std::string_view kNode = "QRS_PIPENODE";
 constexpr const ACHAR* kSerial = L"PIPE-SERIAL";
 constexpr const ACHAR* kBuilding = L"BUILDING-SERIAL";
+constexpr const ACHAR* kDiameter = L"PIPE-DN";
+constexpr const ACHAR* kMaterial = L"PIPE-MATERIAL";
 
 template <class Record>
 std::wstring nameOf(const Record& record) {
@@ -208,7 +210,7 @@ void DrawingFacts::readEntities() {
                 style->objectsByLayer[std::wstring(layerName)].add(look.id);
         if (look.space == TEntityLook::kModel && !look.isPart && layerName == L"0") onLayerZero.add(look.id);
         if (look.typeName == kPipe) readPipe(look.id, layerName);
-        if (look.typeName == kNode) nodes.push_back(look.id);
+        if (look.typeName == kNode && IsWell(look.id)) wells.push_back(look.id);
     }
 }
 
@@ -220,8 +222,13 @@ void DrawingFacts::readPipe(AcDbObjectId id, std::wstring_view layer) {
     facts.system = kept(PipeSystemTool::GetPipeSystemName(pipe.object()).GetString());
     facts.drawnSystem = kept(pipe->GetDrawnSystemName());
     facts.layer = kept(std::wstring(layer));
-    facts.serial = kept(PwxTool::ReadXdata(pipe.object(), kSerial).GetString());
-    facts.building = kept(PwxTool::ReadXdata(pipe.object(), kBuilding).GetString());
+    const auto mark = [&](const ACHAR* name) { return kept(PwxTool::ReadXdata(pipe.object(), name).GetString()); };
+    facts.serial = mark(kSerial);
+    facts.building = mark(kBuilding);
+    facts.diameter = mark(kDiameter);
+    facts.material = mark(kMaterial);
+    facts.startNode = pipe->GetStartNode();
+    facts.endNode = pipe->GetEndNode();
     const TPipeCurve curve = pipe->GetCurve();
     facts.length = curve.Length();
     facts.isRiser = curve.IsVertical();

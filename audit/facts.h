@@ -74,9 +74,11 @@ struct PipeFacts {
     std::wstring_view drawnSystem;  // as the pipe bears it; empty when it bears none
     std::wstring_view layer;
     std::wstring_view serial, building;
+    std::wstring_view diameter, material;  // empty: nobody has told
     double length = 0.0;
     bool isRiser = false;
     int attachments = 0;
+    AcDbObjectId startNode, endNode;
 };
 
 class DrawingFacts {
@@ -92,7 +94,7 @@ class DrawingFacts {
     std::vector<TextStyleFacts> textStyles;
     std::vector<DimStyleFacts> dimStyles;
     std::vector<PipeFacts> pipes;
-    std::vector<AcDbObjectId> nodes;
+    std::vector<AcDbObjectId> wells;
     Tally onLayerZero;  // of model space
     // What objects name and the tables lack.
     ByName<Tally> missingLayers, missingLinetypes, missingTextStyles, missingDimStyles;

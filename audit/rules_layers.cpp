@@ -47,7 +47,7 @@ void findOwn(const CheckedDrawing& drawing, Findings& findings, Tally LayerFacts
 
 // One that is empty since its objects were moved is a foreign layer like others.
 std::vector<const LayerNode*> newLayersOf(const StandardLists& standard, const LayerFacts& layer) {
-    if (standard.layer(layer.name) != nullptr || !layer.isUsed) return {};
+    if (standard.layer(layer.name) != nullptr || layer.objects.count == 0) return {};
     return standard.layersOfOldName(layer.name);
 }
 

@@ -23,6 +23,8 @@ constexpr const char* kPlugin = "qrs_audit.dll";
 constexpr const char* kPlugin = "qrs_audit.so";
 #endif
 
+constexpr const char* kAuto = "auto";
+
 // A form of report, the ending of files that hold one, and the word that the commands know it by.
 struct Form {
     const char* name;
@@ -32,16 +34,52 @@ struct Form {
 constexpr Form kForms[] = {
     {"text", ".txt", "Text"}, {"json", ".json", "Json"}, {"html", ".html", "Html"}, {"csv", ".csv", "Csv"}};
 
-// What one of the three options stands for.
+std::string answerOf(const std::filesystem::path& path) {
+    return path.empty() ? std::string() : std::filesystem::absolute(path).u8string();
+}
+
+const char* answerOf(bool isSo) {
+    return isSo ? "Yes" : "No";
+}
+
+// What one of the three options stands for: a command, the forms of its report, and the answers to its prompts.
 struct Task {
     const char* option;
     const char* command;
-    const char* forms;  // names of those it knows
+    const char* forms;
+    std::vector<std::string> (*answers)(const AuditOptions& options, const std::string& form,
+                                        const std::string& report);
 };
-constexpr Task kCheck = {"--check", "CHECKSTANDARD", "text json html"};
 
-const Task* taskOf(const RawAuditOptions& raw) {
-    return raw.isCheck ? &kCheck : nullptr;
+std::vector<std::string> checkAnswers(const AuditOptions& options, const std::string& form, const std::string& report) {
+    return {form, report, answerOf(options.rules), answerOf(options.withReferences)};
+}
+
+std::vector<std::string> repairAnswers(const AuditOptions& options, const std::string&, const std::string& report) {
+    const bool isAuto = options.repair == kAuto;
+    return {isAuto ? "Auto" : answerOf(platform::nativeFromTyped(options.repair)), answerOf(options.isDryRun), report};
+}
+
+std::vector<std::string> pipeAnswers(const AuditOptions&, const std::string& form, const std::string& report) {
+    return {form, report};
+}
+
+constexpr Task kCheck = {"--check", "CHECKSTANDARD", "text json html", &checkAnswers};
+constexpr Task kRepair = {"--repair", "REPAIRSTANDARD", "text", &repairAnswers};
+constexpr Task kPipes = {"--pipes", "PIPEREPORT", "text csv json", &pipeAnswers};
+
+// Options that only some of them know.
+struct Belonging {
+    const char* option;
+    const char* tasks;
+};
+constexpr Belonging kBelongings[] = {{"--form", "--check --pipes"}, {"--to", "--check --repair --pipes"},
+                                     {"--rules", "--check"},        {"--references", "--check"},
+                                     {"--dry-run", "--repair"},     {"--output", "--repair"},
+                                     {"--in-place", "--repair"},    {"--backup", "--repair"}};
+
+bool isAmong(const std::string& word, const char* words) {
+    return (" " + std::string(words) + " ").find(" " + word + " ") != std::string::npos;
 }
 
 const Form& formOf(const AuditOptions& options) {
@@ -50,15 +88,17 @@ const Form& formOf(const AuditOptions& options) {
     return kForms[0];
 }
 
-std::string answerOf(const std::filesystem::path& path) {
-    return path.empty() ? std::string() : std::filesystem::absolute(path).u8string();
+const Task& taskOf(const AuditOptions& options) {
+    return options.isCheck ? kCheck : options.isPipes ? kPipes : kRepair;
 }
 
-// The commands with the answers to their prompts.
+// The command with the answers to its prompts.
 std::vector<std::string> linesOf(const AuditOptions& options, const std::filesystem::path& report,
                                  const std::vector<std::filesystem::path>& drawings) {
-    std::vector<std::string> lines = {kCheck.command, formOf(options).word, answerOf(report), answerOf(options.rules),
-                                      options.withReferences ? "Yes" : "No"};
+    const Task& task = taskOf(options);
+    std::vector<std::string> lines = task.answers(options, formOf(options).word, answerOf(report));
+    lines.insert(lines.begin(), task.command);
+    if (!options.takesAllDrawings()) return lines;
     for (const std::filesystem::path& drawing : drawings)
         lines.push_back(answerOf(drawing));
     lines.emplace_back();
@@ -93,37 +133,56 @@ bool printFile(const std::filesystem::path& file, platform::Error& error) {
 
 void describeAudit(CLI::App& app, RawAuditOptions& raw) {
     app.add_flag("--check", raw.isCheck, "Tell how far the drawings are from the standard, and run nothing else");
-    app.add_option("--form", raw.form, "Form of that report: text, json, html; without it the ending of --to tells")
+    app.add_option("--repair", raw.repair,
+                   "Mend what a file of mappings says, or with auto what has one answer, and run nothing else")
+        ->type_name("MAP");
+    app.add_flag("--pipes", raw.isPipes, "Tell what pipes the drawings hold, and run nothing else");
+    app.add_option(
+           "--form", raw.form,
+           "Form of that report: text, json, html (--check), csv (--pipes); without it the ending of --to tells")
         ->type_name("FORM");
     app.add_option("--to", raw.file, "Write that report to this file instead of standard output")->type_name("FILE");
     app.add_option("--rules", raw.rules, "The severities of the rules of --check, a rule and a severity a line")
         ->type_name("FILE");
     app.add_flag("--references", raw.withReferences, "Check external references, too");
+    app.add_flag("--dry-run", raw.isDryRun, "Only tell what --repair would change");
 }
 
-std::string findAuditMisuse(const CLI::App& app, const RawAuditOptions& raw) {
-    const Task* task = taskOf(raw);
-    if (task == nullptr) {
-        for (const char* name : {"--form", "--to", "--rules", "--references"})
-            if (app.count(name) > 0) return std::string(name) + " needs --check";
-        return {};
+std::string findAuditMisuse(const CLI::App& app, const RawAuditOptions& raw, std::size_t drawings) {
+    const Task* task = nullptr;
+    for (const Task* one : {&kCheck, &kRepair, &kPipes}) {
+        if (app.count(one->option) == 0) continue;
+        if (task != nullptr) return std::string(task->option) + " and " + one->option + " exclude each other";
+        task = one;
     }
-    for (const char* other :
-         {"--script", "--execute", "--report", "--info", "--compare", "--no-module", "--output", "--in-place"})
+    for (const Belonging& one : kBelongings) {
+        if (app.count(one.option) == 0 || (task != nullptr && isAmong(task->option, one.tasks))) continue;
+        if (task != nullptr) return std::string(task->option) + " excludes " + one.option;
+        const bool isOurs = std::string(one.tasks) != kRepair.option || one.option == std::string("--dry-run");
+        if (isOurs) return std::string(one.option) + " needs one of: " + one.tasks;
+    }
+    if (task == nullptr) return {};
+    for (const char* other : {"--script", "--execute", "--report", "--info", "--compare", "--no-module"})
         if (app.count(other) > 0) return std::string(task->option) + " excludes " + other;
-    if (app.count("DRAWING") == 0 && app.count("--list") == 0) return std::string(task->option) + " needs a drawing";
-    for (const char* name : {"--to", "--rules"})
+    if (drawings == 0 && app.count("--list") == 0) return std::string(task->option) + " needs a drawing";
+    for (const char* name : {"--to", "--rules", "--repair"})
         if (app.count(name) > 0 && app.get_option(name)->results().front().empty())
             return std::string(name) + " needs a name that is not empty";
-    const bool isKnown = (" " + std::string(task->forms) + " ").find(" " + raw.form + " ") != std::string::npos;
-    if (app.count("--form") > 0 && !isKnown)
+    if (app.count("--form") > 0 && !isAmong(raw.form, task->forms))
         return "--form of " + std::string(task->option) + " is one of: " + task->forms;
+    if (task != &kRepair) return {};
+    if (!raw.isDryRun && app.count("--output") == 0 && app.count("--in-place") == 0)
+        return "--repair needs --output, --in-place or --dry-run";
+    if (!raw.file.empty() && (drawings > 1 || app.count("--list") > 0)) return "--to of --repair needs one drawing";
     return {};
 }
 
 AuditOptions auditOptionsOf(const RawAuditOptions& raw) {
     AuditOptions options;
     options.isCheck = raw.isCheck;
+    options.isPipes = raw.isPipes;
+    options.repair = raw.repair;
+    options.isDryRun = raw.isDryRun;
     options.withReferences = raw.withReferences;
     options.form = raw.form;
     if (!raw.file.empty()) options.file = platform::nativeFromTyped(raw.file);

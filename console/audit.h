@@ -1,6 +1,7 @@
 // --check, --repair and --pipes: runs of the plug-in that checks drawings against the standard.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -35,8 +36,8 @@ struct RawAuditOptions {
     std::string repair, form, file, rules;
 };
 void describeAudit(CLI::App& app, RawAuditOptions& raw);
-// What is wrong with them, or nothing.
-std::string findAuditMisuse(const CLI::App& app, const RawAuditOptions& raw);
+// What is wrong with them, or nothing; drawings: how many the command line names.
+std::string findAuditMisuse(const CLI::App& app, const RawAuditOptions& raw, std::size_t drawings);
 AuditOptions auditOptionsOf(const RawAuditOptions& raw);
 
 // Opens the drawings, has them checked, repaired or told about, and prints the report alone.

@@ -199,7 +199,7 @@ std::string findMisuse(const CLI::App& app, const RawOptions& raw) {
     // A day is far beyond any drawing; the bound keeps the clock's arithmetic safe.
     if (app.count("--timeout") > 0 && !(raw.timeout > 0 && raw.timeout <= 86400))
         return translated("--timeout needs a number of seconds above 0 and at most 86400");
-    if (std::string misuse = findAuditMisuse(app, raw.audit); !misuse.empty()) return misuse;
+    if (std::string misuse = findAuditMisuse(app, raw.audit, raw.drawings.size()); !misuse.empty()) return misuse;
     return findReportMisuse(app, raw);
 }
 

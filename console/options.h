@@ -53,7 +53,7 @@ struct Options {
     AuditOptions audit;
     bool isQuiet = false;  // prompts and what commands print are not shown
 
-    bool hasScript() const { return script.has_value() || !lines.empty(); }
+    bool hasScript() const { return script.has_value() || !lines.empty() || audit.isWanted(); }
 };
 
 // What became of the command line: the options, or a text to print and the code to return at once.

@@ -2,7 +2,8 @@
 #   Installed as share/bash-completion/completions/qrsconsole; or: source qrsconsole.bash
 
 _qrsconsole_options="-h --help --version --list -s --script -e --execute -o --output --in-place --backup --converter -p --plugin
-    --no-module --system --settings --support --codepage --language --timeout --keep-going --strict --warnings --report --info --compare --json"
+    --no-module --system --settings --support --codepage --language --timeout --keep-going --strict --warnings --report --info --compare --json
+    --check --rules --references --repair --dry-run --pipes --form --to"
 
 # The module's commands, then the host's.
 _qrsconsole_commands="CleanOvraLayTag CloseSelLayer ConvertLayer EraseSelLayer FrozenLayer FrozenViewLayer LockSelLayer OpenLayer
@@ -50,12 +51,12 @@ _qrsconsole() {
         -e | --execute) _qrsconsole_names "$word" "$_qrsconsole_commands" ;;
         -p | --plugin) _qrsconsole_files "$word" "*.@(so|dll)" ;;
         -o | --output | --info | --compare) _qrsconsole_files "$word" "*.@(dxf|dwg)" ;;
-        --list | --settings | --report) _qrsconsole_files "$word" "*" ;;
+        --list | --settings | --report | --rules | --repair | --to) _qrsconsole_files "$word" "*" ;;
         --system | --support) _qrsconsole_files "$word" "" ;;
         --language) _qrsconsole_names "$word" "zh en" ;;
         --codepage) _qrsconsole_names "$word" "932 936 949 950 1250 1251 1252" ;;
-        --language) _qrsconsole_names "$word" "en zh" ;;
         --backup | --timeout | --converter) COMPREPLY=() ;;
+        --form) _qrsconsole_names "$word" "text json html csv" ;;
         --keep-going)
             if [[ $before == = || ${COMP_WORDS[COMP_CWORD]} == = ]]; then
                 _qrsconsole_names "$word" "all drawings"

@@ -350,7 +350,8 @@ Failure chooseOutput(Options& options) {
 }  // namespace
 
 ExitCode run(Options options) {
-    if (options.audit.isWanted() && (options.audit.takesAllDrawings() || !isBatch(options))) return runAudit(options);
+    const bool isWhole = !options.runFolder.empty() || !isBatch(options) || options.audit.takesAllDrawings();
+    if (options.audit.isWanted() && isWhole) return runAudit(options);
     if (options.runFolder.empty() && isBatch(options)) return runBatch(options);
     if (Failure failure = chooseOutput(options)) return end(failure);
     // A person's ^C is an answer, as long as it can be told from others.

@@ -121,4 +121,17 @@ std::int64_t EntityWalk::integer(std::string_view value, std::int64_t fallback) 
     return dxf::toInteger(value, fallback);
 }
 
+bool setTextStyle(AcDbEntity& entity, AcDbObjectId style) {
+    DatabaseState* state = DatabaseState::of(entity.database());
+    if (!state || style.database() != entity.database() || !DatabaseState::isRecordOf(style, TableKind::TextStyle))
+        return false;
+    dxf::Drawing& drawing = state->drawing();
+    const dxf::RecordId record = state->ids().recordOf(entity.objectId().recordNumber());
+    const NamingTag* naming = namingTag(drawing.typeNameOf(record), codes::kTextStyle);
+    dxf::Tag tag;
+    if (!naming || naming->table != TableKind::TextStyle || !drawing.findTag(record, naming->code, tag)) return false;
+    drawing.setValue(record, tag, writeText(drawing, state->tables().nameOf(style.recordNumber())));
+    return true;
+}
+
 }  // namespace qrs::host

@@ -53,4 +53,7 @@ class QRS_HOST_PORT EntityWalk {
     std::unique_ptr<Place> place_;
 };
 
+// Gives an entity that names a text style another one of its drawing. False when it names none.
+QRS_HOST_PORT bool setTextStyle(AcDbEntity& entity, AcDbObjectId style);
+
 }  // namespace qrs::host

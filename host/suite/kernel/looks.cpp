@@ -101,3 +101,7 @@ bool TEntityLooks::Next(TEntityLook& look) {
         state_->take(look, tag);
     return true;
 }
+
+bool SetTextStyle(AcDbEntity* entity, AcDbObjectId style) {
+    return entity != nullptr && entity->isWriteEnabled() && qrs::host::setTextStyle(*entity, style);
+}

@@ -13,6 +13,7 @@
 #include "host/platform/port.h"
 
 class AcDbDatabase;
+class AcDbEntity;
 
 struct TEntityLook {
     enum Space { kBlock, kModel, kPaper };
@@ -48,3 +49,8 @@ class QRS_HOST_PORT TEntityLooks {
     struct State;
     std::unique_ptr<State> state_;
 };
+
+// Gives a text of any kind, open for writing, another text style: texts, paragraphs, attributes and their definitions.
+// False, nothing changed, for what is no text, for a style of another drawing, and for a text that names no style and
+// so is written in "Standard".
+QRS_HOST_PORT bool SetTextStyle(AcDbEntity* entity, AcDbObjectId style);

@@ -1,0 +1,242 @@
+// Sums up pipes, and tells the sums.
+#include "pipetotals.h"
+
+#include <algorithm>
+#include <array>
+#include <cwchar>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <tuple>
+
+#include "csv.h"
+#include "host/platform/codepage.h"
+#include "PwxTool.h"
+#include "report.h"
+
+namespace qrs::audit {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr const wchar_t* kNotGiven = L"not given";
+
+std::string utf8(const std::wstring& text) {
+    return platform::toUtf8(text);
+}
+
+bool comesBefore(const RiserTotals& a, const RiserTotals& b) {
+    if (a.building != b.building) return a.building < b.building;
+    const int order = PwxTool::CompareSerial(CString(a.serial), CString(b.serial));
+    if (order != 0) return order < 0;
+    return std::tie(a.serial, a.diameter, a.material) < std::tie(b.serial, b.diameter, b.material);
+}
+
+void add(const PipeFacts& pipe, SystemTotals& system) {
+    system.attachments += static_cast<std::uint64_t>(pipe.attachments);
+    if (!pipe.isRiser) {
+        system.pipes.add(pipe.length);
+        system.bySize[{std::wstring(pipe.diameter), std::wstring(pipe.material)}].add(pipe.length);
+        return;
+    }
+    system.riserLength.add(pipe.length);
+    const auto keyOf = [](const auto& riser) {
+        return std::array<std::wstring_view, 4>{riser.building, riser.serial, riser.diameter, riser.material};
+    };
+    const auto known = std::find_if(system.risers.begin(), system.risers.end(),
+                                    [&](const RiserTotals& one) { return keyOf(one) == keyOf(pipe); });
+    if (known != system.risers.end()) return known->length.add(pipe.length);
+    system.risers.push_back({std::wstring(pipe.building),
+                             std::wstring(pipe.serial),
+                             std::wstring(pipe.diameter),
+                             std::wstring(pipe.material),
+                             {}});
+    system.risers.back().length.add(pipe.length);
+}
+
+std::wstring lengthText(double length) {
+    wchar_t text[64];
+    std::swprintf(text, std::size(text), L"%.1f", length);
+    return text;
+}
+
+std::wstring given(const std::wstring& text, const wchar_t* what) {
+    return text.empty() ? std::wstring(what) + L" " + kNotGiven : text;
+}
+
+}  // namespace
+
+void sumUp(const DrawingFacts& facts, PipeTotals& totals) {
+    std::map<std::wstring_view, SystemTotals> systems;
+    std::map<std::wstring_view, std::set<AcDbObjectId>> wellsOf;
+    const std::set<AcDbObjectId> wells(facts.wells.begin(), facts.wells.end());
+    std::set<AcDbObjectId> reached;
+    for (const PipeFacts& pipe : facts.pipes) {
+        add(pipe, systems[pipe.system]);
+        for (const AcDbObjectId& node : {pipe.startNode, pipe.endNode}) {
+            if (wells.count(node) == 0) continue;
+            wellsOf[pipe.system].insert(node);
+            reached.insert(node);
+        }
+    }
+    for (auto& [name, system] : systems) {
+        system.name = name;
+        system.wells = wellsOf[name].size();
+        std::sort(system.risers.begin(), system.risers.end(), &comesBefore);
+        totals.all.pipes.add(system.pipes);
+        for (const auto& [size, length] : system.bySize)
+            totals.all.bySize[size].add(length);
+        totals.all.riserLength.add(system.riserLength);
+        totals.all.attachments += system.attachments;
+        totals.systems.push_back(std::move(system));
+    }
+    // A well that two systems meet at is one.
+    totals.all.wells = wells.size();
+    totals.loneWells = wells.size() - reached.size();
+}
+
+// --- text
+
+namespace {
+
+void addSystem(const SystemTotals& system, std::wstring& text) {
+    text += system.name + L"\n";
+    text += L"  " + countedText(system.pipes.pipes, L"pipe", L"pipes") + L", length " +
+            lengthText(system.pipes.length) + L"\n";
+    for (const auto& [size, length] : system.bySize)
+        text += L"    " + given(size.first, L"diameter") + L", " + given(size.second, L"material") + L": " +
+                countedText(length.pipes, L"pipe", L"pipes") + L", length " + lengthText(length.length) + L"\n";
+    if (system.riserLength.pipes > 0)
+        text += L"  " + countedText(system.riserLength.pipes, L"riser", L"risers") + L", length " +
+                lengthText(system.riserLength.length) + L"\n";
+    for (const RiserTotals& riser : system.risers) {
+        text += L"    " + given(riser.serial, L"serial");
+        if (!riser.building.empty()) text += L", building " + riser.building;
+        for (const std::wstring* size : {&riser.diameter, &riser.material})
+            if (!size->empty()) text += L", " + *size;
+        if (riser.length.pipes > 1) text += L": " + countedText(riser.length.pipes, L"riser", L"risers");
+        text += L"\n";
+    }
+    text += L"  " + countedText(system.wells, L"well", L"wells") + L", " +
+            countedText(system.attachments, L"attachment", L"attachments") + L"\n";
+}
+
+}  // namespace
+
+std::string textPipes(const PipeReport& report) {
+    std::wstring text;
+    for (const PipeTotals& totals : report) {
+        if (&totals != &report.front()) text += L"\n";
+        text += L"Pipes of " + (totals.drawing.empty() ? std::wstring(L"the drawing") : totals.drawing) + L"\n";
+        if (!totals.unreadable.empty()) {
+            text += L"not read: " + platform::fromUtf8(totals.unreadable) + L"\n";
+            continue;
+        }
+        for (const SystemTotals& system : totals.systems)
+            addSystem(system, text);
+        SystemTotals all = totals.all;
+        all.name = L"All systems (" + std::to_wstring(totals.systems.size()) + L"), lengths in drawing units";
+        addSystem(all, text);
+        if (totals.loneWells > 0)
+            text += L"  " + countedText(totals.loneWells, L"well", L"wells") + L" of these at no pipe\n";
+    }
+    return utf8(text);
+}
+
+// --- CSV: a row for each size, riser and sum
+
+namespace {
+
+class Table {
+  public:
+    explicit Table(std::wstring drawing) : drawing_(std::move(drawing)) {}
+
+    void add(const SystemTotals& system) {
+        for (const auto& [size, length] : system.bySize)
+            row({system.name, L"pipe", size.first, size.second, L"", L""}, length.pipes, lengthText(length.length));
+        for (const RiserTotals& riser : system.risers)
+            row({system.name, L"riser", riser.diameter, riser.material, riser.building, riser.serial},
+                riser.length.pipes, lengthText(riser.length.length));
+        row({system.name, L"well", L"", L"", L"", L""}, system.wells, L"");
+        row({system.name, L"attachment", L"", L"", L"", L""}, system.attachments, L"");
+    }
+    const std::wstring& text() const { return text_; }
+
+  private:
+    void row(const std::vector<std::wstring>& cells, std::uint64_t count, const std::wstring& length) {
+        text_ += csvCell(drawing_);
+        for (const std::wstring& cell : cells)
+            text_ += L"," + csvCell(cell);
+        text_ += L"," + std::to_wstring(count) + L"," + length + L"\n";
+    }
+
+    std::wstring drawing_;
+    std::wstring text_;
+};
+
+}  // namespace
+
+std::string csvPipes(const PipeReport& report) {
+    std::wstring text = L"drawing,system,what,diameter,material,building,serial,count,length\n";
+    for (const PipeTotals& totals : report) {
+        Table table(totals.file);
+        for (const SystemTotals& system : totals.systems)
+            table.add(system);
+        text += table.text();
+    }
+    return utf8(text);
+}
+
+// --- JSON
+
+namespace {
+
+// What was not given is null.
+Json jsonOf(const std::wstring& text) {
+    return text.empty() ? Json() : Json(utf8(text));
+}
+
+Json jsonOf(const SystemTotals& system) {
+    Json json = {{"pipes", system.pipes.pipes}, {"length", system.pipes.length}, {"sizes", Json::array()}};
+    for (const auto& [size, length] : system.bySize)
+        json["sizes"].push_back({{"diameter", jsonOf(size.first)},
+                                 {"material", jsonOf(size.second)},
+                                 {"pipes", length.pipes},
+                                 {"length", length.length}});
+    json["risers"] = system.riserLength.pipes;
+    json["riserLength"] = system.riserLength.length;
+    json["wells"] = system.wells;
+    json["attachments"] = system.attachments;
+    return json;
+}
+
+}  // namespace
+
+std::string jsonPipes(const PipeReport& report) {
+    Json json = {{"format", 1}, {"drawings", Json::array()}};
+    for (const PipeTotals& totals : report) {
+        Json drawing = {{"drawing", utf8(totals.file)}};
+        if (!totals.unreadable.empty()) drawing["unreadable"] = totals.unreadable;
+        drawing["systems"] = Json::array();
+        for (const SystemTotals& system : totals.systems) {
+            Json one = {{"system", utf8(system.name)}};
+            one.update(jsonOf(system));
+            one["serials"] = Json::array();
+            for (const RiserTotals& riser : system.risers)
+                one["serials"].push_back({{"building", jsonOf(riser.building)},
+                                          {"serial", jsonOf(riser.serial)},
+                                          {"diameter", jsonOf(riser.diameter)},
+                                          {"material", jsonOf(riser.material)},
+                                          {"risers", riser.length.pipes},
+                                          {"length", riser.length.length}});
+            drawing["systems"].push_back(std::move(one));
+        }
+        drawing["all"] = jsonOf(totals.all);
+        drawing["wellsAtNoPipe"] = totals.loneWells;
+        json["drawings"].push_back(std::move(drawing));
+    }
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace qrs::audit

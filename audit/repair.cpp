@@ -1,0 +1,371 @@
+// Plans the changes from the facts, and carries them out.
+#include "repair.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "csv.h"
+#include "dbents.h"
+#include "dbobjptr.h"
+#include "PipeSystemTool.h"
+#include "PwxTool.h"
+#include "qrs_looks.h"
+#include "rules.h"
+
+namespace qrs::audit {
+
+namespace {
+
+struct KindName {
+    const wchar_t* name;
+    Mapping::Kind kind;
+};
+constexpr KindName kKinds[] = {{L"layer", Mapping::Kind::Layer},
+                               {L"linetype", Mapping::Kind::Linetype},
+                               {L"textstyle", Mapping::Kind::TextStyle},
+                               {L"system", Mapping::Kind::PipeSystem}};
+
+std::wstring wide(const CString& text) {
+    return std::wstring(text.view());
+}
+
+bool fits(std::wstring_view name, const std::wstring& pattern) {
+    return PwxTool::MatchingString(CString(name), CString(pattern), false);
+}
+
+// "colour 1 -> 3, linetype Continuous -> J"
+std::wstring textOf(const std::vector<Difference>& differences) {
+    std::wstring text;
+    for (const Difference& difference : differences)
+        text += (text.empty() ? L"" : L", ") + difference.property + L" " + difference.drawing + L" -> " +
+                difference.standard;
+    return text;
+}
+
+template <class Record>
+std::wstring rename(AcDbObjectId id, const std::wstring& name) {
+    const AcDbObjectPointer<Record> record(id, AcDb::kForWrite);
+    if (record.openStatus() != Acad::eOk) return L"it cannot be opened";
+    return record->setName(name.c_str()) == Acad::eOk ? L"" : L"the drawing does not take the name";
+}
+
+bool isLayerZero(std::wstring_view layer) {
+    return layer == L"0";
+}
+
+std::wstring doneUnless(bool isDone, const wchar_t* reason) {
+    return isDone ? L"" : reason;
+}
+
+// Of several rows that fit a layer the first one counts.
+const Mapping* layerMapping(const std::vector<Mapping>& mappings, std::wstring_view layer) {
+    for (const Mapping& mapping : mappings)
+        if (mapping.kind == Mapping::Kind::Layer && fits(layer, mapping.from)) return &mapping;
+    return nullptr;
+}
+
+template <class Facts>
+bool isIn(const std::vector<Facts>& records, std::wstring_view name) {
+    return std::any_of(records.begin(), records.end(), [&](const Facts& one) { return isSameName(one.name, name); });
+}
+
+}  // namespace
+
+bool readMappings(const std::wstring& path, std::vector<Mapping>& mappings, platform::Error& error) {
+    std::vector<CsvRow> rows;
+    if (!readCsv(path, rows, error)) return false;
+    for (const CsvRow& row : rows) {
+        const bool isWhole = row.cells.size() == 3 && !row.cells[0].empty() && !row.cells[1].empty();
+        const auto kind = std::find_if(std::begin(kKinds), std::end(kKinds),
+                                       [&](const KindName& one) { return isWhole && row.cells[2] == one.name; });
+        std::wstring fault;
+        if (!isWhole)
+            fault = L"a row is a pattern, a name and what it is";
+        else if (kind == std::end(kKinds))
+            fault = L"\"" + row.cells[2] + L"\" is none of: layer, linetype, textstyle, system";
+        else if (kind->kind == Mapping::Kind::PipeSystem &&
+                 !PipeSystemTool::IsPipeSystemOfCurrentStandard(CString(row.cells[1])))
+            fault = L"the standard has no pipe system \"" + row.cells[1] + L"\"";
+        if (!fault.empty()) {
+            error.message = faultAt(path, row.line, fault);
+            return false;
+        }
+        mappings.push_back({row.line, kind->kind, row.cells[0], row.cells[1]});
+    }
+    return true;
+}
+
+// --- layers
+
+bool Repair::hasLayer(const std::wstring& name) const {
+    return coming_.count(name) > 0 || isIn(facts_.layers, name);
+}
+
+void Repair::planLayer(const LayerFacts& layer, const std::wstring& name) {
+    const bool isNew = !hasLayer(name);
+    const AcDbObjectId id = layer.id;
+    if (isSameName(layer.name, name) || (isNew && !isBuiltInLayer(layer.name))) {
+        changes_.push_back({L"layer " + layer.name + L" renamed " + name, layer.objects.count,
+                            [id, name] { return rename<AcDbLayerTableRecord>(id, name); }});
+        coming_.insert(name);
+        return planProperties(layer, name);
+    }
+    // In blocks layer 0 stands for the layer of the block.
+    const std::uint64_t count = isLayerZero(layer.name) ? facts_.onLayerZero.count : layer.objects.count;
+    if (count == 0) return;
+    layerMoves_[layer.name] = name;
+    changes_.push_back(
+        {L"objects of layer " + layer.name + L" moved to " + name, count, [this, from = layer.name, id, name, isNew] {
+             const AcDbLayerTableRecordPointer record(id, AcDb::kForRead);
+             std::wstring reason;
+             if (record.openStatus() != Acad::eOk || record->isLocked())
+                 reason = L"the layer is locked";
+             else if (isNew && PipeSystemTool::InitLayer(CString(name)).isNull())
+                 reason = L"neither the drawing nor the standard has it";
+             if (!reason.empty()) layerMoves_.erase(from);
+             return reason;
+         }});
+    coming_.insert(name);
+}
+
+void Repair::planProperties(const LayerFacts& layer, const std::wstring& name) {
+    const LayerNode* definition = standard_.layer(name);
+    if (definition == nullptr) return;
+    const std::vector<Difference> differences = differencesOf({facts_, standard_}, layer, *definition);
+    if (differences.empty()) return;
+    changes_.push_back({L"layer " + name + L": " + textOf(differences), layer.objects.count, [name] {
+                            return doneUnless(PipeSystemTool::UpdateLayer(CString(name)), L"it cannot be opened");
+                        }});
+}
+
+void Repair::planAll() {
+    for (const LayerFacts& layer : facts_.layers) {
+        if (layer.isDependent() || isBuiltInLayer(layer.name)) continue;
+        std::wstring name = layer.name;
+        if (const LayerNode* definition = standard_.layer(layer.name)) name = wide(definition->LayerName);
+        const std::vector<const LayerNode*> today = newLayersOf(standard_, layer);
+        if (today.size() == 1) name = wide(today.front()->LayerName);
+        if (name != layer.name)
+            planLayer(layer, name);
+        else
+            planProperties(layer, name);
+    }
+    for (const RecordFacts& linetype : facts_.linetypes) {
+        const std::wstring* name = standard_.linetype(linetype.name);
+        if (name == nullptr || *name == linetype.name || linetype.isDependent() || isBuiltInLinetype(linetype.name))
+            continue;
+        changes_.push_back({L"linetype " + linetype.name + L" renamed " + *name, linetype.objects.count,
+                            [id = linetype.id, name = *name] { return rename<AcDbLinetypeTableRecord>(id, name); }});
+    }
+    planTextStyles();
+    planOldSystems();
+}
+
+// --- styles and pipes
+
+void Repair::planTextStyles() {
+    for (const TextStyleFacts& style : facts_.textStyles) {
+        const TextStyleNode* node = style.isDependent() ? nullptr : standard_.textStyle(style.name);
+        if (node == nullptr) continue;
+        const std::wstring name = wide(node->Name);
+        if (name != style.name)
+            changes_.push_back({L"text style " + style.name + L" renamed " + name, style.objects.count,
+                                [id = style.id, name] { return rename<AcDbTextStyleTableRecord>(id, name); }});
+        const std::vector<Difference> differences = differencesOf(style, *node);
+        if (differences.empty()) continue;
+        changes_.push_back(
+            {L"text style " + name + L": " + textOf(differences), style.objects.count,
+             [name] { return doneUnless(PipeSystemTool::UpdateTextStyle(CString(name)), L"it cannot be opened"); }});
+    }
+}
+
+void Repair::planSystem(const std::wstring& from, const std::wstring& to, std::vector<AcDbObjectId> pipes) {
+    if (pipes.empty()) return;
+    const std::uint64_t count = pipes.size();
+    changes_.push_back({L"pipes of " + from + L" given the system " + to, count, [to, pipes = std::move(pipes)] {
+                            bool isDone = true;
+                            for (const AcDbObjectId& pipe : pipes)
+                                isDone = PipeSystemTool::SetPipeSystemName(pipe, CString(to)) && isDone;
+                            return doneUnless(isDone, L"some cannot be opened");
+                        }});
+}
+
+void Repair::planOldSystems() {
+    std::map<std::pair<std::wstring_view, std::wstring_view>, std::vector<AcDbObjectId>> pipes;
+    for (const PipeFacts& pipe : facts_.pipes)
+        if (!pipe.drawnSystem.empty() && pipe.drawnSystem != pipe.system)
+            pipes[{pipe.drawnSystem, pipe.system}].push_back(pipe.id);
+    for (auto& [names, ids] : pipes)
+        planSystem(std::wstring(names.first), std::wstring(names.second), std::move(ids));
+}
+
+// --- mappings
+
+void Repair::plan(const std::vector<Mapping>& mappings) {
+    for (const LayerFacts& layer : facts_.layers) {
+        const Mapping* mapping = layerMapping(mappings, layer.name);
+        if (mapping != nullptr && !layer.isDependent() && layer.name != mapping->to) planLayer(layer, mapping->to);
+    }
+    planMissingLayers(mappings);
+    for (const Mapping& mapping : mappings) {
+        if (mapping.kind == Mapping::Kind::Linetype) planLinetypes(mapping);
+        if (mapping.kind == Mapping::Kind::TextStyle) planTexts(mapping);
+        if (mapping.kind != Mapping::Kind::PipeSystem) continue;
+        std::vector<AcDbObjectId> pipes;
+        for (const PipeFacts& pipe : facts_.pipes)
+            if (pipe.system != mapping.to && fits(pipe.system, mapping.from)) pipes.push_back(pipe.id);
+        planSystem(mapping.from, mapping.to, std::move(pipes));
+    }
+}
+
+// Layers that objects name although the drawing does not have them.
+void Repair::planMissingLayers(const std::vector<Mapping>& mappings) {
+    for (const auto& [name, objects] : facts_.missingLayers) {
+        const Mapping* mapping = layerMapping(mappings, name);
+        if (mapping == nullptr || isSameName(name, mapping->to)) continue;
+        layerMoves_[name] = mapping->to;
+        changes_.push_back({L"objects of layer " + name + L" moved to " + mapping->to, objects.count,
+                            [this, from = name, to = mapping->to] {
+                                // One that the drawing has is taken as it is.
+                                if (!PipeSystemTool::InitLayer(CString(to)).isNull()) return std::wstring();
+                                layerMoves_.erase(from);
+                                return std::wstring(L"neither the drawing nor the standard has it");
+                            }});
+    }
+}
+
+// Layers and objects alike; "ByLayer" is no linetype of a layer.
+void Repair::planLinetypes(const Mapping& mapping) {
+    const bool isByLayer = isSameName(mapping.to, L"ByLayer");
+    for (const RecordFacts& linetype : facts_.linetypes) {
+        if (!fits(linetype.name, mapping.from) || isSameName(linetype.name, mapping.to) || linetype.isDependent())
+            continue;
+        std::vector<AcDbObjectId> layers;
+        for (const LayerFacts& layer : facts_.layers)
+            if (!isByLayer && isSameName(layer.linetype, linetype.name)) layers.push_back(layer.id);
+        if (layers.empty() && linetype.objects.count == 0) continue;
+        linetypeMoves_.emplace(linetype.name, mapping.to);
+        changes_.push_back({L"linetype " + linetype.name + L" replaced by " + mapping.to, linetype.objects.count,
+                            [this, layers, from = linetype.name, to = mapping.to, isByLayer] {
+                                const AcDbObjectId id =
+                                    isByLayer ? AcDbObjectId() : PwxTool::LoadQdLineType(CString(to));
+                                if (!isByLayer && id.isNull()) {
+                                    linetypeMoves_.erase(from);
+                                    return std::wstring(L"neither the drawing nor linetype.dbf has it");
+                                }
+                                bool isDone = true;
+                                for (const AcDbObjectId& layer : layers) {
+                                    const AcDbLayerTableRecordPointer record(layer, AcDb::kForWrite);
+                                    isDone = record.openStatus() == Acad::eOk &&
+                                             record->setLinetypeObjectId(id) == Acad::eOk && isDone;
+                                }
+                                return doneUnless(isDone, L"some layers cannot be opened");
+                            }});
+    }
+}
+
+void Repair::planTexts(const Mapping& mapping) {
+    for (const TextStyleFacts& style : facts_.textStyles) {
+        if (!fits(style.name, mapping.from) || isSameName(style.name, mapping.to) || style.isDependent()) continue;
+        if (style.objects.count == 0) continue;
+        textStyleMoves_.emplace(style.name, mapping.to);
+        changes_.push_back({L"texts in " + style.name + L" written in " + mapping.to, style.objects.count,
+                            [this, from = style.name, to = mapping.to] {
+                                if (!PipeSystemTool::InitTextStyle(CString(to)).isNull()) return std::wstring();
+                                textStyleMoves_.erase(from);
+                                return std::wstring(L"neither the drawing nor the standard has it");
+                            }});
+    }
+}
+
+// --- objects
+
+// Gives objects what they are to have instead. The drawing is not changed while it is walked through.
+class Repair::Mover {
+  public:
+    explicit Mover(const Repair& repair) : repair_(repair) {}
+
+    std::size_t run() {
+        collect();
+        std::size_t refused = 0;
+        for (const Move& move : moves_)
+            if (!carryOut(move)) ++refused;
+        return refused;
+    }
+
+  private:
+    struct Move {
+        AcDbObjectId id;
+        const std::wstring* layer = nullptr;
+        const std::wstring* linetype = nullptr;
+        const std::wstring* textStyle = nullptr;
+    };
+
+    static const std::wstring* find(const ByName<std::wstring>& moves, std::wstring_view name) {
+        const auto found = name.empty() ? moves.end() : moves.find(name);
+        return found != moves.end() ? &found->second : nullptr;
+    }
+
+    struct LayerMove {
+        const std::wstring* to = nullptr;
+        bool isModelOnly = false;
+    };
+    using LayerMoves = std::map<AcDbObjectId, LayerMove>;
+
+    const std::wstring* layerOf(const TEntityLook& look, const LayerMoves& moves) const {
+        if (look.layer.isNull()) return find(repair_.layerMoves_, look.layerName);
+        const auto found = moves.find(look.layer);
+        if (found == moves.end() || (found->second.isModelOnly && look.space != TEntityLook::kModel)) return nullptr;
+        return found->second.to;
+    }
+
+    void collect() {
+        LayerMoves byLayer;
+        for (const LayerFacts& layer : repair_.facts_.layers)
+            if (const std::wstring* to = find(repair_.layerMoves_, layer.name))
+                byLayer.emplace(layer.id, LayerMove{to, isLayerZero(layer.name)});
+        TEntityLooks looks(&repair_.facts_.database);
+        for (TEntityLook look; looks.Next(look);) {
+            Move move;
+            move.id = look.id;
+            move.layer = layerOf(look, byLayer);
+            move.linetype = find(repair_.linetypeMoves_, look.linetype);
+            move.textStyle = find(repair_.textStyleMoves_, look.textStyle);
+            if (move.layer != nullptr || move.linetype != nullptr || move.textStyle != nullptr) moves_.push_back(move);
+        }
+    }
+
+    static bool carryOut(const Move& move) {
+        const AcDbEntityPointer entity(move.id, AcDb::kForWrite);
+        if (entity.openStatus() != Acad::eOk) return false;
+        bool isDone = true;
+        if (move.layer != nullptr) isDone = entity->setLayer(move.layer->c_str(), false) == Acad::eOk;
+        if (move.linetype != nullptr)
+            isDone = entity->setLinetype(move.linetype->c_str(), false) == Acad::eOk && isDone;
+        if (move.textStyle != nullptr) {
+            const AcDbObjectId style = PipeSystemTool::InitTextStyle(CString(*move.textStyle));
+            AcDbText* text = AcDbText::cast(entity.object());
+            isDone =
+                (text != nullptr ? text->setTextStyle(style) == Acad::eOk : SetTextStyle(entity.object(), style)) &&
+                isDone;
+        }
+        return isDone;
+    }
+
+    const Repair& repair_;
+    std::vector<Move> moves_;
+};
+
+std::vector<std::wstring> Repair::apply() {
+    std::vector<std::wstring> refusals;
+    for (const Change& change : changes_)
+        if (const std::wstring reason = change.apply(); !reason.empty())
+            refusals.push_back(change.text + L": " + reason);
+    if (layerMoves_.empty() && linetypeMoves_.empty() && textStyleMoves_.empty()) return refusals;
+    if (const std::size_t refused = Mover(*this).run(); refused > 0)
+        refusals.push_back(std::to_wstring(refused) + L" objects that cannot be changed");
+    return refusals;
+}
+
+}  // namespace qrs::audit

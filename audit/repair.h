@@ -1,0 +1,72 @@
+// Mends what a check finds, where there is one answer or somebody has given one. Nothing is erased.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "facts.h"
+#include "host/platform/error.h"
+#include "standardlists.h"
+
+namespace qrs::audit {
+
+// What is to become of names that fit a pattern.
+struct Mapping {
+    enum class Kind { Layer, Linetype, TextStyle, PipeSystem };
+
+    int line = 0;
+    Kind kind = Kind::Layer;
+    std::wstring from;  // with the wildcards "?" and "*"
+    std::wstring to;
+};
+
+// Rows of a pattern, a name and what it is: layer, linetype, textstyle or system. False, with file and line in error,
+// when a row is none, or names a system that the standard does not have.
+bool readMappings(const std::wstring& path, std::vector<Mapping>& mappings, platform::Error& error);
+
+// One thing to be changed.
+struct Change {
+    std::wstring text;
+    std::uint64_t objects = 0;
+    // Empty when it is done, or why it is not. Called once, in the order of the list.
+    std::function<std::wstring()> apply;
+};
+
+// Changes of the working database, planned from its facts.
+class Repair {
+  public:
+    Repair(const DrawingFacts& facts, const StandardLists& standard) : facts_(facts), standard_(standard) {}
+
+    // What has one answer: properties of layers and text styles of the standard, old names, capitals.
+    void planAll();
+    void plan(const std::vector<Mapping>& mappings);
+
+    const std::vector<Change>& changes() const { return changes_; }
+    // Carries them out, once. Why some were not, with the change's text; empty when all are done.
+    std::vector<std::wstring> apply();
+
+  private:
+    class Mover;
+
+    void planLayer(const LayerFacts& layer, const std::wstring& name);
+    void planProperties(const LayerFacts& layer, const std::wstring& name);
+    void planTextStyles();
+    void planOldSystems();
+    void planSystem(const std::wstring& from, const std::wstring& to, std::vector<AcDbObjectId> pipes);
+    void planMissingLayers(const std::vector<Mapping>& mappings);
+    void planLinetypes(const Mapping& mapping);
+    void planTexts(const Mapping& mapping);
+    bool hasLayer(const std::wstring& name) const;
+
+    const DrawingFacts& facts_;
+    const StandardLists& standard_;
+    std::vector<Change> changes_;
+    std::set<std::wstring, NameLess> coming_;  // layers that a change before has made or renamed
+    // What objects are to be given, by what they have: in one pass after all changes.
+    ByName<std::wstring> layerMoves_, linetypeMoves_, textStyleMoves_;
+};
+
+}  // namespace qrs::audit

@@ -1,0 +1,74 @@
+// REPAIRSTANDARD: mends the current drawing.
+#include "commands.h"
+#include "dbapserv.h"
+#include "drawings.h"
+#include "host/platform/codepage.h"
+#include "host/platform/files.h"
+#include "prompts.h"
+#include "qrs_kernal.h"
+#include "repair.h"
+#include "report.h"
+
+namespace qrs::audit {
+
+namespace {
+
+constexpr const wchar_t* kAuto = L"Auto";
+
+// The answers to the command's prompts.
+struct Request {
+    std::wstring mappings;  // a file; empty: what has one answer
+    bool isDryRun = false;
+    std::wstring file;  // empty: the command line
+};
+
+bool ask(Request& request) {
+    std::size_t choice = 0;
+    if (!askText(L"\nFile of mappings, or Auto <Auto>: ", request.mappings)) return false;
+    if (isSameName(request.mappings, kAuto)) request.mappings.clear();
+    if (!request.mappings.empty()) request.mappings = platform::wholePath(platform::innerFromTyped(request.mappings));
+    if (!askChoice(L"\nOnly show what would change? [No/Yes] <No>: ", {L"No", L"Yes"}, choice)) return false;
+    request.isDryRun = choice == 1;
+    return askPath(L"\nFile for the report <command line>: ", request.file);
+}
+
+std::string reportOf(const Request& request, const Repair& repair, const std::vector<std::wstring>& refusals) {
+    std::wstring text;
+    for (const Change& change : repair.changes()) {
+        text += change.text;
+        if (change.objects > 0) text += L" (" + countedText(change.objects, L"object", L"objects") + L")";
+        text += L"\n";
+    }
+    for (const std::wstring& refusal : refusals)
+        text += L"not done: " + refusal + L"\n";
+    text += countedText(repair.changes().size(), L"change", L"changes");
+    text += request.isDryRun ? L"; shown only, nothing was changed\n" : L"\n";
+    return platform::toUtf8(text);
+}
+
+}  // namespace
+
+void repairStandard() {
+    Request request;
+    AcDbDatabase* current = acdbHostApplicationServices()->workingDatabase();
+    if (current == nullptr || !ask(request)) return;
+    const StandardLists standard;
+    if (!standard.isLoaded()) return fail(L"there is no pipe-system standard to repair by");
+    std::vector<Mapping> mappings;
+    platform::Error error;
+    if (!request.mappings.empty() && !readMappings(request.mappings, mappings, error)) return fail(error.message);
+    const DrawingFacts facts(*current);
+    Repair repair(facts, standard);
+    if (request.mappings.empty())
+        repair.planAll();
+    else
+        repair.plan(mappings);
+    std::vector<std::wstring> refusals;
+    if (!request.isDryRun) refusals = repair.apply();
+    if (!deliver(reportOf(request, repair, refusals), request.file, error)) return fail(error.message);
+    // What could be mended is.
+    for (const std::wstring& refusal : refusals)
+        QrsExport::TellRefusal(L"not done: " + refusal);
+}
+
+}  // namespace qrs::audit
