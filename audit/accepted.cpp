@@ -4,6 +4,7 @@
 #include "csv.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "PwxTool.h"
 
 namespace qrs::audit {
@@ -22,9 +23,9 @@ bool AcceptedFindings::read(const std::wstring& drawing, platform::Error& error)
         const Rule* rule = ruleNamed(row.cells[0]);
         std::wstring fault;
         if (rule == nullptr)
-            fault = L"there is no rule \"" + row.cells[0] + L"\"";
+            fault = platform::translated(L"there is no rule \"%1\"", row.cells[0]);
         else if (row.cells.size() != 3 || row.cells[1].empty() || row.cells[2].empty())
-            fault = L"a row is a rule, a subject and a reason";
+            fault = platform::translated(L"a row is a rule, a subject and a reason");
         if (!fault.empty()) {
             error.message = faultAt(path_, row.line, fault);
             return false;

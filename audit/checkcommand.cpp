@@ -16,8 +16,24 @@ namespace {
 struct Format {
     const wchar_t* word;
     std::string (*report)(const CheckResults& results);
+    bool isForPrograms;
 };
-constexpr Format kFormats[] = {{L"Text", &textReport}, {L"Json", &jsonReport}, {L"Html", &htmlReport}};
+constexpr Format kFormats[] = {
+    {L"Text", &textReport, false}, {L"Json", &jsonReport, true}, {L"Html", &htmlReport, false}};
+
+// What programs read is the same for every user.
+class EnglishForPrograms {
+  public:
+    explicit EnglishForPrograms(bool isForPrograms) : before_(platform::language()) {
+        if (isForPrograms) platform::setLanguage(platform::Language::English);
+    }
+    ~EnglishForPrograms() { platform::setLanguage(before_); }
+    EnglishForPrograms(const EnglishForPrograms&) = delete;
+    EnglishForPrograms& operator=(const EnglishForPrograms&) = delete;
+
+  private:
+    platform::Language before_;
+};
 
 // The answers to the command's prompts.
 struct Request {
@@ -35,13 +51,15 @@ bool ask(Request& request) {
         words.push_back(format.word);
     std::wstring rules;
     std::size_t choice = 0;
-    if (!askChoice(L"\nForm of the report [Text/Json/Html] <Text>: ", words, request.format) ||
-        !askPath(L"\nFile for the report <command line>: ", request.file) ||
-        !askPath(L"\nFile of rules <none>: ", rules))
+    if (!askChoice(platform::untranslated(L"\nForm of the report [Text/Json/Html] <Text>: "), words, request.format) ||
+        !askPath(platform::untranslated(L"\nFile for the report <command line>: "), request.file) ||
+        !askPath(platform::untranslated(L"\nFile of rules <none>: "), rules))
         return false;
     platform::Error error;
     if (!rules.empty() && !request.weights.read(rules, error)) return fail(error.message), false;
-    if (!askChoice(L"\nCheck external references, too? [No/Yes] <No>: ", {L"No", L"Yes"}, choice)) return false;
+    if (!askChoice(platform::untranslated(L"\nCheck external references, too? [No/Yes] <No>: "), {L"No", L"Yes"},
+                   choice))
+        return false;
     request.withReferences = choice == 1;
     return askDrawings(request.drawings);
 }
@@ -52,7 +70,8 @@ class Checking {
 
     // False, after a message, when there is no standard.
     bool run() {
-        if (!standard_.isLoaded()) return fail(L"there is no pipe-system standard to check against"), false;
+        if (!standard_.isLoaded())
+            return fail(platform::translated(L"there is no pipe-system standard to check against")), false;
         if (AcDbDatabase* current = acdbHostApplicationServices()->workingDatabase();
             request_.drawings.empty() && current != nullptr)
             check(*current, fileOf(*current));
@@ -115,8 +134,12 @@ void tellOutcome(const CheckResults& results) {
         if (!result.unreadable.empty()) ++unreadable;
         errors += result.count(Severity::Error);
     }
-    if (unreadable > 0) fail(countedText(unreadable, L"drawing was", L"drawings were") + L" not checked");
-    if (errors > 0) fail(countedText(errors, L"finding is an error", L"findings are errors"));
+    if (unreadable > 0)
+        fail(countedText(unreadable, platform::untranslated(L"%1 drawing was not checked"),
+                         platform::untranslated(L"%1 drawings were not checked")));
+    if (errors > 0)
+        fail(countedText(errors, platform::untranslated(L"%1 finding is an error"),
+                         platform::untranslated(L"%1 findings are errors")));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "host/platform/text.h"
 
 namespace qrs::audit {
@@ -74,7 +75,7 @@ bool readCsv(const std::wstring& path, std::vector<CsvRow>& rows, platform::Erro
         if (line.empty() || line.front() == L'#') continue;
         CsvRow row{number, {}};
         if (!cutLine(line, row.cells)) {
-            error.message = faultAt(path, number, L"a quote is not closed");
+            error.message = faultAt(path, number, platform::translated(L"a quote is not closed"));
             return false;
         }
         rows.push_back(std::move(row));

@@ -8,6 +8,7 @@
 #include "facts.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "host/platform/tree.h"
 
 namespace qrs::audit {
@@ -47,7 +48,8 @@ std::unique_ptr<AcDbDatabase> openDrawing(const std::wstring& path, platform::Er
     std::string reason;
     if (!platform::readFile(log, reason, unreadable)) reason.clear();
     reason.erase(std::find(reason.begin(), reason.end(), '\n'), reason.end());
-    error.message = !reason.empty() ? reason : platform::nativePath(path).u8string() + ": cannot be read";
+    error.message =
+        !reason.empty() ? reason : platform::translated("%1: cannot be read", platform::nativePath(path).u8string());
     return nullptr;
 }
 

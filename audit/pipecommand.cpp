@@ -2,6 +2,7 @@
 #include "commands.h"
 #include "dbapserv.h"
 #include "drawings.h"
+#include "host/platform/language.h"
 #include "pipetotals.h"
 #include "prompts.h"
 #include "report.h"
@@ -51,8 +52,8 @@ void reportPipes() {
     std::size_t format = 0;
     std::wstring file;
     std::vector<std::wstring> drawings;
-    if (!askChoice(L"\nForm of the report [Text/Csv/Json] <Text>: ", words, format) ||
-        !askPath(L"\nFile for the report <command line>: ", file) || !askDrawings(drawings))
+    if (!askChoice(platform::untranslated(L"\nForm of the report [Text/Csv/Json] <Text>: "), words, format) ||
+        !askPath(platform::untranslated(L"\nFile for the report <command line>: "), file) || !askDrawings(drawings))
         return;
     PipeReport report;
     AcDbDatabase* current = acdbHostApplicationServices()->workingDatabase();
@@ -60,7 +61,9 @@ void reportPipes() {
     const std::size_t unreadable = addFiles(drawings, report);
     platform::Error error;
     if (!deliver(kFormats[format].report(report), file, error)) return fail(error.message);
-    if (unreadable > 0) fail(countedText(unreadable, L"drawing was", L"drawings were") + L" not read");
+    if (unreadable > 0)
+        fail(countedText(unreadable, platform::untranslated(L"%1 drawing was not read"),
+                         platform::untranslated(L"%1 drawings were not read")));
 }
 
 }  // namespace qrs::audit

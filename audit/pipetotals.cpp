@@ -11,6 +11,7 @@
 
 #include "csv.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "PwxTool.h"
 #include "report.h"
 
@@ -19,8 +20,6 @@ namespace qrs::audit {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-constexpr const wchar_t* kNotGiven = L"not given";
 
 std::string utf8(const std::wstring& text) {
     return platform::toUtf8(text);
@@ -61,8 +60,13 @@ std::wstring lengthText(double length) {
     return text;
 }
 
-std::wstring given(const std::wstring& text, const wchar_t* what) {
-    return text.empty() ? std::wstring(what) + L" " + kNotGiven : text;
+// "3 pipes, length 7.5"
+std::wstring lengthOf(const Length& length, const wchar_t* one, const wchar_t* many) {
+    return countedText(length.pipes, one, many) + platform::translated(L", length %1", lengthText(length.length));
+}
+
+std::wstring pipesOf(const Length& length) {
+    return lengthOf(length, platform::untranslated(L"%1 pipe"), platform::untranslated(L"%1 pipes"));
 }
 
 }  // namespace
@@ -100,26 +104,35 @@ void sumUp(const DrawingFacts& facts, PipeTotals& totals) {
 
 namespace {
 
+void addRiser(const RiserTotals& riser, std::wstring& text) {
+    text += L"    " + (riser.serial.empty() ? platform::translated(L"serial not given") : riser.serial);
+    if (!riser.building.empty()) text += platform::translated(L", building %1", riser.building);
+    for (const std::wstring* size : {&riser.diameter, &riser.material})
+        if (!size->empty()) text += L", " + *size;
+    if (riser.length.pipes > 1)
+        text += L": " + countedText(riser.length.pipes, platform::untranslated(L"%1 riser"),
+                                    platform::untranslated(L"%1 risers"));
+    text += L"\n";
+}
+
 void addSystem(const SystemTotals& system, std::wstring& text) {
-    text += system.name + L"\n";
-    text += L"  " + countedText(system.pipes.pipes, L"pipe", L"pipes") + L", length " +
-            lengthText(system.pipes.length) + L"\n";
+    text += system.name + L"\n  " + pipesOf(system.pipes) + L"\n";
     for (const auto& [size, length] : system.bySize)
-        text += L"    " + given(size.first, L"diameter") + L", " + given(size.second, L"material") + L": " +
-                countedText(length.pipes, L"pipe", L"pipes") + L", length " + lengthText(length.length) + L"\n";
+        text += L"    " + (size.first.empty() ? platform::translated(L"diameter not given") : size.first) + L", " +
+                (size.second.empty() ? platform::translated(L"material not given") : size.second) + L": " +
+                pipesOf(length) + L"\n";
     if (system.riserLength.pipes > 0)
-        text += L"  " + countedText(system.riserLength.pipes, L"riser", L"risers") + L", length " +
-                lengthText(system.riserLength.length) + L"\n";
-    for (const RiserTotals& riser : system.risers) {
-        text += L"    " + given(riser.serial, L"serial");
-        if (!riser.building.empty()) text += L", building " + riser.building;
-        for (const std::wstring* size : {&riser.diameter, &riser.material})
-            if (!size->empty()) text += L", " + *size;
-        if (riser.length.pipes > 1) text += L": " + countedText(riser.length.pipes, L"riser", L"risers");
-        text += L"\n";
-    }
-    text += L"  " + countedText(system.wells, L"well", L"wells") + L", " +
-            countedText(system.attachments, L"attachment", L"attachments") + L"\n";
+        text +=
+            L"  " +
+            lengthOf(system.riserLength, platform::untranslated(L"%1 riser"), platform::untranslated(L"%1 risers")) +
+            L"\n";
+    for (const RiserTotals& riser : system.risers)
+        addRiser(riser, text);
+    text += L"  " + countedText(system.wells, platform::untranslated(L"%1 well"), platform::untranslated(L"%1 wells")) +
+            L", " +
+            countedText(system.attachments, platform::untranslated(L"%1 attachment"),
+                        platform::untranslated(L"%1 attachments")) +
+            L"\n";
 }
 
 }  // namespace
@@ -128,18 +141,22 @@ std::string textPipes(const PipeReport& report) {
     std::wstring text;
     for (const PipeTotals& totals : report) {
         if (&totals != &report.front()) text += L"\n";
-        text += L"Pipes of " + (totals.drawing.empty() ? std::wstring(L"the drawing") : totals.drawing) + L"\n";
+        text += platform::translated(L"Pipes of %1\n",
+                                     totals.drawing.empty() ? platform::translated(L"the drawing") : totals.drawing);
         if (!totals.unreadable.empty()) {
-            text += L"not read: " + platform::fromUtf8(totals.unreadable) + L"\n";
+            text += platform::translated(L"not read: %1\n", platform::fromUtf8(totals.unreadable));
             continue;
         }
         for (const SystemTotals& system : totals.systems)
             addSystem(system, text);
         SystemTotals all = totals.all;
-        all.name = L"All systems (" + std::to_wstring(totals.systems.size()) + L"), lengths in drawing units";
+        all.name = platform::translated(L"All systems (%1), lengths in drawing units", totals.systems.size());
         addSystem(all, text);
         if (totals.loneWells > 0)
-            text += L"  " + countedText(totals.loneWells, L"well", L"wells") + L" of these at no pipe\n";
+            text += L"  " +
+                    countedText(totals.loneWells, platform::untranslated(L"%1 well of these at no pipe"),
+                                platform::untranslated(L"%1 wells of these at no pipe")) +
+                    L"\n";
     }
     return utf8(text);
 }

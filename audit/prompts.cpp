@@ -6,6 +6,7 @@
 #include "acedads.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "host/platform/text.h"
 #include "qrs_kernal.h"
 
@@ -17,7 +18,7 @@ constexpr std::size_t kLongestAnswer = 4096;
 
 bool askText(const wchar_t* prompt, std::wstring& answer) {
     ACHAR text[kLongestAnswer] = L"";
-    if (acedGetString(1, prompt, text, kLongestAnswer) != RTNORM) return false;
+    if (acedGetString(1, platform::translated(prompt).c_str(), text, kLongestAnswer) != RTNORM) return false;
     answer = platform::trimmed(text);
     return true;
 }
@@ -34,7 +35,7 @@ bool askChoice(const wchar_t* prompt, const std::vector<const wchar_t*>& words, 
         keywords += (keywords.empty() ? L"" : L" ") + std::wstring(word);
     acedInitGet(0, keywords.c_str());
     ACHAR answer[64] = L"";
-    const int result = acedGetKword(prompt, answer, std::size(answer));
+    const int result = acedGetKword(platform::translated(prompt).c_str(), answer, std::size(answer));
     choice = 0;
     if (result == RTNONE) return true;
     if (result != RTNORM) return false;
@@ -45,7 +46,9 @@ bool askChoice(const wchar_t* prompt, const std::vector<const wchar_t*>& words, 
 
 bool askDrawings(std::vector<std::wstring>& paths) {
     for (std::wstring path;;) {
-        if (!askPath(paths.empty() ? L"\nDrawing <the current one>: " : L"\nAnother drawing <no more>: ", path))
+        if (!askPath(paths.empty() ? platform::untranslated(L"\nDrawing <the current one>: ")
+                                   : platform::untranslated(L"\nAnother drawing <no more>: "),
+                     path))
             return false;
         if (path.empty()) return true;
         paths.push_back(path);

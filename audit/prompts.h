@@ -1,4 +1,4 @@
-// What the commands of this plug-in ask.
+// What the commands of this plug-in ask. Prompts are given in English and shown in the language of the user.
 #pragma once
 
 #include <string>

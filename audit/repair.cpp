@@ -8,6 +8,7 @@
 #include "csv.h"
 #include "dbents.h"
 #include "dbobjptr.h"
+#include "host/platform/language.h"
 #include "PipeSystemTool.h"
 #include "PwxTool.h"
 #include "qrs_looks.h"
@@ -43,19 +44,20 @@ std::wstring textOf(const std::vector<Difference>& differences) {
     return text;
 }
 
+std::wstring doneUnless(bool isDone, const wchar_t* reason) {
+    return isDone ? std::wstring() : platform::translated(reason);
+}
+
 template <class Record>
 std::wstring rename(AcDbObjectId id, const std::wstring& name) {
     const AcDbObjectPointer<Record> record(id, AcDb::kForWrite);
-    if (record.openStatus() != Acad::eOk) return L"it cannot be opened";
-    return record->setName(name.c_str()) == Acad::eOk ? L"" : L"the drawing does not take the name";
+    if (record.openStatus() != Acad::eOk) return platform::translated(L"it cannot be opened");
+    return doneUnless(record->setName(name.c_str()) == Acad::eOk,
+                      platform::untranslated(L"the drawing does not take the name"));
 }
 
 bool isLayerZero(std::wstring_view layer) {
     return layer == L"0";
-}
-
-std::wstring doneUnless(bool isDone, const wchar_t* reason) {
-    return isDone ? L"" : reason;
 }
 
 // Of several rows that fit a layer the first one counts.
@@ -81,12 +83,12 @@ bool readMappings(const std::wstring& path, std::vector<Mapping>& mappings, plat
                                        [&](const KindName& one) { return isWhole && row.cells[2] == one.name; });
         std::wstring fault;
         if (!isWhole)
-            fault = L"a row is a pattern, a name and what it is";
+            fault = platform::translated(L"a row is a pattern, a name and what it is");
         else if (kind == std::end(kKinds))
-            fault = L"\"" + row.cells[2] + L"\" is none of: layer, linetype, textstyle, system";
+            fault = platform::translated(L"\"%1\" is none of: layer, linetype, textstyle, system", row.cells[2]);
         else if (kind->kind == Mapping::Kind::PipeSystem &&
                  !PipeSystemTool::IsPipeSystemOfCurrentStandard(CString(row.cells[1])))
-            fault = L"the standard has no pipe system \"" + row.cells[1] + L"\"";
+            fault = platform::translated(L"the standard has no pipe system \"%1\"", row.cells[1]);
         if (!fault.empty()) {
             error.message = faultAt(path, row.line, fault);
             return false;
@@ -106,7 +108,7 @@ void Repair::planLayer(const LayerFacts& layer, const std::wstring& name) {
     const bool isNew = !hasLayer(name);
     const AcDbObjectId id = layer.id;
     if (isSameName(layer.name, name) || (isNew && !isBuiltInLayer(layer.name))) {
-        changes_.push_back({L"layer " + layer.name + L" renamed " + name, layer.objects.count,
+        changes_.push_back({platform::translated(L"layer %1 renamed %2", layer.name, name), layer.objects.count,
                             [id, name] { return rename<AcDbLayerTableRecord>(id, name); }});
         coming_.insert(name);
         return planProperties(layer, name);
@@ -115,17 +117,17 @@ void Repair::planLayer(const LayerFacts& layer, const std::wstring& name) {
     const std::uint64_t count = isLayerZero(layer.name) ? facts_.onLayerZero.count : layer.objects.count;
     if (count == 0) return;
     layerMoves_[layer.name] = name;
-    changes_.push_back(
-        {L"objects of layer " + layer.name + L" moved to " + name, count, [this, from = layer.name, id, name, isNew] {
-             const AcDbLayerTableRecordPointer record(id, AcDb::kForRead);
-             std::wstring reason;
-             if (record.openStatus() != Acad::eOk || record->isLocked())
-                 reason = L"the layer is locked";
-             else if (isNew && PipeSystemTool::InitLayer(CString(name)).isNull())
-                 reason = L"neither the drawing nor the standard has it";
-             if (!reason.empty()) layerMoves_.erase(from);
-             return reason;
-         }});
+    changes_.push_back({platform::translated(L"objects of layer %1 moved to %2", layer.name, name), count,
+                        [this, from = layer.name, id, name, isNew] {
+                            const AcDbLayerTableRecordPointer record(id, AcDb::kForRead);
+                            std::wstring reason;
+                            if (record.openStatus() != Acad::eOk || record->isLocked())
+                                reason = platform::translated(L"the layer is locked");
+                            else if (isNew && PipeSystemTool::InitLayer(CString(name)).isNull())
+                                reason = platform::translated(L"neither the drawing nor the standard has it");
+                            if (!reason.empty()) layerMoves_.erase(from);
+                            return reason;
+                        }});
     coming_.insert(name);
 }
 
@@ -134,8 +136,9 @@ void Repair::planProperties(const LayerFacts& layer, const std::wstring& name) {
     if (definition == nullptr) return;
     const std::vector<Difference> differences = differencesOf({facts_, standard_}, layer, *definition);
     if (differences.empty()) return;
-    changes_.push_back({L"layer " + name + L": " + textOf(differences), layer.objects.count, [name] {
-                            return doneUnless(PipeSystemTool::UpdateLayer(CString(name)), L"it cannot be opened");
+    changes_.push_back({platform::translated(L"layer %1: %2", name, textOf(differences)), layer.objects.count, [name] {
+                            return doneUnless(PipeSystemTool::UpdateLayer(CString(name)),
+                                              platform::untranslated(L"it cannot be opened"));
                         }});
 }
 
@@ -155,7 +158,8 @@ void Repair::planAll() {
         const std::wstring* name = standard_.linetype(linetype.name);
         if (name == nullptr || *name == linetype.name || linetype.isDependent() || isBuiltInLinetype(linetype.name))
             continue;
-        changes_.push_back({L"linetype " + linetype.name + L" renamed " + *name, linetype.objects.count,
+        changes_.push_back({platform::translated(L"linetype %1 renamed %2", linetype.name, *name),
+                            linetype.objects.count,
                             [id = linetype.id, name = *name] { return rename<AcDbLinetypeTableRecord>(id, name); }});
     }
     planTextStyles();
@@ -170,25 +174,29 @@ void Repair::planTextStyles() {
         if (node == nullptr) continue;
         const std::wstring name = wide(node->Name);
         if (name != style.name)
-            changes_.push_back({L"text style " + style.name + L" renamed " + name, style.objects.count,
+            changes_.push_back({platform::translated(L"text style %1 renamed %2", style.name, name),
+                                style.objects.count,
                                 [id = style.id, name] { return rename<AcDbTextStyleTableRecord>(id, name); }});
         const std::vector<Difference> differences = differencesOf(style, *node);
         if (differences.empty()) continue;
         changes_.push_back(
-            {L"text style " + name + L": " + textOf(differences), style.objects.count,
-             [name] { return doneUnless(PipeSystemTool::UpdateTextStyle(CString(name)), L"it cannot be opened"); }});
+            {platform::translated(L"text style %1: %2", name, textOf(differences)), style.objects.count, [name] {
+                 return doneUnless(PipeSystemTool::UpdateTextStyle(CString(name)),
+                                   platform::untranslated(L"it cannot be opened"));
+             }});
     }
 }
 
 void Repair::planSystem(const std::wstring& from, const std::wstring& to, std::vector<AcDbObjectId> pipes) {
     if (pipes.empty()) return;
     const std::uint64_t count = pipes.size();
-    changes_.push_back({L"pipes of " + from + L" given the system " + to, count, [to, pipes = std::move(pipes)] {
-                            bool isDone = true;
-                            for (const AcDbObjectId& pipe : pipes)
-                                isDone = PipeSystemTool::SetPipeSystemName(pipe, CString(to)) && isDone;
-                            return doneUnless(isDone, L"some cannot be opened");
-                        }});
+    changes_.push_back(
+        {platform::translated(L"pipes of %1 given the system %2", from, to), count, [to, pipes = std::move(pipes)] {
+             bool isDone = true;
+             for (const AcDbObjectId& pipe : pipes)
+                 isDone = PipeSystemTool::SetPipeSystemName(pipe, CString(to)) && isDone;
+             return doneUnless(isDone, platform::untranslated(L"some cannot be opened"));
+         }});
 }
 
 void Repair::planOldSystems() {
@@ -225,12 +233,12 @@ void Repair::planMissingLayers(const std::vector<Mapping>& mappings) {
         const Mapping* mapping = layerMapping(mappings, name);
         if (mapping == nullptr || isSameName(name, mapping->to)) continue;
         layerMoves_[name] = mapping->to;
-        changes_.push_back({L"objects of layer " + name + L" moved to " + mapping->to, objects.count,
+        changes_.push_back({platform::translated(L"objects of layer %1 moved to %2", name, mapping->to), objects.count,
                             [this, from = name, to = mapping->to] {
                                 // One that the drawing has is taken as it is.
                                 if (!PipeSystemTool::InitLayer(CString(to)).isNull()) return std::wstring();
                                 layerMoves_.erase(from);
-                                return std::wstring(L"neither the drawing nor the standard has it");
+                                return platform::translated(L"neither the drawing nor the standard has it");
                             }});
     }
 }
@@ -246,13 +254,13 @@ void Repair::planLinetypes(const Mapping& mapping) {
             if (!isByLayer && isSameName(layer.linetype, linetype.name)) layers.push_back(layer.id);
         if (layers.empty() && linetype.objects.count == 0) continue;
         linetypeMoves_.emplace(linetype.name, mapping.to);
-        changes_.push_back({L"linetype " + linetype.name + L" replaced by " + mapping.to, linetype.objects.count,
-                            [this, layers, from = linetype.name, to = mapping.to, isByLayer] {
+        changes_.push_back({platform::translated(L"linetype %1 replaced by %2", linetype.name, mapping.to),
+                            linetype.objects.count, [this, layers, from = linetype.name, to = mapping.to, isByLayer] {
                                 const AcDbObjectId id =
                                     isByLayer ? AcDbObjectId() : PwxTool::LoadQdLineType(CString(to));
                                 if (!isByLayer && id.isNull()) {
                                     linetypeMoves_.erase(from);
-                                    return std::wstring(L"neither the drawing nor linetype.dbf has it");
+                                    return platform::translated(L"neither the drawing nor linetype.dbf has it");
                                 }
                                 bool isDone = true;
                                 for (const AcDbObjectId& layer : layers) {
@@ -260,7 +268,7 @@ void Repair::planLinetypes(const Mapping& mapping) {
                                     isDone = record.openStatus() == Acad::eOk &&
                                              record->setLinetypeObjectId(id) == Acad::eOk && isDone;
                                 }
-                                return doneUnless(isDone, L"some layers cannot be opened");
+                                return doneUnless(isDone, platform::untranslated(L"some layers cannot be opened"));
                             }});
     }
 }
@@ -270,11 +278,11 @@ void Repair::planTexts(const Mapping& mapping) {
         if (!fits(style.name, mapping.from) || isSameName(style.name, mapping.to) || style.isDependent()) continue;
         if (style.objects.count == 0) continue;
         textStyleMoves_.emplace(style.name, mapping.to);
-        changes_.push_back({L"texts in " + style.name + L" written in " + mapping.to, style.objects.count,
-                            [this, from = style.name, to = mapping.to] {
+        changes_.push_back({platform::translated(L"texts in %1 written in %2", style.name, mapping.to),
+                            style.objects.count, [this, from = style.name, to = mapping.to] {
                                 if (!PipeSystemTool::InitTextStyle(CString(to)).isNull()) return std::wstring();
                                 textStyleMoves_.erase(from);
-                                return std::wstring(L"neither the drawing nor the standard has it");
+                                return platform::translated(L"neither the drawing nor the standard has it");
                             }});
     }
 }
@@ -364,7 +372,7 @@ std::vector<std::wstring> Repair::apply() {
             refusals.push_back(change.text + L": " + reason);
     if (layerMoves_.empty() && linetypeMoves_.empty() && textStyleMoves_.empty()) return refusals;
     if (const std::size_t refused = Mover(*this).run(); refused > 0)
-        refusals.push_back(std::to_wstring(refused) + L" objects that cannot be changed");
+        refusals.push_back(platform::translated(L"%1 objects that cannot be changed", refused));
     return refusals;
 }
 

@@ -4,6 +4,7 @@
 #include "drawings.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "prompts.h"
 #include "qrs_kernal.h"
 #include "repair.h"
@@ -24,25 +25,32 @@ struct Request {
 
 bool ask(Request& request) {
     std::size_t choice = 0;
-    if (!askText(L"\nFile of mappings, or Auto <Auto>: ", request.mappings)) return false;
+    if (!askText(platform::untranslated(L"\nFile of mappings, or Auto <Auto>: "), request.mappings)) return false;
     if (isSameName(request.mappings, kAuto)) request.mappings.clear();
     if (!request.mappings.empty()) request.mappings = platform::wholePath(platform::innerFromTyped(request.mappings));
-    if (!askChoice(L"\nOnly show what would change? [No/Yes] <No>: ", {L"No", L"Yes"}, choice)) return false;
+    if (!askChoice(platform::untranslated(L"\nOnly show what would change? [No/Yes] <No>: "), {L"No", L"Yes"}, choice))
+        return false;
     request.isDryRun = choice == 1;
-    return askPath(L"\nFile for the report <command line>: ", request.file);
+    return askPath(platform::untranslated(L"\nFile for the report <command line>: "), request.file);
 }
 
 std::string reportOf(const Request& request, const Repair& repair, const std::vector<std::wstring>& refusals) {
     std::wstring text;
     for (const Change& change : repair.changes()) {
         text += change.text;
-        if (change.objects > 0) text += L" (" + countedText(change.objects, L"object", L"objects") + L")";
+        if (change.objects > 0)
+            text += L" (" +
+                    countedText(change.objects, platform::untranslated(L"%1 object"),
+                                platform::untranslated(L"%1 objects")) +
+                    L")";
         text += L"\n";
     }
     for (const std::wstring& refusal : refusals)
-        text += L"not done: " + refusal + L"\n";
-    text += countedText(repair.changes().size(), L"change", L"changes");
-    text += request.isDryRun ? L"; shown only, nothing was changed\n" : L"\n";
+        text += platform::translated(L"not done: %1", refusal) + L"\n";
+    text += countedText(repair.changes().size(), platform::untranslated(L"%1 change"),
+                        platform::untranslated(L"%1 changes"));
+    if (request.isDryRun) text += platform::translated(L"; shown only, nothing was changed");
+    text += L"\n";
     return platform::toUtf8(text);
 }
 
@@ -53,7 +61,7 @@ void repairStandard() {
     AcDbDatabase* current = acdbHostApplicationServices()->workingDatabase();
     if (current == nullptr || !ask(request)) return;
     const StandardLists standard;
-    if (!standard.isLoaded()) return fail(L"there is no pipe-system standard to repair by");
+    if (!standard.isLoaded()) return fail(platform::translated(L"there is no pipe-system standard to repair by"));
     std::vector<Mapping> mappings;
     platform::Error error;
     if (!request.mappings.empty() && !readMappings(request.mappings, mappings, error)) return fail(error.message);
@@ -68,7 +76,7 @@ void repairStandard() {
     if (!deliver(reportOf(request, repair, refusals), request.file, error)) return fail(error.message);
     // What could be mended is.
     for (const std::wstring& refusal : refusals)
-        QrsExport::TellRefusal(L"not done: " + refusal);
+        QrsExport::TellRefusal(platform::translated(L"not done: %1", refusal));
 }
 
 }  // namespace qrs::audit

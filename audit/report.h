@@ -17,10 +17,12 @@ std::string jsonReport(const CheckResults& results);
 // A page of its own, without scripts.
 std::string htmlReport(const CheckResults& results);
 
-// "1 object", "2 objects".
+// "1 object", "2 objects": one and many are texts to be translated, with %1 for the count.
 std::wstring countedText(std::uint64_t count, const wchar_t* one, const wchar_t* many);
 // How many findings of each severity, and how many were accepted.
 std::wstring summaryOf(const CheckResult& result);
 std::wstring titleOf(const CheckResult& result);
+std::wstring textOf(const Difference& difference);
+std::wstring remedyOf(const Rule& rule);
 
 }  // namespace qrs::audit

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "report.h"
 
 namespace qrs::audit {
@@ -14,12 +15,9 @@ namespace qrs::audit {
 namespace {
 
 // Light and dark follow the reader's system; on paper the tables keep their lines.
-constexpr const char* kHead = R"(<!DOCTYPE html>
-<html lang="en">
-<head>
+constexpr const char* kHead = R"(
 <meta charset="utf-8">
-<meta name="viewport" content="width=device-width, initial-scale=1">
-<title>Check against the standard</title>
+<meta name="viewport" content="width=device-width,initial-scale=1">
 <style>
 :root { color-scheme: light dark; --line: #d5d9de; --soft: #f4f6f8; --dim: #5b6570; --text: #1c2126; --page: #fff;
   --error: #b3261e; --warning: #9a6300; --note: #33658a; --accepted: #3c7a3c; }
@@ -72,12 +70,28 @@ std::string escaped(std::wstring_view text) {
     return html;
 }
 
-std::string markOf(const std::string& kind) {
-    return "<span class=\"mark " + kind + "\">" + kind + "</span>";
+std::string shown(const wchar_t* english) {
+    return escaped(platform::translated(english));
 }
 
-std::string kindOf(const Finding& finding) {
-    return finding.reason.empty() ? escaped(nameOf(finding.severity)) : "accepted";
+// A severity, or "accepted": the class of the style, and the word.
+std::string markOf(const wchar_t* kind) {
+    return "<span class=\"mark " + escaped(kind) + "\">" + shown(kind) + "</span>";
+}
+
+const wchar_t* kindOf(const Finding& finding) {
+    return finding.reason.empty() ? nameOf(finding.severity) : platform::untranslated(L"accepted");
+}
+
+// The head of a column; those of numbers stand on the right.
+std::string head(const wchar_t* english) {
+    return "<th scope=\"col\">" + shown(english) + "</th>";
+}
+std::string numberHead(const wchar_t* english) {
+    return "<th scope=\"col\" class=\"number\">" + shown(english) + "</th>";
+}
+std::string tableHead(const wchar_t* caption, const std::string& heads) {
+    return "<table>\n<caption>" + shown(caption) + "</caption>\n<tr>" + heads + "</tr>\n";
 }
 
 std::string cell(std::size_t number) {
@@ -91,9 +105,8 @@ std::string rowOf(const Finding& finding) {
     if (!finding.detail.empty()) html += "<br>" + escaped(finding.detail);
     html += "</td><td>";
     for (const Difference& difference : finding.differences)
-        html += escaped(difference.property) + ": " + escaped(difference.drawing) + " here, " +
-                escaped(difference.standard) + " in the standard<br>";
-    if (!finding.reason.empty()) html += "accepted: " + escaped(finding.reason);
+        html += escaped(textOf(difference)) + "<br>";
+    if (!finding.reason.empty()) html += escaped(platform::translated(L"accepted: %1", finding.reason));
     html += "</td><td class=\"number\">" + std::to_string(finding.count) + "</td><td><code>";
     for (const std::wstring& handle : finding.handles)
         html += escaped(handle) + " ";
@@ -104,13 +117,11 @@ std::string rowOf(const Finding& finding) {
 // The findings of one rule, from one place of the list on, which moves after them.
 std::string tableOf(const Findings& findings, std::size_t& at) {
     const Finding& first = findings[at];
-    std::string html = "<table>\n<caption>" + markOf(kindOf(first)) + " " + escaped(first.rule->title) + " <code>" +
+    std::string html = "<table>\n<caption>" + markOf(kindOf(first)) + " " + shown(first.rule->title) + " <code>" +
                        escaped(first.rule->id) + "</code>";
-    if (first.reason.empty()) html += "<small>To do: " + escaped(first.rule->remedy) + ".</small>";
-    html +=
-        "</caption>\n<tr><th scope=\"col\">What</th><th scope=\"col\">How</th><th scope=\"col\" "
-        "class=\"number\">Objects"
-        "</th><th scope=\"col\">First handles</th></tr>\n";
+    if (first.reason.empty()) html += "<small>" + escaped(remedyOf(*first.rule)) + "</small>";
+    html += "</caption>\n<tr>" + head(platform::untranslated(L"What")) + head(platform::untranslated(L"How")) +
+            numberHead(platform::untranslated(L"Objects")) + head(platform::untranslated(L"First handles")) + "</tr>\n";
     for (; at < findings.size(); ++at) {
         const Finding& finding = findings[at];
         if (finding.rule != first.rule || finding.reason.empty() != first.reason.empty()) break;
@@ -122,12 +133,16 @@ std::string tableOf(const Findings& findings, std::size_t& at) {
 std::string sectionOf(const CheckResult& result, std::size_t number) {
     std::string html = "<h2 id=\"d" + std::to_string(number) + "\">" + escaped(titleOf(result)) + "</h2>\n";
     if (!result.unreadable.empty())
-        return html + "<p class=\"error\">Not checked: " + escaped(platform::fromUtf8(result.unreadable)) + "</p>\n";
-    html += "<p>" + escaped(summaryOf(result)) + "; " + std::to_string(result.entities) + " objects</p>\n";
+        return html + "<p class=\"error\">" +
+               escaped(platform::translated(L"not checked: %1", platform::fromUtf8(result.unreadable))) + "</p>\n";
+    html += "<p>" + escaped(summaryOf(result)) + "; " +
+            escaped(countedText(result.entities, platform::untranslated(L"%1 object"),
+                                platform::untranslated(L"%1 objects"))) +
+            "</p>\n";
     for (std::size_t at = 0; at < result.findings.size();)
         html += tableOf(result.findings, at);
     for (const std::wstring& row : result.idle)
-        html += "<p>Accepted, but not found any more: " + escaped(row) + "</p>\n";
+        html += "<p>" + escaped(platform::translated(L"accepted, but not found any more: %1", row)) + "</p>\n";
     return html;
 }
 
@@ -149,14 +164,15 @@ std::vector<std::size_t> byHarm(const CheckResults& results) {
 
 std::string drawingsTable(const CheckResults& results) {
     std::string html =
-        "<table>\n<caption>Drawings</caption>\n<tr><th scope=\"col\">Drawing</th><th scope=\"col\" class=\"number\">"
-        "Errors</th><th scope=\"col\" class=\"number\">Warnings</th><th scope=\"col\" class=\"number\">Notes</th>"
-        "<th scope=\"col\" class=\"number\">Accepted</th></tr>\n";
+        tableHead(platform::untranslated(L"Drawings"),
+                  head(platform::untranslated(L"Drawing")) + numberHead(platform::untranslated(L"Errors")) +
+                      numberHead(platform::untranslated(L"Warnings")) + numberHead(platform::untranslated(L"Notes")) +
+                      numberHead(platform::untranslated(L"Accepted")));
     for (const std::size_t i : byHarm(results)) {
         const CheckResult& result = results[i];
         html += "<tr><td><a href=\"#d" + std::to_string(i) + "\">" + escaped(result.drawing) + "</a></td>";
         if (!result.unreadable.empty())
-            html += "<td colspan=\"4\" class=\"error\">not checked</td>";
+            html += "<td colspan=\"4\" class=\"error\">" + escaped(summaryOf(result)) + "</td>";
         else
             for (const Severity severity : {Severity::Error, Severity::Warning, Severity::Note, Severity::Off})
                 html += cell(result.count(severity));
@@ -184,20 +200,22 @@ std::string rulesTable(const CheckResults& results) {
         }
     }
     std::string html =
-        "<table>\n<caption>Rules</caption>\n<tr><th scope=\"col\">Rule</th><th scope=\"col\" class=\"number\">Drawings"
-        "</th><th scope=\"col\" class=\"number\">Findings</th><th scope=\"col\" class=\"number\">Objects</th></tr>\n";
+        tableHead(platform::untranslated(L"Rules"),
+                  head(platform::untranslated(L"Rule")) + numberHead(platform::untranslated(L"Drawings")) +
+                      numberHead(platform::untranslated(L"Findings")) + numberHead(platform::untranslated(L"Objects")));
     for (const auto& [key, total] : totals)
-        html += "<tr><td>" + markOf(escaped(nameOf(static_cast<Severity>(-key.first)))) + " " +
-                escaped(key.second->title) + "</td>" + cell(total.drawings) + cell(total.findings) +
-                cell(total.objects) + "</tr>\n";
+        html += "<tr><td>" + markOf(nameOf(static_cast<Severity>(-key.first))) + " " + shown(key.second->title) +
+                "</td>" + cell(total.drawings) + cell(total.findings) + cell(total.objects) + "</tr>\n";
     return html + "</table>\n";
 }
 
 }  // namespace
 
 std::string htmlReport(const CheckResults& results) {
-    std::string html = kHead;
-    html += "<h1>Check against the standard</h1>\n";
+    const std::string title = escaped(platform::translated(L"Check against the standard"));
+    const bool isChinese = platform::language() == platform::Language::Chinese;
+    std::string html = std::string("<!DOCTYPE html>\n<html lang=\"") + (isChinese ? "zh-CN" : "en") +
+                       "\">\n<head>\n<title>" + title + "</title>" + kHead + "<h1>" + title + "</h1>\n";
     if (results.size() > 1) html += drawingsTable(results) + rulesTable(results);
     for (const std::size_t i : byHarm(results))
         html += sectionOf(results[i], i);

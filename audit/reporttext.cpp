@@ -1,8 +1,8 @@
 // The report for people at a command line.
-#include <algorithm>
 #include <iterator>
 
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 #include "report.h"
 
 namespace qrs::audit {
@@ -11,14 +11,19 @@ namespace {
 
 constexpr Severity kSeverities[] = {Severity::Error, Severity::Warning, Severity::Note};
 constexpr std::size_t kSeverityWidth = 8;
+constexpr char32_t kFirstWideCharacter = 0x2E80;
 
+// Chinese characters take two columns.
 std::wstring padded(std::wstring text, std::size_t width) {
-    text.resize(std::max(width, text.size()), L' ');
-    return text;
+    std::size_t columns = 0;
+    for (const wchar_t c : text)
+        columns += static_cast<char32_t>(c) >= kFirstWideCharacter ? 2 : 1;
+    return text.append(columns < width ? width - columns : 0, L' ');
 }
 
 std::wstring objectsOf(const Finding& finding) {
-    std::wstring text = countedText(finding.count, L"object", L"objects");
+    std::wstring text =
+        countedText(finding.count, platform::untranslated(L"%1 object"), platform::untranslated(L"%1 objects"));
     if (finding.handles.empty()) return text;
     text += L" (";
     for (std::size_t i = 0; i < finding.handles.size(); ++i)
@@ -33,9 +38,8 @@ void addFinding(const Finding& finding, std::wstring& text) {
     if (finding.count > 0) text += L": " + objectsOf(finding);
     text += L"\n";
     for (const Difference& difference : finding.differences)
-        text += indent + L"  " + difference.property + L": " + difference.drawing + L" here, " + difference.standard +
-                L" in the standard\n";
-    if (!finding.reason.empty()) text += indent + L"  accepted: " + finding.reason + L"\n";
+        text += indent + L"  " + textOf(difference) + L"\n";
+    if (!finding.reason.empty()) text += indent + L"  " + platform::translated(L"accepted: %1", finding.reason) + L"\n";
 }
 
 // Findings lie in order, so those of a rule lie side by side.
@@ -43,10 +47,12 @@ void addFindings(const Findings& findings, std::wstring& text) {
     const Finding* last = nullptr;
     for (const Finding& finding : findings) {
         if (last == nullptr || last->rule != finding.rule || last->reason.empty() != finding.reason.empty()) {
-            const std::wstring kind = finding.reason.empty() ? nameOf(finding.severity) : L"accepted";
-            text += padded(kind, kSeverityWidth) + L"  " + finding.rule->title + L" [" + finding.rule->id + L"]\n";
+            const std::wstring kind = platform::translated(
+                finding.reason.empty() ? nameOf(finding.severity) : platform::untranslated(L"accepted"));
+            text += padded(kind, kSeverityWidth) + L"  " + platform::translated(finding.rule->title) + L" [" +
+                    finding.rule->id + L"]\n";
             if (finding.reason.empty())
-                text += std::wstring(kSeverityWidth + 2, L' ') + L"To do: " + finding.rule->remedy + L".\n";
+                text += std::wstring(kSeverityWidth + 2, L' ') + remedyOf(*finding.rule) + L"\n";
         }
         addFinding(finding, text);
         last = &finding;
@@ -56,35 +62,48 @@ void addFindings(const Findings& findings, std::wstring& text) {
 void addResult(const CheckResult& result, std::wstring& text) {
     text += titleOf(result) + L"\n";
     if (!result.unreadable.empty()) {
-        text += L"not checked: " + platform::fromUtf8(result.unreadable) + L"\n";
+        text += platform::translated(L"not checked: %1", platform::fromUtf8(result.unreadable)) + L"\n";
         return;
     }
     addFindings(result.findings, text);
     for (const std::wstring& row : result.idle)
-        text += L"accepted, but not found any more: " + row + L"\n";
+        text += platform::translated(L"accepted, but not found any more: %1", row) + L"\n";
     text += summaryOf(result) + L"\n";
 }
 
 }  // namespace
 
 std::wstring countedText(std::uint64_t count, const wchar_t* one, const wchar_t* many) {
-    return std::to_wstring(count) + L" " + (count == 1 ? one : many);
+    return platform::translated(count == 1 ? one : many, count);
+}
+
+std::wstring textOf(const Difference& difference) {
+    return platform::translated(L"%1: %2 here, %3 in the standard", difference.property, difference.drawing,
+                                difference.standard);
+}
+
+std::wstring remedyOf(const Rule& rule) {
+    return platform::translated(L"To do: %1.", platform::translated(rule.remedy));
 }
 
 std::wstring summaryOf(const CheckResult& result) {
-    if (!result.unreadable.empty()) return L"not checked";
-    constexpr const wchar_t* kCounted[][2] = {{L"error", L"errors"}, {L"warning", L"warnings"}, {L"note", L"notes"}};
+    if (!result.unreadable.empty()) return platform::translated(L"not checked");
+    constexpr const wchar_t* kCounted[][2] = {
+        {platform::untranslated(L"%1 error"), platform::untranslated(L"%1 errors")},
+        {platform::untranslated(L"%1 warning"), platform::untranslated(L"%1 warnings")},
+        {platform::untranslated(L"%1 note"), platform::untranslated(L"%1 notes")}};
     std::wstring text;
     for (std::size_t i = 0; i < std::size(kSeverities); ++i)
         text += (i > 0 ? L", " : L"") + countedText(result.count(kSeverities[i]), kCounted[i][0], kCounted[i][1]);
     if (const std::size_t accepted = result.count(Severity::Off); accepted > 0)
-        text += L"; " + std::to_wstring(accepted) + L" accepted";
+        text += platform::translated(L"; %1 accepted", accepted);
     return text;
 }
 
 std::wstring titleOf(const CheckResult& result) {
-    const std::wstring name = result.drawing.empty() ? L"The drawing" : result.drawing;
-    return result.unreadable.empty() ? name + L" against the standard " + result.standard : name;
+    const std::wstring name = result.drawing.empty() ? platform::translated(L"The drawing") : result.drawing;
+    return result.unreadable.empty() ? platform::translated(L"%1 against the standard %2", name, result.standard)
+                                     : name;
 }
 
 std::string textReport(const CheckResults& results) {
@@ -94,7 +113,10 @@ std::string textReport(const CheckResults& results) {
         addResult(result, text);
     }
     if (results.size() > 1) {
-        text += L"\n" + countedText(results.size(), L"drawing", L"drawings") + L"\n";
+        text +=
+            L"\n" +
+            countedText(results.size(), platform::untranslated(L"%1 drawing"), platform::untranslated(L"%1 drawings")) +
+            L"\n";
         for (const CheckResult& result : results)
             text += result.drawing + L": " + summaryOf(result) + L"\n";
     }

@@ -7,12 +7,15 @@
 
 #include "facts.h"
 #include "host/platform/error.h"
+#include "host/platform/language.h"
 #include "standardlists.h"
 
 namespace qrs::audit {
 
 enum class Severity { Off, Note, Warning, Error };
-constexpr const wchar_t* kSeverityNames[] = {L"off", L"note", L"warning", L"error"};
+// As files of rules spell them.
+constexpr const wchar_t* kSeverityNames[] = {L"off", platform::untranslated(L"note"),
+                                             platform::untranslated(L"warning"), platform::untranslated(L"error")};
 inline const wchar_t* nameOf(Severity severity) {
     return kSeverityNames[static_cast<int>(severity)];
 }
@@ -46,7 +49,7 @@ using Findings = std::vector<Finding>;
 struct Rule {
     const wchar_t* id;
     Severity severity;      // unless a file says otherwise
-    const wchar_t* title;   // what it finds
+    const wchar_t* title;   // what it finds; this and the next are translated where they are shown
     const wchar_t* remedy;  // what to do
     void (*find)(const CheckedDrawing& drawing, Findings& findings);
 };
@@ -72,7 +75,7 @@ class RuleWeights {
 bool isBuiltInLayer(std::wstring_view name);
 bool isBuiltInLinetype(std::wstring_view name);
 bool isBuiltInTextStyle(std::wstring_view name);
-// "3", "by layer", "255,128,0".
+// "3", "by layer", "255,128,0", in the language of the user.
 std::wstring textOf(const AcCmColor& color);
 // "0.35 mm", "default".
 std::wstring textOf(AcDb::LineWeight weight);

@@ -26,6 +26,10 @@ void visitStandardLayers(const CheckedDrawing& drawing, const Visit& visit) {
     });
 }
 
+std::wstring yesOrNo(bool isSo) {
+    return isSo ? platform::translated(L"yes") : platform::translated(L"no");
+}
+
 bool carriesWeights(const DrawingFacts& facts) {
     return facts.database.originalFileVersion() >= AcDb::kDHL_1015;
 }
@@ -56,19 +60,21 @@ std::vector<Difference> differencesOf(const CheckedDrawing& drawing, const Layer
     std::vector<Difference> differences;
     const AcCmColor& color = definition.LayerColor;
     if ((color.isByACI() || color.isByColor()) && !isSameColor(drawing.facts, layer.color, color))
-        differences.push_back({L"colour", textOf(layer.color), textOf(color)});
+        differences.push_back({platform::translated(L"colour"), textOf(layer.color), textOf(color)});
     const std::wstring linetype = wide(definition.LineStyle);
     std::wstring pattern;
     const bool isLoadable = isSameName(linetype, L"Continuous") || drawing.standard.pattern(linetype, pattern);
     if (isLoadable && !isSameName(layer.linetype, linetype))
-        differences.push_back({L"linetype", layer.linetype.empty() ? L"(missing)" : layer.linetype, linetype});
+        differences.push_back({platform::translated(L"linetype"),
+                               layer.linetype.empty() ? platform::translated(L"(missing)") : layer.linetype, linetype});
     if (!carriesWeights(drawing.facts)) return differences;
     const auto weight = static_cast<AcDb::LineWeight>(definition.LineWeight);
     const bool isWeight = weight != AcDb::kLnWtByLayer && weight != AcDb::kLnWtByBlock;
     if (isWeight && layer.lineWeight != weight)
-        differences.push_back({L"lineweight", textOf(layer.lineWeight), textOf(weight)});
+        differences.push_back({platform::translated(L"lineweight"), textOf(layer.lineWeight), textOf(weight)});
     if (layer.isPlottable != definition.CanPlot)
-        differences.push_back({L"plotted", layer.isPlottable ? L"yes" : L"no", definition.CanPlot ? L"yes" : L"no"});
+        differences.push_back(
+            {platform::translated(L"plotted"), yesOrNo(layer.isPlottable), yesOrNo(definition.CanPlot)});
     return differences;
 }
 
@@ -100,14 +106,17 @@ void findOldLayers(const CheckedDrawing& drawing, Findings& findings) {
         std::wstring names;
         for (const LayerNode* one : today)
             names += (names.empty() ? L"" : L", ") + wide(one->LayerName);
-        findings.emplace_back(layer.name, layer.objects, (today.size() > 1 ? L"today one of " : L"today ") + names);
+        findings.emplace_back(layer.name, layer.objects,
+                              today.size() > 1 ? platform::translated(L"today one of %1", names)
+                                               : platform::translated(L"today %1", names));
     });
 }
 
 void findMisspeltLayers(const CheckedDrawing& drawing, Findings& findings) {
     visitStandardLayers(drawing, [&](const LayerFacts& layer, const LayerNode& definition) {
         if (layer.name != definition.LayerName.view())
-            findings.emplace_back(layer.name, layer.objects, L"spelled " + wide(definition.LayerName));
+            findings.emplace_back(layer.name, layer.objects,
+                                  platform::translated(L"spelled %1", definition.LayerName.view()));
     });
 }
 

@@ -39,7 +39,7 @@ void findOldSystems(const CheckedDrawing& drawing, Findings& findings) {
         if (!pipe.drawnSystem.empty() && pipe.drawnSystem != pipe.system)
             pipes[{pipe.drawnSystem, pipe.system}].add(pipe.id);
     for (const auto& [names, objects] : pipes)
-        findings.emplace_back(std::wstring(names.first), objects, L"today " + std::wstring(names.second));
+        findings.emplace_back(std::wstring(names.first), objects, platform::translated(L"today %1", names.second));
 }
 
 void findPipesOnOtherLayers(const CheckedDrawing& drawing, Findings& findings) {
@@ -53,9 +53,9 @@ void findPipesOnOtherLayers(const CheckedDrawing& drawing, Findings& findings) {
         PipeSystemTool::GetPipeLayers({text(system)}, own);
         if (isOnLayerOf(layer, own)) continue;
         const CString other = PipeSystemTool::GetPipeSystemNameByLayer(text(layer));
-        std::wstring detail = L"on layer " + std::wstring(layer);
-        if (!other.IsEmpty()) detail += L", of " + std::wstring(other.view());
-        findings.emplace_back(std::wstring(system), objects, detail);
+        findings.emplace_back(std::wstring(system), objects,
+                              other.IsEmpty() ? platform::translated(L"on layer %1", layer)
+                                              : platform::translated(L"on layer %1, of %2", layer, other.view()));
     }
 }
 
@@ -75,9 +75,9 @@ void findDoubledSerials(const CheckedDrawing& drawing, Findings& findings) {
     for (const auto& [key, objects] : risers) {
         if (objects.count < 2) continue;
         const auto& [system, building, serial] = key;
-        std::wstring detail = L"serial " + std::wstring(serial);
-        if (!building.empty()) detail += L" of building " + std::wstring(building);
-        findings.emplace_back(std::wstring(system), objects, detail);
+        findings.emplace_back(std::wstring(system), objects,
+                              building.empty() ? platform::translated(L"serial %1", serial)
+                                               : platform::translated(L"serial %1 of building %2", serial, building));
     }
 }
 

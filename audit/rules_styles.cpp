@@ -62,7 +62,7 @@ std::wstring withoutTexts(std::wstring pattern) {
 }
 
 std::wstring shownPattern(const std::wstring& pattern) {
-    return pattern.empty() ? L"continuous" : pattern;
+    return pattern.empty() ? platform::translated(L"continuous") : pattern;
 }
 
 // Font files are named with and without their suffix.
@@ -80,7 +80,8 @@ std::wstring shownFont(const std::wstring& font, const std::wstring& bigFont) {
 }
 
 std::wstring shownTypeface(const std::wstring& typeface, bool isBold, bool isItalic) {
-    return typeface + (isBold ? L", bold" : L"") + (isItalic ? L", italic" : L"");
+    return typeface + (isBold ? platform::translated(L", bold") : L"") +
+           (isItalic ? platform::translated(L", italic") : L"");
 }
 
 std::wstring shownFont(const TextStyleFacts& style) {
@@ -104,7 +105,7 @@ std::wstring shownFont(const TextStyleNode& node) {
 
 void compare(const wchar_t* property, double drawing, double standard, std::vector<Difference>& differences) {
     if (std::fabs(drawing - standard) > kTolerance)
-        differences.push_back({property, textOf(drawing), textOf(standard)});
+        differences.push_back({platform::translated(property), textOf(drawing), textOf(standard)});
 }
 
 bool isForeignTextStyle(const CheckedDrawing& drawing, std::wstring_view name) {
@@ -115,10 +116,12 @@ bool isForeignTextStyle(const CheckedDrawing& drawing, std::wstring_view name) {
 
 std::vector<Difference> differencesOf(const TextStyleFacts& style, const TextStyleNode& node) {
     std::vector<Difference> differences;
-    compare(L"height", style.height, node.FontHeigth, differences);
+    compare(platform::untranslated(L"height"), style.height, node.FontHeigth, differences);
     // A standard that says nothing of the width has 0.
-    compare(L"width factor", style.widthFactor, node.WHScale == 0.0 ? 1.0 : node.WHScale, differences);
-    if (!hasFontOf(style, node)) differences.push_back({L"font", shownFont(style), shownFont(node)});
+    compare(platform::untranslated(L"width factor"), style.widthFactor, node.WHScale == 0.0 ? 1.0 : node.WHScale,
+            differences);
+    if (!hasFontOf(style, node))
+        differences.push_back({platform::translated(L"font"), shownFont(style), shownFont(node)});
     return differences;
 }
 
@@ -143,7 +146,8 @@ void findDifferentLinetypes(const CheckedDrawing& drawing, Findings& findings) {
         if (!PwxTool::GetLinetypePattern(linetype.id, own)) return;
         if (own.view() == (holdsTexts ? standard : withoutTexts(standard))) return;
         findings.emplace_back(linetype.name, linetype.objects);
-        findings.back().differences.push_back({L"pattern", shownPattern(wide(own)), shownPattern(standard)});
+        findings.back().differences.push_back(
+            {platform::translated(L"pattern"), shownPattern(wide(own)), shownPattern(standard)});
     });
 }
 
@@ -151,7 +155,7 @@ void findMisspeltLinetypes(const CheckedDrawing& drawing, Findings& findings) {
     visitLinetypes(drawing, [&](const RecordFacts& linetype) {
         const std::wstring* name = drawing.standard.linetype(linetype.name);
         if (name != nullptr && *name != linetype.name)
-            findings.emplace_back(linetype.name, linetype.objects, L"spelled " + *name);
+            findings.emplace_back(linetype.name, linetype.objects, platform::translated(L"spelled %1", *name));
     });
 }
 
@@ -188,7 +192,7 @@ void findMisspeltTextStyles(const CheckedDrawing& drawing, Findings& findings) {
     visitTextStyles(drawing, [&](const TextStyleFacts& style) {
         const TextStyleNode* node = drawing.standard.textStyle(style.name);
         if (node != nullptr && node->Name.view() != style.name)
-            findings.emplace_back(style.name, style.objects, L"spelled " + wide(node->Name));
+            findings.emplace_back(style.name, style.objects, platform::translated(L"spelled %1", node->Name.view()));
     });
 }
 
@@ -223,7 +227,7 @@ void findDimStylesOfForeignText(const CheckedDrawing& drawing, Findings& finding
         if (style.isDependent() || style.textStyle.empty()) continue;
         if (style.objects.count == 0 && isBuiltInDimStyle(style.name)) continue;
         if (isForeignTextStyle(drawing, style.textStyle))
-            findings.emplace_back(style.name, style.objects, L"writes in " + style.textStyle);
+            findings.emplace_back(style.name, style.objects, platform::translated(L"writes in %1", style.textStyle));
     }
 }
 
@@ -234,9 +238,9 @@ void findDimStylesOnForeignLayers(const CheckedDrawing& drawing, Findings& findi
         for (const auto& [layer, onLayer] : style.objectsByLayer) {
             if (drawing.standard.layer(layer) != nullptr) continue;
             objects.add(onLayer);
-            names += (names.empty() ? L"on " : L", ") + layer;
+            names += (names.empty() ? L"" : L", ") + layer;
         }
-        if (objects.count > 0) findings.emplace_back(style.name, objects, names);
+        if (objects.count > 0) findings.emplace_back(style.name, objects, platform::translated(L"on %1", names));
     }
 }
 

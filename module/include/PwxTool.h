@@ -79,8 +79,8 @@ QRS_PIPE_PORT bool GetLinetypePattern(AcDbObjectId linetype, CString& pattern);
 //
 // Small texts in an entity's extended data, one per application name: after the name (1001) stands the text (1000). A
 // TEntitySet has its header, qrs_select.h.
-// The names the suite uses are "PWX-ENT-TYPE", "PIPE-SERIAL" and "BUILDING-SERIAL". Reports on pipes also read "PIPE-DN"
-// and "PIPE-MATERIAL", where somebody has written them.
+// The names the suite uses are "PWX-ENT-TYPE", "PIPE-SERIAL" and "BUILDING-SERIAL". Reports on pipes also read
+// "PIPE-DN" and "PIPE-MATERIAL", where somebody has written them.
 
 // The text under that name. Empty when the entity is null, has nothing under the name, or something else than a text
 // stands first after it.

@@ -166,7 +166,11 @@ TEST(Check, TellsProgramsOfEachDrawing) {
     place.write("faulty.dxf", faultyDrawing());
     place.write("faulty.dxf.accepted", "layer-different,*,known\n");
     place.example("pipes.dxf");
-    const Outcome checked = place.run({"--check", "faulty.dxf", "pipes.dxf", "gone.dxf", "--to", "report.json"});
+    // In one language whatever the user's is.
+    const Outcome checked =
+        place.run({"--language", "zh", "--check", "faulty.dxf", "pipes.dxf", "gone.dxf", "--to", "report.json"});
+    EXPECT_NE(place.run({"--language", "zh", "--check", "faulty.dxf"}).out.find("线型：此处 HIDDEN，标准 J\n"),
+              std::string::npos);
     EXPECT_EQ(checked.code, 1);
     EXPECT_EQ(checked.out, "");
     const nlohmann::json drawings = nlohmann::json::parse(place.read("report.json"))["drawings"];
