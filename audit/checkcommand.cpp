@@ -148,9 +148,14 @@ void checkStandard() {
     Request request;
     if (!ask(request)) return;
     Checking checking(request);
-    if (!checking.run()) return;
+    std::string report;
+    {
+        const EnglishForPrograms english(kFormats[request.format].isForPrograms);
+        if (!checking.run()) return;
+        report = kFormats[request.format].report(checking.results());
+    }
     platform::Error error;
-    if (!deliver(kFormats[request.format].report(checking.results()), request.file, error)) return fail(error.message);
+    if (!deliver(report, request.file, error)) return fail(error.message);
     tellOutcome(checking.results());
 }
 
