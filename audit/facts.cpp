@@ -209,6 +209,8 @@ void DrawingFacts::readEntities() {
             if (DimStyleFacts* style = dimStyleFinder.find(look.dimStyle))
                 style->objectsByLayer[std::wstring(layerName)].add(look.id);
         if (look.space == TEntityLook::kModel && !look.isPart && layerName == L"0") onLayerZero.add(look.id);
+        // What lies in a block is drawn as often as the block, or never.
+        if (look.space != TEntityLook::kModel) continue;
         if (look.typeName == kPipe) readPipe(look.id, layerName);
         if (look.typeName == kNode && IsWell(look.id)) wells.push_back(look.id);
     }

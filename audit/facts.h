@@ -93,7 +93,7 @@ class DrawingFacts {
     std::vector<RecordFacts> linetypes;
     std::vector<TextStyleFacts> textStyles;
     std::vector<DimStyleFacts> dimStyles;
-    std::vector<PipeFacts> pipes;
+    std::vector<PipeFacts> pipes;  // of model space, as are the wells
     std::vector<AcDbObjectId> wells;
     Tally onLayerZero;  // of model space
     // What objects name and the tables lack.

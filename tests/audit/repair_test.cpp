@@ -91,7 +91,9 @@ TEST(Pipes, AreSummedUpBySystemSizeAndSerial) {
     text += pipeText("50", "0", "污水", "11=3000;21=0;31=0;331=60;332=61", marks) +
             pipeText("51", "0", "污水", "11=0;21=4000;31=0;331=61;330=62") +
             pipeText("52", "0", "污水", "11=0;21=0;31=900", ";1001=PIPE-SERIAL;1000=WL-2") +
-            pipeText("53", "0", "给水", "11=1;21=0;31=0");
+            pipeText("53", "0", "给水", "11=1;21=0;31=0") +
+            // Not in model space.
+            entityText("QRS_PIPE", "54", "0", "67=1;100=TDbPipePrototype;1=污水;90=0;100=TDbPipe;70=0;10=0;11=1");
     for (const char* node : {"60", "61", "63"})
         text += entityText("QRS_PIPENODE", node, "0", "100=TDbPipeNode;10=0;20=0;30=0;70=1");
     place.write("pipes.dxf", dxfText(text + "0=ENDSEC;0=EOF"));
