@@ -12,6 +12,7 @@
 #include "PwxTool.h"
 #include "qrs_looks.h"
 #include "qrs_pipeentity.h"
+#include "rules.h"
 
 namespace qrs::audit {
 
@@ -124,14 +125,21 @@ void tell(const Finder<Facts>& records, std::wstring_view name, AcDbObjectId obj
         missing[std::wstring(name)].add(object);
 }
 
+// What nothing names that has been read, and the drawing may do without.
 template <class Facts>
-void addUnnamed(std::vector<Facts>& facts, AcDbObjectIdArray& ids, std::vector<RecordFacts*>& records) {
+void addUnnamed(std::vector<Facts>& facts, bool (*isBuiltIn)(std::wstring_view), AcDbObjectIdArray& ids,
+                std::vector<RecordFacts*>& records) {
     for (Facts& one : facts) {
-        one.isUsed = one.objects.count > 0;
+        one.isUsed = one.isUsed || one.objects.count > 0 || isBuiltIn(one.name);
         if (one.isUsed) continue;
         ids.append(one.id);
         records.push_back(&one);
     }
+}
+
+template <class Facts>
+void use(const Finder<Facts>& records, std::wstring_view name) {
+    if (Facts* record = records.find(name)) record->isUsed = true;
 }
 
 }  // namespace
@@ -240,22 +248,28 @@ void DrawingFacts::readPipe(AcDbObjectId id, std::wstring_view layer) {
     pipes.push_back(facts);
 }
 
-// What no entity names may be needed by layers, styles, dictionaries.
+// What no entity names may be needed by layers, styles, dictionaries. Asking for that goes through the whole drawing
+// once more, so only what is still in doubt is asked for.
 void DrawingFacts::findUsed() {
+    const Finder<RecordFacts> linetypeFinder(linetypes);
+    const Finder<TextStyleFacts> textStyleFinder(textStyles);
+    for (const LayerFacts& layer : layers)
+        use(linetypeFinder, layer.linetype);
+    for (const DimStyleFacts& style : dimStyles)
+        use(textStyleFinder, style.textStyle);
+    const AcDbObjectId current = database.clayer();
+    for (LayerFacts& layer : layers)
+        if (layer.id == current) layer.isUsed = true;
     AcDbObjectIdArray ids;
     std::vector<RecordFacts*> records;
-    addUnnamed(layers, ids, records);
-    addUnnamed(linetypes, ids, records);
-    addUnnamed(textStyles, ids, records);
-    addUnnamed(dimStyles, ids, records);
+    addUnnamed(layers, &isBuiltInLayer, ids, records);
+    addUnnamed(linetypes, &isBuiltInLinetype, ids, records);
+    addUnnamed(textStyles, &isBuiltInTextStyle, ids, records);
     if (ids.isEmpty()) return;
     std::vector<Adesk::UInt32> counts(records.size());
     if (database.countHardReferences(ids, counts.data()) != Acad::eOk) return;
     for (std::size_t i = 0; i < records.size(); ++i)
         records[i]->isUsed = counts[i] > 0;
-    const AcDbObjectId current = database.clayer();
-    for (LayerFacts& layer : layers)
-        if (layer.id == current) layer.isUsed = true;
 }
 
 }  // namespace qrs::audit

@@ -43,7 +43,7 @@ struct RecordFacts {
     std::wstring name;
     AcDbObjectId id;
     Tally objects;        // that name it themselves
-    bool isUsed = false;  // something in the drawing needs it
+    bool isUsed = false;  // something in the drawing needs it, or every drawing has it
 
     // Of an external reference ("reference|name"): the other drawing's business.
     bool isDependent() const { return name.find(L'|') != std::wstring::npos; }

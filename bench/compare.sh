@@ -8,10 +8,12 @@
 #   session   open, rewrite 200 layer records, save           (qrs_dxf_session)
 #   move      the same and every second entity to layer 0     (qrs_dxf_session ... move)
 #   console   open, UnFrozenAllLayer, save                    (qrsconsole, where it is built)
+#   open      open and leave
+#   check     open, check against the standard, report
 # and for a text drawing of
 #   convert   open, move half of the entities to another layer (ConvertLayer), save; the other half lies there
 #   erase     open, erase half of the entities (EraseSelLayer), save
-# Ends with 1 when a row is above its limit: 3, 8, 3, 8 and 8 times cp, and 1.3 times the file for session and console.
+# Ends with 1 when a row is above its limit: 3, 8, 3, 8 and 8 times cp, and 1.3 times the file for session, console, open and check.
 set -eu
 
 build=${1:?usage: bench/compare.sh BUILD_FOLDER [ENTITIES]}
@@ -64,6 +66,8 @@ for form in '' --binary; do
     if [ -x "$bin/qrsconsole" ]; then
         measure console 3 1.3 "$bin/qrsconsole" --settings "$folder/settings.ini" -e UnFrozenAllLayer -o "$output" \
             "$drawing"
+        measure open 0 1.3 "$bin/qrsconsole" --settings "$folder/settings.ini" -e REGEN "$drawing"
+        measure check 0 1.3 "$bin/qrsconsole" --settings "$folder/settings.ini" --check --to "$folder/report.txt" "$drawing"
     fi
 done
 if [ -x "$bin/qrsconsole" ]; then
