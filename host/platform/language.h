@@ -62,26 +62,25 @@ constexpr const Char* untranslated(const Char* english) {
 QRS_HOST_PORT std::string translatedText(const char* english, const std::vector<std::string>& parts);
 QRS_HOST_PORT std::wstring translatedText(const wchar_t* english, const std::vector<std::wstring>& parts);
 
+// A part that is a text or a whole number, as text.
+template <typename Char, typename Part>
+std::basic_string<Char> partOf(const Part& part) {
+    if constexpr (!std::is_integral_v<Part>)
+        return std::basic_string<Char>(std::basic_string_view<Char>(part));
+    else if constexpr (std::is_same_v<Char, char>)
+        return std::to_string(part);
+    else
+        return std::to_wstring(part);
+}
+
 // The same, with texts and whole numbers for parts.
 template <typename... Parts>
 std::string translated(const char* english, const Parts&... parts) {
-    [[maybe_unused]] const auto text = [](const auto& part) {
-        if constexpr (std::is_integral_v<std::decay_t<decltype(part)>>)
-            return std::to_string(part);
-        else
-            return std::string(std::string_view(part));
-    };
-    return translatedText(english, {text(parts)...});
+    return translatedText(english, {partOf<char>(parts)...});
 }
 template <typename... Parts>
 std::wstring translated(const wchar_t* english, const Parts&... parts) {
-    [[maybe_unused]] const auto text = [](const auto& part) {
-        if constexpr (std::is_integral_v<std::decay_t<decltype(part)>>)
-            return std::to_wstring(part);
-        else
-            return std::wstring(std::wstring_view(part));
-    };
-    return translatedText(english, {text(parts)...});
+    return translatedText(english, {partOf<wchar_t>(parts)...});
 }
 
 }  // namespace qrs::platform
