@@ -46,10 +46,21 @@ constexpr Translation kRows[] = {
     {"Print what a drawing holds, and run nothing", "显示图形文件的内容，不运行命令"},
     {"Print where two drawings differ, and run nothing", "显示两个图形文件的差别，不运行命令"},
     {"Print the report of --info or --compare for programs", "以程序可读的格式显示 --info 或 --compare 的结果"},
-    {"Exit codes: 0 done, 1 a command failed or two drawings differ, 2 wrong usage, 3 a file cannot be read,\n4 a file "
-     "cannot be written, 5 the run of one of several drawings was killed. Of several drawings the highest.",
-     "退出码：0 完成，1 有命令失败或两个图形文件有差别，2 用法错误，3 文件不能读取，\n4 文件不能写入，5 "
+    {"Without a script the commands are typed; HELP lists them, HELP and a name tells of one, Tab completes.",
+     "没有脚本时键入命令；HELP 列出命令，HELP 加名字说明一个命令，Tab 补全。"},
+    {"Exit codes: 0 done, 1 a command failed, two drawings differ or a check found errors, 2 wrong usage,\n3 a file "
+     "cannot "
+     "be read, 4 a file cannot be written, 5 the run of one of several drawings was killed. Of several\ndrawings the "
+     "highest.",
+     "退出码：0 完成，1 有命令失败、两个图形文件有差别或检查发现错误，2 用法错误，3 文件不能读取，\n4 文件不能写入，5 "
      "多个图形文件中有一个的运行被终止。多个图形文件时取最大的。"},
+    // at the prompt
+    {"new", "新图"},
+    {"qrsconsole %1. HELP or ? lists the commands, QUIT ends.", "qrsconsole %1。HELP 或 ? 列出命令，QUIT 结束。"},
+    {"Drawing: %1. Standard: %2.", "图形：%1。标准：%2。"},
+    {"HELP and a name tell more of one command: HELP OPEN", "HELP 加名字说明一个命令：HELP OPEN"},
+    {"No page tells of %1; it is a command of %2.", "没有 %1 的说明；它是 %2 的命令。"},
+    {"... and %1 more", "……还有 %1 个"},
     // wrong usage
     {"%1 (--help lists the options)", "%1（--help 列出各选项）"},
     {"The following argument was not expected: %1", "不认识的参数：%1"},

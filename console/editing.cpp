@@ -96,9 +96,9 @@ EditingTerminal::EditingTerminal(Completer complete, const std::filesystem::path
     el_wset(editor, EL_HIST, history_w, history_.get());
     el_wset(editor, EL_GETCFN, &EditingTerminal::readKey);
     el_wset(editor, EL_EDITOR, L"emacs");
-    el_wset(editor, EL_ADDFN, L"qrs-cancel", L"Cancel the command", &EditingTerminal::cancel);
-    el_wset(editor, EL_ADDFN, L"qrs-complete", L"Complete what is asked for", &EditingTerminal::complete);
-    el_wset(editor, EL_ADDFN, L"qrs-leave", L"Leave the session", &EditingTerminal::leave);
+    el_wset(editor, EL_ADDFN, L"qrs-cancel", L"cancels", &EditingTerminal::cancel);
+    el_wset(editor, EL_ADDFN, L"qrs-complete", L"completes", &EditingTerminal::complete);
+    el_wset(editor, EL_ADDFN, L"qrs-leave", L"leaves", &EditingTerminal::leave);
     el_wset(editor, EL_BIND, L"^C", L"qrs-cancel", nullptr);
     el_wset(editor, EL_BIND, L"^D", L"qrs-leave", nullptr);
     el_wset(editor, EL_BIND, L"^I", L"qrs-complete", nullptr);
@@ -182,7 +182,7 @@ void EditingTerminal::list(const std::vector<std::wstring>& names) {
             text += i + rows < shown ? platform::paddedTo(names[i], width) : names[i];
         text += L"\n";
     }
-    if (shown < names.size()) text += L"... and " + std::to_wstring(names.size() - shown) + L" more\n";
+    if (shown < names.size()) text += translated(L"... and %1 more", names.size() - shown) + L"\n";
     write(platform::toUtf8(text));
 }
 

@@ -69,7 +69,8 @@ void listCommands(const host::Application& application) {
             if (!rows.empty()) text += L"\n" + task.heading + L"\n" + rows;
         }
     }
-    text += otherCommands(application, names) + L"\nHELP and a name tell more of one command: HELP OPEN";
+    text += otherCommands(application, names) + L"\n" +
+            platform::translated(L"HELP and a name tell more of one command: HELP OPEN");
     acedPrompt(text.c_str());
 }
 
@@ -82,7 +83,8 @@ void tellCommand(const host::Application& application, const std::wstring& typed
     if (!isKnown && !isVariable) return host::failUnknownCommand(typed);
     std::wstring text = shownSection(pageNamed(kHostPage), isVariable ? L"SETVAR" : name);
     if (text.empty()) text = shownPage(pageNamed(platform::toUtf8(name)));
-    if (text.empty()) text = L"No page tells of " + name + L"; it is a command of " + application.pluginOf(name) + L".";
+    if (text.empty())
+        text = platform::translated(L"No page tells of %1; it is a command of %2.", name, application.pluginOf(name));
     acedPrompt((L"\n" + text).c_str());
 }
 

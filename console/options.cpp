@@ -143,11 +143,15 @@ void describe(CLI::App& app, RawOptions& raw) {
         ->expected(2);
     app.add_flag("--json", raw.asJson, translated("Print the report of --info or --compare for programs"));
     describeAudit(app, raw.audit);
-    app.footer(translated(
-        "Without a script the commands are typed; HELP lists them, HELP and a name tells of one, Tab completes.\n\n"
-        "Exit codes: 0 done, 1 a command failed, two drawings differ or a check found errors, 2 wrong usage,\n"
-        "3 a file cannot be read, 4 a file cannot be written, 5 the run of one of several drawings was killed. Of several\n"
-        "drawings the highest."));
+    app.footer(
+        translated(
+            "Without a script the commands are typed; HELP lists them, HELP and a name tells of one, Tab completes.") +
+        "\n\n" +
+        translated(
+            "Exit codes: 0 done, 1 a command failed, two drawings differ or a check found errors, 2 wrong usage,\n"
+            "3 a file cannot be read, 4 a file cannot be written, 5 the run of one of several drawings was killed. Of "
+            "several\n"
+            "drawings the highest."));
 }
 
 // What is wrong with the options of a report, or nothing.

@@ -305,10 +305,10 @@ namespace {
 
 // What a person starts with.
 void greet(const Options& options, ConsoleTerminal& terminal) {
-    const std::string drawing = options.drawing.empty() ? "new" : options.drawing.u8string();
-    terminal.print(
-        platform::fromUtf8("qrsconsole " QRS_VERSION ". HELP or ? lists the commands, QUIT ends.\nDrawing: " + drawing +
-                           ". Standard: " + shownStandard(QrsExport::GetStandardInUse()) + ".\n"));
+    const std::string drawing = options.drawing.empty() ? translated("new") : options.drawing.u8string();
+    terminal.print(platform::fromUtf8(
+        translated("qrsconsole %1. HELP or ? lists the commands, QUIT ends.", QRS_VERSION) + "\n" +
+        translated("Drawing: %1. Standard: %2.", drawing, shownStandard(QrsExport::GetStandardInUse())) + "\n"));
 }
 
 // The commands, and what is written after them.
