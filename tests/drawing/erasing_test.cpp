@@ -333,18 +333,23 @@ TEST(Erasing, TakesLongChainsAndLists) {
          }},
     };
     for (const auto& hanging : hangings) {
-        double seconds[2] = {};
-        for (const int count : {kLess, kMore}) {
-            std::string objects = hanging.head;
-            for (int i = 0; i < count; ++i) {
-                // In a list the entries come first.
-                if (hanging.head.empty() || i % 2 == 0) objects += hanging.one(i);
+        bool growsAsTheyDo = false;
+        // A machine that is busy with other things may spoil a measurement.
+        for (int attempt = 0; attempt < 3 && !growsAsTheyDo; ++attempt) {
+            double seconds[2] = {};
+            for (const int count : {kLess, kMore}) {
+                std::string objects = hanging.head;
+                for (int i = 0; i < count; ++i) {
+                    // In a list the entries come first.
+                    if (hanging.head.empty() || i % 2 == 0) objects += hanging.one(i);
+                }
+                for (int i = 1; i < count && !hanging.head.empty(); i += 2)
+                    objects += hanging.one(i);
+                seconds[count == kMore] = secondsToErase(hanging.line, objects);
             }
-            for (int i = 1; i < count && !hanging.head.empty(); i += 2)
-                objects += hanging.one(i);
-            seconds[count == kMore] = secondsToErase(hanging.line, objects);
+            growsAsTheyDo = seconds[1] < 9 * seconds[0];
         }
-        EXPECT_LT(seconds[1], 9 * seconds[0]) << "four times as many";
+        EXPECT_TRUE(growsAsTheyDo) << "four times as many";
     }
     // Two that own each other, as damage may have it.
     secondsToErase(line("C"),
