@@ -49,7 +49,7 @@ bool liesInFolder(const fs::path& native, const fs::path& folder) {
     if (std::mismatch(outer.begin(), end, inner.begin(), inner.end()).first == end) return true;
     // A folder may have other names as well: in other letters, shortened.
     for (fs::path above = inner; above.has_relative_path(); above = above.parent_path())
-        if (fs::equivalent(above, outer, error)) return true;
+        if (fs::equivalent(above, outer.parent_path(), error)) return true;
     return false;
 }
 
