@@ -10,10 +10,13 @@
 #include "console/options.h"
 #include "console/run.h"
 #include "host/platform/files.h"
+#include "host/platform/language.h"
 #include "host/platform/process.h"
 #include "host/platform/tree.h"
 
 namespace qrs::console {
+
+using platform::translated;
 
 namespace {
 
@@ -64,22 +67,23 @@ std::vector<std::string> pipeAnswers(const AuditOptions&, const std::string& for
     return {form, report};
 }
 
-constexpr Task kCheck = {"--check", "CHECKSTANDARD", "text json html", &checkAnswers};
+constexpr Task kCheck = {"--check", "CHECKSTANDARD", "text/json/html", &checkAnswers};
 constexpr Task kRepair = {"--repair", "REPAIRSTANDARD", "text", &repairAnswers};
-constexpr Task kPipes = {"--pipes", "PIPEREPORT", "text csv json", &pipeAnswers};
+constexpr Task kPipes = {"--pipes", "PIPEREPORT", "text/csv/json", &pipeAnswers};
 
 // Options that only some of them know.
 struct Belonging {
     const char* option;
     const char* tasks;
 };
-constexpr Belonging kBelongings[] = {{"--form", "--check --pipes"}, {"--to", "--check --repair --pipes"},
+constexpr Belonging kBelongings[] = {{"--form", "--check/--pipes"}, {"--to", "--check/--repair/--pipes"},
                                      {"--rules", "--check"},        {"--references", "--check"},
                                      {"--dry-run", "--repair"},     {"--output", "--repair"},
                                      {"--in-place", "--repair"},    {"--backup", "--repair"}};
 
+// Words are parted by "/".
 bool isAmong(const std::string& word, const char* words) {
-    return (" " + std::string(words) + " ").find(" " + word + " ") != std::string::npos;
+    return ("/" + std::string(words) + "/").find("/" + word + "/") != std::string::npos;
 }
 
 const Form& formOf(const AuditOptions& options) {
@@ -125,55 +129,61 @@ bool printFile(const std::filesystem::path& file, platform::Error& error) {
     if (!platform::fileExists(platform::innerPath(file))) return true;
     if (!platform::readFile(file, report, error)) return false;
     if (platform::writeStandardOutput(report)) return true;
-    error.message = "standard output cannot be written";
+    error.message = translated("standard output cannot be written");
     return false;
 }
 
 }  // namespace
 
 void describeAudit(CLI::App& app, RawAuditOptions& raw) {
-    app.add_flag("--check", raw.isCheck, "Tell how far the drawings are from the standard, and run nothing else");
-    app.add_option("--repair", raw.repair,
-                   "Mend what a file of mappings says, or with auto what has one answer, and run nothing else")
+    app.add_flag("--check", raw.isCheck,
+                 translated("Tell how far the drawings are from the standard, and run nothing else"));
+    app.add_option(
+           "--repair", raw.repair,
+           translated("Mend what a file of mappings says, or with auto what has one answer, and run nothing else"))
         ->type_name("MAP");
-    app.add_flag("--pipes", raw.isPipes, "Tell what pipes the drawings hold, and run nothing else");
+    app.add_flag("--pipes", raw.isPipes, translated("Tell what pipes the drawings hold, and run nothing else"));
     app.add_option(
            "--form", raw.form,
-           "Form of that report: text, json, html (--check), csv (--pipes); without it the ending of --to tells")
+           translated(
+               "Form of that report: text, json, html (--check), csv (--pipes); without it the ending of --to tells"))
         ->type_name("FORM");
-    app.add_option("--to", raw.file, "Write that report to this file instead of standard output")->type_name("FILE");
-    app.add_option("--rules", raw.rules, "The severities of the rules of --check, a rule and a severity a line")
+    app.add_option("--to", raw.file, translated("Write that report to this file instead of standard output"))
         ->type_name("FILE");
-    app.add_flag("--references", raw.withReferences, "Check external references, too");
-    app.add_flag("--dry-run", raw.isDryRun, "Only tell what --repair would change");
+    app.add_option("--rules", raw.rules,
+                   translated("The severities of the rules of --check, a rule and a severity a line"))
+        ->type_name("FILE");
+    app.add_flag("--references", raw.withReferences, translated("Check external references, too"));
+    app.add_flag("--dry-run", raw.isDryRun, translated("Only tell what --repair would change"));
 }
 
 std::string findAuditMisuse(const CLI::App& app, const RawAuditOptions& raw, std::size_t drawings) {
     const Task* task = nullptr;
     for (const Task* one : {&kCheck, &kRepair, &kPipes}) {
         if (app.count(one->option) == 0) continue;
-        if (task != nullptr) return std::string(task->option) + " and " + one->option + " exclude each other";
+        if (task != nullptr) return translated("%1 excludes %2", task->option, one->option);
         task = one;
     }
     for (const Belonging& one : kBelongings) {
         if (app.count(one.option) == 0 || (task != nullptr && isAmong(task->option, one.tasks))) continue;
-        if (task != nullptr) return std::string(task->option) + " excludes " + one.option;
+        if (task != nullptr) return translated("%1 excludes %2", task->option, one.option);
         const bool isOurs = std::string(one.tasks) != kRepair.option || one.option == std::string("--dry-run");
-        if (isOurs) return std::string(one.option) + " needs one of: " + one.tasks;
+        if (isOurs) return translated("%1 needs one of: %2", one.option, one.tasks);
     }
     if (task == nullptr) return {};
     for (const char* other : {"--script", "--execute", "--report", "--info", "--compare", "--no-module"})
-        if (app.count(other) > 0) return std::string(task->option) + " excludes " + other;
-    if (drawings == 0 && app.count("--list") == 0) return std::string(task->option) + " needs a drawing";
+        if (app.count(other) > 0) return translated("%1 excludes %2", task->option, other);
+    if (drawings == 0 && app.count("--list") == 0) return translated("%1 needs a drawing", task->option);
     for (const char* name : {"--to", "--rules", "--repair"})
         if (app.count(name) > 0 && app.get_option(name)->results().front().empty())
-            return std::string(name) + " needs a name that is not empty";
+            return translated("%1 needs a name that is not empty", name);
     if (app.count("--form") > 0 && !isAmong(raw.form, task->forms))
-        return "--form of " + std::string(task->option) + " is one of: " + task->forms;
+        return translated("--form of %1 is one of: %2", task->option, task->forms);
     if (task != &kRepair) return {};
     if (!raw.isDryRun && app.count("--output") == 0 && app.count("--in-place") == 0)
-        return "--repair needs --output, --in-place or --dry-run";
-    if (!raw.file.empty() && (drawings > 1 || app.count("--list") > 0)) return "--to of --repair needs one drawing";
+        return translated("--repair needs --output, --in-place or --dry-run");
+    if (!raw.file.empty() && (drawings > 1 || app.count("--list") > 0))
+        return translated("--to of --repair needs one drawing");
     return {};
 }
 
