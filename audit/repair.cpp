@@ -264,7 +264,7 @@ void Repair::planLinetypes(const Mapping& mapping) {
                                 }
                                 bool isDone = true;
                                 for (const AcDbObjectId& layer : layers) {
-                                    const AcDbLayerTableRecordPointer record(layer, AcDb::kForWrite);
+                                    AcDbLayerTableRecordPointer record(layer, AcDb::kForWrite);
                                     isDone = record.openStatus() == Acad::eOk &&
                                              record->setLinetypeObjectId(id) == Acad::eOk && isDone;
                                 }
@@ -345,7 +345,7 @@ class Repair::Mover {
     }
 
     static bool carryOut(const Move& move) {
-        const AcDbEntityPointer entity(move.id, AcDb::kForWrite);
+        AcDbEntityPointer entity(move.id, AcDb::kForWrite);
         if (entity.openStatus() != Acad::eOk) return false;
         bool isDone = true;
         if (move.layer != nullptr) isDone = entity->setLayer(move.layer->c_str(), false) == Acad::eOk;

@@ -312,10 +312,10 @@ void releaseStates(AcDbDatabase* database) {
         const Dictionary states(statesId(database), AcDb::kForRead);
         if (states.openStatus() != Acad::eOk || !isEmpty(states)) return;
     }
-    const AcDbLayerTablePointer table(database, AcDb::kForWrite);
+    AcDbLayerTablePointer table(database, AcDb::kForWrite);
     if (table.openStatus() != Acad::eOk) return;
     {
-        const Dictionary extension(table->extensionDictionary(), AcDb::kForWrite);
+        Dictionary extension(table->extensionDictionary(), AcDb::kForWrite);
         if (extension.openStatus() != Acad::eOk || extension->remove(kStates) != Acad::eOk) return;
     }
     // One that holds something else stays.

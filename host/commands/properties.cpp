@@ -83,7 +83,7 @@ void apply(const AcDbObjectIdArray& objects, const Change& change) {
     int locked = 0;
     int failed = 0;
     for (const AcDbObjectId& id : objects) {
-        const AcDbEntityPointer entity(id, AcDb::kForWrite);
+        AcDbEntityPointer entity(id, AcDb::kForWrite);
         const bool isLocked = entity.openStatus() == Acad::eOk && liesOnLockedLayer(*entity.object());
         if (isLocked)
             ++locked;

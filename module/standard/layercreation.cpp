@@ -113,7 +113,7 @@ AcDbObjectId InitLayer(const CString& layerName) {
 bool UpdateLayer(const CString& layerName) {
     const Standard* standard = currentStandard();
     const LayerNode* layer = standard != nullptr ? qrs::standard::layerNamed(*standard, layerName) : nullptr;
-    const AcDbLayerTableRecordPointer record(QrsExport::GetLayerIdFromString(layerName.GetString()), AcDb::kForWrite);
+    AcDbLayerTableRecordPointer record(QrsExport::GetLayerIdFromString(layerName.GetString()), AcDb::kForWrite);
     if (layer == nullptr || record.openStatus() != Acad::eOk) return false;
     qrs::standard::updateLayer(*layer, *record.object());
     return true;
