@@ -50,7 +50,7 @@ std::wstring doneUnless(bool isDone, const wchar_t* reason) {
 
 template <class Record>
 std::wstring rename(AcDbObjectId id, const std::wstring& name) {
-    const AcDbObjectPointer<Record> record(id, AcDb::kForWrite);
+    AcDbObjectPointer<Record> record(id, AcDb::kForWrite);
     if (record.openStatus() != Acad::eOk) return platform::translated(L"it cannot be opened");
     return doneUnless(record->setName(name.c_str()) == Acad::eOk,
                       platform::untranslated(L"the drawing does not take the name"));
