@@ -5,6 +5,7 @@
 
 #include "host/platform/codepage.h"
 #include "host/platform/inside/fileerror.h"
+#include "host/platform/inside/lastchange.h"
 #include "host/platform/inside/temporary.h"
 #include "host/platform/wildcard.h"
 
@@ -146,7 +147,7 @@ FileMark fileMark(const fs::path& native) {
     mark.size = fs::file_size(native, error);
     mark.exists = !error;
     if (!mark.exists) mark.size = 0;
-    if (mark.exists) mark.changed = fs::last_write_time(native, error);
+    if (mark.exists) mark.changed = lastChange(native);
     return mark;
 }
 

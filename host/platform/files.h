@@ -85,7 +85,7 @@ struct FileMark {
     std::filesystem::path place;  // absolute, links followed
     bool exists = false;
     std::uintmax_t size = 0;
-    std::filesystem::file_time_type changed;
+    std::int64_t changed = 0;  // in a unit of the system's own
 };
 // The mark of a path; exists is false when no file is there.
 QRS_HOST_PORT FileMark fileMark(const std::filesystem::path& native);

@@ -59,6 +59,11 @@ TEST(WindowsFiles, ChangesByOthersAreNoticed) {
     EXPECT_TRUE(opened->isSameFile(scratch / "plan.dxf"));
     EXPECT_FALSE(opened->isUnchanged(error));
     EXPECT_NE(error.message.find("plan.dxf: was changed by another program"), std::string::npos) << error.message;
+    // Twice within a second.
+    const FileMark mark = fileMark(scratch / "plan.dxf");
+    Sleep(50);
+    scratch.write("plan.dxf", "LONGER than before");
+    EXPECT_FALSE(isSameState(mark, fileMark(scratch / "plan.dxf")));
     fs::rename(scratch / "plan.dxf", scratch / "away.dxf");
     EXPECT_TRUE(opened->isUnchanged(error)) << "what was renamed is not changed";
 }

@@ -11,6 +11,7 @@
 
 #include "host/platform/codepage.h"
 #include "host/platform/inside/fileerror.h"
+#include "host/platform/inside/lastchange.h"
 #include "host/platform/inside/temporary.h"
 #include "host/platform/posix/handle.h"
 #include "host/platform/posix/signalhold.h"
@@ -248,6 +249,12 @@ std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& erro
     madvise(address, size, MADV_SEQUENTIAL);
     return std::make_unique<PosixMappedFile>(native, std::move(file), status,
                                              std::string_view(static_cast<const char*>(address), size));
+}
+
+std::int64_t lastChange(const fs::path& native) {
+    std::error_code error;
+    const fs::file_time_type time = fs::last_write_time(native, error);
+    return error ? 0 : static_cast<std::int64_t>(time.time_since_epoch().count());
 }
 
 fs::path lastTemporaryFolder() {

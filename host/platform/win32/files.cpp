@@ -6,6 +6,7 @@
 
 #include "host/platform/codepage.h"
 #include "host/platform/inside/fileerror.h"
+#include "host/platform/inside/lastchange.h"
 #include "host/platform/inside/temporary.h"
 #include "host/platform/win32/handle.h"
 
@@ -188,6 +189,13 @@ std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& erro
     const fs::path whole = fs::absolute(native, unknown);  // the working folder may be another one later
     auto copy = std::make_unique<WindowsFileCopy>(unknown ? native : whole, opened, wanted);
     return copy->read(file, wanted, error) ? std::move(copy) : nullptr;
+}
+
+std::int64_t lastChange(const fs::path& native) {
+    BY_HANDLE_FILE_INFORMATION now;
+    if (!look(native, now)) return 0;
+    const std::uint64_t high = now.ftLastWriteTime.dwHighDateTime;
+    return static_cast<std::int64_t>(high << 32 | now.ftLastWriteTime.dwLowDateTime);
 }
 
 fs::path lastTemporaryFolder() {
