@@ -389,7 +389,7 @@ bool restoreNamed(AcDbDatabase* database) {
         state = readState(*record.object());
     }
     restore(database, state);
-    tell(L"Layer state " + inQuotes(*name) + L" restored.");
+    tell(translated(L"Layer state %1 restored.", inQuotes(*name)));
     return true;
 }
 

@@ -12,8 +12,12 @@
 #include "host/commands/layerlist.h"
 #include "host/editor/hostapp.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::commands {
+
+using platform::translated;
+using platform::untranslated;
 
 namespace {
 
@@ -36,35 +40,36 @@ bool isNamed(const std::wstring& text, const wchar_t* name) {
 
 std::optional<Change> askLayer(AcDbDatabase* database) {
     const std::wstring current = layerName(database->clayer());
-    std::optional<std::wstring> name = askText(L"\nEnter new layer name <" + current + L">: ", Blanks::Kept);
+    std::optional<std::wstring> name = askText(translated(L"\nEnter new layer name <%1>: ", current), Blanks::Kept);
     if (!name) return std::nullopt;
     if (name->empty()) name = current;
     const AcDbLayerTableRecordPointer layer(name->c_str(), database, AcDb::kForRead);
-    if (layer.openStatus() != Acad::eOk) return refuse(L"Cannot find layer " + inQuotes(*name) + L"."), Change();
+    if (layer.openStatus() != Acad::eOk) return refuse(translated(L"Cannot find layer %1.", inQuotes(*name))), Change();
     if (name->find(L'|') != std::wstring::npos)
-        return refuse(L"Layer " + inQuotes(*name) + L" belongs to an external reference."), Change();
+        return refuse(translated(L"Layer %1 belongs to an external reference.", inQuotes(*name))), Change();
     return [id = layer->objectId()](AcDbEntity& entity) { return entity.setLayer(id); };
 }
 
 std::optional<Change> askLinetype(AcDbDatabase* database) {
-    const std::optional<std::wstring> name = askText(L"\nEnter new linetype name <ByLayer>: ", Blanks::Kept);
+    const std::optional<std::wstring> name =
+        askText(translated(L"\nEnter new linetype name <ByLayer>: "), Blanks::Kept);
     if (!name) return std::nullopt;
     const std::wstring linetype = name->empty() ? L"ByLayer" : *name;
     const AcDbLinetypeTablePointer table(database, AcDb::kForRead);
     // Old drawings have no records for these two.
     const bool isLogical = isNamed(linetype, L"BYLAYER") || isNamed(linetype, L"BYBLOCK");
     if (!isLogical && (table.openStatus() != Acad::eOk || !table->has(linetype.c_str())))
-        return refuse(L"Cannot find linetype " + inQuotes(linetype) + L"."), Change();
+        return refuse(translated(L"Cannot find linetype %1.", inQuotes(linetype))), Change();
     return [linetype](AcDbEntity& entity) { return entity.setLinetype(linetype.c_str()); };
 }
 
 std::optional<Change> askObjectColor(AcDbDatabase*) {
     std::optional<AcCmColor> color;
-    const std::optional<std::wstring> typed = askColor(L"\nNew color [Truecolor] <ByLayer>: ", color);
+    const std::optional<std::wstring> typed = askColor(translated(L"\nNew color [Truecolor] <ByLayer>: "), color);
     if (!typed) return std::nullopt;
     const bool isByLayer = typed->empty() || isNamed(*typed, L"BYLAYER");
     if (isByLayer || isNamed(*typed, L"BYBLOCK")) color.emplace().setColorIndex(isByLayer ? kByLayer : kByBlock);
-    if (!color) return refuse(L"Invalid color: " + inQuotes(*typed) + L"."), Change();
+    if (!color) return refuse(translated(L"Invalid color: %1.", inQuotes(*typed))), Change();
     return [color](AcDbEntity& entity) { return entity.setColor(*color); };
 }
 
@@ -75,8 +80,8 @@ struct Option {
 
 constexpr Option kOptions[] = {{L"Color", &askObjectColor}, {L"LAyer", &askLayer}, {L"LType", &askLinetype}};
 
-void tellLeft(int count, const wchar_t* why) {
-    if (count > 0) refuse(std::to_wstring(count) + (count == 1 ? L" was " : L" were ") + why);
+void tellLeft(int count, const wchar_t* one, const wchar_t* many) {
+    if (count > 0) refuse(translated(count == 1 ? one : many, count));
 }
 
 void apply(const AcDbObjectIdArray& objects, const Change& change) {
@@ -90,8 +95,8 @@ void apply(const AcDbObjectIdArray& objects, const Change& change) {
         else if (entity.openStatus() != Acad::eOk || change(*entity.object()) != Acad::eOk)
             ++failed;
     }
-    tellLeft(locked, L"on a locked layer.");
-    tellLeft(failed, L"not changed.");
+    tellLeft(locked, untranslated(L"1 was on a locked layer."), untranslated(L"%1 were on a locked layer."));
+    tellLeft(failed, untranslated(L"1 was not changed."), untranslated(L"%1 were not changed."));
 }
 
 }  // namespace
@@ -105,7 +110,7 @@ void changeProperties() {
     if (objects->isEmpty() && Application::current()->terminal().isInteractive()) return;
     for (;;) {
         const std::optional<std::wstring> keyword =
-            askKeyword(L"Color LAyer LType", L"\nEnter property to change [Color/LAyer/LType]: ");
+            askKeyword(L"Color LAyer LType", translated(L"\nEnter property to change [Color/LAyer/LType]: "));
         if (!keyword || keyword->empty()) return;
         for (const Option& option : kOptions) {
             if (*keyword != option.keyword) continue;
