@@ -12,6 +12,7 @@ constexpr Translation kRows[] = {
     {"Unknown command \"%1\".", "未知命令“%1”。"},
     {" Did you mean %1?", "是不是 %1？"},
     {" or ", " 或 "},
+    {"An expression is no command: it answers a prompt for objects.", "表达式不是命令，只能用来回答选择对象的提示。"},
     {"\n** Transparent commands may not be nested **\n", "\n** 透明命令不能嵌套 **\n"},
     {"\n** That command may not be invoked transparently **\n", "\n** 该命令不能透明使用 **\n"},
     {"\nResuming %1 command.\n", "\n继续执行命令 %1。\n"},
@@ -51,13 +52,16 @@ constexpr Translation kRows[] = {
     {"\nFirst polygon point: ", "\n指定多边形的第一点："},
     {"\nSpecify endpoint of line or [Undo]: ", "\n指定边的端点或 [Undo]："},
     {"\n*Invalid selection*\nExpects a point or "
-     "Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Add/Remove/Multiple/Previous/Undo/AUto/SIngle or an entity: "
-     "(handent \"2A7\")\n",
+     "Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Add/Remove/Multiple/Previous/Undo/AUto/SIngle or an "
+     "expression: (ssget \"X\" '((8 . \"PIPE*\")))\n",
      "\n*选择无效*\n应为点，或 "
      "Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Add/Remove/Multiple/Previous/Undo/AUto/"
-     "SIngle，或图元：(handent \"2A7\")\n"},
-    {"*Invalid selection*\nExpects a point or Last", "*选择无效*\n应为点或 Last"},
-    {"*Invalid selection*\nExpects a point", "*选择无效*\n应为点"},
+     "SIngle，或表达式：(ssget \"X\" '((8 . \"PIPE*\")))\n"},
+    {"*Invalid selection*\nExpects a point or Last or an expression: (ssname (ssget ...) 0)",
+     "*选择无效*\n应为点、Last 或表达式：(ssname (ssget ...) 0)"},
+    {"*Invalid selection*\nExpects a point: what a reference shows cannot be named",
+     "*选择无效*\n应为点：参照所显示的图元不能用名称指定"},
+    {"\nNothing is found: %1\n", "\n没有找到图元：%1\n"},
     {"*Invalid selection*\n%1 entities are named, one is wanted: (ssname (ssget ...) 0)",
      "*选择无效*\n指定了 %1 个图元，只要一个：(ssname (ssget ...) 0)"},
     {"\nInvalid window specification.\n", "\n窗口无效。\n"},
@@ -74,7 +78,7 @@ constexpr Translation kRows[] = {
     {"nothing is met: %1", "没有碰到图元：%1"},
     {"\nExternal reference \"%1\" cannot be read.\n", "\n外部参照“%1”不能读取。\n"},
     // expressions
-    {"*Invalid expression*: %1\n%2", "*表达式无效*：%1\n%2"},
+    {"*Invalid expression*: %1\nExpects %2", "*表达式无效*：%1\n应为 %2"},
     {"something stands after its end", "结尾之后还有内容"},
     {"too many parentheses", "括号太多"},
     {"something is missing", "缺少内容"},
@@ -84,7 +88,12 @@ constexpr Translation kRows[] = {
     {"a closing quote is missing", "缺少右引号"},
     {"%1 is no condition", "%1 不是条件"},
     {"ssget has no mode %1 here", "ssget 在这里没有方式 %1"},
-    {"the filter holds a condition or an operator that is not known", "过滤表中有不认识的条件或运算符"},
+    {"too many groups stand in each other", "条件组嵌套太深"},
+    {"%1 closes too many conditions or too few", "%1 结束的组中条件太多或太少"},
+    {"the operator %1 does not belong there", "运算符 %1 的位置不对"},
+    {"%1 is missing", "缺少 %1"},
+    {"there is no condition for group %1", "组码 %1 不能作条件"},
+    {"the operator %1 is not for group %2", "运算符 %1 不能用于组码 %2"},
     {"ssname takes a selection", "ssname 需要一个选择集"},
     {"ssname counts from 0", "ssname 从 0 数起"},
     {"%1 names nothing", "%1 没有指定任何图元"},
@@ -95,10 +104,10 @@ constexpr Translation kRows[] = {
     {"the previous selection", "上一个选择集"},
     {"what SELECT or a program left", "SELECT 或程序留下的"},
     {"the newest that is not frozen", "未冻结的最后一个"},
-    {"Expects %1\nModes of ssget: %2\nConditions: %3, (-3 (\"APPLICATION\")); in groups from (-4 . \"<OR\") to (-4 . "
-     "\"OR>\"), AND, XOR, NOT; before a number (-4 . \">=\"), one of %4",
-     "应为 %1\nssget 的方式：%2\n条件：%3，(-3 (\"APPLICATION\"))；成组时从 (-4 . \"<OR\") 到 (-4 . \"OR>\")，也可用 "
-     "AND、XOR、NOT；数字之前可用 (-4 . \">=\")，即 %4 之一"},
+    {"(8 . \"PIPE*\"), with the group codes %1; (-3 (\"APPLICATION\")); groups from (-4 . \"<OR\") to (-4 . \"OR>\"), "
+     "AND, XOR, NOT; before a number (-4 . \">=\"), one of %2",
+     "(8 . \"PIPE*\")，组码可为 %1；(-3 (\"APPLICATION\"))；成组时从 (-4 . \"<OR\") 到 (-4 . \"OR>\")，也可用 "
+     "AND、XOR、NOT；数字之前可用 (-4 . \">=\")，运算符为 %2 之一"},
     // colours
     {"Select Color", "选择颜色"},
     {"OK", "确定"},

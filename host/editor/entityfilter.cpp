@@ -15,10 +15,12 @@
 #include "host/objectarx/db/access.h"
 #include "host/pick/layerstates.h"
 #include "host/platform/codepage.h"
+#include "host/platform/language.h"
 
 namespace qrs::host::ed {
 
 namespace codes = dxf::codes;
+using platform::translated;
 
 namespace {
 
@@ -148,7 +150,7 @@ const resbuf* EntityFilter::refuse(const std::wstring& fault) {
 }
 
 const resbuf* EntityFilter::readGroup(Node& group, const resbuf* link, const wchar_t* end, int depth) {
-    if (depth > kMostDepth) return refuse(L"too many groups stand in each other");
+    if (depth > kMostDepth) return refuse(translated(L"too many groups stand in each other"));
     while (link && isUsable()) {
         const resbuf& current = *link;
         link = link->rbnext;
@@ -163,7 +165,8 @@ const resbuf* EntityFilter::readGroup(Node& group, const resbuf* link, const wch
         const wchar_t* text = current.resval.rstring ? current.resval.rstring : L"";
         const auto means = [text](const wchar_t* name) { return platform::compareNoCase(text, name) == 0; };
         if (end && means(end))
-            return isWhole(group) ? link : refuse(inQuotes(end) + L" closes too many conditions or too few");
+            return isWhole(group) ? link
+                                  : refuse(translated(L"%1 closes too many conditions or too few", inQuotes(end)));
         const auto* opened = std::find_if(std::begin(kOperators), std::end(kOperators),
                                           [&](const Operator& one) { return means(one.begin); });
         if (opened != std::end(kOperators)) {
@@ -172,11 +175,11 @@ const resbuf* EntityFilter::readGroup(Node& group, const resbuf* link, const wch
             continue;
         }
         if (!link || link->restype == AcDb::kDxfOperator || link->restype == kXdataSentinel)
-            return refuse(L"the operator " + inQuotes(text) + L" does not belong there");
+            return refuse(translated(L"the operator %1 does not belong there", inQuotes(text)));
         addCondition(group, *link, text);
         link = link->rbnext;
     }
-    return end ? refuse(inQuotes(end) + L" is missing") : nullptr;
+    return end ? refuse(translated(L"%1 is missing", inQuotes(end))) : nullptr;
 }
 
 bool EntityFilter::isWhole(const Node& group) {
@@ -210,14 +213,14 @@ void EntityFilter::addCondition(Node& group, const resbuf& link, const wchar_t* 
     const dxf::ValueKind kind = dxf::valueKindOf(code);
     const bool isText = dxf::isTextual(kind);
     if (field == std::end(kFields) || isXdata != inXdata_ || (isText && !link.resval.rstring)) {
-        refuse(L"there is no condition for group " + std::to_wstring(code));
+        refuse(translated(L"there is no condition for group %1", code));
         return;
     }
     Node condition;
     condition.kind = Kind::Condition;
     condition.field = field;
     if (comparisons && !readComparisons(condition, comparisons, kind)) {
-        refuse(L"the operator " + inQuotes(comparisons) + L" is not for group " + std::to_wstring(code));
+        refuse(translated(L"the operator %1 is not for group %2", inQuotes(comparisons), code));
         return;
     }
     if (code == codes::kLayer) return addLayer(group, *field, link.resval.rstring);

@@ -40,7 +40,9 @@ AcApDocument* currentDocument(Session* session) {
     return session ? session->documents.curDocument() : nullptr;
 }
 
-constexpr wchar_t kWanted[] = L"*Invalid selection*\nExpects a point or Last or an expression: (ssname (ssget ...) 0)";
+std::wstring wantedEntity() {
+    return translated(L"*Invalid selection*\nExpects a point or Last or an expression: (ssname (ssget ...) 0)");
+}
 
 // The one entity that a name or "Last" means; nothing, with the refusal, when the text is neither. One that cannot be
 // found is told: unlike a point it names what it means.
@@ -60,7 +62,7 @@ std::optional<AcDbObjectIdArray> spelledEntity(Session& session, AcApDocument& d
         return std::nullopt;
     }
     AcDbObjectIdArray ids = named->reachesAll ? named->ids : reachableOf(document, named->ids);
-    if (ids.isEmpty()) session.refuse(L"\nNothing is found: " + text + L"\n");
+    if (ids.isEmpty()) session.refuse(translated(L"\nNothing is found: %1\n", text));
     return ids;
 }
 
@@ -69,19 +71,20 @@ int pickEntity(Session& session, AcApDocument& document, const ACHAR* prompt, Ac
     picked.setNull();
     std::fill(point, point + 3, 0.0);
     const int answered =
-        question.ask(prompt ? prompt : translated(L"\nSelect object: ").c_str(), kWanted, [&](const std::wstring& text) -> Refusal {
-            if (parsePoint(text, nullptr, point)) {
-                const dxf::RecordId hit = Picker(document).topmostAt({point[0], point[1], point[2]});
-                if (hit != dxf::kNoRecord) picked = DatabaseAccess::idOf(*document.database(), hit);
-                if (picked.isNull()) session.noteRefusal(translated(L"nothing is met: %1", text));
-                return Refusal();
-            }
-            Refusal refusal = kWanted;
-            const std::optional<AcDbObjectIdArray> found = spelledEntity(session, document, text, refusal);
-            if (!found) return refusal;
-            if (found->length() == 1) picked = (*found)[0];
-            return Refusal();
-        });
+        question.ask(prompt ? prompt : translated(L"\nSelect object: ").c_str(), wantedEntity(),
+                     [&](const std::wstring& text) -> Refusal {
+                         if (parsePoint(text, nullptr, point)) {
+                             const dxf::RecordId hit = Picker(document).topmostAt({point[0], point[1], point[2]});
+                             if (hit != dxf::kNoRecord) picked = DatabaseAccess::idOf(*document.database(), hit);
+                             if (picked.isNull()) session.noteRefusal(translated(L"nothing is met: %1", text));
+                             return Refusal();
+                         }
+                         Refusal refusal = wantedEntity();
+                         const std::optional<AcDbObjectIdArray> found = spelledEntity(session, document, text, refusal);
+                         if (!found) return refusal;
+                         if (found->length() == 1) picked = (*found)[0];
+                         return Refusal();
+                     });
     return resultOf(session, answered, !picked.isNull());
 }
 
@@ -145,7 +148,9 @@ int askNested(Session& session, AcApDocument& document, const std::wstring& prom
               NestedPick& picked, AcGePoint3d& point, bool& hit) {
     Question question(session);
     const std::wstring wanted =
-        containing.isNull() ? kWanted : L"*Invalid selection*\nExpects a point: what a reference shows cannot be named";
+        containing.isNull()
+            ? wantedEntity()
+            : translated(L"*Invalid selection*\nExpects a point: what a reference shows cannot be named");
     point.set(0, 0, 0);
     hit = false;
     return question.ask(prompt.c_str(), wanted, [&](const std::wstring& text) -> Refusal {

@@ -314,19 +314,20 @@ std::wstring Finder::knownForms() {
 std::wstring Finder::knownModes() {
     std::wstring text;
     for (const Mode& mode : kModes)
-        text += (text.empty() ? L"" : L", ") + std::wstring(mode.letter) + L" (" + mode.selects + L")";
+        text += (text.empty() ? std::wstring() : translated(L", ")) +
+                translated(L"%1 (%2)", mode.letter, translated(mode.selects));
     return text;
 }
 
 std::wstring Finder::knownConditions() {
-    return L"(8 . \"PIPE*\"), with the group codes " + EntityFilter::knownCodes() +
-           L"; (-3 (\"APPLICATION\")); groups from (-4 . \"<OR\") to (-4 . \"OR>\"), AND, XOR, NOT; "
-           L"before a number (-4 . \">=\"), one of " +
-           EntityFilter::knownComparisons();
+    return translated(
+        L"(8 . \"PIPE*\"), with the group codes %1; (-3 (\"APPLICATION\")); groups from (-4 . \"<OR\") to "
+        L"(-4 . \"OR>\"), AND, XOR, NOT; before a number (-4 . \">=\"), one of %2",
+        EntityFilter::knownCodes(), EntityFilter::knownComparisons());
 }
 
 std::wstring Finder::faultText(const std::wstring& fault, const std::wstring& wanted) {
-    return L"*Invalid expression*: " + fault + L"\nExpects " + wanted;
+    return translated(L"*Invalid expression*: %1\nExpects %2", fault, wanted);
 }
 
 }  // namespace

@@ -113,7 +113,7 @@ CommandResult Session::runTyped(const std::wstring& typed) {
     editor.reactors().list.tell([&](AcEditorReactor& reactor) { reactor.unknownCommand(name.c_str()); });
     input.dropTypedWords();
     if (beginsExpression(typed))
-        fail(L"An expression is no command: it answers a prompt for objects.");
+        fail(translated(L"An expression is no command: it answers a prompt for objects."));
     else
         fail(unknownCommand(typed));
     return CommandResult::Failed;
