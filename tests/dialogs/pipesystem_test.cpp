@@ -154,7 +154,8 @@ TEST_F(PipeSystemDialogs, ASettingsFileThatCannotBeWrittenIsTold) {
     std::filesystem::permissions(standardFile(), std::filesystem::perms::owner_read);
     run({L"gxsz", L"生活给水", L"系统属性", L"管线宽度=0.9", L"确定", L"确定", L"取消"});
     std::filesystem::permissions(standardFile(), std::filesystem::perms::owner_all);
-    EXPECT_EQ(count(terminal.transcript, L"The standard cannot be saved: "), 1u) << platform::toUtf8(terminal.transcript);
+    EXPECT_EQ(count(terminal.transcript, L"The standard cannot be saved: "), 1u)
+        << platform::toUtf8(terminal.transcript);
     EXPECT_EQ(fileBytes(standardFile()), before);
     EXPECT_DOUBLE_EQ(PipeSystemTool::GetPipeLineWidth(L"生活给水"), 0.5);
 }

@@ -143,7 +143,8 @@ TEST_F(StartUp, AValueThatCannotBeSavedIsToldOnce) {
 TEST_F(StartUp, APipeInPlaceOfTheConfigurationIsNotWaitedFor) {
     ASSERT_EQ(mkfifo((folder.path() / "CmdConfig.xml").c_str(), 0644), 0);
     load();
-    EXPECT_EQ(count(terminal.transcript, L"As if there were no CmdConfig.xml"), 1u) << platform::toUtf8(terminal.transcript);
+    EXPECT_EQ(count(terminal.transcript, L"As if there were no CmdConfig.xml"), 1u)
+        << platform::toUtf8(terminal.transcript);
 }
 #endif
 
