@@ -15,7 +15,7 @@ constexpr Translation kRows[] = {
     {"not a DXF file: 0 SECTION expected, found %1", "不是 DXF 文件：应为 0 SECTION，却是 %1"},
     {"the file is cut off: 0 EOF is missing", "文件不完整：缺少 0 EOF"},
     {"the file is cut off: a group code or its value is not whole", "文件不完整：组码或它的值不全"},
-    {"the file is cut off: no value behind the last group code", "文件不完整：最后一个组码没有值"},
+    {"the file is cut off: no value after the last group code", "文件不完整：最后一个组码没有值"},
     {"NUL byte in a group code", "组码中有 NUL 字节"},
     {"group code expected, found \"%1\"", "应为组码，却是“%1”"},
     {"a DWG drawing of %1; save it as DXF, or name a converter (--converter)",

@@ -288,7 +288,7 @@ bool Indexer::cutFailure(const char* at, Cut cut) {
     } else if (cut == Cut::NoValue) {
         fails(at, index_.lineEnd == kBinaryLineEnd
                       ? translated("the file is cut off: a group code or its value is not whole")
-                      : translated("the file is cut off: no value behind the last group code"));
+                      : translated("the file is cut off: no value after the last group code"));
     } else {
         const Line line = cutLine(at, end_, index_.lineEnd);
         const std::string_view text(line.begin, static_cast<std::size_t>(line.end - line.begin));

@@ -30,7 +30,7 @@ std::vector<fs::path> drawings() {
 
 // The files of the corpus that are no whole drawing, and what must be said of them.
 const std::map<std::string, std::string> kDamaged = {
-    {"assorted.00.trunc.dxf", ":1409: the file is cut off: no value behind the last group code"},
+    {"assorted.00.trunc.dxf", ":1409: the file is cut off: no value after the last group code"},
     {"assorted.02.dupline.dxf", ":1047: group code expected, found \"1.25\""},
     {"assorted.06.nul.dxf", ":809: NUL byte in a group code"},
     {"bin_dxf_r2000.00.trunc.dxf", ": byte 1499: the file is cut off: a group code or its value is not whole"},

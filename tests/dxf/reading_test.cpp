@@ -248,7 +248,7 @@ TEST(Reading, DamageIsToldWithItsPlace) {
         {"  0\nLINE\n", "1: not a DXF file: 0 SECTION expected, found LINE"},
         {noEnd, std::to_string(2 * sampleTags().size() - 4) + ": the file is cut off: 0 EOF is missing"},
         {noEnd.substr(0, noEnd.size() - 5),
-         std::to_string(2 * sampleTags().size() - 5) + ": the file is cut off: no value behind the last group code"},
+         std::to_string(2 * sampleTags().size() - 5) + ": the file is cut off: no value after the last group code"},
         {replaced("  3\nANSI", "3.5\nANSI"), "13: group code expected, found \"3.5\""},
         {replaced("  3\nANSI", std::string("  3\0\nANSI", 9)), "13: NUL byte in a group code"},
         {replaced("  5\n10\n", "\n10\n"), "35: group code expected, found \"\""},
