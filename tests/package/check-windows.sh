@@ -17,6 +17,6 @@ cmp shown.dxf <("$source/scripts/wine" bin/qrsconsole.exe --settings s.ini -o sa
 # Elsewhere and without the module's folder in any path.
 cd "$work"
 printf 'SetAllPipeLayOpen\n' | "$source/scripts/wine" prefix/bin/qrsconsole.exe --settings s.ini >/dev/null
-# Without a screen the panel has no window, and its list is printed.
-told=$(env -u DISPLAY "$source/scripts/wine" prefix/bin/qrsconsole.exe --settings s.ini -e tckz "$source/examples/building.dxf")
-[[ $told == *"图层控制窗口无法建立。"*"给排-生活给水-管线  开"* ]] || { echo "tckz printed: $told" >&2; exit 1; }
+# The console needs no screen: the panel's list is printed, at every call.
+told=$(printf 'tckz\nOK\ntckz\n' | env -u DISPLAY "$source/scripts/wine" prefix/bin/qrsconsole.exe --settings s.ini "$source/examples/building.dxf")
+[ "$(grep -c '\[ \] 给排-生活给水-管线 *开' <<<"$told")" = 2 ] || { echo "tckz printed: $told" >&2; exit 1; }
