@@ -1,5 +1,6 @@
 // The report as a page of its own: one file, tables, no script.
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <string_view>
 #include <tuple>
@@ -94,7 +95,7 @@ std::string tableHead(const wchar_t* caption, const std::string& heads) {
     return "<table>\n<caption>" + shown(caption) + "</caption>\n<tr>" + heads + "</tr>\n";
 }
 
-std::string cell(std::size_t number) {
+std::string cell(std::uint64_t number) {
     return "<td class=\"number\">" + std::to_string(number) + "</td>";
 }
 
