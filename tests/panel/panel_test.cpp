@@ -31,6 +31,7 @@ class Screen : public platform::DialogPresenter {
     ~Screen() override { platform::setDialogPresenter(before_); }
     bool hasPanes() const override { return true; }
     std::unique_ptr<platform::Pane> showPane(platform::Dialog& dialog, void* window) override {
+        if (isRefusing) return nullptr;
         pane = &dialog;
         paneWindow = window;
         return std::make_unique<Shown>(*this);
@@ -44,6 +45,7 @@ class Screen : public platform::DialogPresenter {
     platform::Dialog* pane = nullptr;
     void* paneWindow = nullptr;
     int updates = 0;
+    bool isRefusing = false;
 
   private:
     class Shown : public platform::Pane {
@@ -192,6 +194,14 @@ TEST_F(Panel, FollowsCommandsAndClosesAtUnload) {
     EXPECT_NE(std::find(filter, calls.end(), "standard::releaseStandard()"), calls.end());
     EXPECT_FALSE(screen.pane);
     acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
+}
+
+TEST_F(Panel, IsPrintedWhereItsWindowCannotBeMade) {
+    Screen screen;
+    screen.isRefusing = true;
+    const std::wstring told = run({L"tckz"});
+    EXPECT_NE(told.find(L"图层控制窗口无法建立。"), std::wstring::npos) << platform::toUtf8(told);
+    EXPECT_NE(told.find(L"给排-雨水-管线  开 冻结  2  雨水  管线\n"), std::wstring::npos) << platform::toUtf8(told);
 }
 
 }  // namespace qrs::test
