@@ -18,7 +18,8 @@ fail() {
 }
 configure refused empty && fail "a folder without headers was taken"
 [ "$(grep -c "CMake Error" "$scratch/refused.txt")" = 1 ] || fail "not one message"
-grep -q "there is no inc/acdb.h" "$scratch/refused.txt" || fail "the message does not tell what is missing"
+# CMake breaks lines where the folder's name lets it.
+tr -s " \n" " " <"$scratch/refused.txt" | grep -q "there is no inc/acdb.h" || fail "the message does not tell what is missing"
 configure build sdk || fail "a folder with headers was not taken"
 commands=$scratch/build/compile_commands.json
 if grep -q "host/objectarx\|host/mfc" "$commands"; then fail "the host's headers are in the way"; fi
