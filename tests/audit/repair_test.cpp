@@ -47,7 +47,7 @@ TEST(Repair, MendsWhatHasOneAnswerAndNothingElse) {
 
     // One step takes all of it back.
     const Outcome undone =
-        place.run({"-p", "qrs_audit.so", "-s", "-", "-o", "undone.dxf", "faulty.dxf"}, "REPAIRSTANDARD\n\n\n\nU\n");
+        place.run({"-p", QRS_AUDIT, "-s", "-", "-o", "undone.dxf", "faulty.dxf"}, "REPAIRSTANDARD\n\n\n\nU\n");
     EXPECT_EQ(undone.code, 0) << undone.error;
     EXPECT_EQ(place.read("undone.dxf"), place.read("faulty.dxf"));
 }
