@@ -161,6 +161,9 @@ TEST_F(Panel, ButtonsOfTheWindowWorkOutsideOfCommands) {
     EXPECT_NE(run({L"(handent \"100\")", L""}).find(L"\n1个图元加了建筑标识。"), std::wstring::npos)
         << terminal.transcript;
     EXPECT_NE(run({L"gpsbs"}).find(L"此命令不能单独使用"), std::wstring::npos) << "typed alone";
+    // The window goes before the screen does.
+    acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr);
+    acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
 }
 
 TEST_F(Panel, FollowsCommandsAndClosesAtUnload) {
