@@ -11,6 +11,7 @@
 #include "accmd.h"
 #include "axlock.h"
 #include "commands.h"
+#include "host/platform/error.h"
 #include "prompts.h"
 #include "rxregsvc.h"
 
@@ -25,8 +26,7 @@ void command() {
         const AcAxDocLock lock;
         if (lock.lockStatus() == Acad::eOk) body();
     } catch (const std::exception& exception) {
-        // Memory that runs out, for example.
-        qrs::audit::fail(std::string(exception.what()));
+        qrs::audit::fail(qrs::platform::reasonOf(exception));
     }
 }
 

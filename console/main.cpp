@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "console/run.h"
+#include "host/platform/error.h"
 #include "host/platform/language.h"
 #include "host/platform/process.h"
 
@@ -17,6 +18,9 @@ int main(int count, char** arguments) {
             "qrsconsole: " + qrs::platform::translated(
                                  "another program has cut short a file that was being read; nothing was written"),
             static_cast<int>(ExitCode::CannotRead));
+        qrs::platform::endWhenMemoryRunsOut(
+            "qrsconsole: " + qrs::platform::translated("memory has run out; nothing more was written"),
+            static_cast<int>(ExitCode::CommandFailed));
         const ParsedOptions parsed = parseOptions(given);
         if (parsed.options) return static_cast<int>(run(*parsed.options));
         if (parsed.code == ExitCode::Done)
@@ -25,8 +29,7 @@ int main(int count, char** arguments) {
             complain(qrs::platform::translated("%1 (--help lists the options)", parsed.text));
         return static_cast<int>(parsed.code);
     } catch (const std::exception& error) {
-        // Memory that runs out, for example.
-        complain(error.what());
+        complain(qrs::platform::reasonOf(error));
         return static_cast<int>(ExitCode::CommandFailed);
     }
 }

@@ -42,7 +42,8 @@ ApplicationScope::~ApplicationScope() {
 }
 
 void reportException(const wchar_t* where, const std::exception* exception) {
-    const std::wstring reason = exception ? platform::fromUtf8(exception->what()) : translated(L"an unknown exception");
+    const std::wstring reason =
+        exception ? platform::fromUtf8(platform::reasonOf(*exception)) : translated(L"an unknown exception");
     if (theSession) theSession->fail(translated(L"%1 failed: %2", where ? where : translated(L"A reactor"), reason));
 }
 

@@ -6,6 +6,7 @@ namespace qrs::platform {
 namespace {
 
 constexpr Translation kRows[] = {
+    {"memory has run out", "内存不足"},
     // files
     {"is no ordinary file", "不是普通文件"},
     {"is a folder", "是文件夹"},

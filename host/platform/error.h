@@ -1,7 +1,10 @@
 // One failure, told in one line.
 #pragma once
 
+#include <exception>
 #include <string>
+
+#include "host/platform/port.h"
 
 namespace qrs::platform {
 
@@ -12,5 +15,8 @@ struct Error {
 
     explicit operator bool() const { return !message.empty(); }
 };
+
+// What an exception says, for people: of memory that has run out the library's own word tells nothing.
+QRS_HOST_PORT std::string reasonOf(const std::exception& exception);
 
 }  // namespace qrs::platform

@@ -56,4 +56,8 @@ QRS_HOST_PORT bool isOutputDropped();
 // Does nothing on Windows, where files are not mapped.
 QRS_HOST_PORT void endWhenMappedFileIsCut(std::string line, int exitCode);
 
+// From now on, when memory has run out in a place that no exception may leave: prints the line to standard error,
+// removes the temporary files AtomicFile has in progress, and ends the process with the exit code.
+QRS_HOST_PORT void endWhenMemoryRunsOut(std::string line, int exitCode);
+
 }  // namespace qrs::platform

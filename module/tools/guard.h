@@ -5,9 +5,8 @@
 
 namespace qrs::tools {
 
-// Tells that something failed, with its reason (UTF-8; null: none known), as one error; the running command has failed
-// then.
-void tellFailure(const char* reason) noexcept;
+// Tells that something failed, with its reason (null: none known), as one error; the running command has failed then.
+void tellFailure(const std::exception* reason) noexcept;
 
 // Calls; the editor cannot take exceptions, so each becomes a message and the caller goes on. False when there was one.
 template <typename Call>
@@ -16,7 +15,7 @@ bool guarded(Call&& call) noexcept {
         call();
         return true;
     } catch (const std::exception& exception) {
-        tellFailure(exception.what());
+        tellFailure(&exception);
     } catch (...) {
         tellFailure(nullptr);
     }
