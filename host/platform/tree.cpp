@@ -89,12 +89,15 @@ bool makeFolders(const fs::path& native, Error& error) {
 }
 
 std::unique_ptr<PrivateFolder> PrivateFolder::make(Error& error) {
-    const fs::path path = nativePath(temporaryFolder()) / ("qrs-" + unpredictableName());
+    fs::path path = nativePath(temporaryFolder()) / ("qrs-" + unpredictableName());
+    std::unique_ptr<PrivateFolder> folder(new PrivateFolder());
     if (!makeTemporary(path, [&] { return makePrivateFolder(path, error); })) return nullptr;
-    return std::unique_ptr<PrivateFolder>(new PrivateFolder(path));
+    folder->path_.swap(path);
+    return folder;
 }
 
 PrivateFolder::~PrivateFolder() {
+    if (path_.empty()) return;
     std::error_code ignored;
     fs::remove_all(path_, ignored);
     forgetTemporary(path_);

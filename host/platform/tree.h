@@ -39,8 +39,8 @@ class QRS_HOST_PORT PrivateFolder {
     const std::filesystem::path& path() const { return path_; }
 
   private:
-    explicit PrivateFolder(std::filesystem::path path) : path_(std::move(path)) {}
-    std::filesystem::path path_;
+    PrivateFolder() = default;
+    std::filesystem::path path_;  // empty until it is made
 };
 
 // Deletes everything in a folder, read-only files and folders too; the folder stays. Links are deleted as links, what

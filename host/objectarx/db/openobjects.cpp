@@ -14,6 +14,13 @@ constexpr std::uint16_t kMaxReaders = 256;
 
 bool OpenObjects::isOpening_ = false;
 
+struct OpenObjects::Opening {
+    Opening() { isOpening_ = true; }
+    ~Opening() { isOpening_ = false; }
+    Opening(const Opening&) = delete;
+    Opening& operator=(const Opening&) = delete;
+};
+
 Acad::ErrorStatus OpenObjects::addOpening(AcDbObject& object, AcDb::OpenMode mode) {
     if (object.writer_) return Acad::eWasOpenForWrite;
     if (mode == AcDb::kForWrite) {
@@ -31,21 +38,24 @@ Acad::ErrorStatus OpenObjects::open(AcDbObject*& object, std::uint32_t id, AcDb:
     const ObjectIds& ids = state_.ids();
     if (!ids.isObject(id)) return Acad::eInvalidIndex;
     if (!openErased && ids.isErased(id)) return Acad::eWasErased;
-    const auto [place, isNew] = objects_.try_emplace(id, nullptr);
-    if (!isNew) {
+    if (const auto place = objects_.find(id); place != objects_.end()) {
         const Acad::ErrorStatus status = addOpening(*place->second, mode);
         if (status == Acad::eOk) object = place->second;
         return status;
     }
-    isOpening_ = true;
-    std::unique_ptr<AcDbObject> made(static_cast<AcDbObject*>(state_.kinds().of(id).make()));
-    isOpening_ = false;
+    std::unique_ptr<AcDbObject> made;
+    {
+        const Opening opening;
+        made.reset(static_cast<AcDbObject*>(state_.kinds().of(id).make()));
+    }
     made->own_.reset();
+    // The last step that may fail, of those before the object belongs to the drawing.
+    objects_.emplace(id, made.get());
     made->writer_ = false;
     made->database_ = &state_.database;
     made->record_ = id;
     addOpening(*made, mode);
-    object = place->second = made.release();
+    object = made.release();
     return Acad::eOk;
 }
 

@@ -38,6 +38,8 @@ class OpenObjects {
   private:
     static Acad::ErrorStatus addOpening(AcDbObject& object, AcDb::OpenMode mode);
 
+    struct Opening;  // as long as it lives, isOpening
+
     static bool isOpening_;
     DatabaseState& state_;
     std::unordered_map<std::uint32_t, AcDbObject*> objects_;

@@ -29,9 +29,11 @@ std::atomic<void (*)()> doneFirst{nullptr};
 bool makeTemporary(const std::filesystem::path& path, const std::function<bool()>& make) {
     InProgress& list = inProgress();
     const std::lock_guard<std::mutex> lock(list.mutex);
-    if (!make()) return false;
-    list.paths.insert(path);
-    return true;
+    // Entered first: when memory has run out there is no file that nobody removes.
+    const auto place = list.paths.insert(path).first;
+    if (make()) return true;
+    list.paths.erase(place);
+    return false;
 }
 
 void forgetTemporary(const std::filesystem::path& path) {

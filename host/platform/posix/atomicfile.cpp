@@ -62,6 +62,7 @@ class PosixPartialFile final : public PartialFile {
     bool create(Error& error);
     bool keepAttributes();
     bool complete(Error& error);
+    class SecondName;
     bool addSecondName(fs::path& second, Error& error) const;
 
     std::error_code move(const fs::path& from, const fs::path& to) const override;
@@ -82,7 +83,7 @@ bool PosixPartialFile::checkTarget(Error& error) {
 
 bool PosixPartialFile::create(Error& error) {
     for (int attempt = 0; attempt < 16; ++attempt) {
-        const fs::path path = besideTarget();
+        fs::path path = besideTarget();
         const bool made = makeTemporary(path, [&] {
             // A new file gets what the user's mask leaves; one that replaces another stays closed to others until it
             // has the other's permissions.
@@ -91,7 +92,7 @@ bool PosixPartialFile::create(Error& error) {
             return static_cast<bool>(file);
         });
         if (made) {
-            partial = path;
+            partial.swap(path);
             return true;
         }
         if (errno != EEXIST) break;
@@ -132,12 +133,30 @@ bool PosixPartialFile::keepAttributes() {
     return fchmod(file.number(), mode) == 0;
 }
 
+// Of the target's content. It goes in the end; when all was done it is gone already.
+class PosixPartialFile::SecondName {
+  public:
+    explicit SecondName(const PosixPartialFile& file) : file_(file) {}
+    ~SecondName() {
+        if (name.empty()) return;
+        file_.drop(name);
+        forgetTemporary(name);
+    }
+    SecondName(const SecondName&) = delete;
+    SecondName& operator=(const SecondName&) = delete;
+
+    fs::path name;
+
+  private:
+    const PosixPartialFile& file_;
+};
+
 // Gives the target's content a second name, so that its own is never taken away. A file system without second names
 // gets a copy.
 bool PosixPartialFile::addSecondName(fs::path& second, Error& error) const {
-    const fs::path name = besideTarget();
+    fs::path name = besideTarget();
     if (makeTemporary(name, [&] { return link(target.c_str(), name.c_str()) == 0; })) {
-        second = name;
+        second.swap(name);
         return true;
     }
     const std::unique_ptr<MappedFile> old = MappedFile::open(target, error);
@@ -160,15 +179,12 @@ bool PosixPartialFile::complete(Error& error) {
 
 bool PosixPartialFile::finish(int backups, Error& error) {
     if (!complete(error)) return false;
-    fs::path second;
+    const fs::path folder = target.parent_path();
+    SecondName second(*this);
     const bool keeps = backups > 0 && kindOfName(target) != NameKind::Missing;  // it may have been removed meanwhile
-    if (keeps && !addSecondName(second, error)) return false;
-    const bool done = takePlace(second, backups, error);
-    if (keeps) {
-        drop(second);  // gone already when all is done
-        forgetTemporary(second);
-    }
-    if (done) syncFolder(target.parent_path());
+    if (keeps && !addSecondName(second.name, error)) return false;
+    const bool done = takePlace(second.name, backups, error);
+    if (done) syncFolder(folder);
     return done;
 }
 

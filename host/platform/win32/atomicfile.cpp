@@ -74,14 +74,14 @@ bool WindowsPartialFile::checkTarget(Error& error) {
 
 bool WindowsPartialFile::create(Error& error) {
     for (int attempt = 0; attempt < 16; ++attempt) {
-        const fs::path path = besideTarget();
+        fs::path path = besideTarget();
         const bool made = makeTemporary(path, [&] {
             file = Handle(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
                                       CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
             return static_cast<bool>(file);
         });
         if (made) {
-            partial = path;
+            partial.swap(path);
             return true;
         }
         if (GetLastError() != ERROR_FILE_EXISTS) break;
