@@ -41,6 +41,7 @@ TEST(Binary, ValuesOfEveryKindReadAsText) {
         {42, doubleBytes(std::nan("7")), "nan"},
         {43, doubleBytes(-std::numeric_limits<double>::infinity()), "-inf"},
         {44, doubleBytes(5.0), "5.0"},
+        {39, doubleBytes(std::numeric_limits<double>::infinity()), "inf"},
         {45, doubleBytes(-1000.0), "-1000.0"},
         {46, doubleBytes(0.0001), "0.0001"},
         {47, doubleBytes(-0.001), "-0.001"},
@@ -183,18 +184,19 @@ TEST(Binary, ManyEditsOfOneRecordAtOnce) {
 }
 
 TEST(Binary, ValuesWithoutAPlaceKeepTheDrawingFromBeingSaved) {
+    const std::string longHex(512, 'A');
     const struct {
         int code;
-        const char* value;
-    } values[] = {{10, "far"},  {10, "nan"}, {70, "65536"}, {70, "1.5"},
-                  {290, "256"}, {310, "0"},  {310, "0G"},   {1071, "-2147483649"}};
+        std::string value;
+    } values[] = {{10, "far"}, {10, "nan"}, {70, "65536"},         {70, "1.5"},    {290, "256"},
+                  {310, "0"},  {310, "0G"}, {1071, "-2147483649"}, {310, longHex}, {40000, "1"}};
     for (const auto& value : values) {
         const auto drawing = parse(layBinary(sampleTags(), true));
         const RecordId line = drawing->findHandle(0x18);
         drawing->insertTags(line, 0, {{value.code, value.value}});
         platform::Error error;
         EXPECT_FALSE(drawing->save("never.dxf", false, error));
-        EXPECT_EQ(error.message, "never.dxf: \"" + std::string(value.value) + "\" has no place under group code " +
+        EXPECT_EQ(error.message, "never.dxf: \"" + value.value + "\" has no place under group code " +
                                      std::to_string(value.code) + " of a binary drawing");
     }
 }

@@ -1,5 +1,6 @@
 // Reading: what the index says of a drawing in every line style, and what is said of a damaged one.
 #include <algorithm>
+#include <limits>
 
 #include "host/platform/codepage.h"
 #include "tests/dxf/sample.h"
@@ -152,6 +153,7 @@ TEST(Reading, MoreTypeNamesThanNumbers) {
         ASSERT_EQ(drawing->typeNameOf(id), "T" + std::to_string(i));
     }
     EXPECT_EQ(drawing->typeNameOf(id), "LINE");
+    EXPECT_EQ(drawing->typeName(drawing->record(drawing->next(drawing->first())).type), "T0");
 }
 
 // Some programs give all entities one handle; nothing slows down, and the first one alive is found.
@@ -244,6 +246,16 @@ TEST(Reading, DamageIsToldWithItsPlace) {
         {"hello\nworld\n", "1: not a DXF file: first line is no group code"},
         {"AC1018\nworld\n", "1: not a DXF file: first line is no group code"},
         {"999\nhi\n\n{json}", "4: not a DXF file: first line is no group code"},
+        {" - \n0\n", "1: not a DXF file: first line is no group code"},
+        {"0\nSECTION \t and what comes after\x01it\n",
+         "1: not a DXF file: 0 SECTION expected, found SECTION ? and what comes..."},
+        {"0", "1: the file is cut off: no value after the last group code"},
+        {"0\nSECTION", "1: a section without a name"},
+        {std::string("AC1032\0data", 11), " a DWG drawing of 2018; save it as DXF, or name a converter (--converter)"},
+        {std::string("AC9.99\0data", 11),
+         " a DWG drawing of AC9.99; save it as DXF, or name a converter (--converter)"},
+        {std::string("MC1032\0data", 11), "1: not a DXF file: first line is no group code"},
+        {std::string("AC10A2\0data", 11), "1: not a DXF file: first line is no group code"},
         {"  1\nAC1015\n", "1: not a DXF file: 0 SECTION expected, found group code 1"},
         {"  0\nLINE\n", "1: not a DXF file: 0 SECTION expected, found LINE"},
         {noEnd, std::to_string(2 * sampleTags().size() - 4) + ": the file is cut off: 0 EOF is missing"},
@@ -253,6 +265,7 @@ TEST(Reading, DamageIsToldWithItsPlace) {
         {replaced("  3\nANSI", std::string("  3\0\nANSI", 9)), "13: NUL byte in a group code"},
         {replaced("  5\n10\n", "\n10\n"), "35: group code expected, found \"\""},
         {replaced("  2\nHEADER\n", ""), "3: a section without a name"},
+        {replaced("  2\nHEADER\n", "999\nwhat\n  0\nENDSEC\n"), "3: a section without a name"},
         {binary.substr(0, 22), " byte 21: the file is cut off: 0 EOF is missing"},
         {binary.substr(0, 30), " byte 22: the file is cut off: a group code or its value is not whole"},
         {binary.substr(0, reactors + 3),
@@ -282,7 +295,9 @@ TEST(Reading, Numbers) {
     EXPECT_EQ(toHandle(" 2a7 "), 0x2A7u);
     EXPECT_EQ(toHandle("2G"), 0u);
     EXPECT_EQ(toHandle("12345678123456789"), 0u);
+    EXPECT_EQ(toReal("+-1.5", 9.0), 9.0);
     EXPECT_EQ(handleText(0x2A7), "2A7");
+    EXPECT_EQ(realText(std::numeric_limits<double>::infinity()), "0.0");  // drawings have no spelling for it
     for (const double value : {0.0, 1.0, -0.1, 1e-300, 1.0 / 3, 123456789012345680.0, 5e-324, 1e15, 1e22}) {
         EXPECT_EQ(toReal(realText(value)), value) << realText(value);
         EXPECT_NE(realText(value).find('.'), std::string::npos) << realText(value);

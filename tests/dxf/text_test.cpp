@@ -27,6 +27,10 @@ TEST(Text, DecodesEscapesAndCodePages) {
         // What is no escape stays, carets and the format codes of multi-line text with it.
         {936, "\\U+12G4\\M+6B9DC\\M+5\\u+4E2D\\P^J^ %%d\\", L"\\U+12G4\\M+6B9DC\\M+5\\u+4E2D\\P^J^ %%d\\"},
         {936, "\\M+5FFFF", L"\\M+5FFFF"},
+        {936, "\\M+0B9DC\\M+5B9G", L"\\M+0B9DC\\M+5B9G"},
+        {936, "\\U+D83D\\U+0041\\U+DE00",
+         L"\xD83D"
+         L"A\xDE00"},
         {936, "", L""},
     };
     for (const auto& one : cases)
