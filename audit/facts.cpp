@@ -248,8 +248,7 @@ void DrawingFacts::readPipe(AcDbObjectId id, std::wstring_view layer) {
     pipes.push_back(facts);
 }
 
-// What no entity names may be needed by layers, styles, dictionaries. Asking for that goes through the whole drawing
-// once more, so only what is still in doubt is asked for.
+// What no entity names may be needed by layers, styles, dictionaries.
 void DrawingFacts::findUsed() {
     const Finder<RecordFacts> linetypeFinder(linetypes);
     const Finder<TextStyleFacts> textStyleFinder(textStyles);
@@ -267,7 +266,7 @@ void DrawingFacts::findUsed() {
     addUnnamed(textStyles, &isBuiltInTextStyle, ids, records);
     if (ids.isEmpty()) return;
     std::vector<Adesk::UInt32> counts(records.size());
-    if (database.countHardReferences(ids, counts.data()) != Acad::eOk) return;
+    if (!CountOtherUses(&database, ids, counts.data())) return;
     for (std::size_t i = 0; i < records.size(); ++i)
         records[i]->isUsed = counts[i] > 0;
 }

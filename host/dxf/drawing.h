@@ -99,6 +99,11 @@ class Drawing {
     // looked at unless the code itself is such. False when there is none.
     bool findTag(RecordId id, int code, Tag& tag, int nth = 0) const;
 
+    // Walks through the whole drawing tell of each record they have passed, so that a large file does not fill the
+    // memory with what was looked at once.
+    SourceRelease beginRelease() const { return SourceRelease(*source_); }
+    void release(SourceRelease& release, RecordId passed) const { release.done(contents_.of(passed)); }
+
     // --- changes; the index (handle, layer, flags) follows what is written. New lines take the line end and the
     // indentation of group codes that the drawing has.
     // Line breaks in a value are written as drawings spell them, ^J and ^M. A value that a binary drawing cannot hold

@@ -14,6 +14,7 @@
 #include "dblayout.h"
 #include "dbxrecrd.h"
 #include "gemat3d.h"
+#include "host/objectarx/db/entitywalk.h"
 
 using namespace dbtest;
 namespace fs = std::filesystem;
@@ -398,6 +399,12 @@ TEST(DatabaseContent, CountsWhatNeedsARecord) {
                   listOf({sample.layer(L"PIPE"), sample.in<AcDbLinetypeTable>(L"Continuous")}), counts),
               Acad::eOk);
     EXPECT_EQ(counts[0], 3u) << "the line, the block's point, the pipe once; not the viewport";
+    EXPECT_EQ(counts[1], 2u) << "both layers";
+    ASSERT_EQ(
+        qrs::host::countOtherReferences(
+            *sample.database, listOf({sample.layer(L"PIPE"), sample.in<AcDbLinetypeTable>(L"Continuous")}), counts),
+        Acad::eOk);
+    EXPECT_EQ(counts[0], 1u) << "the pipe's handle alone";
     EXPECT_EQ(counts[1], 2u) << "both layers";
     EXPECT_EQ(old.database->countHardReferences(listOf({sample.layer(L"PIPE")}), counts), Acad::eWrongDatabase);
 }

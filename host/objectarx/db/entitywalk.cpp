@@ -14,6 +14,8 @@ namespace {
 
 namespace codes = dxf::codes;
 
+constexpr int kHeight = 40;  // of a text
+
 // Names of records stand under these codes alone.
 constexpr int kFirstCoordinate = 10;
 
@@ -35,8 +37,11 @@ NamedRecord recordOf(TableKind table) {
 }  // namespace
 
 struct EntityWalk::Place {
+    explicit Place(DatabaseState& of) : state(of), record(of.drawing().first()), passed(of.drawing().beginRelease()) {}
+
     DatabaseState& state;
-    dxf::RecordId record = dxf::kNoRecord;
+    dxf::RecordId record;
+    dxf::SourceRelease passed;
     std::string_view typeName = {};
     std::optional<dxf::TagCursor> cursor = {};
     bool isCommon = true;     // before the second subclass
@@ -58,7 +63,7 @@ struct EntityWalk::Place {
 EntityWalk::EntityWalk(AcDbDatabase& database) {
     DatabaseState* state = DatabaseState::of(&database);
     state->objects().writeAll();
-    place_.reset(new Place{*state, state->drawing().first()});
+    place_ = std::make_unique<Place>(*state);
 }
 
 EntityWalk::~EntityWalk() = default;
@@ -66,7 +71,10 @@ EntityWalk::~EntityWalk() = default;
 bool EntityWalk::next(WalkedEntity& entity) {
     const dxf::Drawing& drawing = place_->state.drawing();
     dxf::RecordId& record = place_->record;
-    if (place_->cursor) record = drawing.next(record);
+    if (place_->cursor) {
+        drawing.release(place_->passed, record);
+        record = drawing.next(record);
+    }
     while (record != dxf::kNoRecord && drawing.record(record).kind != dxf::RecordKind::Entity)
         record = drawing.next(record);
     if (record == dxf::kNoRecord) return false;
@@ -128,9 +136,16 @@ bool setTextStyle(AcDbEntity& entity, AcDbObjectId style) {
     dxf::Drawing& drawing = state->drawing();
     const dxf::RecordId record = state->ids().recordOf(entity.objectId().recordNumber());
     const NamingTag* naming = namingTag(drawing.typeNameOf(record), codes::kTextStyle);
+    if (!naming || naming->table != TableKind::TextStyle) return false;
+    const std::string name = writeText(drawing, state->tables().nameOf(style.recordNumber()));
     dxf::Tag tag;
-    if (!naming || naming->table != TableKind::TextStyle || !drawing.findTag(record, naming->code, tag)) return false;
-    drawing.setValue(record, tag, writeText(drawing, state->tables().nameOf(style.recordNumber())));
+    if (drawing.findTag(record, naming->code, tag)) {
+        drawing.setValue(record, tag, name);
+        return true;
+    }
+    // It stands among the tags of the text itself, as the text and its height do.
+    if (!drawing.findTag(record, codes::kText, tag) && !drawing.findTag(record, kHeight, tag)) return false;
+    drawing.insertTags(record, tag.end, {{naming->code, name}});
     return true;
 }
 

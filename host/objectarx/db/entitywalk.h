@@ -53,7 +53,13 @@ class QRS_HOST_PORT EntityWalk {
     std::unique_ptr<Place> place_;
 };
 
-// Gives an entity that names a text style another one of its drawing. False when it names none.
+// How many objects of the drawing need each record besides the entities that name it, which a walk tells: layers and
+// styles, objects, entities that refer to it by its handle, and the header where it says what is current. counts has a place for each id. The status
+// is that of AcDbDatabase::countHardReferences, and much less of a large drawing is read.
+QRS_HOST_PORT Acad::ErrorStatus countOtherReferences(AcDbDatabase& database, const AcDbObjectIdArray& ids,
+                                                     Adesk::UInt32* counts);
+
+// Gives a text another text style of its drawing, also one that names none. False when it is no text.
 QRS_HOST_PORT bool setTextStyle(AcDbEntity& entity, AcDbObjectId style);
 
 }  // namespace qrs::host

@@ -5,6 +5,7 @@
 #include "dbmain.h"
 #include "host/drawing/entityformat.h"
 #include "host/dxf/references.h"
+#include "host/objectarx/db/entitywalk.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/codepage.h"
 
@@ -21,6 +22,15 @@ bool isEntityKind(RecordKind kind) {
     return kind == RecordKind::Entity || kind == RecordKind::Block || kind == RecordKind::EndBlock;
 }
 
+// What is named by a text besides what kinds of entities name that can be made and changed.
+constexpr NamingTag kRecordNames[] = {{"$CELTYPE", codes::kLinetype, TableKind::Linetype},
+                                      {"$DIMTXSTY", codes::kTextStyle, TableKind::TextStyle},
+                                      {"$TEXTSTYLE", codes::kTextStyle, TableKind::TextStyle},
+                                      {"ACAD_TABLE", codes::kTextStyle, TableKind::TextStyle},
+                                      {"LAYER", codes::kLinetype, TableKind::Linetype},
+                                      {"MLINESTYLE", codes::kLinetype, TableKind::Linetype},
+                                      {"TABLESTYLE", codes::kTextStyle, TableKind::TextStyle}};
+
 class ReferenceCounter {
   public:
     ReferenceCounter(DatabaseState& state, const AcDbObjectIdArray& ids, Adesk::UInt32* counts)
@@ -29,17 +39,19 @@ class ReferenceCounter {
             add(ids[i].recordNumber(), static_cast<std::size_t>(i));
     }
 
-    void count() {
+    // withNames: what entities name by a text or lie on counts; without, what the header says is current counts instead.
+    void count(bool withNames) {
         for (current_ = drawing_.first(); current_ != kNoRecord; current_ = drawing_.next(current_)) {
             const RecordKind kind = drawing_.record(current_).kind;
-            if (isEntityKind(kind)) {
+            if (kind == RecordKind::Entity && !withNames) {
+                if (drawing_.mayRefer(current_)) countTags(&ReferenceCounter::recordName);
+            } else if (isEntityKind(kind)) {
                 if (const RecordId layer = state_.contents().layers().of(current_); layer != kNoRecord)
                     tell(layers_.find(layer), layers_);
                 countTags(&ReferenceCounter::entityName);
-            } else if (kind == RecordKind::TableRecord) {
+            } else if (kind == RecordKind::TableRecord || kind == RecordKind::Object ||
+                       (kind == RecordKind::HeaderVariable && !withNames)) {
                 countTags(&ReferenceCounter::recordName);
-            } else if (kind == RecordKind::Object) {
-                countTags(nullptr);
             }
         }
     }
@@ -81,12 +93,13 @@ class ReferenceCounter {
     const TableKind* entityName(int code) {
         if (code == codes::kLayer || code >= 10) return nullptr;
         const NamingTag* naming = namingTag(type_, code);
-        return naming ? &naming->table : nullptr;
+        return naming ? &naming->table : recordName(code);
     }
 
     const TableKind* recordName(int code) {
-        static constexpr TableKind linetype = TableKind::Linetype;
-        return code == codes::kLinetype && type_ == "LAYER" ? &linetype : nullptr;
+        for (const NamingTag& naming : kRecordNames)
+            if (naming.code == code && type_ == naming.dxfName) return &naming.table;
+        return nullptr;
     }
 
     void countTags(NamedTable namedTable) {
@@ -101,7 +114,7 @@ class ReferenceCounter {
                     tell(handles_.find(dxf::toHandle(tag.value)), handles_);
                 continue;
             }
-            const TableKind* table = namedTable ? (this->*namedTable)(tag.code) : nullptr;
+            const TableKind* table = (this->*namedTable)(tag.code);
             if (!table || namesOf(*table).empty()) continue;
             tell(namesOf(*table).find(platform::foldCase(readText(drawing_, tag.value))), namesOf(*table));
         }
@@ -118,16 +131,27 @@ class ReferenceCounter {
     std::string_view type_;
 };
 
+Acad::ErrorStatus count(AcDbDatabase& database, const AcDbObjectIdArray& ids, Adesk::UInt32* counts,
+                        bool withNames) {
+    if (!counts) return Acad::eNullObjectPointer;
+    for (const AcDbObjectId& id : ids) {
+        if (id.database() != &database) return Acad::eWrongDatabase;
+        if (!id.isValid() || id.isErased()) return Acad::eInvalidInput;
+    }
+    DatabaseState& state = *DatabaseState::of(&database);
+    state.objects().writeAll();
+    ReferenceCounter(state, ids, counts).count(withNames);
+    return Acad::eOk;
+}
+
 }  // namespace
+
+Acad::ErrorStatus countOtherReferences(AcDbDatabase& database, const AcDbObjectIdArray& ids, Adesk::UInt32* counts) {
+    return count(database, ids, counts, false);
+}
+
 }  // namespace qrs::host
 
 Acad::ErrorStatus AcDbDatabase::countHardReferences(const AcDbObjectIdArray& ids, Adesk::UInt32* counts) {
-    if (!counts) return Acad::eNullObjectPointer;
-    for (const AcDbObjectId& id : ids) {
-        if (id.database() != this) return Acad::eWrongDatabase;
-        if (!id.isValid() || id.isErased()) return Acad::eInvalidInput;
-    }
-    state_->objects().writeAll();
-    qrs::host::ReferenceCounter(*state_, ids, counts).count();
-    return Acad::eOk;
+    return qrs::host::count(*this, ids, counts, true);
 }

@@ -102,6 +102,10 @@ bool TEntityLooks::Next(TEntityLook& look) {
     return true;
 }
 
+bool CountOtherUses(AcDbDatabase* database, const AcDbObjectIdArray& ids, Adesk::UInt32* counts) {
+    return database != nullptr && qrs::host::countOtherReferences(*database, ids, counts) == Acad::eOk;
+}
+
 bool SetTextStyle(AcDbEntity* entity, AcDbObjectId style) {
     return entity != nullptr && entity->isWriteEnabled() && qrs::host::setTextStyle(*entity, style);
 }

@@ -50,7 +50,12 @@ class QRS_HOST_PORT TEntityLooks {
     std::unique_ptr<State> state_;
 };
 
+// How many objects need each record besides the entities of which TEntityLooks tells that they name it: layers, styles,
+// objects, blocks that lie on a layer; the header counts where it says what is current. counts has a place for each id,
+// and is filled without a second walk through the entities. False when one of them is erased or another drawing's.
+QRS_HOST_PORT bool CountOtherUses(AcDbDatabase* database, const AcDbObjectIdArray& ids, Adesk::UInt32* counts);
+
 // Gives a text of any kind, open for writing, another text style: texts, paragraphs, attributes and their definitions.
-// False, nothing changed, for what is no text, for a style of another drawing, and for a text that names no style and
-// so is written in "Standard".
+// One that names no style, and so is written in "Standard", names it from then on. False, nothing changed, for what is
+// no text and for a style of another drawing.
 QRS_HOST_PORT bool SetTextStyle(AcDbEntity* entity, AcDbObjectId style);
