@@ -1,12 +1,13 @@
 // CHECKSTANDARD: how far drawings are from the standard.
 #include "commands.h"
 
-#include <memory>
 #include <utility>
 
 #include "dbapserv.h"
 #include "drawings.h"
+#include "host/platform/codepage.h"
 #include "prompts.h"
+#include "qrs_drawings.h"
 #include "report.h"
 
 namespace qrs::audit {
@@ -56,7 +57,7 @@ bool ask(Request& request) {
         !askPath(platform::untranslated(L"\nFile of rules <none>: "), rules))
         return false;
     platform::Error error;
-    if (!rules.empty() && !request.weights.read(rules, error)) return fail(error.message), false;
+    if (!rules.empty() && !request.weights.read(rules, error)) return failReading(error.message), false;
     if (!askChoice(platform::untranslated(L"\nCheck external references, too? [No/Yes] <No>: "), {L"No", L"Yes"},
                    choice))
         return false;
@@ -87,12 +88,12 @@ class Checking {
 
   private:
     void checkFile(const std::wstring& path) {
-        platform::Error error;
-        const std::unique_ptr<AcDbDatabase> database = openDrawing(path, error);
-        if (database)
-            check(*database, path);
+        QrsExport::TReadDrawing drawing;
+        std::wstring reason;
+        if (QrsExport::ReadDrawing(path, drawing, reason))
+            check(*drawing.database, path);
         else
-            add(path).unreadable = error.message;
+            add(path).unreadable = platform::toUtf8(reason);
     }
 
     void check(AcDbDatabase& database, const std::wstring& file) {
@@ -101,7 +102,7 @@ class Checking {
         if (!checkDrawing(database, file, request_.weights, standard_, result, error))
             result.unreadable = error.message;
         if (!request_.withReferences) return;
-        for (std::wstring& reference : referencesOf(database))
+        for (std::wstring& reference : referencesOf(database, file))
             if (isNew(reference)) references_.push_back(std::move(reference));
     }
 
@@ -126,7 +127,8 @@ class Checking {
     std::vector<std::wstring> files_, references_;
 };
 
-// Whoever called fails when a drawing was not checked, or a rule is broken that is an error.
+// Whoever called fails when a drawing was not checked, or a rule is broken that is an error. What is broken is the
+// graver of the two: it is known.
 void tellOutcome(const CheckResults& results) {
     std::size_t unreadable = 0;
     std::size_t errors = 0;
@@ -135,8 +137,8 @@ void tellOutcome(const CheckResults& results) {
         errors += result.count(Severity::Error);
     }
     if (unreadable > 0)
-        fail(countedText(unreadable, platform::untranslated(L"%1 drawing was not checked"),
-                         platform::untranslated(L"%1 drawings were not checked")));
+        failReading(countedText(unreadable, platform::untranslated(L"%1 drawing was not checked"),
+                                platform::untranslated(L"%1 drawings were not checked")));
     if (errors > 0)
         fail(countedText(errors, platform::untranslated(L"%1 finding is an error"),
                          platform::untranslated(L"%1 findings are errors")));

@@ -1,15 +1,15 @@
-// Opens drawings, and finds those that one refers to.
+// Finds the files of drawings, and those that one refers to.
 #include "drawings.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "facts.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
-#include "host/platform/language.h"
-#include "host/platform/tree.h"
+#include "qrs_drawings.h"
 
 namespace qrs::audit {
 
@@ -36,26 +36,9 @@ std::wstring found(const std::wstring& named, const std::wstring& drawing) {
 
 }  // namespace
 
-std::unique_ptr<AcDbDatabase> openDrawing(const std::wstring& path, platform::Error& error) {
-    auto database = std::make_unique<AcDbDatabase>(false, true);
-    // The reason stands in the log alone.
-    const auto folder = platform::PrivateFolder::make(error);
-    if (!folder) return nullptr;
-    const std::filesystem::path log = folder->path() / "log";
-    const Acad::ErrorStatus status = database->dxfIn(path.c_str(), platform::innerPath(log).c_str());
-    if (status == Acad::eOk) return database;
-    platform::Error unreadable;
-    std::string reason;
-    if (!platform::readFile(log, reason, unreadable)) reason.clear();
-    reason.erase(std::find(reason.begin(), reason.end(), '\n'), reason.end());
-    error.message =
-        !reason.empty() ? reason : platform::translated("%1: cannot be read", platform::nativePath(path).u8string());
-    return nullptr;
-}
-
 std::wstring fileOf(const AcDbDatabase& database) {
     const ACHAR* name = nullptr;
-    return database.getFilename(name) == Acad::eOk && name != nullptr ? std::wstring(name) : std::wstring();
+    return database.getFilename(name) == Acad::eOk && name != nullptr ? QrsExport::NamedFile(name) : std::wstring();
 }
 
 std::wstring nameOfFile(const std::wstring& path) {
@@ -66,9 +49,8 @@ std::wstring nativeFile(const std::wstring& path) {
     return path.empty() ? path : platform::fromUtf8(platform::nativePath(platform::wholePath(path)).u8string());
 }
 
-std::vector<std::wstring> referencesOf(AcDbDatabase& database) {
+std::vector<std::wstring> referencesOf(AcDbDatabase& database, const std::wstring& drawing) {
     std::vector<std::wstring> files;
-    const std::wstring drawing = fileOf(database);
     const AcDbBlockTablePointer table(&database);
     AcDbBlockTableIterator* made = nullptr;
     if (table.openStatus() != Acad::eOk || table->newIterator(made) != Acad::eOk) return files;

@@ -2,9 +2,11 @@
 #include "commands.h"
 #include "dbapserv.h"
 #include "drawings.h"
+#include "host/platform/codepage.h"
 #include "host/platform/language.h"
 #include "pipetotals.h"
 #include "prompts.h"
+#include "qrs_drawings.h"
 #include "report.h"
 
 namespace qrs::audit {
@@ -28,17 +30,17 @@ void addDrawing(AcDbDatabase& database, const std::wstring& path, PipeReport& re
 std::size_t addFiles(const std::vector<std::wstring>& paths, PipeReport& report) {
     std::size_t unreadable = 0;
     for (const std::wstring& path : paths) {
-        platform::Error error;
-        const std::unique_ptr<AcDbDatabase> database = openDrawing(path, error);
-        if (database) {
-            addDrawing(*database, path, report);
+        QrsExport::TReadDrawing drawing;
+        std::wstring reason;
+        if (QrsExport::ReadDrawing(path, drawing, reason)) {
+            addDrawing(*drawing.database, path, report);
             continue;
         }
         ++unreadable;
         report.emplace_back();
         report.back().drawing = nameOfFile(path);
         report.back().file = nativeFile(path);
-        report.back().unreadable = error.message;
+        report.back().unreadable = platform::toUtf8(reason);
     }
     return unreadable;
 }
@@ -62,8 +64,8 @@ void reportPipes() {
     platform::Error error;
     if (!deliver(kFormats[format].report(report), file, error)) return fail(error.message);
     if (unreadable > 0)
-        fail(countedText(unreadable, platform::untranslated(L"%1 drawing was not read"),
-                         platform::untranslated(L"%1 drawings were not read")));
+        failReading(countedText(unreadable, platform::untranslated(L"%1 drawing was not read"),
+                                platform::untranslated(L"%1 drawings were not read")));
 }
 
 }  // namespace qrs::audit

@@ -69,4 +69,12 @@ void fail(const std::string& message) {
     fail(platform::fromUtf8(message));
 }
 
+void failReading(const std::wstring& message) {
+    QrsExport::FailReading(message);
+}
+
+void failReading(const std::string& message) {
+    failReading(platform::fromUtf8(message));
+}
+
 }  // namespace qrs::audit

@@ -23,5 +23,8 @@ bool deliver(const std::string& report, const std::wstring& path, platform::Erro
 // The command has failed; tells why.
 void fail(const std::string& message);
 void fail(const std::wstring& message);
+// The same because a file cannot be read.
+void failReading(const std::string& message);
+void failReading(const std::wstring& message);
 
 }  // namespace qrs::audit

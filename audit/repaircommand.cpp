@@ -64,7 +64,8 @@ void repairStandard() {
     if (!standard.isLoaded()) return fail(platform::translated(L"there is no pipe-system standard to repair by"));
     std::vector<Mapping> mappings;
     platform::Error error;
-    if (!request.mappings.empty() && !readMappings(request.mappings, mappings, error)) return fail(error.message);
+    if (!request.mappings.empty() && !readMappings(request.mappings, mappings, error))
+        return failReading(error.message);
     const DrawingFacts facts(*current);
     Repair repair(facts, standard);
     if (request.mappings.empty())

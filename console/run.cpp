@@ -25,6 +25,7 @@
 #include "host/platform/tree.h"
 #include "host/platform/watch.h"
 #include "host/report/hostreport.h"
+#include "qrs_drawings.h"
 
 namespace qrs::console {
 
@@ -121,7 +122,9 @@ Failure openDrawing(const Options& options, host::Application& application, Open
         opened.converted = ConvertedDrawing::make(options, options.drawing, error);
         if (!opened.converted) return {ExitCode::CannotRead, error.message};
         // What the drawing refers to lies beside it.
-        application.addSupportFolder(innerFolder(std::filesystem::absolute(options.drawing).parent_path()));
+        const std::filesystem::path named = std::filesystem::absolute(options.drawing);
+        application.addSupportFolder(innerFolder(named.parent_path()));
+        QrsExport::SetConvertedFile(platform::innerPath(opened.file(options)), platform::innerPath(named));
     }
     if (options.drawing.empty())
         application.newDocument();
@@ -249,10 +252,34 @@ std::unique_ptr<ConsoleTerminal> makeTerminal(const Options& options, Script scr
     return makeInteractiveTerminal(complete, historyFile());
 }
 
+// Commands that read drawings besides the current one take DWG files, too.
+class ConvertedFile : public QrsExport::TConvertedFile {
+  public:
+    explicit ConvertedFile(std::unique_ptr<ConvertedDrawing> drawing) : drawing_(std::move(drawing)) {}
+    std::wstring File() const override { return platform::innerPath(drawing_->file()); }
+
+  private:
+    std::unique_ptr<ConvertedDrawing> drawing_;
+};
+
+QrsExport::TConverter converterFor(const Options& options) {
+    return [options](const std::wstring& file, std::unique_ptr<QrsExport::TConvertedFile>& converted,
+                     std::wstring& reason) {
+        const std::filesystem::path named = platform::nativePath(file);
+        if (host::dwgReleaseOf(named).empty()) return true;
+        platform::Error error;
+        auto drawing = ConvertedDrawing::make(options, named, error);
+        reason = platform::fromUtf8(error.message);
+        if (drawing) converted = std::make_unique<ConvertedFile>(std::move(drawing));
+        return converted != nullptr;
+    };
+}
+
 Failure prepare(const Options& options, host::Application& application, OpenedDrawing& opened) {
     application.setStrict(options.strict);
     application.setBackups(options.backups);
     application.setAllWarnings(options.allWarnings);
+    QrsExport::SetConverter(converterFor(options));
     if (isNamedDwg(options.output) && converterOf(options).empty())
         return {ExitCode::WrongUsage,
                 options.output.u8string() + ": " + translated("writing DWG needs a converter (--converter)")};
@@ -327,7 +354,8 @@ ExitCode runCommands(const Options& options, host::Application& application, Con
     if (!failure) failure = keepSaved(options, opened, record.written);
     if (failure) return end(failure);
     if (!terminal.outputWorks()) return end({ExitCode::CannotWrite, translated("standard output cannot be written")});
-    return allDone ? ExitCode::Done : ExitCode::CommandFailed;
+    if (allDone) return ExitCode::Done;
+    return application.hasFailedToReadOnly() ? ExitCode::CannotRead : ExitCode::CommandFailed;
 }
 
 ExitCode keepRecord(const Options& options, const ConsoleTerminal& terminal, RunRecord record, ExitCode code) {

@@ -168,6 +168,10 @@ bool Application::run(bool keepGoing) {
     return state_->session.run(keepGoing);
 }
 
+bool Application::hasFailedToReadOnly() const {
+    return state_->session.hasFailedToReadOnly();
+}
+
 void Application::setStrict(bool strict) {
     state_->session.setStrict(strict);
 }
@@ -209,6 +213,10 @@ void failUnknownCommand(const std::wstring& name) {
 
 void failCommand(std::wstring_view message) {
     if (ed::Session* session = ed::Session::current()) session->fail(message);
+}
+
+void failReading(std::wstring_view message) {
+    if (ed::Session* session = ed::Session::current()) session->failReading(message);
 }
 
 void refuseCommand(std::wstring_view text) {

@@ -124,6 +124,8 @@ class QRS_HOST_PORT Application {
     // Reads commands from the terminal and runs them until QUIT or the end of the input. True when no command failed.
     // Unless keepGoing, the first failing command ends the run.
     bool run(bool keepGoing);
+    // True when what failed so far are commands that could not read a file, and nothing else.
+    bool hasFailedToReadOnly() const;
     // Refusals and prompts that were cancelled or left unanswered count as failures.
     void setStrict(bool strict);
     // Set by the QUIT command.
@@ -150,6 +152,8 @@ QRS_HOST_PORT std::wstring takeRestOfLine();
 QRS_HOST_PORT void failUnknownCommand(const std::wstring& name);
 // From inside a command: it failed, and why. The message goes to Terminal::error; the run stops unless it keeps going.
 QRS_HOST_PORT void failCommand(std::wstring_view message);
+// The same for a command that could not read a file.
+QRS_HOST_PORT void failReading(std::wstring_view message);
 // From inside a command: prints a text of the command line that tells what the command did not do. It also goes to
 // Terminal::refused.
 QRS_HOST_PORT void refuseCommand(std::wstring_view text);

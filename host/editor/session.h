@@ -102,6 +102,12 @@ class Session : private AcDbHostApplicationServices {
     Outcome callCommand(const std::wstring& name, std::deque<std::wstring> answers);
     // The running command, or the run, has failed. An empty message prints nothing.
     void fail(std::wstring_view message);
+    // The same for one that could not read a file.
+    void failReading(std::wstring_view message) {
+        ++readingFailures_;
+        fail(message);
+    }
+    bool hasFailedToReadOnly() const { return failures_ > 0 && failures_ == readingFailures_; }
     // Prints what the running command did not do.
     void refuse(std::wstring_view text);
     // The same without printing it, for what the editor does not tell: an answer that meets nothing.
@@ -149,6 +155,7 @@ class Session : private AcDbHostApplicationServices {
     std::wstring lastTyped_;    // also when it is no command
     std::wstring typedVariable_;
     std::size_t failures_ = 0;
+    std::size_t readingFailures_ = 0;  // of them
     std::size_t refusals_ = 0;
     std::size_t earlyRefusals_ = 0;  // before the run, counted with it
     bool strict_ = false;

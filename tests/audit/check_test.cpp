@@ -131,12 +131,12 @@ TEST(Check, WeighsRulesAndKnowsWhatWasAccepted) {
         {"rules.csv",
          "own-color,off\nlayer-lost,off\n",
          {"--rules", "rules.csv"},
-         1,
+         3,
          "rules.csv:2: there is no rule \"layer-lost\"\n"},
-        {"rules.csv", "own-color,bad\n", {"--rules", "rules.csv"}, 1, "rules.csv:1: \"bad\" is no severity"},
-        {"rules.csv", "own-color,\"off\n", {"--rules", "rules.csv"}, 1, "rules.csv:1: a quote is not closed\n"},
-        {"faulty.dxf.accepted", "# May\npipe-*,x,y\n", {}, 1, "faulty.dxf.accepted:2: there is no rule \"pipe-*\""},
-        {"faulty.dxf.accepted", "pipe-layer,污水\n", {}, 1, "accepted:1: a row is a rule, a subject and a reason"},
+        {"rules.csv", "own-color,bad\n", {"--rules", "rules.csv"}, 3, "rules.csv:1: \"bad\" is no severity"},
+        {"rules.csv", "own-color,\"off\n", {"--rules", "rules.csv"}, 3, "rules.csv:1: a quote is not closed\n"},
+        {"faulty.dxf.accepted", "# May\npipe-*,x,y\n", {}, 3, "faulty.dxf.accepted:2: there is no rule \"pipe-*\""},
+        {"faulty.dxf.accepted", "pipe-layer,污水\n", {}, 3, "accepted:1: a row is a rule, a subject and a reason"},
         {"faulty.dxf.accepted",
          "layer-foreign,TE*,\"agreed, until May\"\nown-color,X,y\n",
          {},
@@ -199,6 +199,46 @@ TEST(Check, OnePageSumsUpDrawings) {
         const std::size_t found = page.out.find(part, at);
         ASSERT_NE(found, std::string::npos) << part << page.out;
         at = found;
+    }
+}
+
+// A broken rule is what a pipeline stops for; that a drawing was not looked at is told where none is broken.
+TEST(Check, OfSeveralDrawingsEndsWithTheGravestOutcome) {
+    const Workplace place;
+    place.write("faulty.dxf", faultyDrawing());
+    const std::string mark("AC1032\0", 7);
+    place.write("house.dwg", mark + faultyDrawing());
+    place.write("house.dwg.accepted", "*,*,no rule\n");
+    place.write("torn.dwg", mark + "torn");
+    place.example("pipes.dxf");
+    const std::string converter = "'" QRS_CONVERTER "' {in} {out} {from}";
+    const struct {
+        std::vector<std::string> arguments;
+        int code;
+        const char* said;
+    } cases[] = {
+        {{"--check", "pipes.dxf", "gone.dxf"}, 3, "1 drawing was not checked\n"},
+        {{"--check", "gone.dxf", "faulty.dxf"}, 1, "1 drawing was not checked\nqrsconsole: 5 findings are errors\n"},
+        {{"--pipes", "pipes.dxf", "gone.dxf"}, 3, "1 drawing was not read\n"},
+        // DWG drawings become others on the way; what lies beside them counts.
+        {{"--check", "pipes.dxf", "house.dwg"}, 3, "save it as DXF, or name a converter"},
+        {{"--check", "--converter", converter, "pipes.dxf", "torn.dwg"}, 3, "not checked: "},
+        {{"--check", "--converter", converter, "pipes.dxf", "house.dwg"}, 3, "house.dwg.accepted:1: there is no rule"},
+        {{"--check", "--converter", converter, "house.dwg"}, 3, "house.dwg.accepted:1: there is no rule"},
+    };
+    for (const auto& one : cases) {
+        const Outcome checked = place.run(one.arguments);
+        EXPECT_EQ(checked.code, one.code) << checked.out << checked.error;
+        EXPECT_NE((checked.out + checked.error).find(one.said), std::string::npos) << checked.out << checked.error;
+    }
+    place.write("house.dwg.accepted", "layer-different,*,known\n");
+    for (const char* other : {"pipes.dxf", ""}) {
+        std::vector<std::string> arguments = {"--check", "--converter", converter, "house.dwg"};
+        if (*other != '\0') arguments.emplace_back(other);
+        const Outcome checked = place.run(arguments);
+        EXPECT_EQ(checked.code, 1);
+        EXPECT_NE(checked.out.find("house.dwg against the standard pwx\n"), std::string::npos) << checked.out;
+        EXPECT_NE(checked.out.find("; 1 accepted\n"), std::string::npos) << checked.out;
     }
 }
 

@@ -86,6 +86,10 @@ void QrsExport::FailCommand(const std::wstring& message) {
     qrs::host::failCommand(message);
 }
 
+void QrsExport::FailReading(const std::wstring& message) {
+    qrs::host::failReading(message);
+}
+
 bool QrsExport::PostCommand(const std::wstring& text) {
     AcApDocManager* manager = acDocManager;
     AcApDocument* document = manager ? manager->curDocument() : nullptr;

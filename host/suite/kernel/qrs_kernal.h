@@ -60,4 +60,8 @@ QRS_HOST_PORT void TellRefusal(const std::wstring& message);
 // The running command, or without one the program's run, has failed; the message goes where errors go.
 QRS_HOST_PORT void FailCommand(const std::wstring& message);
 
+// The same for a command that could not read a file. A run in which nothing else fails ends with the exit code of files
+// that cannot be read.
+QRS_HOST_PORT void FailReading(const std::wstring& message);
+
 }  // namespace QrsExport
