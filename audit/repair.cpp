@@ -155,15 +155,26 @@ void Repair::planAll() {
             planProperties(layer, name);
     }
     for (const RecordFacts& linetype : facts_.linetypes) {
-        const std::wstring* name = standard_.linetype(linetype.name);
-        if (name == nullptr || *name == linetype.name || linetype.isDependent() || isBuiltInLinetype(linetype.name))
-            continue;
-        changes_.push_back({platform::translated(L"linetype %1 renamed %2", linetype.name, *name),
-                            linetype.objects.count,
-                            [id = linetype.id, name = *name] { return rename<AcDbLinetypeTableRecord>(id, name); }});
+        if (!linetype.isDependent() && !isBuiltInLinetype(linetype.name)) planLinetype(linetype);
     }
     planTextStyles();
     planOldSystems();
+}
+
+void Repair::planLinetype(const RecordFacts& linetype) {
+    const std::wstring* name = standard_.linetype(linetype.name);
+    if (name == nullptr) return;
+    if (*name != linetype.name)
+        changes_.push_back({platform::translated(L"linetype %1 renamed %2", linetype.name, *name),
+                            linetype.objects.count,
+                            [id = linetype.id, name = *name] { return rename<AcDbLinetypeTableRecord>(id, name); }});
+    const std::vector<Difference> differences = differencesOf({facts_, standard_}, linetype);
+    if (differences.empty()) return;
+    changes_.push_back(
+        {platform::translated(L"linetype %1: %2", *name, textOf(differences)), linetype.objects.count, [name = *name] {
+             return doneUnless(PwxTool::UpdateLinetype(CString(name)),
+                               platform::untranslated(L"the drawing cannot hold its texts"));
+         }});
 }
 
 // --- styles and pipes
@@ -245,46 +256,54 @@ void Repair::planMissingLayers(const std::vector<Mapping>& mappings) {
 
 // Layers and objects alike; "ByLayer" is no linetype of a layer.
 void Repair::planLinetypes(const Mapping& mapping) {
-    const bool isByLayer = isSameName(mapping.to, L"ByLayer");
-    for (const RecordFacts& linetype : facts_.linetypes) {
-        if (!fits(linetype.name, mapping.from) || isSameName(linetype.name, mapping.to) || linetype.isDependent())
-            continue;
-        std::vector<AcDbObjectId> layers;
-        for (const LayerFacts& layer : facts_.layers)
-            if (!isByLayer && isSameName(layer.linetype, linetype.name)) layers.push_back(layer.id);
-        if (layers.empty() && linetype.objects.count == 0) continue;
-        linetypeMoves_.emplace(linetype.name, mapping.to);
-        changes_.push_back({platform::translated(L"linetype %1 replaced by %2", linetype.name, mapping.to),
-                            linetype.objects.count, [this, layers, from = linetype.name, to = mapping.to, isByLayer] {
-                                const AcDbObjectId id =
-                                    isByLayer ? AcDbObjectId() : PwxTool::LoadQdLineType(CString(to));
-                                if (!isByLayer && id.isNull()) {
-                                    linetypeMoves_.erase(from);
-                                    return platform::translated(L"neither the drawing nor linetype.dbf has it");
-                                }
-                                bool isDone = true;
-                                for (const AcDbObjectId& layer : layers) {
-                                    AcDbLayerTableRecordPointer record(layer, AcDb::kForWrite);
-                                    isDone = record.openStatus() == Acad::eOk &&
-                                             record->setLinetypeObjectId(id) == Acad::eOk && isDone;
-                                }
-                                return doneUnless(isDone, platform::untranslated(L"some layers cannot be opened"));
-                            }});
-    }
+    for (const RecordFacts& linetype : facts_.linetypes)
+        if (!linetype.isDependent()) planLinetypeMove(linetype.name, linetype.objects, mapping);
+    for (const auto& [name, objects] : facts_.missingLinetypes)
+        planLinetypeMove(name, objects, mapping);
 }
 
+void Repair::planLinetypeMove(const std::wstring& from, const Tally& objects, const Mapping& mapping) {
+    if (!fits(from, mapping.from) || isSameName(from, mapping.to)) return;
+    const bool isByLayer = isSameName(mapping.to, L"ByLayer");
+    std::vector<AcDbObjectId> layers;
+    for (const LayerFacts& layer : facts_.layers)
+        if (!isByLayer && isSameName(layer.linetype, from)) layers.push_back(layer.id);
+    if (layers.empty() && objects.count == 0) return;
+    if (!linetypeMoves_.emplace(from, mapping.to).second) return;
+    changes_.push_back({platform::translated(L"linetype %1 replaced by %2", from, mapping.to), objects.count,
+                        [this, layers, from, to = mapping.to, isByLayer] {
+                            const AcDbObjectId id = isByLayer ? AcDbObjectId() : PwxTool::LoadQdLineType(CString(to));
+                            if (!isByLayer && id.isNull()) {
+                                linetypeMoves_.erase(from);
+                                return platform::translated(L"neither the drawing nor linetype.dbf has it");
+                            }
+                            bool isDone = true;
+                            for (const AcDbObjectId& layer : layers) {
+                                AcDbLayerTableRecordPointer record(layer, AcDb::kForWrite);
+                                isDone = record.openStatus() == Acad::eOk &&
+                                         record->setLinetypeObjectId(id) == Acad::eOk && isDone;
+                            }
+                            return doneUnless(isDone, platform::untranslated(L"some layers cannot be opened"));
+                        }});
+}
+
+// Texts that name no style are written in "Standard", also where the drawing lacks it.
 void Repair::planTexts(const Mapping& mapping) {
-    for (const TextStyleFacts& style : facts_.textStyles) {
-        if (!fits(style.name, mapping.from) || isSameName(style.name, mapping.to) || style.isDependent()) continue;
-        if (style.objects.count == 0) continue;
-        textStyleMoves_.emplace(style.name, mapping.to);
-        changes_.push_back({platform::translated(L"texts in %1 written in %2", style.name, mapping.to),
-                            style.objects.count, [this, from = style.name, to = mapping.to] {
-                                if (!PipeSystemTool::InitTextStyle(CString(to)).isNull()) return std::wstring();
-                                textStyleMoves_.erase(from);
-                                return platform::translated(L"neither the drawing nor the standard has it");
-                            }});
-    }
+    for (const TextStyleFacts& style : facts_.textStyles)
+        if (!style.isDependent()) planTextMove(style.name, style.objects, mapping);
+    for (const auto& [name, objects] : facts_.missingTextStyles)
+        planTextMove(name, objects, mapping);
+}
+
+void Repair::planTextMove(const std::wstring& from, const Tally& objects, const Mapping& mapping) {
+    if (!fits(from, mapping.from) || isSameName(from, mapping.to) || objects.count == 0) return;
+    if (!textStyleMoves_.emplace(from, mapping.to).second) return;
+    changes_.push_back({platform::translated(L"texts in %1 written in %2", from, mapping.to), objects.count,
+                        [this, from, to = mapping.to] {
+                            if (!PipeSystemTool::InitTextStyle(CString(to)).isNull()) return std::wstring();
+                            textStyleMoves_.erase(from);
+                            return platform::translated(L"neither the drawing nor the standard has it");
+                        }});
 }
 
 // --- objects

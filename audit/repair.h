@@ -40,7 +40,7 @@ class Repair {
   public:
     Repair(const DrawingFacts& facts, const StandardLists& standard) : facts_(facts), standard_(standard) {}
 
-    // What has one answer: properties of layers and text styles of the standard, old names, capitals.
+    // What has one answer: properties of layers, linetypes and text styles of the standard, old names, capitals.
     void planAll();
     void plan(const std::vector<Mapping>& mappings);
 
@@ -53,12 +53,15 @@ class Repair {
 
     void planLayer(const LayerFacts& layer, const std::wstring& name);
     void planProperties(const LayerFacts& layer, const std::wstring& name);
+    void planLinetype(const RecordFacts& linetype);
     void planTextStyles();
     void planOldSystems();
     void planSystem(const std::wstring& from, const std::wstring& to, std::vector<AcDbObjectId> pipes);
     void planMissingLayers(const std::vector<Mapping>& mappings);
     void planLinetypes(const Mapping& mapping);
+    void planLinetypeMove(const std::wstring& from, const Tally& objects, const Mapping& mapping);
     void planTexts(const Mapping& mapping);
+    void planTextMove(const std::wstring& from, const Tally& objects, const Mapping& mapping);
     bool hasLayer(const std::wstring& name) const;
 
     const DrawingFacts& facts_;

@@ -85,6 +85,7 @@ std::wstring textOf(double number);
 // In what they differ; what a definition leaves open ("by layer") is never different.
 std::vector<Difference> differencesOf(const CheckedDrawing& drawing, const LayerFacts& layer,
                                       const LayerNode& definition);
+std::vector<Difference> differencesOf(const CheckedDrawing& drawing, const RecordFacts& linetype);
 std::vector<Difference> differencesOf(const TextStyleFacts& style, const TextStyleNode& node);
 // What a layer under an old name is called today; none when its name is no old one, or nothing lies on it.
 std::vector<const LayerNode*> newLayersOf(const StandardLists& standard, const LayerFacts& layer);

@@ -114,6 +114,15 @@ bool isForeignTextStyle(const CheckedDrawing& drawing, std::wstring_view name) {
 
 }  // namespace
 
+std::vector<Difference> differencesOf(const CheckedDrawing& drawing, const RecordFacts& linetype) {
+    const bool holdsTexts = drawing.facts.database.originalFileVersion() >= AcDb::kDHL_1012;
+    CString own;
+    std::wstring standard;
+    if (!drawing.standard.pattern(linetype.name, standard) || !PwxTool::GetLinetypePattern(linetype.id, own)) return {};
+    if (own.view() == (holdsTexts ? standard : withoutTexts(standard))) return {};
+    return {{platform::translated(L"pattern"), shownPattern(wide(own)), shownPattern(standard)}};
+}
+
 std::vector<Difference> differencesOf(const TextStyleFacts& style, const TextStyleNode& node) {
     std::vector<Difference> differences;
     compare(platform::untranslated(L"height"), style.height, node.FontHeigth, differences);
@@ -138,16 +147,11 @@ void findForeignLinetypes(const CheckedDrawing& drawing, Findings& findings) {
 }
 
 void findDifferentLinetypes(const CheckedDrawing& drawing, Findings& findings) {
-    const bool holdsTexts = drawing.facts.database.originalFileVersion() >= AcDb::kDHL_1012;
     visitLinetypes(drawing, [&](const RecordFacts& linetype) {
-        CString own;
-        std::wstring standard;
-        if (!drawing.standard.pattern(linetype.name, standard)) return;
-        if (!PwxTool::GetLinetypePattern(linetype.id, own)) return;
-        if (own.view() == (holdsTexts ? standard : withoutTexts(standard))) return;
+        std::vector<Difference> differences = differencesOf(drawing, linetype);
+        if (differences.empty()) return;
         findings.emplace_back(linetype.name, linetype.objects);
-        findings.back().differences.push_back(
-            {platform::translated(L"pattern"), shownPattern(wide(own)), shownPattern(standard)});
+        findings.back().differences = std::move(differences);
     });
 }
 

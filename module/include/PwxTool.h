@@ -63,6 +63,12 @@ QRS_PIPE_PORT int SelectEntityFromExternalBlock(const CString& prompt, const TEn
 // message tells. The drawing is then as it was.
 QRS_PIPE_PORT AcDbObjectId LoadQdLineType(const CString& name);
 
+// Gives the working database's linetype of that name the pattern and the comment that linetype.dbf says, with texts as
+// above; its name stays as the drawing spells it. False, the drawing as it was, when the drawing lacks it, when the
+// table is missing, does not know the name or is damaged there, and when the drawing could hold the pattern's texts but
+// its text styles lack handles.
+QRS_PIPE_PORT bool UpdateLinetype(const CString& name);
+
 // The linetypes of linetype.dbf in the table's order, whether or not the drawing has them, none twice. out is replaced.
 // False, out empty, when the table is missing.
 QRS_PIPE_PORT bool GetAllLinetype(std::vector<LinetypeNode>& out);

@@ -134,16 +134,21 @@ void setDashes(AcDbLinetypeTableRecord& record, const LinetypePattern& pattern, 
     }
 }
 
+// Whether a pattern has texts that the drawing can hold.
+bool hasTexts(const LinetypePattern& pattern) {
+    bool hasText = false;
+    for (const PatternElement& element : pattern.elements)
+        hasText = hasText || !element.text.IsEmpty();
+    return hasText && workingDatabase()->originalFileVersion() >= AcDb::kDHL_1012;
+}
+
 AcDbObjectId addLinetype(const LinetypePattern& pattern) {
     AcDbObjectId id;
     AcDbObjectPointer<AcDbLinetypeTableRecord> record;
     record.create();
     AcDbLinetypeTablePointer table(workingDatabase(), AcDb::kForWrite);
     if (table.openStatus() != Acad::eOk || record->setName(pattern.name) != Acad::eOk) return id;
-    bool hasText = false;
-    for (const PatternElement& element : pattern.elements)
-        hasText = hasText || !element.text.IsEmpty();
-    hasText = hasText && workingDatabase()->originalFileVersion() >= AcDb::kDHL_1012;
+    bool hasText = hasTexts(pattern);
     TextForm form;
     if (hasText && !findTextForm(form)) return id;
     // A dash names its style by handle: where styles have none, a text could not be drawn.
@@ -152,6 +157,19 @@ AcDbObjectId addLinetype(const LinetypePattern& pattern) {
     setDashes(*record.object(), pattern, hasText ? &form : nullptr);
     table->add(id, record.object());
     return id;
+}
+
+// False when the texts of the pattern cannot be written there.
+bool rewriteLinetype(AcDbObjectId linetype, const LinetypePattern& pattern) {
+    const bool hasText = hasTexts(pattern);
+    TextForm form;
+    if (hasText && (!findTextForm(form) || form.style.handle().isNull())) return false;
+    AcDbLinetypeTableRecordPointer record(linetype, AcDb::kForWrite);
+    if (record.openStatus() != Acad::eOk) return false;
+    record->setComments(pattern.comment);
+    record->setNumDashes(0);
+    setDashes(*record.object(), pattern, hasText ? &form : nullptr);
+    return true;
 }
 
 // --- patterns of the drawing
@@ -235,6 +253,14 @@ AcDbObjectId LoadQdLineType(const CString& name) {
             L"%s",
             translated(L"\nThe linetype \"%1\" is damaged in linetype.dbf and cannot be loaded!", view(name)).c_str());
     return id;
+}
+
+bool UpdateLinetype(const CString& name) {
+    CDBFRecordset table;
+    LinetypePattern pattern;
+    const AcDbObjectId id = presentLinetype(name);
+    return !id.isNull() && openTable(table) && findRow(table, name) && readPattern(table, pattern) &&
+           rewriteLinetype(id, pattern);
 }
 
 bool GetLinetypePattern(const CString& name, CString& pattern) {

@@ -116,11 +116,14 @@ TEST_F(Linetypes, CentreTheirTextsInTheGaps) {
     EXPECT_EQ(taken(file), L"txt.shx");
 
     const std::string before = sample.text();
-    settings.height = 1.0;
+    settings.height = 3.0;
     EXPECT_EQ(PwxTool::LoadQdLineType(L"Xh"), id);
     EXPECT_TRUE(PwxTool::LoadQdLineType(L"unknown").isNull());
     EXPECT_TRUE(PwxTool::LoadQdLineType(L"").isNull());
+    EXPECT_FALSE(PwxTool::UpdateLinetype(L"unknown") || PwxTool::UpdateLinetype(L"F")) << "not in both";
     EXPECT_EQ(sample.text(), before);
+    EXPECT_TRUE(PwxTool::UpdateLinetype(L"xh"));
+    EXPECT_EQ(saidBy(id), L"XH: 36.5 = 30 -3.25[文字线形 XH 3 (-1.25, -1.5)] -3.25");
     EXPECT_EQ(listener.printed, L"");
 }
 
