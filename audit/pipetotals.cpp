@@ -104,28 +104,26 @@ void sumUp(const DrawingFacts& facts, PipeTotals& totals) {
 
 namespace {
 
+std::wstring sizeOf(const std::wstring& diameter, const std::wstring& material) {
+    return (diameter.empty() ? platform::translated(L"diameter not given") : diameter) + L", " +
+           (material.empty() ? platform::translated(L"material not given") : material);
+}
+
+std::wstring risersOf(const Length& length) {
+    return lengthOf(length, platform::untranslated(L"%1 riser"), platform::untranslated(L"%1 risers"));
+}
+
 void addRiser(const RiserTotals& riser, std::wstring& text) {
     text += L"    " + (riser.serial.empty() ? platform::translated(L"serial not given") : riser.serial);
     if (!riser.building.empty()) text += platform::translated(L", building %1", riser.building);
-    for (const std::wstring* size : {&riser.diameter, &riser.material})
-        if (!size->empty()) text += L", " + *size;
-    if (riser.length.pipes > 1)
-        text += L": " + countedText(riser.length.pipes, platform::untranslated(L"%1 riser"),
-                                    platform::untranslated(L"%1 risers"));
-    text += L"\n";
+    text += L", " + sizeOf(riser.diameter, riser.material) + L": " + risersOf(riser.length) + L"\n";
 }
 
 void addSystem(const SystemTotals& system, std::wstring& text) {
     text += system.name + L"\n  " + pipesOf(system.pipes) + L"\n";
     for (const auto& [size, length] : system.bySize)
-        text += L"    " + (size.first.empty() ? platform::translated(L"diameter not given") : size.first) + L", " +
-                (size.second.empty() ? platform::translated(L"material not given") : size.second) + L": " +
-                pipesOf(length) + L"\n";
-    if (system.riserLength.pipes > 0)
-        text +=
-            L"  " +
-            lengthOf(system.riserLength, platform::untranslated(L"%1 riser"), platform::untranslated(L"%1 risers")) +
-            L"\n";
+        text += L"    " + sizeOf(size.first, size.second) + L": " + pipesOf(length) + L"\n";
+    if (system.riserLength.pipes > 0) text += L"  " + risersOf(system.riserLength) + L"\n";
     for (const RiserTotals& riser : system.risers)
         addRiser(riser, text);
     text += L"  " + countedText(system.wells, platform::untranslated(L"%1 well"), platform::untranslated(L"%1 wells")) +
