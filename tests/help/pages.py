@@ -40,9 +40,11 @@ LINK = re.compile(r"\]\(([^):#]*)(?:#([^)]*))?\)")
 ELSEWHERE = re.compile(r"server2|slurm")
 
 
-def command_names():
-    table = (ROOT / "module/frame/cmdtable.cpp").read_text(encoding="utf-8")
-    return re.findall(r'^    \{L"(\w+)", &command<', table, re.MULTILINE)
+def command_names(table):
+    return re.findall(r'^    \{L"(\w+)", &command<', (ROOT / table).read_text(encoding="utf-8"), re.MULTILINE)
+
+
+MODULE, AUDIT = command_names("module/frame/cmdtable.cpp"), command_names("audit/entry.cpp")
 
 
 @functools.lru_cache(maxsize=None)
@@ -61,6 +63,8 @@ def run_example(console, drawing, script):
             for other in (ROOT / drawing).parent.glob("*.dxf"):
                 shutil.copy(other, folder)
             arguments += ["-o", "after.dxf", "drawing.dxf"]
+        if any(name in script.split() for name in AUDIT):
+            arguments += ["-p", next(Path(console).parent.glob("qrs_audit.*")).name]
         (folder / "tmp").mkdir()
         there = {*os.listdir(folder), "drawing.dxf", "after.dxf"}
         ran = subprocess.run(arguments, cwd=folder, capture_output=True, timeout=120,
@@ -266,8 +270,8 @@ def main():
         pages = [page for page in pages if (page.stem in PROGRAMMERS) == bool(package)]
         faults = [fault for page in pages for fault in check_tasks(console, usual, page, package, update)]
     else:
-        pages = command_names() + ["host"]
-        faults = [] if len(pages) == 31 else [f"{len(pages) - 1} commands found in the table"]
+        pages = MODULE + AUDIT + ["host"]
+        faults = [] if (len(MODULE), len(AUDIT)) == (30, 3) else [f"{len(MODULE)} and {len(AUDIT)} commands found in the tables"]
         faults += [fault for name in pages for fault in check_command(console, usual, name, update)]
         faults += [fault for page in sorted(PAGES.glob("*.md")) for fault in check_links(page)]
     print("\n".join(faults) if faults else f"{len(pages)} pages show what their examples do")
