@@ -52,7 +52,7 @@ bool Drawing::load(const std::string& name, platform::Error& error) {
         return false;
     }
     Fault fault;
-    if (!buildIndex(bytes, source_->file(), index_, fault)) {
+    if (!buildIndex(bytes, source_->file(), index_, fault, sharedPlace(bytes.size()))) {
         const std::uint64_t line = lineNumber(bytes, static_cast<std::size_t>(fault.offset), index_.lineEnd);
         const std::string place = line == 0 ? " " + translated("byte %1", fault.offset) : std::to_string(line);
         error.message = name + ":" + place + ": " + fault.text;

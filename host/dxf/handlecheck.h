@@ -27,6 +27,22 @@ class HandleSet {
         const auto word = static_cast<std::size_t>(handle / 64);
         return word < bits_.size() && (bits_[word] >> handle % 64 & 1) != 0;
     }
+    bool isApartFrom(const HandleSet& other) const {
+        for (std::size_t word = 0; word < bits_.size() && word < other.bits_.size(); ++word) {
+            if ((bits_[word] & other.bits_[word]) != 0) return false;
+        }
+        for (const std::uint64_t handle : far_) {
+            if (other.has(handle)) return false;
+        }
+        return true;
+    }
+    // Takes in those of another set for a file of the same size.
+    void add(const HandleSet& other) {
+        if (bits_.size() < other.bits_.size()) bits_.resize(other.bits_.size());
+        for (std::size_t word = 0; word < other.bits_.size(); ++word)
+            bits_[word] |= other.bits_[word];
+        far_.insert(other.far_.begin(), other.far_.end());
+    }
     bool isPartOf(const HandleSet& other) const {
         for (std::size_t word = 0; word < bits_.size(); ++word) {
             const std::uint64_t theirs = word < other.bits_.size() ? other.bits_[word] : 0;

@@ -84,7 +84,14 @@ struct Index {
 //
 // file is the one whose bytes these are, null when they are none of a file: what has been read is given back to the
 // system, so that a large drawing needs little more memory than its index.
-bool buildIndex(std::string_view bytes, const platform::MappedFile* file, Index& index, Fault& fault);
+//
+// second is a place from which on another thread reads the rest of the file at the same time; the answer does not
+// depend on it.
+constexpr std::size_t kAlone = static_cast<std::size_t>(-1);
+bool buildIndex(std::string_view bytes, const platform::MappedFile* file, Index& index, Fault& fault,
+                std::size_t second = kAlone);
+// The place that suits a file of a size; kAlone when it is not worth a thread.
+std::size_t sharedPlace(std::size_t size);
 
 // The type number of a type name: known ones keep theirs, after 65534 of them kTypeUncounted.
 std::uint16_t typeNumber(std::uint32_t interned);

@@ -70,6 +70,7 @@ Indexer::Step Indexer::open(const char* at, RecordKind kind, std::uint16_t type,
     if (const auto read = static_cast<std::size_t>(at - start_); read - released_ >= kReleaseStep) {
         // About as much as the index takes, so that memory stays near the size of the file; not more, because all of it
         // is fetched again when the drawing is saved.
+        if (isUnwanted_) return fails(at, {});
         checkNumbers(at);
         const bool isFirstQuarter = read <= static_cast<std::size_t>(end_ - start_) / 4;
         if (file_ != nullptr && isFirstQuarter) file_->release(released_, read);
@@ -94,15 +95,14 @@ Indexer::Step Indexer::openHead(const char* at, RecordKind kind, std::uint16_t t
     return step;
 }
 
-bool Indexer::run() {
+bool Indexer::run(std::size_t second) {
     const std::string_view bytes(start_, static_cast<std::size_t>(end_ - start_));
+    secondBegin_ = second < bytes.size() ? start_ + second : nullptr;
     const bool isWhole = bytes.substr(0, kBinarySignature.size()) == kBinarySignature ? binary() : text();
     if (!isWhole) return false;
+    checkNumbers(end_);
     checkPointers();
-    if (index_.lineEnd != kBinaryLineEnd) {
-        checkNumbers(end_);
-        checkLastLine();
-    }
+    checkLastLine();
     return true;
 }
 
@@ -110,7 +110,8 @@ bool Indexer::text() {
     index_.lineEnd = lineEndOf({start_, static_cast<std::size_t>(end_ - start_)});
     const char* at = start_;
     if (!preamble(at)) return false;
-    return index_.lineEnd == '\r' ? scanText<'\r'>(at) : scanText<'\n'>(at);
+    share();
+    return scan(at);
 }
 
 bool Indexer::binary() {
@@ -125,7 +126,8 @@ bool Indexer::binary() {
     }
     if (result != Cut::Tag) return cutFailure(at, result);
     if (!takePreamble(at, tag)) return false;
-    return index_.codeForm == CodeForm::Long ? scanBinary<CodeForm::Long>(at) : scanBinary<CodeForm::Short>(at);
+    share();
+    return scan(at);
 }
 
 Cut Indexer::cut(const char* at, RawTag& tag) const {
@@ -197,6 +199,12 @@ bool Indexer::cutFailure(const char* at, Cut cut) {
     return false;
 }
 
+bool Indexer::scan(const char* at) {
+    if (index_.lineEnd == '\n') return scanText<'\n'>(at);
+    if (index_.lineEnd == '\r') return scanText<'\r'>(at);
+    return index_.codeForm == CodeForm::Long ? scanBinary<CodeForm::Long>(at) : scanBinary<CodeForm::Short>(at);
+}
+
 // No tag begins here: the file's end, where only EOF may be missing, or damage.
 bool Indexer::atEnd(const char* at, Cut cut) {
     if (at != end_ || place_ != Place::Outside) return cutFailure(at, cut);
@@ -266,8 +274,9 @@ Indexer::Step Indexer::take(const char* at, const RawTag& tag, std::string_view 
     return Step::Goes;
 }
 
-bool buildIndex(std::string_view bytes, const platform::MappedFile* file, Index& index, Fault& fault) {
-    return Indexer(bytes, file, index, fault).run();
+bool buildIndex(std::string_view bytes, const platform::MappedFile* file, Index& index, Fault& fault,
+                std::size_t second) {
+    return Indexer(bytes, file, index, fault).run(second);
 }
 
 }  // namespace qrs::dxf

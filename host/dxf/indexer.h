@@ -2,8 +2,10 @@
 // indexsections.cpp (what records are, by where they stand) and indexchecks.cpp (what is wrong).
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,24 +27,22 @@ bool hasPointers(RecordKind kind);
 
 class Indexer {
   public:
-    Indexer(std::string_view bytes, const platform::MappedFile* file, Index& index, Fault& fault)
-        : start_(bytes.data()),
-          end_(bytes.data() + bytes.size()),
-          file_(file),
-          index_(index),
-          fault_(fault),
-          given_(bytes.size()),
-          pointedTo_(bytes.size()) {}
+    Indexer(std::string_view bytes, const platform::MappedFile* file, Index& index, Fault& fault);
+    ~Indexer();
 
-    bool run();
+    // Reads the whole file. Another indexer reads what lies after the first record from the place second on, beside
+    // this one; kAlone: none does.
+    bool run(std::size_t second);
 
   private:
     enum class Step { Goes, Ends, Fails };
+    class Second;
 
     bool text();
     bool binary();
     bool preamble(const char*& at);
     bool takePreamble(const char* at, const RawTag& tag);
+    bool scan(const char* at);
     template <char lineEnd>
     bool scanText(const char* at);
     template <CodeForm form>
@@ -69,6 +69,16 @@ class Indexer {
     void checkNumbers(const char* end);
     void checkNumber(const char* comma);
     void checkLastLine();
+
+    void share();
+    const char* borderFrom(const char* at) const;
+    bool isBorder(const char* at) const;
+    Place placeToAssume(const char* at) const;
+    void readSecondPart(const char* at);
+    bool isInBlockAfterAll() const;
+    void becomeBlocks();
+    Step joinSecond(const char* at);
+    void takeOver(Indexer& second);
 
     Step open(const char* at, RecordKind kind, std::uint16_t type, RecordId owner);
     Step openHead(const char* at, RecordKind kind, std::uint16_t type, RecordId owner, std::size_t& slot);
@@ -100,6 +110,16 @@ class Indexer {
     std::size_t sectionSlot_ = 0;
     std::size_t groupSlot_ = 0;
     std::string_view sectionName_;
+
+    // Of the first of two that read side by side: the other one, and the place where it began, which need not be a
+    // record.
+    std::unique_ptr<Second> second_;
+    const char* secondBegin_ = nullptr;
+    // Of the second one: the section it has taken its part to begin in, whether it has read all of it and found nothing
+    // wrong, and whether it may stop because nobody wants to know.
+    Place assumed_ = Place::Outside;
+    bool isDone_ = false;
+    std::atomic<bool> isUnwanted_{false};
 };
 
 }  // namespace qrs::dxf

@@ -24,6 +24,9 @@ constexpr NamedPlace kPlaces[] = {
 
 Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
     const std::uint16_t type = typeNumber(index_.types.intern(trimmed(textOf(tag))));
+    if (secondBegin_ != nullptr && at >= secondBegin_) {
+        if (const Step step = joinSecond(at); step != Step::Goes) return step;
+    }
     if (tag.code == codes::kVariable) {
         const Step step = open(at, RecordKind::HeaderVariable, type, section_);
         if (step == Step::Goes) index_.headerVariables.push_back(lastId());
@@ -44,6 +47,7 @@ Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
             return startSection(at, tag);
         case kTypeEndTable:
         case kTypeEndBlock:
+            if (type == kTypeEndBlock && isInBlockAfterAll()) becomeBlocks();
             if (group_ != kNoRecord && place_ == (type == kTypeEndTable ? Place::Tables : Place::Blocks)) break;
             fault(at, kNoRecord, FaultKind::StrayRecord,
                   type == kTypeEndTable ? translated("ENDTAB without a TABLE") : translated("ENDBLK without a BLOCK"));

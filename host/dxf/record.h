@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "host/dxf/sizes.h"
@@ -59,20 +60,41 @@ static_assert(sizeof(Record) == 32, "a million records shall stay 32 MB");
 class RecordStore {
   public:
     std::size_t size() const { return size_; }
-    Record& operator[](RecordId id) { return chunks_[id >> kShift][id & kMask]; }
-    const Record& operator[](RecordId id) const { return chunks_[id >> kShift][id & kMask]; }
+    Record& operator[](RecordId id) {
+        const std::size_t slot = slotOf(id);
+        return chunks_[slot >> kShift][slot & kMask];
+    }
+    const Record& operator[](RecordId id) const {
+        const std::size_t slot = slotOf(id);
+        return chunks_[slot >> kShift][slot & kMask];
+    }
     // A fresh record at the end; its id is the size before.
     Record& append() {
-        if ((size_ & kMask) == 0) chunks_.push_back(std::make_unique<Record[]>(std::size_t{1} << kShift));
+        if ((slotOf(size_) & kMask) == 0) chunks_.push_back(std::make_unique<Record[]>(std::size_t{1} << kShift));
         const auto id = static_cast<RecordId>(size_++);
         return (*this)[id];
     }
 
+    // Puts the records of another store, from one of them on, after these, without moving any. Possible once.
+    void takeOver(RecordStore& other, RecordId from) {
+        seam_ = size_;
+        gap_ = (chunks_.size() << kShift) + from - size_;
+        for (auto& chunk : other.chunks_)
+            chunks_.push_back(std::move(chunk));
+        size_ += other.size_ - from;
+    }
+
+    bool isJoined() const { return gap_ != 0; }
+
   private:
     static constexpr unsigned kShift = kRecordPieceBits;
-    static constexpr RecordId kMask = (RecordId{1} << kShift) - 1;
+    static constexpr std::size_t kMask = (std::size_t{1} << kShift) - 1;
+    std::size_t slotOf(std::size_t id) const { return id < seam_ ? id : id + gap_; }
     std::vector<std::unique_ptr<Record[]>> chunks_;
     std::size_t size_ = 0;
+    // From the record seam_ on, so many places in the chunks are left out.
+    std::size_t seam_ = static_cast<std::size_t>(-1);
+    std::size_t gap_ = 0;
 };
 
 }  // namespace qrs::dxf
