@@ -1,4 +1,4 @@
-// Reads most tags of a file without looking at single bytes: sixteen or thirty-two at once.
+// Reads most tags of a file without looking at single bytes: the ends of lines are found sixty-four bytes at once.
 #pragma once
 
 #include <array>
@@ -35,6 +35,15 @@ inline unsigned lowestBit(std::uint32_t bits) {
 #endif
 }
 
+inline unsigned lowestBit(std::uint64_t bits) {
+#if defined(_MSC_VER)
+    const auto low = static_cast<std::uint32_t>(bits);
+    return low != 0 ? lowestBit(low) : 32 + lowestBit(static_cast<std::uint32_t>(bits >> 32));
+#else
+    return static_cast<unsigned>(__builtin_ctzll(bits));
+#endif
+}
+
 inline std::uint64_t load64(const char* at) {
     std::uint64_t word = 0;
     std::memcpy(&word, at, sizeof word);
@@ -66,6 +75,15 @@ inline std::uint32_t matches32(const char* at, char byte) {
 #endif
 }
 
+// The ends of lines in some bytes, of which the next tag takes the first two.
+struct LineEnds {
+    // Bytes that must be readable at a place.
+    static constexpr std::size_t kReach = 64;
+
+    const char* base = nullptr;
+    std::uint64_t bits = 0;  // bit i for the byte i; those before the next tag are gone
+};
+
 // Remembers code lines met before with what they mean, since a drawing has few different ones.
 class CodeCache {
   public:
@@ -74,27 +92,31 @@ class CodeCache {
         std::int32_t code = 0;
         bool matters = false;  // the indexer must look at tags with this code
     };
-    // Bytes that must be readable at a place for fastTag.
-    static constexpr std::size_t kReach = 32;
-
-    // Cuts the tag at a place when its code line is known and both lines lie within reach; value and next are then set.
-    // Null otherwise: cutTag and learn must do it.
-    const Entry* fastTag(const char* at, char lineEnd, RawTag& tag) const {
-        const std::uint32_t ends = matches32(at, lineEnd);
-        const std::uint32_t valueEnds = ends & (ends - 1);
-        if (valueEnds == 0) return nullptr;
-        const unsigned first = lowestBit(ends);
-        if (first - 1 >= 8) return nullptr;
-        const unsigned length = first - (lineEnd == '\n' && at[first - 1] == '\r' ? 1 : 0);
-        if (length - 1 >= 7) return nullptr;
-        const std::uint64_t key = keyOf(at, length);
+    // Cuts the tag at a place, where LineEnds::kReach bytes are readable, when its code line is known and both lines
+    // lie within reach; value and next are then set. Null otherwise: cutTag and learn must do it, and ends is empty.
+    // Tags must be asked for in their order.
+    const Entry* fastTag(const char* at, char lineEnd, LineEnds& ends, RawTag& tag) const {
+        std::uint64_t valueEnds = ends.bits & (ends.bits - 1);
+        if (valueEnds == 0) {
+            const std::uint64_t high = matches32(at + 32, lineEnd);
+            ends = {at, matches32(at, lineEnd) | high << 32};
+            valueEnds = ends.bits & (ends.bits - 1);
+            if (valueEnds == 0) return forget(ends);
+        }
+        const char* const codeEnd = ends.base + lowestBit(ends.bits);
+        auto length = static_cast<std::size_t>(codeEnd - at);
+        if (length - 1 >= 8) return forget(ends);
+        if (lineEnd == '\n' && codeEnd[-1] == '\r') --length;
+        if (length - 1 >= 7) return forget(ends);
+        const std::uint64_t key = keyOf(at, static_cast<unsigned>(length));
         const Entry& entry = entries_[slotOf(key)];
-        if (entry.key != key) return nullptr;
+        if (entry.key != key) return forget(ends);
         tag.code = entry.code;
-        tag.value = at + first + 1;
-        tag.valueEnd = at + lowestBit(valueEnds);
+        tag.value = codeEnd + 1;
+        tag.valueEnd = ends.base + lowestBit(valueEnds);
         tag.next = tag.valueEnd + 1;
         if (lineEnd == '\n' && tag.valueEnd != tag.value && tag.valueEnd[-1] == '\r') --tag.valueEnd;
+        ends.bits = valueEnds & (valueEnds - 1);
         return &entry;
     }
 
@@ -112,6 +134,10 @@ class CodeCache {
     }
 
   private:
+    static const Entry* forget(LineEnds& ends) {
+        ends.bits = 0;
+        return nullptr;
+    }
     // The code line's bytes with blanks in front; length is 1 to 7, and 8 bytes at the place are readable.
     static std::uint64_t keyOf(const char* at, unsigned length) {
         return (load64(at) << (64 - 8 * length)) | (repeated(' ') >> (8 * length));

@@ -77,34 +77,6 @@ void FieldReader::begin(Record& record) {
     hasLayer_ = false;
 }
 
-void FieldReader::take(int code, std::string_view value, Interner& layers, bool copyNames) {
-    Record& record = *record_;
-    const Part part = place_.pass(code, value);
-    if (isXdataCode(code)) record.flags |= kHasXdata;
-    if (part != Part::Own) return;
-    if (code == handleCode_) {
-        if (!hasHandle_) record.handle = toHandle(value);
-        hasHandle_ = true;
-        return;
-    }
-    if (!isEntity_) return;
-    switch (code) {
-        case codes::kLayer:
-            if (!hasLayer_) record.layer = copyNames ? layers.internCopy(value) : layers.intern(value);
-            hasLayer_ = true;
-            break;
-        // Space and visibility stand in the part all entities share; after it the codes may mean something else.
-        case codes::kVisibility:
-            if (place_.sections() <= 1 && toInteger(value) != 0) record.flags |= kInvisible;
-            break;
-        case codes::kPaperSpace:
-            if (place_.sections() <= 1 && toInteger(value) == 1) record.flags |= kPaperSpace;
-            break;
-        default:
-            break;
-    }
-}
-
 void RecordFields::begin(std::string_view type) {
     record_.type = typeNumber(index_.types.internCopy(trimmed(type)));
     fields_.begin(record_);

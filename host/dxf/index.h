@@ -13,6 +13,7 @@
 #include "host/dxf/interner.h"
 #include "host/dxf/record.h"
 #include "host/dxf/recordwalk.h"
+#include "host/dxf/tags.h"
 #include "host/platform/files.h"
 
 namespace qrs::dxf {
@@ -130,6 +131,35 @@ class FieldReader {
     bool hasLayer_ = false;
     bool hasHandle_ = false;
 };
+
+// Asked several times for every record of a large drawing.
+inline void FieldReader::take(int code, std::string_view value, Interner& layers, bool copyNames) {
+    Record& record = *record_;
+    const Part part = place_.pass(code, value);
+    if (isXdataCode(code)) record.flags |= kHasXdata;
+    if (part != Part::Own) return;
+    if (code == handleCode_) {
+        if (!hasHandle_) record.handle = toHandle(value);
+        hasHandle_ = true;
+        return;
+    }
+    if (!isEntity_) return;
+    switch (code) {
+        case codes::kLayer:
+            if (!hasLayer_) record.layer = copyNames ? layers.internCopy(value) : layers.intern(value);
+            hasLayer_ = true;
+            break;
+        // Space and visibility stand in the part all entities share; after it the codes may mean something else.
+        case codes::kVisibility:
+            if (place_.sections() <= 1 && toInteger(value) != 0) record.flags |= kInvisible;
+            break;
+        case codes::kPaperSpace:
+            if (place_.sections() <= 1 && toInteger(value) == 1) record.flags |= kPaperSpace;
+            break;
+        default:
+            break;
+    }
+}
 
 // Makes the index entry of a record anew from its tags, after it was changed.
 class RecordFields {

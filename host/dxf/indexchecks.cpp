@@ -60,12 +60,21 @@ void Indexer::checkCount(const char* at) {
 
 // The vertices of a polyline are as many as it says.
 void Indexer::checkVertices(const char* at) {
-    const char* place = start_ + current_->offset;
-    const char* counted = place;
-    const std::string value = valueIn(place, at, codes::kVertexCount, counted);
+    const char* const begin = start_ + current_->offset;
+    const char* counted = nullptr;
     std::int64_t count = 0;
-    for (RawTag tag{}; place != at && cut(place, tag) == Cut::Tag; place = tag.next)
+    LineEnds ends;
+    RawTag tag{};
+    for (const char* place = begin; place != at; place = tag.next) {
+        const bool isNear =
+            kFastTags && index_.lineEnd != kBinaryLineEnd && static_cast<std::size_t>(end_ - place) >= LineEnds::kReach;
+        const bool isCut = isNear && cache_.fastTag(place, index_.lineEnd, ends, tag) != nullptr;
+        if (!isCut && cut(place, tag) != Cut::Tag) break;
         count += tag.code == codes::kPoint;
+        if (tag.code == codes::kVertexCount && counted == nullptr) counted = place;
+    }
+    if (counted == nullptr) return;
+    const std::string value = valueIn(counted, at, codes::kVertexCount, counted);
     if (toInteger(value, count) == count) return;
     fault(counted, lastId(), FaultKind::WrongCount,
           translated("the polyline says %1 vertices and has %2", value, count));

@@ -215,18 +215,19 @@ bool Indexer::atEnd(const char* at, Cut cut) {
 template <char lineEnd>
 bool Indexer::scanText(const char* at) {
     RawTag tag{};
+    LineEnds ends;
     for (;;) {
         bool matters = true;
         const char* const begin = at;
         const auto left = static_cast<std::size_t>(end_ - at);
         const CodeCache::Entry* known =
-            kFastTags && left >= CodeCache::kReach ? cache_.fastTag(at, lineEnd, tag) : nullptr;
+            kFastTags && left >= LineEnds::kReach ? cache_.fastTag(at, lineEnd, ends, tag) : nullptr;
         if (known != nullptr) {
             matters = known->matters;
         } else {
             const Cut cut = cutTag(at, end_, lineEnd, tag);
             if (cut != Cut::Tag) return atEnd(at, cut);
-            if (left >= CodeCache::kReach) cache_.learn(at, tag, lineEnd);
+            if (left >= LineEnds::kReach) cache_.learn(at, tag, lineEnd);
             matters = CodeCache::mattersToIndex(tag.code);
             if (tag.code == kUnreadableCode)
                 fault(at, lastId(), FaultKind::NoGroupCode, translated("a number that is no group code"));
@@ -263,14 +264,16 @@ bool Indexer::scanBinary(const char* at) {
 Indexer::Step Indexer::take(const char* at, const RawTag& tag, std::string_view value) {
     if (tag.code == codes::kType || (tag.code == codes::kVariable && place_ == Place::Header))
         return startRecord(at, tag);
-    if (fields_.isReference(tag.code)) index_.noteReference(lastId());
-    if (isResolved(referenceOf(tag.code))) {
+    const Reference reference = referenceOf(tag.code);
+    if (isResolved(reference)) {
+        if (fields_.isReference(tag.code)) index_.noteReference(lastId());
         if (const std::uint64_t handle = toHandle(value); handle != 0 && hasPointers(current_->kind)) {
             pointedTo_.add(handle);
         }
-    } else if (tag.code != codes::kVariable) {
-        fields_.take(tag.code, value, index_.layers, false);
+        return Step::Goes;
     }
+    if (reference == Reference::Xdata) index_.noteReference(lastId());
+    if (tag.code != codes::kVariable) fields_.take(tag.code, value, index_.layers, false);
     return Step::Goes;
 }
 

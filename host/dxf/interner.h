@@ -23,11 +23,19 @@ class Interner {
     std::size_t size() const { return names_.size(); }
 
   private:
+    // What is compared of a name: its first and its last bytes, which are all of most names.
+    struct Key {
+        std::uint64_t head = 0;
+        std::uint64_t tail = 0;
+        std::uint32_t size = 0;
+    };
     struct Slot {
-        std::uint32_t hash = 0;
+        Key key;
         std::uint32_t number = 0;
     };
-    std::size_t slotOf(std::string_view name, std::uint32_t hash) const;
+    static Key keyOf(std::string_view name);
+    static std::uint64_t hashOf(std::string_view name, const Key& key);
+    std::size_t slotOf(std::string_view name, const Key& key) const;
     void grow();
 
     std::vector<std::string_view> names_;

@@ -1,6 +1,7 @@
 // Tags of a record, and their values as numbers.
 #include "host/dxf/tags.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -43,6 +44,15 @@ bool TagCursor::next(Tag& tag) {
 
 namespace {
 
+// By byte; handles are read by the million.
+constexpr std::array<std::int8_t, 256> hexValues() {
+    std::array<std::int8_t, 256> values{};
+    for (std::size_t byte = 0; byte < values.size(); ++byte)
+        values[byte] = static_cast<std::int8_t>(platform::hexValue(static_cast<char32_t>(byte)));
+    return values;
+}
+constexpr std::array<std::int8_t, 256> kHexValues = hexValues();
+
 // Drawings may write a plus sign, which from_chars does not take.
 std::string_view numeral(std::string_view value) {
     value = trimmed(value);
@@ -71,7 +81,7 @@ std::uint64_t toHandle(std::string_view value) {
     if (value.empty() || value.size() > 16) return 0;
     std::uint64_t handle = 0;
     for (const char c : value) {
-        const int digit = platform::hexValue(static_cast<unsigned char>(c));
+        const int digit = kHexValues[static_cast<unsigned char>(c)];
         if (digit < 0) return 0;
         handle = handle << 4 | static_cast<unsigned>(digit);
     }

@@ -29,7 +29,8 @@ inline std::string differenceOf(const Index& a, const Index& b) {
     if (a.sections != b.sections || a.tables != b.tables || a.headerVariables != b.headerVariables) return "heads";
     if (a.ends != b.ends) return "ends";
     if (a.greatestHandle != b.greatestHandle) return "greatest handle";
-    if (a.faults.summary() != b.faults.summary() || a.faults.all().size() != b.faults.all().size()) return "faults: " + a.faults.summary() + " / " + b.faults.summary();
+    if (a.faults.summary() != b.faults.summary() || a.faults.all().size() != b.faults.all().size())
+        return "faults: " + a.faults.summary() + " / " + b.faults.summary();
     for (std::size_t i = 0; i < a.faults.all().size(); ++i) {
         const Fault& one = a.faults.all()[i];
         const Fault& two = b.faults.all()[i];
