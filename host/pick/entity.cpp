@@ -3,6 +3,7 @@
 
 #include <limits>
 
+#include "host/drawing/headervariables.h"
 #include "host/drawing/objecttags.h"
 #include "host/dxf/recordwalk.h"
 
@@ -65,6 +66,14 @@ std::optional<Vec> Entity::point(int code) const {
 std::wstring Entity::text(int code) const {
     const Field* field = find(code);
     return field ? readText(*drawing_, field->value) : std::wstring();
+}
+
+double Entity::paperScale() const {
+    if (scaled_ == drawing_) return scale_;
+    scaled_ = drawing_;
+    const double scale = headerReal(*drawing_, *headerFormat(L"DIMSCALE"));
+    scale_ = scale > 0.0 ? scale : 1.0;
+    return scale_;
 }
 
 Vec Entity::normal() const {

@@ -32,7 +32,8 @@ class Entity final : public EntityTags {
     long integer(int code, long fallback) const override;
     // Nothing unless both coordinates of the plane are there.
     std::optional<Vec> point(int code) const override;
-    std::wstring text(int code) const;
+    std::wstring text(int code) const override;
+    double paperScale() const override;
     // The extrusion direction: upwards when it is missing.
     Vec normal() const;
     // The main entity's own parts (VERTEX, ATTRIB), in order.
@@ -44,6 +45,8 @@ class Entity final : public EntityTags {
     const dxf::Drawing* drawing_ = nullptr;
     dxf::RecordId id_ = dxf::kNoRecord;
     std::vector<Field> fields_;
+    mutable const dxf::Drawing* scaled_ = nullptr;  // whose scale is known
+    mutable double scale_ = 1.0;
 };
 
 // A finite number, or nothing.

@@ -61,6 +61,17 @@ class PenOutline final : public Outline {
     void point(const Vec& at) override { pen_.point(at); }
     void segment(const Vec& start, const Vec& end) override { pen_.segment(start, end); }
     void arc(const Vec& start, const Vec& end, double bulge) override { pen_.bulge(start, end, bulge); }
+    void circle(const Vec& center, double radius) override {
+        pen_.arc(center, {radius, 0, 0}, {0, radius, 0}, 0.0, 2.0 * kPi);
+    }
+    void polygon(const std::vector<Vec>& corners) override { pen_.filled(corners); }
+    void text(const OutlineText& text) override {
+        const double angle = text.degrees * kRadiansPerDegree;
+        const Vec along = Vec{std::cos(angle), std::sin(angle), 0} * text.height;
+        const Vec right = text.at + along * textWidth(text.text);
+        const Vec up{-along.y, along.x, 0};
+        pen_.filled({text.at, right, right + up, text.at + up});
+    }
 
   private:
     const Pen& pen_;
@@ -69,8 +80,9 @@ class PenOutline final : public Outline {
 }  // namespace
 
 const Kind* findKind(std::string_view dxfName) {
+    static constexpr Kind kUnknown = {"", &drawProxy, nullptr, nullptr};
     const auto found = table().find(dxfName);
-    return found == table().end() ? nullptr : &found->second;
+    return found == table().end() ? &kUnknown : &found->second;
 }
 
 void drawEntity(const Kind& kind, const Entity& entity, const Pen& pen) {

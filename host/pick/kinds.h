@@ -26,7 +26,7 @@ struct Kind {
     TraceFunction trace;                       // of an application; then the others are null
 };
 
-// Null for entities without a shape.
+// Entities that nobody knows are shown by the picture they carry, if any.
 const Kind* findKind(std::string_view dxfName);
 void drawEntity(const Kind& kind, const Entity& entity, const Pen& pen);
 
@@ -53,6 +53,7 @@ void drawFace(const Entity& entity, const Pen& pen);
 void drawViewport(const Entity& entity, const Pen& pen);
 void drawImage(const Entity& entity, const Pen& pen);
 void drawObjectFrame(const Entity& entity, const Pen& pen);
+void drawProxy(const Entity& entity, const Pen& pen);
 
 bool placeInsert(const Entity& entity, Placement& placement);
 bool placeTable(const Entity& entity, Placement& placement);

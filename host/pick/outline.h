@@ -8,6 +8,8 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "host/pick/geometry.h"
 #include "host/platform/port.h"
@@ -22,10 +24,23 @@ class EntityTags {
     virtual long integer(int code, long fallback) const = 0;
     // Coordinates from code, code + 10 and code + 20 (which may be missing: 0).
     virtual std::optional<Vec> point(int code) const = 0;
+    virtual std::wstring text(int code) const = 0;
+    // Drawing units per millimetre on paper, as the drawing says.
+    virtual double paperScale() const = 0;
 
   protected:
     ~EntityTags() = default;
 };
+
+// A text of one line.
+struct OutlineText {
+    Vec at;  // where its baseline starts
+    double degrees = 0.0;
+    double height = 0.0;
+    std::wstring text;
+};
+// How wide a text is taken to be, in heights.
+QRS_HOST_PORT double textWidth(const std::wstring& text);
 
 // Takes shapes in the coordinates of the drawing (of the block, for an entity in one).
 class Outline {
@@ -34,6 +49,11 @@ class Outline {
     virtual void segment(const Vec& start, const Vec& end) = 0;
     // bulge: the tangent of a quarter of the angle, positive counterclockwise seen from above.
     virtual void arc(const Vec& start, const Vec& end, double bulge) = 0;
+    // Parallel to the XY plane.
+    virtual void circle(const Vec& center, double radius) = 0;
+    // Filled.
+    virtual void polygon(const std::vector<Vec>& corners) = 0;
+    virtual void text(const OutlineText& text) = 0;
 
   protected:
     ~Outline() = default;
@@ -42,7 +62,8 @@ class Outline {
 using TraceFunction = void (*)(const EntityTags& tags, Outline& outline);
 
 // For entities that drawing files call dxfName (upper case, a text that lives as long as the program). True; false,
-// nothing registered, when the name is taken. Entities of names that nobody told of are not picked by point.
+// nothing registered, when the name is taken. Entities of names that nobody told of are picked by the picture
+// they carry in the drawing file, if any.
 QRS_HOST_PORT bool registerOutline(const char* dxfName, TraceFunction trace);
 
 }  // namespace qrs::host::pick

@@ -136,6 +136,10 @@ Vec paragraphSize(const Entity& entity, double height) {
 
 }  // namespace
 
+double textWidth(const std::wstring& text) {
+    return lineWidth(text);
+}
+
 void drawText(const Entity& entity, const Pen& pen) {
     drawTextLine(entity, pen, codes::kText, text::kVertical);
 }

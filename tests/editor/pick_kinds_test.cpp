@@ -183,6 +183,19 @@ const Shape kShapes[] = {
      {{5, 4}},
      {3, 4},
      {3, 4}},
+    {"text of a pipe",
+     "0 QRS_PIPEATTACHMENT 5 A 100 AcDbEntity 8 0 100 TDbPipeAttachment 1 AB 10 0.0 20 0.0 40 10.0 70 1",
+     {{7, 5}},
+     {{7, -2}, {15, 5}},
+     {0, 0},
+     {14, 10}},
+    {"unknown, shown by its picture",
+     "0 WIDGET 5 A 100 AcDbEntity 8 0 160 72 310 48000000010000004000000002000000000000000000F03F0000000000000000000000"
+     "000000000000000000000000400000000000000000000000000000000000000000000000F03F 100 Widget",
+     {{3, 0}, {1, 2}},
+     {{1, 0}},
+     {-1, -2},
+     {3, 2}},
 };
 
 // Nothing of these is met, however large the window.
@@ -206,6 +219,7 @@ const char* const kDamaged[] = {
     "0 MTEXT 5 A 8 0 10 0.0 20 0.0 1 AB",
     "0 IMAGE 5 A 8 0 10 0.0 20 0.0",
     "0 REGION 5 A 8 0 10 0.0 20 0.0",
+    "0 WIDGET 5 A 100 AcDbEntity 8 0 160 8 310 XY 100 Widget",
 };
 
 class PickKinds : public EditorTest {
