@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "host/dxf/drawing.h"
+#include "host/platform/port.h"
 
 namespace qrs::host {
 
@@ -65,8 +66,11 @@ struct ProxyShape {
     ProxyMatrix toEntity = kProxyIdentity;  // from the coordinates of the shape to those the entity lies in
 };
 
+// Whether entities of the drawing can have pictures: from R2000 on.
+bool canHavePicture(const dxf::Drawing& drawing);
+
 // The picture of an entity of the drawing; empty when it has none. So is that of one whose data is no data.
-std::string proxyGraphicsOf(const dxf::Drawing& drawing, dxf::RecordId id);
+QRS_HOST_PORT std::string proxyGraphicsOf(const dxf::Drawing& drawing, dxf::RecordId id);
 
 // Gives the entity another picture, or takes it away for an empty one; what is equal stays untouched. False, nothing
 // changed, for an entity that cannot have one: of a drawing before R2000, or without the section of what all entities
@@ -75,8 +79,8 @@ bool setProxyGraphics(dxf::Drawing& drawing, dxf::RecordId id, std::string_view 
 
 // Hands out the shapes of a picture until take answers false. Commands that are damaged or not known are passed over;
 // the picture ends where one is longer than what is left. No more is handed out than the data itself holds.
-void readProxyGraphics(const dxf::Drawing& drawing, std::string_view picture,
-                       const std::function<bool(const ProxyShape& shape)>& take);
+QRS_HOST_PORT void readProxyGraphics(const dxf::Drawing& drawing, std::string_view picture,
+                                     const std::function<bool(const ProxyShape& shape)>& take);
 
 // Makes a picture for entities of a drawing.
 class ProxyGraphicsWriter {

@@ -80,6 +80,7 @@ struct Place {
 Place findPicture(const dxf::Drawing& drawing, dxf::RecordId id) {
     Place place;
     bool isOpen = false;  // chunks that come belong to it
+    bool isWhole = true;
     dxf::RecordWalk walk(drawing.tags(id));
     for (dxf::Tag tag; walk.next(tag) && walk.part() <= dxf::Part::Group;) {
         const bool isCommon = walk.section() == kCommonSection;
@@ -97,15 +98,20 @@ Place findPicture(const dxf::Drawing& drawing, dxf::RecordId id) {
             place.sizeText = tag.value;
         } else if (isOpen && tag.code == kChunkCode) {
             place.end = tag.end;
-            if (!platform::appendHexBytes(dxf::trimmed(tag.value), place.picture)) isOpen = false;
+            isWhole = platform::appendHexBytes(dxf::trimmed(tag.value), place.picture) && isWhole;
         } else {
             isOpen = false;
         }
     }
+    if (!isWhole) place.picture.clear();
     return place;
 }
 
 }  // namespace
+
+bool canHavePicture(const dxf::Drawing& drawing) {
+    return drawing.version() >= kFirstWithPictures;
+}
 
 std::string proxyGraphicsOf(const dxf::Drawing& drawing, dxf::RecordId id) {
     return findPicture(drawing, id).picture;
@@ -113,7 +119,7 @@ std::string proxyGraphicsOf(const dxf::Drawing& drawing, dxf::RecordId id) {
 
 bool setProxyGraphics(dxf::Drawing& drawing, dxf::RecordId id, std::string_view picture) {
     const Place place = findPicture(drawing, id);
-    if (drawing.version() < kFirstWithPictures || !place.hasCommonSection) return false;
+    if (!canHavePicture(drawing) || !place.hasCommonSection) return false;
     if (place.picture == picture) return true;
     const int sizeCode = drawing.version() < kFirstWithLongSize ? kSizeCode : kLongSizeCode;
     std::vector<dxf::NewTag> tags;

@@ -34,6 +34,7 @@ class AcDbRegAppTable;
 class AcDbSymbolTable;
 class AcDbTextStyleTable;
 class AcGeMatrix3d;
+class AcGiWorldDraw;
 
 namespace qrs::host {
 class DatabaseState;
@@ -183,6 +184,14 @@ class QRS_HOST_PORT AcDbEntity : public AcDbObject {
     // dimension that is to be more than moved; the entity is then as it was.
     virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& transformation);
 
+    // Draws it by subWorldDraw.
+    Adesk::Boolean worldDraw(AcGiWorldDraw* mode);
+
+  protected:
+    // What a class that an application brings looks like (acgi.h); kTrue. Drawing files from R2000 on carry the shapes
+    // for programs that do not know the class: they are drawn into them when an entity was changed. By itself nothing.
+    virtual Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode);
+
   private:
     template <typename Change>
     Acad::ErrorStatus changeCommon(bool doSubents, Change&& change);
@@ -259,6 +268,8 @@ class QRS_HOST_PORT AcDbDatabase : public AcRxObject {
     double ltscale() const;
     // eInvalidInput unless positive.
     Acad::ErrorStatus setLtscale(double scale);
+    // Of sizes on paper: drawing units per millimetre, in metric drawings.
+    double dimscale() const;
 
 #ifndef QRS_PUBLISHED_ONLY
     // What the host keeps for it; nothing that plug-ins could use.

@@ -10,6 +10,7 @@
 #include "host/drawing/newrecords.h"
 #include "host/dxf/classcodes.h"
 #include "host/objectarx/db/fields.h"
+#include "host/objectarx/db/pictures.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/codepage.h"
@@ -91,6 +92,7 @@ Acad::ErrorStatus appendEntity(DatabaseState& state, AcDbEntity& entity, std::ui
     if (status == Acad::eOk && own) status = spelledTags(state, *own, dxfName, tags);
     if (status != Acad::eOk) return status;
     become(state, entity, NewRecords(state.contents()).addEntity(dxfName, *block, tags, fields));
+    renewPicture(entity, {});
     return Acad::eOk;
 }
 

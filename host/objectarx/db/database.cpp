@@ -177,6 +177,11 @@ double AcDbDatabase::ltscale() const {
     return qrs::host::headerVariable(this, L"LTSCALE", value) == Acad::eOk ? value.resval.rreal : 1.0;
 }
 
+double AcDbDatabase::dimscale() const {
+    resbuf value{};
+    return qrs::host::headerVariable(this, L"DIMSCALE", value) == Acad::eOk ? value.resval.rreal : 1.0;
+}
+
 Acad::ErrorStatus AcDbDatabase::setLtscale(double scale) {
     if (!(scale > 0.0)) return Acad::eInvalidInput;
     resbuf value{};

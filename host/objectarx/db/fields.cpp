@@ -220,8 +220,8 @@ void replaceItem(dxf::Drawing& drawing, dxf::RecordId record, const PresentItem&
     drawing.insertTags(record, present.begin, written.tags);
 }
 
-// From the end to the beginning, so that the places of what is still to come stay good.
-void mergeSection(dxf::Drawing& drawing, dxf::RecordId record, PresentSection& present, const WrittenSection& written) {
+// From the end to the beginning, so that the places of what is still to come stay good. False when nothing changed.
+bool mergeSection(dxf::Drawing& drawing, dxf::RecordId record, PresentSection& present, const WrittenSection& written) {
     std::set<int> ownCodes(written.ownCodes.begin(), written.ownCodes.end());
     for (const WrittenItem& item : written.items)
         ownCodes.insert(item.code);
@@ -229,20 +229,26 @@ void mergeSection(dxf::Drawing& drawing, dxf::RecordId record, PresentSection& p
         item.isOwn = ownCodes.count(item.code) != 0;
     const std::vector<Step> steps = Alignment(drawing, present.items, written.items).steps();
     std::uint32_t place = present.end;
+    bool isChanged = false;
     for (std::size_t i = steps.size(); i-- > 0;) {
         const Step& step = steps[i];
         if (step.present == kNone) {
             drawing.insertTags(record, place, written.items[step.written].tags);
+            isChanged = true;
             continue;
         }
         const PresentItem& item = present.items[step.present];
         place = item.begin;
         if (step.written == kNone) {
-            if (item.isOwn && item.isReadable) drawing.eraseTags(record, item.begin, item.end);
+            if (!item.isOwn || !item.isReadable) continue;
+            drawing.eraseTags(record, item.begin, item.end);
+            isChanged = true;
         } else if (!step.isEqual) {
             replaceItem(drawing, record, item, written.items[step.written]);
+            isChanged = true;
         }
     }
+    return isChanged;
 }
 
 std::vector<dxf::NewTag> tagsOf(const dxf::Drawing& drawing, const WrittenSection& section) {
@@ -349,8 +355,8 @@ void FieldFiler::setOwnCodes(const Adesk::Int16* codes, std::size_t count) {
     if (!written_.empty() && codes) written_.back().ownCodes.assign(codes, codes + count);
 }
 
-void FieldFiler::merge() {
-    if (status_ != Acad::eOk || record_ == dxf::kNoRecord) return;
+bool FieldFiler::merge() {
+    if (status_ != Acad::eOk || record_ == dxf::kNoRecord) return false;
     dxf::Drawing& drawing = state_.drawing();
     std::vector<const WrittenSection*> added;
     std::vector<std::pair<std::size_t, const WrittenSection*>> changed;
@@ -361,12 +367,16 @@ void FieldFiler::merge() {
             added.push_back(&section);
     }
     // A section that was lost does not come back with nothing in it.
-    for (const WrittenSection* section : added)
-        if (!section->items.empty())
-            drawing.insertTags(record_, endOfOwnTags(drawing, record_), tagsOf(drawing, *section));
+    bool isChanged = false;
+    for (const WrittenSection* section : added) {
+        if (section->items.empty()) continue;
+        drawing.insertTags(record_, endOfOwnTags(drawing, record_), tagsOf(drawing, *section));
+        isChanged = true;
+    }
     std::sort(changed.begin(), changed.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
     for (const auto& [index, section] : changed)
-        mergeSection(drawing, record_, present_[index], *section);
+        isChanged = mergeSection(drawing, record_, present_[index], *section) || isChanged;
+    return isChanged;
 }
 
 std::vector<dxf::NewTag> FieldFiler::tags() const {

@@ -56,8 +56,9 @@ class FieldFiler {
     Acad::ErrorStatus beginSection(std::wstring_view mark);
     Acad::ErrorStatus write(int code, ValueKind kind, std::vector<dxf::NewTag> tags);
     void setOwnCodes(const Adesk::Int16* codes, std::size_t count);
-    // Lays what was written over the record. Nothing happens when something could not be written.
-    void merge();
+    // Lays what was written over the record. False when nothing changed: it was equal, or something could not be
+    // written.
+    bool merge();
     // What was written, marks included, in order.
     std::vector<dxf::NewTag> tags() const;
 

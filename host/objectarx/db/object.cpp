@@ -135,6 +135,7 @@ void AcDbObject::assertWriteEnabled() {
         std::abort();
     }
     assertReadEnabled();
+    if (DatabaseState* state = DatabaseState::of(database_); state && !modified_) state->objects().willChange(*this);
     modified_ = database_ != nullptr;
 }
 

@@ -4,6 +4,7 @@
 #include "dbfiler.h"
 #include "host/drawing/objecttags.h"
 #include "host/objectarx/db/fields.h"
+#include "host/objectarx/db/pictures.h"
 #include "host/objectarx/db/state.h"
 
 namespace qrs::host {
@@ -103,7 +104,14 @@ void OpenObjects::writeFields(AcDbObject& object) {
     FieldFiler& written = *fields;
     AcDbDxfFiler filer(std::move(fields));
     object.dxfOutFields(&filer);
-    written.merge();
+    const bool isChanged = written.merge();
+    const auto drawn = state->objects().drawn_.extract(object.record_);
+    const AcDbEntity* entity = AcDbEntity::cast(&object);
+    if (isChanged && entity && !drawn.empty()) renewPicture(*entity, drawn.mapped());
+}
+
+void OpenObjects::willChange(const AcDbObject& object) {
+    if (const AcDbEntity* entity = AcDbEntity::cast(&object)) drawn_[object.record_] = drawnPicture(*entity);
 }
 
 void OpenObjects::writeAll() {

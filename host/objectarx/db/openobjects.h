@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <unordered_map>
 
 #include "dbmain.h"
@@ -26,6 +27,8 @@ class OpenObjects {
     // The values of classes that applications bring, from the object's tags, and into them when it was modified.
     void readFields(AcDbObject& object);
     static void writeFields(AcDbObject& object);
+    // Comes before a first change: what the object looks like until then.
+    void willChange(const AcDbObject& object);
     void writeAll();
     // The drawing was changed underneath: values are read once more.
     void readAgain();
@@ -43,6 +46,7 @@ class OpenObjects {
     static bool isOpening_;
     DatabaseState& state_;
     std::unordered_map<std::uint32_t, AcDbObject*> objects_;
+    std::unordered_map<std::uint32_t, std::string> drawn_;  // of those that are changed: the picture before
 };
 
 }  // namespace qrs::host

@@ -1,0 +1,25 @@
+// The pictures that drawing files carry of entities whose classes applications bring: drawn by the entities themselves.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "dbmain.h"
+
+namespace qrs::host {
+
+// What the entity, open in a drawing, draws of itself; empty when that is nothing, or the drawing cannot hold it.
+std::string drawnPicture(const AcDbEntity& entity);
+
+// Gives an entity that was changed the picture it has now. before: what it drew earlier. A picture in the file stays
+// as it is when the entity looks as it did.
+void renewPicture(const AcDbEntity& entity, const std::string& before);
+
+struct PictureCounts {
+    std::size_t given = 0;  // entities that had none, or another one
+    std::size_t kept = 0;
+};
+// Gives every entity of the drawing that draws itself its picture. No such entity may be open for writing.
+QRS_HOST_PORT PictureCounts renewAllPictures(AcDbDatabase& database);
+
+}  // namespace qrs::host
