@@ -142,7 +142,7 @@ TEST(PipeEntities, ChangesTouchTheirTagsAlone) {
         curve.end.y = 6;
         pipe->SetCurve(curve);
     }
-    EXPECT_EQ(sample.changes(),
+    EXPECT_EQ(besidePictures(sample.changes()),
               " -90=        1 +90=       12 -330=42 -11=+4.0E0 -21=5.00 +11=4.0 +21=6.0 +31=0.0 -341=EEEE +341=11"
               " +332=41");
     {
@@ -170,7 +170,7 @@ TEST(PipeEntities, KeepWhatTheyDoNotNameUnnamed) {
     for (const auto& row : rows) {
         Sample damaged(drawingWith(std::string("QRS_PIPE;5=40;330=1F;100=AcDbEntity;8=PIPE;") + row.tags));
         AcDbObjectPointer<TDbPipe>(damaged.byHandle(0x40), AcDb::kForWrite)->SetLineWidth(0.5);
-        EXPECT_EQ(damaged.changes(), row.changes) << row.tags;
+        EXPECT_EQ(besidePictures(damaged.changes()), row.changes) << row.tags;
         AcDbObjectPointer<TDbPipe>(damaged.byHandle(0x40), AcDb::kForWrite)->SetCurve(TPipeCurve());
         EXPECT_TRUE(AcDbObjectPointer<TDbPipe>(damaged.byHandle(0x40))->GetEndPoint() == AcGePoint3d()) << row.tags;
         EXPECT_NE(damaged.changes().find("+10=0.0"), std::string::npos) << "said, not implied";
@@ -194,7 +194,7 @@ TEST(PipeEntities, JoinADrawingInItsOwnForm) {
     pipe->setLayer(L"pipe");
     pipe->setVisibility(AcDb::kInvisible);
     append(*newer.database, pipe, ACDB_PAPER_SPACE);
-    EXPECT_EQ(newer.changes(),
+    EXPECT_EQ(besidePictures(newer.changes()),
               " -5=50 +5=51 +2=CLASSES +0=CLASS +1=QRS_PIPE +2=TDbPipe +3=qrs_pipewire +90=0 +91=1 +280=0 +281=1"
               " +0=ENDSEC +0=SECTION"
               " +0=QRS_PIPE +5=50 +330=1B +100=AcDbEntity +67=1 +8=PIPE +60=1 +100=TDbPipePrototype +1= +90=0"

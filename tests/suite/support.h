@@ -1,6 +1,8 @@
 // Drawings with pipes in them.
 #pragma once
 
+#include <regex>
+
 #include "../objectarx/support.h"
 #include "qrs_pipeentity.h"
 
@@ -40,6 +42,11 @@ inline std::string drawingWith(const std::string& entity) {
                               common + "100=AcDbLine;10=0.0;20=0.0;11=1.0;21=0.0;";
     const std::string end = dbtest::dxfText("0=ENDSEC;0=SECTION;2=OBJECTS;");
     return text.insert(text.find(end), dbtest::dxfText(added));
+}
+
+// What changed (Sample::changes), but for the pictures that entities carry.
+inline std::string besidePictures(const std::string& changes) {
+    return std::regex_replace(changes, std::regex(" [+-](160|310)=[0-9A-F]*"), "");
 }
 
 inline const std::string kPipe =

@@ -90,7 +90,7 @@ class QRS_HOST_PORT TDbPipePrototype : public AcDbEntity {
     Values values_;
 };
 
-// A pipe drawn as one line.
+// A pipe drawn as one line, a vertical one with a circle of 2 mm on paper around it.
 class QRS_HOST_PORT TDbPipe : public TDbPipePrototype {
   public:
     ACRX_DECLARE_MEMBERS(TDbPipe)
@@ -142,7 +142,12 @@ class QRS_HOST_PORT TDbPipe : public TDbPipePrototype {
         std::optional<std::uint32_t> named;  // the tags that the file has (entities/fieldrow.h)
     };
 
+  protected:
+    Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
+
   private:
+    bool IsPlaced() const;
+
     Values values_;
     bool isDamaged_ = false;
 };
@@ -164,6 +169,11 @@ class QRS_HOST_PORT TDbPipeNode : public AcDbEntity {
     // eInvalidInput for coordinates that are no finite numbers.
     Acad::ErrorStatus SetPosition(const AcGePoint3d& position);
 
+    // The diameter of a well, the side of a piece of equipment; 0 when it has the size of its symbol on paper.
+    double GetSize() const;
+    // eInvalidInput for a size that is negative or no finite number.
+    Acad::ErrorStatus SetSize(double size);
+
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& transformation) override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
@@ -172,24 +182,49 @@ class QRS_HOST_PORT TDbPipeNode : public AcDbEntity {
     struct Values {
         AcGePoint3d position;
         int kind = 0;
+        double size = 0.0;
         std::optional<std::uint32_t> named;  // the tags that the file has (entities/fieldrow.h)
     };
 
+  protected:
+    Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
+
   private:
+    bool IsPlaced() const;
+
     Values values_;
 };
 
 // Whether the id is a TDbPipeNode of the kind kWell. False when it cannot be opened.
 QRS_HOST_PORT bool IsWell(AcDbObjectId id);
 
-// What follows a pipe: a diameter text, an arrow, a valve.
+// What follows a pipe: a diameter text, an arrow, a valve. It shows a symbol on the pipe, or a text.
 class QRS_HOST_PORT TDbPipeAttachment : public AcDbEntity {
   public:
     ACRX_DECLARE_MEMBERS(TDbPipeAttachment)
     TDbPipeAttachment() = default;
 
     // A drawing may have other numbers; those who drew an attachment before there were kinds left it kOther.
-    enum Kind { kOther = 0, kDimText = 1, kArrow = 2 };
+    enum Kind {
+        kOther = 0,
+        kDimText = 1,
+        kArrow = 2,
+        kGateValve = 3,
+        kCheckValve = 4,
+        kStopValve = 5,
+        kWaterMeter = 6,
+        kFloorDrain = 7,
+        kCleanout = 8,
+        kInspectionOpening = 9,
+        kTrap = 10,
+        kTap = 11,
+        kVentCap = 12,
+        kSprinklerHead = 13,
+        kFireHydrant = 14,
+        kSlope = 15,       // text over an arrow that points downhill
+        kRiserLabel = 16,  // text with a line to its riser
+        kRoofOutlet = 17,
+    };
     // kOther for a new attachment.
     int GetKind() const;
     // eInvalidInput for a kind of more than 16 bits.
@@ -199,6 +234,19 @@ class QRS_HOST_PORT TDbPipeAttachment : public AcDbEntity {
     // eInvalidInput for coordinates that are no finite numbers.
     Acad::ErrorStatus SetPosition(const AcGePoint3d& position);
 
+    // What it says, in one line; kinds without a text do not show it.
+    std::wstring GetText() const;
+    Acad::ErrorStatus SetText(const std::wstring& text);
+    // The height of a text, the length of a symbol; 0 when it is 3 mm on paper.
+    double GetSize() const;
+    // eInvalidInput for a size that is negative or no finite number.
+    Acad::ErrorStatus SetSize(double size);
+    // Degrees from the X axis, counterclockwise.
+    double GetRotation() const;
+    // eInvalidInput for what is no finite number.
+    Acad::ErrorStatus SetRotation(double degrees);
+
+    // A text that would be mirrored is turned so that it can be read, in the place of its mirror image.
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& transformation) override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
@@ -207,10 +255,18 @@ class QRS_HOST_PORT TDbPipeAttachment : public AcDbEntity {
     struct Values {
         AcGePoint3d position;
         int kind = 0;
+        std::wstring text;
+        double size = 0.0;
+        double rotation = 0.0;
         std::optional<std::uint32_t> named;  // the tags that the file has (entities/fieldrow.h)
     };
 
+  protected:
+    Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
+
   private:
+    bool IsPlaced() const;
+
     Values values_;
 };
 

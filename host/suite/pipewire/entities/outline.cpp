@@ -2,7 +2,10 @@
 // each of a drawing's many pipes would take too long.
 #include "host/pick/outline.h"
 
+#include <algorithm>
+
 #include "entities/pipecodes.h"
+#include "entities/shapes.h"
 #include "qrs_pipeentity.h"
 
 using qrs::host::pick::EntityTags;
@@ -12,29 +15,35 @@ namespace pipecodes = qrs::suite::pipecodes;
 
 namespace {
 
-// A path of a kind that is not known is shown by its ends.
+int kindOf(const EntityTags& tags) {
+    return static_cast<int>(tags.integer(pipecodes::kKind, 0));
+}
+
+double sizeOf(const EntityTags& tags) {
+    return std::max(tags.real(pipecodes::kSize, 0.0), 0.0);
+}
+
 void tracePipe(const EntityTags& tags, Outline& outline) {
     const std::optional<Vec> start = tags.point(pipecodes::kStart);
     if (!start) return;
     const Vec end = tags.point(pipecodes::kEnd).value_or(*start);
-    const long kind = tags.integer(pipecodes::kKind, TPipeCurve::kLine);
-    const double bulge = tags.real(pipecodes::kBulge, 0.0);
-    if (kind == TPipeCurve::kArc && bulge != 0.0) {
-        outline.arc(*start, end, bulge);
-    } else if (kind == TPipeCurve::kLine || kind == TPipeCurve::kArc) {
-        outline.segment(*start, end);
-    } else {
-        outline.point(*start);
-        outline.point(end);
-    }
+    qrs::suite::drawPipe({kindOf(tags), *start, end, tags.real(pipecodes::kBulge, 0.0), tags.paperScale()}, outline);
 }
 
-void tracePosition(const EntityTags& tags, Outline& outline) {
-    if (const std::optional<Vec> position = tags.point(pipecodes::kPosition)) outline.point(*position);
+void traceNode(const EntityTags& tags, Outline& outline) {
+    if (const std::optional<Vec> position = tags.point(pipecodes::kPosition))
+        qrs::suite::drawNode({*position, kindOf(tags), sizeOf(tags), tags.paperScale()}, outline);
+}
+
+void traceAttachment(const EntityTags& tags, Outline& outline) {
+    if (const std::optional<Vec> position = tags.point(pipecodes::kPosition))
+        qrs::suite::drawAttachment({*position, kindOf(tags), tags.text(pipecodes::kText), sizeOf(tags),
+                                    tags.real(pipecodes::kRotation, 0.0), tags.paperScale()},
+                                   outline);
 }
 
 const bool kRegistered = qrs::host::pick::registerOutline("QRS_PIPE", &tracePipe) &&
-                         qrs::host::pick::registerOutline("QRS_PIPENODE", &tracePosition) &&
-                         qrs::host::pick::registerOutline("QRS_PIPEATTACHMENT", &tracePosition);
+                         qrs::host::pick::registerOutline("QRS_PIPENODE", &traceNode) &&
+                         qrs::host::pick::registerOutline("QRS_PIPEATTACHMENT", &traceAttachment);
 
 }  // namespace

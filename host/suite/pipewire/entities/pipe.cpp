@@ -81,6 +81,11 @@ const FieldRow<Pipe> kPipeRows[] = {
 };
 
 template <class Values>
+constexpr FieldRow<Values> sizeRow() {
+    return leftOutOfNew(row<Values, &Values::size>(pipecodes::kSize));
+}
+
+template <class Values>
 constexpr FieldRow<Values> kindRow() {
     return {pipecodes::kKind, [](Values& values, const resbuf& item) { values.kind = item.resval.rint; },
             [](const Values& values, AcDbDxfFiler& filer, Adesk::Int16 code) {
@@ -90,10 +95,24 @@ constexpr FieldRow<Values> kindRow() {
 }
 
 const FieldRow<TDbPipeNode::Values> kNodeRows[] = {
-    row<TDbPipeNode::Values, &TDbPipeNode::Values::position>(pipecodes::kPosition), kindRow<TDbPipeNode::Values>()};
-const FieldRow<TDbPipeAttachment::Values> kAttachmentRows[] = {
-    row<TDbPipeAttachment::Values, &TDbPipeAttachment::Values::position>(pipecodes::kPosition),
-    kindRow<TDbPipeAttachment::Values>()};
+    row<TDbPipeNode::Values, &TDbPipeNode::Values::position>(pipecodes::kPosition), sizeRow<TDbPipeNode::Values>(),
+    kindRow<TDbPipeNode::Values>()};
+
+using Attachment = TDbPipeAttachment::Values;
+const FieldRow<Attachment> kAttachmentRows[] = {
+    leftOutOfNew(row<Attachment, &Attachment::text>(pipecodes::kText)),
+    row<Attachment, &Attachment::position>(pipecodes::kPosition), sizeRow<Attachment>(),
+    leftOutOfNew(row<Attachment, &Attachment::rotation>(pipecodes::kRotation)), kindRow<Attachment>()};
+
+// Whether the file, or its maker, says where the object is.
+template <class Values, std::size_t Count>
+bool isPlaced(const Values& values, const FieldRow<Values> (&rows)[Count]) {
+    return !values.named || (*values.named & bitOf(rows, pipecodes::kStart)) != 0;
+}
+
+bool isSize(double size) {
+    return std::isfinite(size) && size >= 0.0;
+}
 
 bool fitsInt16(int value) {
     return value >= INT16_MIN && value <= INT16_MAX;
@@ -337,12 +356,16 @@ double TDbPipe::GetLineWidth() const {
 }
 
 Acad::ErrorStatus TDbPipe::SetLineWidth(double width) {
-    return std::isfinite(width) && width >= 0.0 ? change(*this, values_.lineWidth, width) : Acad::eInvalidInput;
+    return isSize(width) ? change(*this, values_.lineWidth, width) : Acad::eInvalidInput;
 }
 
 bool TDbPipe::IsDamaged() const {
     assertReadEnabled();
     return isDamaged_;
+}
+
+bool TDbPipe::IsPlaced() const {
+    return isPlaced(values_, kPipeRows);
 }
 
 Acad::ErrorStatus TDbPipe::dxfInFields(AcDbDxfFiler* filer) {
@@ -368,7 +391,14 @@ AcGePoint3d TDbPipeNode::GetPosition() const {
 }
 
 Acad::ErrorStatus TDbPipeNode::SetPosition(const AcGePoint3d& position) {
-    return isFinite(position) ? change(*this, values_.position, position) : Acad::eInvalidInput;
+    if (!isFinite(position)) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = change(*this, values_.position, position);
+    if (status == Acad::eOk && values_.named) *values_.named |= bitOf(kNodeRows, pipecodes::kPosition);
+    return status;
+}
+
+bool TDbPipeNode::IsPlaced() const {
+    return isPlaced(values_, kNodeRows);
 }
 
 int TDbPipeNode::GetKind() const {
@@ -378,6 +408,15 @@ int TDbPipeNode::GetKind() const {
 
 Acad::ErrorStatus TDbPipeNode::SetKind(int kind) {
     return fitsInt16(kind) ? change(*this, values_.kind, kind) : Acad::eInvalidInput;
+}
+
+double TDbPipeNode::GetSize() const {
+    assertReadEnabled();
+    return std::max(values_.size, 0.0);
+}
+
+Acad::ErrorStatus TDbPipeNode::SetSize(double size) {
+    return isSize(size) ? change(*this, values_.size, size) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus TDbPipeNode::dxfInFields(AcDbDxfFiler* filer) {
@@ -398,7 +437,14 @@ AcGePoint3d TDbPipeAttachment::GetPosition() const {
 }
 
 Acad::ErrorStatus TDbPipeAttachment::SetPosition(const AcGePoint3d& position) {
-    return isFinite(position) ? change(*this, values_.position, position) : Acad::eInvalidInput;
+    if (!isFinite(position)) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = change(*this, values_.position, position);
+    if (status == Acad::eOk && values_.named) *values_.named |= bitOf(kAttachmentRows, pipecodes::kPosition);
+    return status;
+}
+
+bool TDbPipeAttachment::IsPlaced() const {
+    return isPlaced(values_, kAttachmentRows);
 }
 
 int TDbPipeAttachment::GetKind() const {
@@ -408,6 +454,33 @@ int TDbPipeAttachment::GetKind() const {
 
 Acad::ErrorStatus TDbPipeAttachment::SetKind(int kind) {
     return fitsInt16(kind) ? change(*this, values_.kind, kind) : Acad::eInvalidInput;
+}
+
+std::wstring TDbPipeAttachment::GetText() const {
+    assertReadEnabled();
+    return values_.text;
+}
+
+Acad::ErrorStatus TDbPipeAttachment::SetText(const std::wstring& text) {
+    return change(*this, values_.text, text);
+}
+
+double TDbPipeAttachment::GetSize() const {
+    assertReadEnabled();
+    return std::max(values_.size, 0.0);
+}
+
+Acad::ErrorStatus TDbPipeAttachment::SetSize(double size) {
+    return isSize(size) ? change(*this, values_.size, size) : Acad::eInvalidInput;
+}
+
+double TDbPipeAttachment::GetRotation() const {
+    assertReadEnabled();
+    return values_.rotation;
+}
+
+Acad::ErrorStatus TDbPipeAttachment::SetRotation(double degrees) {
+    return std::isfinite(degrees) ? change(*this, values_.rotation, degrees) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus TDbPipeAttachment::dxfInFields(AcDbDxfFiler* filer) {
