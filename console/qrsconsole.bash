@@ -9,7 +9,7 @@ _qrsconsole_options="-h --help --version --list -s --script -e --execute -o --ou
 _qrsconsole_commands="CleanOvraLayTag CloseSelLayer ConvertLayer EraseSelLayer FrozenLayer FrozenViewLayer LockSelLayer OpenLayer
     OpenSelLayer SetAllPipeLayOpen UnFrozenAllLayer UnFrozenViewAllLayer UnLockSelLayer cztk dcsz drsz gpsbs gxfz gxgd gxsz hbtc jcjk
     sfxc tbds tcdc tckz tctq xxyh xxyh2 yshf
-    OPEN NEW QSAVE SAVEAS CLOSE QUIT EXIT ARX CHPROP LIST SELECT LAYER VPLAYER LAYOUT -LAYER -LINETYPE -STYLE -VPLAYER -LAYOUT U REGEN REGENALL ZOOM
+    OPEN NEW QSAVE SAVEAS CLOSE QUIT EXIT ARX CHPROP LIST SELECT LAYER VPLAYER LAYOUT -LAYER -LINETYPE -STYLE -VPLAYER -LAYOUT PICTURES U REGEN REGENALL ZOOM
     MSPACE PSPACE SETVAR STANDARD HELP"
 
 # _qrsconsole_files WORD PATTERN: folders, and files whose name matches; upper and lower case do not matter.

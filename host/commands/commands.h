@@ -26,6 +26,8 @@ void enterModelSpace();
 void enterPaperSpace();
 // The tabs of the drawing (layouts.cpp).
 void manageLayouts();
+// The pictures of plug-ins' entities in the drawing file (pictures.cpp).
+void givePictures();
 // System variables (variables.cpp).
 void setVariable();
 // Layers (layers.cpp).

@@ -44,6 +44,7 @@ constexpr CommandRow kCommands[] = {
     {L"-LT", ACRX_CMD_TRANSPARENT, &commands::listLinetypes},
     {L"-STYLE", ACRX_CMD_MODAL, &commands::listTextStyles},
     {L"-ST", ACRX_CMD_MODAL, &commands::listTextStyles},
+    {L"PICTURES", ACRX_CMD_MODAL, &commands::givePictures},
     {L"U", ACRX_CMD_NOUNDOMARKER, &commands::undo},
     {L"REGEN", ACRX_CMD_MODAL, &commands::regenerate},
     {L"RE", ACRX_CMD_MODAL, &commands::regenerate},

@@ -1,6 +1,8 @@
 // The host's own commands on layers, entities and variables.
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "../dxftext.h"
 #include "program.h"
 
@@ -234,6 +236,26 @@ TEST(ViewCommands, TakeTheAnswersOfTheEditor) {
     EXPECT_EQ(outcome.code, 0) << outcome.error << outcome.out;
     EXPECT_TRUE(has(outcome.out, "Requires a point")) << outcome.out;
     EXPECT_TRUE(has(outcome.out, "Command: REGENALL\nRegenerating model.\n")) << outcome.out;
+}
+
+TEST(PictureCommand, GivesPipesWhatOtherProgramsShow) {
+    const Workplace place;
+    const std::string before = fileBytes(place.example("site.dxf"));
+    Outcome outcome = place.run({"site.dxf", "-o", "out.dxf"}, "PICTURES\nPICTURES\n");
+    EXPECT_EQ(outcome.code, 0) << outcome.error;
+    EXPECT_TRUE(has(outcome.out, "13 pictures were drawn, 0 were right already.")) << outcome.out;
+    EXPECT_TRUE(has(outcome.out, "0 pictures were drawn, 13 were right already.")) << outcome.out;
+    std::size_t pictures = 0;
+    std::istringstream tags(place.run({"--compare", "site.dxf", "out.dxf"}).out);
+    for (std::string line; std::getline(tags, line);) {
+        EXPECT_TRUE(has(line, ": 160: (none) > ") || has(line, ": 310: (none) > ")) << line;
+        if (has(line, ": 160: ")) ++pictures;
+    }
+    EXPECT_EQ(pictures, 13U) << "and nothing else";
+    outcome = place.run({"site.dxf", "-o", "back.dxf"}, "PICTURES\nU\n");
+    EXPECT_EQ(place.read("back.dxf"), before) << outcome.out;
+    place.example("building-r12.dxf");
+    EXPECT_EQ(place.run({"building-r12.dxf"}, "PICTURES\n").code, 1);
 }
 
 TEST(VariableCommand, ShowsAndSets) {
