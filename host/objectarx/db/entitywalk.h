@@ -54,8 +54,8 @@ class QRS_HOST_PORT EntityWalk {
 };
 
 // How many objects of the drawing need each record besides the entities that name it, which a walk tells: layers and
-// styles, objects, entities that refer to it by its handle, and the header where it says what is current. counts has a place for each id. The status
-// is that of AcDbDatabase::countHardReferences, and much less of a large drawing is read.
+// styles, objects, entities that refer to it by its handle, and the header where it says what is current. counts has a
+// place for each id. The status is that of AcDbDatabase::countHardReferences, and much less of a large drawing is read.
 QRS_HOST_PORT Acad::ErrorStatus countOtherReferences(AcDbDatabase& database, const AcDbObjectIdArray& ids,
                                                      Adesk::UInt32* counts);
 

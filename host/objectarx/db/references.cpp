@@ -23,13 +23,11 @@ bool isEntityKind(RecordKind kind) {
 }
 
 // What is named by a text besides what kinds of entities name that can be made and changed.
-constexpr NamingTag kRecordNames[] = {{"$CELTYPE", codes::kLinetype, TableKind::Linetype},
-                                      {"$DIMTXSTY", codes::kTextStyle, TableKind::TextStyle},
-                                      {"$TEXTSTYLE", codes::kTextStyle, TableKind::TextStyle},
-                                      {"ACAD_TABLE", codes::kTextStyle, TableKind::TextStyle},
-                                      {"LAYER", codes::kLinetype, TableKind::Linetype},
-                                      {"MLINESTYLE", codes::kLinetype, TableKind::Linetype},
-                                      {"TABLESTYLE", codes::kTextStyle, TableKind::TextStyle}};
+constexpr NamingTag kRecordNames[] = {
+    {"$CELTYPE", codes::kLinetype, TableKind::Linetype},     {"$DIMTXSTY", codes::kTextStyle, TableKind::TextStyle},
+    {"$TEXTSTYLE", codes::kTextStyle, TableKind::TextStyle}, {"ACAD_TABLE", codes::kTextStyle, TableKind::TextStyle},
+    {"LAYER", codes::kLinetype, TableKind::Linetype},        {"MLINESTYLE", codes::kLinetype, TableKind::Linetype},
+    {"TABLESTYLE", codes::kTextStyle, TableKind::TextStyle}};
 
 class ReferenceCounter {
   public:
@@ -39,7 +37,8 @@ class ReferenceCounter {
             add(ids[i].recordNumber(), static_cast<std::size_t>(i));
     }
 
-    // withNames: what entities name by a text or lie on counts; without, what the header says is current counts instead.
+    // withNames: what entities name by a text or lie on counts; without, what the header says is current counts
+    // instead.
     void count(bool withNames) {
         for (current_ = drawing_.first(); current_ != kNoRecord; current_ = drawing_.next(current_)) {
             const RecordKind kind = drawing_.record(current_).kind;
@@ -131,8 +130,7 @@ class ReferenceCounter {
     std::string_view type_;
 };
 
-Acad::ErrorStatus count(AcDbDatabase& database, const AcDbObjectIdArray& ids, Adesk::UInt32* counts,
-                        bool withNames) {
+Acad::ErrorStatus count(AcDbDatabase& database, const AcDbObjectIdArray& ids, Adesk::UInt32* counts, bool withNames) {
     if (!counts) return Acad::eNullObjectPointer;
     for (const AcDbObjectId& id : ids) {
         if (id.database() != &database) return Acad::eWrongDatabase;
