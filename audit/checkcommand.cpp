@@ -81,6 +81,7 @@ class Checking {
         // Those of references grow the list while it is worked on.
         for (std::size_t i = 0; i < references_.size(); ++i)
             checkFile(std::wstring(references_[i]));
+        tellApart();
         return true;
     }
 
@@ -112,6 +113,15 @@ class Checking {
         results_.back().file = nativeFile(file);
         files_.push_back(file);
         return results_.back();
+    }
+
+    // Drawings of one name in several folders are called by their whole paths.
+    void tellApart() {
+        ByName<std::size_t> counts;
+        for (const CheckResult& result : results_)
+            ++counts[result.drawing];
+        for (CheckResult& result : results_)
+            if (counts[result.drawing] > 1) result.drawing = result.file;
     }
 
     bool isNew(const std::wstring& path) const {

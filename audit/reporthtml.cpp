@@ -35,12 +35,14 @@ caption small { display: block; font-weight: 400; color: var(--dim); }
 th, td { text-align: left; vertical-align: top; padding: .35rem .6rem; border-bottom: 1px solid var(--line); }
 th { color: var(--dim); font-weight: 600; background: var(--soft); }
 td { overflow-wrap: anywhere; }
+.findings { table-layout: fixed; }
 .number { text-align: right; font-variant-numeric: tabular-nums; white-space: nowrap; overflow-wrap: normal; }
 .mark { display: inline-block; min-width: 4.8rem; font-weight: 600; }
 .error { color: var(--error); } .warning { color: var(--warning); } .note { color: var(--note); }
 .accepted { color: var(--accepted); }
 code { font: 13px/1.5 ui-monospace, Consolas, monospace; color: var(--dim); }
-@media print { body { margin: 0; max-width: none; } table { break-inside: auto; } tr { break-inside: avoid; } }
+@media print { body { margin: 0; max-width: none; font-size: 12px; } h2, caption { break-after: avoid; }
+  tr { break-inside: avoid; } a { color: inherit; text-decoration: none; } }
 </style>
 </head>
 <body>
@@ -101,32 +103,80 @@ std::string cell(std::uint64_t number) {
 
 // --- a drawing
 
-std::string rowOf(const Finding& finding) {
-    std::string html = "<tr><td>" + escaped(finding.subject);
-    if (!finding.detail.empty()) html += "<br>" + escaped(finding.detail);
-    html += "</td><td>";
-    for (const Difference& difference : finding.differences)
-        html += escaped(textOf(difference)) + "<br>";
-    if (!finding.reason.empty()) html += escaped(platform::translated(L"accepted: %1", finding.reason));
-    html += "</td><td class=\"number\">" + std::to_string(finding.count) + "</td><td><code>";
+// Columns of all tables of findings have the same widths, in percent.
+struct Column {
+    const wchar_t* head;
+    int width;
+    bool isNumber;
+};
+constexpr Column kPlain[] = {{platform::untranslated(L"What"), 34, false},
+                             {platform::untranslated(L"How"), 34, false},
+                             {platform::untranslated(L"Objects"), 9, true},
+                             {platform::untranslated(L"First handles"), 23, false}};
+constexpr Column kCompared[] = {
+    {platform::untranslated(L"What"), 34, false},  {platform::untranslated(L"Property"), 10, false},
+    {platform::untranslated(L"Here"), 12, false},  {platform::untranslated(L"Standard"), 12, false},
+    {platform::untranslated(L"Objects"), 9, true}, {platform::untranslated(L"First handles"), 23, false}};
+
+template <std::size_t Count>
+std::string columnsOf(const Column (&columns)[Count]) {
+    std::string html = "<colgroup>";
+    std::string heads = "<tr>";
+    for (const Column& column : columns) {
+        html += "<col style=\"width:" + std::to_string(column.width) + "%\">";
+        heads += column.isNumber ? numberHead(column.head) : head(column.head);
+    }
+    return html + "</colgroup>\n" + heads + "</tr>\n";
+}
+
+std::string howOf(const Finding& finding) {
+    std::string html = escaped(finding.detail);
+    if (finding.reason.empty()) return html;
+    return html + (html.empty() ? "" : "<br>") + escaped(platform::translated(L"accepted: %1", finding.reason));
+}
+
+std::string objectsOf(const Finding& finding, const std::string& spanned) {
+    std::string html =
+        "<td class=\"number\"" + spanned + ">" + std::to_string(finding.count) + "</td><td" + spanned + "><code>";
     for (const std::wstring& handle : finding.handles)
         html += escaped(handle) + " ";
-    return html + (finding.count > finding.handles.size() && !finding.handles.empty() ? "..." : "") +
-           "</code></td></tr>\n";
+    return html + (finding.count > finding.handles.size() && !finding.handles.empty() ? "..." : "") + "</code></td>";
+}
+
+std::string plainRow(const Finding& finding) {
+    return "<tr><td>" + escaped(finding.subject) + "</td><td>" + howOf(finding) + "</td>" + objectsOf(finding, {}) +
+           "</tr>\n";
+}
+
+// Drawing and standard side by side, a row for each property.
+std::string comparedRows(const Finding& finding) {
+    const std::string spanned = " rowspan=\"" + std::to_string(finding.differences.size()) + "\"";
+    const std::string how = howOf(finding);
+    std::string html;
+    for (const Difference& difference : finding.differences) {
+        html += "<tr>";
+        if (&difference == &finding.differences.front())
+            html += "<td" + spanned + ">" + escaped(finding.subject) + (how.empty() ? "" : "<br>" + how) + "</td>";
+        for (const std::wstring* text : {&difference.property, &difference.drawing, &difference.standard})
+            html += "<td>" + escaped(*text) + "</td>";
+        if (&difference == &finding.differences.front()) html += objectsOf(finding, spanned);
+        html += "</tr>\n";
+    }
+    return html;
 }
 
 // The findings of one rule, from one place of the list on, which moves after them.
 std::string tableOf(const Findings& findings, std::size_t& at) {
     const Finding& first = findings[at];
-    std::string html = "<table>\n<caption>" + markOf(kindOf(first)) + " " + shown(first.rule->title) + " <code>" +
-                       escaped(first.rule->id) + "</code>";
+    const bool isCompared = !first.differences.empty();
+    std::string html = "<table class=\"findings\">\n<caption>" + markOf(kindOf(first)) + " " +
+                       shown(first.rule->title) + " <code>" + escaped(first.rule->id) + "</code>";
     if (first.reason.empty()) html += "<small>" + escaped(remedyOf(*first.rule)) + "</small>";
-    html += "</caption>\n<tr>" + head(platform::untranslated(L"What")) + head(platform::untranslated(L"How")) +
-            numberHead(platform::untranslated(L"Objects")) + head(platform::untranslated(L"First handles")) + "</tr>\n";
+    html += "</caption>\n" + (isCompared ? columnsOf(kCompared) : columnsOf(kPlain));
     for (; at < findings.size(); ++at) {
         const Finding& finding = findings[at];
         if (finding.rule != first.rule || finding.reason.empty() != first.reason.empty()) break;
-        html += rowOf(finding);
+        html += isCompared ? comparedRows(finding) : plainRow(finding);
     }
     return html + "</table>\n";
 }
@@ -136,9 +186,10 @@ std::string sectionOf(const CheckResult& result, std::size_t number) {
     if (!result.unreadable.empty())
         return html + "<p class=\"error\">" +
                escaped(platform::translated(L"not checked: %1", platform::fromUtf8(result.unreadable))) + "</p>\n";
-    html += "<p>" + escaped(summaryOf(result)) + "; " +
-            escaped(countedText(result.entities, platform::untranslated(L"%1 object"),
-                                platform::untranslated(L"%1 objects"))) +
+    html += "<p>" +
+            escaped(platform::translated(L"%1; %2", summaryOf(result),
+                                         countedText(result.entities, platform::untranslated(L"%1 object"),
+                                                     platform::untranslated(L"%1 objects")))) +
             "</p>\n";
     for (std::size_t at = 0; at < result.findings.size();)
         html += tableOf(result.findings, at);
@@ -206,7 +257,8 @@ std::string rulesTable(const CheckResults& results) {
                       numberHead(platform::untranslated(L"Findings")) + numberHead(platform::untranslated(L"Objects")));
     for (const auto& [key, total] : totals)
         html += "<tr><td>" + markOf(nameOf(static_cast<Severity>(-key.first))) + " " + shown(key.second->title) +
-                "</td>" + cell(total.drawings) + cell(total.findings) + cell(total.objects) + "</tr>\n";
+                " <code>" + escaped(key.second->id) + "</code></td>" + cell(total.drawings) + cell(total.findings) +
+                cell(total.objects) + "</tr>\n";
     return html + "</table>\n";
 }
 

@@ -93,8 +93,10 @@ std::wstring summaryOf(const CheckResult& result) {
         {platform::untranslated(L"%1 warning"), platform::untranslated(L"%1 warnings")},
         {platform::untranslated(L"%1 note"), platform::untranslated(L"%1 notes")}};
     std::wstring text;
-    for (std::size_t i = 0; i < std::size(kSeverities); ++i)
-        text += (i > 0 ? L", " : L"") + countedText(result.count(kSeverities[i]), kCounted[i][0], kCounted[i][1]);
+    for (std::size_t i = 0; i < std::size(kSeverities); ++i) {
+        const std::wstring counted = countedText(result.count(kSeverities[i]), kCounted[i][0], kCounted[i][1]);
+        text = i > 0 ? platform::translated(L"%1, %2", text, counted) : counted;
+    }
     if (const std::size_t accepted = result.count(Severity::Off); accepted > 0)
         text += platform::translated(L"; %1 accepted", accepted);
     return text;

@@ -136,13 +136,30 @@ std::vector<Difference> differencesOf(const TextStyleFacts& style, const TextSty
 
 // --- linetypes
 
+namespace {
+
+// Most objects take their linetype from their layer, and are not counted.
+std::wstring layersWith(const CheckedDrawing& drawing, std::wstring_view linetype) {
+    std::wstring names;
+    std::size_t count = 0;
+    for (const LayerFacts& layer : drawing.facts.layers) {
+        if (layer.isDependent() || !isSameName(layer.linetype, linetype)) continue;
+        if (++count <= Tally::kShown) names += (count > 1 ? L", " : L"") + layer.name;
+    }
+    if (count == 0) return {};
+    return platform::translated(L"of layer %1", count > Tally::kShown ? names + L", ..." : names);
+}
+
+}  // namespace
+
 void findMissingLinetypes(const CheckedDrawing& drawing, Findings& findings) {
     tellMissing(drawing.facts.missingLinetypes, isBuiltInLinetype, findings);
 }
 
 void findForeignLinetypes(const CheckedDrawing& drawing, Findings& findings) {
     visitLinetypes(drawing, [&](const RecordFacts& linetype) {
-        if (drawing.standard.linetype(linetype.name) == nullptr) findings.emplace_back(linetype.name, linetype.objects);
+        if (drawing.standard.linetype(linetype.name) == nullptr)
+            findings.emplace_back(linetype.name, linetype.objects, layersWith(drawing, linetype.name));
     });
 }
 
@@ -150,7 +167,7 @@ void findDifferentLinetypes(const CheckedDrawing& drawing, Findings& findings) {
     visitLinetypes(drawing, [&](const RecordFacts& linetype) {
         std::vector<Difference> differences = differencesOf(drawing, linetype);
         if (differences.empty()) return;
-        findings.emplace_back(linetype.name, linetype.objects);
+        findings.emplace_back(linetype.name, linetype.objects, layersWith(drawing, linetype.name));
         findings.back().differences = std::move(differences);
     });
 }
@@ -218,6 +235,9 @@ void findTextsInForeignStyles(const CheckedDrawing& drawing, Findings& findings)
     for (const TextStyleFacts& style : drawing.facts.textStyles)
         if (!style.isDependent() && style.objects.count > 0 && isForeignTextStyle(drawing, style.name))
             findings.emplace_back(style.name, style.objects);
+    // Of a style that every drawing has, also where the file leaves it out.
+    for (const auto& [name, objects] : drawing.facts.missingTextStyles)
+        if (isBuiltInTextStyle(name) && isForeignTextStyle(drawing, name)) findings.emplace_back(name, objects);
 }
 
 // --- dimension styles

@@ -54,7 +54,7 @@ warning   Linetypes that are not in the standard [linetype-foreign]
           WALL: 1 object (40)
 warning   Linetypes of the standard with another pattern [linetype-different]
           To do: load the linetype anew.
-          HIDDEN
+          HIDDEN, of layer 给排-生活给水-管线
             pattern: 5,-5 here, 6.35,-3.175 in the standard
 warning   Text styles that are not in the standard [textstyle-foreign]
           To do: use a text style of the standard.
@@ -193,9 +193,10 @@ TEST(Check, OnePageSumsUpDrawings) {
     const Outcome page = place.run({"--check", "--form", "html", "pipes.dxf", "faulty.dxf", "gone.dxf"});
     // The worst first: what could not be read, then errors.
     std::size_t at = 0;
-    for (const char* part : {"gone.dxf</a></td><td colspan=\"4\"", "faulty.dxf</a></td><td class=\"number\">5<",
-                             "pipes.dxf</a></td><td class=\"number\">0<", "<caption>Rules",
-                             "<code>layer-missing</code>", "accepted: &lt;b&gt;known", "</html>"}) {
+    for (const char* part :
+         {"gone.dxf</a></td><td colspan=\"4\"", "faulty.dxf</a></td><td class=\"number\">5<",
+          "pipes.dxf</a></td><td class=\"number\">0<", "<caption>Rules", "<code>layer-missing</code>",
+          "<td>height</td><td>5</td><td>3</td>", "accepted: &lt;b&gt;known", "</html>"}) {
         const std::size_t found = page.out.find(part, at);
         ASSERT_NE(found, std::string::npos) << part << page.out;
         at = found;

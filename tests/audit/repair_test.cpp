@@ -79,6 +79,7 @@ TEST(Repair, FollowsAFileOfMappings) {
     place.write("plain.dxf",
                 dxfText("0=SECTION;2=HEADER;9=$ACADVER;1=AC1024;0=ENDSEC;0=SECTION;2=ENTITIES;" +
                         entityText("MTEXT", "40", "0", "100=AcDbMText;10=0;20=0;40=3;1=a;72=5") + "0=ENDSEC;0=EOF"));
+    EXPECT_NE(place.run({"--check", "plain.dxf"}).out.find("          Standard: 1 object (40)\n"), std::string::npos);
     EXPECT_EQ(place.run({"--repair", "map.csv", "--in-place", "plain.dxf"}).code, 0);
     EXPECT_NE(place.read("plain.dxf").find("\n  1\na\n  7\n给排-管径\n 72\n"), std::string::npos);
 
