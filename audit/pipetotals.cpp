@@ -173,12 +173,25 @@ class Table {
         for (const RiserTotals& riser : system.risers)
             row({system.name, L"riser", riser.diameter, riser.material, riser.building, riser.serial},
                 riser.length.pipes, lengthText(riser.length.length));
-        row({system.name, L"well", L"", L"", L"", L""}, system.wells, L"");
-        row({system.name, L"attachment", L"", L"", L"", L""}, system.attachments, L"");
+        addCount(system.name, L"well", system.wells);
+        addCount(system.name, L"attachment", system.attachments);
     }
+    // Of all systems, which these rows leave empty: a well that two of them meet at is one.
+    void add(const PipeTotals& totals) {
+        const SystemTotals& all = totals.all;
+        row({L"", L"all-pipes", L"", L"", L"", L""}, all.pipes.pipes, lengthText(all.pipes.length));
+        row({L"", L"all-risers", L"", L"", L"", L""}, all.riserLength.pipes, lengthText(all.riserLength.length));
+        addCount(L"", L"all-wells", all.wells);
+        addCount(L"", L"wells-at-no-pipe", totals.loneWells);
+        addCount(L"", L"all-attachments", all.attachments);
+    }
+    void addUnreadable() { addCount(L"", L"unreadable", 1); }
     const std::wstring& text() const { return text_; }
 
   private:
+    void addCount(const std::wstring& system, const wchar_t* what, std::uint64_t count) {
+        row({system, what, L"", L"", L"", L""}, count, L"");
+    }
     void row(const std::vector<std::wstring>& cells, std::uint64_t count, const std::wstring& length) {
         text_ += csvCell(drawing_);
         for (const std::wstring& cell : cells)
@@ -198,6 +211,10 @@ std::string csvPipes(const PipeReport& report) {
         Table table(totals.file);
         for (const SystemTotals& system : totals.systems)
             table.add(system);
+        if (totals.unreadable.empty())
+            table.add(totals);
+        else
+            table.addUnreadable();
         text += table.text();
     }
     return utf8(text);

@@ -35,13 +35,13 @@ caption small { display: block; font-weight: 400; color: var(--dim); }
 th, td { text-align: left; vertical-align: top; padding: .35rem .6rem; border-bottom: 1px solid var(--line); }
 th { color: var(--dim); font-weight: 600; background: var(--soft); }
 td { overflow-wrap: anywhere; }
-.findings { table-layout: fixed; }
+.findings { table-layout: fixed; break-inside: avoid; }
 .number { text-align: right; font-variant-numeric: tabular-nums; white-space: nowrap; overflow-wrap: normal; }
 .mark { display: inline-block; min-width: 4.8rem; font-weight: 600; }
 .error { color: var(--error); } .warning { color: var(--warning); } .note { color: var(--note); }
 .accepted { color: var(--accepted); }
 code { font: 13px/1.5 ui-monospace, Consolas, monospace; color: var(--dim); }
-@media print { body { margin: 0; max-width: none; font-size: 12px; } h2, caption { break-after: avoid; }
+@media print { body { margin: 0; max-width: none; font-size: 12px; } h2, h2 + p { break-after: avoid; }
   tr { break-inside: avoid; } a { color: inherit; text-decoration: none; } }
 </style>
 </head>

@@ -1,6 +1,4 @@
 // The report for people at a command line.
-#include <iterator>
-
 #include "host/platform/codepage.h"
 #include "host/platform/language.h"
 #include "report.h"
@@ -9,7 +7,6 @@ namespace qrs::audit {
 
 namespace {
 
-constexpr Severity kSeverities[] = {Severity::Error, Severity::Warning, Severity::Note};
 constexpr std::size_t kSeverityWidth = 8;
 constexpr char32_t kFirstWideCharacter = 0x2E80;
 
@@ -88,15 +85,14 @@ std::wstring remedyOf(const Rule& rule) {
 
 std::wstring summaryOf(const CheckResult& result) {
     if (!result.unreadable.empty()) return platform::translated(L"not checked");
-    constexpr const wchar_t* kCounted[][2] = {
-        {platform::untranslated(L"%1 error"), platform::untranslated(L"%1 errors")},
-        {platform::untranslated(L"%1 warning"), platform::untranslated(L"%1 warnings")},
-        {platform::untranslated(L"%1 note"), platform::untranslated(L"%1 notes")}};
-    std::wstring text;
-    for (std::size_t i = 0; i < std::size(kSeverities); ++i) {
-        const std::wstring counted = countedText(result.count(kSeverities[i]), kCounted[i][0], kCounted[i][1]);
-        text = i > 0 ? platform::translated(L"%1, %2", text, counted) : counted;
-    }
+    const auto counted = [&](Severity severity, const wchar_t* one, const wchar_t* many) {
+        return countedText(result.count(severity), one, many);
+    };
+    std::wstring text = platform::translated(
+        L"%1, %2, %3",
+        counted(Severity::Error, platform::untranslated(L"%1 error"), platform::untranslated(L"%1 errors")),
+        counted(Severity::Warning, platform::untranslated(L"%1 warning"), platform::untranslated(L"%1 warnings")),
+        counted(Severity::Note, platform::untranslated(L"%1 note"), platform::untranslated(L"%1 notes")));
     if (const std::size_t accepted = result.count(Severity::Off); accepted > 0)
         text += platform::translated(L"; %1 accepted", accepted);
     return text;

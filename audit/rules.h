@@ -108,6 +108,7 @@ void findForeignLinetypes(const CheckedDrawing& drawing, Findings& findings);
 void findDifferentLinetypes(const CheckedDrawing& drawing, Findings& findings);
 void findMisspeltLinetypes(const CheckedDrawing& drawing, Findings& findings);
 void findUnusedLinetypes(const CheckedDrawing& drawing, Findings& findings);
+void findAbsentLinetypes(const CheckedDrawing& drawing, Findings& findings);
 void findMissingTextStyles(const CheckedDrawing& drawing, Findings& findings);
 void findForeignTextStyles(const CheckedDrawing& drawing, Findings& findings);
 void findDifferentTextStyles(const CheckedDrawing& drawing, Findings& findings);

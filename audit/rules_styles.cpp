@@ -186,6 +186,15 @@ void findUnusedLinetypes(const CheckedDrawing& drawing, Findings& findings) {
     });
 }
 
+void findAbsentLinetypes(const CheckedDrawing& drawing, Findings& findings) {
+    std::set<std::wstring, NameLess> present;
+    for (const RecordFacts& linetype : drawing.facts.linetypes)
+        present.insert(linetype.name);
+    for (const LinetypeNode& linetype : drawing.standard.tableLinetypes())
+        if (!isBuiltInLinetype(linetype.Name.view()) && present.count(wide(linetype.Name)) == 0)
+            findings.emplace_back(wide(linetype.Name), Tally());
+}
+
 // --- text styles
 
 void findMissingTextStyles(const CheckedDrawing& drawing, Findings& findings) {

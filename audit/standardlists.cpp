@@ -2,7 +2,6 @@
 #include "standardlists.h"
 
 #include "PipeSystemTool.h"
-#include "PwxTool.h"
 
 namespace qrs::audit {
 
@@ -16,9 +15,8 @@ std::wstring wide(const CString& text) {
 
 StandardLists::StandardLists() : name_(wide(PipeSystemTool::GetCurrentStandardName())) {
     isLoaded_ = PipeSystemTool::GetAllLayerInfo(definitions_) && PipeSystemTool::GetAllTextStyleInfo(textStyles_);
-    std::vector<LinetypeNode> known;
-    PwxTool::GetAllLinetype(known);
-    for (const LinetypeNode& linetype : known)
+    PwxTool::GetAllLinetype(tableLinetypes_);
+    for (const LinetypeNode& linetype : tableLinetypes_)
         linetypes_.emplace(wide(linetype.Name), wide(linetype.Name));
     for (const LayerNode& layer : definitions_) {
         if (!layers_.emplace(wide(layer.LayerName), &layer).second) continue;

@@ -7,6 +7,7 @@
 
 #include "facts.h"
 #include "PipeNodes.h"
+#include "PwxTool.h"
 
 namespace qrs::audit {
 
@@ -34,6 +35,8 @@ class StandardLists {
     // Each name once, in the standard's order.
     const std::vector<const LayerNode*>& layers() const { return layerList_; }
     const std::vector<TextStyleNode>& textStyles() const { return textStyles_; }
+    // Those of linetype.dbf.
+    const std::vector<LinetypeNode>& tableLinetypes() const { return tableLinetypes_; }
 
   private:
     bool isLoaded_ = false;
@@ -44,6 +47,7 @@ class StandardLists {
     ByName<std::vector<const LayerNode*>> oldNames_;
     std::vector<TextStyleNode> textStyles_;
     ByName<const TextStyleNode*> styles_;
+    std::vector<LinetypeNode> tableLinetypes_;
     ByName<std::wstring> linetypes_;
 };
 

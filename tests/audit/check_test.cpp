@@ -128,6 +128,7 @@ TEST(Check, WeighsRulesAndKnowsWhatWasAccepted) {
     const Case cases[] = {
         {"rules.csv", off.c_str(), {"--rules", "rules.csv"}, 0, "\n0 errors, 19 warnings, 7 notes\n"},
         {"rules.csv", "# none\n\nlayer-absent , error\n", {"--rules", "rules.csv"}, 1, "          给排-污水-管线\n"},
+        {"rules.csv", "linetype-absent,error\n", {"--rules", "rules.csv"}, 1, "          CENTER\n"},
         {"rules.csv",
          "own-color,off\nlayer-lost,off\n",
          {"--rules", "rules.csv"},

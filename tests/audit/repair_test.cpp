@@ -118,7 +118,11 @@ TEST(Pipes, AreSummedUpBySystemSizeAndSerial) {
               "drawing,system,what,diameter,material,building,serial,count,length\n"
               ",污水,pipe,,,,,1,4000.0\n,污水,pipe,DN100,\"\"\"PE\"\"\",,,1,3000.0\n,污水,riser,,,,WL-2,1,900.0\n"
               ",污水,well,,,,,2,\n,污水,attachment,,,,,0,\n,生活给水,pipe,,,,,1,1.0\n,生活给水,well,,,,,0,\n"
-              ",生活给水,attachment,,,,,0,\n");
+              ",生活给水,attachment,,,,,0,\n"
+              ",,all-pipes,,,,,3,7001.0\n,,all-risers,,,,,1,900.0\n,,all-wells,,,,,3,\n,,wells-at-no-pipe,,,,,1,\n"
+              ",,all-attachments,,,,,0,\n");
+    EXPECT_NE(place.run({"--pipes", "--form", "csv", "pipes.dxf", "gone.dxf"}).out.find("gone.dxf,,unreadable,"),
+              std::string::npos);
     const Outcome json = place.run({"--pipes", "--form", "json", "pipes.dxf", "gone.dxf"});
     EXPECT_EQ(json.code, 3);
     const nlohmann::json drawings = nlohmann::json::parse(json.out)["drawings"];
