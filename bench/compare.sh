@@ -1,90 +1,191 @@
 #!/bin/sh
-# Compares opening, editing and saving a large drawing with plain copying of the same file.
+# Compares what the programs do to large drawings with reading and writing the same bytes once.
 #
-#     bench/compare.sh BUILD_FOLDER [ENTITIES]
+#     bench/compare.sh BUILD_FOLDER [ENTITIES [ROUNDS]]
 #
-# Prints medians (hyperfine) and the peak memory (GNU time), for a text and for a binary drawing, of
-#   cp        copying the file
-#   session   open, rewrite 200 layer records, save           (qrs_dxf_session)
-#   move      the same and every second entity to layer 0     (qrs_dxf_session ... move)
-#   console   open, UnFrozenAllLayer, save                    (qrsconsole, where it is built)
-#   open      open and leave
-#   check     open, check against the standard, report
-# and for a text drawing of
-#   convert   open, move half of the entities to another layer (ConvertLayer), save; the other half lies there
-#   erase     open, erase half of the entities (EraseSelLayer), save
-# Ends with 1 when a row is above its limit: 3, 8, 3, 8 and 8 times cp, and 1.3 times the file for session, console, open and check.
+# The unit is cp and wc -l of the drawing, one after the other: copying it, and finding all its line ends. Each row is
+# the median of some rounds, in which all rows take turns, so that a machine that is busy at times slows them alike.
+# Printed are seconds, the times in units, and the peak memory in times of the file, of
+#   open                  open and leave
+#   session               open, rewrite 200 layer records, save, without the console
+#   layers                open, UnFrozenAllLayer, save
+#   check                 open, check against the standard, report
+#   convert erase merge paint
+#                         open, ConvertLayer, EraseSelLayer, hbtc, tbds over half of the entities, save
+#   same moved moved-bare --compare with itself, with a drawing of which half is changed, and without handles
+#   ezdxf, libdxfrw       open, turn the layers off, save by other libraries: where python3 knows ezdxf; where the
+#                         variable DXFRW names a program that takes two files
+# and in milliseconds: the start without a drawing, the first pick of a point, and each further one.
+# Ends with 1 when a row is above its limit.
 set -eu
 
-build=${1:?usage: bench/compare.sh BUILD_FOLDER [ENTITIES]}
+build=${1:?usage: bench/compare.sh BUILD_FOLDER [ENTITIES [ROUNDS]]}
 entities=${2:-1000000}
+rounds=${3:-5}
 bin=$build/bin
+here=$(dirname "$0")
 folder=$(mktemp -d "${TMPDIR:-/tmp}/qrs_compare.XXXXXX")
 trap 'rm -rf "$folder"' EXIT INT TERM
-drawing=$folder/drawing.dxf
+# The programs shall not find settings of the user.
+export XDG_CONFIG_HOME="$folder" HOME="$folder"
+console="$bin/qrsconsole"
 output=$folder/output.dxf
-
 failed=0
-# begin LAYERS [--binary]: makes the drawing that the next rows are about
-begin() {
-    layers=$1
-    shift
-    "$bin/qrs_make_drawing" "$@" "$entities" "$layers" AC1024 "$drawing"
-    size=$(wc -c <"$drawing")
-    copied=
-    printf '%s\n%-10s %10s %8s %12s %8s\n' "$entities entities on $layers layers, $size bytes $*" \
-        program 'median s' 'of cp' 'peak bytes' 'of file'
-    measure cp 0 0 cp "$drawing" "$output"
-}
-# measure NAME TIME_LIMIT MEMORY_LIMIT COMMAND...
+
+# measure NAME COMMAND...: the median of some runs goes to the row's times; the first time its peak memory is taken too.
+# What ends with 1 has found something.
 measure() {
     name=$1
-    time_limit=$2
-    memory_limit=$3
-    shift 3
-    hyperfine --shell none --warmup 2 --runs 9 --style none --export-json "$folder/times.json" "$*" >/dev/null
-    median=$(sed -n 's/.*"median": *\([0-9.e-]*\).*/\1/p' "$folder/times.json" | head -n 1)
-    /usr/bin/time -v "$@" >/dev/null 2>"$folder/memory"
-    peak=$(sed -n 's/.*Maximum resident set size (kbytes): *//p' "$folder/memory")
-    copied=${copied:-$median}
-    awk -v name="$name" -v median="$median" -v copied="$copied" -v peak="$peak" -v size="$size" \
-        -v time_limit="$time_limit" -v memory_limit="$memory_limit" 'BEGIN {
-            times = median / copied
+    shift
+    hyperfine --shell none --ignore-failure --warmup 1 --runs 3 --style none --export-json "$folder/one.json" "$*" \
+        >/dev/null 2>&1
+    sed -n 's/.*"median": *\([0-9.e-]*\).*/\1/p' "$folder/one.json" | head -n 1 >>"$folder/$name.times"
+    [ ! -e "$folder/$name.peak" ] || return 0
+    /usr/bin/time -f %M -o "$folder/time" "$@" >/dev/null 2>"$folder/$name.error" || [ $? = 1 ] ||
+        { echo "$name failed: $(head -n 1 "$folder/$name.error")"; failed=1; }
+    tail -n 1 "$folder/time" >"$folder/$name.peak"
+}
+median_of() { sort -g "$folder/$1.times" | awk '{ all[NR] = $1 } END { print all[int((NR + 1) / 2)] }'; }
+# take_turns: measures all rows of the list, one "NAME COMMAND..." a line, in rounds.
+take_turns() {
+    round=0
+    while [ $round -lt "$rounds" ]; do
+        round=$((round + 1))
+        while read -r line; do
+            # shellcheck disable=SC2086 # the words of a line are the command
+            measure $line </dev/null
+        done <"$folder/rows"
+    done
+}
+# row NAME TIME_LIMIT MEMORY_LIMIT [WHAT]: prints one; 0 is no limit. WHAT: the row that the time is compared with.
+row() {
+    [ -s "$folder/$1.times" ] || return 0
+    awk -v name="$1" -v median="$(median_of "$1")" -v unit="${4:-$unit}" -v peak="$(cat "$folder/$1.peak")" \
+        -v size="$size" -v time_limit="$2" -v memory_limit="$3" 'BEGIN {
+            times = median / unit
             memory = peak * 1024 / size
-            printf "%-10s %10.3f %8.2f %12.0f %8.2f\n", name, median, times, peak * 1024, memory
-            exit (time_limit > 0 && times > time_limit) || (memory_limit > 0 && memory > memory_limit)
-        }' || {
-        failed=1
-        echo "$name is above its limit (time $time_limit, memory $memory_limit)"
-    }
+            late = time_limit > 0 && times > time_limit
+            large = memory_limit > 0 && memory > memory_limit
+            printf "%-12s %10.3f %8.2f %8.2f", name, median, times, memory
+            if (time_limit > 0) printf "   limit %s", time_limit
+            if (memory_limit > 0) printf "   memory %s", memory_limit
+            print (late || large ? "   ABOVE" : "")
+            exit late || large
+        }' || failed=1
+}
+# milliseconds NAME LIMIT SECONDS
+milliseconds() {
+    awk -v name="$1" -v limit="$2" -v seconds="$3" 'BEGIN {
+        late = seconds * 1000 > limit
+        printf "%-12s %10.1f ms   limit %s%s\n", name, seconds * 1000, limit, late ? "   ABOVE" : ""
+        exit late }' || failed=1
+}
+# head_of_table TITLE: sizes and units of the drawing that the next rows are about.
+head_of_table() {
+    size=$(wc -c <"$drawing")
+    unit=$(awk -v a="$(median_of cp)" -v b="$(median_of wc)" 'BEGIN { print a + b }')
+    printf '\n%s, %s bytes; unit %.3f s (cp %.3f, wc -l %.3f)\n' "$1" "$size" "$unit" "$(median_of cp)" "$(median_of wc)"
+    printf '%-12s %10s %8s %8s\n' row seconds units memory
 }
 
-for form in '' --binary; do
-    begin 200 $form
-    measure session 3 1.3 "$bin/qrs_dxf_session" "$drawing" "$output"
-    measure move 8 0 "$bin/qrs_dxf_session" "$drawing" "$output" move
-    if [ -x "$bin/qrsconsole" ]; then
-        measure console 3 1.3 "$bin/qrsconsole" --settings "$folder/settings.ini" -e UnFrozenAllLayer -o "$output" \
-            "$drawing"
-        measure open 0 1.3 "$bin/qrsconsole" --settings "$folder/settings.ini" -e REGEN "$drawing"
-        measure check 0 1.3 "$bin/qrsconsole" --settings "$folder/settings.ini" --check --to "$folder/report.txt" "$drawing"
+# --- both forms on 200 layers
+for form in text binary; do
+    drawing=$folder/$form.dxf
+    rm -f "$folder"/*.times "$folder"/*.peak
+    "$bin/qrs_make_drawing" $([ $form = text ] || echo --binary) "$entities" 200 AC1024 "$drawing"
+    cat >"$folder/rows" <<END
+cp cp $drawing $output
+wc wc -l $drawing
+open $console -e REGEN $drawing
+layers $console -e UnFrozenAllLayer -o $output $drawing
+session $bin/qrs_dxf_session $drawing $output
+check $console --check --to $folder/report.txt $drawing
+END
+    take_turns
+    if [ $form = text ]; then
+        if python3 -c 'import ezdxf' 2>/dev/null; then
+            hyperfine --shell none --runs 1 --style none --export-json "$folder/one.json" \
+                "python3 $here/ezdxf_round.py $drawing $output" >/dev/null 2>&1 || :
+            sed -n 's/.*"median": *\([0-9.e-]*\).*/\1/p' "$folder/one.json" >"$folder/ezdxf.times"
+            /usr/bin/time -f %M -o "$folder/ezdxf.peak" python3 "$here/ezdxf_round.py" "$drawing" "$output"
+        fi
+        [ -z "${DXFRW:-}" ] || measure libdxfrw "$DXFRW" "$drawing" "$output"
     fi
+    head_of_table "$entities entities on 200 layers, $form"
+    row open 0 1.3
+    row session 1.8 1.3
+    row layers 1.8 1.3
+    row check 0 1.3
+    row ezdxf 0 0
+    row libdxfrw 0 0
 done
-if [ -x "$bin/qrsconsole" ]; then
-    # On two layers each entity lies on one half's; the first entity of each stands for it.
-    begin 2
-    first_of() {
-        awk -v layer="$1" '
-            $1 == "ENTITIES" { inside = 1 }
-            previous == "5" { handle = $1 }
-            inside && previous == "8" && $1 == layer { print "(handent \"" handle "\")"; exit }
-            { previous = previous_is_code ? "" : $1; previous_is_code = !previous_is_code }' "$drawing"
-    }
-    { echo ConvertLayer; first_of PIPE-001; first_of PIPE-002; } >"$folder/convert.scr"
-    { echo EraseSelLayer; first_of PIPE-001; echo; } >"$folder/erase.scr"
-    for name in convert erase; do
-        measure $name 8 0 "$bin/qrsconsole" --settings "$folder/settings.ini" -s "$folder/$name.scr" -o "$output" \
-            "$drawing"
+
+# --- commands over half of the entities, picks, comparing. On two layers each entity lies on one half's; the first
+# entity of each stands for it.
+drawing=$folder/halves.dxf
+rm -f "$folder"/*.times "$folder"/*.peak
+"$bin/qrs_make_drawing" "$entities" 2 AC1024 "$drawing"
+# first_of LAYER: the handle of its first entity. line_start: where the first line begins.
+first_of() {
+    awk -v layer="$1" '
+        $1 == "ENTITIES" { inside = 1 }
+        previous == "5" { handle = $1 }
+        inside && previous == "8" && $1 == layer { print "(handent \"" handle "\")"; exit }
+        { previous = previous_is_code ? "" : $1; previous_is_code = !previous_is_code }' "$drawing"
+}
+line_start() {
+    awk '$1 == "ENTITIES" { inside = 1 }
+        inside && previous == "0" { line = $1 == "LINE" }
+        inside && line && previous == "10" { x = $1 }
+        inside && line && previous == "20" { print x "," $1; exit }
+        { previous = previous_is_code ? "" : $1; previous_is_code = !previous_is_code }' "$drawing"
+}
+one=$(first_of PIPE-001)
+other=$(first_of PIPE-002)
+point=$(line_start)
+{ echo ConvertLayer; echo "$one"; echo "$other"; } >"$folder/convert.scr"
+{ echo EraseSelLayer; echo "$one"; echo; } >"$folder/erase.scr"
+{ echo hbtc; echo "$one"; echo "$other"; echo Y; } >"$folder/merge.scr"
+{ echo tbds; echo 3; } >"$folder/paint.scr"
+# Both picks meet one layer, so that nothing is merged.
+further=40
+{ echo hbtc; echo "$point"; echo "^C"; } >"$folder/pick.scr"
+{ i=0; while [ $i -lt $((further / 2)) ]; do echo hbtc; echo "$point"; echo "$point"; i=$((i + 1)); done
+  cat "$folder/pick.scr"; } >"$folder/picks.scr"
+"$console" -s "$folder/convert.scr" -o "$folder/moved.dxf" "$drawing" >/dev/null
+# Without handles records are told apart by their places.
+for name in halves moved; do
+    awk 'NR % 2 { code = $1; line = $0; next } code != 5 && code != 105 { print line; print }' "$folder/$name.dxf" \
+        >"$folder/$name-bare.dxf"
+done
+{
+    echo "cp cp $drawing $output"
+    echo "wc wc -l $drawing"
+    echo "open $console -e REGEN $drawing"
+    for name in convert erase merge paint; do
+        echo "$name $console -s $folder/$name.scr -o $output $drawing"
     done
-fi
+    echo "pick $console -s $folder/pick.scr $drawing"
+    echo "picks $console -s $folder/picks.scr $drawing"
+    echo "same $console --compare $drawing $drawing"
+    echo "moved $console --compare $drawing $folder/moved.dxf"
+    echo "open-bare $console -e REGEN $folder/halves-bare.dxf"
+    echo "moved-bare $console --compare $folder/halves-bare.dxf $folder/moved-bare.dxf"
+    echo "start $console -e REGEN"
+} >"$folder/rows"
+take_turns
+head_of_table "$entities entities on 2 layers"
+for name in convert erase merge paint; do
+    row $name 4 1.6
+done
+printf '\nin openings of two drawings\n'
+two() { awk -v one="$(median_of "$1")" 'BEGIN { print 2 * one }'; }
+row same 2 0 "$(two open)"
+row moved 2 0 "$(two open)"
+row moved-bare 2 0 "$(two open-bare)"
+printf '\n'
+milliseconds start 10 "$(median_of start)"
+milliseconds "first pick" 100 "$(awk -v a="$(median_of pick)" -v b="$(median_of open)" 'BEGIN { print a - b }')"
+milliseconds "further pick" 5 \
+    "$(awk -v a="$(median_of picks)" -v b="$(median_of pick)" -v n=$further 'BEGIN { print (a - b) / n }')"
 exit "$failed"
