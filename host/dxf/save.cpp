@@ -3,6 +3,7 @@
 
 #include "host/dxf/drawing.h"
 #include "host/dxf/sizes.h"
+#include "host/platform/fileturn.h"
 
 namespace qrs::dxf {
 
@@ -47,8 +48,10 @@ bool Drawing::save(const std::filesystem::path& native, int backups, platform::E
             release.done(step);
         }
     });
-    // Looked at again after the last byte: somebody may have changed the mapped file while it was copied.
-    if (!source_->isUnchanged(error) || !file.commit(backups, error)) return false;
+    // Looked at again after the last byte, with nobody else between that and the new file's taking its place: somebody
+    // may have saved, or changed the mapped file, while it was copied.
+    const platform::FileTurn turn(native);
+    if (!guard_.allows(native, error) || !source_->isUnchanged(error) || !file.commit(backups, error)) return false;
     contents_.noteSaved();
     guard_.noteSaved(native);
     return true;

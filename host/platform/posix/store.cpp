@@ -8,6 +8,7 @@
 #include <cstdlib>
 
 #include "host/platform/files.h"
+#include "host/platform/fileturn.h"
 #include "host/platform/inside/fileerror.h"
 #include "host/platform/posix/handle.h"
 
@@ -79,6 +80,19 @@ bool FileLock::take(const fs::path& lockFile, Error& error) {
     }
     return true;
 }
+
+struct FileTurn::State {
+    Descriptor file;
+};
+
+// The lock is the file's own, not its name's: whoever waited finds another file there, and sees it.
+FileTurn::FileTurn(const fs::path& native) : state_(std::make_unique<State>()) {
+    state_->file = Descriptor(open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    while (state_->file && flock(state_->file.number(), LOCK_EX) != 0 && errno == EINTR) {
+    }
+}
+
+FileTurn::~FileTurn() = default;
 
 std::unique_ptr<FileVersion> FileVersion::read(const fs::path& native, std::string& content, Error& error) {
     content.clear();

@@ -2,8 +2,11 @@
 #include "host/platform/inside/store.h"
 
 #include <cstring>
+#include <functional>
+#include <string>
 
 #include "host/platform/files.h"
+#include "host/platform/fileturn.h"
 #include "host/platform/inside/fileerror.h"
 #include "host/platform/win32/handle.h"
 
@@ -160,6 +163,26 @@ bool FileLock::take(const fs::path& lockFile, Error& error) {
         return fail(error, lockFile, lastError());
     }
     return true;
+}
+
+// A file that is open cannot be replaced, so the turn is a name made of its path.
+struct FileTurn::State {
+    Handle mutex;
+    bool isTaken = false;
+};
+
+FileTurn::FileTurn(const fs::path& native) : state_(std::make_unique<State>()) {
+    std::error_code unknown;
+    const std::wstring path = foldCase(fs::weakly_canonical(native, unknown).native());
+    const std::wstring name = L"qrs-turn-" + std::to_wstring(std::hash<std::wstring>()(path));
+    state_->mutex = Handle(CreateMutexW(nullptr, FALSE, name.c_str()));
+    // One who was killed in between has left it behind.
+    const DWORD waited = state_->mutex ? WaitForSingleObject(state_->mutex.value(), INFINITE) : WAIT_FAILED;
+    state_->isTaken = waited == WAIT_OBJECT_0 || waited == WAIT_ABANDONED;
+}
+
+FileTurn::~FileTurn() {
+    if (state_->isTaken) ReleaseMutex(state_->mutex.value());
 }
 
 std::unique_ptr<FileVersion> FileVersion::read(const fs::path& native, std::string& content, Error& error) {
