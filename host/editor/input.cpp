@@ -11,14 +11,25 @@ namespace {
 
 constexpr wchar_t kEscape = L'\x1b';
 
+constexpr const wchar_t* kBlanks = L" \t";
+
 bool isBlank(wchar_t c) {
     return c == L' ' || c == L'\t';
+}
+
+std::wstring withoutBlanksAtEnd(std::wstring line) {
+    line.erase(line.find_last_not_of(kBlanks) + 1);  // npos + 1 is 0
+    return line;
 }
 
 // Tells where an expression in parentheses ends that a text begins with: blanks, line ends, quoted texts and comments
 // (from ";" to the line's end) belong to it.
 class Parentheses {
   public:
+    void take(std::wstring_view text) {
+        for (const wchar_t c : text)
+            take(c);
+    }
     void take(wchar_t c) {
         const wchar_t previous = std::exchange(previous_, isQuoted_ && previous_ == L'\\' ? L'\0' : c);
         if (isComment_) {
@@ -58,8 +69,7 @@ std::size_t wordLength(std::wstring_view text) {
 bool isOpenExpression(const std::wstring& word) {
     if (word.empty() || word.front() != L'(') return false;
     Parentheses parentheses;
-    for (const wchar_t c : word)
-        parentheses.take(c);
+    parentheses.take(word);
     return parentheses.isOpen();
 }
 
@@ -138,7 +148,11 @@ Answer Input::read(const std::wstring& promptLine, Extent extent, bool atCommand
 // An expression takes further lines until its last parenthesis. An empty one breaks it off, and is Enter in a script:
 // an answer that somebody forgot to close shall not take all that follows it.
 void Input::readOn(Answer& answer, Extent extent) {
-    while (extent == Extent::Word && isOpenExpression(answer.text)) {
+    if (extent != Extent::Word || !isOpenExpression(answer.text)) return;
+    // Each line is looked at once: there may be many.
+    Parentheses parentheses;
+    parentheses.take(answer.text);
+    while (parentheses.isOpen()) {
         std::wstring line;
         const Reply reply = output_.terminal().readMore(line);
         if (reply == Reply::End) return;
@@ -155,7 +169,12 @@ void Input::readOn(Answer& answer, Extent extent) {
             if (!output_.terminal().isInteractive()) rest_.emplace();
             return;
         }
-        answer.text = takeTyped(answer.text + L'\n' + line, extent);
+        line = L'\n' + withoutBlanksAtEnd(std::move(line));
+        std::size_t length = 0;
+        for (; length < line.size() && (parentheses.isOpen() || !isBlank(line[length])); ++length)
+            parentheses.take(line[length]);
+        if (length < line.size()) rest_ = line.substr(line.find_first_not_of(kBlanks, length));
+        answer.text.append(line, 0, length);
     }
 }
 
@@ -206,13 +225,11 @@ Input::Taken Input::fromSent(Extent extent, bool skipEmpty, std::wstring& text, 
 
 std::wstring Input::takeTyped(std::wstring line, Extent extent) {
     if (extent == Extent::Line) return line;
-    const auto notBlank = [](wchar_t c) { return !isBlank(c); };
-    line.erase(line.begin(), std::find_if(line.begin(), line.end(), notBlank));
-    line.erase(std::find_if(line.rbegin(), line.rend(), notBlank).base(), line.end());
+    line = withoutBlanksAtEnd(std::move(line));
+    line.erase(0, line.find_first_not_of(kBlanks));
     const std::size_t length = wordLength(line);
     if (length < line.size()) {
-        const auto following = std::find_if(line.begin() + static_cast<std::ptrdiff_t>(length), line.end(), notBlank);
-        rest_ = std::wstring(following, line.end());
+        rest_ = line.substr(line.find_first_not_of(kBlanks, length));
         line.resize(length);
     }
     return line;

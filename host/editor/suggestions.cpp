@@ -51,6 +51,8 @@ std::vector<std::wstring> nearNames(std::wstring_view typed, const std::vector<s
         const std::wstring folded = platform::foldCase(name);
         const bool begins = folded.size() > word.size() && folded.compare(0, word.size(), word) == 0;
         if (!begins && mostDistance(word.size()) == 0) continue;
+        const std::size_t longer = std::max(word.size(), folded.size()) - std::min(word.size(), folded.size());
+        if (!begins && longer > nearest) continue;  // so many letters are missing at least
         const std::size_t distance = begins ? 1 : distanceOf(word, folded);
         if (distance > nearest) continue;
         if (distance < nearest) found.clear();

@@ -151,9 +151,9 @@ void PipeNode::GetPipeInfo(PipeInfoNode& info, bool includeAliases) const {
 }
 
 void PipeNode::SetLayerTypeMapping(const CString& specificType, const CString& genericType) {
-    auto map = *typeMap_;
-    map[specificType] = genericType;
-    typeMap_ = std::make_shared<const TypeMap>(std::move(map));
+    // Never the one that others look at as well.
+    if (typeMap_.use_count() > 1) typeMap_ = std::make_shared<TypeMap>(*typeMap_);
+    (*std::const_pointer_cast<TypeMap>(typeMap_))[specificType] = genericType;
 }
 
 void PipeNode::UpdateLayerTypeMap() {

@@ -171,7 +171,11 @@ void SystemIndex::remove(IndexEntry& entry) {
 
 void SystemIndex::forget(PipeGroupNode& group) {
     clear();
-    groups_.erase(std::remove(groups_.begin(), groups_.end(), &group), groups_.end());
+    // In the order of their places. They leave from the front when a standard ends.
+    const auto found = std::partition_point(groups_.begin(), groups_.end(), [&](const PipeGroupNode* other) {
+        return other->place_ < group.place_;
+    });
+    if (found != groups_.end() && *found == &group) groups_.erase(found);
 }
 
 SystemIndex::Candidates SystemIndex::find(std::uint64_t key) {

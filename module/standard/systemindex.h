@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -82,7 +83,7 @@ class SystemIndex {
     void take(std::uint64_t key, const IndexEntry& entry);
     void build();
 
-    std::vector<PipeGroupNode*> groups_;
+    std::deque<PipeGroupNode*> groups_;
     std::unordered_map<std::uint64_t, Posting> postings_;
     std::vector<IndexEntry*> changed_;
     // False until the first question, and again when a group has gone: then everything is put in at the next one.

@@ -41,7 +41,7 @@ HANDLE openInherited(const fs::path& file, DWORD access, DWORD disposition) {
 
 // The program's exit code, or -1 when it could not be started. Its streams are files in the folder.
 int start(const fs::path& folder, const std::vector<std::string>& arguments,
-          const std::vector<std::string>& environment) {
+          const std::vector<std::string>& environment, const std::string&) {
     // In English, whatever the machine speaks, unless the test says otherwise.
     SetEnvironmentVariableW(L"LC_ALL", L"C");
     SetEnvironmentVariableW(L"LANGUAGE", nullptr);
@@ -89,10 +89,10 @@ std::string quoted(const std::string& argument) {
 
 // The program's exit code, or -1 when it ended otherwise. Its streams are files in the folder.
 int start(const fs::path& folder, const std::vector<std::string>& arguments,
-          const std::vector<std::string>& environment) {
+          const std::vector<std::string>& environment, const std::string& limits) {
     // In English, whatever the machine speaks, unless the test says otherwise.
-    std::string command =
-        "cd " + quoted(folder.string()) + " && LC_ALL=C.UTF-8 LANGUAGE= XDG_CONFIG_HOME=" + quoted(folder.string());
+    std::string command = limits + " && cd " + quoted(folder.string()) +
+                          " && LC_ALL=C.UTF-8 LANGUAGE= XDG_CONFIG_HOME=" + quoted(folder.string());
     for (const std::string& variable : environment)
         command += " " + variable.substr(0, variable.find('=') + 1) + quoted(variable.substr(variable.find('=') + 1));
     command += " " + quoted(QRS_CONSOLE);
@@ -137,7 +137,7 @@ Outcome Workplace::run(const std::vector<std::string>& arguments, const std::str
                        const std::vector<std::string>& environment) const {
     write("stdin.tmp", input);
     Outcome outcome;
-    outcome.code = start(folder_.path(), arguments, environment);
+    outcome.code = start(folder_.path(), arguments, environment, limits_);
     outcome.out = read("stdout.tmp");
     outcome.error = read("stderr.tmp");
     return outcome;

@@ -30,8 +30,18 @@ class Workplace {
     Outcome run(const std::vector<std::string>& arguments, const std::string& input = {},
                 const std::vector<std::string>& environment = {}) const;
 
+    // From now on each run has so much: of the processor, and of memory where no sanitizer takes some for itself.
+    // Beyond it is ended. POSIX alone.
+    void limit(int seconds, int megabytes) {
+        limits_ = "ulimit -t " + std::to_string(seconds);
+#if !defined(__SANITIZE_ADDRESS__)
+        limits_ += " && ulimit -v " + std::to_string(megabytes * 1024);
+#endif
+    }
+
   private:
     Folder folder_;
+    std::string limits_ = ":";
 };
 
 // The lines that differ between two texts of equally many lines: "old > new", without blanks around.

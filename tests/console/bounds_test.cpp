@@ -1,0 +1,98 @@
+// Files made to hurt cost no more than the others: five seconds and half a gigabyte for a megabyte. The system ends
+// what takes more, which shows as no exit code.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "hostile.h"
+#include "program.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr int kSeconds = 30;
+#else
+constexpr int kSeconds = 5;
+#endif
+constexpr int kMegabytes = 512;
+
+class Bounds : public testing::Test {
+  protected:
+    Bounds() { place.limit(kSeconds, kMegabytes); }
+
+    // Ended by itself, with what is to be told on standard error and not much else.
+    Outcome expectEnd(const HostileFile& file, const Arguments& arguments, const std::string& told) {
+        Outcome outcome = place.run(arguments);
+        EXPECT_TRUE(outcome.code >= 0 && outcome.code <= 4) << file.name << ": " << outcome.code << outcome.error;
+        EXPECT_NE(outcome.error.find(told), std::string::npos) << file.name << ": " << outcome.error.substr(0, 2000);
+        return outcome;
+    }
+
+    Workplace place;
+};
+
+// Looks at everything, changes everything, and takes some of it back.
+const char* const kScript =
+    "SetAllPipeLayOpen\nUnFrozenAllLayer\nSELECT\nC\n-10,-10\n100,100\n\nCHPROP\nC\n3\n\nU\n"
+    "LIST\n(ssget \"X\" '((0 . \"*\")(8 . \"~A*\")))\n\nCloseSelLayer\n0.5,0.5\n\nU\nxxyh\nALL\n\ngxgd\n\n"
+    "hbtc\n0.5,0.5\n0.5,0.5\n\nyshf\nEraseSelLayer\nALL\n\nU\n-LAYER\nF\n*\n\n";
+
+}  // namespace
+
+TEST_F(Bounds, HoldForDrawings) {
+    place.write("all.scr", kScript);
+    place.write("plain.dxf", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n");
+    bool isCompared = false;
+    for (const HostileFile& file : hostileDrawings()) {
+        place.write("hostile.dxf", file.bytes);
+        expectEnd(file, {"--keep-going", "-s", "all.scr", "-o", "out.dxf", "hostile.dxf"}, file.told);
+        isCompared = !isCompared;
+        expectEnd(file,
+                  isCompared ? Arguments{"--compare", "hostile.dxf", "plain.dxf"} : Arguments{"--check", "hostile.dxf"},
+                  "");
+    }
+}
+
+TEST_F(Bounds, HoldForStandards) {
+    fs::copy(fs::path(QRS_SOURCE_DIR) / "data", place.path("system"), fs::copy_options::recursive);
+    place.example("pipes.dxf");
+    for (const HostileFile& file : hostileStandards()) {
+        place.write("system/pwx.qdsl", file.bytes);
+        expectEnd(file,
+                  {"--system", "system", "-e", "gxgd", "-e", "", "-e", "OpenLayer", "-e", "", "-e", "gxsz", "-e", "",
+                   "pipes.dxf"},
+                  file.told);
+        expectEnd(file, {"--system", "system", "--check", "pipes.dxf"}, "");
+    }
+}
+
+TEST_F(Bounds, HoldForTables) {
+    fs::copy(fs::path(QRS_SOURCE_DIR) / "data", place.path("system"), fs::copy_options::recursive);
+    place.example("pipes.dxf");
+    for (const HostileFile& file : hostileTables())
+        for (const char* table : {"linetype.dbf", "pipe.dbf", "DataStore.dbf"}) {
+            place.write(std::string("system/") + table, file.bytes);
+            expectEnd(file, {"--system", "system", "-e", "gxgd", "-e", "", "-e", "gxsz", "-e", "", "pipes.dxf"}, "");
+        }
+}
+
+TEST_F(Bounds, HoldForSettings) {
+    for (const HostileFile& file : hostileSettings()) {
+        place.write("settings.ini", file.bytes);
+        const Outcome outcome = expectEnd(file, {"--settings", "settings.ini", "-e", "UnFrozenAllLayer"}, file.told);
+        EXPECT_EQ(outcome.code, *file.told == '\0' ? 0 : 3) << file.name << ": " << outcome.error;
+    }
+}
+
+TEST_F(Bounds, HoldForScripts) {
+    place.example("building.dxf");
+    for (const HostileFile& file : hostileScripts()) {
+        place.write("hostile.scr", file.bytes);
+        expectEnd(file, {"--keep-going", "-s", "hostile.scr", "building.dxf"}, file.told);
+    }
+}
