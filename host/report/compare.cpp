@@ -13,6 +13,7 @@
 #include "host/dxf/drawing.h"
 #include "host/platform/codepage.h"
 #include "host/platform/language.h"
+#include "host/report/fates.h"
 #include "host/report/hostreport.h"
 #include "host/report/sequence.h"
 #include "host/report/tagdiff.h"
@@ -126,13 +127,17 @@ class Comparison {
         : first_(first), second_(second), take_(take) {}
 
     void run() {
+        match();
+        tell();
+    }
+    Fates fates();
+
+  private:
+    void match() {
         matchByHandle();
         matchByKey();
         matchByPlace();
-        tell();
     }
-
-  private:
     void pair(RecordId a, RecordId b) {
         first_.partner[a] = b;
         second_.partner[b] = a;
@@ -299,7 +304,45 @@ void Comparison::tell() {
         if (second_.partner[b] == kNoRecord) tellMissing(Difference::Kind::OnlyInSecond, second_, b);
 }
 
+Fates Comparison::fates() {
+    match();
+    Fates fates{std::vector<Fate>(first_.drawing.recordCount(), Fate::Same),
+                std::vector<Fate>(second_.drawing.recordCount(), Fate::Same)};
+    // A part tells on what it belongs to.
+    const auto note = [](const Side& side, std::vector<Fate>& list, RecordId id, Fate fate) {
+        list[id] = fate;
+        const Record& record = side.drawing.record(id);
+        if ((record.flags & dxf::kSubEntity) != 0 && record.owner != kNoRecord && list[record.owner] == Fate::Same)
+            list[record.owner] = Fate::Changed;
+    };
+    forEach(second_, [&](RecordId b) {
+        if (second_.partner[b] == kNoRecord) note(second_, fates.second, b, Fate::Alone);
+    });
+    forEach(first_, [&](RecordId a) {
+        const RecordId b = first_.partner[a];
+        if (b == kNoRecord) return note(first_, fates.first, a, Fate::Alone);
+        bool differs = false;
+        const std::function<void(const Difference&)> take = [&differs](const Difference&) { differs = true; };
+        if (first_.drawing.bytes(a) != second_.drawing.bytes(b))
+            compareTags(first_.drawing, a, second_.drawing, b, take);
+        if (!differs) return;
+        note(first_, fates.first, a, Fate::Changed);
+        note(second_, fates.second, b, Fate::Changed);
+    });
+    // What only one drawing has of an entity changes it in the other, too.
+    forEach(first_, [&](RecordId a) {
+        const RecordId b = first_.partner[a];
+        if (b == kNoRecord || (fates.first[a] == Fate::Same) == (fates.second[b] == Fate::Same)) return;
+        fates.first[a] = fates.second[b] = Fate::Changed;
+    });
+    return fates;
+}
+
 }  // namespace
+
+Fates compareRecords(const Drawing& first, const Drawing& second) {
+    return Comparison(first, second, [](const Difference&) {}).fates();
+}
 
 bool compareDrawings(const std::filesystem::path& first, const std::filesystem::path& second,
                      const std::function<void(const Difference&)>& take, platform::Error& error) {
