@@ -4,6 +4,8 @@ A drawing is described once, without regard to the form: layers, linetypes, bloc
 codes right-aligned in three columns, as the editor writes them.
 """
 
+from dxfdrafting import Drafting
+
 MODEL, PAPER = "*Model_Space", "*Paper_Space"
 FORMS = {"AC1024": "utf-8", "AC1009": "gbk"}
 
@@ -17,8 +19,9 @@ class Layer:
 
 
 class Entity:
-    """kind: LINE, CIRCLE, ARC, TEXT, INSERT, PATH, VIEWPORT, PIPE, NODE or ATTACHMENT; data: what that kind needs (see
-    Writer.<kind>). Pipes name the nodes at their ends, and what is attached to them, by the names those were given."""
+    """kind: LINE, CIRCLE, ARC, TEXT, INSERT, PATH, VIEWPORT, PIPE, NODE, ATTACHMENT or one of dxfdrafting.py; data: what
+    that kind needs (see Writer.<kind>). Pipes name the nodes at their ends, and what is attached to them, by the names
+    those were given."""
 
     def __init__(self, kind, layer, data, space=MODEL, color=None, hidden=False, xdata=(), comment=None, name=None):
         self.kind, self.layer, self.data, self.space = kind, layer, data, space
@@ -33,12 +36,16 @@ class Drawing:
         self.current_layer, self.extents, self.comments = current_layer, extents, list(comments)
         self.scale = None  # drawing units per millimetre on paper
         self.references = {}  # blocks that show other drawings: the paths of these
+        self.styles = {"Standard": ("txt", "gbcbig", 0.0, 0.7)}  # of texts: fonts, height, width factor
+        self.linetype_style, self.linetype_scale = "Standard", 100.0
+        self.dimension_styles = {"Standard": (100.0, 2.5, 3.5, "Standard")}  # scale, size of arrows, height and style of texts
+        self.layouts = [("布局1", PAPER, (420, 297), "ISO_A3_(420.00_x_297.00_MM)")]
 
     def block(self, name):
         return self.blocks.setdefault(name, [])
 
 
-class Writer:
+class Writer(Drafting):
     def __init__(self, drawing, version):
         self.drawing, self.version, self.modern = drawing, version, version != "AC1009"
         self.lines, self.next_handle, self.handles = [], 0x10, {}
@@ -85,7 +92,8 @@ class Writer:
         self.classes()
         self.section("TABLES", self.tables)
         self.section("BLOCKS", self.block_definitions)
-        self.section("ENTITIES", lambda: [self.entity(e, i) for i, e in enumerate(self.drawing.entities)])
+        self.section("ENTITIES", lambda: [self.entity(e, i) for i, e in enumerate(self.drawing.entities)
+                                          if e.space in (MODEL, PAPER)])
         if self.modern:
             self.section("OBJECTS", self.objects)
         self.tag(0, "EOF")
@@ -108,7 +116,7 @@ class Writer:
                      ("$EXTMAX", [(10, float(high[0])), (20, float(high[1])), (30, 0.0)]),
                      ("$LIMMIN", [(10, float(low[0])), (20, float(low[1]))]),
                      ("$LIMMAX", [(10, float(high[0])), (20, float(high[1]))]),
-                     ("$LTSCALE", [(40, 100.0)]),
+                     ("$LTSCALE", [(40, self.drawing.linetype_scale)]),
                      ("$CLAYER", [(8, self.drawing.current_layer)]),
                      ("$CELTYPE", [(6, "ByLayer" if self.modern else "BYLAYER")]),
                      ("$CECOLOR", [(62, 256)]),
@@ -164,14 +172,15 @@ class Writer:
             linetypes = ["ByBlock", "ByLayer"] + linetypes
         self.table("LTYPE", [(name, self.linetype) for name in linetypes])
         self.table("LAYER", [(layer, self.layer) for layer in drawing.layers])
-        self.table("STYLE", [("Standard", self.style)])
+        self.table("STYLE", [(name, self.style) for name in drawing.styles])
         self.table("VIEW", [])
         self.table("UCS", [])
         self.table("APPID", [(name, self.application) for name in ["ACAD"] + drawing.applications])
         if not self.modern:
             return
-        self.table("DIMSTYLE", [("Standard", self.dimension_style)])
-        self.table("BLOCK_RECORD", [(name, self.block_record) for name in [MODEL, PAPER] + list(drawing.blocks)])
+        self.table("DIMSTYLE", [(name, self.dimension_style) for name in drawing.dimension_styles])
+        spaces = [MODEL] + [space for _, space, *_ in drawing.layouts]
+        self.table("BLOCK_RECORD", [(name, self.block_record) for name in spaces + list(drawing.blocks)])
 
     def viewport_record(self, name):
         low, high = self.drawing.extents
@@ -197,7 +206,7 @@ class Writer:
                 continue
             # A text in the line: its height, and where it begins beside the end of the dash before.
             _, text, height, x, y = dash
-            self.tags((74, 2), (75, 0), (340, self.handle(("STYLE", "Standard"))), (46, float(height)), (50, 0.0),
+            self.tags((74, 2), (75, 0), (340, self.handle(("STYLE", self.drawing.linetype_style))), (46, float(height)), (50, 0.0),
                       (44, float(x)), (45, float(y)), (9, text))
 
     def layer(self, layer):
@@ -213,8 +222,8 @@ class Writer:
 
     def style(self, name):
         self.subclass("AcDbTextStyleTableRecord")
-        self.tags((2, name), (70, 0), (40, 0.0), (41, 0.7), (50, 0.0), (71, 0), (42, 350.0), (3, "txt"),
-                  (4, "gbcbig"))
+        font, big_font, height, width = self.drawing.styles[name]
+        self.tags((2, name), (70, 0), (40, height), (41, width), (50, 0.0), (71, 0), (42, 350.0), (3, font), (4, big_font))
 
     def application(self, name):
         self.subclass("AcDbRegAppTableRecord")
@@ -222,28 +231,32 @@ class Writer:
 
     def dimension_style(self, name):
         self.subclass("AcDbDimStyleTableRecord")
-        self.tags((2, name), (70, 0), (40, 100.0), (41, 2.5), (140, 3.5), (340, self.handle(("STYLE", "Standard"))))
+        scale, arrow, height, style, *more = self.drawing.dimension_styles[name]
+        self.tags((2, name), (70, 0), (40, scale), (41, arrow), *more, (140, height), (340, self.handle(("STYLE", style))))
 
     def block_record(self, name):
         self.subclass("AcDbBlockTableRecord")
-        layouts = {MODEL: "Model", PAPER: "布局1"}
+        layouts = {space: layout for layout, space, *_ in [("Model", MODEL)] + self.drawing.layouts}
         self.tags((2, name), (340, self.handle(layouts[name]) if name in layouts else "0"), (70, 0), (280, 1),
                   (281, 0))
 
     # --- blocks and entities
 
     def block_definitions(self):
+        # Entities of model space and of the first layout stand in their section, those of other layouts here.
         spaces = [(MODEL, []), (PAPER, [])] if self.modern else []
+        others = [space for _, space, *_ in self.drawing.layouts if space != PAPER] if self.modern else []
+        spaces += [(name, [one for one in self.drawing.entities if one.space == name]) for name in others]
         for name, entities in spaces + list(self.drawing.blocks.items()):
             self.tag(0, "BLOCK")
             self.identify(("block", name), ("BLOCK_RECORD", name))
             self.subclass("AcDbEntity")
-            if self.modern and name == PAPER:
+            if self.modern and name.startswith(PAPER):
                 self.tag(67, 1)
             self.tag(8, "0")
             self.subclass("AcDbBlockBegin")
             path = self.drawing.references.get(name)
-            self.tags((2, name), (70, 36 if path else 0))
+            self.tags((2, name), (70, 36 if path else 1 if name.startswith("*D") else 0))
             self.point((0, 0))
             self.tags((3, name), *([(1, path or "")] if self.modern else []))
             for number, entity in enumerate(entities):
@@ -252,7 +265,7 @@ class Writer:
             self.tag(0, "ENDBLK")
             self.identify(("endblk", name), ("BLOCK_RECORD", name))
             self.subclass("AcDbEntity")
-            if self.modern and name == PAPER:
+            if self.modern and name.startswith(PAPER):
                 self.tag(67, 1)
             self.tag(8, "0")
             self.subclass("AcDbBlockEnd")
@@ -268,7 +281,7 @@ class Writer:
         self.tag(0, kind)
         self.identify(("named", entity.name) if entity.name else ("entity", key), ("BLOCK_RECORD", entity.space))
         self.subclass("AcDbEntity")
-        if entity.space == PAPER:
+        if entity.space.startswith(PAPER):
             self.tag(67, 1)
         self.tag(8, entity.layer)
         if entity.color is not None:
@@ -343,8 +356,11 @@ class Writer:
         self.tag(8, entity.layer)
 
     def pipe(self, entity, key):
-        """Start, end (with heights), system, the names of the nodes at its ends or None, and of its attachments."""
+        """Start, end (with heights), system, the names of the nodes at its ends or None, and of its attachments; a number
+        among these is the drawn width, in millimetres on paper."""
         start, end, system, nodes, *attached = entity.data
+        width = [one for one in attached if isinstance(one, float)]
+        attached = [one for one in attached if not isinstance(one, float)]
         self.begin(entity, key, "QRS_PIPE")
         self.subclass("TDbPipePrototype")
         self.tags((1, system), (90, 0), *[(330, self.handle(("named", name))) for name in attached])
@@ -352,24 +368,25 @@ class Writer:
         self.tag(70, 0)
         for code, at in ((10, start), (11, end)):
             self.tags(*[(code + 10 * axis, float(at[axis])) for axis in range(3)])
+        self.tags(*[(43, one) for one in width])
         for code, node in zip((331, 332), nodes):
             if node:
                 self.tag(code, self.handle(("named", node)))
 
     def node(self, entity, key):
-        """Position (with a height) and kind: 0 joint, 1 well, 2 equipment."""
-        at, kind = entity.data
+        """Position (with a height), kind (0 joint, 1 well, 2 equipment), and its size in the drawing, if it has one."""
+        at, kind, *size = entity.data
         self.begin(entity, key, "QRS_PIPENODE")
         self.subclass("TDbPipeNode")
-        self.tags(*[(10 + 10 * axis, float(at[axis])) for axis in range(3)], (70, kind))
+        self.tags(*[(10 + 10 * axis, float(at[axis])) for axis in range(3)], (70, kind), *[(40, float(one)) for one in size])
 
     def attachment(self, entity, key):
-        """Position and kind: 0 other, 1 diameter text, 2 flow arrow."""
-        at, kind = entity.data
+        """Position and kind (0 other, 1 diameter text, 2 flow arrow, ...); then its tags of text, size and rotation."""
+        at, kind, *tags = entity.data
         self.begin(entity, key, "QRS_PIPEATTACHMENT")
         self.subclass("TDbPipeAttachment")
         self.point(at)
-        self.tag(70, kind)
+        self.tags((70, kind), *tags)
 
     def viewport(self, entity, key):
         number, center, size, view_center, view_height, frozen = entity.data
@@ -413,7 +430,8 @@ class Writer:
         self.dictionary("root", None, [("ACAD_GROUP", "groups"), ("ACAD_LAYOUT", "layouts"),
                                        ("ACAD_PLOTSTYLENAME", "plotstyles")])
         self.dictionary("groups", "root", [])
-        self.dictionary("layouts", "root", [("Model", "Model"), ("布局1", "布局1")])
+        layouts = [(name, name) for name, *_ in self.drawing.layouts]
+        self.dictionary("layouts", "root", [("Model", "Model")] + layouts)
         self.tag(0, "ACDBDICTIONARYWDFLT")
         self.identify("plotstyles", "root")
         self.subclass("AcDbDictionary")
@@ -422,16 +440,18 @@ class Writer:
         self.tag(340, self.handle("placeholder"))
         self.tag(0, "ACDBPLACEHOLDER")
         self.identify("placeholder", "plotstyles")
-        self.layout("Model", 0, MODEL, 1024 + 1)
-        self.layout("布局1", 1, PAPER, 1)
+        _, _, size, paper = self.drawing.layouts[0]
+        self.layout("Model", 0, MODEL, 1024 + 1, size, paper)
+        for order, (name, space, size, paper) in enumerate(self.drawing.layouts):
+            self.layout(name, order + 1, space, 1, size, paper)
 
-    def layout(self, name, order, space, flags):
-        low, high = self.drawing.extents if space == MODEL else ((0, 0), (420, 297))
+    def layout(self, name, order, space, flags, size, paper):
+        low, high = self.drawing.extents if space == MODEL else ((0, 0), size)
         self.tag(0, "LAYOUT")
         self.identify(name, "layouts")
         self.subclass("AcDbPlotSettings")
-        self.tags((1, ""), (2, "none_device"), (4, "ISO_A3_(420.00_x_297.00_MM)"), (6, ""), (40, 0.0), (41, 0.0),
-                  (42, 0.0), (43, 0.0), (44, 420.0), (45, 297.0), (46, 0.0), (47, 0.0), (48, 0.0), (49, 0.0),
+        self.tags((1, ""), (2, "none_device"), (4, paper), (6, ""), (40, 0.0), (41, 0.0),
+                  (42, 0.0), (43, 0.0), (44, float(size[0])), (45, float(size[1])), (46, 0.0), (47, 0.0), (48, 0.0), (49, 0.0),
                   (140, 0.0), (141, 0.0), (142, 1.0), (143, 1.0), (70, flags - 1 + 688), (72, 1), (73, 0), (74, 5),
                   (7, ""), (75, 16), (76, 0), (77, 2), (78, 300), (147, 1.0), (148, 0.0), (149, 0.0))
         self.subclass("AcDbLayout")
