@@ -93,6 +93,8 @@ constexpr int kColumnWidth = 48;
 constexpr int kColumnGutter = 49;
 constexpr int kRotation = 50;
 constexpr int kAttachment = 71;
+constexpr int kMask = 90;
+constexpr int kMaskScale = 45;
 }  // namespace mtext
 
 namespace mtextcolumns {  // what new drawings write after a text of several lines, in an embedded object
@@ -134,6 +136,7 @@ constexpr int kArcPoint = 16;
 }  // namespace dimension
 
 namespace leader {
+constexpr int kHasHead = 71;
 constexpr int kDirection = 211;
 constexpr int kBlockOffset = 212;
 constexpr int kAnnotationOffset = 213;
@@ -191,6 +194,7 @@ constexpr int kEndTangent = 13;
 constexpr int kStyle = 75;
 constexpr int kPatternScale = 41;
 constexpr int kPatternAngle = 52;
+constexpr int kPatternLineCount = 78;
 constexpr int kLineAngle = 53;
 constexpr int kLineBaseX = 43;
 constexpr int kLineBaseY = 44;
@@ -198,6 +202,8 @@ constexpr int kLineOffsetX = 45;
 constexpr int kLineOffsetY = 46;
 constexpr int kDash = 49;
 constexpr int kSeedCount = 98;
+constexpr int kIsGradient = 450;
+constexpr int kGradientColor = 421;
 constexpr int kBoundaryCount = 97;  // of a path, after its edges
 constexpr int kBoundary = 330;
 }  // namespace hatch
@@ -242,6 +248,11 @@ constexpr int kMaterial = 347;
 constexpr int kVisualStyle = 348;
 constexpr int kOverriddenIn = 335;  // the viewport in which a property is another one
 }  // namespace layer
+
+namespace dimstyle {
+constexpr int kScale = 40;
+constexpr int kArrowSize = 41;
+}  // namespace dimstyle
 
 namespace dimstyles {  // the head of the table
 constexpr int kStyleCount = 71;
@@ -315,6 +326,25 @@ constexpr int kTab = 71;
 constexpr int kBlock = 330;
 constexpr int kLastViewport = 331;
 }  // namespace layout
+
+namespace plotsettings {  // of a layout; lengths in millimetres
+constexpr int kLeftMargin = 40;
+constexpr int kBottomMargin = 41;
+constexpr int kRightMargin = 42;
+constexpr int kTopMargin = 43;
+constexpr int kPaperWidth = 44;
+constexpr int kPaperHeight = 45;
+constexpr int kWindowLeft = 48;
+constexpr int kWindowBottom = 49;
+constexpr int kWindowRight = 140;
+constexpr int kWindowTop = 141;
+constexpr int kPaperUnits = 142;  // so many of them are
+constexpr int kDrawingUnits = 143;
+constexpr int kUnits = 72;     // 0 inches, 1 millimetres, 2 dots
+constexpr int kRotation = 73;  // quarter turns
+constexpr int kArea = 74;
+constexpr int kStandardScale = 75;
+}  // namespace plotsettings
 
 namespace idset {
 constexpr int kCount = 90;

@@ -2,16 +2,15 @@
 #include "host/editor/picking.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "dbsymtb.h"
-#include "host/dxf/classcodes.h"
 #include "host/editor/documents.h"
 #include "host/editor/session.h"
 #include "host/editor/viewport.h"
 #include "host/objectarx/db/access.h"
+#include "host/pick/draworder.h"
 
 namespace qrs::host::ed {
 
@@ -122,37 +121,10 @@ pick::Box Picker::extents() {
     return all;
 }
 
-// Drawings in which somebody changed the order of drawing keep, for entities of a space, handles to sort by.
 void Picker::sortByDrawOrder(std::vector<dxf::RecordId>& ids) const {
-    namespace sortents = dxf::codes::sortents;
     const BlockIndex blocks(drawing_);
     const Block* space = space_.head == dxf::kNoRecord ? blocks.bySpace(space_.kind) : blocks.byHead(space_.head);
-    const dxf::RecordId objects = drawing_.findSection("OBJECTS");
-    if (!space || objects == dxf::kNoRecord || space->id >= drawing_.recordCount()) return;
-    const std::uint64_t spaceHandle = drawing_.record(space->id).handle;
-    std::unordered_map<std::uint64_t, std::uint64_t> keys;
-    pick::Entity table;
-    for (dxf::RecordId id = drawing_.next(objects); id != dxf::kNoRecord; id = drawing_.next(id)) {
-        if (drawing_.record(id).kind != dxf::RecordKind::Object) break;
-        if (drawing_.typeNameOf(id) != "SORTENTSTABLE") continue;
-        table.read(drawing_, id);
-        std::uint64_t block = 0;
-        std::uint64_t entity = 0;
-        for (const pick::Entity::Field& field : table.fields()) {
-            if (field.code == sortents::kSpace)
-                block = dxf::toHandle(field.value);  // the last one; before it stands the owner
-            if (field.code == sortents::kEntity) entity = dxf::toHandle(field.value);
-            if (field.code == sortents::kSortHandle && entity != 0 && block == spaceHandle)
-                keys[entity] = dxf::toHandle(field.value);
-        }
-    }
-    if (keys.empty()) return;
-    const auto keyOf = [&](dxf::RecordId id) {
-        const std::uint64_t handle = drawing_.record(id).handle;
-        const auto found = keys.find(handle);
-        return found == keys.end() ? handle : found->second;
-    };
-    std::stable_sort(ids.begin(), ids.end(), [&](dxf::RecordId a, dxf::RecordId b) { return keyOf(a) < keyOf(b); });
+    pick::DrawOrder(drawing_, space).sort(ids);
 }
 
 }  // namespace qrs::host::ed

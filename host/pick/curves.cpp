@@ -1,6 +1,7 @@
 // The shapes of lines, arcs, points, leaders and the like.
 #include "host/dxf/classcodes.h"
 #include "host/pick/kinds.h"
+#include "host/pick/picture.h"
 
 namespace qrs::host::pick {
 
@@ -57,7 +58,12 @@ void drawEllipse(const Entity& entity, const Pen& pen) {
 }
 
 void drawPoint(const Entity& entity, const Pen& pen) {
-    if (const std::optional<Vec> at = entity.point(codes::kPoint)) pen.point(*at);
+    const std::optional<Vec> at = entity.point(codes::kPoint);
+    if (!at) return;
+    if (Picture* const picture = pen.picture())
+        picture->mark(pen.toWorld().point(*at));
+    else
+        pen.point(*at);
 }
 
 void drawRay(const Entity& entity, const Pen& pen) {
@@ -97,6 +103,10 @@ void drawLeader(const Entity& entity, const Pen& pen) {
     const std::vector<Vec> points = pointsOf(entity, codes::kPoint);
     for (std::size_t i = 1; i < points.size(); ++i)
         pen.segment(points[i - 1], points[i]);
+    Picture* const picture = pen.picture();
+    if (!picture || points.size() < 2 || entity.integer(leader::kHasHead, 1) == 0) return;
+    picture->head(pen.toWorld().point(points[0]), pen.toWorld().point(points[1]), entity.text(dimension::kStyle),
+                  scaleOf(pen.toWorld()));
 }
 
 // Each element runs at an offset along the miter of each point.

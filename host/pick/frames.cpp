@@ -3,6 +3,7 @@
 
 #include "host/dxf/classcodes.h"
 #include "host/pick/kinds.h"
+#include "host/pick/picture.h"
 
 namespace qrs::host::pick {
 
@@ -80,6 +81,12 @@ void drawImage(const Entity& entity, const Pen& pen) {
             {-0.5, -0.5, 0}, {size->x - 0.5, -0.5, 0}, {size->x - 0.5, size->y - 0.5, 0}, {-0.5, size->y - 0.5, 0}};
     for (Vec& corner : corners)
         corner = *at + *dotAcross * (corner.x + 0.5) + *dotUp * (size->y - corner.y - 0.5);
+    Picture* const picture = pen.picture();
+    if (picture && entity.drawing().typeNameOf(entity.id()) == "WIPEOUT") {
+        for (Vec& corner : corners)
+            corner = pen.toWorld().point(corner);
+        return picture->cover(corners);
+    }
     for (std::size_t i = 0; i < corners.size(); ++i)
         pen.segment(corners[i], corners[(i + 1) % corners.size()]);
 }

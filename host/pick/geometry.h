@@ -56,6 +56,11 @@ struct Transform {
     }
 };
 
+// How much larger lengths in the plane become, on the whole.
+inline double scaleOf(const Transform& transform) {
+    return std::sqrt(std::fabs(transform.x.x * transform.y.y - transform.x.y * transform.y.x));
+}
+
 // The plane of an entity by its extrusion direction: the axes follow from the direction alone, as drawings agree.
 inline Transform planeOf(const Vec& direction) {
     constexpr double kNearlyVertical = 1.0 / 64.0;

@@ -1,8 +1,9 @@
-// The shapes of hatches: the lines around them, and for solid ones what they cover.
+// The shapes of hatches: the lines around them, and for solid ones what they cover; in a picture what fills them.
 #include <algorithm>
 
 #include "host/dxf/classcodes.h"
 #include "host/pick/kinds.h"
+#include "host/pick/picture.h"
 
 namespace qrs::host::pick {
 
@@ -46,12 +47,14 @@ class Reader {
 };
 
 using Loop = std::vector<Vec>;
-enum PathFlag { kPolylinePath = 2 };
+enum PathFlag { kOuterPath = 1, kPolylinePath = 2, kOutermostPath = 16 };
+enum FillStyle { kOddAreas = 0, kOutermostAreas = 1, kWholeArea = 2 };
 
-void appendArc(Loop& loop, const Vec& center, const Vec& u, const Vec& v, double t0, double t1) {
+void appendArc(Loop& loop, const Pen& pen, const Vec& center, const Vec& u, const Vec& v, double t0, double t1) {
     constexpr int kPieces = 32;
-    for (int i = 0; i <= kPieces; ++i) {
-        const double t = t0 + (t1 - t0) * i / kPieces;
+    const int pieces = pen.picture() ? piecesOfTurn(t1 - t0, std::max(lengthOf(u), lengthOf(v)), pen) : kPieces;
+    for (int i = 0; i <= pieces; ++i) {
+        const double t = t0 + (t1 - t0) * i / pieces;
         loop.push_back(center + u * std::cos(t) + v * std::sin(t));
     }
 }
@@ -74,8 +77,8 @@ void readArcEdge(Reader& reader, bool isEllipse, const Pen& pen, Loop& loop) {
     if (reader.isBroken() || !(to > from)) return;
     Vec v = Vec{-u.y, u.x, 0} * ratio;
     if (!counterclockwise) v = v * -1.0;
-    pen.arc(center, u, v, from, to);
-    appendArc(loop, center, u, v, from, to);
+    if (!pen.picture()) pen.arc(center, u, v, from, to);
+    appendArc(loop, pen, center, u, v, from, to);
 }
 
 void readSplineEdge(Reader& reader, const Pen& pen, Loop& loop) {
@@ -100,7 +103,7 @@ void readSplineEdge(Reader& reader, const Pen& pen, Loop& loop) {
         reader.point(hatch::kFitPoint);
     if (reader.isAt(hatch::kStartTangent)) reader.point(hatch::kStartTangent);
     if (reader.isAt(hatch::kEndTangent)) reader.point(hatch::kEndTangent);
-    drawSplineCurve(spline, pen);
+    if (!pen.picture()) drawSplineCurve(spline, pen);
     appendSplinePoints(spline, loop);
 }
 
@@ -111,7 +114,9 @@ void readEdges(Reader& reader, const Pen& pen, Loop& loop) {
         if (type == 1) {
             const Vec a = reader.point(codes::kPoint);
             const Vec b = reader.point(codes::kSecondPoint);
-            if (!reader.isBroken()) pen.segment(a, b), loop.insert(loop.end(), {a, b});
+            if (reader.isBroken()) return;
+            if (!pen.picture()) pen.segment(a, b);
+            loop.insert(loop.end(), {a, b});
         } else if (type == 2 || type == 3) {
             readArcEdge(reader, type == 3, pen, loop);
         } else if (type == 4) {
@@ -139,13 +144,56 @@ void readPolyline(Reader& reader, const Pen& pen, Loop& loop) {
     for (std::size_t i = 0; i < corners.size(); ++i) {
         const Corner& from = corners[i];
         const Corner& to = corners[(i + 1) % corners.size()];
-        pen.bulge(from.at, to.at, from.bulge);
+        if (!pen.picture()) pen.bulge(from.at, to.at, from.bulge);
         loop.push_back(from.at);
         if (std::fabs(from.bulge) < 1e-9 || (from.at.x == to.at.x && from.at.y == to.at.y)) continue;
         const BulgeCircle circle = circleOf(from.at, to.at, from.bulge);
-        appendArc(loop, circle.center, {circle.radius, 0, 0}, {0, circle.radius, 0}, circle.start,
+        appendArc(loop, pen, circle.center, {circle.radius, 0, 0}, {0, circle.radius, 0}, circle.start,
                   circle.start + circle.turn);
     }
+}
+
+// Each line of a pattern: angle, base, offset and dashes, as they are after the hatch's own angle and scale.
+std::vector<PatternLines> patternOf(const Entity& entity) {
+    constexpr std::size_t kMostDashes = 64;
+    std::vector<PatternLines> lines;
+    bool isPattern = false;
+    for (const Entity::Field& field : entity.fields()) {
+        isPattern = isPattern || field.code == hatch::kPatternLineCount;
+        if (!isPattern) continue;
+        const double value = finiteOf(field.value).value_or(0.0);
+        if (field.code == hatch::kLineAngle) lines.emplace_back().angle = value * kRadiansPerDegree;
+        if (lines.empty()) continue;
+        PatternLines& line = lines.back();
+        if (field.code == hatch::kLineBaseX) line.base.x = value;
+        if (field.code == hatch::kLineBaseY) line.base.y = value;
+        if (field.code == hatch::kLineOffsetX) line.offset.x = value;
+        if (field.code == hatch::kLineOffsetY) line.offset.y = value;
+        if (field.code == hatch::kDash && line.dashes.size() < kMostDashes) line.dashes.push_back(value);
+    }
+    return lines;
+}
+
+void drawFilling(const Entity& entity, std::vector<Loop> loops, const std::vector<long>& roles, const Pen& pen) {
+    const long style = entity.integer(hatch::kStyle, kOddAreas);
+    const bool hasOuter = std::any_of(roles.begin(), roles.end(), [](long role) { return (role & kOuterPath) != 0; });
+    Filling filling;
+    filling.isSolid = entity.integer(hatch::kIsSolid, 0) == 1;
+    for (std::size_t i = 0; i < loops.size(); ++i) {
+        const bool isOuter = (roles[i] & kOuterPath) != 0;
+        const bool isOutermost = (roles[i] & kOutermostPath) != 0;
+        const bool isLeftOut =
+            hasOuter && !isOuter && (style == kWholeArea || (style == kOutermostAreas && !isOutermost));
+        if (!isLeftOut) filling.loops.push_back(std::move(loops[i]));
+    }
+    if (entity.integer(hatch::kIsGradient, 0) == 1) {
+        filling.isSolid = true;
+        for (const Entity::Field& field : entity.fields())
+            if (field.code == hatch::kGradientColor)
+                filling.gradient.push_back(static_cast<long>(dxf::toInteger(field.value)));
+    }
+    if (!filling.isSolid) filling.lines = patternOf(entity);
+    pen.picture()->filling(filling, pen.toWorld());
 }
 
 }  // namespace
@@ -157,13 +205,16 @@ void drawHatch(const Entity& entity, const Pen& pen) {
     if (!reader.skipTo(hatch::kPathCount)) return;
     const long paths = reader.integer(hatch::kPathCount);
     std::vector<Loop> loops;
+    std::vector<long> roles;
     for (long i = 0; i < paths && !reader.isBroken() && reader.skipTo(hatch::kPathFlags); ++i) {
         Loop& loop = loops.emplace_back();
-        if (reader.integer(hatch::kPathFlags) & kPolylinePath)
+        roles.push_back(reader.integer(hatch::kPathFlags));
+        if (roles.back() & kPolylinePath)
             readPolyline(reader, flat, loop);
         else
             readEdges(reader, flat, loop);
     }
+    if (pen.picture()) return drawFilling(entity, std::move(loops), roles, flat);
     const bool isSolid = entity.integer(hatch::kIsSolid, 0) == 1;
     if (isSolid && !reader.isBroken()) flat.area(std::move(loops));
 }

@@ -14,6 +14,17 @@ BulgeCircle circleOf(const Vec& a, const Vec& b, double bulge) {
     return {center, std::hypot(radius.x, radius.y), std::atan2(radius.y, radius.x), 4.0 * std::atan(bulge)};
 }
 
+int piecesOfTurn(double turn, double radius, const Pen& pen) {
+    constexpr double kLeast = 32;  // of a whole turn
+    constexpr double kMost = 1024;
+    const double closeness = pen.picture() ? pen.probe().closeness() : 0.0;
+    const double shown = radius * scaleOf(pen.toWorld());
+    double wanted = kLeast;
+    if (closeness > 0.0 && shown > closeness && std::isfinite(shown))
+        wanted = std::clamp(2 * kPi / (2 * std::acos(1.0 - closeness / shown)), kLeast, kMost);
+    return std::max(1, static_cast<int>(std::ceil(std::min(std::fabs(turn) / (2 * kPi), 1.0) * wanted)));
+}
+
 void Pen::bulge(const Vec& a, const Vec& b, double bulge) const {
     constexpr double kStraight = 1e-9;
     if (!(std::fabs(bulge) > kStraight) || (a.x == b.x && a.y == b.y)) return segment(a, b);
@@ -24,7 +35,7 @@ void Pen::bulge(const Vec& a, const Vec& b, double bulge) const {
 }
 
 void Pen::filled(const std::vector<Vec>& corners) const {
-    for (std::size_t i = 0; i < corners.size(); ++i)
+    for (std::size_t i = 0; i < corners.size() && !picture(); ++i)
         segment(corners[i], corners[(i + 1) % corners.size()]);
     area({corners});
 }

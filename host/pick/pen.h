@@ -14,6 +14,7 @@ class Pen {
     // A pen for coordinates inside these.
     Pen in(const Transform& inner) const { return Pen(probe_, toWorld_.after(inner)); }
     Probe& probe() const { return probe_; }
+    Picture* picture() const { return probe_.picture(); }
     const Transform& toWorld() const { return toWorld_; }
 
     bool wants(const Box& box) const { return probe_.wants(box.transformed(toWorld_)); }
@@ -30,7 +31,7 @@ class Pen {
     }
     // In a plane of constant z; a bulge is the tangent of a quarter of the angle, positive counterclockwise.
     void bulge(const Vec& a, const Vec& b, double bulge) const;
-    // The lines of a polygon, and what they surround.
+    // The lines of a polygon, and what they surround; the latter alone in a picture.
     void filled(const std::vector<Vec>& corners) const;
     void area(std::vector<std::vector<Vec>> loops) const;
 
@@ -38,6 +39,9 @@ class Pen {
     Probe& probe_;
     Transform toWorld_;
 };
+
+// Pieces of a turn around a circle that keep as close to it as a picture asks for.
+int piecesOfTurn(double turn, double radius, const Pen& pen);
 
 // The circle that an arc with a bulge lies on.
 struct BulgeCircle {

@@ -3,6 +3,7 @@
 
 #include "host/dxf/classcodes.h"
 #include "host/pick/kinds.h"
+#include "host/pick/picture.h"
 
 namespace qrs::host::pick {
 
@@ -27,7 +28,7 @@ void drawWide(const Vertex& from, const Vertex& to, const Pen& pen) {
     if (!(std::hypot(chord.x, chord.y) > 0.0)) return;
     const bool isArc = std::fabs(from.bulge) > 1e-9;
     const BulgeCircle circle = isArc ? circleOf(from.at, to.at, from.bulge) : BulgeCircle{};
-    const int strips = isArc ? std::clamp(static_cast<int>(std::ceil(std::fabs(circle.turn) / (kPi / 16))), 1, 32) : 1;
+    const int strips = isArc ? piecesOfTurn(circle.turn, circle.radius, pen) : 1;
     const Vec normal = unit({-chord.y, chord.x, 0.0}, {0, 1, 0});
     Vec left;
     Vec right;
@@ -45,8 +46,37 @@ void drawWide(const Vertex& from, const Vertex& to, const Pen& pen) {
     }
 }
 
+bool isOfOneWidth(const std::vector<Vertex>& vertices) {
+    const double width = vertices.front().startWidth;
+    return width > 0.0 && std::all_of(vertices.begin(), vertices.end(), [width](const Vertex& vertex) {
+               return vertex.startWidth == width && vertex.endWidth == width;
+           });
+}
+
+// In a picture corners are mitred where the width is one all along.
+void drawBand(const std::vector<Vertex>& vertices, bool closed, const Pen& pen) {
+    std::vector<Vec> points;
+    for (std::size_t i = 0; i < vertices.size(); ++i) {
+        const Vertex& from = vertices[i];
+        const Vertex& to = vertices[(i + 1) % vertices.size()];
+        points.push_back(pen.toWorld().point(from.at));
+        const bool isLast = i + 1 == vertices.size();
+        if ((isLast && !closed) || !(std::fabs(from.bulge) > 1e-9) || (from.at.x == to.at.x && from.at.y == to.at.y))
+            continue;
+        const BulgeCircle circle = circleOf(from.at, to.at, from.bulge);
+        const int pieces = piecesOfTurn(circle.turn, circle.radius, pen);
+        for (int k = 1; k < pieces; ++k) {
+            const double angle = circle.start + circle.turn * k / pieces;
+            const Vec outwards{circle.radius * std::cos(angle), circle.radius * std::sin(angle), 0};
+            points.push_back(pen.toWorld().point(circle.center + outwards));
+        }
+    }
+    pen.picture()->band(points, vertices.front().startWidth * scaleOf(pen.toWorld()), closed);
+}
+
 void drawVertices(const std::vector<Vertex>& vertices, bool closed, const Pen& pen) {
     if (vertices.size() == 1) pen.point(vertices[0].at);
+    if (pen.picture() && vertices.size() > 1 && isOfOneWidth(vertices)) return drawBand(vertices, closed, pen);
     for (std::size_t i = 0; i < vertices.size() && !pen.isDone(); ++i) {
         const std::size_t next = (i + 1) % vertices.size();
         if (next == 0 && !closed) break;

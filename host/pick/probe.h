@@ -7,6 +7,8 @@
 
 namespace qrs::host::pick {
 
+class Picture;
+
 class Probe {
   public:
     Probe() = default;
@@ -29,6 +31,8 @@ class Probe {
     virtual bool isDone() const = 0;
     // How close straight pieces should keep to a curve, drawing units; 0: as is usual.
     virtual double closeness() const { return 0.0; }
+    // Itself as a picture; null for what only tests shapes.
+    virtual Picture* picture() { return nullptr; }
 
   protected:
     virtual void takeLine(const Vec& p, const Vec& d, double t0, double t1) = 0;

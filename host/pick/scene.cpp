@@ -5,6 +5,7 @@
 
 #include "host/drawing/objecttags.h"
 #include "host/dxf/classcodes.h"
+#include "host/pick/picture.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::pick {
@@ -12,9 +13,10 @@ namespace qrs::host::pick {
 namespace {
 
 // Blocks in blocks deeper than this, and more cells than this for one entity, come from damaged or hostile drawings:
-// such an entity is not hit.
+// such an entity is not hit, and a picture in which all of them together are more ends there.
 constexpr int kDeepest = 64;
 constexpr std::size_t kMostSteps = 8000000;
+constexpr std::size_t kMostShown = 3000000;  // in a picture
 
 enum BlockFlag { kExternal = 4, kOverlay = 8 };
 
@@ -226,13 +228,37 @@ static bool isPattern(const Kind& kind, const Entity& entity, int depth) {
     return depth > 0 && kind.draw == &drawAttributeDefinition && !(entity.integer(dxf::codes::kFlags, 0) & kConstant);
 }
 
+namespace {
+
+// What a picture is told before and after an entity.
+class Entered {
+  public:
+    Entered(Picture* picture, const Shown& shown)
+        : picture_(picture), isWanted_(picture == nullptr || picture->enter(shown)) {}
+    ~Entered() {
+        if (picture_) picture_->leave();
+    }
+    Entered(const Entered&) = delete;
+    Entered& operator=(const Entered&) = delete;
+    bool isWanted() const { return isWanted_; }
+
+  private:
+    Picture* picture_;
+    bool isWanted_;
+};
+
+}  // namespace
+
 void Scene::draw(Source& source, dxf::RecordId id, const Transform& toWorld, int inherited, Probe& probe, int depth) {
     Looking looking;
     if (!isSeen(source, id, inherited, depth, looking)) return;
     Entity& entity = scratch(depth);
     entity.read(source.drawing, id);
-    if (!looking.kind->place) {
-        if (!isPattern(*looking.kind, entity, depth)) drawEntity(*looking.kind, entity, Pen(probe, toWorld));
+    const bool isPlaced = looking.kind->place != nullptr;
+    if (!isPlaced && isPattern(*looking.kind, entity, depth)) return;
+    const Entered entered(probe.picture(), Shown{entity, source.prefix, toWorld, depth, isPlaced});
+    if (!isPlaced) {
+        if (entered.isWanted()) drawEntity(*looking.kind, entity, Pen(probe, toWorld));
         return;
     }
     Placement placement;
@@ -310,6 +336,14 @@ bool Scene::hits(dxf::RecordId id, HitProbe& probe) {
     probe.reset();
     draw(*main_, id, Transform{}, 0, probe, 0);
     return probe.isHit() && steps_ <= kMostSteps;
+}
+
+bool Scene::show(dxf::RecordId id, Probe& probe, const Transform& toWorld) {
+    if (shown_ > kMostShown) return false;
+    steps_ = kMostSteps - kMostShown + shown_;
+    draw(*main_, id, toWorld, 0, probe, 0);
+    shown_ = steps_ + kMostShown - kMostSteps;
+    return shown_ <= kMostShown;
 }
 
 bool Scene::findNested(dxf::RecordId id, const Region& region, Nested& found) {

@@ -43,6 +43,9 @@ class Scene {
 
     // Whether the probe meets (or holds) what can be seen of an entity that lies in no block.
     bool hits(dxf::RecordId id, HitProbe& probe);
+    // Draws what can be seen of such an entity, from a drawing that is moved. False, the rest not drawn, once there is
+    // more in blocks than can be meant.
+    bool show(dxf::RecordId id, Probe& probe, const Transform& toWorld);
     // The innermost entity that lies in a region, of those that can be seen the one drawn last.
     bool findNested(dxf::RecordId id, const Region& region, Nested& found);
     // The box around an entity, whether it can be seen or not; empty for one without a shape.
@@ -77,6 +80,7 @@ class Scene {
     std::deque<Entity> scratch_;          // by depth
     std::vector<const Content*> active_;  // those being walked, so that cycles end
     std::size_t steps_ = 0;               // cells looked at and blocks entered for one entity
+    std::size_t shown_ = 0;               // the same for all that were shown
 };
 
 }  // namespace qrs::host::pick

@@ -1,9 +1,10 @@
-// The boxes of texts. There are no glyphs to measure: a character counts as wide as it is high when it is an ideograph
-// or the like, and as 0.7 of that otherwise.
+// Texts: what a picture needs of them, and for the others their boxes. There are no glyphs to measure: a character
+// counts as wide as it is high when it is an ideograph or the like, and as 0.7 of that otherwise.
 #include <algorithm>
 
 #include "host/dxf/classcodes.h"
 #include "host/pick/kinds.h"
+#include "host/pick/picture.h"
 #include "host/platform/text.h"
 
 namespace qrs::host::pick {
@@ -48,6 +49,19 @@ void drawBox(const Pen& pen, const Vec& anchor, double angle, const Vec& low, co
 enum Across { kLeft = 0, kCenter = 1, kRight = 2, kAligned = 3, kMiddle = 4, kFit = 5 };
 enum Up { kBaseline = 0, kBottom = 1, kHalf = 2, kTop = 3 };
 
+// For a picture, which has glyphs to measure.
+void drawGlyphs(const Entity& entity, const Pen& plane, int textCode, const Vec& at, double angle, TextLine line) {
+    line.text = entity.text(textCode);
+    line.style = entity.text(codes::kTextStyle);
+    line.widthFactor = entity.real(text::kWidthFactor, 1.0);
+    line.oblique = entity.real(text::kOblique, 0.0) * kRadiansPerDegree;
+    const long mirrored = entity.integer(text::kGeneration, 0);
+    line.isBackwards = (mirrored & 2) != 0;
+    line.isUpsideDown = (mirrored & 4) != 0;
+    const Vec x{std::cos(angle), std::sin(angle), 0};
+    plane.picture()->textLine(line, plane.in(Transform{x, {-x.y, x.x, 0}, {0, 0, 1}, at}).toWorld());
+}
+
 // verticalCode: TEXT and attributes tell the vertical alignment by different codes.
 void drawTextLine(const Entity& entity, const Pen& pen, int textCode, int verticalCode) {
     const std::optional<Vec> start = entity.point(codes::kPoint);
@@ -70,11 +84,20 @@ void drawTextLine(const Entity& entity, const Pen& pen, int textCode, int vertic
     } else if (across == kRight) {
         left = -width;
     }
+    const Pen plane = pen.in(planeOf(entity.normal()));
+    if (pen.picture()) {
+        TextLine line;
+        line.height = height;
+        line.across = static_cast<TextAcross>(std::clamp(across, 0L, long{kFit}));
+        line.up = static_cast<TextUp>(std::clamp(up, 0L, long{kTop}));
+        line.length = width;
+        return drawGlyphs(entity, plane, textCode, at, angle, std::move(line));
+    }
     const double bottom = across == kMiddle || up == kHalf ? -height / 2 : up == kTop ? -height : 0.0;
     const long mirrored = entity.integer(text::kGeneration, 0);
     const double sideways = (mirrored & 2) ? -1.0 : 1.0;
     const double upwards = (mirrored & 4) ? -1.0 : 1.0;
-    drawBox(pen.in(planeOf(entity.normal())), at, angle, {left * sideways, bottom * upwards, 0},
+    drawBox(plane, at, angle, {left * sideways, bottom * upwards, 0},
             {(left + width) * sideways, (bottom + height) * upwards, 0});
 }
 
@@ -159,7 +182,6 @@ void drawParagraphs(const Entity& entity, const Pen& pen) {
     const std::optional<Vec> at = entity.point(codes::kPoint);
     const double height = entity.real(mtext::kHeight, 0.0);
     if (!at || !(height > 0.0)) return;
-    const Vec size = paragraphSize(entity, height);
     const Vec z = unit(entity.normal(), {0, 0, 1});
     const Transform plane = planeOf(z);
     const double angle = entity.real(mtext::kRotation, 0.0) * kRadiansPerDegree;
@@ -167,6 +189,19 @@ void drawParagraphs(const Entity& entity, const Pen& pen) {
     const Vec x = unit(entity.point(mtext::kDirection).value_or(turned), turned);
     // 1 to 9: left, middle, right in three rows from the top.
     const long place = std::clamp(entity.integer(mtext::kAttachment, 1), 1L, 9L) - 1;
+    if (Picture* const picture = pen.picture()) {
+        Paragraphs paragraphs;
+        paragraphs.text = paragraphText(entity);
+        paragraphs.style = entity.text(codes::kTextStyle);
+        paragraphs.height = height;
+        paragraphs.width = std::max(entity.real(mtext::kReferenceWidth, 0.0), 0.0);
+        paragraphs.lineSpacing = entity.real(mtext::kLineSpacing, 1.0);
+        paragraphs.column = static_cast<int>(place % 3);
+        paragraphs.row = static_cast<int>(place / 3);
+        if (entity.integer(mtext::kMask, 0) != 0) paragraphs.maskBorder = entity.real(mtext::kMaskScale, 1.5) - 1.0;
+        return picture->paragraphs(paragraphs, pen.in(Transform{x, cross(z, x), z, *at}).toWorld());
+    }
+    const Vec size = paragraphSize(entity, height);
     const double left = -size.x * static_cast<double>(place % 3) / 2;
     const double top = size.y * static_cast<double>(place / 3) / 2;
     drawBox(pen.in(Transform{x, cross(z, x), z, *at}), Vec{}, 0.0, {left, top - size.y, 0}, {left + size.x, top, 0});
