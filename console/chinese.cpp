@@ -46,6 +46,16 @@ constexpr Translation kRows[] = {
     {"Print what a drawing holds, and run nothing", "显示图形文件的内容，不运行命令"},
     {"Print where two drawings differ, and run nothing", "显示两个图形文件的差别，不运行命令"},
     {"Print the report of --info or --compare for programs", "以程序可读的格式显示 --info 或 --compare 的结果"},
+    {"Draw the drawing at the end in this file: .svg, .pdf or .png; {name} in it stands for the "
+     "drawing's name, {layout} for each layout's",
+     "结束时把图形画到此文件：.svg、.pdf 或 .png；其中的 {name} 代表图形的名称，{layout} 代表各布局的名称"},
+    {"Draw two drawings in the file of --output: what is gone red, what is new green",
+     "把两个图形画到 --output 的文件中：去掉的为红色，新增的为绿色"},
+    {"The layout to draw; without it the one that is current", "要出图的布局；没有时为当前布局"},
+    {"The paper to draw on: A0 to A5, 420x297 (millimetres) or fit; without it the layout's own",
+     "图纸：A0 至 A5、420x297（毫米）或 fit；没有时为布局自己的"},
+    {"Dots per inch of a PNG, 150 without it", "PNG 的每英寸点数，没有时为 150"},
+    {"Draw all colors black", "所有颜色画成黑色"},
     {"Without a script the commands are typed; HELP lists them, HELP and a name tells of one, Tab completes.",
      "没有脚本时键入命令；HELP 列出命令，HELP 加名字说明一个命令，Tab 补全。"},
     {"Exit codes: 0 done, 1 a command failed, two drawings differ or a check found errors, 2 wrong usage,\n3 a file "
@@ -62,6 +72,11 @@ constexpr Translation kRows[] = {
     {"No page tells of %1; it is a command of %2.", "没有 %1 的说明；它是 %2 的命令。"},
     {"... and %1 more", "……还有 %1 个"},
     // wrong usage
+    {"%1 needs --plot or --plot-compare", "%1 需要 --plot 或 --plot-compare"},
+    {"--plot and --plot-compare exclude each other", "--plot 不能与 --plot-compare 同时使用"},
+    {"--plot-compare needs --output", "--plot-compare 需要 --output"},
+    {"--plot of several drawings needs {name} in the name of its file",
+     "多个图形文件出图时，--plot 的文件名中要有 {name}"},
     {"%1 (--help lists the options)", "%1（--help 列出各选项）"},
     {"The following argument was not expected: %1", "不认识的参数：%1"},
     {"The following arguments were not expected: %1", "不认识的参数：%1"},

@@ -31,6 +31,7 @@ struct RawOptions {
     double timeout = 0;
     bool inPlace = false, asJson = false, withoutModule = false, strict = false, allWarnings = false;
     RawAuditOptions audit;
+    RawPlotOptions plot;
 };
 
 // An option that may be given several times, each time with exactly one value taken as it is.
@@ -143,6 +144,7 @@ void describe(CLI::App& app, RawOptions& raw) {
         ->expected(2);
     app.add_flag("--json", raw.asJson, translated("Print the report of --info or --compare for programs"));
     describeAudit(app, raw.audit);
+    describePlot(app, raw.plot);
     app.footer(
         translated(
             "Without a script the commands are typed; HELP lists them, HELP and a name tells of one, Tab completes.") +
@@ -179,7 +181,7 @@ std::string findMisuse(const CLI::App& app, const RawOptions& raw) {
         return translated("the drawing's name is empty");
     if (raw.drawings.empty() && app.count("--list") == 0) {
         for (const char* name : {"--output", "--in-place", "--report"})
-            if (app.count(name) > 0) return translated("%1 needs a drawing", name);
+            if (app.count(name) > 0 && app.count("--plot-compare") == 0) return translated("%1 needs a drawing", name);
     }
     for (const char* name : {"--script", "--output", "--system", "--settings", "--list", "--report", "--converter"})
         if (app.count(name) > 0 && app.get_option(name)->results().front().empty())
@@ -204,6 +206,7 @@ std::string findMisuse(const CLI::App& app, const RawOptions& raw) {
     if (app.count("--timeout") > 0 && !(raw.timeout > 0 && raw.timeout <= 86400))
         return translated("--timeout needs a number of seconds above 0 and at most 86400");
     if (std::string misuse = findAuditMisuse(app, raw.audit, raw.drawings.size()); !misuse.empty()) return misuse;
+    if (std::string misuse = findPlotMisuse(app, raw.plot, raw.drawings.size()); !misuse.empty()) return misuse;
     return findReportMisuse(app, raw);
 }
 
@@ -240,6 +243,7 @@ Options optionsOf(const CLI::App& app, const RawOptions& raw) {
         options.compared.push_back(pathOf(drawing));
     options.asJson = raw.asJson;
     options.audit = auditOptionsOf(raw.audit);
+    options.plot = plotOptionsOf(raw.plot);
     if (!options.drawings.empty()) options.drawing = options.drawings.front();
     if (!raw.runFolder.empty()) {
         options.runFolder = pathOf(raw.runFolder);

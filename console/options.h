@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "console/audit.h"
+#include "console/plotting.h"
 
 namespace qrs::console {
 
@@ -51,9 +52,11 @@ struct Options {
     std::vector<std::filesystem::path> compared;  // --compare: two, or none
     bool asJson = false;
     AuditOptions audit;
+    PlotOptions plot;
     bool isQuiet = false;  // prompts and what commands print are not shown
 
-    bool hasScript() const { return script.has_value() || !lines.empty() || audit.isWanted(); }
+    // Without commands a picture alone is meant.
+    bool hasScript() const { return script.has_value() || !lines.empty() || audit.isWanted() || plot.isWanted(); }
 };
 
 // What became of the command line: the options, or a text to print and the code to return at once.

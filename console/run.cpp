@@ -353,6 +353,8 @@ ExitCode runCommands(const Options& options, host::Application& application, Con
     if (allDone || options.keepGoing) failure = writeDrawing(options, application, started, opened, record.written);
     if (!failure) failure = keepSaved(options, opened, record.written);
     if (failure) return end(failure);
+    if (options.plot.isWanted() && (allDone || options.keepGoing))
+        if (const ExitCode code = plotDrawing(options); code != ExitCode::Done) return code;
     if (!terminal.outputWorks()) return end({ExitCode::CannotWrite, translated("standard output cannot be written")});
     if (allDone) return ExitCode::Done;
     return application.hasFailedToReadOnly() ? ExitCode::CannotRead : ExitCode::CommandFailed;
@@ -381,6 +383,10 @@ ExitCode run(Options options) {
     const bool isWhole = !options.runFolder.empty() || !isBatch(options) || options.audit.takesAllDrawings();
     if (options.audit.isWanted() && isWhole) return runAudit(options);
     if (options.runFolder.empty() && isBatch(options)) return runBatch(options);
+    if (!options.plot.compared.empty()) {
+        if (options.codePage) platform::setAnsiCodePage(*options.codePage);
+        return plotTwo(options);
+    }
     if (Failure failure = chooseOutput(options)) return end(failure);
     // A person's ^C is an answer, as long as it can be told from others.
     platform::removeTemporariesWhenEnded(!isEditedByPerson(options));

@@ -179,6 +179,12 @@ constexpr Translation kRows[] = {
     {"\nNo matching variable names found.", "\n没有相符的变量名。"},
     {"Unknown variable name: %1. Type SETVAR ? for a listing.%2", "未知变量名：%1。输入 SETVAR ? 可列出变量。%2"},
     {"Cannot set %1 to %2.", "不能把 %1 设为 %2。"},
+    {"\nEnter name of picture file (.svg, .pdf, .png): ", "\n输入图片文件名（.svg、.pdf、.png）："},
+    {"\nEnter layout to plot <%1>: ", "\n输入要出图的布局 <%1>："},
+    {"\nEnter paper (A0 to A5, 420x297, fit) <layout's own>: ", "\n输入图纸（A0 至 A5、420x297、fit）<布局自己的>："},
+    {"\nEnter colors [Own/Black] <Own>: ", "\n输入颜色 [自己的(Own)/黑色(Black)] <Own>："},
+    {"\nEnter dots per inch of the image <%1>: ", "\n输入图像的每英寸点数 <%1>："},
+    {"Layout %1 plotted to %2: %3 x %4 mm, %5 entities.", "布局 %1 已画到 %2：%3 x %4 毫米，%5 个图元。"},
 };
 
 const Translations kTexts(kRows);

@@ -28,6 +28,8 @@ void enterPaperSpace();
 void manageLayouts();
 // The pictures of plug-ins' entities in the drawing file (pictures.cpp).
 void givePictures();
+// The current layout as a picture (plotting.cpp).
+void plotFile();
 // System variables (variables.cpp).
 void setVariable();
 // Layers (layers.cpp).

@@ -55,6 +55,7 @@ constexpr CommandRow kCommands[] = {
     {L"MS", ACRX_CMD_MODAL, &commands::enterModelSpace},
     {L"PSPACE", ACRX_CMD_MODAL, &commands::enterPaperSpace},
     {L"PS", ACRX_CMD_MODAL, &commands::enterPaperSpace},
+    {L"PLOTFILE", ACRX_CMD_MODAL, &commands::plotFile, Wanted::Picture},
     {L"SETVAR", ACRX_CMD_TRANSPARENT, &commands::setVariable, Wanted::Variable},
 };
 

@@ -86,6 +86,7 @@ struct FileSource {
 };
 const FileSource kFileSources[] = {
     {Wanted::Drawing, {L".dxf"}},
+    {Wanted::Picture, {L".svg", L".pdf", L".png"}},
     {Wanted::Plugin, {L".so", L".arx", L".dll"}},
     {Wanted::Folder, {}},
 };

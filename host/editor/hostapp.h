@@ -41,6 +41,7 @@ enum class Wanted {
     LoadedPlugin,
     Plugin,   // a file of one
     Drawing,  // a file of one
+    Picture,  // likewise
     Folder,
 };
 

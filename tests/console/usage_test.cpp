@@ -315,3 +315,56 @@ TEST(Usage, GivesUpInTime) {
     expectComplaint(place.run({"--timeout", "0.2", "-s", "long.scr", "--in-place", "building.dxf"}), 1, "0.2 seconds");
     EXPECT_FALSE(place.has("building.dxf.bak"));
 }
+
+TEST(Usage, PlotsDrawings) {
+    const Workplace place;
+    place.example("building.dxf");
+    struct Row {
+        std::vector<std::string> arguments;
+        int code;
+        std::string error;
+    };
+#if defined(_WIN32)
+    const Row row{{"building.dxf", "--plot", "a.svg"}, 2, "plotting is not in this build (--help lists the options)"};
+    const Outcome outcome = place.run(row.arguments);
+    EXPECT_EQ(outcome.code, row.code);
+    EXPECT_NE(outcome.error.find(row.error), std::string::npos) << outcome.error;
+#else
+    const std::string help = " (--help lists the options)";
+    for (const Row& row :
+         {Row{{"building.dxf", "--plot", "a.gif"}, 2, "a.gif: the name of a picture ends in .svg, .pdf or .png" + help},
+          Row{{"building.dxf", "--plot", "a.png", "--dpi", "5"},
+              2,
+              "dots per inch are a number from 10 to 2400" + help},
+          Row{{"building.dxf", "--paper", "A3"}, 2, "--paper needs --plot or --plot-compare" + help},
+          Row{{"a.dxf", "b.dxf", "--plot", "a.png"},
+              2,
+              "--plot of several drawings needs {name} in the name of its file" + help},
+          Row{{"building.dxf", "--plot", "a.svg", "--layout", "none"},
+              2,
+              "there is no layout \"none\"; the drawing has Model, 布局1"},
+          Row{{"building.dxf", "--plot", "a.png", "--paper", "20000x20000"},
+              4,
+              "a.png: an image of 118110 x 118110 dots is too large; fewer dots per inch (--dpi) make it smaller"},
+          Row{{"--plot-compare", "building.dxf", "missing.dxf", "-o", "a.png"}, 3, ""}}) {
+        const Outcome outcome = place.run(row.arguments);
+        EXPECT_EQ(outcome.code, row.code) << outcome.error;
+        EXPECT_NE(outcome.error.find("qrsconsole: " + row.error), std::string::npos) << outcome.error;
+    }
+    EXPECT_FALSE(place.has("a.png") || place.has("a.svg"));
+    EXPECT_EQ(place.run({"building.dxf", "--plot", "nowhere/a.svg"}).code, 4);
+
+    // Each layout, after the script; the sheet on its own paper, in points.
+    const Outcome each = place.run({"building.dxf", "-e", "CLAYER 0", "--plot", "{name}-{layout}.svg"});
+    EXPECT_EQ(each.code, 0) << each.error;
+    EXPECT_NE(place.read("building-布局1.svg").find("width=\"1190.551181pt\" height=\"841.889764pt\""),
+              std::string::npos);
+    EXPECT_TRUE(place.has("building-Model.svg"));
+
+    const Outcome script = place.run({"building.dxf"}, "PLOTFILE\nplan.svg\n\nA4\n\nPLOTFILE\nplan.gif\n");
+    EXPECT_EQ(script.code, 1);
+    EXPECT_NE(script.out.find("Layout \"Model\" plotted to plan.svg: 297 x 210 mm, 112 entities."), std::string::npos)
+        << script.out;
+    EXPECT_NE(place.read("plan.svg").find("rgb(100%,0%,0%)"), std::string::npos) << "axes are red";
+#endif
+}

@@ -1,0 +1,171 @@
+// Turns --plot and its options into pictures.
+#include "console/plotting.h"
+
+#include <CLI/CLI.hpp>
+
+#include "console/converter.h"
+#include "console/options.h"
+#include "console/run.h"
+#include "host/commands/hostcommands.h"
+#include "host/platform/codepage.h"
+#include "host/platform/files.h"
+#include "host/platform/language.h"
+#include "host/report/hostreport.h"
+
+namespace qrs::console {
+
+using platform::translated;
+
+namespace {
+
+constexpr const char* kName = "{name}";
+constexpr const char* kLayout = "{layout}";
+
+void replaceAll(std::string& text, std::string_view mark, const std::string& by) {
+    for (std::size_t at = 0; (at = text.find(mark, at)) != std::string::npos; at += by.size())
+        text.replace(at, mark.size(), by);
+}
+
+// What no name of a file can hold becomes a dash.
+std::string asFileName(const std::wstring& layout) {
+    std::string name = platform::toUtf8(layout);
+    for (char& character : name)
+        if (static_cast<unsigned char>(character) < 0x20 ||
+            std::string_view("/\\:*?\"<>|").find(character) != std::string_view::npos)
+            character = '-';
+    return name;
+}
+
+ExitCode codeOf(host::PlotFailure failure) {
+    switch (failure) {
+        case host::PlotFailure::Misuse:
+            return ExitCode::WrongUsage;
+        case host::PlotFailure::CannotRead:
+            return ExitCode::CannotRead;
+        case host::PlotFailure::CannotWrite:
+            return ExitCode::CannotWrite;
+        case host::PlotFailure::None:
+            break;
+    }
+    return ExitCode::Done;
+}
+
+void tellNotes(const host::PlotOutcome& outcome) {
+    for (const std::wstring& note : outcome.notes)
+        complain(platform::toUtf8(note));
+}
+
+}  // namespace
+
+void describePlot(CLI::App& app, RawPlotOptions& raw) {
+    app.add_option(
+           "--plot", raw.file,
+           translated("Draw the drawing at the end in this file: .svg, .pdf or .png; {name} in it stands for the "
+                      "drawing's name, {layout} for each layout's"))
+        ->type_name("FILE");
+    app.add_option("--plot-compare", raw.compared,
+                   translated("Draw two drawings in the file of --output: what is gone red, what is new green"))
+        ->type_name("FILE")
+        ->expected(2);
+    app.add_option("--layout", raw.layout, translated("The layout to draw; without it the one that is current"))
+        ->type_name("NAME");
+    app.add_option(
+           "--paper", raw.paper,
+           translated("The paper to draw on: A0 to A5, 420x297 (millimetres) or fit; without it the layout's own"))
+        ->type_name("PAPER");
+    app.add_option("--dpi", raw.dotsPerInch, translated("Dots per inch of a PNG, 150 without it"))->type_name("N");
+    app.add_flag("--black", raw.isBlack, translated("Draw all colors black"));
+}
+
+std::string findPlotMisuse(const CLI::App& app, const RawPlotOptions& raw, std::size_t drawings) {
+    const bool plots = app.count("--plot") > 0;
+    const bool compares = app.count("--plot-compare") > 0;
+    for (const char* name : {"--layout", "--paper", "--dpi", "--black"})
+        if (app.count(name) > 0 && !plots && !compares) return translated("%1 needs --plot or --plot-compare", name);
+    if (!plots && !compares) return {};
+    for (const char* name : {"--layout", "--paper"})
+        if (app.count(name) > 0 && app.get_option(name)->results().front().empty())
+            return translated("%1 needs a name that is not empty", name);
+    host::PlotRequest request = plotOptionsOf(raw).request;
+    if (compares) {
+        if (plots) return translated("--plot and --plot-compare exclude each other");
+        if (app.count("--output") == 0) return translated("--plot-compare needs --output");
+        for (const char* other : {"DRAWING", "--script", "--execute", "--in-place", "--list", "--report", "--info",
+                                  "--compare", "--check", "--repair", "--pipes", "--plugin"})
+            if (app.count(other) > 0) return translated("%1 runs nothing and excludes %2", "--plot-compare", other);
+        if (raw.compared[0].empty() || raw.compared[1].empty()) return translated("the drawing's name is empty");
+        request.file = platform::nativeFromTyped(app.get_option("--output")->results().front());
+        return host::findPlotMisuse(request);
+    }
+    for (const char* other : {"--info", "--compare", "--check", "--repair", "--pipes"})
+        if (app.count(other) > 0) return translated("%1 excludes %2", "--plot", other);
+    request.file = platform::nativeFromTyped(raw.file);
+    if (std::string misuse = host::findPlotMisuse(request); !misuse.empty()) return misuse;
+    if (drawings == 0 && app.count("--list") == 0) return translated("%1 needs a drawing", "--plot");
+    if ((drawings > 1 || app.count("--list") > 0) && raw.file.find(kName) == std::string::npos)
+        return translated("--plot of several drawings needs {name} in the name of its file");
+    return {};
+}
+
+PlotOptions plotOptionsOf(const RawPlotOptions& raw) {
+    PlotOptions options;
+    options.file = raw.file;
+    for (const std::string& drawing : raw.compared)
+        options.compared.push_back(platform::nativeFromTyped(drawing));
+    options.request.layout = platform::fromUtf8(raw.layout);
+    options.request.paper = platform::fromUtf8(raw.paper);
+    options.request.dotsPerInch = raw.dotsPerInch;
+    options.request.isBlack = raw.isBlack;
+    return options;
+}
+
+ExitCode plotDrawing(const Options& options) {
+    const PlotOptions& plot = options.plot;
+    std::string file = plot.file;
+    replaceAll(file, kName, options.drawing.stem().u8string());
+    const bool isEach = file.find(kLayout) != std::string::npos && plot.request.layout.empty();
+    const std::vector<std::wstring> layouts =
+        isEach ? host::currentLayouts() : std::vector<std::wstring>{plot.request.layout};
+    ExitCode code = ExitCode::Done;
+    for (const std::wstring& layout : layouts) {
+        std::string name = file;
+        replaceAll(name, kLayout, asFileName(layout));
+        host::PlotRequest request = plot.request;
+        request.layout = layout;
+        request.file = platform::nativeFromTyped(name);
+        host::PlotOutcome outcome;
+        platform::Error error;
+        const host::PlotFailure failure = host::plotCurrentDrawing(request, outcome, error);
+        tellNotes(outcome);
+        if (failure == host::PlotFailure::None) continue;
+        complain(error.message);
+        code = codeOf(failure);
+        break;
+    }
+    return code;
+}
+
+ExitCode plotTwo(const Options& options) {
+    host::PlotRequest request = options.plot.request;
+    request.file = options.output;
+    host::PlotOutcome outcome;
+    platform::Error error;
+    std::filesystem::path files[2];
+    std::unique_ptr<ConvertedDrawing> converted[2];
+    for (int i = 0; i < 2; ++i) {
+        files[i] = options.plot.compared[static_cast<std::size_t>(i)];
+        if (host::dwgReleaseOf(files[i]).empty()) continue;
+        converted[i] = ConvertedDrawing::make(options, files[i], error);
+        if (!converted[i]) {
+            complain(error.message);
+            return ExitCode::CannotRead;
+        }
+        files[i] = converted[i]->file();
+    }
+    const host::PlotFailure failure = host::plotComparison(files[0], files[1], request, outcome, error);
+    tellNotes(outcome);
+    if (failure != host::PlotFailure::None) complain(error.message);
+    return codeOf(failure);
+}
+
+}  // namespace qrs::console

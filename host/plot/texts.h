@@ -1,0 +1,79 @@
+// Texts on a page, in the installed fonts nearest to those that text styles name.
+#pragma once
+
+#include <pango/pangocairo.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "host/pick/picture.h"
+#include "host/plot/canvas.h"
+#include "host/plot/fontnames.h"
+#include "host/plot/textcodes.h"
+
+namespace qrs::host::plot {
+
+struct TextStyle {
+    FontChoice font;
+    double height = 0.0;  // 0: each text has its own
+    double widthFactor = 1.0;
+    double oblique = 0.0;  // radians
+};
+
+// The text styles of one drawing, each read when it is first asked for.
+class TextStyles {
+  public:
+    explicit TextStyles(const dxf::Drawing& drawing) : drawing_(drawing) {}
+    const TextStyle& find(const std::wstring& name);
+
+  private:
+    void read();
+
+    const dxf::Drawing& drawing_;
+    bool isRead_ = false;
+    std::map<std::wstring, TextStyle> styles_;
+    TextStyle usual_;
+};
+
+class Texts {
+  public:
+    explicit Texts(Canvas& canvas);
+
+    // isBlack: colours within a text do not count. toPage: from the text's own coordinates to dots.
+    void line(const pick::TextLine& text, const TextStyle& style, const Color& color, bool isBlack,
+              const pick::Transform& toPage);
+    void paragraphs(const pick::Paragraphs& text, const TextStyle& style, const Color& color, bool isBlack,
+                    const pick::Transform& toPage);
+
+  private:
+    struct Unref {
+        void operator()(void* object) const { g_object_unref(object); }
+    };
+    using Layout = std::unique_ptr<PangoLayout, Unref>;
+    struct Face {
+        PangoFontDescription* description = nullptr;
+        double capitals = 1.0;  // height of a capital, in the layout's units
+    };
+    struct Placed;
+
+    const Face& faceOf(const FontChoice& font);
+    Layout makeLayout(const std::vector<TextRun>& runs, const FontChoice& font, bool isBlack);
+    void addLooks(PangoAttrList* list, const TextRun& run, const FontChoice& font, unsigned from, unsigned to,
+                  bool isBlack);
+    void show(PangoLayoutLine* line, const Color& color, const pick::Transform& toPage, double heightInDots);
+    std::vector<Placed> breakLines(const pick::Paragraphs& text, const TextStyle& style, bool isBlack, double& widest);
+    void cover(const pick::Paragraphs& text, double left, double width, double top, double height,
+               const pick::Transform& toPage);
+
+    Canvas& canvas_;
+    std::unique_ptr<PangoContext, Unref> context_;
+    std::map<std::string, Face> faces_;
+
+  public:
+    ~Texts();
+    Texts(const Texts&) = delete;
+    Texts& operator=(const Texts&) = delete;
+};
+
+}  // namespace qrs::host::plot

@@ -1,0 +1,93 @@
+// Draws the shapes of a drawing on a canvas, as what they belong to looks.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "host/pick/picture.h"
+#include "host/pick/probe.h"
+#include "host/plot/canvas.h"
+#include "host/plot/dashes.h"
+#include "host/plot/entitylooks.h"
+#include "host/plot/texts.h"
+
+namespace qrs::host::plot {
+
+// What a plot could not draw as it is.
+enum class Note { FinePattern, UnknownShape, DeepBlocks };
+
+// Which colour an entity has in place of its own, given that of what it lies in; nothing: its own. One without opacity
+// is not drawn.
+using Repaint = std::function<std::optional<Color>(const pick::Entity&, const std::optional<Color>& outer)>;
+
+struct ViewScale {
+    double dotsPerMillimetre = 1.0;
+    double thinnest = 1.0;        // dots
+    double linetypeFactor = 1.0;  // of dashes, for views that show them at the size of the sheet
+    bool isBlack = false;
+};
+
+// The coordinates it is told are dots on the page.
+class View final : public pick::Probe, public pick::Picture {
+  public:
+    View(Canvas& canvas, Texts& texts, const dxf::Drawing& drawing, const ViewScale& scale, const Repaint& repaint,
+         std::set<Note>& notes);
+    ~View() override;
+
+    void area(const std::vector<std::vector<Vec>>& loops) override;
+    bool wants(const Box& box) override;
+    bool isDone() const override { return false; }
+    double closeness() const override { return 0.05; }
+    pick::Picture* picture() override { return this; }
+
+    bool enter(const pick::Shown& shown) override;
+    void leave() override;
+    void textLine(const pick::TextLine& text, const pick::Transform& toWorld) override;
+    void paragraphs(const pick::Paragraphs& text, const pick::Transform& toWorld) override;
+    void filling(const pick::Filling& filling, const pick::Transform& toWorld) override;
+    void band(const std::vector<Vec>& points, double width, bool isClosed) override;
+    void mark(const Vec& at) override;
+    void head(const Vec& tip, const Vec& from, const std::wstring& style, double scale) override;
+    void cover(const std::vector<Vec>& corners) override;
+
+  protected:
+    void takeLine(const Vec& p, const Vec& d, double t0, double t1) override;
+    void takeArc(const Vec& center, const Vec& u, const Vec& v, double t0, double t1) override;
+
+  private:
+    Color colorNow() const;
+    Stroke strokeNow() const;
+    bool isDashed() const { return now_.linetype != nullptr && now_.dashScale > 0.0; }
+    TextStyles& stylesOf(const dxf::Drawing& drawing);
+    void dashedPath(const std::vector<Vec>& points, const Stroke& stroke);
+    void carried(const Dash& dash, const Vec& at, const Vec& along, const Stroke& stroke);
+    void endRun();
+
+    Canvas& canvas_;
+    Texts& texts_;
+    EntityLooks looks_;
+    ViewScale scale_;
+    const Repaint& repaint_;
+    std::set<Note>& notes_;
+    std::map<const dxf::Drawing*, std::unique_ptr<TextStyles>> styles_;
+
+    struct Now {
+        const dxf::Drawing* drawing = nullptr;
+        const Linetype* linetype = nullptr;
+        double dashScale = 0.0;  // dots for a drawing unit of the pattern
+        double dotScale = 1.0;   // dots for a drawing unit
+        bool isOnePath = false;  // the pattern runs through its corners
+        std::optional<Color> painted;
+    };
+    Now now_;
+    std::vector<Now> outer_;
+    std::vector<Vec> run_;  // pieces of one path so far
+    long pointMode_ = 0;
+    double pointSize_ = 0.0;
+};
+
+}  // namespace qrs::host::plot

@@ -1,0 +1,294 @@
+// What pictures of drawings show, dot by dot.
+#include <gtest/gtest.h>
+
+#include "../dxftext.h"
+#include "../folder.h"
+#include "host/plot/plot.h"
+#include "host/plot/textcodes.h"
+
+#include <cairo.h>
+
+#include <algorithm>
+#include <memory>
+
+using namespace qrs::host;
+
+namespace {
+
+// A page of 120 mm with ten dots a millimetre; the drawing, from 0,0 to 100,100, lies in it within 6 mm.
+constexpr double kSide = 120;
+constexpr double kDots = 10;
+constexpr double kScale = 1.08;
+
+constexpr long kWhite = 0xFFFFFF;
+constexpr long kBlack = 0x000000;
+constexpr long kRed = 0xFF0000;
+
+class Picture {
+  public:
+    explicit Picture(const std::filesystem::path& file)
+        : surface_(cairo_image_surface_create_from_png(file.u8string().c_str()), &cairo_surface_destroy) {}
+
+    // At a place of the drawing: 0xRRGGBB; -1 outside of the picture.
+    long at(double x, double y) const {
+        return dot(static_cast<int>((6 + kScale * x) * kDots), static_cast<int>((kSide - 6 - kScale * y) * kDots));
+    }
+    // Whether anything is drawn in a part of the drawing.
+    bool hasInk(double left, double bottom, double right, double top) const {
+        for (double x = left; x <= right; x += 0.05)
+            for (double y = bottom; y <= top; y += 0.05)
+                if (at(x, y) != kWhite) return true;
+        return false;
+    }
+
+  private:
+    long dot(int x, int y) const {
+        if (x < 0 || y < 0 || x >= cairo_image_surface_get_width(surface_.get()) ||
+            y >= cairo_image_surface_get_height(surface_.get()))
+            return -1;
+        const unsigned char* const data = cairo_image_surface_get_data(surface_.get());
+        const unsigned char* const place = data + y * cairo_image_surface_get_stride(surface_.get()) + x * 4;
+        return place[2] << 16 | place[1] << 8 | place[0];
+    }
+
+    std::unique_ptr<cairo_surface_t, void (*)(cairo_surface_t*)> surface_;
+};
+
+const std::string kFrame = "0=POINT;8=FRAME;62=3;10=0;20=0;0=POINT;8=FRAME;62=3;10=100;20=100;";
+
+std::string drawing(const std::string& blocks, const std::string& entities, const std::string& header = {}) {
+    return dxfText(
+        "0=SECTION;2=HEADER;9=$ACADVER;1=AC1015;" + header +
+        "0=ENDSEC;0=SECTION;2=TABLES;0=TABLE;2=LTYPE;70=1;"
+        "0=LTYPE;2=DASHED;70=0;3=;72=65;73=2;40=20.0;49=10.0;49=-10.0;"
+        "0=LTYPE;2=FINE;70=0;3=;72=65;73=2;40=0.000002;49=0.000001;49=-0.000001;0=ENDTAB;"
+        "0=TABLE;2=LAYER;70=5;0=LAYER;2=RED;70=0;62=1;6=DASHED;370=30;0=LAYER;2=OFF;70=0;62=-1;"
+        "0=LAYER;2=FROZEN;70=1;62=1;0=LAYER;2=UNPLOTTED;70=0;62=1;290=0;0=LAYER;2=PLAIN;70=0;62=1;0=ENDTAB;0=ENDSEC;"
+        "0=SECTION;2=BLOCKS;" +
+        blocks + "0=ENDSEC;0=SECTION;2=ENTITIES;" + kFrame + entities + "0=ENDSEC;0=EOF;");
+}
+
+std::string square(double left, double bottom, double side) {
+    const auto text = [](double value) { return std::to_string(value); };
+    return "92=2;72=0;73=1;93=4;10=" + text(left) + ";20=" + text(bottom) + ";10=" + text(left + side) +
+           ";20=" + text(bottom) + ";10=" + text(left + side) + ";20=" + text(bottom + side) + ";10=" + text(left) +
+           ";20=" + text(bottom + side) + ";97=0;";
+}
+
+class Plot : public testing::Test {
+  protected:
+    PlotFailure plot(const std::string& text, const std::wstring& layout = L"Model") {
+        qrs::platform::Error error;
+        const std::unique_ptr<qrs::dxf::Drawing> opened = qrs::dxf::Drawing::fromBytes(text, "test.dxf", error);
+        EXPECT_TRUE(opened) << error.message;
+        if (!opened) return PlotFailure::CannotRead;
+        request_.layout = layout;
+        outcome_ = {};
+        error_ = {};
+        pick::References references;
+        return plot::plotDrawing(
+            *opened, references, [](const std::wstring&) { return std::wstring(); }, request_, outcome_, error_);
+    }
+    Picture picture(const std::string& text) {
+        EXPECT_EQ(plot(text), PlotFailure::None) << error_.message;
+        return Picture(request_.file);
+    }
+    static PlotRequest requestFor(const std::filesystem::path& file) {
+        PlotRequest request;
+        request.file = file;
+        request.paper = L"120x120";
+        request.dotsPerInch = kDots * 25.4;
+        return request;
+    }
+
+    Folder folder_;
+    PlotRequest request_ = requestFor(folder_ / "picture.png");
+    PlotOutcome outcome_;
+    qrs::platform::Error error_;
+};
+
+}  // namespace
+
+TEST_F(Plot, ShowsColorsWeightsAndLinetypes) {
+    const std::string line = ";20=YY;11=100;21=YY;";
+    const auto lineAt = [&](int y, const std::string& looks) {
+        std::string text = "0=LINE;" + looks + ";10=0" + line;
+        for (std::size_t at; (at = text.find("YY")) != std::string::npos;)
+            text.replace(at, 2, std::to_string(y));
+        return text;
+    };
+    // In a block: by its layer 0, by block, by a layer of its own.
+    const std::string block = "0=BLOCK;8=0;2=B;70=0;10=0;20=0;" + lineAt(1, "8=0;370=100") +
+                              lineAt(5, "8=PLAIN;62=0;370=100") + lineAt(9, "8=PLAIN;370=100") + "0=ENDBLK;8=0;";
+    const Picture picture = this->picture(
+        drawing(block, lineAt(10, "8=0;62=7;370=100") + lineAt(15, "8=0;62=5;370=100") +
+                           lineAt(20, "8=0;62=5;420=1193046;370=200") + lineAt(25, "8=RED;6=CONTINUOUS;370=0") +
+                           lineAt(30, "8=RED") + lineAt(35, "8=OFF;370=100") + lineAt(40, "8=FROZEN;370=100") +
+                           lineAt(45, "8=UNPLOTTED;370=100") + lineAt(50, "8=RED;48=0.5") +
+                           "0=INSERT;8=PLAIN;62=4;2=B;10=0;20=60;0=INSERT;8=0;62=4;2=B;10=0;20=100;42=-1;"));
+    EXPECT_EQ(picture.at(50, 10), kBlack);
+    EXPECT_EQ(picture.at(50, 15), 0x0000FF);
+    EXPECT_EQ(picture.at(50, 20), 0x123456);
+    EXPECT_EQ(picture.at(50, 20.8), 0x123456) << "two millimetres wide";
+    EXPECT_EQ(picture.at(50, 15.8), kWhite) << "one is not";
+    EXPECT_NE(picture.at(53, 25), kWhite) << "thinnest, without gaps";
+    // Dashes and gaps of 10 in 100: half a dash at each end.
+    EXPECT_EQ(picture.at(4, 30), kRed);
+    EXPECT_EQ(picture.at(10, 30), kWhite);
+    EXPECT_EQ(picture.at(20, 30), kRed);
+    EXPECT_EQ(picture.at(99, 30), kRed) << "ends with a dash";
+    EXPECT_EQ(picture.at(5, 50), kWhite) << "half as long";
+    for (const double hidden : {35.0, 40.0, 45.0})
+        EXPECT_EQ(picture.at(50, hidden), kWhite) << hidden;
+    EXPECT_EQ(picture.at(50, 61), kRed) << "layer 0 is the reference's";
+    EXPECT_EQ(picture.at(50, 65), 0x00FFFF) << "by block";
+    EXPECT_EQ(picture.at(50, 69), kRed);
+    EXPECT_EQ(picture.at(50, 99), kBlack) << "mirrored, layer 0 without a colour";
+
+    request_.isBlack = true;
+    EXPECT_EQ(this->picture(drawing({}, lineAt(10, "8=PLAIN;370=100"))).at(50, 10), kBlack);
+}
+
+TEST_F(Plot, FillsAreas) {
+    const std::string head = "0=HATCH;8=0;62=1;10=0;20=0;30=0;2=P;";
+    const std::string pattern = "75=0;76=1;52=0;41=1;77=0;78=1;53=0;43=0;44=0;45=0;46=10;79=2;49=5;49=-5;98=0;";
+    const Picture picture = this->picture(drawing(
+        {}, head + "70=1;71=0;91=2;" + square(0, 0, 40) + square(10, 10, 20) + "75=0;76=1;98=0;" + head +
+                "70=0;71=0;91=1;" + square(50, 0, 40) + pattern +
+                "0=SOLID;8=0;62=5;10=0;20=50;11=20;21=50;12=0;22=70;13=20;23=70;"
+                "0=LWPOLYLINE;8=0;62=3;90=3;70=0;43=6;10=50;20=60;10=90;20=60;10=90;20=90;"
+                "0=WIPEOUT;8=0;10=4;20=54;11=4;21=0;12=0;22=4;13=1;23=1;71=1;91=2;14=-0.5;24=-0.5;14=0.5;24=0.5;"));
+    EXPECT_EQ(picture.at(5, 5), kRed);
+    EXPECT_EQ(picture.at(20, 20), kWhite) << "an island";
+    EXPECT_EQ(picture.at(40.2, 20), kWhite);
+    EXPECT_NE(picture.at(52, 10), kWhite) << "a dash of the pattern";
+    EXPECT_EQ(picture.at(57, 10), kWhite) << "its gap";
+    EXPECT_EQ(picture.at(52, 15), kWhite) << "between its lines";
+    EXPECT_EQ(picture.at(92, 10), kWhite) << "beyond the edge";
+    EXPECT_EQ(picture.at(2, 52), 0x0000FF);
+    EXPECT_EQ(picture.at(6, 56), kWhite) << "covered";
+    EXPECT_EQ(picture.at(92.8, 57.2), 0x00FF00) << "the corner of a wide polyline";
+    EXPECT_EQ(picture.at(47, 60), kWhite) << "its flat end";
+}
+
+TEST_F(Plot, SetsTextsWhereTheyBelong) {
+    struct Row {
+        const char* tags;
+        bool left, right, up, down;  // of the anchor at 50,50
+    };
+    for (const Row& row :
+         {Row{"10=50;20=50", false, true, true, false}, Row{"10=0;20=0;11=50;21=50;72=2", true, false, true, false},
+          Row{"10=0;20=0;11=50;21=50;72=1;73=3", true, true, false, true},
+          Row{"10=50;20=50;71=2", true, false, true, false}, Row{"10=50;20=50;71=4", false, true, false, true},
+          Row{"10=50;20=50;50=180", true, false, false, true},
+          Row{"10=50;20=50;210=0;220=0;230=-1", true, false, true, false}}) {
+        std::string tags = row.tags;
+        // Coordinates of a plane that is seen from below are mirrored.
+        if (tags.find("230") != std::string::npos) tags.replace(0, 5, "10=-50");
+        const Picture picture = this->picture(drawing({}, "0=TEXT;8=0;40=8;1=HEH;" + tags + ";"));
+        const bool isUp = row.up;
+        EXPECT_EQ(picture.hasInk(25, isUp ? 52 : 44, 49, isUp ? 56 : 48), row.left) << row.tags;
+        EXPECT_EQ(picture.hasInk(51, isUp ? 52 : 44, 75, isUp ? 56 : 48), row.right) << row.tags;
+        EXPECT_EQ(picture.hasInk(25, 50.5, 75, 57), row.up) << row.tags;
+        EXPECT_EQ(picture.hasInk(25, 43, 75, 49.5), row.down) << row.tags;
+        EXPECT_FALSE(picture.hasInk(25, 58.5, 75, 70)) << "capitals are as high as the text: " << row.tags;
+    }
+    // Two paragraphs, the second one in the middle of the width; the anchor is the upper left corner.
+    std::string text = drawing({}, "0=MTEXT;8=0;10=0;20=90;40=6;41=100;71=1;1=\\C1!H{\\W1!E}\\P\\pxqc!{\\H2x!I};");
+    std::replace(text.begin(), text.end(), '!', ';');
+    const Picture picture = this->picture(text);
+    EXPECT_TRUE(picture.hasInk(0, 84, 6, 90));
+    EXPECT_FALSE(picture.hasInk(0, 50, 40, 83.5));
+    EXPECT_TRUE(picture.hasInk(45, 64, 55, 76)) << "twice as high";
+    EXPECT_FALSE(picture.hasInk(45, 77, 55, 90));
+}
+
+TEST(TextCodes, AreRead) {
+    const auto runs = plot::lineRuns(L"%%c100 %%uA%%u%%%5%%065%%x%%");
+    ASSERT_EQ(runs.size(), 3u);
+    EXPECT_EQ(runs[0].text,
+              L"\x2300"
+              L"100 ");
+    EXPECT_TRUE(runs[1].isUnderlined && runs[1].text == L"A");
+    EXPECT_EQ(runs[2].text, L"%5A%%x%%");
+    EXPECT_FALSE(runs[2].isUnderlined);
+
+    const auto paragraphs =
+        plot::paragraphRuns(L"a\\fSimSun|b1|i0;{\\H5;b\\L\\C3;c}\\S1^2;d\\~\\\\\\P\\pi-2,l4,qr;%%p\\Sx/y;{{", 2.5);
+    ASSERT_EQ(paragraphs.size(), 2u);
+    const auto& first = paragraphs[0].runs;
+    ASSERT_EQ(first.size(), 6u);
+    EXPECT_TRUE(first[0].font.empty() && !first[0].isBold);
+    EXPECT_TRUE(first[1].font == L"SimSun" && first[1].isBold && first[1].height == 2.0 && !first[1].color);
+    EXPECT_TRUE(first[2].isUnderlined && first[2].color == 3);
+    EXPECT_TRUE(first[3].lift == plot::Lift::Over && first[4].lift == plot::Lift::Under && first[3].text == L"1");
+    EXPECT_EQ(first[5].text, L"d\x00A0\\");
+    EXPECT_TRUE(paragraphs[1].column == 2 && paragraphs[1].indent == 1.6 && paragraphs[1].firstIndent == -0.8);
+    EXPECT_EQ(paragraphs[1].runs[0].text, L"\x00B1");
+}
+
+TEST_F(Plot, ShowsTheModelInViewports) {
+    // One unit of the sheet is ten of the model, turned by a quarter; the layer PLAIN is frozen there.
+    const std::string line =
+        "0=LINE;8=0;370=100;10=-200;20=0;11=200;21=0;0=LINE;8=PLAIN;370=100;10=0;20=-200;11=0;21=200;";
+    const std::string sheet =
+        "0=POINT;8=0;67=1;10=0;20=0;0=POINT;8=0;67=1;10=100;20=100;"
+        "0=VIEWPORT;8=OFF;67=1;10=50;20=50;40=100;41=100;68=1;69=1;12=0;22=0;45=100;"
+        "0=VIEWPORT;8=OFF;67=1;10=50;20=50;40=30;41=30;68=2;69=2;12=0;22=0;16=0;26=0;36=1;45=300;51=90;";
+    const std::string frozen =
+        "1001=ACAD;1000=MVIEW;1002={;1070=16;1010=0;1020=0;1030=0;1010=0;1020=0;1030=1;1040=0;1040=300;1040=0;1040=0;"
+        "1040=50;1040=0;1040=0;1070=0;1070=100;1070=1;1070=3;1070=0;1070=0;1070=0;1070=0;1040=0;1040=0;1040=0;1040=10;"
+        "1040=10;1040=10;1040=10;1070=0;1002={;1003=PLAIN;1002=};1002=};";
+    std::string text = drawing({}, line + sheet + frozen);
+    const std::string version = "AC1015";
+    text.replace(text.find(version), version.size(), "AC1009");
+    ASSERT_EQ(plot(text, L"Layout1"), PlotFailure::None) << error_.message;
+    const Picture picture(request_.file);
+    EXPECT_EQ(picture.at(50, 60), kBlack) << "the line upright";
+    EXPECT_EQ(picture.at(60, 50), kWhite) << "frozen";
+    EXPECT_EQ(picture.at(50, 66), kWhite) << "beyond the viewport";
+    EXPECT_EQ(outcome_.layout, L"Layout1");
+
+    EXPECT_EQ(plot(text, L"elsewhere"), PlotFailure::Misuse);
+    EXPECT_EQ(error_.message, "there is no layout \"elsewhere\"; the drawing has Model, Layout1");
+}
+
+TEST_F(Plot, ComesToAnEndWithHostileDrawings) {
+    const std::string line = "0=LINE;8=0;370=100;10=0;20=50;11=100;21=50;";
+    struct Row {
+        std::string blocks, entities;
+        bool isNoted;
+    };
+    const std::string fine = "75=0;76=1;52=0;41=1;77=0;78=1;53=0;43=0;44=0;45=0;46=0.000001;79=0;98=0;";
+    for (const Row& row :
+         {Row{"0=BLOCK;8=0;2=A;70=0;10=0;20=0;" + line +
+                  "0=INSERT;8=0;2=B;10=0;20=0;0=ENDBLK;8=0;"
+                  "0=BLOCK;8=0;2=B;70=0;10=0;20=0;0=INSERT;8=0;2=A;10=0;20=0;0=ENDBLK;8=0;",
+              "0=INSERT;8=0;2=A;10=0;20=0;", false},
+          Row{{}, line + "0=HATCH;8=0;10=0;20=0;30=0;2=P;70=0;71=0;91=1;" + square(0, 0, 40) + fine, true},
+          Row{{}, line + "0=LINE;8=0;6=FINE;10=0;20=20;11=100;21=20;0=XLINE;8=0;6=DASHED;10=0;20=20;11=1;21=0;", false},
+          Row{{},
+              line + "0=LINE;8=FROZEN;10=-1e300;20=0;11=1e300;21=0;0=TEXT;8=0;60=1;10=0;20=0;40=1e200;1=A;",
+              false}}) {
+        const Picture picture = this->picture(drawing(row.blocks, row.entities));
+        EXPECT_EQ(picture.at(50, 50), kBlack) << row.entities;
+        EXPECT_EQ(!outcome_.notes.empty(), row.isNoted) << row.entities;
+    }
+}
+
+TEST_F(Plot, ComparesTwoDrawings) {
+    const auto line = [](const char* handle, int y, int end) {
+        return "0=LINE;5=" + std::string(handle) + ";8=0;370=100;10=0;20=" + std::to_string(y) +
+               ";11=" + std::to_string(end) + ";21=" + std::to_string(y) + ";";
+    };
+    const auto first =
+        folder_.write("first.dxf", drawing({}, line("A1", 10, 100) + line("A2", 20, 100) + line("A3", 30, 50)));
+    const auto second =
+        folder_.write("second.dxf", drawing({}, line("A1", 10, 100) + line("A3", 30, 100) + line("A4", 40, 100)));
+    ASSERT_EQ(plotComparison(first, second, request_, outcome_, error_), PlotFailure::None) << error_.message;
+    const Picture picture(request_.file);
+    EXPECT_EQ(picture.at(50, 10), 0xAAAAAA);
+    EXPECT_EQ(picture.at(50, 20), 0xD20000) << "gone";
+    EXPECT_EQ(picture.at(75, 30), 0x009600) << "changed";
+    EXPECT_EQ(picture.at(50, 40), 0x009600) << "new";
+}
