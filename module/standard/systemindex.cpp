@@ -172,9 +172,8 @@ void SystemIndex::remove(IndexEntry& entry) {
 void SystemIndex::forget(PipeGroupNode& group) {
     clear();
     // In the order of their places. They leave from the front when a standard ends.
-    const auto found = std::partition_point(groups_.begin(), groups_.end(), [&](const PipeGroupNode* other) {
-        return other->place_ < group.place_;
-    });
+    const auto found = std::partition_point(groups_.begin(), groups_.end(),
+                                            [&](const PipeGroupNode* other) { return other->place_ < group.place_; });
     if (found != groups_.end() && *found == &group) groups_.erase(found);
 }
 
