@@ -35,15 +35,20 @@ bool AcceptedFindings::read(const std::wstring& drawing, platform::Error& error)
     return true;
 }
 
-void AcceptedFindings::mark(Findings& findings) {
-    for (Finding& finding : findings) {
-        for (Entry& entry : entries_) {
-            if (entry.rule != finding.rule) continue;
-            if (!PwxTool::MatchingString(CString(finding.subject), CString(entry.subject), false)) continue;
-            entry.fits = true;
-            if (finding.reason.empty()) finding.reason = entry.reason;
-        }
+std::wstring AcceptedFindings::reasonOf(const Rule& rule, const std::wstring& subject) {
+    std::wstring reason;
+    for (Entry& entry : entries_) {
+        if (entry.rule != &rule) continue;
+        if (!PwxTool::MatchingString(CString(subject), CString(entry.subject), false)) continue;
+        entry.fits = true;
+        if (reason.empty()) reason = entry.reason;
     }
+    return reason;
+}
+
+void AcceptedFindings::mark(Findings& findings) {
+    for (Finding& finding : findings)
+        finding.reason = reasonOf(*finding.rule, finding.subject);
 }
 
 std::vector<std::wstring> AcceptedFindings::idle() const {

@@ -18,9 +18,11 @@ class AcceptedFindings {
     // False, with file and line in error, when a row names no rule or gives no reason.
     bool read(const std::wstring& drawing, platform::Error& error);
 
+    // Why what a rule finds of a subject was accepted; empty when it was not.
+    std::wstring reasonOf(const Rule& rule, const std::wstring& subject);
     // Gives each accepted finding its reason.
     void mark(Findings& findings);
-    // Rows that none of the marked findings fits, as "file:line: rule, subject".
+    // Rows that nothing fits of what was asked for, as "file:line: rule, subject".
     std::vector<std::wstring> idle() const;
 
   private:

@@ -71,6 +71,8 @@ constexpr platform::Translation kRows[] = {
     {"%1 object", "%1 个对象"},
     {"%1 objects", "%1 个对象"},
     {"not done: %1", "没有做：%1"},
+    {"left as it is: %1", "保持原样：%1"},
+    {"%1; accepted: %2", "%1；已同意：%2"},
     {"; shown only, nothing was changed", "；只作显示，没有改动"},
     {"there is no pipe-system standard to repair by", "没有可供修改的管线系统标准"},
     {"accepted", "已同意"},

@@ -98,6 +98,15 @@ bool readMappings(const std::wstring& path, std::vector<Mapping>& mappings, plat
     return true;
 }
 
+bool Repair::add(const wchar_t* rule, const std::wstring& subject, Change change) {
+    const std::wstring reason = accepted_ != nullptr ? accepted_->reasonOf(*ruleNamed(rule), subject) : std::wstring();
+    if (reason.empty())
+        changes_.push_back(std::move(change));
+    else
+        kept_.push_back(platform::translated(L"%1; accepted: %2", change.text, reason));
+    return reason.empty();
+}
+
 // --- layers
 
 bool Repair::hasLayer(const std::wstring& name) const {
@@ -106,28 +115,34 @@ bool Repair::hasLayer(const std::wstring& name) const {
 
 void Repair::planLayer(const LayerFacts& layer, const std::wstring& name) {
     const bool isNew = !hasLayer(name);
+    const bool isSame = isSameName(layer.name, name);
+    const wchar_t* const rule = isSame ? L"layer-case" : L"layer-old-name";
     const AcDbObjectId id = layer.id;
-    if (isSameName(layer.name, name) || (isNew && !isBuiltInLayer(layer.name))) {
-        changes_.push_back({platform::translated(L"layer %1 renamed %2", layer.name, name), layer.objects.count,
-                            [id, name] { return rename<AcDbLayerTableRecord>(id, name); }});
-        coming_.insert(name);
-        return planProperties(layer, name);
+    if (isSame || (isNew && !isBuiltInLayer(layer.name))) {
+        const bool isRenamed = add(rule, layer.name,
+                                   {platform::translated(L"layer %1 renamed %2", layer.name, name), layer.objects.count,
+                                    [id, name] { return rename<AcDbLayerTableRecord>(id, name); }});
+        if (isRenamed) coming_.insert(name);
+        if (isRenamed || isSame) planProperties(layer, isRenamed ? name : layer.name);
+        return;
     }
     // In blocks layer 0 stands for the layer of the block.
     const std::uint64_t count = isLayerZero(layer.name) ? facts_.onLayerZero.count : layer.objects.count;
     if (count == 0) return;
+    const auto makeRoom = [this, from = layer.name, id, name, isNew] {
+        const AcDbLayerTableRecordPointer record(id, AcDb::kForRead);
+        std::wstring reason;
+        if (record.openStatus() != Acad::eOk || record->isLocked())
+            reason = platform::translated(L"the layer is locked");
+        else if (isNew && PipeSystemTool::InitLayer(CString(name)).isNull())
+            reason = platform::translated(L"neither the drawing nor the standard has it");
+        if (!reason.empty()) layerMoves_.erase(from);
+        return reason;
+    };
+    if (!add(rule, layer.name,
+             {platform::translated(L"objects of layer %1 moved to %2", layer.name, name), count, makeRoom}))
+        return;
     layerMoves_[layer.name] = name;
-    changes_.push_back({platform::translated(L"objects of layer %1 moved to %2", layer.name, name), count,
-                        [this, from = layer.name, id, name, isNew] {
-                            const AcDbLayerTableRecordPointer record(id, AcDb::kForRead);
-                            std::wstring reason;
-                            if (record.openStatus() != Acad::eOk || record->isLocked())
-                                reason = platform::translated(L"the layer is locked");
-                            else if (isNew && PipeSystemTool::InitLayer(CString(name)).isNull())
-                                reason = platform::translated(L"neither the drawing nor the standard has it");
-                            if (!reason.empty()) layerMoves_.erase(from);
-                            return reason;
-                        }});
     coming_.insert(name);
 }
 
@@ -136,13 +151,15 @@ void Repair::planProperties(const LayerFacts& layer, const std::wstring& name) {
     if (definition == nullptr) return;
     const std::vector<Difference> differences = differencesOf({facts_, standard_}, layer, *definition);
     if (differences.empty()) return;
-    changes_.push_back({platform::translated(L"layer %1: %2", name, textOf(differences)), layer.objects.count, [name] {
-                            return doneUnless(PipeSystemTool::UpdateLayer(CString(name)),
-                                              platform::untranslated(L"it cannot be opened"));
-                        }});
+    add(L"layer-different", layer.name,
+        {platform::translated(L"layer %1: %2", name, textOf(differences)), layer.objects.count, [name] {
+             return doneUnless(PipeSystemTool::UpdateLayer(CString(name)),
+                               platform::untranslated(L"it cannot be opened"));
+         }});
 }
 
-void Repair::planAll() {
+void Repair::planAll(AcceptedFindings& accepted) {
+    accepted_ = &accepted;
     for (const LayerFacts& layer : facts_.layers) {
         if (layer.isDependent() || isBuiltInLayer(layer.name)) continue;
         std::wstring name = layer.name;
@@ -159,18 +176,19 @@ void Repair::planAll() {
     }
     planTextStyles();
     planOldSystems();
+    accepted_ = nullptr;
 }
 
 void Repair::planLinetype(const RecordFacts& linetype) {
     const std::wstring* name = standard_.linetype(linetype.name);
     if (name == nullptr) return;
     if (*name != linetype.name)
-        changes_.push_back({platform::translated(L"linetype %1 renamed %2", linetype.name, *name),
-                            linetype.objects.count,
-                            [id = linetype.id, name = *name] { return rename<AcDbLinetypeTableRecord>(id, name); }});
+        add(L"linetype-case", linetype.name,
+            {platform::translated(L"linetype %1 renamed %2", linetype.name, *name), linetype.objects.count,
+             [id = linetype.id, name = *name] { return rename<AcDbLinetypeTableRecord>(id, name); }});
     const std::vector<Difference> differences = differencesOf({facts_, standard_}, linetype);
     if (differences.empty()) return;
-    changes_.push_back(
+    add(L"linetype-different", linetype.name,
         {platform::translated(L"linetype %1: %2", *name, textOf(differences)), linetype.objects.count, [name = *name] {
              return doneUnless(PwxTool::UpdateLinetype(CString(name)),
                                platform::untranslated(L"the drawing cannot hold its texts"));
@@ -185,12 +203,12 @@ void Repair::planTextStyles() {
         if (node == nullptr) continue;
         const std::wstring name = wide(node->Name);
         if (name != style.name)
-            changes_.push_back({platform::translated(L"text style %1 renamed %2", style.name, name),
-                                style.objects.count,
-                                [id = style.id, name] { return rename<AcDbTextStyleTableRecord>(id, name); }});
+            add(L"textstyle-case", style.name,
+                {platform::translated(L"text style %1 renamed %2", style.name, name), style.objects.count,
+                 [id = style.id, name] { return rename<AcDbTextStyleTableRecord>(id, name); }});
         const std::vector<Difference> differences = differencesOf(style, *node);
         if (differences.empty()) continue;
-        changes_.push_back(
+        add(L"textstyle-different", style.name,
             {platform::translated(L"text style %1: %2", name, textOf(differences)), style.objects.count, [name] {
                  return doneUnless(PipeSystemTool::UpdateTextStyle(CString(name)),
                                    platform::untranslated(L"it cannot be opened"));
@@ -201,7 +219,7 @@ void Repair::planTextStyles() {
 void Repair::planSystem(const std::wstring& from, const std::wstring& to, std::vector<AcDbObjectId> pipes) {
     if (pipes.empty()) return;
     const std::uint64_t count = pipes.size();
-    changes_.push_back(
+    add(L"pipe-system-old", from,
         {platform::translated(L"pipes of %1 given the system %2", from, to), count, [to, pipes = std::move(pipes)] {
              bool isDone = true;
              for (const AcDbObjectId& pipe : pipes)

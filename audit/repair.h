@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "accepted.h"
 #include "facts.h"
 #include "host/platform/error.h"
 #include "standardlists.h"
@@ -40,17 +41,22 @@ class Repair {
   public:
     Repair(const DrawingFacts& facts, const StandardLists& standard) : facts_(facts), standard_(standard) {}
 
-    // What has one answer: properties of layers, linetypes and text styles of the standard, old names, capitals.
-    void planAll();
+    // What has one answer: properties of layers, linetypes and text styles of the standard, old names, capitals. What
+    // was accepted stays.
+    void planAll(AcceptedFindings& accepted);
     void plan(const std::vector<Mapping>& mappings);
 
     const std::vector<Change>& changes() const { return changes_; }
+    // What stays since it was accepted, with the reason.
+    const std::vector<std::wstring>& kept() const { return kept_; }
     // Carries them out, once. Why some were not, with the change's text; empty when all are done.
     std::vector<std::wstring> apply();
 
   private:
     class Mover;
 
+    // Takes a change up that mends what a rule finds of a subject. False when that was accepted.
+    bool add(const wchar_t* rule, const std::wstring& subject, Change change);
     void planLayer(const LayerFacts& layer, const std::wstring& name);
     void planProperties(const LayerFacts& layer, const std::wstring& name);
     void planLinetype(const RecordFacts& linetype);
@@ -66,7 +72,9 @@ class Repair {
 
     const DrawingFacts& facts_;
     const StandardLists& standard_;
+    AcceptedFindings* accepted_ = nullptr;  // none where somebody says what is to be done
     std::vector<Change> changes_;
+    std::vector<std::wstring> kept_;
     std::set<std::wstring, NameLess> coming_;  // layers that a change before has made or renamed
     // What objects are to be given, by what they have: in one pass after all changes.
     ByName<std::wstring> layerMoves_, linetypeMoves_, textStyleMoves_;

@@ -45,6 +45,8 @@ std::string reportOf(const Request& request, const Repair& repair, const std::ve
                     L")";
         text += L"\n";
     }
+    for (const std::wstring& kept : repair.kept())
+        text += platform::translated(L"left as it is: %1", kept) + L"\n";
     for (const std::wstring& refusal : refusals)
         text += platform::translated(L"not done: %1", refusal) + L"\n";
     text += countedText(repair.changes().size(), platform::untranslated(L"%1 change"),
@@ -66,10 +68,12 @@ void repairStandard() {
     platform::Error error;
     if (!request.mappings.empty() && !readMappings(request.mappings, mappings, error))
         return failReading(error.message);
+    AcceptedFindings accepted;
+    if (!accepted.read(fileOf(*current), error)) return failReading(error.message);
     const DrawingFacts facts(*current);
     Repair repair(facts, standard);
     if (request.mappings.empty())
-        repair.planAll();
+        repair.planAll(accepted);
     else
         repair.plan(mappings);
     std::vector<std::wstring> refusals;

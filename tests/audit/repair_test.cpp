@@ -36,6 +36,16 @@ TEST(Repair, MendsWhatHasOneAnswerAndNothingElse) {
               "pipes of 给水 given the system 生活给水 (1 object)\n"
               "8 changes; shown only, nothing was changed\n");
 
+    // What was accepted stays.
+    place.write("faulty.dxf.accepted", "layer-*,给排-*,all\nlayer-old-name,*,known\nlayer-different,*,known\n");
+    EXPECT_EQ(place.run({"--repair", "auto", "--dry-run", "faulty.dxf"}).code, 3);
+    place.write("faulty.dxf.accepted", "layer-old-name,*,known\nlayer-different,*,known\n");
+    const std::string kept = place.run({"--repair", "auto", "--dry-run", "faulty.dxf"}).out;
+    EXPECT_NE(kept.find("left as it is: layer 给水立管 renamed 给排-生活给水-立管; accepted: known\n5 changes;"),
+              std::string::npos)
+        << kept;
+    std::filesystem::remove(place.path("faulty.dxf.accepted"));
+
     const Outcome mended = place.run({"--repair", "auto", "faulty.dxf", "-o", "mended.dxf"});
     EXPECT_EQ(mended.code, 0) << mended.error;
     // The linetype comes with its text style; nothing goes.
