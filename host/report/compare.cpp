@@ -41,6 +41,14 @@ struct Side {
     // What tells a record without a handle from others; empty when only its place does.
     std::wstring keyOf(RecordId id) const;
     std::wstring label(RecordId id) const;
+    // Kept, since many records in a row have one owner.
+    const std::wstring& labelOfOwner(RecordId owner) const {
+        if (labelled != owner) {
+            ownersLabel = label(owner);  // may ask for the label of the owner's owner
+            labelled = owner;
+        }
+        return ownersLabel;
+    }
     std::size_t placeOf(RecordId id) const;
     // Bytes after the end of the file that are no record.
     bool isLoose(RecordId id) const {
@@ -53,7 +61,9 @@ struct Side {
     }
 
     const Drawing& drawing;
-    std::vector<RecordId> partner;                   // in the other drawing
+    std::vector<RecordId> partner;          // in the other drawing
+    mutable RecordId labelled = kNoRecord;  // the owner whose label is kept
+    mutable std::wstring ownersLabel = {};
     mutable std::vector<std::uint32_t> places = {};  // by record: its place among its like, once asked for
 };
 
@@ -105,7 +115,7 @@ std::wstring Side::label(RecordId id) const {
     if (record.handle != 0 || record.kind == RecordKind::HeaderVariable || record.owner == kNoRecord) return label;
     return record.owner == id
                ? platform::translated(L"%1 number %2", label, placeOf(id))
-               : platform::translated(L"%1 number %2 of %3", label, placeOf(id), this->label(record.owner));
+               : platform::translated(L"%1 number %2 of %3", label, placeOf(id), labelOfOwner(record.owner));
 }
 
 // From 1, among those of its type under the same owner.
@@ -236,6 +246,11 @@ void Comparison::matchByPlace() {
 
 // Between equal neighbours: entities of one type, in their order, are changed ones.
 void Comparison::pairRuns(const std::vector<RecordId>& as, const std::vector<RecordId>& bs) {
+    if (as.empty() || bs.empty()) return;
+    if (as.size() == 1 && bs.size() == 1) {
+        if (first_.drawing.typeNameOf(as[0]) == second_.drawing.typeNameOf(bs[0])) pair(as[0], bs[0]);
+        return;
+    }
     std::unordered_map<std::string, std::vector<RecordId>> byType;
     for (const RecordId b : bs)
         byType[second_.typeOf(b)].push_back(b);

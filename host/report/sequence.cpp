@@ -72,6 +72,8 @@ class Matching {
     void match(Stretch stretch) {
         takeEnds(stretch);
         if (stretch.begin == stretch.end || stretch.otherBegin == stretch.otherEnd) return;
+        // One against one: they differ, or they would be gone.
+        if (stretch.end - stretch.begin == 1 && stretch.otherEnd - stretch.otherBegin == 1) return;
         const Pairs anchors = stretch.depth < kDeepest ? anchorsOf(stretch) : Pairs();
         if (anchors.empty()) return takeInTurn(stretch);
         Stretch gap = stretch;

@@ -1,9 +1,11 @@
 // Compares two records tag by tag.
 #include "host/report/tagdiff.h"
 
+#include <algorithm>
 #include <cstring>
 #include <deque>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -43,9 +45,26 @@ std::uint64_t numberOf(const std::wstring& text) {
     return hash;
 }
 
+// Text of plain letters means itself in every code page: it need not be decoded to be told from others.
+bool isPlain(std::string_view value) {
+    return std::all_of(value.begin(), value.end(),
+                       [](char c) { return static_cast<signed char>(c) >= 0 && c != '\\'; });
+}
+
+std::uint64_t numberOf(std::string_view plain) {
+    std::uint64_t hash = kFirstHash;
+    for (const char c : plain)
+        hash = mixed(hash, static_cast<std::uint64_t>(c));
+    return hash;
+}
+
+// As it counts: blanks around anything but text do not.
+std::string_view countedOf(const Tag& tag) {
+    return dxf::valueKindOf(tag.code) == dxf::ValueKind::Text ? tag.value : dxf::trimmed(tag.value);
+}
+
 std::wstring textOf(const Drawing& drawing, const Tag& tag) {
-    const bool isText = dxf::valueKindOf(tag.code) == dxf::ValueKind::Text;
-    return drawing.decode(isText ? tag.value : dxf::trimmed(tag.value));
+    return drawing.decode(countedOf(tag));
 }
 
 // What a tag says, as a number.
@@ -57,24 +76,26 @@ std::uint64_t sayingOf(const Drawing& drawing, const Tag& tag) {
     } else if (kind != dxf::ValueKind::Text && kind != dxf::ValueKind::Chunk && kind != dxf::ValueKind::None) {
         if (const auto real = platform::parseReal(dxf::trimmed(tag.value))) return mixed(code, numberOf(*real));
     }
-    return mixed(code, numberOf(textOf(drawing, tag)));
+    const std::string_view counted = countedOf(tag);
+    return mixed(code, isPlain(counted) ? numberOf(counted) : numberOf(drawing.decode(counted)));
 }
 
-// Tags whose bytes stay where they are for the time of one comparison.
+// The tags of a record. Its bytes are its own: those of a large record of a binary drawing go when another is read.
 struct TagList {
-    TagList(const Drawing& file, RecordId id) : drawing(file) {
-        dxf::TagCursor cursor = drawing.tags(id);
+    TagList(const Drawing& file, RecordId id) : drawing(file), bytes(file.bytes(id)) {
+        dxf::TagCursor cursor(bytes);
         Tag tag;
         while (cursor.next(tag)) {
-            tags.emplace_back(tag.code, textOf(drawing, tag));
+            tags.push_back(tag);
             sayings.push_back(sayingOf(drawing, tag));
         }
     }
-    int code(std::size_t i) const { return tags[i].first; }
-    const std::wstring& text(std::size_t i) const { return tags[i].second; }
+    int code(std::size_t i) const { return tags[i].code; }
+    std::wstring text(std::size_t i) const { return textOf(drawing, tags[i]); }
 
     const Drawing& drawing;
-    std::vector<std::pair<int, std::wstring>> tags;
+    std::string bytes;
+    std::vector<Tag> tags;
     std::vector<std::uint64_t> sayings;
 };
 
@@ -98,15 +119,20 @@ std::uint64_t contentOf(const Drawing& drawing, RecordId record) {
 
 void compareTags(const Drawing& first, RecordId a, const Drawing& second, RecordId b,
                  const std::function<void(Difference)>& take) {
-    if (contentOf(first, a) == contentOf(second, b)) return;
     const TagList one(first, a);
     const TagList two(second, b);
+    if (one.sayings == two.sayings) return;
     auto matches = matchSequences(one.sayings, two.sayings);
     matches.emplace_back(one.tags.size(), two.tags.size());
 
     std::size_t i = 0;
     std::size_t j = 0;
     for (const auto& [matchedI, matchedJ] : matches) {
+        if (i == matchedI && j == matchedJ) {
+            ++i;
+            ++j;
+            continue;
+        }
         // Between two matches: tags of one code, in their order, are changed ones; the others went or came.
         std::vector<bool> isPaired(matchedJ - j, false);
         std::unordered_map<int, std::deque<std::size_t>> byCode;
