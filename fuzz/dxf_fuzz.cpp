@@ -1,5 +1,5 @@
 // Any bytes: they open or are refused with a message. What opens comes back byte for byte, also after edits that are
-// taken back, and what is edited opens again with the same index.
+// taken back, and what is edited opens again with the same index. Two readers side by side answer as one does.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/dxf/drawing.h"
+#include "tests/dxf/sameindex.h"
 
 namespace {
 
@@ -105,6 +106,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Every input is a binary drawing, so that no time goes into finding the signature.
     if (bytes.substr(0, kBinarySignature.size()) != kBinarySignature) bytes.insert(0, kBinarySignature);
 #endif
+    const std::size_t second = bytes.size() / 4 * (1 + size % 3);
+    const std::string difference = Reading(bytes, kAlone).differenceOf(Reading(bytes, second));
+    check(difference.empty(), difference.c_str());
     qrs::platform::Error error;
     const auto drawing = Drawing::fromBytes(bytes, "input", error);
     if (drawing == nullptr) {
