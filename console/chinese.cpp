@@ -105,6 +105,7 @@ constexpr Translation kRows[] = {
     {"--timeout needs a number of seconds above 0 and at most 86400", "--timeout 应为大于 0、不超过 86400 的秒数"},
     // one run
     {"memory has run out; nothing more was written", "内存不足；没有再写入任何内容"},
+    {"%1: was cut short by another program while it was read", "%1：读取时被别的程序截短"},
     {"another program has cut short a file that was being read; nothing was written",
      "正在读取的文件被别的程序截短，没有写入任何内容"},
     {"not done within %1 seconds", "%1 秒之内没有完成"},

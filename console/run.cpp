@@ -1,6 +1,7 @@
 // One run of the program: settings, drawing, plug-ins, commands, and the drawing written at the end.
 #include "console/run.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <utility>
@@ -20,6 +21,7 @@
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/language.h"
+#include "host/platform/lostfile.h"
 #include "host/platform/process.h"
 #include "host/platform/settings.h"
 #include "host/platform/tree.h"
@@ -368,6 +370,15 @@ ExitCode keepRecord(const Options& options, const ConsoleTerminal& terminal, Run
     return code;
 }
 
+// What was told or done with bytes that were gone when they were read is worth nothing.
+ExitCode withLoss(ExitCode code) {
+    const std::filesystem::path lost = platform::lostFile();
+    if (lost.empty()) return code;
+    platform::forgetLostFiles();
+    complain(translated("%1: was cut short by another program while it was read", lost.u8string()));
+    return std::max(code, ExitCode::CannotRead);
+}
+
 // A folder to write to, as it is named on the command line, gets the drawing under its own name.
 Failure chooseOutput(Options& options) {
     if (options.output.empty() || !isFolderName(options.output)) return {};
@@ -400,7 +411,7 @@ ExitCode run(Options options) {
     }
     if (!options.described.empty() || !options.compared.empty()) {
         if (Failure failure = prepareReport(options)) return end(failure);
-        return report(options);
+        return withLoss(report(options));
     }
     if (Failure failure = setUp(options)) return end(failure);
     Script script;
@@ -412,7 +423,7 @@ ExitCode run(Options options) {
     registerStandardCommand();
     registerHelpCommand();
     RunRecord record;
-    const ExitCode code = runCommands(options, application, *terminal, record);
+    const ExitCode code = withLoss(runCommands(options, application, *terminal, record));
     return keepRecord(options, *terminal, std::move(record), code);
 }
 

@@ -72,6 +72,7 @@ constexpr Translation kRows[] = {
     {"number that other programs do not read", "数字别的程序读不懂"},
     {"numbers that other programs do not read", "数字别的程序读不懂"},
     // not written
+    {"was cut short by another program while it was read", "读取时被别的程序截短"},
     {"was saved by somebody else since this drawing was opened; not saved", "打开以后被别人保存过，没有保存"},
     {"\"%1\" has no place under group code %2 of a binary drawing", "二进制图形文件的组码 %2 放不下“%1”"},
 };

@@ -9,6 +9,7 @@
 #include "host/dxf/textform.h"
 #include "host/platform/codepage.h"
 #include "host/platform/language.h"
+#include "host/platform/lostfile.h"
 #include "host/platform/text.h"
 
 namespace qrs::dxf {
@@ -34,7 +35,10 @@ std::unique_ptr<Drawing> Drawing::open(const std::filesystem::path& native, plat
     if (file == nullptr) return nullptr;
     std::unique_ptr<Drawing> drawing(new Drawing(std::make_unique<Source>(std::move(file))));
     drawing->guard_.noteOpened(mark, *drawing->source_->file());
-    return drawing->load(native.u8string(), error) ? std::move(drawing) : nullptr;
+    const bool done = drawing->load(native.u8string(), error);
+    if (!platform::takeLoss(drawing->source_->bytes())) return done ? std::move(drawing) : nullptr;
+    error.message = native.u8string() + ": " + translated("was cut short by another program while it was read");
+    return nullptr;
 }
 
 std::unique_ptr<Drawing> Drawing::fromBytes(std::string bytes, const std::string& name, platform::Error& error) {

@@ -23,6 +23,8 @@ constexpr Translation kRows[] = {
     {"\n** Command only allowed in Model Tab **\n", "\n** 该命令只能在模型布局中使用 **\n"},
     {"A reactor", "某个反应器"},
     {"an unknown exception", "未知异常"},
+    {"%1 was cut short by another program while it was read; what the command did is not to be trusted",
+     "%1 在读取时被别的程序截短，命令的结果不可信"},
     {"%1 failed: %2", "%1 失败：%2"},
     // numbers, points, keywords
     {"Value must be positive and nonzero.", "数值必须大于零。"},

@@ -10,7 +10,9 @@
 #include "host/editor/suggestions.h"
 #include "host/objectarx/db/access.h"
 #include "host/platform/codepage.h"
+#include "host/platform/files.h"
 #include "host/platform/language.h"
+#include "host/platform/lostfile.h"
 
 namespace qrs::host::ed {
 
@@ -24,6 +26,16 @@ constexpr wchar_t kNameMarks[] = L"'_.";
 std::wstring_view withoutMarks(std::wstring_view typed) {
     typed.remove_prefix(std::min(typed.size(), typed.find_first_not_of(kNameMarks)));
     return typed;
+}
+
+// The running command has failed when a mapped file lost bytes meanwhile.
+void tellLostFile(Session& session) {
+    const std::filesystem::path lost = platform::lostFile();
+    if (lost.empty()) return;
+    platform::forgetLostFiles();
+    session.fail(
+        translated(L"%1 was cut short by another program while it was read; what the command did is not to be trusted",
+                   platform::shownPath(platform::innerPath(lost))));
 }
 
 }  // namespace
@@ -229,6 +241,7 @@ Outcome Session::runCommand(const AcEdCommand& command, bool transparent) {
     auto& listeners = editor.reactors().list;
     listeners.tell([&](AcEditorReactor& reactor) { reactor.commandWillStart(name.c_str()); });
     callOutside(starting.application, name.c_str(), [&] { function(); });
+    tellLostFile(*this);
     tellOutcome(running[place]);
     const Running ended = running[place];
     if (ended.document) {

@@ -4,6 +4,7 @@
 #include "host/platform/files.h"
 #include "host/platform/inside/fileerror.h"
 #include "host/platform/inside/partialfile.h"
+#include "host/platform/lostfile.h"
 #include "host/platform/tree.h"
 
 namespace qrs::platform {
@@ -119,7 +120,10 @@ bool AtomicFile::commit(int backups, Error& error) {
         return false;
     }
     state_->putGathered();
-    const bool done = state_->file->finish(backups, error);
+    const fs::path lost = lostFile();
+    const bool done =
+        lost.empty() ? state_->file->finish(backups, error)
+                     : fail(error, lost, translated("was cut short by another program while it was read; not saved"));
     state_.reset();
     return done;
 }

@@ -17,6 +17,7 @@ constexpr Translation kRows[] = {
     {"cannot be read", "不能读取"},
     {"is the file to be copied itself", "就是要复制的那个文件"},
     {"was changed by another program after it was opened; not saved", "打开以后被别的程序改动过，没有保存"},
+    {"was cut short by another program while it was read; not saved", "读取时被别的程序截短，没有保存"},
     {"; %1 did not get its name back: %2", "；%1 没有恢复原来的文件名：%2"},
     {"no file was begun", "还没有开始写文件"},
     {"error %1 of the system", "系统错误 %1"},

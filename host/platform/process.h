@@ -51,9 +51,9 @@ QRS_HOST_PORT bool writeStandardError(std::string_view bytes);
 // True once the reader of standard output was found gone.
 QRS_HOST_PORT bool isOutputDropped();
 
-// From now on, when bytes of a mapped file are gone because another program has cut the file short: prints the line to
-// standard error, removes the temporary files AtomicFile has in progress, and ends the process with the exit code.
-// Does nothing on Windows, where files are not mapped.
+// From now on, when bytes of a mapped file are gone because another program has cut the file short, zeros are read (see
+// lostfile.h). Where that cannot be done: prints the line to standard error, removes the temporary files AtomicFile has
+// in progress, and ends the process with the exit code. Does nothing on Windows, where files are not mapped.
 QRS_HOST_PORT void endWhenMappedFileIsCut(std::string line, int exitCode);
 
 // From now on, when memory has run out in a place that no exception may leave: prints the line to standard error,

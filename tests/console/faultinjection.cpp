@@ -1,10 +1,13 @@
 // Lets one chosen call to the system go wrong in the program it is preloaded into.
 //
 // QRS_FAULT is "<function> <number> <what>": the numberth call of the function fails with the error number given, or
-// the program is killed there (what = kill), or only half of a write is done (what = 0). When that has happened, a file
-// QRS_FAULT_MARK is there.
+// the program is killed there (what = kill), or only half of a write is done (what = 0), or the file QRS_FAULT_FILE is
+// cut to nothing and the call done (what = cut). With QRS_FAULT_FILE only that file's mappings count. When the fault
+// has happened, a file QRS_FAULT_MARK is there.
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -41,8 +44,16 @@ bool strikes(const char* function) {
         realOpen(mark, O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
     }
     if (std::strcmp(fault.what, "kill") == 0) raise(SIGKILL);
+    if (std::strcmp(fault.what, "cut") == 0) return truncate(std::getenv("QRS_FAULT_FILE"), 0) != 0;
     errno = std::atoi(fault.what);
     return true;
+}
+
+bool isFaultFile(int file) {
+    const char* path = std::getenv("QRS_FAULT_FILE");
+    struct stat one;
+    struct stat other;
+    return path == nullptr || (fstat(file, &one) == 0 && stat(path, &other) == 0 && one.st_ino == other.st_ino);
 }
 
 }  // namespace
@@ -60,6 +71,12 @@ int open(const char* path, int flags, ...) {
         if (strikes("open")) return -1;
     }
     return real(path, flags, mode);
+}
+
+void* mmap(void* address, size_t size, int protection, int flags, int file, off_t offset) {
+    static auto* const real = original<void*(void*, size_t, int, int, int, off_t)>("mmap");
+    if (file >= 0 && protection == PROT_READ && isFaultFile(file) && strikes("mmap")) return MAP_FAILED;
+    return real(address, size, protection, flags, file, offset);
 }
 
 ssize_t write(int file, const void* bytes, size_t count) {

@@ -21,6 +21,14 @@ std::string bigDrawing() {
     return text + "0\nENDSEC\n0\nEOF\n";
 }
 
+// The environment of a run with a fault, of mappings in that file alone.
+std::vector<std::string> with(const Workplace& place, const std::string& fault, const std::string& file) {
+    return {"LD_PRELOAD=" QRS_FAULT_LIBRARY, "QRS_FAULT=" + fault, "QRS_FAULT_FILE=" + place.path(file).string(),
+            "QRS_FAULT_MARK=" + place.path("struck").string(),
+            // The sanitizers want to be first; the preloaded library has nothing of theirs.
+            "ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0"};
+}
+
 class Faults : public testing::Test {
   protected:
     void SetUp() override {
@@ -36,10 +44,7 @@ class Faults : public testing::Test {
         place.write("plan.dxf.bak", "older");
         place.write("plan.dxf.bak2", "oldest");
         outcome_ = place.run({"--backup", "2", "--in-place", "-e", "UnFrozenAllLayer", "plan.dxf"}, {},
-                             {"LD_PRELOAD=" QRS_FAULT_LIBRARY, "QRS_FAULT_MARK=" + place.path("struck").string(),
-                              "QRS_FAULT=" + function + " " + std::to_string(number) + " " + what,
-                              // The sanitizers want to be first; the preloaded library has nothing of theirs.
-                              "ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0"});
+                             with(place, function + " " + std::to_string(number) + " " + what, "plan.dxf"));
         const bool struck = place.has("struck");
         const std::string now = place.read("plan.dxf");
         EXPECT_TRUE(now == before_ || now == after_) << now.size() << " bytes";
@@ -66,12 +71,20 @@ class Faults : public testing::Test {
 }  // namespace
 
 TEST_F(Faults, EveryCallFailsInTurn) {
+    // A full disk, one that is read-only or breaks, a folder of the network that is gone.
+    const struct {
+        const char* function;
+        int reason;
+        int code;
+    } faults[] = {{"mmap", ESTALE, 3},  {"open", EROFS, 4},  {"open", ESTALE, 4},
+                  {"write", ENOSPC, 4}, {"fsync", EIO, 4},   {"close", EDQUOT, 4},
+                  {"fchmod", EPERM, 4}, {"link", ENOSPC, 4}, {"rename", ESTALE, 4}};
     int failed = 0;
-    for (const char* function : {"open", "write", "fsync", "close", "fchmod", "link", "rename"}) {
-        for (int number = 1; number < 200 && strike(function, number, std::to_string(ENOSPC)); ++number) {
+    for (const auto& [function, reason, code] : faults) {
+        for (int number = 1; number < 200 && strike(function, number, std::to_string(reason)); ++number) {
             const std::string call = std::string(function) + " " + std::to_string(number);
             // The run has told either that the drawing is as it was, or that it is the new one.
-            EXPECT_EQ(outcome_.code, isNew_ ? 0 : 4) << call << ": " << outcome_.error;
+            EXPECT_EQ(outcome_.code, isNew_ ? 0 : code) << call << ": " << outcome_.error;
             if (!isNew_) {
                 ++failed;
                 EXPECT_EQ(backups_, (std::vector<std::string>{"older", "oldest"})) << call;
@@ -94,4 +107,40 @@ TEST_F(Faults, KilledAtEveryCall) {
 TEST_F(Faults, HalfAWriteIsGoneOnWith) {
     for (int number = 1; number < 200 && strike("write", number, "0"); ++number)
         EXPECT_TRUE(isNew_) << number << outcome_.error;
+}
+
+// Another program cuts a drawing short while it is mapped: that drawing has failed, and the others are done.
+TEST_F(Faults, AFileThatIsCutEndsItsOwnWorkAlone) {
+    const Workplace place;
+    const auto write = [&] {
+        for (const char* name : {"a.dxf", "b.dxf", "c.dxf"})
+            place.write(name, before_);
+    };
+    const auto run = [&](const std::string& fault, std::vector<std::string> arguments) {
+        write();
+        return place.run(arguments, {}, with(place, fault, "b.dxf"));
+    };
+    const std::string cut = "b.dxf: was cut short by another program while it was read";
+    const std::string unfreeze = "UnFrozenAllLayer";
+
+    Outcome end = run("mmap 1 cut", {"--in-place", "--keep-going=drawings", "-e", unfreeze, "a.dxf", "b.dxf", "c.dxf"});
+    EXPECT_EQ(end.code, 3);
+    EXPECT_NE(end.error.find(cut), std::string::npos) << end.error;
+    EXPECT_TRUE(place.read("a.dxf") == after_ && place.read("b.dxf").empty() && place.read("c.dxf") == after_);
+
+    // In one process: the drawing that is not to be had any more leaves the others alone.
+    end = run("mmap 1 cut", {"--in-place", "--keep-going", "-e", "OPEN", "-e", "b.dxf", "-e", unfreeze, "a.dxf"});
+    EXPECT_EQ(end.code, 1);
+    EXPECT_NE(end.error.find(cut), std::string::npos) << end.error;
+    EXPECT_TRUE(place.read("a.dxf") == after_);
+    end = run("mmap 1 cut", {"--info", "b.dxf"});
+    EXPECT_EQ(end.code, 3);
+    EXPECT_NE(end.error.find(cut), std::string::npos) << end.error;
+    EXPECT_EQ(end.out, "");
+
+    // Cut when the save begins, it has no copy that is whole.
+    end = run("open 1 cut", {"-o", "new.dxf", "-e", unfreeze, "b.dxf"});
+    EXPECT_EQ(end.code, 4);
+    EXPECT_NE(end.error.find("b.dxf: was changed by another program"), std::string::npos) << end.error;
+    EXPECT_FALSE(place.has("new.dxf"));
 }

@@ -3,13 +3,17 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
+#include <memory>
 #include <thread>
+#include <vector>
 
 #include "../folder.h"
 #include "afxdllx.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/files.h"
 #include "host/platform/library.h"
+#include "host/platform/lostfile.h"
 #include "host/platform/process.h"
 #include "host/platform/watch.h"
 
@@ -154,7 +158,23 @@ TEST(DeadlineDeathTest, EndsTheProgramAndLeavesNoTemporaryFile) {
     EXPECT_EQ(scratch.names(), std::set<std::string>{"plan.dxf"});
     EXPECT_EQ(scratch.read("plan.dxf"), "old");
 
-    // The same when the bytes of a mapped file are gone.
+    // The same when the bytes of a mapped file are gone that is one of more than are watched.
+    scratch.write("cut.dxf", std::string(100'000, 'x'));
+    EXPECT_EXIT(
+        {
+            Error error;
+            AtomicFile file;
+            file.begin(scratch / "plan.dxf", error);
+            std::vector<std::unique_ptr<MappedFile>> mapped;
+            while (mapped.size() < 300)
+                mapped.push_back(MappedFile::open(scratch / "cut.dxf", error));
+            endWhenMappedFileIsCut("cut short", 3);
+            std::filesystem::resize_file(scratch / "cut.dxf", 10);
+            file.write(mapped.back()->bytes());
+            file.commit(0, error);
+        },
+        testing::ExitedWithCode(3), "^cut short\n$");
+    // Watched, it reads as zeros, and nothing is written until that was told.
     scratch.write("cut.dxf", std::string(100'000, 'x'));
     EXPECT_EXIT(
         {
@@ -164,10 +184,12 @@ TEST(DeadlineDeathTest, EndsTheProgramAndLeavesNoTemporaryFile) {
             const auto mapped = MappedFile::open(scratch / "cut.dxf", error);
             endWhenMappedFileIsCut("cut short", 3);
             std::filesystem::resize_file(scratch / "cut.dxf", 10);
-            for (std::size_t at = 0; at < mapped->bytes().size(); at += 1000)
-                file.write(mapped->bytes().substr(at, 1000));
+            const bool isZero = mapped->bytes()[50'000] == 0 && mapped->bytes()[5] == 'x';
+            const bool isKept = lostFile() == scratch / "cut.dxf" && !file.commit(0, error);
+            const bool isToldOnce = takeLoss(mapped->bytes()) && lostFile().empty() && !mapped->isUnchanged(error);
+            std::_Exit(isZero && isKept && isToldOnce ? 5 : 1);
         },
-        testing::ExitedWithCode(3), "^cut short\n$");
+        testing::ExitedWithCode(5), "");
     EXPECT_EQ(scratch.names(), (std::set<std::string>{"cut.dxf", "plan.dxf"}));
 
     // Or when it is told to end.

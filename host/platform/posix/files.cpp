@@ -14,6 +14,7 @@
 #include "host/platform/inside/lastchange.h"
 #include "host/platform/inside/temporary.h"
 #include "host/platform/posix/handle.h"
+#include "host/platform/posix/lostbytes.h"
 #include "host/platform/posix/signalhold.h"
 
 namespace qrs::platform {
@@ -148,7 +149,7 @@ bool readToEnd(const Descriptor& file, const fs::path& native, std::uint64_t exp
 class PosixMappedFile : public MappedFile {
   public:
     PosixMappedFile(const fs::path& native, Descriptor file, const struct stat& status, std::string_view bytes)
-        : native_(native), file_(std::move(file)), opened_(status) {
+        : native_(native), file_(std::move(file)), opened_(status), watch_(bytes.data(), bytes.size(), native_) {
         bytes_ = bytes;
     }
     ~PosixMappedFile() override {
@@ -165,7 +166,7 @@ class PosixMappedFile : public MappedFile {
     bool isUnchanged(Error& error) const override {
         struct stat now;
         if (fstat(file_.number(), &now) != 0) return fail(error, native_, lastError());
-        if (now.st_size == opened_.st_size && now.st_mtim.tv_sec == opened_.st_mtim.tv_sec &&
+        if (!watch_.hasLost() && now.st_size == opened_.st_size && now.st_mtim.tv_sec == opened_.st_mtim.tv_sec &&
             now.st_mtim.tv_nsec == opened_.st_mtim.tv_nsec)
             return true;
         return fail(error, native_, translated(kChangedSinceOpened));
@@ -183,6 +184,7 @@ class PosixMappedFile : public MappedFile {
     fs::path native_;
     Descriptor file_;
     struct stat opened_;
+    WatchedMapping watch_;
 };
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "host/platform/inside/inprogress.h"
 #include "host/platform/inside/laststream.h"
 #include "host/platform/inside/plainline.h"
+#include "host/platform/posix/lostbytes.h"
 #include "host/platform/posix/signalhold.h"
 
 namespace qrs::platform {
@@ -28,7 +29,8 @@ const LastWords* whenCut = nullptr;  // kept to the end of the process
 
 // The signal comes at the very instruction that reads the lost bytes. Neither the allocator nor the list of temporary
 // files reads such bytes, so both may be used here.
-void endAtLostBytes(int) {
+void endAtLostBytes(int, siginfo_t* signal, void*) {
+    if (putZeros(signal->si_addr)) return;
     removeTemporariesForGood();
     writeLastLine(whenCut->line);
     std::_Exit(whenCut->exitCode);
@@ -131,7 +133,8 @@ void endWhenMappedFileIsCut(std::string line, int exitCode) {
     words = {std::move(line) + '\n', exitCode};
     whenCut = &words;
     struct sigaction action {};
-    action.sa_handler = &endAtLostBytes;
+    action.sa_sigaction = &endAtLostBytes;
+    action.sa_flags = SA_SIGINFO;
     sigaction(SIGBUS, &action, nullptr);
 }
 

@@ -8,6 +8,7 @@
 #include "host/platform/inside/fileerror.h"
 #include "host/platform/inside/lastchange.h"
 #include "host/platform/inside/temporary.h"
+#include "host/platform/lostfile.h"
 #include "host/platform/win32/handle.h"
 
 // After the system's main header.
@@ -189,6 +190,15 @@ std::unique_ptr<MappedFile> MappedFile::open(const fs::path& native, Error& erro
     const fs::path whole = fs::absolute(native, unknown);  // the working folder may be another one later
     auto copy = std::make_unique<WindowsFileCopy>(unknown ? native : whole, opened, wanted);
     return copy->read(file, wanted, error) ? std::move(copy) : nullptr;
+}
+
+// Files are copied, not mapped.
+fs::path lostFile() {
+    return {};
+}
+void forgetLostFiles() {}
+bool takeLoss(std::string_view) {
+    return false;
 }
 
 std::int64_t lastChange(const fs::path& native) {
