@@ -76,6 +76,31 @@ TEST(Editing, ChangesOnlyTheTagsAskedFor) {
     EXPECT_EQ(tag.value, "     3");
 }
 
+TEST(Editing, WhatChangesNothingIsNoChange) {
+    // A table without its count, a seed without a value, and a code page that nobody knows.
+    Tags tags = replaced(replaced(sampleTags(), "     2", {{71, "2"}}), "ANSI_936", {{3, "ANSI_99"}});
+    tags = replaced(tags, "30", {{6, "30"}});
+    const std::string bytes = lay(tags);
+    const auto drawing = parse(bytes);
+    EXPECT_EQ(drawing->codePage(), platform::ansiCodePage());
+    const RecordId line = drawing->findHandle(0x18);
+    drawing->insertTags(line, 0, {});
+    drawing->eraseTags(line, 0, 0);
+    drawing->editTags(line, {});
+    drawing->eraseRecord(line, false);
+    drawing->adjustTableCount(drawing->findTable("LAYER"), 1);
+    drawing->adjustTableCount(drawing->findTable("DIMSTYLE"), 0);
+    EXPECT_EQ(drawing->newHandle(), 0x28u);
+    EXPECT_FALSE(drawing->takeBack());
+    EXPECT_EQ(drawing->lastStep(), nullptr);
+    EXPECT_EQ(drawing->keepStep(), 0u);
+    EXPECT_FALSE(drawing->isModified());
+    EXPECT_EQ(drawing->toBytes(), bytes);
+    const RecordId second = drawing->next(drawing->first());
+    drawing->eraseRecord(drawing->first());
+    EXPECT_EQ(drawing->first(), second);
+}
+
 TEST(Editing, NewTagsTakeTheStyleOfTheDrawing) {
     const struct {
         int width;

@@ -29,6 +29,8 @@ std::vector<std::string> messages(const Drawing& drawing) {
 TEST(Recovery, ErrorsAreToldWithLineAndHandle) {
     const Tags sound = soundTags();
     EXPECT_TRUE(parse(lay(sound))->faults().empty());
+    EXPECT_EQ(parse(lay(sound))->faultSummary(), "");
+    EXPECT_EQ(parse(lay(without(sound, "EOF")))->faultSummary(), "1 error: 1 missing end (line 204)");
     const struct {
         Tags tags;
         std::string message;
