@@ -8,8 +8,9 @@
 
 An example of a command is a line with a link to its drawing, [examples/NAME](../../examples/NAME) or "a new drawing", and after
 it a block ```script; a block ```transcript shows what it prints, a block ```changes what `qrsconsole --compare` tells of the
-drawing before and after, and a block ```settings what it leaves in the user's settings beyond what every run leaves there. The
-examples work on a copy of the suite's system folder. An example that leaves files says "a copy of" before its drawing.
+drawing before and after (pictures cut short), and a block ```settings what it leaves in the user's settings beyond what every
+run leaves there. The examples work on a copy of the suite's system folder. An example that leaves files says "a copy of" before
+its drawing.
 
 An example of a task is a block ```sh, run in a folder with a copy of examples/ in which the blocks before it were run; a block
 ```output shows what it prints on both outputs, with a line "..." for any lines. A block after a line that ends in "`NAME`:" is
@@ -36,6 +37,8 @@ BLOCK = re.compile(r"^```(\w+)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 DRAWING = re.compile(r"((?:a copy of |的副本)?)\[[^]]*\]\((?:\.\./)+(examples/[^)]+\.dxf)\)((?: 的副本)?)")
 FILE = re.compile(r"`([\w/-]+\.\w+)`[:：]\n\n\Z")
 LINK = re.compile(r"\]\(([^):#]*)(?:#([^)]*))?\)")
+# The bytes of an entity's picture, more than a page should show.
+PICTURE = re.compile(r"(: 310: .*?> [0-9A-F]{32})[0-9A-F]+")
 # What only machines of one's own can run.
 ELSEWHERE = re.compile(r"server2|slurm")
 
@@ -76,7 +79,7 @@ def run_example(console, drawing, script):
         changes, left = "", sorted(set(os.listdir(folder)) - there)
         if drawing:
             compared = subprocess.run([console, "--compare", "drawing.dxf", "after.dxf"], cwd=folder, capture_output=True)
-            changes = compared.stdout.decode()
+            changes = PICTURE.sub(r"\1...", compared.stdout.decode())
         settings = folder / "tmp" / "settings.ini"
         return {"transcript": ran.stdout.decode(), "changes": changes, "left": left,
                 "settings": settings_by_section(settings.read_text(encoding="utf-8")) if settings.exists() else {}}
