@@ -1,9 +1,12 @@
 // The table of the kinds of entities that have a shape.
 #include "host/pick/kinds.h"
 
+#include <cmath>
 #include <deque>
 #include <string>
 #include <unordered_map>
+
+#include "host/pick/picture.h"
 
 namespace qrs::host::pick {
 
@@ -67,6 +70,13 @@ class PenOutline final : public Outline {
     void polygon(const std::vector<Vec>& corners) override { pen_.filled(corners); }
     void text(const OutlineText& text) override {
         const double angle = text.degrees * kRadiansPerDegree;
+        if (Picture* const picture = pen_.picture()) {
+            TextLine line;
+            line.text = text.text;
+            line.height = text.height;
+            const Vec x{std::cos(angle), std::sin(angle), 0};
+            return picture->textLine(line, pen_.in(Transform{x, {-x.y, x.x, 0}, {0, 0, 1}, text.at}).toWorld());
+        }
         const Vec along = Vec{std::cos(angle), std::sin(angle), 0} * text.height;
         const Vec right = text.at + along * textWidth(text.text);
         const Vec up{-along.y, along.x, 0};

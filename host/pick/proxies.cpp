@@ -4,6 +4,7 @@
 
 #include "host/drawing/proxygraphics.h"
 #include "host/pick/kinds.h"
+#include "host/pick/picture.h"
 
 namespace qrs::host::pick {
 
@@ -42,6 +43,15 @@ void drawText(const ProxyShape& shape, const Pen& pen) {
     const Vec x = unit(vecOf(shape.direction), {1, 0, 0});
     const Vec y = cross(unit(vecOf(shape.normal), {0, 0, 1}), x);
     const Vec at = vecOf(shape.points.front());
+    if (Picture* const picture = pen.picture()) {
+        TextLine line;
+        line.text = shape.text;
+        line.height = shape.height;
+        line.widthFactor = shape.widthFactor;
+        line.isBackwards = shape.isBackwards;
+        line.isUpsideDown = shape.isUpsideDown;
+        return picture->textLine(line, pen.in(Transform{x, y, cross(x, y), at}).toWorld());
+    }
     const Vec along = x * (textWidth(shape.text) * shape.height * shape.widthFactor * (shape.isBackwards ? -1.0 : 1.0));
     const Vec up = y * (shape.isUpsideDown ? -shape.height : shape.height);
     pen.filled({at, at + along, at + along + up, at + up});
