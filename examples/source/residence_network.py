@@ -120,7 +120,7 @@ def gap(at, start, end):
 
 
 def placed(middle, text, size, rotation):
-    """Where a text begins whose middle is given."""
-    along, across = 0.31 * len(text) * size, -0.5 * size
+    """Where a text begins whose middle is given; what would stand on its head is written from the other end."""
+    along, across = 0.31 * len(text) * size, (0.5 if 90 < rotation <= 270 else -0.5) * size
     cos, sin = math.cos(math.radians(rotation)), math.sin(math.radians(rotation))
     return (round(middle[0] - along * cos - across * sin, 1), round(middle[1] - along * sin + across * cos, 1))
