@@ -30,7 +30,13 @@ void TPipeDocEntry::detach() {
 // A drawing that is opened while the module is loaded gets its entry here; the message that it is loaded attaches it.
 class TPipeAppDocGlobals::ManagerReactor : public AcApDocManagerReactor {
   public:
-    explicit ManagerReactor(TPipeAppDocGlobals& globals) : globals_(globals) {}
+    // Told of drawings as long as it lives, also when memory runs out while the entries are made.
+    explicit ManagerReactor(TPipeAppDocGlobals& globals) : globals_(globals) {
+        if (AcApDocManager* manager = acDocManager) manager->addReactor(this);
+    }
+    ~ManagerReactor() override {
+        if (AcApDocManager* manager = acDocManager) manager->removeReactor(this);
+    }
     void documentCreated(AcApDocument* document) override {
         qrs::tools::guarded([&] { globals_.create(document); });
     }
@@ -43,14 +49,10 @@ class TPipeAppDocGlobals::ManagerReactor : public AcApDocManagerReactor {
 };
 
 TPipeAppDocGlobals::TPipeAppDocGlobals() : managerReactor_(std::make_unique<ManagerReactor>(*this)) {
-    AcApDocManager* manager = acDocManager;
-    if (!manager) return;
-    manager->addReactor(managerReactor_.get());
-    create(manager->curDocument());
+    if (AcApDocManager* manager = acDocManager) create(manager->curDocument());
 }
 
 TPipeAppDocGlobals::~TPipeAppDocGlobals() {
-    if (AcApDocManager* manager = acDocManager) manager->removeReactor(managerReactor_.get());
     managerReactor_.reset();
     entries_.clear();
 }
