@@ -8,6 +8,7 @@
 #include "host/platform/files.h"
 #include "host/platform/fileturn.h"
 #include "host/platform/inside/fileerror.h"
+#include "host/platform/text.h"
 #include "host/platform/win32/handle.h"
 
 namespace qrs::platform {
