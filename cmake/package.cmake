@@ -45,7 +45,7 @@ foreach(face ${faces})
 endforeach()
 
 # The pages, which the headers refer to, and the examples, which the pages refer to.
-install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md" PATTERN man EXCLUDE)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN man EXCLUDE)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} USE_SOURCE_PERMISSIONS
     PATTERN source EXCLUDE PATTERN __pycache__ EXCLUDE PATTERN ".*" EXCLUDE)
 if(UNIX AND TARGET qrsconsole)
