@@ -5,12 +5,15 @@
     pages.py CONSOLE --tasks            all other pages, but those for programmers
     pages.py CONSOLE --package PREFIX   the pages for programmers, with the package installed at PREFIX
     ... --update                        writes what the examples print and change into the pages
+    pages.py CONSOLE --pictures         remakes the pictures of the command pages
+    pages.py CONSOLE --no-pictures      leaves them out, where the console cannot draw
 
 An example of a command is a line with a link to its drawing, [examples/NAME](../../examples/NAME) or "a new drawing", and after
 it a block ```script; a block ```transcript shows what it prints, a block ```changes what `qrsconsole --compare` tells of the
 drawing before and after (pictures cut short), and a block ```settings what it leaves in the user's settings beyond what every
 run leaves there. The examples work on a copy of the suite's system folder. An example that leaves files says "a copy of" before
-its drawing.
+its drawing. Pictures after an example, ![...](../pictures/NAME.png), show the layout that is current after it: the drawing
+before, where NAME is that of the drawing, alone or with -MORE, and else the drawing after.
 
 An example of a task is a block ```sh, run in a folder with a copy of examples/ in which the blocks before it were run; a block
 ```output shows what it prints on both outputs, with a line "..." for any lines. A block after a line that ends in "`NAME`:" is
@@ -27,6 +30,9 @@ import sys
 import tempfile
 from pathlib import Path
 
+sys.dont_write_bytecode = True  # nothing is left beside the sources
+import pictures
+
 ROOT = Path(__file__).resolve().parents[2]
 DOCS = ROOT / "docs"
 PAGES = DOCS / "commands"
@@ -39,6 +45,9 @@ FILE = re.compile(r"`([\w/-]+\.\w+)`[:：]\n\n\Z")
 LINK = re.compile(r"\]\(([^):#]*)(?:#([^)]*))?\)")
 # The bytes of an entity's picture, more than a page should show.
 PICTURE = re.compile(r"(: 310: .*?> [0-9A-F]{32})[0-9A-F]+")
+NAMED_PICTURE = re.compile(r"!\[[^]]+\]\((?:\.\./|docs/)pictures/([\w-]+)\.png\)")
+# How large the pictures of the examples are.
+PICTURE_SIZE = ("--paper", "297x210", "--dpi", "40")
 # What only machines of one's own can run.
 ELSEWHERE = re.compile(r"server2|slurm")
 
@@ -76,13 +85,48 @@ def run_example(console, drawing, script):
         unexpected = [line for line in ran.stderr.decode().splitlines() if not line.startswith("qrsconsole: example.scr:")]
         if ran.returncode != 0 or unexpected:
             raise RuntimeError(f"exit code {ran.returncode}: {ran.stderr.decode()}{ran.stdout.decode()}")
-        changes, left = "", sorted(set(os.listdir(folder)) - there)
+        changes, left, after = "", sorted(set(os.listdir(folder)) - there), b""
         if drawing:
+            after = (folder / "after.dxf").read_bytes()
             compared = subprocess.run([console, "--compare", "drawing.dxf", "after.dxf"], cwd=folder, capture_output=True)
             changes = PICTURE.sub(r"\1...", compared.stdout.decode())
         settings = folder / "tmp" / "settings.ini"
-        return {"transcript": ran.stdout.decode(), "changes": changes, "left": left,
+        return {"transcript": ran.stdout.decode(), "changes": changes, "left": left, "after": after,
                 "settings": settings_by_section(settings.read_text(encoding="utf-8")) if settings.exists() else {}}
+
+
+@functools.lru_cache(maxsize=None)
+def picture(console, drawing, script, is_before):
+    """The drawing before or after an example, as a PNG file."""
+    ran = run_example(console, drawing, script)
+    on_sheet = ("-e", "TILEMODE", "-e", "0") if is_before and "$TILEMODE: 70: 1 > 0\n" in ran["changes"] else ()
+    with tempfile.TemporaryDirectory() as folder:
+        for other in (ROOT / drawing).parent.glob("*.dxf"):
+            shutil.copy(other, folder)
+        file = Path(folder) / Path(drawing).name
+        if not is_before:
+            file.write_bytes(ran["after"])
+        return pictures.plotted(console, file, *PICTURE_SIZE, *on_sheet)
+
+
+def check_pictures(console, page, update):
+    """The faults of the pictures that stand after the examples of a page."""
+    text, faults, drawing, at = page.read_text(encoding="utf-8"), [], None, 0
+    examples = [block for block in BLOCK.finditer(text) if block.group(1) == "script"]
+    for block, following in zip(examples, examples[1:] + [None]):
+        drawing = found_drawing(text[at:block.start()]) or drawing
+        at = block.end()
+        for name in NAMED_PICTURE.findall(text[at:following.start() if following else len(text)]):
+            is_before = (name + "-").startswith(Path(drawing[0]).stem + "-")
+            made = picture(console, drawing[0], block.group(2), is_before)
+            faults += [f"{page.name}: {fault}" for fault in pictures.check_picture(name, made, update)]
+    return faults
+
+
+def unused_pictures():
+    pages = [*ROOT.glob("*.md"), *DOCS.rglob("*.md")]
+    named = {name for page in pages for name in NAMED_PICTURE.findall(page.read_text(encoding="utf-8"))}
+    return [f"{file.name} stands on no page" for file in sorted(pictures.FOLDER.iterdir()) if file.stem not in named]
 
 
 def settings_by_section(text):
@@ -216,7 +260,7 @@ def check_page(console, usual, desk, page, update):
     return [f"{page.name}:{line + 1}: shown {old[line:line + 1]}, is {new[line:line + 1]}"]
 
 
-def check_command(console, usual, name, update):
+def check_command(console, usual, name, options):
     faults, blocks = [], []
     for page in (PAGES / f"{name}.md", PAGES / f"{name}.zh-CN.md"):
         if not page.exists():
@@ -225,8 +269,10 @@ def check_command(console, usual, name, update):
         blocks.append(BLOCK.findall(page.read_text(encoding="utf-8")))
         if not any(kind == "script" for kind, _ in blocks[-1]):
             faults.append(f"{page.name}: no example")
-        faults += check_page(console, usual, None, page, update)
-    if len(blocks) == 2 and blocks[0] != blocks[1] and not update:
+        faults += check_page(console, usual, None, page, "--update" in options)
+        if "--no-pictures" not in options:
+            faults += check_pictures(console, page, "--pictures" in options)
+    if len(blocks) == 2 and blocks[0] != blocks[1] and "--update" not in options:
         faults.append(f"{name}: the two languages show different examples")
     for readme in (PAGES / "README.md", PAGES / "README.zh-CN.md"):
         if not readme.exists() or f"({name}" not in readme.read_text(encoding="utf-8"):
@@ -275,8 +321,9 @@ def main():
     else:
         pages = MODULE + AUDIT + ["host"]
         faults = [] if (len(MODULE), len(AUDIT)) == (30, 3) else [f"{len(MODULE)} and {len(AUDIT)} commands found in the tables"]
-        faults += [fault for name in pages for fault in check_command(console, usual, name, update)]
+        faults += [fault for name in pages for fault in check_command(console, usual, name, options)]
         faults += [fault for page in sorted(PAGES.glob("*.md")) for fault in check_links(page)]
+        faults += unused_pictures()
     print("\n".join(faults) if faults else f"{len(pages)} pages show what their examples do")
     return 1 if faults else 0
 
