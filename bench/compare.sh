@@ -9,7 +9,7 @@
 #   open                  open and leave
 #   session               open, rewrite 200 layer records, save, without the console
 #   layers                open, UnFrozenAllLayer, save
-#   check                 open, check against the standard, report
+#   check                 open, check against the standard, report: in times of open
 #   convert erase merge paint
 #                         open, ConvertLayer, EraseSelLayer, hbtc, tbds over half of the entities, save
 #   same moved moved-bare --compare with itself, with a drawing of which half is changed, and without handles
@@ -115,7 +115,7 @@ END
     row open 0 1.3
     row session 1.8 1.3
     row layers 1.8 1.3
-    row check 0 1.3
+    row check 2 1.3 "$(median_of open)"
     row ezdxf 0 0
     row libdxfrw 0 0
 done
