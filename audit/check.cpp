@@ -33,6 +33,7 @@ bool checkDrawing(AcDbDatabase& database, const std::wstring& file, const RuleWe
     if (!accepted.read(file, error)) return false;
     const DrawingFacts facts(database);
     result.standard = standard.name();
+    result.standardFile = standard.file();
     result.entities = facts.entities;
     for (const Rule& rule : allRules()) {
         const Severity severity = weights.of(rule);

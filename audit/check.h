@@ -10,10 +10,11 @@
 namespace qrs::audit {
 
 struct CheckResult {
-    std::wstring drawing;    // its file's name; empty for one without a file
-    std::wstring file;       // whole, as the system spells paths
-    std::wstring standard;   // the name of the standard it was checked against
-    std::string unreadable;  // why nothing was checked; empty when it was
+    std::wstring drawing;       // its file's name; empty for one without a file
+    std::wstring file;          // whole, as the system spells paths
+    std::wstring standard;      // the name of the standard it was checked against
+    std::wstring standardFile;  // its path as the system spells it; empty: it is built in
+    std::string unreadable;     // why nothing was checked; empty when it was
     std::uint64_t entities = 0;
     Findings findings;  // by harm: severity, then the order of the rules, then how many objects; accepted ones last
     std::vector<std::wstring> idle;  // rows of what was accepted that fit nothing any more

@@ -18,6 +18,8 @@ constexpr platform::Translation kRows[] = {
     {"%1 finding is an error", "%1 条结果是错误"},
     {"%1 findings are errors", "%1 条结果是错误"},
     {"a quote is not closed", "引号没有闭合"},
+    {"Standard: %1", "标准：%1"},
+    {"Standard: built into the program", "标准：程序内置"},
     {"\nForm of the report [Text/Csv/Json] <Text>: ", "\n报告的形式[Text/Csv/Json] <Text>: "},
     {"%1 drawing was not read", "%1 张图形没有读取"},
     {"%1 drawings were not read", "%1 张图形没有读取"},

@@ -22,6 +22,8 @@ std::wstring countedText(std::uint64_t count, const wchar_t* one, const wchar_t*
 // How many findings of each severity, and how many were accepted.
 std::wstring summaryOf(const CheckResult& result);
 std::wstring titleOf(const CheckResult& result);
+// Which file the standard is.
+std::wstring standardOf(const CheckResult& result);
 std::wstring textOf(const Difference& difference);
 std::wstring remedyOf(const Rule& rule);
 

@@ -186,7 +186,7 @@ std::string sectionOf(const CheckResult& result, std::size_t number) {
     if (!result.unreadable.empty())
         return html + "<p class=\"error\">" +
                escaped(platform::translated(L"not checked: %1", platform::fromUtf8(result.unreadable))) + "</p>\n";
-    html += "<p>" +
+    html += "<p>" + escaped(standardOf(result)) + "</p>\n<p>" +
             escaped(platform::translated(L"%1; %2", summaryOf(result),
                                          countedText(result.entities, platform::untranslated(L"%1 object"),
                                                      platform::untranslated(L"%1 objects")))) +

@@ -39,6 +39,7 @@ Json jsonOf(const CheckResult& result) {
         return json;
     }
     json["standard"] = utf8(result.standard);
+    json["standardFile"] = result.standardFile.empty() ? Json(nullptr) : Json(utf8(result.standardFile));
     json["entities"] = result.entities;
     json["errors"] = result.count(Severity::Error);
     json["warnings"] = result.count(Severity::Warning);

@@ -62,6 +62,7 @@ void addResult(const CheckResult& result, std::wstring& text) {
         text += platform::translated(L"not checked: %1", platform::fromUtf8(result.unreadable)) + L"\n";
         return;
     }
+    text += standardOf(result) + L"\n";
     addFindings(result.findings, text);
     for (const std::wstring& row : result.idle)
         text += platform::translated(L"accepted, but not found any more: %1", row) + L"\n";
@@ -102,6 +103,11 @@ std::wstring titleOf(const CheckResult& result) {
     const std::wstring name = result.drawing.empty() ? platform::translated(L"The drawing") : result.drawing;
     return result.unreadable.empty() ? platform::translated(L"%1 against the standard %2", name, result.standard)
                                      : name;
+}
+
+std::wstring standardOf(const CheckResult& result) {
+    return result.standardFile.empty() ? platform::translated(L"Standard: built into the program")
+                                       : platform::translated(L"Standard: %1", result.standardFile);
 }
 
 std::string textReport(const CheckResults& results) {

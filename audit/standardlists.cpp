@@ -1,7 +1,10 @@
 // Asks the module for its lists.
 #include "standardlists.h"
 
+#include "host/platform/codepage.h"
+#include "host/platform/files.h"
 #include "PipeSystemTool.h"
+#include "qrs_standard.h"
 
 namespace qrs::audit {
 
@@ -15,6 +18,8 @@ std::wstring wide(const CString& text) {
 
 StandardLists::StandardLists() : name_(wide(PipeSystemTool::GetCurrentStandardName())) {
     isLoaded_ = PipeSystemTool::GetAllLayerInfo(definitions_) && PipeSystemTool::GetAllTextStyleInfo(textStyles_);
+    if (const QrsExport::TStandardInUse& used = QrsExport::GetStandardInUse(); !used.isBuiltIn)
+        file_ = platform::fromUtf8(platform::nativePath(used.file).u8string());
     PwxTool::GetAllLinetype(tableLinetypes_);
     for (const LinetypeNode& linetype : tableLinetypes_)
         linetypes_.emplace(wide(linetype.Name), wide(linetype.Name));

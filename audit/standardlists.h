@@ -21,6 +21,8 @@ class StandardLists {
 
     bool isLoaded() const { return isLoaded_; }
     const std::wstring& name() const { return name_; }
+    // Its path as the system spells it; empty: no file was there, and the one that is built in serves.
+    const std::wstring& file() const { return file_; }
 
     // Names are compared without regard to case; of several definitions of one name the first one counts.
     const LayerNode* layer(std::wstring_view name) const;
@@ -40,7 +42,7 @@ class StandardLists {
 
   private:
     bool isLoaded_ = false;
-    std::wstring name_;
+    std::wstring name_, file_;
     std::vector<LayerNode> definitions_;
     std::vector<const LayerNode*> layerList_;
     ByName<const LayerNode*> layers_;

@@ -91,7 +91,8 @@ def run_example(console, drawing, script):
             compared = subprocess.run([console, "--compare", "drawing.dxf", "after.dxf"], cwd=folder, capture_output=True)
             changes = PICTURE.sub(r"\1...", compared.stdout.decode())
         settings = folder / "tmp" / "settings.ini"
-        return {"transcript": ran.stdout.decode(), "changes": changes, "left": left, "after": after,
+        printed = ran.stdout.decode().replace(str(system), "/usr/local/share/qrs_pipeSystem")
+        return {"transcript": printed, "changes": changes, "left": left, "after": after,
                 "settings": settings_by_section(settings.read_text(encoding="utf-8")) if settings.exists() else {}}
 
 
