@@ -359,7 +359,8 @@ ExitCode runCommands(const Options& options, host::Application& application, Con
         if (const ExitCode code = plotDrawing(options); code != ExitCode::Done) return code;
     if (!terminal.outputWorks()) return end({ExitCode::CannotWrite, translated("standard output cannot be written")});
     if (allDone) return ExitCode::Done;
-    return application.hasFailedToReadOnly() ? ExitCode::CannotRead : ExitCode::CommandFailed;
+    if (application.hasFailedToReadOnly()) return ExitCode::CannotRead;
+    return application.hasFailedToWriteOnly() ? ExitCode::CannotWrite : ExitCode::CommandFailed;
 }
 
 ExitCode keepRecord(const Options& options, const ConsoleTerminal& terminal, RunRecord record, ExitCode code) {

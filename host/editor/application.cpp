@@ -172,6 +172,10 @@ bool Application::hasFailedToReadOnly() const {
     return state_->session.hasFailedToReadOnly();
 }
 
+bool Application::hasFailedToWriteOnly() const {
+    return state_->session.hasFailedToWriteOnly();
+}
+
 void Application::setStrict(bool strict) {
     state_->session.setStrict(strict);
 }
@@ -217,6 +221,10 @@ void failCommand(std::wstring_view message) {
 
 void failReading(std::wstring_view message) {
     if (ed::Session* session = ed::Session::current()) session->failReading(message);
+}
+
+void failWriting(std::wstring_view message) {
+    if (ed::Session* session = ed::Session::current()) session->failWriting(message);
 }
 
 void refuseCommand(std::wstring_view text) {

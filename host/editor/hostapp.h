@@ -127,6 +127,8 @@ class QRS_HOST_PORT Application {
     bool run(bool keepGoing);
     // True when what failed so far are commands that could not read a file, and nothing else.
     bool hasFailedToReadOnly() const;
+    // True when a command could not write a file, and what else failed could not read one.
+    bool hasFailedToWriteOnly() const;
     // Refusals and prompts that were cancelled or left unanswered count as failures.
     void setStrict(bool strict);
     // Set by the QUIT command.
@@ -155,6 +157,8 @@ QRS_HOST_PORT void failUnknownCommand(const std::wstring& name);
 QRS_HOST_PORT void failCommand(std::wstring_view message);
 // The same for a command that could not read a file.
 QRS_HOST_PORT void failReading(std::wstring_view message);
+// The same for a command that could not write a file.
+QRS_HOST_PORT void failWriting(std::wstring_view message);
 // From inside a command: prints a text of the command line that tells what the command did not do. It also goes to
 // Terminal::refused.
 QRS_HOST_PORT void refuseCommand(std::wstring_view text);

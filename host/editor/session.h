@@ -108,6 +108,14 @@ class Session : private AcDbHostApplicationServices {
         fail(message);
     }
     bool hasFailedToReadOnly() const { return failures_ > 0 && failures_ == readingFailures_; }
+    // The same for one that could not write a file.
+    void failWriting(std::wstring_view message) {
+        ++writingFailures_;
+        fail(message);
+    }
+    bool hasFailedToWriteOnly() const {
+        return writingFailures_ > 0 && failures_ == readingFailures_ + writingFailures_;
+    }
     // Prints what the running command did not do.
     void refuse(std::wstring_view text);
     // The same without printing it, for what the editor does not tell: an answer that meets nothing.
@@ -156,6 +164,7 @@ class Session : private AcDbHostApplicationServices {
     std::wstring typedVariable_;
     std::size_t failures_ = 0;
     std::size_t readingFailures_ = 0;  // of them
+    std::size_t writingFailures_ = 0;
     std::size_t refusals_ = 0;
     std::size_t earlyRefusals_ = 0;  // before the run, counted with it
     bool strict_ = false;

@@ -90,6 +90,10 @@ void QrsExport::FailReading(const std::wstring& message) {
     qrs::host::failReading(message);
 }
 
+void QrsExport::FailWriting(const std::wstring& message) {
+    qrs::host::failWriting(message);
+}
+
 bool QrsExport::PostCommand(const std::wstring& text) {
     AcApDocManager* manager = acDocManager;
     AcApDocument* document = manager ? manager->curDocument() : nullptr;

@@ -63,5 +63,7 @@ QRS_HOST_PORT void FailCommand(const std::wstring& message);
 // The same for a command that could not read a file. A run in which nothing else fails ends with the exit code of files
 // that cannot be read.
 QRS_HOST_PORT void FailReading(const std::wstring& message);
+// The same for one that could not write a file.
+QRS_HOST_PORT void FailWriting(const std::wstring& message);
 
 }  // namespace QrsExport
