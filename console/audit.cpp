@@ -6,12 +6,15 @@
 #include <memory>
 #include <utility>
 
+#include "console/batch.h"
 #include "console/batchlist.h"
 #include "console/options.h"
 #include "console/run.h"
+#include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/language.h"
 #include "host/platform/process.h"
+#include "host/platform/text.h"
 #include "host/platform/tree.h"
 
 namespace qrs::console {
@@ -34,8 +37,11 @@ struct Form {
     const char* ending;
     const char* word;
 };
-constexpr Form kForms[] = {
-    {"text", ".txt", "Text"}, {"json", ".json", "Json"}, {"html", ".html", "Html"}, {"csv", ".csv", "Csv"}};
+constexpr Form kForms[] = {{"text", ".txt", "Text"},
+                           {"json", ".json", "Json"},
+                           {"html", ".html", "Html"},
+                           {"html", ".htm", "Html"},
+                           {"csv", ".csv", "Csv"}};
 
 std::string answerOf(const std::filesystem::path& path) {
     return path.empty() ? std::string() : std::filesystem::absolute(path).u8string();
@@ -86,9 +92,12 @@ bool isAmong(const std::string& word, const char* words) {
     return ("/" + std::string(words) + "/").find("/" + word + "/") != std::string::npos;
 }
 
-const Form& formOf(const AuditOptions& options) {
+// The form that is named, or else that of the file's ending; text without either.
+const Form& formOf(const std::string& name, const std::filesystem::path& file) {
+    const std::wstring ending = platform::foldCase(platform::innerPath(file.extension()));
     for (const Form& form : kForms)
-        if (options.form.empty() ? options.file.extension() == form.ending : options.form == form.name) return form;
+        if (name.empty() ? ending == platform::foldCase(platform::fromUtf8(form.ending)) : name == form.name)
+            return form;
     return kForms[0];
 }
 
@@ -100,7 +109,7 @@ const Task& taskOf(const AuditOptions& options) {
 std::vector<std::string> linesOf(const AuditOptions& options, const std::filesystem::path& report,
                                  const std::vector<std::filesystem::path>& drawings) {
     const Task& task = taskOf(options);
-    std::vector<std::string> lines = task.answers(options, formOf(options).word, answerOf(report));
+    std::vector<std::string> lines = task.answers(options, formOf(options.form, options.file).word, answerOf(report));
     lines.insert(lines.begin(), task.command);
     if (!options.takesAllDrawings()) return lines;
     for (const std::filesystem::path& drawing : drawings)
@@ -121,6 +130,28 @@ bool takeDrawings(Options& options, std::vector<std::filesystem::path>& drawings
     options.list.reset();
     options.drawing.clear();
     return true;
+}
+
+// The file that the report would be written over, of those that the run reads or writes besides; empty: none.
+std::filesystem::path findOverwritten(const Options& options, std::vector<std::filesystem::path> drawings) {
+    const AuditOptions& audit = options.audit;
+    if (audit.file.empty()) return {};
+    std::vector<std::filesystem::path> others = {audit.rules, options.settings.value_or("")};
+    if (options.list && *options.list != "-") others.push_back(*options.list);
+    if (!audit.repair.empty() && audit.repair != kAuto) others.push_back(platform::nativeFromTyped(audit.repair));
+    const bool isFolder = !options.output.empty() && isFolderName(options.output);
+    others.push_back(isFolder ? options.output / options.drawing.filename() : options.output);
+    drawings.push_back(options.drawing);
+    for (const std::filesystem::path& drawing : drawings) {
+        if (drawing.empty()) continue;
+        others.push_back(drawing);
+        // What was accepted lies beside each.
+        others.emplace_back(drawing).concat(".accepted");
+    }
+    for (const std::filesystem::path& other : others)
+        // Nothing lies in a file but itself.
+        if (!other.empty() && platform::liesInFolder(audit.file, other)) return other;
+    return {};
 }
 
 bool printFile(const std::filesystem::path& file, platform::Error& error) {
@@ -179,6 +210,10 @@ std::string findAuditMisuse(const CLI::App& app, const RawAuditOptions& raw, std
             return translated("%1 needs a name that is not empty", name);
     if (app.count("--form") > 0 && !isAmong(raw.form, task->forms))
         return translated("--form of %1 is one of: %2", task->option, task->forms);
+    const Form& form = formOf(raw.form, platform::nativeFromTyped(raw.file));
+    if (!isAmong(form.name, task->forms))
+        return translated("%1: %2 cannot make a report of this ending; its forms: %3", raw.file, task->option,
+                          task->forms);
     if (task != &kRepair) return {};
     if (!raw.isDryRun && app.count("--output") == 0 && app.count("--in-place") == 0)
         return translated("--repair needs --output, --in-place or --dry-run");
@@ -209,6 +244,14 @@ ExitCode runAudit(const Options& given) {
     Options options = given;
     std::vector<std::filesystem::path> drawings;
     if (!takeDrawings(options, drawings, error)) return fails(ExitCode::CannotRead, error);
+    if (given.list && given.audit.takesAllDrawings() && drawings.empty()) {
+        error.message = translated("no drawing was named");
+        return fails(ExitCode::WrongUsage, error);
+    }
+    if (const std::filesystem::path other = findOverwritten(given, drawings); !other.empty()) {
+        error.message = translated("--to would overwrite %1", other.u8string());
+        return fails(ExitCode::WrongUsage, error);
+    }
     const auto folder = platform::PrivateFolder::make(error);
     if (!folder) return fails(ExitCode::CannotWrite, error);
     const bool isPrinted = given.audit.file.empty();

@@ -193,6 +193,9 @@ constexpr Translation kRows[] = {
     {"Only tell what --repair would change", "只说明 --repair 会改动什么"},
     {"%1 needs one of: %2", "%1 需要其中之一：%2"},
     {"--form of %1 is one of: %2", "%1 的 --form 应为其中之一：%2"},
+    {"%1: %2 cannot make a report of this ending; its forms: %3", "%1：%2 不能生成这种扩展名的报告，可用形式：%3"},
+    {"no drawing was named", "没有给出图形文件"},
+    {"--to would overwrite %1", "--to 会覆盖 %1"},
     {"--repair needs --output, --in-place or --dry-run", "--repair 需要 --output、--in-place 或 --dry-run"},
     {"--to of --repair needs one drawing", "--repair 的 --to 只用于一张图形"},
 };

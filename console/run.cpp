@@ -349,7 +349,8 @@ ExitCode runCommands(const Options& options, host::Application& application, Con
     // A person has seen what failed and gone on.
     const bool isPerson = terminal.isInteractive();
     if (isPerson) greet(options, terminal);
-    const bool allDone = application.run(options.keepGoing || isPerson) || isPerson;
+    const bool isDone = application.run(options.keepGoing || isPerson);
+    const bool allDone = (isDone && !terminal.hasMissedAnswers()) || isPerson;
     record.changed = started.isCurrent(application) && application.hasUnsavedChanges();
     Failure failure;
     if (allDone || options.keepGoing) failure = writeDrawing(options, application, started, opened, record.written);

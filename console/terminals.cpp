@@ -55,6 +55,12 @@ std::string ScriptTerminal::answerOrigin() const {
     return answered_ == nullptr ? std::string() : answered_->origin + ": ";
 }
 
+host::Reply QuietTerminal::readLine(const std::wstring& prompt, std::wstring& line) {
+    const host::Reply reply = ScriptTerminal::readLine(prompt, line);
+    if (reply == host::Reply::End && prompt != translated(L"Command: ")) hasMissedAnswers_ = true;
+    return reply;
+}
+
 host::Reply PlainTerminal::readLine(const std::wstring& prompt, std::wstring& line) {
     print(prompt);
     // Nobody sees the prompts any more.

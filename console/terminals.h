@@ -25,6 +25,8 @@ class ConsoleTerminal : public host::Terminal {
     const std::vector<CommandEntry>& commands() const { return commands_; }
     // False once standard output could not be written (a full disk).
     bool outputWorks() const { return outputWorks_; }
+    // Whether a command has asked for more than there was to answer, where that is a failure.
+    virtual bool hasMissedAnswers() const { return false; }
 
   protected:
     // Where the answer that was read last stands, "show.scr:7: ", or nothing.
@@ -52,14 +54,20 @@ class ScriptTerminal : public ConsoleTerminal {
     const ScriptLine* answered_ = nullptr;
 };
 
-// The same, but prompts and what commands print are not shown: a report speaks for them.
+// The same, but prompts and what commands print are not shown: a report speaks for them. The answers are the program's
+// own, so that a prompt without one is no choice of the user.
 class QuietTerminal : public ScriptTerminal {
   public:
     using ScriptTerminal::ScriptTerminal;
+    host::Reply readLine(const std::wstring& prompt, std::wstring& line) override;
     void print(std::wstring_view) override {}
+    bool hasMissedAnswers() const override { return hasMissedAnswers_; }
 
   protected:
     std::string answerOrigin() const override { return {}; }
+
+  private:
+    bool hasMissedAnswers_ = false;
 };
 
 // A person at a keyboard, without line editing.
