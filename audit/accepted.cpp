@@ -9,14 +9,11 @@
 
 namespace qrs::audit {
 
-namespace {
-constexpr const wchar_t* kSuffix = L".accepted";
-}  // namespace
-
 bool AcceptedFindings::read(const std::wstring& drawing, platform::Error& error) {
     entries_.clear();
-    path_ = drawing + kSuffix;
-    if (drawing.empty() || !platform::fileExists(path_)) return true;
+    path_ = drawing + kAcceptedSuffix;
+    // A folder of that name is told, as what cannot be read.
+    if (drawing.empty() || !(platform::fileExists(path_) || platform::folderExists(path_))) return true;
     std::vector<CsvRow> rows;
     if (!readCsv(path_, rows, error)) return false;
     for (const CsvRow& row : rows) {

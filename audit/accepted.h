@@ -12,6 +12,9 @@
 
 namespace qrs::audit {
 
+// Follows the name of a drawing.
+constexpr const wchar_t* kAcceptedSuffix = L".accepted";
+
 class AcceptedFindings {
   public:
     // Reads the file of a drawing; a missing one accepts nothing. The subject may hold the wildcards "?" and "*".

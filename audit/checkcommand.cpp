@@ -1,11 +1,13 @@
 // CHECKSTANDARD: how far drawings are from the standard.
 #include "commands.h"
 
-#include <utility>
+#include <filesystem>
+#include <set>
 
 #include "dbapserv.h"
 #include "drawings.h"
 #include "host/platform/codepage.h"
+#include "host/platform/files.h"
 #include "prompts.h"
 #include "qrs_drawings.h"
 #include "report.h"
@@ -39,10 +41,11 @@ class EnglishForPrograms {
 // The answers to the command's prompts.
 struct Request {
     std::size_t format = 0;
-    std::wstring file;  // empty: the command line
+    std::filesystem::path file;  // empty: the command line
+    std::filesystem::path rules;
     RuleWeights weights;
     bool withReferences = false;
-    std::vector<std::wstring> drawings;  // none: the current one
+    std::vector<std::filesystem::path> drawings;  // none: the current one
 };
 
 // False when the user cancelled, and, after a message, when the rules cannot be read.
@@ -50,14 +53,15 @@ bool ask(Request& request) {
     std::vector<const wchar_t*> words;
     for (const Format& format : kFormats)
         words.push_back(format.word);
-    std::wstring rules;
     std::size_t choice = 0;
     if (!askChoice(platform::untranslated(L"\nForm of the report [Text/Json/Html] <Text>: "), words, request.format) ||
         !askPath(platform::untranslated(L"\nFile for the report <command line>: "), request.file) ||
-        !askPath(platform::untranslated(L"\nFile of rules <none>: "), rules))
+        !askPath(platform::untranslated(L"\nFile of rules <none>: "), request.rules))
         return false;
     platform::Error error;
-    if (!rules.empty() && !request.weights.read(rules, error)) return failReading(error.message), false;
+    if (!request.rules.empty() &&
+        !(isThere(request.rules, error) && request.weights.read(platform::innerPath(request.rules), error)))
+        return failReading(error.message), false;
     if (!askChoice(platform::untranslated(L"\nCheck external references, too? [No/Yes] <No>: "), {L"No", L"Yes"},
                    choice))
         return false;
@@ -73,45 +77,50 @@ class Checking {
     bool run() {
         if (!standard_.isLoaded())
             return fail(platform::translated(L"there is no pipe-system standard to check against")), false;
-        if (AcDbDatabase* current = acdbHostApplicationServices()->workingDatabase();
-            request_.drawings.empty() && current != nullptr)
-            check(*current, fileOf(*current));
-        for (const std::wstring& path : request_.drawings)
-            checkFile(path);
+        AcDbDatabase* current = acdbHostApplicationServices()->workingDatabase();
+        if (request_.drawings.empty() && current != nullptr) {
+            const std::filesystem::path file = nativeFile(fileOf(*current));
+            addNew(file);
+            check(*current, file);
+        }
+        for (const std::filesystem::path& drawing : request_.drawings)
+            addNew(drawing);
         // Those of references grow the list while it is worked on.
-        for (std::size_t i = 0; i < references_.size(); ++i)
-            checkFile(std::wstring(references_[i]));
+        for (std::size_t i = results_.size(); i < files_.size(); ++i)
+            checkFile(std::filesystem::path(files_[i]));
         tellApart();
         return true;
     }
 
     const CheckResults& results() const { return results_; }
+    // What was read, or could not be; an empty name for a drawing without one.
+    const std::vector<std::filesystem::path>& files() const { return files_; }
 
   private:
-    void checkFile(const std::wstring& path) {
+    void checkFile(const std::filesystem::path& file) {
         QrsExport::TReadDrawing drawing;
-        std::wstring reason;
-        if (QrsExport::ReadDrawing(path, drawing, reason))
-            check(*drawing.database, path);
+        std::string reason;
+        if (readDrawing(file, drawing, reason))
+            check(*drawing.database, file);
         else
-            add(path).unreadable = platform::toUtf8(reason);
+            add(file).unreadable = reason;
     }
 
-    void check(AcDbDatabase& database, const std::wstring& file) {
+    void check(AcDbDatabase& database, const std::filesystem::path& file) {
         CheckResult& result = add(file);
         platform::Error error;
-        if (!checkDrawing(database, file, request_.weights, standard_, result, error))
+        const std::wstring inner = platform::innerPath(file);
+        if (!checkDrawing(database, inner, request_.weights, standard_, result, error))
             result.unreadable = error.message;
         if (!request_.withReferences) return;
-        for (std::wstring& reference : referencesOf(database, file))
-            if (isNew(reference)) references_.push_back(std::move(reference));
+        for (const std::wstring& reference : referencesOf(database, inner))
+            addNew(nativeFile(reference));
     }
 
-    CheckResult& add(const std::wstring& file) {
+    CheckResult& add(const std::filesystem::path& file) {
         results_.emplace_back();
-        results_.back().drawing = nameOfFile(file);
-        results_.back().file = nativeFile(file);
-        files_.push_back(file);
+        results_.back().drawing = platform::fromUtf8(file.filename().u8string());
+        results_.back().file = platform::fromUtf8(file.u8string());
         return results_.back();
     }
 
@@ -124,31 +133,26 @@ class Checking {
             if (counts[result.drawing] > 1) result.drawing = result.file;
     }
 
-    bool isNew(const std::wstring& path) const {
-        for (const auto* list : {&files_, &references_, &request_.drawings})
-            for (const std::wstring& known : *list)
-                if (isSameName(known, path)) return false;
-        return true;
+    void addNew(const std::filesystem::path& file) {
+        if (places_.insert(platform::fileMark(file).place).second) files_.push_back(file);
     }
 
     const Request& request_;
     const StandardLists standard_;
     CheckResults results_;
-    std::vector<std::wstring> files_, references_;
+    std::vector<std::filesystem::path> files_;  // a result for each that was looked at
+    std::set<std::filesystem::path> places_;
 };
 
 // Whoever called fails when a drawing was not checked, or a rule is broken that is an error. What is broken is the
 // graver of the two: it is known.
 void tellOutcome(const CheckResults& results) {
-    std::size_t unreadable = 0;
     std::size_t errors = 0;
     for (const CheckResult& result : results) {
-        if (!result.unreadable.empty()) ++unreadable;
+        if (!result.unreadable.empty())
+            failReading(platform::translated(L"not checked: %1", platform::fromUtf8(result.unreadable)));
         errors += result.count(Severity::Error);
     }
-    if (unreadable > 0)
-        failReading(countedText(unreadable, platform::untranslated(L"%1 drawing was not checked"),
-                                platform::untranslated(L"%1 drawings were not checked")));
     if (errors > 0)
         fail(countedText(errors, platform::untranslated(L"%1 finding is an error"),
                          platform::untranslated(L"%1 findings are errors")));
@@ -166,9 +170,8 @@ void checkStandard() {
         if (!checking.run()) return;
         report = kFormats[request.format].report(checking.results());
     }
-    platform::Error error;
-    if (!deliver(report, request.file, error)) return fail(error.message);
-    tellOutcome(checking.results());
+    if (!isFree(request.file, checking.files()) || !isFree(request.file, {request.rules})) return;
+    if (deliver(report, request.file)) tellOutcome(checking.results());
 }
 
 }  // namespace qrs::audit

@@ -9,6 +9,7 @@
 #include "facts.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "prompts.h"
 #include "qrs_drawings.h"
 
 namespace qrs::audit {
@@ -16,6 +17,10 @@ namespace qrs::audit {
 namespace {
 
 constexpr int kLongestPath = 4096;
+
+std::wstring nameOfFile(const std::wstring& path) {
+    return path.substr(path.find_last_of(L'\\') + 1);
+}
 
 bool isWhole(const std::wstring& path) {
     return path.substr(0, 1) == L"\\" || path.substr(1, 1) == L":";
@@ -41,12 +46,16 @@ std::wstring fileOf(const AcDbDatabase& database) {
     return database.getFilename(name) == Acad::eOk && name != nullptr ? QrsExport::NamedFile(name) : std::wstring();
 }
 
-std::wstring nameOfFile(const std::wstring& path) {
-    return path.substr(path.find_last_of(L'\\') + 1);
+std::filesystem::path nativeFile(const std::wstring& path) {
+    return path.empty() ? std::filesystem::path() : platform::nativePath(platform::wholePath(path));
 }
 
-std::wstring nativeFile(const std::wstring& path) {
-    return path.empty() ? path : platform::fromUtf8(platform::nativePath(platform::wholePath(path)).u8string());
+bool readDrawing(const std::filesystem::path& native, QrsExport::TReadDrawing& drawing, std::string& reason) {
+    platform::Error error;
+    std::wstring why;
+    if (isThere(native, error) && QrsExport::ReadDrawing(platform::innerPath(native), drawing, why)) return true;
+    reason = error ? error.message : platform::toUtf8(why);
+    return false;
 }
 
 std::vector<std::wstring> referencesOf(AcDbDatabase& database, const std::wstring& drawing) {

@@ -19,30 +19,19 @@ struct Format {
 };
 constexpr Format kFormats[] = {{L"Text", &textPipes}, {L"Csv", &csvPipes}, {L"Json", &jsonPipes}};
 
-void addDrawing(AcDbDatabase& database, const std::wstring& path, PipeReport& report) {
+PipeTotals& add(const std::filesystem::path& file, PipeReport& report) {
     report.emplace_back();
-    report.back().drawing = nameOfFile(path);
-    report.back().file = nativeFile(path);
-    sumUp(DrawingFacts(database), report.back());
+    report.back().drawing = platform::fromUtf8(file.filename().u8string());
+    report.back().file = platform::fromUtf8(file.u8string());
+    return report.back();
 }
 
-// How many drawings could not be read.
-std::size_t addFiles(const std::vector<std::wstring>& paths, PipeReport& report) {
-    std::size_t unreadable = 0;
-    for (const std::wstring& path : paths) {
+void addFiles(const std::vector<std::filesystem::path>& files, PipeReport& report) {
+    for (const std::filesystem::path& file : files) {
+        PipeTotals& pipes = add(file, report);
         QrsExport::TReadDrawing drawing;
-        std::wstring reason;
-        if (QrsExport::ReadDrawing(path, drawing, reason)) {
-            addDrawing(*drawing.database, path, report);
-            continue;
-        }
-        ++unreadable;
-        report.emplace_back();
-        report.back().drawing = nameOfFile(path);
-        report.back().file = nativeFile(path);
-        report.back().unreadable = platform::toUtf8(reason);
+        if (readDrawing(file, drawing, pipes.unreadable)) sumUp(DrawingFacts(*drawing.database), pipes);
     }
-    return unreadable;
 }
 
 }  // namespace
@@ -52,20 +41,24 @@ void reportPipes() {
     for (const Format& format : kFormats)
         words.push_back(format.word);
     std::size_t format = 0;
-    std::wstring file;
-    std::vector<std::wstring> drawings;
+    std::filesystem::path file;
+    std::vector<std::filesystem::path> drawings;
     if (!askChoice(platform::untranslated(L"\nForm of the report [Text/Csv/Json] <Text>: "), words, format) ||
         !askPath(platform::untranslated(L"\nFile for the report <command line>: "), file) || !askDrawings(drawings))
         return;
     PipeReport report;
     AcDbDatabase* current = acdbHostApplicationServices()->workingDatabase();
-    if (drawings.empty() && current != nullptr) addDrawing(*current, fileOf(*current), report);
-    const std::size_t unreadable = addFiles(drawings, report);
-    platform::Error error;
-    if (!deliver(kFormats[format].report(report), file, error)) return fail(error.message);
-    if (unreadable > 0)
-        failReading(countedText(unreadable, platform::untranslated(L"%1 drawing was not read"),
-                                platform::untranslated(L"%1 drawings were not read")));
+    if (drawings.empty() && current != nullptr) {
+        const std::filesystem::path own = nativeFile(fileOf(*current));
+        if (!isFree(file, {own})) return;
+        sumUp(DrawingFacts(*current), add(own, report));
+    }
+    if (!isFree(file, drawings)) return;
+    addFiles(drawings, report);
+    if (!deliver(kFormats[format].report(report), file)) return;
+    for (const PipeTotals& pipes : report)
+        if (!pipes.unreadable.empty())
+            failReading(platform::translated(L"not read: %1", platform::fromUtf8(pipes.unreadable)));
 }
 
 }  // namespace qrs::audit

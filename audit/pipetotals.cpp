@@ -142,7 +142,7 @@ std::string textPipes(const PipeReport& report) {
         text += platform::translated(L"Pipes of %1\n",
                                      totals.drawing.empty() ? platform::translated(L"the drawing") : totals.drawing);
         if (!totals.unreadable.empty()) {
-            text += platform::translated(L"not read: %1\n", platform::fromUtf8(totals.unreadable));
+            text += platform::translated(L"not read: %1", platform::fromUtf8(totals.unreadable)) + L"\n";
             continue;
         }
         for (const SystemTotals& system : totals.systems)

@@ -2,12 +2,15 @@
 #include "prompts.h"
 
 #include <iterator>
+#include <set>
 
+#include "accepted.h"
 #include "acedads.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/language.h"
 #include "host/platform/text.h"
+#include "host/platform/tree.h"
 #include "qrs_kernal.h"
 
 namespace qrs::audit {
@@ -23,10 +26,16 @@ bool askText(const wchar_t* prompt, std::wstring& answer) {
     return true;
 }
 
-bool askPath(const wchar_t* prompt, std::wstring& answer) {
-    if (!askText(prompt, answer)) return false;
-    if (!answer.empty()) answer = platform::wholePath(platform::innerFromTyped(answer));
+bool askPath(const wchar_t* prompt, std::filesystem::path& answer) {
+    std::wstring text;
+    if (!askText(prompt, text)) return false;
+    answer = pathTyped(text);
     return true;
+}
+
+std::filesystem::path pathTyped(const std::wstring& answer) {
+    if (answer.empty()) return {};
+    return std::filesystem::absolute(platform::nativeFromTyped(platform::toUtf8(answer))).lexically_normal();
 }
 
 bool askChoice(const wchar_t* prompt, const std::vector<const wchar_t*>& words, std::size_t& choice) {
@@ -44,21 +53,47 @@ bool askChoice(const wchar_t* prompt, const std::vector<const wchar_t*>& words, 
     return true;
 }
 
-bool askDrawings(std::vector<std::wstring>& paths) {
-    for (std::wstring path;;) {
+bool askDrawings(std::vector<std::filesystem::path>& paths) {
+    std::set<std::filesystem::path> places;
+    for (std::filesystem::path path;;) {
         if (!askPath(paths.empty() ? platform::untranslated(L"\nDrawing <the current one>: ")
                                    : platform::untranslated(L"\nAnother drawing <no more>: "),
                      path))
             return false;
         if (path.empty()) return true;
-        paths.push_back(path);
+        if (places.insert(platform::fileMark(path).place).second) paths.push_back(path);
     }
 }
 
-bool deliver(const std::string& report, const std::wstring& path, platform::Error& error) {
-    if (!path.empty()) return platform::writeFileAtomically(platform::nativePath(path), report, 0, error);
-    acedPrompt((L"\n" + platform::fromUtf8(report)).c_str());
+bool isThere(const std::filesystem::path& native, platform::Error& error) {
+    std::string content;
+    return platform::kindOfName(native) != platform::NameKind::Missing || platform::readFile(native, content, error);
+}
+
+bool isFree(const std::filesystem::path& report, const std::vector<std::filesystem::path>& read) {
+    if (report.empty()) return true;
+    for (const std::filesystem::path& file : read) {
+        if (file.empty()) continue;
+        const std::filesystem::path accepted = platform::nativePath(platform::innerPath(file) + kAcceptedSuffix);
+        // Nothing lies in a file but itself.
+        for (const std::filesystem::path& one : {file, accepted}) {
+            if (!platform::liesInFolder(report, one)) continue;
+            fail(platform::translated("the report would be written over %1, which it tells of", one.u8string()));
+            return false;
+        }
+    }
     return true;
+}
+
+bool deliver(const std::string& report, const std::filesystem::path& file) {
+    if (file.empty()) {
+        acedPrompt((L"\n" + platform::fromUtf8(report)).c_str());
+        return true;
+    }
+    platform::Error error;
+    if (platform::writeFileAtomically(file, report, 0, error)) return true;
+    QrsExport::FailWriting(platform::fromUtf8(error.message));
+    return false;
 }
 
 void fail(const std::wstring& message) {

@@ -18,16 +18,16 @@ constexpr const wchar_t* kAuto = L"Auto";
 
 // The answers to the command's prompts.
 struct Request {
-    std::wstring mappings;  // a file; empty: what has one answer
+    std::filesystem::path mappings;  // empty: what has one answer
     bool isDryRun = false;
-    std::wstring file;  // empty: the command line
+    std::filesystem::path file;  // empty: the command line
 };
 
 bool ask(Request& request) {
     std::size_t choice = 0;
-    if (!askText(platform::untranslated(L"\nFile of mappings, or Auto <Auto>: "), request.mappings)) return false;
-    if (isSameName(request.mappings, kAuto)) request.mappings.clear();
-    if (!request.mappings.empty()) request.mappings = platform::wholePath(platform::innerFromTyped(request.mappings));
+    std::wstring mappings;
+    if (!askText(platform::untranslated(L"\nFile of mappings, or Auto <Auto>: "), mappings)) return false;
+    if (!isSameName(mappings, kAuto)) request.mappings = pathTyped(mappings);
     if (!askChoice(platform::untranslated(L"\nOnly show what would change? [No/Yes] <No>: "), {L"No", L"Yes"}, choice))
         return false;
     request.isDryRun = choice == 1;
@@ -66,7 +66,9 @@ void repairStandard() {
     if (!standard.isLoaded()) return fail(platform::translated(L"there is no pipe-system standard to repair by"));
     std::vector<Mapping> mappings;
     platform::Error error;
-    if (!request.mappings.empty() && !readMappings(request.mappings, mappings, error))
+    if (!isFree(request.file, {nativeFile(fileOf(*current)), request.mappings})) return;
+    if (!request.mappings.empty() &&
+        !(isThere(request.mappings, error) && readMappings(platform::innerPath(request.mappings), mappings, error)))
         return failReading(error.message);
     AcceptedFindings accepted;
     if (!accepted.read(fileOf(*current), error)) return failReading(error.message);
@@ -78,7 +80,7 @@ void repairStandard() {
         repair.plan(mappings);
     std::vector<std::wstring> refusals;
     if (!request.isDryRun) refusals = repair.apply();
-    if (!deliver(reportOf(request, repair, refusals), request.file, error)) return fail(error.message);
+    if (!deliver(reportOf(request, repair, refusals), request.file)) return;
     // What could be mended is.
     for (const std::wstring& refusal : refusals)
         QrsExport::TellRefusal(platform::translated(L"not done: %1", refusal));

@@ -227,9 +227,9 @@ TEST(Check, OfSeveralDrawingsEndsWithTheGravestOutcome) {
         int code;
         const char* said;
     } cases[] = {
-        {{"--check", "pipes.dxf", "gone.dxf"}, 3, "1 drawing was not checked\n"},
-        {{"--check", "gone.dxf", "faulty.dxf"}, 1, "1 drawing was not checked\nqrsconsole: 5 findings are errors\n"},
-        {{"--pipes", "pipes.dxf", "gone.dxf"}, 3, "1 drawing was not read\n"},
+        {{"--check", "pipes.dxf", "gone.dxf"}, 3, "qrsconsole: not checked: "},
+        {{"--check", "gone.dxf", "faulty.dxf"}, 1, "\nqrsconsole: 5 findings are errors\n"},
+        {{"--pipes", "pipes.dxf", "gone.dxf"}, 3, "qrsconsole: not read: "},
         // DWG drawings become others on the way; what lies beside them counts.
         {{"--check", "pipes.dxf", "house.dwg"}, 3, "save it as DXF, or name a converter"},
         {{"--check", "--converter", converter, "pipes.dxf", "torn.dwg"}, 3, "not checked: "},
@@ -250,6 +250,70 @@ TEST(Check, OfSeveralDrawingsEndsWithTheGravestOutcome) {
         EXPECT_NE(checked.out.find("house.dwg against the standard pwx\n"), std::string::npos) << checked.out;
         EXPECT_NE(checked.out.find("; 1 accepted\n"), std::string::npos) << checked.out;
     }
+}
+
+// Neither a wrong name nor a wrong ending costs a file, or is taken for done.
+TEST(Check, WritesItsReportOnlyWhereNothingElseLies) {
+    const Workplace place;
+    place.example("pipes.dxf");
+    place.write("rules.csv", "on-layer-0,off\n");
+    place.write("map.csv", "WALL,ByLayer,linetype\n");
+    place.write("list.txt", "pipes.dxf\n");
+    place.write("none.txt", "\n");
+    const struct {
+        std::vector<std::string> arguments;
+        int code;
+        const char* said;
+        const char* file;  // is not written
+    } cases[] = {
+        {{"--check", "pipes.dxf", "--to", "new.csv"}, 2, "new.csv: --check cannot", "new.csv"},
+        {{"--pipes", "pipes.dxf", "--to", "new.HTM"}, 2, "new.HTM: --pipes cannot", "new.HTM"},
+        {{"--repair", "auto", "--dry-run", "pipes.dxf", "--to", "new.json"}, 2, "--repair cannot", "new.json"},
+        {{"--check", "pipes.dxf", "--to", "./pipes.dxf"}, 2, "--to would overwrite pipes.dxf\n", "pipes.dxf"},
+        {{"--check", "pipes.dxf", "--to", "pipes.dxf.accepted"}, 2, "--to would", "pipes.dxf.accepted"},
+        {{"--check", "pipes.dxf", "--rules", "rules.csv", "--to", "rules.csv", "--form", "text"},
+         2,
+         "--to would overwrite rules.csv\n",
+         "rules.csv"},
+        {{"--pipes", "--list", "list.txt", "--to", "list.txt"}, 2, "--to would overwrite list.txt\n", "list.txt"},
+        {{"--pipes", "--list", "list.txt", "--to", "pipes.dxf"}, 2, "--to would", "pipes.dxf"},
+        {{"--repair", "map.csv", "--dry-run", "pipes.dxf", "--to", "map.csv", "--form", "text"}, 2, "", "map.csv"},
+        {{"--repair", "auto", "-o", "new.dxf", "pipes.dxf", "--to", "new.dxf"}, 2, "--to would", "new.dxf"},
+        {{"--check", "--list", "none.txt"}, 2, "qrsconsole: no drawing was named\n", "none.txt"},
+        {{"--check", "pipes.dxf", "--to", "nowhere/x.txt"}, 4, "nowhere", "pipes.dxf"},
+        {{"--pipes", "pipes.dxf", "gone.dxf", "--to", "nowhere/x.txt"}, 4, "nowhere", "pipes.dxf"},
+        {{"--repair", "auto", "--dry-run", "pipes.dxf", "--to", "nowhere/x.txt"}, 4, "nowhere", "pipes.dxf"},
+#if !defined(_WIN32)
+        // With slashes capitals matter.
+        {{"--check", "pipes.dxf", "--rules", "RULES.csv"}, 3, "RULES.csv", "rules.csv"},
+        {{"--check", "pipes.dxf", "Pipes.dxf", "--to", "List.txt"}, 3, "Pipes.dxf", "list.txt"},
+#endif
+    };
+    const auto bytesOf = [&](const char* name) { return place.has(name) ? place.read(name) : std::string("none"); };
+    for (const auto& one : cases) {
+        const std::string before = bytesOf(one.file);
+        const Outcome checked = place.run(one.arguments);
+        EXPECT_EQ(checked.code, one.code) << one.file << checked.out << checked.error;
+        EXPECT_NE(checked.error.find(one.said), std::string::npos) << checked.error;
+        EXPECT_EQ(bytesOf(one.file), before);
+    }
+
+    // The command refuses what only it knows: the references.
+    place.example("estate.dxf");
+    const std::string building = fileBytes(place.example("building.dxf"));
+    const Outcome refused = place.run({"--check", "--references", "estate.dxf", "--to", "building.dxf"});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_NE(refused.error.find("would be written over "), std::string::npos) << refused.error;
+    EXPECT_EQ(place.read("building.dxf"), building);
+
+    EXPECT_EQ(place.run({"--check", "pipes.dxf", "--to", "page.HTM"}).code, 0);
+    EXPECT_EQ(place.read("page.HTM").rfind("<!DOCTYPE html>", 0), 0u);
+    // A drawing that is named twice is told once; what cannot be read beside it is named where the report is not seen.
+    EXPECT_EQ(place.run({"--check", "pipes.dxf", "./pipes.dxf"}).out, place.run({"--check", "pipes.dxf"}).out);
+    std::filesystem::create_directory(place.path("pipes.dxf.accepted"));
+    const Outcome torn = place.run({"--check", "pipes.dxf", "--to", "report.txt"});
+    EXPECT_EQ(torn.code, 3);
+    EXPECT_NE(torn.error.find("pipes.dxf.accepted"), std::string::npos) << torn.error;
 }
 
 TEST(Check, LooksIntoReferencesWhenAsked) {
