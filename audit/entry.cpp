@@ -4,7 +4,8 @@
 //     REPAIRSTANDARD   mends what has one answer, or what a file of mappings says
 //     PIPEREPORT       what pipes drawings hold, by their systems
 //
-// It knows the module by what that exports, and the editor by its interface.
+// It knows the module by what that exports, and the editor by its interface. The suite's kernel opens drawings, takes
+// failures and names the standard's file; files, code pages and the language are the platform's.
 #include <exception>
 #include <string>
 
