@@ -56,6 +56,16 @@ std::wstring rename(AcDbObjectId id, const std::wstring& name) {
                       platform::untranslated(L"the drawing does not take the name"));
 }
 
+std::wstring update(AcDbObjectId style, const TextStyleNode& node) {
+    if (canHaveFontOf(node))
+        return doneUnless(PipeSystemTool::UpdateTextStyle(node.Name), platform::untranslated(L"it cannot be opened"));
+    // The font stays.
+    AcDbTextStyleTableRecordPointer record(style, AcDb::kForWrite);
+    return doneUnless(record.openStatus() == Acad::eOk && record->setTextSize(node.FontHeigth) == Acad::eOk &&
+                          record->setXScale(widthFactorOf(node)) == Acad::eOk,
+                      platform::untranslated(L"it cannot be opened"));
+}
+
 bool isLayerZero(std::wstring_view layer) {
     return layer == L"0";
 }
@@ -209,10 +219,8 @@ void Repair::planTextStyles() {
         const std::vector<Difference> differences = differencesOf(style, *node);
         if (differences.empty()) continue;
         add(L"textstyle-different", style.name,
-            {platform::translated(L"text style %1: %2", name, textOf(differences)), style.objects.count, [name] {
-                 return doneUnless(PipeSystemTool::UpdateTextStyle(CString(name)),
-                                   platform::untranslated(L"it cannot be opened"));
-             }});
+            {platform::translated(L"text style %1: %2", name, textOf(differences)), style.objects.count,
+             [id = style.id, node] { return update(id, *node); }});
     }
 }
 

@@ -87,6 +87,10 @@ std::vector<Difference> differencesOf(const CheckedDrawing& drawing, const Layer
                                       const LayerNode& definition);
 std::vector<Difference> differencesOf(const CheckedDrawing& drawing, const RecordFacts& linetype);
 std::vector<Difference> differencesOf(const TextStyleFacts& style, const TextStyleNode& node);
+// Whether styles can be given its font here. A typeface that is not installed can neither be written nor compared.
+bool canHaveFontOf(const TextStyleNode& node);
+// A standard that says nothing of the width has 0.
+double widthFactorOf(const TextStyleNode& node);
 // What a layer under an old name is called today; none when its name is no old one, or nothing lies on it.
 std::vector<const LayerNode*> newLayersOf(const StandardLists& standard, const LayerFacts& layer);
 

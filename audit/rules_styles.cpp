@@ -97,9 +97,12 @@ bool hasFontOf(const TextStyleFacts& style, const TextStyleNode& node) {
     return isSameFont(style.font, node.EnglishFont.view()) && isSameFont(style.bigFont, node.ChineseFont.view());
 }
 
+bool isInstalled(const TextStyleNode& node) {
+    return FontTool::IsWinFont(node.ChineseFont, node.Encoded, nullptr, nullptr, false);
+}
+
 std::wstring shownFont(const TextStyleNode& node) {
-    if (FontTool::IsWinFont(node.ChineseFont, node.Encoded, nullptr, nullptr, false))
-        return shownTypeface(wide(node.ChineseFont), node.Bold != 0, node.Italic != 0);
+    if (isInstalled(node)) return shownTypeface(wide(node.ChineseFont), node.Bold != 0, node.Italic != 0);
     return shownFont(wide(node.EnglishFont), wide(node.ChineseFont));
 }
 
@@ -123,13 +126,19 @@ std::vector<Difference> differencesOf(const CheckedDrawing& drawing, const Recor
     return {{platform::translated(L"pattern"), shownPattern(wide(own)), shownPattern(standard)}};
 }
 
+bool canHaveFontOf(const TextStyleNode& node) {
+    return isInstalled(node) || (node.WinFont == 0 && !node.EnglishFont.IsEmpty());
+}
+
+double widthFactorOf(const TextStyleNode& node) {
+    return node.WHScale == 0.0 ? 1.0 : node.WHScale;
+}
+
 std::vector<Difference> differencesOf(const TextStyleFacts& style, const TextStyleNode& node) {
     std::vector<Difference> differences;
     compare(platform::untranslated(L"height"), style.height, node.FontHeigth, differences);
-    // A standard that says nothing of the width has 0.
-    compare(platform::untranslated(L"width factor"), style.widthFactor, node.WHScale == 0.0 ? 1.0 : node.WHScale,
-            differences);
-    if (!hasFontOf(style, node))
+    compare(platform::untranslated(L"width factor"), style.widthFactor, widthFactorOf(node), differences);
+    if (canHaveFontOf(node) && !hasFontOf(style, node))
         differences.push_back({platform::translated(L"font"), shownFont(style), shownFont(node)});
     return differences;
 }

@@ -64,6 +64,25 @@ TEST(Repair, MendsWhatHasOneAnswerAndNothingElse) {
     EXPECT_EQ(place.read("undone.dxf"), place.read("faulty.dxf"));
 }
 
+// A typeface of the standard that is not installed is no font file.
+TEST(Repair, LeavesTheFontWhereTheTypefaceIsNotInstalled) {
+    const Workplace place;
+    std::filesystem::copy(std::filesystem::path(QRS_SOURCE_DIR) / "data", place.path("system"));
+    std::string standard = place.read("system/pwx.qdsl");
+    const std::string fonts = ">gbcbig.shx</ChineseFont>", english = ">gbenor.shx</EnglishFont>", flag = ">0</WinFont>";
+    standard.replace(standard.find(fonts), fonts.size(), ">没有的字体</ChineseFont>");
+    standard.replace(standard.find(english), english.size(), "></EnglishFont>");
+    standard.replace(standard.find(flag), flag.size(), ">1</WinFont>");
+    place.write("system/pwx.qdsl", standard);
+    place.write("faulty.dxf", faultyDrawing());
+    const Outcome mended = place.run({"--system", "system", "--repair", "auto", "faulty.dxf", "-o", "mended.dxf"});
+    EXPECT_NE(mended.out.find("text style 给排-管径: height 5 -> 3\n"), std::string::npos)
+        << mended.out << mended.error;
+    const std::string differences = compared(place, "faulty.dxf", "mended.dxf");
+    EXPECT_NE(differences.find("STYLE 21 \"给排-管径\": 40: 5 > 3"), std::string::npos) << differences;
+    EXPECT_EQ(differences.find("STYLE 21 \"给排-管径\": 3:"), std::string::npos) << differences;
+}
+
 TEST(Repair, FollowsAFileOfMappings) {
     const Workplace place;
     place.write("faulty.dxf", faultyDrawing());
