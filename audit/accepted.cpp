@@ -1,6 +1,8 @@
 // Reads what was accepted, and marks it.
 #include "accepted.h"
 
+#include <utility>
+
 #include "csv.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
@@ -43,15 +45,23 @@ std::wstring AcceptedFindings::reasonOf(const Rule& rule, const std::wstring& su
     return reason;
 }
 
-void AcceptedFindings::mark(Findings& findings) {
-    for (Finding& finding : findings)
-        finding.reason = reasonOf(*finding.rule, finding.subject);
+std::wstring AcceptedFindings::reasonOf(const Finding& finding) {
+    if (finding.names.empty()) return reasonOf(*finding.rule, finding.subject);
+    std::wstring reason;
+    for (const std::wstring& name : finding.names)
+        if (std::wstring own = reasonOf(*finding.rule, name); reason.empty()) reason = std::move(own);
+    return reason;
 }
 
-std::vector<std::wstring> AcceptedFindings::idle() const {
+void AcceptedFindings::mark(Findings& findings) {
+    for (Finding& finding : findings)
+        finding.reason = reasonOf(finding);
+}
+
+std::vector<std::wstring> AcceptedFindings::idle(const RuleWeights& weights) const {
     std::vector<std::wstring> rows;
     for (const Entry& entry : entries_)
-        if (!entry.fits)
+        if (!entry.fits && weights.of(*entry.rule) != Severity::Off)
             rows.push_back(platform::fromUtf8(faultAt(path_, entry.line, entry.rule->id + (L", " + entry.subject))));
     return rows;
 }

@@ -23,10 +23,12 @@ class AcceptedFindings {
 
     // Why what a rule finds of a subject was accepted; empty when it was not.
     std::wstring reasonOf(const Rule& rule, const std::wstring& subject);
+    // Likewise for a finding, which may bear other names than its subject.
+    std::wstring reasonOf(const Finding& finding);
     // Gives each accepted finding its reason.
     void mark(Findings& findings);
-    // Rows that nothing fits of what was asked for, as "file:line: rule, subject".
-    std::vector<std::wstring> idle() const;
+    // Rows of rules that are on, and that nothing fits of what was asked for, as "file:line: rule, subject".
+    std::vector<std::wstring> idle(const RuleWeights& weights) const;
 
   private:
     struct Entry {

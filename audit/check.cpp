@@ -47,7 +47,7 @@ bool checkDrawing(AcDbDatabase& database, const std::wstring& file, const RuleWe
     }
     accepted.mark(result.findings);
     std::stable_sort(result.findings.begin(), result.findings.end(), &comesBefore);
-    result.idle = accepted.idle();
+    result.idle = accepted.idle(weights);
     return true;
 }
 

@@ -196,6 +196,7 @@ constexpr platform::Translation kRows[] = {
     {"on layer %1", "在图层 %1 上"},
     {"of layer %1", "图层 %1 的线型"},
     {"on layer %1, of %2", "在图层 %1 上，属 %2"},
+    {"of building %1", "楼栋 %1"},
     {"serial %1", "编号 %1"},
     {"serial %1 of building %2", "楼栋 %2，编号 %1"},
     {"continuous", "实线"},

@@ -58,6 +58,8 @@ LayerFacts factsOf(const AcDbLayerTableRecord& record) {
     facts.linetype = nameOf<AcDbLinetypeTableRecord>(record.linetypeObjectId());
     facts.lineWeight = record.lineWeight();
     facts.isPlottable = record.isPlottable();
+    facts.isShown = !record.isOff() && !record.isFrozen();
+    facts.isLocked = record.isLocked();
     return facts;
 }
 
@@ -217,18 +219,18 @@ void DrawingFacts::readEntities() {
             if (DimStyleFacts* style = dimStyleFinder.find(look.dimStyle))
                 style->objectsByLayer[std::wstring(layerName)].add(look.id);
         if (look.space == TEntityLook::kModel && !look.isPart && layerName == L"0") onLayerZero.add(look.id);
+        if (look.typeName == kPipe) readPipe(look, layerName);
         // What lies in a block is drawn as often as the block, or never.
-        if (look.space != TEntityLook::kModel) continue;
-        if (look.typeName == kPipe) readPipe(look.id, layerName);
-        if (look.typeName == kNode && IsWell(look.id)) wells.push_back(look.id);
+        if (look.space == TEntityLook::kModel && look.typeName == kNode && IsWell(look.id)) wells.push_back(look.id);
     }
 }
 
-void DrawingFacts::readPipe(AcDbObjectId id, std::wstring_view layer) {
-    const AcDbObjectPointer<TDbPipe> pipe(id, AcDb::kForRead);
+void DrawingFacts::readPipe(const TEntityLook& look, std::wstring_view layer) {
+    const AcDbObjectPointer<TDbPipe> pipe(look.id, AcDb::kForRead);
     if (pipe.openStatus() != Acad::eOk) return;
     PipeFacts facts;
-    facts.id = id;
+    facts.id = look.id;
+    facts.isInBlock = look.space == TEntityLook::kBlock;
     facts.system = kept(PipeSystemTool::GetPipeSystemName(pipe.object()).GetString());
     facts.drawnSystem = kept(pipe->GetDrawnSystemName());
     facts.layer = kept(std::wstring(layer));
@@ -245,7 +247,7 @@ void DrawingFacts::readPipe(AcDbObjectId id, std::wstring_view layer) {
     AcDbObjectIdArray attachments;
     pipe->GetAttachments(attachments);
     facts.attachments = attachments.length();
-    pipes.push_back(facts);
+    (look.space == TEntityLook::kModel ? pipes : pipesElsewhere).push_back(facts);
 }
 
 // What no entity names may be needed by layers, styles, dictionaries.

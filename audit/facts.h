@@ -13,6 +13,8 @@
 #include "dbcolor.h"
 #include "dbmain.h"
 
+struct TEntityLook;
+
 namespace qrs::audit {
 
 // How many objects, and which come first.
@@ -54,6 +56,8 @@ struct LayerFacts : RecordFacts {
     std::wstring linetype;  // empty: the drawing lacks it
     AcDb::LineWeight lineWeight = AcDb::kLnWtByLwDefault;
     bool isPlottable = true;
+    bool isShown = true;  // neither off nor frozen
+    bool isLocked = false;
     Tally ownColor, ownLinetype, ownLineWeight;
 };
 
@@ -77,6 +81,7 @@ struct PipeFacts {
     std::wstring_view diameter, material;  // empty: nobody has told
     double length = 0.0;
     bool isRiser = false;
+    bool isInBlock = false;
     int attachments = 0;
     AcDbObjectId startNode, endNode;
 };
@@ -93,7 +98,8 @@ class DrawingFacts {
     std::vector<RecordFacts> linetypes;
     std::vector<TextStyleFacts> textStyles;
     std::vector<DimStyleFacts> dimStyles;
-    std::vector<PipeFacts> pipes;  // of model space, as are the wells
+    std::vector<PipeFacts> pipes;           // of model space, as are the wells
+    std::vector<PipeFacts> pipesElsewhere;  // of blocks and paper space
     std::vector<AcDbObjectId> wells;
     Tally onLayerZero;  // of model space
     // What objects name and the tables lack.
@@ -103,7 +109,7 @@ class DrawingFacts {
   private:
     void readTables();
     void readEntities();
-    void readPipe(AcDbObjectId id, std::wstring_view layer);
+    void readPipe(const TEntityLook& look, std::wstring_view layer);
     void findUsed();
     std::wstring_view kept(std::wstring text);
 

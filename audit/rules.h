@@ -32,6 +32,9 @@ struct Finding {
     Severity severity = Severity::Off;
     std::wstring subject;  // the layer, style or pipe system it is about
     std::wstring detail;   // what else is to be said; may be empty
+    // What rows of accepted findings call it where the subject alone would take in others: subject and detail, as any
+    // language prints them. Empty: the subject.
+    std::vector<std::wstring> names;
     std::vector<Difference> differences;
     std::uint64_t count = 0;  // of objects
     std::vector<std::wstring> handles;

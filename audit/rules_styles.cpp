@@ -273,12 +273,23 @@ void findDimStylesOfForeignText(const CheckedDrawing& drawing, Findings& finding
     }
 }
 
+namespace {
+
+// Those under an old name are told as such.
+bool isForeignLayer(const CheckedDrawing& drawing, std::wstring_view layer) {
+    const bool isDependent = layer.find(L'|') != std::wstring_view::npos;
+    return !isDependent && !isBuiltInLayer(layer) && drawing.standard.layer(layer) == nullptr &&
+           drawing.standard.layersOfOldName(layer).empty();
+}
+
+}  // namespace
+
 void findDimStylesOnForeignLayers(const CheckedDrawing& drawing, Findings& findings) {
     for (const DimStyleFacts& style : drawing.facts.dimStyles) {
         Tally objects;
         std::wstring names;
         for (const auto& [layer, onLayer] : style.objectsByLayer) {
-            if (drawing.standard.layer(layer) != nullptr) continue;
+            if (!isForeignLayer(drawing, layer)) continue;
             objects.add(onLayer);
             names += (names.empty() ? L"" : L", ") + layer;
         }

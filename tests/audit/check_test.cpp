@@ -69,7 +69,7 @@ warning   Texts in styles that are not in the standard [text-in-foreign-style]
           FANCY: 1 object (45)
 warning   Dimension styles that write in a text style that is not in the standard [dimstyle-text]
           To do: give the dimension style a text style of the standard.
-          D1, writes in FANCY: 1 object (47)
+          D1, writes in FANCY: 2 objects (33, 47)
 warning   Dimensions on layers that are not in the standard [dimstyle-layer]
           To do: move the dimensions to a layer of the standard.
           D1, on temp: 1 object (47)
@@ -157,6 +157,14 @@ TEST(Check, WeighsRulesAndKnowsWhatWasAccepted) {
          {},
          1,
          "faulty.dxf.accepted:2: own-color, X\n5 errors, 17 warnings, 6 notes; 1 accepted\n"},
+        // Of several findings of a system each one is accepted by itself, however the report spells it.
+        {"faulty.dxf.accepted", "riser-serial-doubled,\"生活给水, serial 1\",y\n", {}, 1, "; 1 accepted\n"},
+        {"faulty.dxf.accepted", "riser-serial-doubled,\"生活给水, 编号 1\",y\n", {}, 1, "; 1 accepted\n"},
+        {"faulty.dxf.accepted",
+         "riser-serial-doubled,生活给水,y\n",
+         {},
+         1,
+         "faulty.dxf.accepted:1: riser-serial-doubled, 生活给水\n"},
     };
     for (const Case& one : cases) {
         place.write(one.file, one.content);
@@ -167,6 +175,11 @@ TEST(Check, WeighsRulesAndKnowsWhatWasAccepted) {
         EXPECT_NE((checked.out + checked.error).find(one.said), std::string::npos) << checked.out << checked.error;
         std::filesystem::remove(place.path(one.file));
     }
+    // A rule that is off fits nothing, and so its rows are not told.
+    place.write("rules.csv", "own-color,off\n");
+    place.write("faulty.dxf.accepted", "own-color,*,y\n");
+    const Outcome checked = place.run({"--check", "faulty.dxf", "--rules", "rules.csv"});
+    EXPECT_EQ(checked.out.find("not found any more"), std::string::npos) << checked.out;
 }
 
 TEST(Check, TellsProgramsOfEachDrawing) {

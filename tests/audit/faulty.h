@@ -54,7 +54,8 @@ inline std::string faultyDrawing(const std::string& version = "AC1024") {
     text += tableText("APPID", "0=APPID;2=PIPE-SERIAL;70=0;");
     text += "0=ENDSEC;0=SECTION;2=BLOCKS;0=BLOCK;5=30;8=0;2=B;70=0;10=0;20=0;" +
             // By block in a block is no property of its own.
-            entityText("LINE", "31", "给排-生活给水-管线", "62=0;6=BYBLOCK;370=-2;" + line) + "0=ENDBLK;5=32;8=0;";
+            entityText("LINE", "31", "给排-生活给水-管线", "62=0;6=BYBLOCK;370=-2;" + line) +
+            entityText("DIMENSION", "33", "0", "100=AcDbDimension;10=0;20=0;70=0;3=D1") + "0=ENDBLK;5=32;8=0;";
     text += "0=ENDSEC;0=SECTION;2=ENTITIES;" +
             entityText("LINE", "40", "给排-生活给水-管线", "62=2;6=WALL;370=25;" + line) +
             entityText("LINE", "41", "给排-生活给水-管线", "6=GONE-LINE;420=255;" + line) +
