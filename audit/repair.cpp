@@ -70,11 +70,26 @@ bool isLayerZero(std::wstring_view layer) {
     return layer == L"0";
 }
 
-// Of several rows that fit a layer the first one counts.
-const Mapping* layerMapping(const std::vector<Mapping>& mappings, std::wstring_view layer) {
+// Of several rows that fit a name the first one counts.
+const Mapping* mappingOf(const std::vector<Mapping>& mappings, Mapping::Kind kind, std::wstring_view name) {
     for (const Mapping& mapping : mappings)
-        if (mapping.kind == Mapping::Kind::Layer && fits(layer, mapping.from)) return &mapping;
+        if (mapping.kind == kind && fits(name, mapping.from)) return &mapping;
     return nullptr;
+}
+
+// Of several layers that become one, a shown one gives it its name: what hides a layer stays with it.
+std::vector<const LayerFacts*> shownFirst(const std::vector<LayerFacts>& layers) {
+    std::vector<const LayerFacts*> all;
+    for (const LayerFacts& layer : layers)
+        all.push_back(&layer);
+    std::stable_partition(all.begin(), all.end(), [](const LayerFacts* layer) { return layer->isShown; });
+    return all;
+}
+
+bool isLayerName(const std::wstring& name) {
+    AcDbLayerTableRecordPointer record;
+    record.create();
+    return record->setName(name.c_str()) == Acad::eOk;
 }
 
 template <class Facts>
@@ -108,13 +123,15 @@ bool readMappings(const std::wstring& path, std::vector<Mapping>& mappings, plat
     return true;
 }
 
-bool Repair::add(const wchar_t* rule, const std::wstring& subject, Change change) {
+bool Repair::add(const wchar_t* rule, const std::wstring& subject, Change change, const std::wstring& obstacle) {
     const std::wstring reason = accepted_ != nullptr ? accepted_->reasonOf(*ruleNamed(rule), subject) : std::wstring();
-    if (reason.empty())
-        changes_.push_back(std::move(change));
-    else
+    if (!reason.empty())
         kept_.push_back(platform::translated(L"%1; accepted: %2", change.text, reason));
-    return reason.empty();
+    else if (!obstacle.empty())
+        refusals_.push_back(change.text + L": " + obstacle);
+    else
+        changes_.push_back(std::move(change));
+    return reason.empty() && obstacle.empty();
 }
 
 // --- layers
@@ -123,37 +140,50 @@ bool Repair::hasLayer(const std::wstring& name) const {
     return coming_.count(name) > 0 || isIn(facts_.layers, name);
 }
 
+bool Repair::isShown(const std::wstring& name) const {
+    if (const auto found = coming_.find(name); found != coming_.end()) return found->second;
+    return std::all_of(facts_.layers.begin(), facts_.layers.end(),
+                       [&](const LayerFacts& layer) { return layer.isShown || !isSameName(layer.name, name); });
+}
+
 void Repair::planLayer(const LayerFacts& layer, const std::wstring& name) {
     const bool isNew = !hasLayer(name);
     const bool isSame = isSameName(layer.name, name);
     const wchar_t* const rule = isSame ? L"layer-case" : L"layer-old-name";
     const AcDbObjectId id = layer.id;
-    if (isSame || (isNew && !isBuiltInLayer(layer.name))) {
+    const std::wstring obstacle =
+        doneUnless(isLayerName(name), platform::untranslated(L"the drawing does not take the name"));
+    // One that others are moved to keeps its name.
+    if (isSame || (isNew && !isBuiltInLayer(layer.name) && goals_.count(layer.name) == 0)) {
         const bool isRenamed = add(rule, layer.name,
                                    {platform::translated(L"layer %1 renamed %2", layer.name, name), layer.objects.count,
-                                    [id, name] { return rename<AcDbLayerTableRecord>(id, name); }});
-        if (isRenamed) coming_.insert(name);
+                                    [id, name] { return rename<AcDbLayerTableRecord>(id, name); }},
+                                   obstacle);
+        if (isRenamed) coming_[name] = layer.isShown;
         if (isRenamed || isSame) planProperties(layer, isRenamed ? name : layer.name);
         return;
     }
     // In blocks layer 0 stands for the layer of the block.
     const std::uint64_t count = isLayerZero(layer.name) ? facts_.onLayerZero.count : layer.objects.count;
     if (count == 0) return;
-    const auto makeRoom = [this, from = layer.name, id, name, isNew] {
-        const AcDbLayerTableRecordPointer record(id, AcDb::kForRead);
-        std::wstring reason;
-        if (record.openStatus() != Acad::eOk || record->isLocked())
-            reason = platform::translated(L"the layer is locked");
-        else if (isNew && PipeSystemTool::InitLayer(CString(name)).isNull())
-            reason = platform::translated(L"neither the drawing nor the standard has it");
-        if (!reason.empty()) layerMoves_.erase(from);
-        return reason;
+    const auto makeRoom = [this, from = layer.name, name, isNew] {
+        if (!isNew || !PipeSystemTool::InitLayer(CString(name)).isNull()) return std::wstring();
+        layerMoves_.erase(from);
+        return platform::translated(L"neither the drawing nor the standard has it");
     };
+    std::wstring hindrance = obstacle;
+    if (layer.isLocked)
+        hindrance = platform::translated(L"the layer is locked");
+    else if (hindrance.empty() && isNew && standard_.layer(name) == nullptr)
+        hindrance = platform::translated(L"neither the drawing nor the standard has it");
+    // What was seen is not to vanish without a word.
+    const std::wstring to =
+        layer.isShown && !isShown(name) ? platform::translated(L"%1, which is frozen or off", name) : name;
     if (!add(rule, layer.name,
-             {platform::translated(L"objects of layer %1 moved to %2", layer.name, name), count, makeRoom}))
+             {platform::translated(L"objects of layer %1 moved to %2", layer.name, to), count, makeRoom}, hindrance))
         return;
     layerMoves_[layer.name] = name;
-    coming_.insert(name);
+    coming_.emplace(name, isShown(name));
 }
 
 void Repair::planProperties(const LayerFacts& layer, const std::wstring& name) {
@@ -170,17 +200,22 @@ void Repair::planProperties(const LayerFacts& layer, const std::wstring& name) {
 
 void Repair::planAll(AcceptedFindings& accepted) {
     accepted_ = &accepted;
+    std::vector<std::pair<const LayerFacts*, std::wstring>> hidden;
     for (const LayerFacts& layer : facts_.layers) {
         if (layer.isDependent() || isBuiltInLayer(layer.name)) continue;
         std::wstring name = layer.name;
         if (const LayerNode* definition = standard_.layer(layer.name)) name = wide(definition->LayerName);
         const std::vector<const LayerNode*> today = newLayersOf(standard_, layer);
         if (today.size() == 1) name = wide(today.front()->LayerName);
-        if (name != layer.name)
+        if (name == layer.name)
+            planProperties(layer, name);
+        else if (layer.isShown || isSameName(layer.name, name))
             planLayer(layer, name);
         else
-            planProperties(layer, name);
+            hidden.emplace_back(&layer, name);
     }
+    for (const auto& [layer, name] : hidden)
+        planLayer(*layer, name);
     for (const RecordFacts& linetype : facts_.linetypes) {
         if (!linetype.isDependent() && !isBuiltInLinetype(linetype.name)) planLinetype(linetype);
     }
@@ -238,9 +273,10 @@ void Repair::planSystem(const std::wstring& from, const std::wstring& to, std::v
 
 void Repair::planOldSystems() {
     std::map<std::pair<std::wstring_view, std::wstring_view>, std::vector<AcDbObjectId>> pipes;
-    for (const PipeFacts& pipe : facts_.pipes)
-        if (!pipe.drawnSystem.empty() && pipe.drawnSystem != pipe.system)
-            pipes[{pipe.drawnSystem, pipe.system}].push_back(pipe.id);
+    for (const auto* place : {&facts_.pipes, &facts_.pipesElsewhere})
+        for (const PipeFacts& pipe : *place)
+            if (!pipe.drawnSystem.empty() && pipe.drawnSystem != pipe.system)
+                pipes[{pipe.drawnSystem, pipe.system}].push_back(pipe.id);
     for (auto& [names, ids] : pipes)
         planSystem(std::wstring(names.first), std::wstring(names.second), std::move(ids));
 }
@@ -248,30 +284,46 @@ void Repair::planOldSystems() {
 // --- mappings
 
 void Repair::plan(const std::vector<Mapping>& mappings) {
-    for (const LayerFacts& layer : facts_.layers) {
-        const Mapping* mapping = layerMapping(mappings, layer.name);
-        if (mapping != nullptr && !layer.isDependent() && layer.name != mapping->to) planLayer(layer, mapping->to);
+    std::vector<std::pair<const LayerFacts*, const Mapping*>> mapped;
+    for (const LayerFacts* layer : shownFirst(facts_.layers)) {
+        const Mapping* mapping = mappingOf(mappings, Mapping::Kind::Layer, layer->name);
+        if (mapping == nullptr || layer->isDependent() || layer->name == mapping->to) continue;
+        mapped.emplace_back(layer, mapping);
+        if (!isSameName(layer->name, mapping->to)) goals_.insert(mapping->to);
     }
+    for (const auto& [layer, mapping] : mapped)
+        planLayer(*layer, mapping->to);
     planMissingLayers(mappings);
     for (const Mapping& mapping : mappings) {
         if (mapping.kind == Mapping::Kind::Linetype) planLinetypes(mapping);
         if (mapping.kind == Mapping::Kind::TextStyle) planTexts(mapping);
-        if (mapping.kind != Mapping::Kind::PipeSystem) continue;
-        std::vector<AcDbObjectId> pipes;
-        for (const PipeFacts& pipe : facts_.pipes)
-            if (pipe.system != mapping.to && fits(pipe.system, mapping.from)) pipes.push_back(pipe.id);
-        planSystem(mapping.from, mapping.to, std::move(pipes));
     }
+    planSystems(mappings);
+}
+
+void Repair::planSystems(const std::vector<Mapping>& mappings) {
+    std::map<const Mapping*, std::vector<AcDbObjectId>> pipes;
+    for (const auto* place : {&facts_.pipes, &facts_.pipesElsewhere})
+        for (const PipeFacts& pipe : *place) {
+            const Mapping* mapping = mappingOf(mappings, Mapping::Kind::PipeSystem, pipe.system);
+            if (mapping != nullptr && pipe.system != mapping->to) pipes[mapping].push_back(pipe.id);
+        }
+    for (auto& [mapping, ids] : pipes)
+        planSystem(mapping->from, mapping->to, std::move(ids));
 }
 
 // Layers that objects name although the drawing does not have them.
 void Repair::planMissingLayers(const std::vector<Mapping>& mappings) {
     for (const auto& [name, objects] : facts_.missingLayers) {
-        const Mapping* mapping = layerMapping(mappings, name);
+        const Mapping* mapping = mappingOf(mappings, Mapping::Kind::Layer, name);
         if (mapping == nullptr || isSameName(name, mapping->to)) continue;
+        std::wstring text = platform::translated(L"objects of layer %1 moved to %2", name, mapping->to);
+        if (!hasLayer(mapping->to) && standard_.layer(mapping->to) == nullptr) {
+            refusals_.push_back(text + L": " + platform::translated(L"neither the drawing nor the standard has it"));
+            continue;
+        }
         layerMoves_[name] = mapping->to;
-        changes_.push_back({platform::translated(L"objects of layer %1 moved to %2", name, mapping->to), objects.count,
-                            [this, from = name, to = mapping->to] {
+        changes_.push_back({std::move(text), objects.count, [this, from = name, to = mapping->to] {
                                 // One that the drawing has is taken as it is.
                                 if (!PipeSystemTool::InitLayer(CString(to)).isNull()) return std::wstring();
                                 layerMoves_.erase(from);
@@ -339,11 +391,12 @@ class Repair::Mover {
   public:
     explicit Mover(const Repair& repair) : repair_(repair) {}
 
-    std::size_t run() {
+    // What cannot be changed.
+    Tally run() {
         collect();
-        std::size_t refused = 0;
+        Tally refused;
         for (const Move& move : moves_)
-            if (!carryOut(move)) ++refused;
+            if (!carryOut(move)) refused.add(move.id);
         return refused;
     }
 
@@ -410,15 +463,26 @@ class Repair::Mover {
     std::vector<Move> moves_;
 };
 
-std::vector<std::wstring> Repair::apply() {
-    std::vector<std::wstring> refusals;
-    for (const Change& change : changes_)
+void Repair::apply() {
+    std::vector<Change> done;
+    for (Change& change : changes_) {
         if (const std::wstring reason = change.apply(); !reason.empty())
-            refusals.push_back(change.text + L": " + reason);
-    if (layerMoves_.empty() && linetypeMoves_.empty() && textStyleMoves_.empty()) return refusals;
-    if (const std::size_t refused = Mover(*this).run(); refused > 0)
-        refusals.push_back(platform::translated(L"%1 objects that cannot be changed", refused));
-    return refusals;
+            refusals_.push_back(change.text + L": " + reason);
+        else
+            done.push_back(std::move(change));
+    }
+    changes_ = std::move(done);
+    if (layerMoves_.empty() && linetypeMoves_.empty() && textStyleMoves_.empty()) return;
+    const Tally refused = Mover(*this).run();
+    if (refused.count == 0) return;
+    std::wstring handles;
+    for (const AcDbObjectId& id : refused.first)
+        handles += (handles.empty() ? L"" : L", ") + handleOf(id);
+    if (refused.count > refused.first.size()) handles += L", ...";
+    refusals_.push_back(platform::translated(refused.count == 1
+                                                 ? platform::untranslated(L"%1 object that cannot be changed: %2")
+                                                 : platform::untranslated(L"%1 objects that cannot be changed: %2"),
+                                             refused.count, handles));
 }
 
 }  // namespace qrs::audit

@@ -49,19 +49,23 @@ class Repair {
     const std::vector<Change>& changes() const { return changes_; }
     // What stays since it was accepted, with the reason.
     const std::vector<std::wstring>& kept() const { return kept_; }
-    // Carries them out, once. Why some were not, with the change's text; empty when all are done.
-    std::vector<std::wstring> apply();
+    // What is not possible, with the reason: what the plan could see, and, after apply, what did not succeed.
+    const std::vector<std::wstring>& refusals() const { return refusals_; }
+    // Carries the changes out, once; those that did not succeed are changes no more.
+    void apply();
 
   private:
     class Mover;
 
-    // Takes a change up that mends what a rule finds of a subject. False when that was accepted.
-    bool add(const wchar_t* rule, const std::wstring& subject, Change change);
+    // Takes a change up that mends what a rule finds of a subject. False when that was accepted, or an obstacle is
+    // known.
+    bool add(const wchar_t* rule, const std::wstring& subject, Change change, const std::wstring& obstacle = {});
     void planLayer(const LayerFacts& layer, const std::wstring& name);
     void planProperties(const LayerFacts& layer, const std::wstring& name);
     void planLinetype(const RecordFacts& linetype);
     void planTextStyles();
     void planOldSystems();
+    void planSystems(const std::vector<Mapping>& mappings);
     void planSystem(const std::wstring& from, const std::wstring& to, std::vector<AcDbObjectId> pipes);
     void planMissingLayers(const std::vector<Mapping>& mappings);
     void planLinetypes(const Mapping& mapping);
@@ -69,13 +73,17 @@ class Repair {
     void planTexts(const Mapping& mapping);
     void planTextMove(const std::wstring& from, const Tally& objects, const Mapping& mapping);
     bool hasLayer(const std::wstring& name) const;
+    // Whether what lies on a layer is seen, once the changes before are made.
+    bool isShown(const std::wstring& name) const;
 
     const DrawingFacts& facts_;
     const StandardLists& standard_;
     AcceptedFindings* accepted_ = nullptr;  // none where somebody says what is to be done
     std::vector<Change> changes_;
     std::vector<std::wstring> kept_;
-    std::set<std::wstring, NameLess> coming_;  // layers that a change before has made or renamed
+    std::vector<std::wstring> refusals_;
+    ByName<bool> coming_;                     // layers that a change before has made or renamed; whether they are shown
+    std::set<std::wstring, NameLess> goals_;  // layers that others are mapped to
     // What objects are to be given, by what they have: in one pass after all changes.
     ByName<std::wstring> layerMoves_, linetypeMoves_, textStyleMoves_;
 };

@@ -34,7 +34,7 @@ bool ask(Request& request) {
     return askPath(platform::untranslated(L"\nFile for the report <command line>: "), request.file);
 }
 
-std::string reportOf(const Request& request, const Repair& repair, const std::vector<std::wstring>& refusals) {
+std::string reportOf(const Request& request, const Repair& repair) {
     std::wstring text;
     for (const Change& change : repair.changes()) {
         text += change.text;
@@ -47,7 +47,7 @@ std::string reportOf(const Request& request, const Repair& repair, const std::ve
     }
     for (const std::wstring& kept : repair.kept())
         text += platform::translated(L"left as it is: %1", kept) + L"\n";
-    for (const std::wstring& refusal : refusals)
+    for (const std::wstring& refusal : repair.refusals())
         text += platform::translated(L"not done: %1", refusal) + L"\n";
     text += countedText(repair.changes().size(), platform::untranslated(L"%1 change"),
                         platform::untranslated(L"%1 changes"));
@@ -78,11 +78,10 @@ void repairStandard() {
         repair.planAll(accepted);
     else
         repair.plan(mappings);
-    std::vector<std::wstring> refusals;
-    if (!request.isDryRun) refusals = repair.apply();
-    if (!deliver(reportOf(request, repair, refusals), request.file)) return;
+    if (!request.isDryRun) repair.apply();
+    if (!deliver(reportOf(request, repair), request.file)) return;
     // What could be mended is.
-    for (const std::wstring& refusal : refusals)
+    for (const std::wstring& refusal : repair.refusals())
         QrsExport::TellRefusal(platform::translated(L"not done: %1", refusal));
 }
 

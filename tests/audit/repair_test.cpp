@@ -64,6 +64,55 @@ TEST(Repair, MendsWhatHasOneAnswerAndNothingElse) {
     EXPECT_EQ(place.read("undone.dxf"), place.read("faulty.dxf"));
 }
 
+// A plan tells what is not possible, the first row that fits decides, and nothing vanishes unseen.
+TEST(Repair, TellsBeforehandWhatItCannotDo) {
+    const std::string line = "100=AcDbLine;10=0;20=0;11=1;21=1";
+    const auto layer = [](const std::string& name, const char* flags, const char* color) {
+        return "0=LAYER;100=AcDbSymbolTableRecord;100=AcDbLayerTableRecord;2=" + name + ";70=" + flags +
+               ";62=" + color + ";6=Continuous;";
+    };
+    const Workplace place;
+    place.write(
+        "plan.dxf",
+        dxfText("0=SECTION;2=HEADER;9=$ACADVER;1=AC1024;9=$HANDSEED;5=FFF;0=ENDSEC;0=SECTION;2=TABLES;" +
+                tableText("LAYER", layer("0", "0", "7") + layer("LOCKED", "4", "7") + layer("BAD", "0", "7") +
+                                       layer("ONE", "0", "7") + layer("TWO", "0", "7") + layer("ICE1", "1", "7") +
+                                       layer("ICE2", "0", "7") + layer("SEEN", "0", "7") + layer("OFF", "0", "-7")) +
+                "0=ENDSEC;0=SECTION;2=BLOCKS;0=BLOCK;5=30;8=0;2=B;70=0;10=0;20=0;" +
+                pipeText("31", "0", "牛奶", "11=1;21=0;31=0") + "0=ENDBLK;5=32;8=0;0=ENDSEC;0=SECTION;2=ENTITIES;" +
+                entityText("LINE", "41", "LOCKED", line) + entityText("LINE", "42", "BAD", line) +
+                entityText("LINE", "43", "ONE", line) + entityText("LINE", "44", "TWO", line) +
+                entityText("LINE", "45", "ICE1", line) + entityText("LINE", "46", "ICE2", line) +
+                entityText("LINE", "47", "SEEN", line) + pipeText("50", "0", "牛奶", "11=1;21=0;31=0") +
+                "0=ENDSEC;0=EOF"));
+    place.write("map.csv",
+                "LOCKED,TWO,layer\nBAD,bad|na*me,layer\nONE,TWO,layer\nTWO,给排-污水-管线,layer\n"
+                "ICE*,给排-雨水-管线,layer\nSEEN,OFF,layer\n*,污水,system\n牛*,雨水,system\n");
+    EXPECT_NE(place.run({"--check", "plan.dxf"}).out.find("牛奶: 2 objects (31, 50)\n"), std::string::npos);
+    const Outcome shown = place.run({"--repair", "map.csv", "--dry-run", "plan.dxf"});
+    const std::string report =
+        "objects of layer ONE moved to TWO (1 object)\n"
+        "objects of layer TWO moved to 给排-污水-管线 (1 object)\n"
+        "layer ICE2 renamed 给排-雨水-管线 (1 object)\n"
+        "objects of layer SEEN moved to OFF, which is frozen or off (1 object)\n"
+        "objects of layer ICE1 moved to 给排-雨水-管线 (1 object)\n"
+        "pipes of * given the system 污水 (2 objects)\n"
+        "not done: objects of layer LOCKED moved to TWO: the layer is locked\n"
+        "not done: layer BAD renamed bad|na*me: the drawing does not take the name\n";
+    const auto withoutProperties = [](std::string text) {
+        for (std::size_t at; (at = text.find("layer 给排-雨水-管线: ")) != std::string::npos;)
+            text.erase(at, text.find('\n', at) + 1 - at);
+        return text;
+    };
+    EXPECT_EQ(withoutProperties(shown.out), report + "7 changes; shown only, nothing was changed\n");
+    const Outcome mended = place.run({"--repair", "map.csv", "plan.dxf", "-o", "mended.dxf"});
+    EXPECT_EQ(withoutProperties(mended.out), report + "7 changes\n");
+    const std::string differences = compared(place, "plan.dxf", "mended.dxf");
+    for (const char* moved : {"LINE 43: 8: ONE > TWO\n", "LINE 44: 8: TWO > 给排-污水-管线\n",
+                              "QRS_PIPE 31: 1: 牛奶 > 污水\n", "QRS_PIPE 50: 1: 牛奶 > 污水\n"})
+        EXPECT_NE(differences.find(moved), std::string::npos) << moved << differences;
+}
+
 // A typeface of the standard that is not installed is no font file.
 TEST(Repair, LeavesTheFontWhereTheTypefaceIsNotInstalled) {
     const Workplace place;
