@@ -32,7 +32,7 @@ class Workplace {
 
     // From now on each run has so much: of the processor, and of memory where no sanitizer takes some for itself.
     // Beyond it is ended. POSIX alone.
-    void limit(int seconds, int megabytes) {
+    void limit(int seconds, [[maybe_unused]] int megabytes) {
         limits_ = "ulimit -t " + std::to_string(seconds);
 #if !defined(__SANITIZE_ADDRESS__)
         limits_ += " && ulimit -v " + std::to_string(megabytes * 1024);
