@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "host/plot/thinlines.h"
 
@@ -109,10 +110,12 @@ void Canvas::flush() {
     cairo_set_line_width(context_, stroke_.width);
     setColor(stroke_.color);
     cairo_stroke(context_);
+    isTouched_ = true;
 }
 
 cairo_t* Canvas::context() {
     flush();
+    isTouched_ = true;
     return context_;
 }
 
@@ -141,7 +144,7 @@ void Canvas::line(const Vec& from, const Vec& to, const Stroke& stroke) {
     if (!clipLine(visible_, from, d, t0, t1)) return;
     if (isThin(stroke)) {
         flush();
-        cairo_surface_flush(cairo_get_target(context_));
+        if (std::exchange(isTouched_, false)) cairo_surface_flush(cairo_get_target(context_));
         return thin_->line(from + d * t0, from + d * t1, stroke.color, stroke.width);
     }
     begin(stroke);
@@ -267,6 +270,7 @@ void Canvas::fill(const std::vector<std::vector<Vec>>& loops, const Color& color
     setColor(color);
     cairo_set_fill_rule(context_, CAIRO_FILL_RULE_EVEN_ODD);
     cairo_fill(context_);
+    isTouched_ = true;
 }
 
 void Canvas::pushClip(const std::vector<std::vector<Vec>>& loops) {

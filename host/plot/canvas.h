@@ -87,6 +87,7 @@ class Canvas {
     std::unique_ptr<ThinLines> thin_;
     Box clip_;                // dots
     bool isSlanted_ = false;  // the clip is no upright rectangle
+    bool isTouched_ = true;   // the library may hold drawing back
     Stroke stroke_;
     Vec at_;          // end of the path so far
     int pieces_ = 0;  // in it

@@ -208,6 +208,20 @@ Texts::Layout Texts::makeLayout(const std::vector<TextRun>& runs, const FontChoi
     return layout;
 }
 
+const Texts::Shaped& Texts::shapedLine(const std::wstring& text, const FontChoice& font, bool isBlack) {
+    constexpr std::size_t kMostKept = 2000;
+    if (shaped_.size() > kMostKept) shaped_.clear();
+    const auto [found, fresh] = shaped_.try_emplace({text, &faceOf(font), font.isStroked, isBlack});
+    Shaped& shaped = found->second;
+    if (!fresh) return shaped;
+    shaped.layout = makeLayout(lineRuns(text), font, isBlack);
+    shaped.line = pango_layout_get_line_readonly(shaped.layout.get(), 0);
+    PangoRectangle logical{};
+    pango_layout_line_get_extents(shaped.line, nullptr, &logical);
+    shaped.width = logical.width / kUnits;
+    return shaped;
+}
+
 // toPage: from the layout's units, upwards from the baseline.
 void Texts::show(PangoLayoutLine* line, const Color& color, const Transform& toPage, double heightInDots) {
     cairo_t* const context = canvas_.context();
@@ -248,13 +262,10 @@ void Texts::line(const pick::TextLine& text, const TextStyle& style, const Color
                                                                                                    : 0.0;
         return canvas_.line(toPage.point({from, 0, 0}), toPage.point({from + width, 0, 0}), Stroke{color, dots, true});
     }
-    const Layout layout = makeLayout(lineRuns(text.text), style.font, isBlack);
-    PangoLayoutLine* const first = pango_layout_get_line_readonly(layout.get(), 0);
-    PangoRectangle logical{};
-    pango_layout_line_get_extents(first, nullptr, &logical);
+    const Shaped& shaped = shapedLine(text.text, style.font, isBlack);
     double scale = text.height / faceOf(style.font).capitals;
     double stretch = text.widthFactor != 0.0 ? std::fabs(text.widthFactor) : 1.0;
-    double width = logical.width / kUnits * scale * stretch;
+    double width = shaped.width * scale * stretch;
     if (!(width > 0.0)) return;
     double left = 0.0;
     if (text.across == TextAcross::Aligned && text.length > 0.0) {
@@ -272,7 +283,7 @@ void Texts::line(const pick::TextLine& text, const TextStyle& style, const Color
     if (text.up == TextUp::Bottom) bottom = text.height / 3;
     const Transform mirrored = stretched(text.isBackwards ? -1 : 1, text.isUpsideDown ? -1 : 1);
     const Transform placed = toPage.after(mirrored).after(moved(left, bottom)).after(slanted(text.oblique));
-    show(first, color, placed.after(stretched(scale * stretch, scale)), dots);
+    show(shaped.line, color, placed.after(stretched(scale * stretch, scale)), dots);
 }
 
 std::vector<Texts::Placed> Texts::breakLines(const pick::Paragraphs& text, const TextStyle& style, bool isBlack,

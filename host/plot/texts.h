@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <tuple>
 
 #include "host/pick/picture.h"
 #include "host/plot/canvas.h"
@@ -56,7 +57,14 @@ class Texts {
         double capitals = 1.0;  // height of a capital, in the layout's units
     };
     struct Placed;
+    // Drawings say the same, such as diameters, many times.
+    struct Shaped {
+        Layout layout;
+        PangoLayoutLine* line = nullptr;  // of it
+        double width = 0.0;               // the layout's units
+    };
 
+    const Shaped& shapedLine(const std::wstring& text, const FontChoice& font, bool isBlack);
     const Face& faceOf(const FontChoice& font);
     Layout makeLayout(const std::vector<TextRun>& runs, const FontChoice& font, bool isBlack);
     void addLooks(PangoAttrList* list, const TextRun& run, const FontChoice& font, unsigned from, unsigned to,
@@ -69,6 +77,7 @@ class Texts {
     Canvas& canvas_;
     std::unique_ptr<PangoContext, Unref> context_;
     std::map<std::string, Face> faces_;
+    std::map<std::tuple<std::wstring, const Face*, bool, bool>, Shaped> shaped_;
 
   public:
     ~Texts();

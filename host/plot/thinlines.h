@@ -3,6 +3,8 @@
 
 #include <cairo.h>
 
+#include <cstdint>
+
 #include "host/plot/canvas.h"
 
 namespace qrs::host::plot {
@@ -19,7 +21,29 @@ class ThinLines {
     void line(const Vec& from, const Vec& to, const Color& color, double width);
 
   private:
-    void blend(int x, int y, const Color& color, double share);
+    // A colour ready to be mixed: two channels at once, and the third.
+    struct Ink {
+        explicit Ink(const Color& color)
+            : redAndBlue(static_cast<std::uint32_t>(color.red) << 16 | color.blue),
+              green(static_cast<std::uint32_t>(color.green) << 8) {}
+        std::uint32_t redAndBlue;
+        std::uint32_t green;
+    };
+    // A line seen along the axis it keeps closer to.
+    struct Course {
+        double main;  // where it begins
+        double side;
+        double mainAlong;  // of its direction
+        double sideAlong;
+        double length;
+        double half;   // its width
+        double reach;  // along the other axis
+        bool isSteep;
+    };
+
+    static void blend(unsigned char* place, const Ink& ink, std::uint32_t weight);
+    void ends(const Course& course, int first, int last, const Ink& ink);
+    void middle(const Course& course, int first, int last, const Ink& ink);
 
     unsigned char* dots_ = nullptr;
     int stride_ = 0;
