@@ -28,7 +28,7 @@ struct ProxyPoint {
     bool operator==(const ProxyPoint& other) const { return x == other.x && y == other.y && z == other.z; }
 };
 
-// What a picture does not say is as the entity itself has it.
+// What a picture does not say is as the entity itself has it; some programs show layer "0" then.
 struct ProxyTraits {
     std::optional<int> colorIndex;           // 0 by block, 256 by layer
     std::optional<std::uint32_t> rgb;        // 0xRRGGBB; then there is no index

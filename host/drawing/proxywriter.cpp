@@ -42,10 +42,19 @@ void put(std::string& bytes, double value) {
     std::memcpy(&bits, &value, sizeof bits);
     putUnit(bytes, bits, 8);
 }
-void put(std::string& bytes, const ProxyPoint& point) {
-    put(bytes, point.x);
-    put(bytes, point.y);
-    put(bytes, point.z);
+// Sines and the like differ in their last digits from machine to machine; pictures shall not. Directions have all
+// their digits after the point, places have not.
+constexpr int kDirectionBits = 40;
+constexpr int kPlaceBits = 20;
+
+double rounded(double value, int bits) {
+    constexpr double kNoFractions = 1e12;
+    return std::fabs(value) < kNoFractions ? std::ldexp(std::round(std::ldexp(value, bits)), -bits) + 0.0 : value;
+}
+void put(std::string& bytes, const ProxyPoint& point, int bits) {
+    put(bytes, rounded(point.x, bits));
+    put(bytes, rounded(point.y, bits));
+    put(bytes, rounded(point.z, bits));
 }
 
 void putCommand(std::string& commands, std::uint32_t& count, ProxyCommand command, std::string data) {
@@ -166,24 +175,24 @@ void ProxyGraphicsWriter::add(const ProxyShape& shape) {
         case Kind::Polygon:
             put(data, static_cast<std::uint32_t>(shape.points.size()));
             for (const ProxyPoint& point : shape.points)
-                put(data, point);
+                put(data, point, kPlaceBits);
             return putCommand(commands_, count_,
                               shape.kind == Kind::Polygon ? ProxyCommand::Polygon : ProxyCommand::Polyline, data);
         case Kind::Circle:
         case Kind::Arc:
-            put(data, shape.points.front());
-            put(data, shape.radius);
-            put(data, shape.normal);
+            put(data, shape.points.front(), kPlaceBits);
+            put(data, rounded(shape.radius, kPlaceBits));
+            put(data, shape.normal, kDirectionBits);
             if (shape.kind == Kind::Circle) return putCommand(commands_, count_, ProxyCommand::Circle, data);
-            put(data, shape.direction);
-            put(data, shape.sweep);
+            put(data, shape.direction, kDirectionBits);
+            put(data, rounded(shape.sweep, kDirectionBits));
             put(data, std::uint32_t{0});  // the arc alone, without its chord or radii
             return putCommand(commands_, count_, ProxyCommand::Arc, data);
         case Kind::Line:
         case Kind::Ray:
             if (shape.points.size() != 2) return;
-            put(data, shape.points[0]);
-            put(data, shape.points[1]);
+            put(data, shape.points[0], kPlaceBits);
+            put(data, shape.points[1], kPlaceBits);
             return putCommand(commands_, count_, shape.kind == Kind::Ray ? ProxyCommand::Ray : ProxyCommand::Line,
                               data);
     }
@@ -191,10 +200,10 @@ void ProxyGraphicsWriter::add(const ProxyShape& shape) {
 
 void ProxyGraphicsWriter::addText(const ProxyShape& shape) {
     std::string data;
-    put(data, shape.points.front());
-    put(data, shape.normal);
-    put(data, shape.direction);
-    put(data, shape.height);
+    put(data, shape.points.front(), kPlaceBits);
+    put(data, shape.normal, kDirectionBits);
+    put(data, shape.direction, kDirectionBits);
+    put(data, rounded(shape.height, kPlaceBits));
     put(data, shape.widthFactor);
     put(data, shape.oblique);
     const bool isUnicode = drawing_.version() >= dxf::kFirstInUtf8;

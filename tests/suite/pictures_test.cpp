@@ -33,7 +33,12 @@ std::string shownOf(const Sample& sample, unsigned handle = 0x40) {
         const char* const names[] = {"line", "polygon", "circle", "arc", "text", "endless", "ray"};
         shown += names[static_cast<int>(shape.kind)];
         if (shape.traits.isFilled) shown += " filled";
-        if (shape.traits.lineWeight) shown += " wide" + numbers({static_cast<double>(*shape.traits.lineWeight)});
+        // What the layer gives is left out.
+        if (shape.traits.rgb) shown += " rgb" + numbers({static_cast<double>(*shape.traits.rgb)});
+        const int color = shape.traits.colorIndex.value_or(-1);
+        if (!shape.traits.rgb && color != 3) shown += " color" + numbers({static_cast<double>(color)});
+        const int weight = shape.traits.lineWeight.value_or(-1);
+        if (weight != 25) shown += " wide" + numbers({static_cast<double>(weight)});
         if (shape.kind == ProxyShape::Kind::Circle) shown += numbers({at.x, at.y, at.z, shape.radius});
         if (shape.kind == ProxyShape::Kind::Arc)
             shown +=
@@ -130,6 +135,18 @@ TEST(PipePictures, AreDrawnAnewWhenTheShapeChangesAndOnlyThen) {
     EXPECT_EQ(shownOf(bare), "line wide 50 0 0 30 40;");
     AcDbObjectPointer<TDbPipe>(id, AcDb::kForWrite)->transformBy(AcGeMatrix3d::translation({1, 2, 0}));
     EXPECT_EQ(shownOf(bare), "line wide 50 1 2 31 42;");
+    // So is what tells colour, layer and weight: other programs know the picture alone.
+    AcDbObjectPointer<TDbPipe>(id, AcDb::kForWrite)->setColorIndex(1);
+    EXPECT_EQ(shownOf(bare), "line color 1 wide 50 1 2 31 42;");
+    AcCmColor color;
+    color.setRGB(0, 1, 2);
+    AcDbObjectPointer<TDbPipe>(id, AcDb::kForWrite)->setColor(color);
+    AcDbObjectPointer<TDbPipe>(id, AcDb::kForWrite)->SetLineWidth(0.0);
+    AcDbObjectPointer<TDbPipe>(id, AcDb::kForWrite)->setLineWeight(AcDb::kLnWt100);
+    EXPECT_EQ(shownOf(bare), "line rgb 258 wide 100 1 2 31 42;");
+    AcDbObjectPointer<TDbPipe>(id, AcDb::kForWrite)->setColorIndex(256);
+    AcDbObjectPointer<TDbPipe>(id, AcDb::kForWrite)->setLayer(L"0");
+    EXPECT_EQ(shownOf(bare), "line color -1 wide 100 1 2 31 42;") << "a block reference may give layer 0 another";
     std::wstring step;
     ASSERT_TRUE(DatabaseAccess::takeBack(*bare.database, step));
     EXPECT_EQ(bare.changes(), "");
@@ -144,10 +161,10 @@ TEST(PipePictures, AreDrawnAnewWhenTheShapeChangesAndOnlyThen) {
     AcDbObjectPointer<TDbPipe>(other, AcDb::kForWrite)->setColorIndex(1);
     EXPECT_EQ(drawn.changes(), " +62=1 -1=J +1=W +331=41");
     AcDbObjectPointer<TDbPipe>(other, AcDb::kForWrite)->SetCurve(TPipeCurve::Line({0, 0, 0}, {1, 0, 0}));
-    EXPECT_EQ(shownOf(drawn), "line 0 0 1 0;");
+    EXPECT_EQ(shownOf(drawn), "line color 1 0 0 1 0;");
     // Copies bring theirs along; new entities get one.
     AcDbObjectPointer<TDbPipe>(append(*drawn.database, new TDbPipeNode), AcDb::kForWrite);
-    EXPECT_EQ(shownOf(drawn, 0x50), "line 0 0;");
+    EXPECT_EQ(shownOf(drawn, 0x50), "line color -1 wide -1 0 0;");
     // R12 has no place for pictures.
     std::string old = pipeOf(tags);
     old.replace(old.find("AC1024"), 6, "AC1009");

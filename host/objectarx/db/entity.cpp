@@ -5,6 +5,7 @@
 #include "dbapserv.h"
 #include "dbents.h"
 #include "host/dxf/groupcodes.h"
+#include "host/objectarx/db/pictures.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/codepage.h"
 
@@ -84,6 +85,7 @@ Acad::ErrorStatus AcDbEntity::changeCommon(bool doSubents, Change&& change) {
         change(own);
         return Acad::eOk;
     }
+    const qrs::host::OwnPicture picture(*this);
     changeParts(state->drawing(), record(), doSubents, [&](dxf::RecordId id) {
         ObjectTags tags = commonTags(state->drawing(), id);
         return change(tags);
@@ -137,6 +139,7 @@ Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId newLayer, bool doSubents) {
     dxf::Tag tag;
     // Both names lie in the same file, so the bytes are taken over as they are.
     const std::string name(drawing.findTag(layer, codes::kName, tag) ? tag.value : std::string_view());
+    const qrs::host::OwnPicture picture(*this);
     changeParts(drawing, record(), doSubents, [&](dxf::RecordId id) {
         // Another spelling of the same layer is left as it is.
         if (state->contents().layers().of(id) == layer) return false;

@@ -1,11 +1,13 @@
 // Entities drawn into the pictures of them that drawing files carry.
 #include "host/objectarx/db/pictures.h"
 
+#include <cwchar>
 #include <utility>
 #include <vector>
 
 #include "acgi.h"
 #include "dbobjptr.h"
+#include "dbsymtb.h"
 #include "host/drawing/proxygraphics.h"
 #include "host/objectarx/db/state.h"
 
@@ -22,13 +24,41 @@ ProxyPoint pointOf(const AcGeVector3d& vector) {
     return {vector.x, vector.y, vector.z};
 }
 
+void take(ProxyTraits& traits, const AcCmColor& color) {
+    if (color.isByColor())
+        traits.rgb = static_cast<std::uint32_t>(color.red() << 16 | color.green() << 8 | color.blue());
+    else if (!color.isByLayer())
+        traits.colorIndex = color.colorIndex();
+}
+
+// What an entity looks like, as values: some programs take a picture that names none for one on layer "0", and the
+// numbers by which pictures name layers and linetypes are others once a table changes. What layer "0" and a block
+// reference give is left open.
+ProxyTraits looksOf(const AcDbEntity& entity) {
+    ProxyTraits traits;
+    take(traits, entity.color());
+    const AcDb::LineWeight weight = entity.lineWeight();
+    if (weight != AcDb::kLnWtByLayer) traits.lineWeight = weight;
+    const bool isTold = traits.rgb || traits.colorIndex;
+    const AcDbObjectPointer<AcDbLayerTableRecord> layer(entity.layerId(), AcDb::kForRead);
+    const ACHAR* name = nullptr;
+    if (layer.openStatus() != Acad::eOk || layer->getName(name) != Acad::eOk || std::wcscmp(name, L"0") == 0)
+        return traits;
+    if (!isTold) take(traits, layer->color());
+    if (!traits.lineWeight && layer->lineWeight() >= AcDb::kLnWt000) traits.lineWeight = layer->lineWeight();
+    return traits;
+}
+
 // Takes the shapes down. The interface asks for shapes without a change of what takes them.
 class Sheet final : public AcGiWorldGeometry, public AcGiSubEntityTraits {
   public:
-    explicit Sheet(const dxf::Drawing& drawing) : writer_(drawing) {}
+    Sheet(const dxf::Drawing& drawing, const ProxyTraits& looks) : writer_(drawing), traits_(looks) {}
     std::string picture() const { return writer_.picture(); }
 
-    void setColor(const Adesk::UInt16 color) override { traits_.colorIndex = color; }
+    void setColor(const Adesk::UInt16 color) override {
+        traits_.rgb.reset();
+        traits_.colorIndex = color;
+    }
     void setLineWeight(const AcDb::LineWeight weight) override { traits_.lineWeight = weight; }
     void setFillType(const AcGiFillType type) override { traits_.isFilled = type == kAcGiFillAlways; }
 
@@ -115,7 +145,7 @@ dxf::RecordId recordOf(const AcDbEntity& entity, const DatabaseState* state) {
 std::string drawnPicture(const AcDbEntity& entity) {
     const DatabaseState* state = DatabaseState::of(entity.database());
     if (recordOf(entity, state) == dxf::kNoRecord) return {};
-    Sheet sheet(state->drawing());
+    Sheet sheet(state->drawing(), looksOf(entity));
     SheetDraw draw(sheet);
     // Entities look at nothing but their own values while they draw.
     const_cast<AcDbEntity&>(entity).worldDraw(&draw);
@@ -130,6 +160,20 @@ void renewPicture(const AcDbEntity& entity, const std::string& before) {
     if (picture.empty()) return;
     const std::string present = proxyGraphicsOf(state->drawing(), record);
     if (present.empty() || picture != before) setProxyGraphics(state->drawing(), record, picture);
+}
+
+OwnPicture::OwnPicture(const AcDbEntity& entity) : entity_(entity) {
+    if (!entity.isA()->appName()) return;
+    const DatabaseState* state = DatabaseState::of(entity.database());
+    const dxf::RecordId record = recordOf(entity, state);
+    if (record == dxf::kNoRecord) return;
+    const std::string present = proxyGraphicsOf(state->drawing(), record);
+    isOwn_ = !present.empty() && present == drawnPicture(entity);
+}
+
+OwnPicture::~OwnPicture() {
+    const DatabaseState* state = DatabaseState::of(entity_.database());
+    if (isOwn_) setProxyGraphics(state->drawing(), recordOf(entity_, state), drawnPicture(entity_));
 }
 
 PictureCounts renewAllPictures(AcDbDatabase& database) {

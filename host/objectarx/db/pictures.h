@@ -15,6 +15,19 @@ std::string drawnPicture(const AcDbEntity& entity);
 // as it is when the entity looks as it did.
 void renewPicture(const AcDbEntity& entity, const std::string& before);
 
+// While an entity changes in colour, layer or the like: a picture that is its own follows, any other stays.
+class OwnPicture {
+  public:
+    explicit OwnPicture(const AcDbEntity& entity);
+    ~OwnPicture();
+    OwnPicture(const OwnPicture&) = delete;
+    OwnPicture& operator=(const OwnPicture&) = delete;
+
+  private:
+    const AcDbEntity& entity_;
+    bool isOwn_ = false;
+};
+
 struct PictureCounts {
     std::size_t given = 0;  // entities that had none, or another one
     std::size_t kept = 0;
