@@ -2,13 +2,16 @@
 """Makes residence.dxf and residence-site.dxf: the standard storey of a residential building with the design of its water
 supply and drainage, riser diagrams and two sheets; and the site with its drains, which the first one refers to. In mm.
 
-    examples/source/make_residence.py [FOLDER]
+    examples/source/make_residence.py [FOLDER [CONSOLE]]
 
-writes into the folder, by default examples/. Only the standard library is needed. The same input gives the same bytes.
+writes into the folder, by default examples/. Only the standard library is needed; the pictures by which other programs show the
+pipes are drawn by the console that is named (the one on the search path without it). The same input gives the same bytes.
 """
 
 import os
+import subprocess
 import sys
+import tempfile
 
 sys.dont_write_bytecode = True
 
@@ -94,9 +97,14 @@ def build_residence(site):
 def main():
     here = os.path.dirname(os.path.abspath(__file__))
     folder = sys.argv[1] if len(sys.argv) > 1 else os.path.dirname(here)
+    console = sys.argv[2] if len(sys.argv) > 2 else "qrsconsole"
     site = build_site()
-    write(site, "AC1024", os.path.join(folder, REFERENCE + ".dxf"))
-    write(build_residence(site), "AC1024", os.path.join(folder, "residence.dxf"))
+    with tempfile.TemporaryDirectory() as bare:
+        for name, drawing in ((REFERENCE, site), ("residence", build_residence(site))):
+            file = name + ".dxf"
+            write(drawing, "AC1024", os.path.join(bare, file))
+            subprocess.run([console, "--settings", os.path.join(bare, "settings.ini"), "-e", "PICTURES",
+                            "-o", os.path.join(folder, file), os.path.join(bare, file)], check=True, stdout=subprocess.DEVNULL)
 
 
 if __name__ == "__main__":

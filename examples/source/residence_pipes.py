@@ -55,21 +55,21 @@ FITTINGS = [
 # Texts of the plan: system, kind, middle, rotation, text.
 PLAN_TEXTS = [
     ("J", DIAMETER, (6130, 6580), 0, "DN25"), ("J", DIAMETER, (4620, 6580), 0, "DN20"), ("RJ", DIAMETER, (4620, 6060), 0, "DN20"),
-    ("J", DIAMETER, (6620, 1500), 90, "DN20"), ("F", DIAMETER, (6650, 9080), 0, "dn75"), ("F", DIAMETER, (7350, -1080), 0, "dn75"),
+    ("J", DIAMETER, (6620, 1500), 90, "DN20"), ("F", DIAMETER, (6400, 8780), 0, "dn75"), ("F", DIAMETER, (7350, -1080), 0, "dn75"),
     ("RJ", DIAMETER, (3000, 6060), 0, "DN20"),
 ]
 # Of the enlarged part: half as high, and with the slopes.
 DETAIL_TEXTS = [
     ("J", DIAMETER, (6150, 6490), 0, "DN25"), ("RJ", DIAMETER, (6150, 6150), 0, "DN20"), ("J", DIAMETER, (4550, 6490), 0, "DN20"),
     ("RJ", DIAMETER, (4550, 6150), 0, "DN20"), ("J", DIAMETER, (3000, 6490), 0, "DN20"), ("RJ", DIAMETER, (3000, 6150), 0, "DN20"),
-    ("J", DIAMETER, (5830, 7900), 90, "DN15"), ("RJ", DIAMETER, (5655, 7500), 90, "DN15"), ("J", DIAMETER, (6050, 9180), 0, "DN15"),
+    ("J", DIAMETER, (5830, 8450), 90, "DN15"), ("RJ", DIAMETER, (5655, 7500), 90, "DN15"), ("J", DIAMETER, (6050, 9180), 0, "DN15"),
     ("J", DIAMETER, (5145, 7900), 90, "DN20"), ("RJ", DIAMETER, (4980, 8300), 90, "DN20"), ("J", DIAMETER, (4200, 8620), 0, "DN15"),
     ("J", DIAMETER, (1000, 6480), 0, "DN15"), ("RJ", DIAMETER, (1250, 5730), 0, "DN15"),
-    ("W", DIAMETER, (900, 6150), 0, "dn110"), ("F", DIAMETER, (1350, 5420), 0, "dn50"), ("F", DIAMETER, (4400, 8900), 90, "dn75"),
-    ("W", DIAMETER, (4200, 7990), 0, "dn110"), ("F", DIAMETER, (4090, 7050), 90, "dn50"), ("F", DIAMETER, (6800, 9150), 0, "dn75"),
-    ("F", DIAMETER, (500, 5330), 90, "dn75"),
+    ("W", DIAMETER, (650, 6160), 0, "dn110"), ("F", DIAMETER, (1350, 5420), 0, "dn50"), ("F", DIAMETER, (4400, 8900), 90, "dn75"),
+    ("W", DIAMETER, (4200, 7990), 0, "dn110"), ("F", DIAMETER, (4090, 7050), 90, "dn50"), ("F", DIAMETER, (6480, 8870), 0, "dn75"),
+    ("F", DIAMETER, (410, 5300), 90, "dn75"),
 ]
-DETAIL_SLOPES = [("F", (4600, 8800), 270), ("F", (1350, 5270), 180), ("W", (660, 5990), 180), ("F", (6800, 8990), 0)]
+DETAIL_SLOPES = [("F", (4600, 8800), 270), ("F", (1350, 5270), 180), ("W", (660, 5990), 180), ("F", (6480, 8700), 0)]
 # The stairwell; x from the west end of the unit.
 CORE = [
     ("J", "DN50", [(12730, 7850), (12730, 7650)]),
@@ -97,8 +97,8 @@ CORE_FITTINGS = [
 ]
 CORE_TEXTS = [("J", DIAMETER, (10500, 6570), 0, "DN25"), ("RJ", DIAMETER, (11500, 6070), 0, "DN20"),
               ("ZP", DIAMETER, (11600, 5670), 0, "DN32"), ("ZP", DIAMETER, (9700, 5680), 0, "DN25")]
-CORE_DETAIL = [("J", DIAMETER, (10900, 6490), 0, "DN25"), ("RJ", DIAMETER, (10900, 6160), 0, "DN20"),
-               ("ZP", DIAMETER, (11700, 5940), 0, "DN32"), ("ZP", DIAMETER, (9700, 5940), 0, "DN25"),
+CORE_DETAIL = [("J", DIAMETER, (11600, 6490), 0, "DN25"), ("RJ", DIAMETER, (10700, 6160), 0, "DN20"),
+               ("ZP", DIAMETER, (12200, 5940), 0, "DN32"), ("ZP", DIAMETER, (9700, 5940), 0, "DN25"),
                ("ZP", DIAMETER, (12510, 6250), 90, "DN50")]
 
 

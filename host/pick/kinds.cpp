@@ -74,6 +74,7 @@ class PenOutline final : public Outline {
             TextLine line;
             line.text = text.text;
             line.height = text.height;
+            line.widthFactor = kOutlineWidthFactor;
             const Vec x{std::cos(angle), std::sin(angle), 0};
             return picture->textLine(line, pen_.in(Transform{x, {-x.y, x.x, 0}, {0, 0, 1}, text.at}).toWorld());
         }

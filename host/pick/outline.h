@@ -39,6 +39,8 @@ struct OutlineText {
     double height = 0.0;
     std::wstring text;
 };
+// How wide its characters are drawn, as usual in technical drawings.
+constexpr double kOutlineWidthFactor = 0.7;
 // How wide a text is taken to be, in heights.
 QRS_HOST_PORT double textWidth(const std::wstring& text);
 

@@ -32,10 +32,10 @@ def run(folder, *command):
     return done.returncode, done.stdout.decode("utf-8", "replace")
 
 
-def check_scripts(folder):
+def check_scripts(console, folder):
     """Each script makes the drawings that lie beside it, to the byte."""
     for script in sorted(SOURCE.glob("make_*.py")):
-        code, told = run(folder, sys.executable, script, folder)
+        code, told = run(folder, sys.executable, script, folder, console)
         check(code == 0, "%s: %s" % (script.name, told))
     made = sorted(pathlib.Path(folder).glob("*.dxf"))
     check(len(made) == 7, "drawings made: %s" % [one.name for one in made])
@@ -84,8 +84,9 @@ def check_design():
 
 def main():
     with tempfile.TemporaryDirectory() as folder:
-        check_scripts(folder)
-        check_with(pathlib.Path(sys.argv[1]).resolve(), folder)
+        console = pathlib.Path(sys.argv[1]).resolve()
+        check_scripts(console, folder)
+        check_with(console, folder)
     check_design()
     for fault in faults:
         print(fault)

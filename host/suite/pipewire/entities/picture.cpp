@@ -51,7 +51,7 @@ class WorldOutline final : public qrs::host::pick::Outline {
     void text(const OutlineText& text) override {
         const double angle = text.degrees * qrs::host::pick::kRadiansPerDegree;
         mode_.geometry().text(pointOf(text.at), AcGeVector3d::kZAxis, {std::cos(angle), std::sin(angle), 0.0},
-                              text.height, 1.0, 0.0, text.text.c_str());
+                              text.height, qrs::host::pick::kOutlineWidthFactor, 0.0, text.text.c_str());
     }
 
   private:
