@@ -80,7 +80,7 @@ def run_example(console, drawing, script):
         (folder / "tmp").mkdir()
         there = {*os.listdir(folder), "drawing.dxf", "after.dxf"}
         ran = subprocess.run(arguments, cwd=folder, capture_output=True, timeout=120,
-                             env={"PATH": "/usr/bin:/bin", "TMPDIR": str(folder / "tmp"), "HOME": str(folder / "tmp"), **SCREEN})
+                             env={"PATH": "/usr/bin:/bin", "TMPDIR": str(folder / "tmp"), "HOME": str(folder / "tmp"), **SCREEN, **pictures.CHECKER})
         # What a command refuses stands there, too.
         unexpected = [line for line in ran.stderr.decode().splitlines() if not line.startswith("qrsconsole: example.scr:")]
         if ran.returncode != 0 or unexpected:

@@ -18,6 +18,8 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 FOLDER = ROOT / "docs" / "pictures"
 CHANNELS = 3
+# What the leak checker is told, where it is built in.
+CHECKER = {name: os.environ[name] for name in ("LSAN_OPTIONS",) if name in os.environ}
 # Pictures are compared in squares of so many dots: how far the mean of a colour may be off in one, of 255.
 SQUARE, TOLERANCE = 12, 10
 FONTS = """<?xml version="1.0"?>
@@ -59,7 +61,7 @@ def plotted(console, drawing, *options):
         fonts.write_text(FONTS.format(folder=folder), encoding="utf-8")
         ran = subprocess.run([console, "--settings", f"{folder}/settings.ini", *options, "--plot", str(picture), str(drawing)],
                              capture_output=True, timeout=120,
-                             env={"PATH": "/usr/bin:/bin", "HOME": folder, "TMPDIR": folder, "FONTCONFIG_FILE": str(fonts)})
+                             env={"PATH": "/usr/bin:/bin", "HOME": folder, "TMPDIR": folder, "FONTCONFIG_FILE": str(fonts), **CHECKER})
         if ran.returncode != 0 or ran.stderr:
             raise RuntimeError(f"no picture of {drawing}: {ran.stderr.decode()}")
         return picture.read_bytes()
