@@ -6,9 +6,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <string_view>
+
+#include "host/dxf/bytes.h"
 
 namespace qrs::dxf {
 
@@ -29,7 +30,7 @@ struct Line {
 };
 
 inline Line cutLine(const char* at, const char* end, char lineEnd) {
-    const auto* found = static_cast<const char*>(std::memchr(at, lineEnd, static_cast<std::size_t>(end - at)));
+    const char* const found = findByte(at, end, lineEnd);
     if (found == nullptr) {
         // A file that is cut off between CR and LF.
         const bool endsHalf = lineEnd == '\n' && at != end && end[-1] == '\r';
@@ -72,9 +73,21 @@ struct RawTag {
 
 enum class Cut { Tag, NoValue, NoCode };
 
+// A code line of three characters, as most are: blanks, then digits. One decision for the three, since codes of all
+// lengths follow each other. False for any other line.
+inline bool shortCode(const char* at, int& code) {
+    const auto digit = [](char c) { return static_cast<unsigned>(static_cast<unsigned char>(c)) - '0'; };
+    const unsigned hundreds = digit(at[0]), tens = digit(at[1]), ones = digit(at[2]);
+    const bool hasHundreds = hundreds <= 9, hasTens = tens <= 9;
+    const bool isCode = (ones <= 9) & (hasTens | (at[1] == ' ')) & ((hasHundreds & hasTens) | (at[0] == ' '));
+    code = static_cast<int>((hasHundreds ? hundreds * 100 : 0) + (hasTens ? tens * 10 : 0) + ones);
+    return isCode;
+}
+
 // A code line as nearly all are written: blanks, at most nine digits, the line end. Null, without a judgement, for any
 // other; otherwise where the next line begins.
 inline const char* usualCode(const char* at, const char* end, char lineEnd, int& code) {
+    if (end - at >= 4 && at[3] == lineEnd && shortCode(at, code)) return at + 4;
     while (at != end && *at == ' ')
         ++at;
     int number = 0;
