@@ -23,11 +23,10 @@ std::uint32_t idOf(const Block* block) {
 
 }  // namespace
 
-std::uint32_t ObjectIds::of(RecordId record) const {
-    if (record >= drawing_.recordCount() || drawing_.record(record).kind != RecordKind::Table) return record;
+std::uint32_t ObjectIds::ofTable(RecordId head) const {
     dxf::Tag tag;
     const TableFormat* format =
-        drawing_.findTag(record, dxf::codes::kName, tag) ? findTableFormat(dxf::trimmed(tag.value)) : nullptr;
+        drawing_.findTag(head, dxf::codes::kName, tag) ? findTableFormat(dxf::trimmed(tag.value)) : nullptr;
     return format ? tableId(format->kind) : kNoRecord;
 }
 

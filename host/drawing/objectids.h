@@ -31,7 +31,10 @@ class ObjectIds {
         : drawing_(drawing), tables_(tables), blocks_(blocks) {}
 
     // The object of a record; kNoRecord for no record, and for the head of an unknown table.
-    std::uint32_t of(dxf::RecordId record) const;
+    std::uint32_t of(dxf::RecordId record) const {
+        const bool isTable = record < drawing_.recordCount() && drawing_.record(record).kind == dxf::RecordKind::Table;
+        return isTable ? ofTable(record) : record;
+    }
     // kNoRecord as well for tables that the file lacks and for unnamed spaces.
     dxf::RecordId recordOf(std::uint32_t object) const;
     bool isObject(std::uint32_t object) const;
@@ -48,6 +51,8 @@ class ObjectIds {
     const RecordFormat& formatOf(std::uint32_t object) const;
 
   private:
+    std::uint32_t ofTable(dxf::RecordId head) const;
+
     const dxf::Drawing& drawing_;
     const SymbolTables& tables_;
     const BlockIndex& blocks_;

@@ -1,6 +1,7 @@
 // A walk through the records of a drawing that are entities.
 #include "host/objectarx/db/entitywalk.h"
 
+#include <array>
 #include <optional>
 #include <vector>
 
@@ -16,8 +17,12 @@ namespace codes = dxf::codes;
 
 constexpr int kHeight = 40;  // of a text
 
-// Names of records stand under these codes alone.
-constexpr int kFirstCoordinate = 10;
+// Names of records stand under codes below this one alone.
+constexpr std::size_t kFirstCoordinate = 10;
+
+bool isLook(int code) {
+    return code == codes::kColor || code == codes::kLineWeight || code == codes::kTrueColor;
+}
 
 NamedRecord recordOf(TableKind table) {
     switch (table) {
@@ -34,6 +39,25 @@ NamedRecord recordOf(TableKind table) {
     }
 }
 
+// What the tags of a type of entities name.
+struct TypeNames {
+    bool isKnown = false;
+    NamedRecord style = NamedRecord::None;
+    std::array<NamedRecord, kFirstCoordinate> byCode{};
+};
+
+TypeNames namesOf(std::string_view type) {
+    TypeNames names;
+    names.isKnown = true;
+    for (std::size_t code = 1; code < names.byCode.size(); ++code) {
+        const NamingTag* naming = namingTag(type, static_cast<int>(code));
+        if (naming == nullptr) continue;
+        names.byCode[code] = recordOf(naming->table);
+        if (*naming->dxfName != '\0' && naming->table != TableKind::Block) names.style = names.byCode[code];
+    }
+    return names;
+}
+
 }  // namespace
 
 struct EntityWalk::Place {
@@ -42,21 +66,19 @@ struct EntityWalk::Place {
     DatabaseState& state;
     dxf::RecordId record;
     dxf::SourceRelease passed;
-    std::string_view typeName = {};
     std::optional<dxf::TagCursor> cursor = {};
-    bool isCommon = true;     // before the second subclass
-    bool namesStyle = false;  // tags after that may name a style
+    const TypeNames* names = nullptr;
+    bool isCommon = true;  // before the second subclass
     bool hasSeenLayer = false;
-    std::vector<std::int8_t> namesStyleByType = {};  // by the drawing's number of the type; -1: not asked yet
+    std::vector<TypeNames> namesByType = {};  // by the drawing's number of the type
+    TypeNames namesOfUncounted = {};
 
-    bool mayNameStyle(std::uint16_t type) {
-        if (type >= namesStyleByType.size()) namesStyleByType.resize(std::size_t{type} + 1, -1);
-        std::int8_t& answer = namesStyleByType[type];
-        if (answer >= 0) return answer != 0;
-        answer = 0;
-        for (const NamingTag& naming : namingTags())
-            if (naming.dxfName == typeName && naming.table != TableKind::Block) answer = 1;
-        return answer != 0;
+    const TypeNames& namesOf(std::uint16_t type, std::string_view typeName) {
+        if (type == dxf::kTypeUncounted) return namesOfUncounted = host::namesOf(typeName);
+        if (type >= namesByType.size()) namesByType.resize(std::size_t{type} + 1);
+        TypeNames& known = namesByType[type];
+        if (!known.isKnown) known = host::namesOf(typeName);
+        return known;
     }
 };
 
@@ -82,16 +104,17 @@ bool EntityWalk::next(WalkedEntity& entity) {
     const bool isPart = (entry.flags & dxf::kSubEntity) != 0;
     const dxf::Record& whole = isPart && entry.owner != dxf::kNoRecord ? drawing.record(entry.owner) : entry;
     const bool isInBlock = whole.owner != dxf::kNoRecord && drawing.record(whole.owner).kind == dxf::RecordKind::Block;
-    entity.id = place_->state.idOf(record);
+    entity.id = AcDbObjectId(place_->state.number, record);
     entity.layer = place_->state.idOf(place_->state.contents().layers().of(record));
-    entity.typeName = place_->typeName = drawing.typeNameOf(record);
+    entity.typeName = drawing.typeNameOf(record);
     entity.isPaper = !isInBlock && (whole.flags & dxf::kPaperSpace) != 0;
     entity.isModel = !isInBlock && !entity.isPaper;
     entity.isPart = isPart;
+    place_->names = &place_->namesOf(entry.type, entity.typeName);
+    entity.style = place_->names->style;
     place_->cursor.emplace(drawing.tags(record));
     place_->isCommon = true;
     place_->hasSeenLayer = false;
-    place_->namesStyle = place_->mayNameStyle(entry.type);
     return true;
 }
 
@@ -104,16 +127,13 @@ bool EntityWalk::nextTag(EntityTag& tag) {
         if (read.code == codes::kSubclass) {
             // Some programs write what entities share after the second mark: where the layer stands, the rest does.
             place.isCommon = !place.hasSeenLayer;
-            if (!place.isCommon && !place.namesStyle) return false;
+            if (!place.isCommon && place.names->style == NamedRecord::None) return false;
             continue;
         }
         if (read.code == codes::kLayer) place.hasSeenLayer = true;
-        tag.names = NamedRecord::None;
-        if (read.code > 0 && read.code < kFirstCoordinate) {
-            const NamingTag* naming = namingTag(place.typeName, read.code);
-            if (naming != nullptr) tag.names = recordOf(naming->table);
-        }
-        if (!place.isCommon && tag.names == NamedRecord::None) continue;
+        const auto code = static_cast<std::size_t>(read.code);
+        tag.names = code < kFirstCoordinate ? place.names->byCode[code] : NamedRecord::None;
+        if (tag.names == NamedRecord::None && !(place.isCommon && isLook(read.code))) continue;
         tag.code = read.code;
         tag.value = read.value;
         return true;

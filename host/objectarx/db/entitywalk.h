@@ -15,6 +15,9 @@
 
 namespace qrs::host {
 
+// Which table a tag names a record of.
+enum class NamedRecord : std::uint8_t { None, Layer, Linetype, TextStyle, DimStyle };
+
 struct WalkedEntity {
     AcDbObjectId id;
     AcDbObjectId layer;         // null when the layer table does not have it
@@ -22,10 +25,8 @@ struct WalkedEntity {
     bool isModel = false;       // lies in model space; neither this nor the next: in the definition of a block
     bool isPaper = false;       // lies in the layout shown last; those of other layouts count as blocks
     bool isPart = false;        // a vertex, an attribute or what closes them
+    NamedRecord style = NamedRecord::None;  // what styles entities of its type have
 };
-
-// Which table a tag names a record of.
-enum class NamedRecord : std::uint8_t { None, Layer, Linetype, TextStyle, DimStyle };
 
 struct EntityTag {
     int code = 0;
@@ -43,7 +44,8 @@ class QRS_HOST_PORT EntityWalk {
 
     // The next entity in the order of the file: blocks come before the spaces. False at the end.
     bool next(WalkedEntity& entity);
-    // The next tag that all entities share, or that names a record of a table. False at the end of those.
+    // The next tag, of those that all entities share and that name a record of a table, that does so or tells a colour
+    // or a lineweight. False at the end of those.
     bool nextTag(EntityTag& tag);
     std::wstring text(std::string_view value) const;
     static std::int64_t integer(std::string_view value, std::int64_t fallback);

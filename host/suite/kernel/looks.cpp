@@ -1,7 +1,6 @@
 // What entities are drawn with, from the tags they share.
 #include "qrs_looks.h"
 
-#include <array>
 #include <map>
 #include <string>
 
@@ -22,22 +21,12 @@ constexpr int kTrueColor = 420;
 constexpr std::int64_t kColorByBlock = 0;
 constexpr std::int64_t kColorByLayer = 256;
 constexpr std::wstring_view kStandard = L"Standard";
-constexpr std::array<std::string_view, 4> kTexts = {"TEXT", "MTEXT", "ATTRIB", "ATTDEF"};
-constexpr std::array<std::string_view, 5> kDimensioned = {"DIMENSION", "ARC_DIMENSION", "LARGE_RADIAL_DIMENSION",
-                                                          "LEADER", "TOLERANCE"};
 
 // Names of a drawing are few; whatever else there is shall not fill the memory.
 constexpr std::size_t kMostNames = 4096;
 
 bool isSame(std::wstring_view a, std::wstring_view b) {
     return qrs::platform::compareNoCase(a, b) == 0;
-}
-
-template <std::size_t Count>
-bool isOneOf(std::string_view name, const std::array<std::string_view, Count>& names) {
-    for (const std::string_view one : names)
-        if (one == name) return true;
-    return false;
 }
 
 }  // namespace
@@ -95,8 +84,8 @@ bool TEntityLooks::Next(TEntityLook& look) {
     look.isPart = entity.isPart;
     if (entity.isModel) look.space = TEntityLook::kModel;
     if (entity.isPaper) look.space = TEntityLook::kPaper;
-    if (isOneOf(entity.typeName, kTexts)) look.textStyle = kStandard;
-    if (isOneOf(entity.typeName, kDimensioned)) look.dimStyle = kStandard;
+    if (entity.style == NamedRecord::TextStyle) look.textStyle = kStandard;
+    if (entity.style == NamedRecord::DimStyle) look.dimStyle = kStandard;
     for (EntityTag tag; state_->walk.nextTag(tag);)
         state_->take(look, tag);
     return true;
