@@ -58,6 +58,7 @@ constexpr platform::Translation kRows[] = {
     {"text style %1: %2", "文字样式 %1：%2"},
     {"pipes of %1 given the system %2", "%1 的管线改为系统 %2"},
     {"some cannot be opened", "有的不能打开"},
+    {"some dimension styles cannot be opened", "有的标注样式不能打开"},
     {"linetype %1 replaced by %2", "线型 %1 换成 %2"},
     {"neither the drawing nor linetype.dbf has it", "图形和 linetype.dbf 中都没有"},
     {"some layers cannot be opened", "有的图层不能打开"},

@@ -374,14 +374,27 @@ void Repair::planTexts(const Mapping& mapping) {
 }
 
 void Repair::planTextMove(const std::wstring& from, const Tally& objects, const Mapping& mapping) {
-    if (!fits(from, mapping.from) || isSameName(from, mapping.to) || objects.count == 0) return;
+    if (!fits(from, mapping.from) || isSameName(from, mapping.to)) return;
+    std::vector<AcDbObjectId> dimStyles;
+    for (const DimStyleFacts& style : facts_.dimStyles)
+        if (!style.isDependent() && isSameName(style.textStyle, from)) dimStyles.push_back(style.id);
+    if (dimStyles.empty() && objects.count == 0) return;
     if (!textStyleMoves_.emplace(from, mapping.to).second) return;
-    changes_.push_back({platform::translated(L"texts in %1 written in %2", from, mapping.to), objects.count,
-                        [this, from, to = mapping.to] {
-                            if (!PipeSystemTool::InitTextStyle(CString(to)).isNull()) return std::wstring();
-                            textStyleMoves_.erase(from);
-                            return platform::translated(L"neither the drawing nor the standard has it");
-                        }});
+    changes_.push_back(
+        {platform::translated(L"texts in %1 written in %2", from, mapping.to), objects.count,
+         [this, dimStyles, from, to = mapping.to] {
+             const AcDbObjectId id = PipeSystemTool::InitTextStyle(CString(to));
+             if (id.isNull()) {
+                 textStyleMoves_.erase(from);
+                 return platform::translated(L"neither the drawing nor the standard has it");
+             }
+             bool isDone = true;
+             for (const AcDbObjectId& style : dimStyles) {
+                 AcDbObjectPointer<AcDbDimStyleTableRecord> record(style, AcDb::kForWrite);
+                 isDone = record.openStatus() == Acad::eOk && record->setDimtxsty(id) == Acad::eOk && isDone;
+             }
+             return doneUnless(isDone, platform::untranslated(L"some dimension styles cannot be opened"));
+         }});
 }
 
 // --- objects

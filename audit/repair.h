@@ -71,6 +71,7 @@ class Repair {
     void planLinetypes(const Mapping& mapping);
     void planLinetypeMove(const std::wstring& from, const Tally& objects, const Mapping& mapping);
     void planTexts(const Mapping& mapping);
+    // Texts, and dimension styles.
     void planTextMove(const std::wstring& from, const Tally& objects, const Mapping& mapping);
     bool hasLayer(const std::wstring& name) const;
     // Whether what lies on a layer is seen, once the changes before are made.

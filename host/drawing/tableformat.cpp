@@ -53,6 +53,9 @@ constexpr CodeFormat kTextStyleCodes[] = {{codes::kName},
                                           {codes::kXdataText, Version::R13},
                                           {codes::kXdataLong, Version::R13}};
 
+// The text style.
+constexpr CodeFormat kDimStyleCodes[] = {{codes::kName}, {codes::kFlags}, {codes::kHardPointer, Version::R13}};
+
 constexpr CodeFormat kBlockCodes[] = {{codes::kName},
                                       {blockrecord::kLayout, Version::R13},
                                       {blockrecord::kUnits, Version::R13},
@@ -86,8 +89,8 @@ const TableFormat kTables[kTableCount] = {
     {TableKind::View, "VIEW", "AcDbViewTableRecord", codes::kHandle, formatOf(kNamedCodes), nullptr, 0},
     {TableKind::Ucs, "UCS", "AcDbUCSTableRecord", codes::kHandle, formatOf(kNamedCodes), nullptr, 0},
     {TableKind::RegApp, "APPID", "AcDbRegAppTableRecord", codes::kHandle, formatOf(kNamedCodes), nullptr, 0},
-    {TableKind::DimStyle, "DIMSTYLE", "AcDbDimStyleTableRecord", codes::kDimStyleHandle, formatOf(kNamedCodes), nullptr,
-     0},
+    {TableKind::DimStyle, "DIMSTYLE", "AcDbDimStyleTableRecord", codes::kDimStyleHandle, formatOf(kDimStyleCodes),
+     nullptr, 0},
     {TableKind::Block, "BLOCK_RECORD", "AcDbBlockTableRecord", codes::kHandle, formatOf(kBlockCodes), kBlockSiblingTags,
      std::size(kBlockSiblingTags)},
 };

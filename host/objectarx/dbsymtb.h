@@ -329,6 +329,8 @@ class QRS_HOST_PORT AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
 
     // The text style of its dimensions; null when it names none, as in drawings of R12.
     AcDbObjectId dimtxsty() const;
+    // eNotApplicable in drawings of R12.
+    Acad::ErrorStatus setDimtxsty(AcDbObjectId textStyle);
 };
 
 class QRS_HOST_PORT AcDbDimStyleTable : public AcDbTypedSymbolTable<AcDbDimStyleTableRecord> {

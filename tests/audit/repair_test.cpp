@@ -145,13 +145,17 @@ TEST(Repair, FollowsAFileOfMappings) {
     EXPECT_EQ(mended.error,
               "qrsconsole: not done: linetype HIDDEN replaced by 没有: neither the drawing nor linetype.dbf has it\n");
     const std::string differences = compared(place, "faulty.dxf", "mended.dxf");
-    for (const char* line :
-         {"LAYER \"temp\": 2: temp > 给排-污水-管线\n", "LAYER \"temp\": 62: 8 > 2\n",
-          "LAYER \"EMPTY\": 2: EMPTY > 没有\n", "LINE 40: 6: WALL > ByLayer\n",
-          "LINE 43: 8: GONE-LAYER > 给排-污水-管线\n", "LINE 44: 8: 0 > 给排-雨水-管线\n",
-          "TEXT 45: 7: FANCY > 给排-管径\n", "MTEXT 46: 7: GONE-STYLE > 给排-管径\n", "QRS_PIPE 52: 1: 牛奶 > 污水\n"})
+    for (const char* line : {"LAYER \"temp\": 2: temp > 给排-污水-管线\n", "LAYER \"temp\": 62: 8 > 2\n",
+                             "LAYER \"EMPTY\": 2: EMPTY > 没有\n", "LINE 40: 6: WALL > ByLayer\n",
+                             "LINE 43: 8: GONE-LAYER > 给排-污水-管线\n", "LINE 44: 8: 0 > 给排-雨水-管线\n",
+                             "TEXT 45: 7: FANCY > 给排-管径\n", "DIMSTYLE 22 \"D1\": 340: 20 > 21\n",
+                             "MTEXT 46: 7: GONE-STYLE > 给排-管径\n", "QRS_PIPE 52: 1: 牛奶 > 污水\n"})
         EXPECT_NE(differences.find(line), std::string::npos) << line << differences;
     EXPECT_EQ(differences.find("only in the first"), std::string::npos) << differences;
+
+    const Outcome undone =
+        place.run({"-p", QRS_AUDIT, "-s", "-", "-o", "undone.dxf", "faulty.dxf"}, "REPAIRSTANDARD\nmap.csv\n\n\nU\n");
+    EXPECT_EQ(place.read("undone.dxf"), faultyDrawing()) << undone.error;
 
     // A text without a style of its own is written in "Standard", and gets one.
     place.write("plain.dxf",
