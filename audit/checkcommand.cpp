@@ -73,48 +73,45 @@ class Checking {
   public:
     explicit Checking(const Request& request) : request_(request) {}
 
-    // False, after a message, when there is no standard.
+    // False, after a message, when there is no standard, or the report would be written over what it tells of.
     bool run() {
         if (!standard_.isLoaded())
             return fail(platform::translated(L"there is no pipe-system standard to check against")), false;
-        AcDbDatabase* current = acdbHostApplicationServices()->workingDatabase();
-        if (request_.drawings.empty() && current != nullptr) {
-            const std::filesystem::path file = nativeFile(fileOf(*current));
-            addNew(file);
-            check(*current, file);
-        }
+        AcDbDatabase* const current =
+            request_.drawings.empty() ? acdbHostApplicationServices()->workingDatabase() : nullptr;
+        const std::filesystem::path own = current != nullptr ? nativeFile(fileOf(*current)) : std::filesystem::path();
+        if (!isFree(request_.file, {request_.rules}) || (current != nullptr && !addNew(own))) return false;
         for (const std::filesystem::path& drawing : request_.drawings)
-            addNew(drawing);
+            if (!addNew(drawing)) return false;
+        if (current != nullptr && !check(*current, own)) return false;
         // Those of references grow the list while it is worked on.
         for (std::size_t i = results_.size(); i < files_.size(); ++i)
-            checkFile(std::filesystem::path(files_[i]));
+            if (!checkFile(std::filesystem::path(files_[i]))) return false;
         tellApart();
         return true;
     }
 
     const CheckResults& results() const { return results_; }
-    // What was read, or could not be; an empty name for a drawing without one.
-    const std::vector<std::filesystem::path>& files() const { return files_; }
 
   private:
-    void checkFile(const std::filesystem::path& file) {
+    bool checkFile(const std::filesystem::path& file) {
         QrsExport::TReadDrawing drawing;
         std::string reason;
-        if (readDrawing(file, drawing, reason))
-            check(*drawing.database, file);
-        else
-            add(file).unreadable = reason;
+        if (readDrawing(file, drawing, reason)) return check(*drawing.database, file);
+        add(file).unreadable = reason;
+        return true;
     }
 
-    void check(AcDbDatabase& database, const std::filesystem::path& file) {
+    bool check(AcDbDatabase& database, const std::filesystem::path& file) {
+        const std::wstring inner = platform::innerPath(file);
+        if (request_.withReferences)
+            for (const std::wstring& reference : referencesOf(database, inner))
+                if (!addNew(nativeFile(reference))) return false;
         CheckResult& result = add(file);
         platform::Error error;
-        const std::wstring inner = platform::innerPath(file);
         if (!checkDrawing(database, inner, request_.weights, standard_, result, error))
             result.unreadable = error.message;
-        if (!request_.withReferences) return;
-        for (const std::wstring& reference : referencesOf(database, inner))
-            addNew(nativeFile(reference));
+        return true;
     }
 
     CheckResult& add(const std::filesystem::path& file) {
@@ -133,14 +130,17 @@ class Checking {
             if (counts[result.drawing] > 1) result.drawing = result.file;
     }
 
-    void addNew(const std::filesystem::path& file) {
-        if (places_.insert(platform::fileMark(file).place).second) files_.push_back(file);
+    // An empty name is that of a drawing without one. False, after a message, when the report would lie there.
+    bool addNew(const std::filesystem::path& file) {
+        if (!places_.insert(platform::fileMark(file).place).second) return true;
+        files_.push_back(file);
+        return isFree(request_.file, {file});
     }
 
     const Request& request_;
     const StandardLists standard_;
     CheckResults results_;
-    std::vector<std::filesystem::path> files_;  // a result for each that was looked at
+    std::vector<std::filesystem::path> files_;  // what is looked at, or was
     std::set<std::filesystem::path> places_;
 };
 
@@ -170,7 +170,6 @@ void checkStandard() {
         if (!checking.run()) return;
         report = kFormats[request.format].report(checking.results());
     }
-    if (!isFree(request.file, checking.files()) || !isFree(request.file, {request.rules})) return;
     if (deliver(report, request.file)) tellOutcome(checking.results());
 }
 

@@ -1,6 +1,8 @@
 // Checks of drawings against the shipped standard.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
 #include "faulty.h"
@@ -337,4 +339,31 @@ TEST(Check, LooksIntoReferencesWhenAsked) {
     EXPECT_EQ(alone.out.find("building.dxf"), std::string::npos) << alone.out;
     const Outcome along = place.run({"--check", "--references", "estate.dxf"});
     EXPECT_NE(along.out.find("building.dxf: 0 errors, 6 warnings, 0 notes\n"), std::string::npos) << along.out;
+}
+
+// Nor is the drawing changed, or the file of its report written over.
+TEST(Prompts, LeftUnansweredEndTheCommandWithOneMessage) {
+    const Workplace place;
+    place.write("faulty.dxf", faultyDrawing());
+    const struct {
+        const char* script;
+        const char* said;
+    } cases[] = {
+        {"CHECKSTANDARD\nText\n", "CHECKSTANDARD: not answered: File for the report <command line>:\n"},
+        {"CHECKSTANDARD\n\nreport.txt\n\n\nfaulty.dxf\n", "not answered: Another drawing <no more>:\n"},
+        {"CHECKSTANDARD\n\nfaulty.dxf\n\n\n\n", "faulty.dxf, which it tells of\n"},
+        {"REPAIRSTANDARD\n", "REPAIRSTANDARD: not answered: File of mappings, or Auto <Auto>:\n"},
+        {"REPAIRSTANDARD\nAuto\nNo\n", "REPAIRSTANDARD: not answered: File for the report <command line>:\n"},
+        {"PIPEREPORT\nCsv\nreport.txt\n", "PIPEREPORT: not answered: Drawing <the current one>:\n"},
+    };
+    for (const auto& [script, said] : cases) {
+        const Outcome ended = place.run({"-p", QRS_AUDIT, "-s", "-", "-o", "after.dxf", "faulty.dxf"}, script);
+        EXPECT_NE(ended.error.find(said), std::string::npos) << ended.error;
+        EXPECT_EQ(std::count(ended.error.begin(), ended.error.end(), '\n'), 1) << ended.error;
+        EXPECT_FALSE(place.has("report.txt"));
+        EXPECT_EQ(place.read("faulty.dxf"), faultyDrawing());
+        if (place.has("after.dxf")) {
+            EXPECT_EQ(place.read("after.dxf"), faultyDrawing());
+        }
+    }
 }
