@@ -44,6 +44,18 @@ std::wstring textOf(const std::vector<Difference>& differences) {
     return text;
 }
 
+// "3 objects of layer TEMP (41, 42, 43)"
+std::wstring textOf(const Tally& objects, const LayerFacts* layer) {
+    std::wstring handles;
+    for (const AcDbObjectId& id : objects.first)
+        handles += (handles.empty() ? L"" : L", ") + handleOf(id);
+    if (objects.count > objects.first.size()) handles += L", ...";
+    const std::wstring name = layer != nullptr ? layer->name : std::wstring();
+    return platform::translated(objects.count == 1 ? platform::untranslated(L"%1 object of layer %2 (%3)")
+                                                   : platform::untranslated(L"%1 objects of layer %2 (%3)"),
+                                objects.count, name, handles);
+}
+
 std::wstring doneUnless(bool isDone, const wchar_t* reason) {
     return isDone ? std::wstring() : platform::translated(reason);
 }
@@ -259,26 +271,45 @@ void Repair::planTextStyles() {
     }
 }
 
-void Repair::planSystem(const std::wstring& from, const std::wstring& to, std::vector<AcDbObjectId> pipes) {
-    if (pipes.empty()) return;
-    const std::uint64_t count = pipes.size();
-    add(L"pipe-system-old", from,
-        {platform::translated(L"pipes of %1 given the system %2", from, to), count, [to, pipes = std::move(pipes)] {
-             bool isDone = true;
-             for (const AcDbObjectId& pipe : pipes)
-                 isDone = PipeSystemTool::SetPipeSystemName(pipe, CString(to)) && isDone;
-             return doneUnless(isDone, platform::untranslated(L"some cannot be opened"));
-         }});
+void Repair::planSystem(const std::wstring& from, const std::wstring& to, const std::vector<const PipeFacts*>& pipes) {
+    const wchar_t* const rule = L"pipe-system-old";
+    const std::wstring text = platform::translated(L"pipes of %1 given the system %2", from, to);
+    std::vector<AcDbObjectId> ids;
+    std::map<const LayerFacts*, Tally> locked;
+    for (const PipeFacts* pipe : pipes) {
+        const LayerFacts* layer = layerOf(*pipe);
+        if (layer != nullptr && layer->isLocked)
+            locked[layer].add(pipe->id);
+        else
+            ids.push_back(pipe->id);
+    }
+    for (const auto& [layer, objects] : locked)
+        add(rule, from, {text + L", " + textOf(objects, layer), objects.count, {}},
+            platform::translated(L"the layer is locked"));
+    if (ids.empty()) return;
+    const std::uint64_t count = ids.size();
+    add(rule, from, {text, count, [to, ids = std::move(ids)] {
+                         bool isDone = true;
+                         for (const AcDbObjectId& pipe : ids)
+                             isDone = PipeSystemTool::SetPipeSystemName(pipe, CString(to)) && isDone;
+                         return doneUnless(isDone, platform::untranslated(L"some cannot be opened"));
+                     }});
+}
+
+const LayerFacts* Repair::layerOf(const PipeFacts& pipe) const {
+    const auto found = std::find_if(facts_.layers.begin(), facts_.layers.end(),
+                                    [&](const LayerFacts& layer) { return layer.name == pipe.layer; });
+    return found != facts_.layers.end() ? &*found : nullptr;
 }
 
 void Repair::planOldSystems() {
-    std::map<std::pair<std::wstring_view, std::wstring_view>, std::vector<AcDbObjectId>> pipes;
+    std::map<std::pair<std::wstring_view, std::wstring_view>, std::vector<const PipeFacts*>> pipes;
     for (const auto* place : {&facts_.pipes, &facts_.pipesElsewhere})
         for (const PipeFacts& pipe : *place)
             if (!pipe.drawnSystem.empty() && pipe.drawnSystem != pipe.system)
-                pipes[{pipe.drawnSystem, pipe.system}].push_back(pipe.id);
-    for (auto& [names, ids] : pipes)
-        planSystem(std::wstring(names.first), std::wstring(names.second), std::move(ids));
+                pipes[{pipe.drawnSystem, pipe.system}].push_back(&pipe);
+    for (const auto& [names, found] : pipes)
+        planSystem(std::wstring(names.first), std::wstring(names.second), found);
 }
 
 // --- mappings
@@ -302,14 +333,14 @@ void Repair::plan(const std::vector<Mapping>& mappings) {
 }
 
 void Repair::planSystems(const std::vector<Mapping>& mappings) {
-    std::map<const Mapping*, std::vector<AcDbObjectId>> pipes;
+    std::map<const Mapping*, std::vector<const PipeFacts*>> pipes;
     for (const auto* place : {&facts_.pipes, &facts_.pipesElsewhere})
         for (const PipeFacts& pipe : *place) {
             const Mapping* mapping = mappingOf(mappings, Mapping::Kind::PipeSystem, pipe.system);
-            if (mapping != nullptr && pipe.system != mapping->to) pipes[mapping].push_back(pipe.id);
+            if (mapping != nullptr && pipe.system != mapping->to) pipes[mapping].push_back(&pipe);
         }
-    for (auto& [mapping, ids] : pipes)
-        planSystem(mapping->from, mapping->to, std::move(ids));
+    for (const auto& [mapping, found] : pipes)
+        planSystem(mapping->from, mapping->to, found);
 }
 
 // Layers that objects name although the drawing does not have them.
@@ -402,20 +433,23 @@ void Repair::planTextMove(const std::wstring& from, const Tally& objects, const 
 // Gives objects what they are to have instead. The drawing is not changed while it is walked through.
 class Repair::Mover {
   public:
-    explicit Mover(const Repair& repair) : repair_(repair) {}
+    explicit Mover(const Repair& repair) : repair_(repair) { collect(); }
 
-    // What cannot be changed.
-    Tally run() {
-        collect();
-        Tally refused;
-        for (const Move& move : moves_)
-            if (!carryOut(move)) refused.add(move.id);
+    // What cannot be changed, by its layer: what lies on locked ones, and, when it is carried out, what does not
+    // succeed.
+    std::map<const LayerFacts*, Tally> refused(bool isCarriedOut) const {
+        std::map<const LayerFacts*, Tally> refused;
+        for (const Move& move : moves_) {
+            const bool isLocked = move.on != nullptr && move.on->isLocked;
+            if (isLocked || (isCarriedOut && !carryOut(move))) refused[move.on].add(move.id);
+        }
         return refused;
     }
 
   private:
     struct Move {
         AcDbObjectId id;
+        const LayerFacts* on = nullptr;
         const std::wstring* layer = nullptr;
         const std::wstring* linetype = nullptr;
         const std::wstring* textStyle = nullptr;
@@ -426,29 +460,29 @@ class Repair::Mover {
         return found != moves.end() ? &found->second : nullptr;
     }
 
-    struct LayerMove {
+    struct Layer {
+        const LayerFacts* facts = nullptr;
         const std::wstring* to = nullptr;
-        bool isModelOnly = false;
     };
-    using LayerMoves = std::map<AcDbObjectId, LayerMove>;
 
-    const std::wstring* layerOf(const TEntityLook& look, const LayerMoves& moves) const {
-        if (look.layer.isNull()) return find(repair_.layerMoves_, look.layerName);
-        const auto found = moves.find(look.layer);
-        if (found == moves.end() || (found->second.isModelOnly && look.space != TEntityLook::kModel)) return nullptr;
-        return found->second.to;
+    const std::wstring* layerOf(const TEntityLook& look, const Layer& on) const {
+        if (on.facts == nullptr) return find(repair_.layerMoves_, look.layerName);
+        const bool isModelOnly = isLayerZero(on.facts->name);
+        return isModelOnly && look.space != TEntityLook::kModel ? nullptr : on.to;
     }
 
     void collect() {
-        LayerMoves byLayer;
+        std::map<AcDbObjectId, Layer> layers;
         for (const LayerFacts& layer : repair_.facts_.layers)
-            if (const std::wstring* to = find(repair_.layerMoves_, layer.name))
-                byLayer.emplace(layer.id, LayerMove{to, isLayerZero(layer.name)});
+            layers.emplace(layer.id, Layer{&layer, find(repair_.layerMoves_, layer.name)});
         TEntityLooks looks(&repair_.facts_.database);
         for (TEntityLook look; looks.Next(look);) {
+            const auto found = layers.find(look.layer);
+            const Layer on = found != layers.end() ? found->second : Layer();
             Move move;
             move.id = look.id;
-            move.layer = layerOf(look, byLayer);
+            move.on = on.facts;
+            move.layer = layerOf(look, on);
             move.linetype = find(repair_.linetypeMoves_, look.linetype);
             move.textStyle = find(repair_.textStyleMoves_, look.textStyle);
             if (move.layer != nullptr || move.linetype != nullptr || move.textStyle != nullptr) moves_.push_back(move);
@@ -485,17 +519,21 @@ void Repair::apply() {
             done.push_back(std::move(change));
     }
     changes_ = std::move(done);
+    moveObjects(true);
+}
+
+void Repair::foresee() {
+    moveObjects(false);
+}
+
+void Repair::moveObjects(bool isCarriedOut) {
     if (layerMoves_.empty() && linetypeMoves_.empty() && textStyleMoves_.empty()) return;
-    const Tally refused = Mover(*this).run();
-    if (refused.count == 0) return;
-    std::wstring handles;
-    for (const AcDbObjectId& id : refused.first)
-        handles += (handles.empty() ? L"" : L", ") + handleOf(id);
-    if (refused.count > refused.first.size()) handles += L", ...";
-    refusals_.push_back(platform::translated(refused.count == 1
-                                                 ? platform::untranslated(L"%1 object that cannot be changed: %2")
-                                                 : platform::untranslated(L"%1 objects that cannot be changed: %2"),
-                                             refused.count, handles));
+    for (const auto& [layer, objects] : Mover(*this).refused(isCarriedOut)) {
+        const std::wstring reason = layer != nullptr && layer->isLocked
+                                        ? platform::translated(L"the layer is locked")
+                                        : platform::translated(L"they cannot be changed");
+        refusals_.push_back(textOf(objects, layer) + L": " + reason);
+    }
 }
 
 }  // namespace qrs::audit

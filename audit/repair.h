@@ -53,6 +53,8 @@ class Repair {
     const std::vector<std::wstring>& refusals() const { return refusals_; }
     // Carries the changes out, once; those that did not succeed are changes no more.
     void apply();
+    // In place of it: tells of the objects that it could not change.
+    void foresee();
 
   private:
     class Mover;
@@ -66,7 +68,10 @@ class Repair {
     void planTextStyles();
     void planOldSystems();
     void planSystems(const std::vector<Mapping>& mappings);
-    void planSystem(const std::wstring& from, const std::wstring& to, std::vector<AcDbObjectId> pipes);
+    void moveObjects(bool isCarriedOut);
+    void planSystem(const std::wstring& from, const std::wstring& to, const std::vector<const PipeFacts*>& pipes);
+    // Null when the drawing does not have it.
+    const LayerFacts* layerOf(const PipeFacts& pipe) const;
     void planMissingLayers(const std::vector<Mapping>& mappings);
     void planLinetypes(const Mapping& mapping);
     void planLinetypeMove(const std::wstring& from, const Tally& objects, const Mapping& mapping);

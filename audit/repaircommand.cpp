@@ -78,7 +78,10 @@ void repairStandard() {
         repair.planAll(accepted);
     else
         repair.plan(mappings);
-    if (!request.isDryRun) repair.apply();
+    if (request.isDryRun)
+        repair.foresee();
+    else
+        repair.apply();
     if (!deliver(reportOf(request, repair), request.file)) return;
     // What could be mended is.
     for (const std::wstring& refusal : repair.refusals())

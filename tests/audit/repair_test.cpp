@@ -80,15 +80,16 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
                                        layer("ICE2", "0", "7") + layer("SEEN", "0", "7") + layer("OFF", "0", "-7")) +
                 "0=ENDSEC;0=SECTION;2=BLOCKS;0=BLOCK;5=30;8=0;2=B;70=0;10=0;20=0;" +
                 pipeText("31", "0", "牛奶", "11=1;21=0;31=0") + "0=ENDBLK;5=32;8=0;0=ENDSEC;0=SECTION;2=ENTITIES;" +
-                entityText("LINE", "41", "LOCKED", line) + entityText("LINE", "42", "BAD", line) +
+                entityText("LINE", "41", "LOCKED", "6=WALL;" + line) +
+                pipeText("51", "LOCKED", "牛奶", "11=1;21=0;31=0") + entityText("LINE", "42", "BAD", line) +
                 entityText("LINE", "43", "ONE", line) + entityText("LINE", "44", "TWO", line) +
                 entityText("LINE", "45", "ICE1", line) + entityText("LINE", "46", "ICE2", line) +
                 entityText("LINE", "47", "SEEN", line) + pipeText("50", "0", "牛奶", "11=1;21=0;31=0") +
                 "0=ENDSEC;0=EOF"));
     place.write("map.csv",
                 "LOCKED,TWO,layer\nBAD,bad|na*me,layer\nONE,TWO,layer\nTWO,给排-污水-管线,layer\n"
-                "ICE*,给排-雨水-管线,layer\nSEEN,OFF,layer\n*,污水,system\n牛*,雨水,system\n");
-    EXPECT_NE(place.run({"--check", "plan.dxf"}).out.find("牛奶: 2 objects (31, 50)\n"), std::string::npos);
+                "ICE*,给排-雨水-管线,layer\nSEEN,OFF,layer\n*,污水,system\n牛*,雨水,system\nWALL,ByLayer,linetype\n");
+    EXPECT_NE(place.run({"--check", "plan.dxf"}).out.find("牛奶: 3 objects (31, 51, 50)\n"), std::string::npos);
     const Outcome shown = place.run({"--repair", "map.csv", "--dry-run", "plan.dxf"});
     const std::string report =
         "objects of layer ONE moved to TWO (1 object)\n"
@@ -96,17 +97,20 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
         "layer ICE2 renamed 给排-雨水-管线 (1 object)\n"
         "objects of layer SEEN moved to OFF, which is frozen or off (1 object)\n"
         "objects of layer ICE1 moved to 给排-雨水-管线 (1 object)\n"
+        "linetype WALL replaced by ByLayer (1 object)\n"
         "pipes of * given the system 污水 (2 objects)\n"
         "not done: objects of layer LOCKED moved to TWO: the layer is locked\n"
-        "not done: layer BAD renamed bad|na*me: the drawing does not take the name\n";
+        "not done: layer BAD renamed bad|na*me: the drawing does not take the name\n"
+        "not done: pipes of * given the system 污水, 1 object of layer LOCKED (51): the layer is locked\n"
+        "not done: 1 object of layer LOCKED (41): the layer is locked\n";
     const auto withoutProperties = [](std::string text) {
         for (std::size_t at; (at = text.find("layer 给排-雨水-管线: ")) != std::string::npos;)
             text.erase(at, text.find('\n', at) + 1 - at);
         return text;
     };
-    EXPECT_EQ(withoutProperties(shown.out), report + "7 changes; shown only, nothing was changed\n");
+    EXPECT_EQ(withoutProperties(shown.out), report + "8 changes; shown only, nothing was changed\n");
     const Outcome mended = place.run({"--repair", "map.csv", "plan.dxf", "-o", "mended.dxf"});
-    EXPECT_EQ(withoutProperties(mended.out), report + "7 changes\n");
+    EXPECT_EQ(withoutProperties(mended.out), report + "8 changes\n");
     const std::string differences = compared(place, "plan.dxf", "mended.dxf");
     for (const char* moved : {"LINE 43: 8: ONE > TWO\n", "LINE 44: 8: TWO > 给排-污水-管线\n",
                               "QRS_PIPE 31: 1: 牛奶 > 污水\n", "QRS_PIPE 50: 1: 牛奶 > 污水\n"})
