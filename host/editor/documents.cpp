@@ -54,6 +54,7 @@ void AcApDocManager::State::openNew() {
 void AcApDocManager::State::adopt(std::unique_ptr<AcDbDatabase> database, const std::wstring& fileName) {
     auto state = std::make_unique<AcApDocument::State>();
     state->database = std::move(database);
+    if (!fileName.empty()) state->openedFrom = qrs::platform::wholePath(fileName);
     AcApDocument* document =
         documents_.emplace_back(std::unique_ptr<AcApDocument>(new AcApDocument(std::move(state)))).get();
     AcDbDatabase* opened = document->database();

@@ -33,6 +33,7 @@ struct AcApDocument::State {
     AcDbObjectIdArray previousSelection;
     qrs::host::ed::ViewMemory views;
     qrs::host::pick::References references;
+    std::wstring openedFrom;  // the whole path; empty for a new drawing
     // Texts whose addresses were given out.
     mutable std::wstring fileName;
     mutable std::wstring title;

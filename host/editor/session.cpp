@@ -91,6 +91,9 @@ std::wstring Session::findInFolders(const std::wstring& name) const {
         // Whole also when it was opened by a name without folder: what is found is looked for from there again.
         const std::wstring drawing = platform::wholePath(document->fileName());
         folders.push_back(drawing.substr(0, drawing.rfind(L'\\') + 1));
+        // What lies beside the drawing does not go along when it is saved elsewhere.
+        const std::wstring& opened = document->state().openedFrom;
+        folders.push_back(opened.substr(0, opened.rfind(L'\\') + 1));
     }
     folders.insert(folders.end(), supportFolders.begin(), supportFolders.end());
     folders.push_back(systemFolder);

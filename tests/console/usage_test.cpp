@@ -361,6 +361,13 @@ TEST(Usage, PlotsDrawings) {
               std::string::npos);
     EXPECT_TRUE(place.has("building-Model.svg"));
 
+    // Saved elsewhere, without what it refers to.
+    place.example("residence.dxf");
+    place.example("residence-site.dxf");
+    const Outcome elsewhere = place.run({"residence.dxf", "-o", "out/", "--plot", "a.svg"});
+    EXPECT_TRUE(place.has("out/residence.dxf") && place.has("a.svg"));
+    EXPECT_EQ((elsewhere.out + elsewhere.error).find("cannot be found"), std::string::npos);
+
     const Outcome script = place.run({"building.dxf"}, "PLOTFILE\nplan.svg\n\nA4\n\nPLOTFILE\nplan.gif\n");
     EXPECT_EQ(script.code, 1);
     EXPECT_NE(script.out.find("Layout \"Model\" plotted to plan.svg: 297 x 210 mm, 112 entities."), std::string::npos)
