@@ -193,6 +193,10 @@ TEST_F(Plot, SetsTextsWhereTheyBelong) {
         EXPECT_EQ(picture.hasInk(25, 43, 75, 49.5), row.down) << row.tags;
         EXPECT_FALSE(picture.hasInk(25, 58.5, 75, 70)) << "capitals are as high as the text: " << row.tags;
     }
+    // A character of two surrogates is one, in whatever font has it.
+    const Picture rare = this->picture(drawing({}, "0=TEXT;8=0;40=8;1=\\U+D842\\U+DFB7;10=50;20=50;"));
+    EXPECT_TRUE(rare.hasInk(50, 50, 57, 58));
+    EXPECT_FALSE(rare.hasInk(60, 44, 75, 62));
     // Two paragraphs, the second one in the middle of the width; the anchor is the upper left corner.
     std::string text = drawing({}, "0=MTEXT;8=0;10=0;20=90;40=6;41=100;71=1;1=\\C1!H{\\W1!E}\\P\\pxqc!{\\H2x!I};");
     std::replace(text.begin(), text.end(), '!', ';');
@@ -259,12 +263,19 @@ TEST_F(Plot, ComesToAnEndWithHostileDrawings) {
         std::string blocks, entities;
         bool isNoted;
     };
+    // Blocks in blocks deeper than is looked into.
+    std::string deep;
+    for (int i = 0; i < 70; ++i) {
+        const std::string next = "0=INSERT;8=0;2=N" + std::to_string(i + 1) + ";10=0;20=0;";
+        deep += "0=BLOCK;8=0;2=N" + std::to_string(i) + ";70=0;10=0;20=0;" + line + next + "0=ENDBLK;8=0;";
+    }
     const std::string fine = "75=0;76=1;52=0;41=1;77=0;78=1;53=0;43=0;44=0;45=0;46=0.000001;79=0;98=0;";
     for (const Row& row :
          {Row{"0=BLOCK;8=0;2=A;70=0;10=0;20=0;" + line +
                   "0=INSERT;8=0;2=B;10=0;20=0;0=ENDBLK;8=0;"
                   "0=BLOCK;8=0;2=B;70=0;10=0;20=0;0=INSERT;8=0;2=A;10=0;20=0;0=ENDBLK;8=0;",
               "0=INSERT;8=0;2=A;10=0;20=0;", false},
+          Row{deep, "0=INSERT;8=0;2=N0;10=0;20=0;", false},
           Row{{}, line + "0=HATCH;8=0;10=0;20=0;30=0;2=P;70=0;71=0;91=1;" + square(0, 0, 40) + fine, true},
           Row{{}, line + "0=LINE;8=0;6=FINE;10=0;20=20;11=100;21=20;0=XLINE;8=0;6=DASHED;10=0;20=20;11=1;21=0;", false},
           Row{{},
