@@ -325,10 +325,8 @@ void Repair::plan(const std::vector<Mapping>& mappings) {
     for (const auto& [layer, mapping] : mapped)
         planLayer(*layer, mapping->to);
     planMissingLayers(mappings);
-    for (const Mapping& mapping : mappings) {
-        if (mapping.kind == Mapping::Kind::Linetype) planLinetypes(mapping);
-        if (mapping.kind == Mapping::Kind::TextStyle) planTexts(mapping);
-    }
+    planLinetypes(mappings);
+    planTexts(mappings);
     planSystems(mappings);
 }
 
@@ -364,23 +362,30 @@ void Repair::planMissingLayers(const std::vector<Mapping>& mappings) {
 }
 
 // Layers and objects alike; "ByLayer" is no linetype of a layer.
-void Repair::planLinetypes(const Mapping& mapping) {
+void Repair::planLinetypes(const std::vector<Mapping>& mappings) {
     for (const RecordFacts& linetype : facts_.linetypes)
-        if (!linetype.isDependent()) planLinetypeMove(linetype.name, linetype.objects, mapping);
+        if (!linetype.isDependent()) planLinetypeMove(linetype.name, linetype.objects, mappings);
     for (const auto& [name, objects] : facts_.missingLinetypes)
-        planLinetypeMove(name, objects, mapping);
+        planLinetypeMove(name, objects, mappings);
 }
 
-void Repair::planLinetypeMove(const std::wstring& from, const Tally& objects, const Mapping& mapping) {
-    if (!fits(from, mapping.from) || isSameName(from, mapping.to)) return;
-    const bool isByLayer = isSameName(mapping.to, L"ByLayer");
+void Repair::planLinetypeMove(const std::wstring& from, const Tally& objects, const std::vector<Mapping>& mappings) {
+    const Mapping* mapping = mappingOf(mappings, Mapping::Kind::Linetype, from);
+    if (mapping == nullptr || isSameName(from, mapping->to)) return;
+    const bool isByLayer = isSameName(mapping->to, L"ByLayer");
     std::vector<AcDbObjectId> layers;
     for (const LayerFacts& layer : facts_.layers)
         if (!isByLayer && isSameName(layer.linetype, from)) layers.push_back(layer.id);
     if (layers.empty() && objects.count == 0) return;
-    if (!linetypeMoves_.emplace(from, mapping.to).second) return;
-    changes_.push_back({platform::translated(L"linetype %1 replaced by %2", from, mapping.to), objects.count,
-                        [this, layers, from, to = mapping.to, isByLayer] {
+    const std::wstring text = platform::translated(L"linetype %1 replaced by %2", from, mapping->to);
+    std::wstring pattern;
+    if (!isBuiltInLinetype(mapping->to) && !isIn(facts_.linetypes, mapping->to) &&
+        !standard_.pattern(mapping->to, pattern)) {
+        refusals_.push_back(text + L": " + platform::translated(L"neither the drawing nor linetype.dbf has it"));
+        return;
+    }
+    linetypeMoves_[from] = mapping->to;
+    changes_.push_back({text, objects.count, [this, layers, from, to = mapping->to, isByLayer] {
                             const AcDbObjectId id = isByLayer ? AcDbObjectId() : PwxTool::LoadQdLineType(CString(to));
                             if (!isByLayer && id.isNull()) {
                                 linetypeMoves_.erase(from);
@@ -397,23 +402,24 @@ void Repair::planLinetypeMove(const std::wstring& from, const Tally& objects, co
 }
 
 // Texts that name no style are written in "Standard", also where the drawing lacks it.
-void Repair::planTexts(const Mapping& mapping) {
+void Repair::planTexts(const std::vector<Mapping>& mappings) {
     for (const TextStyleFacts& style : facts_.textStyles)
-        if (!style.isDependent()) planTextMove(style.name, style.objects, mapping);
+        if (!style.isDependent()) planTextMove(style.name, style.objects, mappings);
     for (const auto& [name, objects] : facts_.missingTextStyles)
-        planTextMove(name, objects, mapping);
+        planTextMove(name, objects, mappings);
 }
 
-void Repair::planTextMove(const std::wstring& from, const Tally& objects, const Mapping& mapping) {
-    if (!fits(from, mapping.from) || isSameName(from, mapping.to)) return;
+void Repair::planTextMove(const std::wstring& from, const Tally& objects, const std::vector<Mapping>& mappings) {
+    const Mapping* mapping = mappingOf(mappings, Mapping::Kind::TextStyle, from);
+    if (mapping == nullptr || isSameName(from, mapping->to)) return;
     std::vector<AcDbObjectId> dimStyles;
     for (const DimStyleFacts& style : facts_.dimStyles)
         if (!style.isDependent() && isSameName(style.textStyle, from)) dimStyles.push_back(style.id);
     if (dimStyles.empty() && objects.count == 0) return;
-    if (!textStyleMoves_.emplace(from, mapping.to).second) return;
+    textStyleMoves_[from] = mapping->to;
     changes_.push_back(
-        {platform::translated(L"texts in %1 written in %2", from, mapping.to), objects.count,
-         [this, dimStyles, from, to = mapping.to] {
+        {platform::translated(L"texts in %1 written in %2", from, mapping->to), objects.count,
+         [this, dimStyles, from, to = mapping->to] {
              const AcDbObjectId id = PipeSystemTool::InitTextStyle(CString(to));
              if (id.isNull()) {
                  textStyleMoves_.erase(from);

@@ -73,11 +73,11 @@ class Repair {
     // Null when the drawing does not have it.
     const LayerFacts* layerOf(const PipeFacts& pipe) const;
     void planMissingLayers(const std::vector<Mapping>& mappings);
-    void planLinetypes(const Mapping& mapping);
-    void planLinetypeMove(const std::wstring& from, const Tally& objects, const Mapping& mapping);
-    void planTexts(const Mapping& mapping);
+    void planLinetypes(const std::vector<Mapping>& mappings);
+    void planLinetypeMove(const std::wstring& from, const Tally& objects, const std::vector<Mapping>& mappings);
+    void planTexts(const std::vector<Mapping>& mappings);
     // Texts, and dimension styles.
-    void planTextMove(const std::wstring& from, const Tally& objects, const Mapping& mapping);
+    void planTextMove(const std::wstring& from, const Tally& objects, const std::vector<Mapping>& mappings);
     bool hasLayer(const std::wstring& name) const;
     // Whether what lies on a layer is seen, once the changes before are made.
     bool isShown(const std::wstring& name) const;

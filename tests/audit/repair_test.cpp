@@ -75,6 +75,9 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
     place.write(
         "plan.dxf",
         dxfText("0=SECTION;2=HEADER;9=$ACADVER;1=AC1024;9=$HANDSEED;5=FFF;0=ENDSEC;0=SECTION;2=TABLES;" +
+                tableText("LTYPE",
+                          "0=LTYPE;100=AcDbSymbolTableRecord;100=AcDbLinetypeTableRecord;2=Continuous;70=0;3=;72=65;"
+                          "73=0;40=0;") +
                 tableText("LAYER", layer("0", "0", "7") + layer("LOCKED", "4", "7") + layer("BAD", "0", "7") +
                                        layer("ONE", "0", "7") + layer("TWO", "0", "7") + layer("ICE1", "1", "7") +
                                        layer("ICE2", "0", "7") + layer("SEEN", "0", "7") + layer("OFF", "0", "-7")) +
@@ -88,7 +91,8 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
                 "0=ENDSEC;0=EOF"));
     place.write("map.csv",
                 "LOCKED,TWO,layer\nBAD,bad|na*me,layer\nONE,TWO,layer\nTWO,给排-污水-管线,layer\n"
-                "ICE*,给排-雨水-管线,layer\nSEEN,OFF,layer\n*,污水,system\n牛*,雨水,system\nWALL,ByLayer,linetype\n");
+                "ICE*,给排-雨水-管线,layer\nSEEN,OFF,layer\n*,污水,system\n牛*,雨水,system\nWALL,ByLayer,"
+                "linetype\nCont*,没有,linetype\n*,J,linetype\n");
     EXPECT_NE(place.run({"--check", "plan.dxf"}).out.find("牛奶: 3 objects (31, 51, 50)\n"), std::string::npos);
     const Outcome shown = place.run({"--repair", "map.csv", "--dry-run", "plan.dxf"});
     const std::string report =
@@ -101,6 +105,7 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
         "pipes of * given the system 污水 (2 objects)\n"
         "not done: objects of layer LOCKED moved to TWO: the layer is locked\n"
         "not done: layer BAD renamed bad|na*me: the drawing does not take the name\n"
+        "not done: linetype Continuous replaced by 没有: neither the drawing nor linetype.dbf has it\n"
         "not done: pipes of * given the system 污水, 1 object of layer LOCKED (51): the layer is locked\n"
         "not done: 1 object of layer LOCKED (41): the layer is locked\n";
     const auto withoutProperties = [](std::string text) {
