@@ -23,6 +23,12 @@ if(QRS_COVERAGE)
     target_compile_options(qrs_options INTERFACE -fprofile-instr-generate -fcoverage-mapping)
     target_link_options(qrs_options INTERFACE -fprofile-instr-generate)
 endif()
+if(QRS_BUILD_FUZZ)
+    # All rooms, so that the fuzzer sees into whatever an input reaches.
+    target_compile_options(qrs_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
+                                                 -O1 -gline-tables-only)
+    target_link_options(qrs_options INTERFACE -fsanitize=address,undefined)
+endif()
 # A plug-in must really leave the process when it is unloaded; unique symbols would pin it.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(qrs_options INTERFACE -fno-gnu-unique)

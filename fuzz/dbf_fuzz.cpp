@@ -3,24 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include "config/dbfrecordset.h"
+#include "tests/config/support.h"
 
 namespace {
-
-class MemoryFile : public qrs::platform::InputFile {
-  public:
-    explicit MemoryFile(std::string bytes) : bytes_(std::move(bytes)) {}
-    std::uint64_t size() const override { return bytes_.size(); }
-    std::size_t readAt(std::uint64_t offset, char* target, std::size_t count) override {
-        return offset < bytes_.size() ? bytes_.copy(target, count, static_cast<std::size_t>(offset)) : 0;
-    }
-
-  private:
-    std::string bytes_;
-};
 
 // Makes the record count and the file's end agree with the header, which hardly any change leaves intact.
 void mendSize(std::string& table) {
@@ -61,8 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if ((data[0] & 1) != 0) mendSize(table);
 
     CDBFRecordset recordset;
-    const auto openMemo = [&](std::wstring_view) { return std::make_unique<MemoryFile>(memo); };
-    if (!recordset.Open(std::make_unique<MemoryFile>(table), openMemo)) return 0;
+    if (!openBytes(recordset, table, memo)) return 0;
     constexpr int kEnough = 16;  // records
     int read = 0;
     for (recordset.MoveFirst(); !recordset.IsEOF() && read < kEnough; recordset.MoveNext(), ++read)

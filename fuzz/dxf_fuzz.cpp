@@ -1,23 +1,17 @@
 // Any bytes: they open or are refused with a message. What opens comes back byte for byte, also after edits that are
 // taken back, and what is edited opens again with the same index. Two readers side by side answer as one does.
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "fuzz/check.h"
 #include "host/dxf/drawing.h"
 #include "tests/dxf/sameindex.h"
 
 namespace {
 
 using namespace qrs::dxf;
-
-void check(bool condition, const char* what) {
-    if (condition) return;
-    std::fprintf(stderr, "%s\n", what);
-    std::abort();
-}
+using qrs::fuzz::check;
 
 // Walks everything; the records must lie end to end.
 void walk(const Drawing& drawing, std::size_t size) {
