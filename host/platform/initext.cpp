@@ -183,8 +183,10 @@ std::size_t IniText::addSection(std::wstring_view name) {
 }
 
 void IniText::endLastLine(std::vector<Line>& lines) {
-    if (lines.empty() || contentLength(lines.back().raw) < lines.back().raw.size()) return;
-    const std::string end = encoded(lineEnd_);
+    if (lines.empty() || find(lines.back().raw, '\n') != std::string_view::npos) return;
+    // A file that was cut off in the middle of a line end gets the other half of it.
+    const bool isHalf = contentLength(lines.back().raw) < lines.back().raw.size();
+    const std::string end = encoded(isHalf ? std::wstring_view(L"\n") : lineEnd_);
     lines.back().raw += end;
 }
 

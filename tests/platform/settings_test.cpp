@@ -113,6 +113,9 @@ TEST_F(SettingsTest, DamagedFileIsToldAndNeverWrittenOver) {
     scratch.write("deep/settings.ini", "\xEF\xBB\xBF[a]\nx=i:3");
     EXPECT_FALSE(settings.useFile(scratch / "other.ini", error));
     EXPECT_EQ(settings.integer(L"a", L"x"), 3) << "the former store stays in use";
+    scratch.write("deep/settings.ini", "[a]\r\nx=i:3\r");
+    EXPECT_TRUE(settings.setInteger(L"a", L"y", 4, error));
+    EXPECT_EQ(scratch.read("deep/settings.ini"), "[a]\r\nx=i:3\r\ny=i:4\r\n") << "cut off in a line end";
     chmod(file.c_str(), 0444);
     EXPECT_FALSE(settings.setInteger(L"a", L"x", 4, error));
     EXPECT_NE(error.message.find("is read-only"), std::string::npos);
