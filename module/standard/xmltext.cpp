@@ -25,6 +25,12 @@ constexpr DeclaredEncoding kDeclaredEncodings[] = {
     {"gbk", kGbk}, {"gb2312", kGbk}, {"gb18030", kGb18030}, {"utf-8", platform::kUtf8}, {"utf8", platform::kUtf8},
 };
 
+constexpr std::size_t kLongestName = 40;
+bool isNameSign(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_' ||
+           c == '.';
+}
+
 // The encoding that the declaration at the head of the bytes names, in lower case; empty when it names none.
 std::string declaredEncoding(std::string_view bytes) {
     constexpr std::string_view kStart = "<?xml";
@@ -37,7 +43,9 @@ std::string declaredEncoding(std::string_view bytes) {
     if (open == std::string_view::npos) return {};
     const std::size_t close = declaration.find(declaration[open], open + 1);
     if (close == std::string_view::npos) return {};
+    // Anything else than a name was not meant as one, and does not belong into a message.
     std::string name(declaration.substr(open + 1, close - open - 1));
+    if (name.size() > kLongestName || !std::all_of(name.begin(), name.end(), isNameSign)) return {};
     for (char& c : name)
         c = platform::asciiLower(c);
     return name;

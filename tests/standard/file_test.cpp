@@ -193,6 +193,8 @@ TEST(StandardFile, ReadsTheEncodingsPeopleSaveIn) {
     }
     // The mark wins over a declaration that an editor left as it was.
     expectRead("\xEF\xBB\xBF<?xml version='1.0' encoding='gbk'?>" + platform::toUtf8(body));
+    // What lies between quotes without being a name is not told as one.
+    EXPECT_EQ(refusal("<?xml encoding='a\nb'?>" + gbk).find('\n'), std::string::npos);
     EXPECT_NE(refusal("<Morvel>\n" + gbk.substr(8)).find("line 2"), std::string::npos);
     EXPECT_NE(refusal("<?xml version='1.0' encoding='Big5'?>\n" + gbk).find("unknown encoding big5"),
               std::string::npos);
