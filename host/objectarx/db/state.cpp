@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "acutads.h"
 #include "dbapserv.h"
@@ -17,29 +18,40 @@ using dxf::RecordKind;
 
 namespace {
 
-// By number; numbers are not given twice, so an id of a closed drawing stays without one.
+// Those of now, by number; numbers are not given twice, so an id of a closed drawing stays without one.
 std::vector<DatabaseState*>& allStates() {
     static std::vector<DatabaseState*> states;
     return states;
 }
 
+std::vector<DatabaseState*>::iterator placeOf(std::uint32_t number) {
+    return std::lower_bound(allStates().begin(), allStates().end(), number,
+                            [](const DatabaseState* state, std::uint32_t other) { return state->number < other; });
+}
+
+std::uint32_t nextNumber() {
+    static std::uint32_t last = 0;
+    return ++last;
+}
+
 }  // namespace
 
 DatabaseState::DatabaseState(AcDbDatabase& owner, std::unique_ptr<dxf::Drawing> content)
-    : database(owner), number(static_cast<std::uint32_t>(allStates().size() + 1)), objects_(*this) {
+    : database(owner), number(nextNumber()), objects_(*this) {
     allStates().push_back(this);
     replace(std::move(content));
 }
 
 DatabaseState::~DatabaseState() {
-    allStates()[number - 1] = nullptr;
+    allStates().erase(placeOf(number));
     objects_.abandon();
     AcDbHostApplicationServices* services = acdbHostApplicationServices();
     if (services->workingDatabase() == &database) services->setWorkingDatabase(nullptr);
 }
 
 DatabaseState* DatabaseState::byNumber(std::uint32_t number) {
-    return number == 0 || number > allStates().size() ? nullptr : allStates()[number - 1];
+    const auto place = placeOf(number);
+    return place == allStates().end() || (*place)->number != number ? nullptr : *place;
 }
 
 DatabaseState* DatabaseState::ofNames(const AcDbEntity& entity) {
