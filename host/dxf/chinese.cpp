@@ -38,6 +38,7 @@ constexpr Translation kRows[] = {
     {"group code %1 points to %2, which no record is", "组码 %1 指向 %2，没有这个句柄的记录"},
     {"group code %1 has the value %2, which other programs do not read as a number",
      "组码 %1 的值为 %2，别的程序不能当作数字读取"},
+    {"the block %1 lies in itself", "块 %1 含有自身"},
     {"the file is cut off between CR and LF", "文件在 CR 与 LF 之间中断"},
     {"the version %1 is not known", "版本 %1 不认识"},
     {"%1 further errors", "另有 %1 处错误"},
@@ -71,6 +72,8 @@ constexpr Translation kRows[] = {
     {"numbers that are no group codes", "数字不是组码"},
     {"number that other programs do not read", "数字别的程序读不懂"},
     {"numbers that other programs do not read", "数字别的程序读不懂"},
+    {"block in itself", "块含有自身"},
+    {"blocks in themselves", "块含有自身"},
     // not written
     {"was cut short by another program while it was read", "读取时被别的程序截短"},
     {"was saved by somebody else since this drawing was opened; not saved", "打开以后被别人保存过，没有保存"},

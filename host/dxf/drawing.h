@@ -57,8 +57,8 @@ class Drawing {
     bool save(const std::filesystem::path& native, int backups, platform::Error& error);
     bool isModified() const { return contents_.isModified(); }
     // What was wrong in the file, in its order: missing ends, counts too small, handles given twice, pointers to
-    // nothing, numbers with a comma, an unknown version, a line end that is cut. The first hundred, and then one that
-    // counts the others.
+    // nothing, blocks in themselves, numbers with a comma, an unknown version, a line end that is cut. The first
+    // hundred, and then one that counts the others.
     const std::vector<Fault>& faults() const { return index_.faults.all(); }
     std::string faultSummary() const { return index_.faults.summary(); }
     // The drawing's whole text as it would be written; for tests and small drawings.

@@ -34,6 +34,7 @@ constexpr KindName kKindNames[] = {
      untranslated("numbers that are no group codes")},
     {FaultKind::ForeignNumber, untranslated("number that other programs do not read"),
      untranslated("numbers that other programs do not read")},
+    {FaultKind::BlockInItself, untranslated("block in itself"), untranslated("blocks in themselves")},
 };
 static_assert(std::size(kKindNames) == kFaultKinds);
 

@@ -24,8 +24,9 @@ enum class FaultKind {
     ForeignNumber,
     UnknownVersion,
     CutLineEnd,
+    BlockInItself,
 };
-constexpr std::size_t kFaultKinds = 10;
+constexpr std::size_t kFaultKinds = 11;
 
 struct Fault {
     FaultKind kind = FaultKind::MissingEnd;

@@ -1,8 +1,11 @@
 // What is wrong in a file although it can be cut into records.
 #include <algorithm>
 #include <cstring>
+#include <iterator>
+#include <utility>
 
 #include "host/dxf/binary.h"
+#include "host/dxf/blocknesting.h"
 #include "host/dxf/indexer.h"
 #include "host/dxf/references.h"
 #include "host/dxf/tags.h"
@@ -98,6 +101,33 @@ void Indexer::checkPointers() {
                   translated("group code %1 points to %2, which no record is", tag.code, handleText(handle)));
         }
     }
+}
+
+// Blocks that show themselves, on their own or by way of others. What is shown of them ends at the second time.
+void Indexer::checkBlocks() {
+    constexpr std::string_view kAlsoShow[] = {"DIMENSION", "ACAD_TABLE"};
+    const auto showsBlock = [&](const Record& record) {
+        if (record.type == kTypeInsert) return true;
+        return std::find(std::begin(kAlsoShow), std::end(kAlsoShow), index_.types[record.type]) != std::end(kAlsoShow);
+    };
+    BlockNesting nesting;
+    for (const auto& [head, end] : index_.ends) {
+        if (index_.records[head].kind != RecordKind::Block) continue;
+        const auto nameOf = [&](RecordId id) {
+            const char* const place = start_ + index_.records[id].offset;
+            const char* ignored = place;
+            return valueIn(place, place + index_.records[id].stored, codes::kName, ignored);
+        };
+        bool isNamed = false;
+        for (RecordId id = head + 1; id < end; ++id) {
+            if (!showsBlock(index_.records[id])) continue;
+            if (!std::exchange(isNamed, true)) nesting.beginBlock(nameOf(head));
+            nesting.addShown(nameOf(id), id);
+        }
+    }
+    for (const auto& [id, name] : nesting.cycles())
+        fault(start_ + index_.records[id].offset, id, FaultKind::BlockInItself,
+              translated("the block %1 lies in itself", printable(name)));
 }
 
 // Looks for numbers as they are written where the comma stands for the point. Programs read them as far as the comma,

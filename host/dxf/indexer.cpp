@@ -102,6 +102,7 @@ bool Indexer::run(std::size_t second) {
     if (!isWhole) return false;
     checkNumbers(end_);
     checkPointers();
+    checkBlocks();
     checkLastLine();
     return true;
 }

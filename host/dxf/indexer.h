@@ -66,6 +66,7 @@ class Indexer {
     void checkCount(const char* at);
     void checkVertices(const char* at);
     void checkPointers();
+    void checkBlocks();
     void checkNumbers(const char* end);
     void checkNumber(const char* comma);
     void checkLastLine();

@@ -49,6 +49,8 @@ TEST(Recovery, ErrorsAreToldWithLineAndHandle) {
          "line 159: the polyline says 2 vertices and has 1"},
         {replaced(sound, "ATTRIB", {{0, "ENDBLK"}}), "line 121: ENDBLK without a BLOCK"},
         {replaced(sound, "VALVE", {{2, "VALVE"}, {0, "ENDTAB"}}), "line 93: ENDTAB without a TABLE"},
+        {replaced(sound, "ENDBLK", {{0, "INSERT"}, {5, "1D"}, {8, "0"}, {2, "Valve"}, {0, "ENDBLK"}}),
+         "line 99, handle 1D: the block VALVE lies in itself"},
         {replaced(sound, "EOF", {{0, "MTEXT"}, {0, "ENDSEC"}, {0, "EOF"}}), "line 205: MTEXT outside of a section"},
     };
     for (const auto& one : cases) {
