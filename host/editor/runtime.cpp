@@ -42,6 +42,7 @@ void tellLostFile(Session& session) {
 
 bool Session::run(bool keepGoing) {
     quit_ = false;
+    guesses_ = 0;
     const std::size_t failuresBefore = failures_ - std::exchange(earlyRefusals_, 0);
     isRunning_ = true;
     while (!quit_ && (keepGoing || failures_ == failuresBefore)) {
@@ -102,11 +103,13 @@ const AcEdCommand* Session::lookupMeant(std::wstring_view typed) {
     return setsVariable;
 }
 
-std::wstring Session::unknownCommand(const std::wstring& typed) const {
+std::wstring Session::unknownCommand(const std::wstring& typed) {
+    const std::wstring message = translated(L"Unknown command \"%1\".", typed);
+    if (!output.terminal().isInteractive() && ++guesses_ > kMostGuesses) return message;
     std::vector<std::wstring> names = commandNames(*this);
     for (std::wstring& name : Variables::names())
         names.push_back(std::move(name));
-    return translated(L"Unknown command \"%1\".", typed) + didYouMean(withoutMarks(typed), names);
+    return message + didYouMean(withoutMarks(typed), names);
 }
 
 CommandResult Session::runTyped(const std::wstring& typed) {

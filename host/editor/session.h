@@ -94,8 +94,9 @@ class Session : private AcDbHostApplicationServices {
     // The system variable that was typed as the command that runs now; empty when it was not, and once it is taken.
     std::wstring takeTypedVariable() { return std::exchange(typedVariable_, std::wstring()); }
 
-    // The message about a name that means nothing, and what is near it.
-    std::wstring unknownCommand(const std::wstring& typed) const;
+    // The message about a name that means nothing, and what is near it. In a script that is full of such names only
+    // those that come first are guessed at.
+    std::wstring unknownCommand(const std::wstring& typed);
 
     Outcome runCommand(const AcEdCommand& command, bool transparent);
     // A command called from a running one, by name. Failed when there is none.
@@ -162,6 +163,8 @@ class Session : private AcDbHostApplicationServices {
     std::wstring lastCommand_;  // that Enter repeats
     std::wstring lastTyped_;    // also when it is no command
     std::wstring typedVariable_;
+    static constexpr std::size_t kMostGuesses = 20;
+    std::size_t guesses_ = 0;  // of this run
     std::size_t failures_ = 0;
     std::size_t readingFailures_ = 0;  // of them
     std::size_t writingFailures_ = 0;

@@ -123,6 +123,9 @@ TEST_F(Commands, MistypedNamesAreTold) {
         EXPECT_FALSE(run({typed}));
         EXPECT_EQ(std::vector<std::wstring>{L"Unknown command \"" + typed + L"\"." + hint}, terminal.errors);
     }
+    EXPECT_FALSE(run(std::deque<std::wstring>(21, L"gxsx"), true));
+    EXPECT_NE(std::wstring::npos, terminal.errors[19].find(L"gxsz")) << terminal.errors[19];
+    EXPECT_EQ(L"Unknown command \"gxsx\".", terminal.errors[20]);
 }
 
 TEST_F(Commands, WordsBehindTheNameAreAnswers) {
