@@ -15,11 +15,9 @@ namespace {
 using Arguments = std::vector<std::string>;
 
 #if defined(__SANITIZE_ADDRESS__)
-constexpr int kSeconds = 30;
-#elif defined(__OPTIMIZE__)
-constexpr int kSeconds = 5;
+constexpr int kSeconds = 20;
 #else
-constexpr int kSeconds = 15;  // the program as it is not given to users
+constexpr int kSeconds = 5;
 #endif
 constexpr int kMegabytes = 512;
 

@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr std::size_t kMegabyte = 1000000;
-
 struct Tag {
     int code;
     std::string value;
@@ -200,7 +198,8 @@ std::vector<HostileFile> hostileDrawings() {
          }))},
         // Cyclic.
         {"cyclic blocks",
-         ofBlocks(block(0x700, "A", insert("702", "B")) + block(0x710, "B", insert("712", "A")), insert("90", "A"))},
+         ofBlocks(block(0x700, "A", insert("702", "B")) + block(0x710, "B", insert("712", "A")), insert("90", "A")),
+         "handle 712: the block A lies in itself"},
         {"cyclic owners", ofObjects(tags({{0, "DICTIONARY"}, {5, "500"}, {330, "501"}, {3, "A"}, {350, "501"}}) +
                                     tags({{0, "DICTIONARY"}, {5, "501"}, {330, "500"}, {3, "B"}, {350, "500"}}))},
         {"cyclic groups", ofObjects(many([&](int i) {
@@ -208,9 +207,9 @@ std::vector<HostileFile> hostileDrawings() {
          }))},
         {"a reference to itself", ofBlocks(block(0x700, "X", "", "hostile.dxf"), insert("90", "X"))},
         {"references",
-         ofBlocks(
-             many([&](int i) { return block(kFirst + 2 * i, "X" + std::to_string(i), "", "hostile.dxf"); }, 300000),
-             insert("90", "X7"))},
+         ofBlocks(many([&](int i) { return block(kFirst + 2 * i, "X" + std::to_string(i), "", "hostile.dxf"); },
+                       kMegabyte * 3 / 10),
+                  insert("90", "X7"))},
         // Counts and numbers.
         {"counts", ofEntities(kCounts), "2147483647"},
         {"lines of a hatch", ofEntities(kHatch)},
@@ -320,18 +319,20 @@ std::vector<HostileFile> hostileScripts() {
         {"brackets", "SELECT\n" + std::string(kMegabyte, '(') + "\n", "too many parentheses"},
         {"brackets over lines", "SELECT\n" + repeated("(\n") + "\n", "too many parentheses"},
         {"conditions", "SELECT\n(ssget \"X\" '(" + repeated("(8 . \"A*\")") + "))\n\n"},
-        {"operators", "SELECT\n(ssget \"X\" '(" + repeated("(-4 . \"<NOT\")", 500000) + "))\n\n", "too many groups"},
+        {"operators", "SELECT\n(ssget \"X\" '(" + repeated("(-4 . \"<NOT\")", kMegabyte / 2) + "))\n\n",
+         "too many groups"},
         {"stars", "-LAYER\n?\n" + repeated("*a") + "\n\n"},
         {"patterns", "-LAYER\n?\n" + repeated("*a,") + "\n\n"},
         {"sets", "-LAYER\n?\n" + repeated("[~a-z]*") + "\n\n"},
-        {"points", "SELECT\nF\n" +
-                       many([](int i) { return std::to_string(i % 7) + "," + std::to_string(i) + "\n"; }, 300000) +
-                       "\n\n"},
-        {"corners",
-         "SELECT\nWP\n" +
-             many([](int i) { return std::to_string(i * 7919 % 997) + "," + std::to_string(i) + "\n"; }, 100000) +
+        {"points",
+         "SELECT\nF\n" +
+             many([](int i) { return std::to_string(i % 7) + "," + std::to_string(i) + "\n"; }, kMegabyte * 3 / 10) +
              "\n\n"},
-        {"nonsense", many([](int i) { return "X" + std::to_string(i) + "\n"; }, 10000), "X0"},
+        {"corners", "SELECT\nWP\n" +
+                        many([](int i) { return std::to_string(i * 7919 % 997) + "," + std::to_string(i) + "\n"; },
+                             kMegabyte / 10) +
+                        "\n\n"},
+        {"nonsense", many([](int i) { return "X" + std::to_string(i) + "\n"; }), "X0"},
         {"a word", std::string(kMegabyte, 'x') + "\n", "xxx"},
         {"zeros", std::string(kMegabyte, '\0'), "hostile"},
     };

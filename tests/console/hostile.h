@@ -1,8 +1,16 @@
 // Files made to hurt: a megabyte at most, of which every byte asks for as much as it can.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
+
+// A quarter of it for programs as they are not given to users, which take as long for that.
+#if defined(__OPTIMIZE__) && !defined(__SANITIZE_ADDRESS__)
+constexpr std::size_t kMegabyte = 1000000;
+#else
+constexpr std::size_t kMegabyte = 250000;
+#endif
 
 struct HostileFile {
     const char* name;
