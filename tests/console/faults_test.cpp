@@ -143,4 +143,28 @@ TEST_F(Faults, AFileThatIsCutEndsItsOwnWorkAlone) {
     EXPECT_EQ(end.code, 4);
     EXPECT_NE(end.error.find("b.dxf: was changed by another program"), std::string::npos) << end.error;
     EXPECT_FALSE(place.has("new.dxf"));
+
+    // Written over then, it is nothing to be copied from, and what somebody else has written stays.
+    for (const char* target : {"new.dxf", "b.dxf"}) {
+        end = run("open 1 rewrite", {"-o", target, "-e", unfreeze, "b.dxf"});
+        EXPECT_EQ(end.code, 4);
+        EXPECT_NE(end.error.find("b.dxf: was changed by another program"), std::string::npos) << end.error;
+        EXPECT_FALSE(place.has("new.dxf"));
+        EXPECT_EQ(place.read("b.dxf"), std::string(before_.size(), '8'));
+    }
+}
+
+TEST_F(Faults, AFolderThatMayNotBeWrittenToKeepsItsDrawing) {
+    const Workplace place;
+    fs::create_directory(place.path("shut"));
+    place.write("shut/plan.dxf", before_);
+    fs::permissions(place.path("shut"), fs::perms::owner_write, fs::perm_options::remove);
+    std::vector<std::string> environment = with(place, "none 1 0", "shut/plan.dxf");
+    environment.push_back("QRS_FAULT_USER=1");
+    const Outcome end = place.run({"--in-place", "-e", "UnFrozenAllLayer", "shut/plan.dxf"}, {}, environment);
+    fs::permissions(place.path("shut"), fs::perms::owner_write, fs::perm_options::add);
+    EXPECT_EQ(end.code, 4);
+    EXPECT_NE(end.error.find("shut/plan.dxf: "), std::string::npos) << end.error;
+    EXPECT_TRUE(place.read("shut/plan.dxf") == before_);
+    EXPECT_EQ(std::distance(fs::directory_iterator(place.path("shut")), {}), 1);
 }

@@ -1,25 +1,17 @@
 // Preloaded into the program: writes down in the file QRS_WATCHED what is made, written, renamed, removed, started and
 // reached over the network, one a line.
-#include <dlfcn.h>
-#include <fcntl.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdarg>
 #include <cstdlib>
 #include <cstring>
 #include <initializer_list>
 
+#include "preload.h"
+
 namespace {
 
-template <typename Function>
-Function* original(const char* name) {
-    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-}
-
 void note(const char* what, const char* path) {
-    static auto* const realOpen = original<int(const char*, int, ...)>("open");
     const char* const file = std::getenv("QRS_WATCHED");
     if (file == nullptr) return;
     const int log = realOpen(file, O_CREAT | O_WRONLY | O_APPEND | O_CLOEXEC, 0600);
@@ -32,24 +24,15 @@ void note(const char* what, const char* path) {
     close(log);
 }
 
-constexpr int kWrites = O_WRONLY | O_RDWR | O_CREAT | O_TRUNC | O_APPEND;
+bool beforeOpen(const char* path, int flags) {
+    constexpr int kWrites = O_WRONLY | O_RDWR | O_CREAT | O_TRUNC | O_APPEND;
+    if (flags & kWrites) note("write", path);
+    return true;
+}
 
 }  // namespace
 
 extern "C" {
-
-int open(const char* path, int flags, ...) {
-    static auto* const real = original<int(const char*, int, ...)>("open");
-    mode_t mode = 0;
-    if (flags & O_CREAT) {
-        va_list arguments;
-        va_start(arguments, flags);
-        mode = va_arg(arguments, mode_t);
-        va_end(arguments);
-    }
-    if (flags & kWrites) note("write", path);
-    return real(path, flags, mode);
-}
 
 int mkdir(const char* path, mode_t mode) noexcept {
     static auto* const real = original<int(const char*, mode_t)>("mkdir");
