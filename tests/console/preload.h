@@ -34,3 +34,6 @@ extern "C" int open(const char* path, int flags, ...) {
     }
     return beforeOpen(path, flags) ? realOpen(path, flags, mode) : -1;
 }
+
+// Its other name.
+extern "C" int open64(const char* path, int flags, ...) __attribute__((alias("open")));

@@ -3,6 +3,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <initializer_list>
@@ -33,6 +34,37 @@ bool beforeOpen(const char* path, int flags) {
 }  // namespace
 
 extern "C" {
+
+FILE* fopen(const char* path, const char* mode) {
+    static auto* const real = original<FILE*(const char*, const char*)>("fopen");
+    if (std::strpbrk(mode, "wa+") != nullptr) note("write", path);
+    return real(path, mode);
+}
+FILE* fopen64(const char* path, const char* mode) __attribute__((alias("fopen")));
+
+int link(const char* from, const char* to) noexcept {
+    static auto* const real = original<int(const char*, const char*)>("link");
+    note("make", to);
+    return real(from, to);
+}
+
+int symlink(const char* from, const char* to) noexcept {
+    static auto* const real = original<int(const char*, const char*)>("symlink");
+    note("make", to);
+    return real(from, to);
+}
+
+int system(const char* line) {
+    static auto* const real = original<int(const char*)>("system");
+    note("run", line);
+    return real(line);
+}
+
+FILE* popen(const char* line, const char* mode) {
+    static auto* const real = original<FILE*(const char*, const char*)>("popen");
+    note("run", line);
+    return real(line, mode);
+}
 
 int mkdir(const char* path, mode_t mode) noexcept {
     static auto* const real = original<int(const char*, mode_t)>("mkdir");
