@@ -13,6 +13,7 @@ endif()
 if(QRS_SANITIZE)
     target_compile_options(qrs_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                                                  -fno-omit-frame-pointer)
+    target_compile_definitions(qrs_options INTERFACE QRS_SANITIZE=1)
     target_link_options(qrs_options INTERFACE -fsanitize=address,undefined)
 endif()
 if(QRS_SANITIZE_THREADS)
@@ -25,9 +26,7 @@ if(QRS_COVERAGE)
 endif()
 if(QRS_BUILD_FUZZ)
     # All rooms, so that the fuzzer sees into whatever an input reaches.
-    target_compile_options(qrs_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
-                                                 -O1 -gline-tables-only)
-    target_link_options(qrs_options INTERFACE -fsanitize=address,undefined)
+    target_compile_options(qrs_options INTERFACE -fsanitize=fuzzer-no-link -O1 -gline-tables-only)
 endif()
 # A plug-in must really leave the process when it is unloaded; unique symbols would pin it.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")

@@ -14,7 +14,7 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(QRS_SANITIZE)
 constexpr int kSeconds = 20;
 #else
 constexpr int kSeconds = 5;

@@ -6,7 +6,7 @@
 #include <vector>
 
 // A quarter of it for programs as they are not given to users, which take as long for that.
-#if defined(__OPTIMIZE__) && !defined(__SANITIZE_ADDRESS__)
+#if defined(__OPTIMIZE__) && !defined(QRS_SANITIZE)
 constexpr std::size_t kMegabyte = 1000000;
 #else
 constexpr std::size_t kMegabyte = 250000;

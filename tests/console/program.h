@@ -34,7 +34,7 @@ class Workplace {
     // Beyond it is ended. POSIX alone.
     void limit(int seconds, [[maybe_unused]] int megabytes) {
         limits_ = "ulimit -t " + std::to_string(seconds);
-#if !defined(__SANITIZE_ADDRESS__)
+#if !defined(QRS_SANITIZE)
         limits_ += " && ulimit -v " + std::to_string(megabytes * 1024);
 #endif
     }

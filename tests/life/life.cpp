@@ -8,7 +8,7 @@
 // not be more.
 #include <malloc.h>
 #include <unistd.h>
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(QRS_SANITIZE)
 #include <sanitizer/allocator_interface.h>
 #endif
 
@@ -41,7 +41,7 @@ void leaveNothingInReserve(char** words) {
 }
 
 std::size_t bytesInUse() {
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(QRS_SANITIZE)
     return __sanitizer_get_current_allocated_bytes();
 #else
     const auto info = mallinfo2();
