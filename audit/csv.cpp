@@ -84,7 +84,7 @@ bool readCsv(const std::wstring& path, std::vector<CsvRow>& rows, platform::Erro
 }
 
 std::wstring csvCell(const std::wstring& text) {
-    const bool isPlain = text.find_first_of(L",\"\n") == std::wstring::npos && platform::trimmed(text) == text;
+    const bool isPlain = text.find_first_of(L",\"\r\n") == std::wstring::npos && platform::trimmed(text) == text;
     if (isPlain && text.substr(0, 1) != L"#") return text;
     std::wstring cell = L"\"";
     for (const wchar_t c : text) {
