@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cwchar>
+#include <optional>
 
 #include "host/platform/angle.h"
 
@@ -64,6 +65,23 @@ std::size_t readPercents(std::wstring_view rest, TextRun& now, std::wstring& out
     }
 }
 
+// A tab, the end of a line and a caret are spelled with a caret.
+std::optional<wchar_t> readCaret(std::wstring_view text) {
+    if (text.size() < 2 || text[0] != L'^') return std::nullopt;
+    switch (text[1]) {
+        case L'I':
+            return L' ';
+        case L'J':
+            return L'\n';
+        case L'M':
+            return L'\r';
+        case L' ':
+            return L'^';
+        default:
+            return std::nullopt;
+    }
+}
+
 void addRun(std::vector<TextRun>& runs, const TextRun& looks, std::wstring& text) {
     if (text.empty()) return;
     runs.push_back(looks);
@@ -103,7 +121,9 @@ class Reader {
 
     void step() {
         constexpr std::size_t kDeepest = 256;
-        const wchar_t c = text_[at_++];
+        const std::optional<wchar_t> spelled = readCaret(text_.substr(at_));
+        const wchar_t c = spelled.value_or(text_[at_]);
+        at_ += spelled ? 2 : 1;
         if (c == L'{' && states_.size() < kDeepest) {
             endRun();
             states_.push_back(now());
@@ -284,6 +304,11 @@ std::vector<TextRun> lineRuns(std::wstring_view text) {
     TextRun now;
     std::wstring pending;
     for (std::size_t i = 0; i < text.size(); ++i) {
+        if (const std::optional<wchar_t> spelled = readCaret(text.substr(i))) {
+            if (*spelled >= L' ') pending += *spelled;
+            ++i;
+            continue;
+        }
         if (text[i] != L'%' || i + 2 >= text.size() || text[i + 1] != L'%') {
             if (text[i] >= L' ') pending += text[i];
             continue;

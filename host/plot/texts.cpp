@@ -309,7 +309,7 @@ std::vector<Texts::Placed> Texts::breakLines(const pick::Paragraphs& text, const
         if (text.width > 0.0) {
             const double room = (text.width / text.height - paragraph.indent) / scale / line.stretch;
             pango_layout_set_width(line.layout.get(), static_cast<int>(std::clamp(room, kSize, 1e6) * kUnits));
-            pango_layout_set_wrap(line.layout.get(), PANGO_WRAP_WORD_CHAR);
+            pango_layout_set_wrap(line.layout.get(), PANGO_WRAP_WORD);
         }
         const int count = pango_layout_get_line_count(line.layout.get());
         for (int i = 0; i < count; ++i) {
