@@ -1,4 +1,6 @@
 // The shapes of lines, arcs, points, leaders and the like.
+#include <algorithm>
+
 #include "host/dxf/classcodes.h"
 #include "host/pick/kinds.h"
 #include "host/pick/picture.h"
@@ -142,6 +144,10 @@ void drawSpline(const Entity& entity, const Pen& pen) {
         (field.code == spline::kKnot ? data.knots : data.weights).push_back(*number);
     }
     data.controls = pointsOf(entity, spline::kControlPoint);
+    constexpr int kControlCount = 73;
+    // A helix has points of its own after those of its spline.
+    const auto told = static_cast<std::size_t>(std::max(entity.integer(kControlCount, 0), 0L));
+    if (told > 0 && data.controls.size() > told) data.controls.resize(told);
     if (!data.controls.empty()) return drawSplineCurve(data, pen);
     // Known by the points it goes through alone: straight between them.
     const std::vector<Vec> through = pointsOf(entity, spline::kFitPoint);

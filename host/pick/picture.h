@@ -83,6 +83,9 @@ class Picture {
     virtual void mark(const Vec& at) = 0;
     // The head of a leader, coming from a point; in the shape of a dimension style.
     virtual void head(const Vec& tip, const Vec& from, const std::wstring& style, double scale) = 0;
+    // What shapes within an entity look like from then on, where they say so: 0xRRGGBB or an index; hundredths of a
+    // millimetre.
+    virtual void traits(std::optional<long> rgb, std::optional<long> index, std::optional<long> weight) = 0;
     // Covers what was drawn before.
     virtual void cover(const std::vector<Vec>& corners) = 0;
 

@@ -82,6 +82,8 @@ void drawShape(const ProxyShape& shape, const Pen& pen) {
 void drawProxy(const Entity& entity, const Pen& pen) {
     const dxf::Drawing& drawing = entity.drawing();
     readProxyGraphics(drawing, proxyGraphicsOf(drawing, entity.id()), [&pen](const ProxyShape& shape) {
+        const ProxyTraits& traits = shape.traits;
+        if (Picture* const picture = pen.picture()) picture->traits(traits.rgb, traits.colorIndex, traits.lineWeight);
         drawShape(shape, pen.in(transformOf(shape.toEntity)));
         return !pen.isDone();
     });

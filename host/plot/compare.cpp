@@ -89,7 +89,7 @@ PlotFailure plotComparison(const std::filesystem::path& first, const std::filesy
     const Fates fates = compareRecords(*sides[0].drawing, *sides[1].drawing);
     const std::unique_ptr<plot::Surface> surface = plot::Surface::make(request, page.paper, error);
     if (!surface) return PlotFailure::CannotWrite;
-    std::set<plot::Note> notes;
+    plot::Notes notes;
     {
         const double dots = surface->dotsPerMillimetre();
         plot::Canvas canvas(surface->context(), page.paper.width * dots, page.paper.height * dots);
@@ -106,7 +106,7 @@ PlotFailure plotComparison(const std::filesystem::path& first, const std::filesy
     outcome.width = page.paper.width;
     outcome.height = page.paper.height;
     for (Side& side : sides)
-        plot::tellNotes(notes, side.references, outcome), notes.clear();
+        plot::tellNotes(notes, side.references, outcome), notes = {};
     return surface->finish(error) ? PlotFailure::None : PlotFailure::CannotWrite;
 }
 

@@ -23,6 +23,6 @@ const Layout* findLayout(const std::vector<Layout>& layouts, const std::wstring&
 std::string noLayout(const std::vector<Layout>& layouts, const std::wstring& name);
 // The one that the drawing shows when it is opened.
 std::wstring shownLayout(const dxf::Drawing& drawing, const std::vector<Layout>& layouts);
-void tellNotes(const std::set<Note>& notes, pick::References& references, PlotOutcome& outcome);
+void tellNotes(const Notes& notes, pick::References& references, PlotOutcome& outcome);
 
 }  // namespace qrs::host::plot

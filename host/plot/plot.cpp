@@ -106,15 +106,18 @@ std::wstring shownLayout(const dxf::Drawing& drawing, const std::vector<Layout>&
     return layouts.empty() ? std::wstring() : layouts.front().name;
 }
 
-void tellNotes(const std::set<Note>& notes, pick::References& references, PlotOutcome& outcome) {
+void tellNotes(const Notes& notes, pick::References& references, PlotOutcome& outcome) {
     for (const std::wstring& path : references.takeMissing())
         outcome.notes.push_back(translated(L"The external reference %1 cannot be found.", path));
-    if (notes.count(Note::FinePattern))
+    if (notes.all.count(Note::FinePattern))
         outcome.notes.push_back(translated(L"A hatch pattern too fine to be seen was drawn as an area."));
-    if (notes.count(Note::UnknownShape))
+    if (notes.all.count(Note::UnknownShape))
         outcome.notes.push_back(translated(L"Shapes in linetypes that no file tells were left out."));
-    if (notes.count(Note::DeepBlocks))
+    if (notes.all.count(Note::DeepBlocks))
         outcome.notes.push_back(translated(L"There is more in blocks than can be drawn; the rest was left out."));
+    for (const auto& [kind, count] : notes.undrawn)
+        outcome.notes.push_back(
+            translated(L"Entities of a kind that cannot be drawn: %1 x %2.", count, platform::fromUtf8(kind)));
 }
 
 PlotFailure plotDrawing(dxf::Drawing& drawing, pick::References& references, const LocateFile& locate,
@@ -134,7 +137,7 @@ PlotFailure plotDrawing(dxf::Drawing& drawing, pick::References& references, con
     const Page page = pageFor(needsExtents ? sheet.extents() : Box{}, sheet.isModel(), setup, request.paper);
     const std::unique_ptr<Surface> surface = Surface::make(request, page.paper, error);
     if (!surface) return PlotFailure::CannotWrite;
-    std::set<Note> notes;
+    Notes notes;
     {
         const double dots = surface->dotsPerMillimetre();
         Canvas canvas(surface->context(), page.paper.width * dots, page.paper.height * dots);

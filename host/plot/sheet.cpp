@@ -224,7 +224,7 @@ std::vector<std::vector<Vec>> Sheet::edgeOf(const Window& window, const Transfor
 }
 
 std::size_t Sheet::drawWindow(const Window& window, Canvas& canvas, Texts& texts, const Transform& toPage,
-                              const ViewScale& scale, const Repaint& repaint, std::set<Note>& notes) {
+                              const ViewScale& scale, const Repaint& repaint, Notes& notes) {
     pick::LayerStates layers(drawing_, &tables_);
     for (const dxf::RecordId layer : FrozenLayers(drawing_, tables_, window.id).layers())
         if (layer != dxf::kNoRecord) layers.freeze(tables_.nameOf(layer));
@@ -242,7 +242,7 @@ std::size_t Sheet::drawWindow(const Window& window, Canvas& canvas, Texts& texts
         for (const dxf::RecordId id : entities(kModelSpace)) {
             ++count;
             if (scene.show(id, view, toDots)) continue;
-            notes.insert(Note::DeepBlocks);
+            notes.all.insert(Note::DeepBlocks);
             break;
         }
     }
@@ -251,7 +251,7 @@ std::size_t Sheet::drawWindow(const Window& window, Canvas& canvas, Texts& texts
 }
 
 std::size_t Sheet::draw(Canvas& canvas, Texts& texts, const Transform& toPage, const ViewScale& scale,
-                        const Repaint& repaint, std::set<Note>& notes) {
+                        const Repaint& repaint, Notes& notes) {
     const pick::LayerStates layers(drawing_, &tables_);
     pick::Scene scene(drawing_, layers, references_, locate_);
     View view(canvas, texts, drawing_, scale, repaint, notes);
@@ -263,7 +263,7 @@ std::size_t Sheet::draw(Canvas& canvas, Texts& texts, const Transform& toPage, c
             if (window) count += drawWindow(*window, canvas, texts, toPage, scale, repaint, notes);
         }
         if (scene.show(id, view, toPage)) continue;
-        notes.insert(Note::DeepBlocks);
+        notes.all.insert(Note::DeepBlocks);
         break;
     }
     return count;

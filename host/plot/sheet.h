@@ -32,7 +32,7 @@ class Sheet {
     pick::Box extents();
     // toPage: from the layout's coordinates to dots. Gives how many entities were drawn.
     std::size_t draw(Canvas& canvas, Texts& texts, const pick::Transform& toPage, const ViewScale& scale,
-                     const Repaint& repaint, std::set<Note>& notes);
+                     const Repaint& repaint, Notes& notes);
 
   private:
     // A viewport of the sheet, and what it shows.
@@ -48,7 +48,7 @@ class Sheet {
     std::optional<Window> windowOf(dxf::RecordId id) const;
     bool isWindow(dxf::RecordId id) const;
     std::size_t drawWindow(const Window& window, Canvas& canvas, Texts& texts, const pick::Transform& toPage,
-                           const ViewScale& scale, const Repaint& repaint, std::set<Note>& notes);
+                           const ViewScale& scale, const Repaint& repaint, Notes& notes);
     std::vector<std::vector<pick::Vec>> edgeOf(const Window& window, const pick::Transform& toPage);
 
     dxf::Drawing& drawing_;

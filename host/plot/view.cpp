@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/drawing/proxygraphics.h"
 #include "host/dxf/classcodes.h"
+#include "host/pick/kinds.h"
 #include "host/platform/codepage.h"
 #include "host/plot/patterns.h"
 
@@ -66,7 +68,7 @@ Color mixed(const std::vector<long>& colors) {
 }  // namespace
 
 View::View(Canvas& canvas, Texts& texts, const dxf::Drawing& drawing, const ViewScale& scale, const Repaint& repaint,
-           std::set<Note>& notes)
+           Notes& notes)
     : canvas_(canvas), texts_(texts), looks_(drawing), scale_(scale), repaint_(repaint), notes_(notes) {
     pointMode_ = static_cast<long>(headerNumber(drawing, "$PDMODE", codes::variable::kInteger, 0));
     pointSize_ = headerNumber(drawing, "$PDSIZE", codes::variable::kReal, 0);
@@ -84,12 +86,13 @@ TextStyles& View::stylesOf(const dxf::Drawing& drawing) {
 
 Color View::colorNow() const {
     if (now_.painted) return *now_.painted;
-    const Color own = looks_.look().color;
+    const Color own = now_.shapeColor.value_or(looks_.look().color);
     return scale_.isBlack ? Color{0, 0, 0, own.alpha} : own;
 }
 
 Stroke View::strokeNow() const {
-    return {colorNow(), std::max(looks_.look().weight * scale_.dotsPerMillimetre, scale_.thinnest), false};
+    const double weight = now_.shapeWeight.value_or(looks_.look().weight);
+    return {colorNow(), std::max(weight * scale_.dotsPerMillimetre, scale_.thinnest), false};
 }
 
 bool View::enter(const pick::Shown& shown) {
@@ -105,11 +108,17 @@ bool View::enter(const pick::Shown& shown) {
         now_.isOnePath = isDrawnAsOne(shown.entity);
     }
     if (repaint_) now_.painted = repaint_(shown.entity, now_.painted);
+    now_.shapeColor.reset();
+    now_.shapeWeight.reset();
+    now_.isClipped = false;
+    if (shown.showsBlock) clip(shown);
+    if (isUndrawn(shown.entity)) ++notes_.undrawn[std::string(now_.drawing->typeNameOf(shown.entity.id()))];
     return looks_.isPlotted() && (!now_.painted || now_.painted->alpha > 0);
 }
 
 void View::leave() {
     endRun();
+    if (now_.isClipped) canvas_.popClip();
     looks_.leave();
     now_ = outer_.back();
     outer_.pop_back();
@@ -225,7 +234,7 @@ void View::carried(const Dash& dash, const Vec& at, const Vec& along, const Stro
         }
         return;
     }
-    notes_.insert(Note::UnknownShape);
+    notes_.all.insert(Note::UnknownShape);
 }
 
 void View::textLine(const pick::TextLine& text, const Transform& toWorld) {
@@ -239,7 +248,7 @@ void View::paragraphs(const pick::Paragraphs& text, const Transform& toWorld) {
 
 void View::filling(const pick::Filling& filling, const Transform& toWorld) {
     if (!filling.isSolid) {
-        if (!fillWithPattern(canvas_, filling, toWorld, strokeNow())) notes_.insert(Note::FinePattern);
+        if (!fillWithPattern(canvas_, filling, toWorld, strokeNow())) notes_.all.insert(Note::FinePattern);
         return;
     }
     std::vector<std::vector<Vec>> loops = filling.loops;
@@ -309,6 +318,40 @@ void View::head(const Vec& tip, const Vec& from, const std::wstring& style, doub
     const Vec back = d * (length / room);
     const Vec side{-back.y / 6, back.x / 6, 0};
     canvas_.fill({{tip, tip + back + side, tip + back - side}}, colorNow());
+}
+
+void View::traits(std::optional<long> rgb, std::optional<long> index, std::optional<long> weight) {
+    const std::uint8_t alpha = looks_.look().color.alpha;
+    now_.shapeColor.reset();
+    if (rgb)
+        now_.shapeColor = trueColor(*rgb);
+    else if (index && *index != kByLayer)
+        now_.shapeColor = looks_.colorOf(*index);
+    if (now_.shapeColor) now_.shapeColor->alpha = alpha;
+    now_.shapeWeight.reset();
+    if (weight && *weight >= 0) now_.shapeWeight = static_cast<double>(*weight) / 100.0;
+}
+
+// Of a kind that has no shape here, and without a picture of its own.
+bool View::isUndrawn(const pick::Entity& entity) {
+    const dxf::Drawing& drawing = entity.drawing();
+    const std::uint16_t type = drawing.record(entity.id()).type;
+    if (type == dxf::kTypeUncounted || type != lastType_ || &drawing != lastDrawing_) {
+        lastType_ = type;
+        lastDrawing_ = &drawing;
+        isLastKnown_ = pick::findKind(drawing.typeNameOf(entity.id()))->draw != &pick::drawProxy;
+    }
+    return !isLastKnown_ && drawing.typeNameOf(entity.id()) != "SEQEND" &&
+           proxyGraphicsOf(drawing, entity.id()).empty();
+}
+
+void View::clip(const pick::Shown& shown) {
+    std::vector<Vec> edge = clips_.try_emplace(now_.drawing, *now_.drawing).first->second.edgeOf(shown.entity);
+    if (edge.empty()) return;
+    for (Vec& corner : edge)
+        corner = shown.toWorld.point(corner);
+    canvas_.pushClip({edge});
+    now_.isClipped = true;
 }
 
 void View::cover(const std::vector<Vec>& corners) {

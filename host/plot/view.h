@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -11,6 +12,7 @@
 #include "host/pick/picture.h"
 #include "host/pick/probe.h"
 #include "host/plot/canvas.h"
+#include "host/plot/clips.h"
 #include "host/plot/dashes.h"
 #include "host/plot/entitylooks.h"
 #include "host/plot/texts.h"
@@ -19,6 +21,10 @@ namespace qrs::host::plot {
 
 // What a plot could not draw as it is.
 enum class Note { FinePattern, UnknownShape, DeepBlocks };
+struct Notes {
+    std::set<Note> all;
+    std::map<std::string, std::size_t> undrawn;  // entities without a shape, by kind
+};
 
 // Which colour an entity has in place of its own, given that of what it lies in; nothing: its own. One without opacity
 // is not drawn.
@@ -35,7 +41,7 @@ struct ViewScale {
 class View final : public pick::Probe, public pick::Picture {
   public:
     View(Canvas& canvas, Texts& texts, const dxf::Drawing& drawing, const ViewScale& scale, const Repaint& repaint,
-         std::set<Note>& notes);
+         Notes& notes);
     ~View() override;
 
     void area(const std::vector<std::vector<Vec>>& loops) override;
@@ -52,6 +58,7 @@ class View final : public pick::Probe, public pick::Picture {
     void band(const std::vector<Vec>& points, double width, bool isClosed) override;
     void mark(const Vec& at) override;
     void head(const Vec& tip, const Vec& from, const std::wstring& style, double scale) override;
+    void traits(std::optional<long> rgb, std::optional<long> index, std::optional<long> weight) override;
     void cover(const std::vector<Vec>& corners) override;
 
   protected:
@@ -62,6 +69,8 @@ class View final : public pick::Probe, public pick::Picture {
     Color colorNow() const;
     Stroke strokeNow() const;
     bool isDashed() const { return now_.linetype != nullptr && now_.dashScale > 0.0; }
+    bool isUndrawn(const pick::Entity& entity);
+    void clip(const pick::Shown& shown);
     TextStyles& stylesOf(const dxf::Drawing& drawing);
     void dashedPath(const std::vector<Vec>& points, const Stroke& stroke);
     void carried(const Dash& dash, const Vec& at, const Vec& along, const Stroke& stroke);
@@ -72,8 +81,9 @@ class View final : public pick::Probe, public pick::Picture {
     EntityLooks looks_;
     ViewScale scale_;
     const Repaint& repaint_;
-    std::set<Note>& notes_;
+    Notes& notes_;
     std::map<const dxf::Drawing*, std::unique_ptr<TextStyles>> styles_;
+    std::map<const dxf::Drawing*, Clips> clips_;
 
     struct Now {
         const dxf::Drawing* drawing = nullptr;
@@ -82,10 +92,16 @@ class View final : public pick::Probe, public pick::Picture {
         double dotScale = 1.0;   // dots for a drawing unit
         bool isOnePath = false;  // the pattern runs through its corners
         std::optional<Color> painted;
+        std::optional<Color> shapeColor;    // of what is drawn of the entity now, in place of the entity's
+        std::optional<double> shapeWeight;  // millimetres
+        bool isClipped = false;
     };
     Now now_;
     std::vector<Now> outer_;
-    std::vector<Vec> run_;  // pieces of one path so far
+    std::vector<Vec> run_;        // pieces of one path so far
+    std::uint16_t lastType_ = 0;  // of entities: most come in rows
+    const dxf::Drawing* lastDrawing_ = nullptr;
+    bool isLastKnown_ = true;
     long pointMode_ = 0;
     double pointSize_ = 0.0;
 };

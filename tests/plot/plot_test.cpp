@@ -208,6 +208,7 @@ TEST_F(Plot, SetsTextsWhereTheyBelong) {
 }
 
 TEST(TextCodes, AreRead) {
+    EXPECT_EQ(plot::lineRuns(L"a^Ib^ c^M^J^")[0].text, L"a b^c^");
     const auto runs = plot::lineRuns(L"%%c100 %%uA%%u%%%5%%065%%x%%");
     ASSERT_EQ(runs.size(), 3u);
     EXPECT_EQ(runs[0].text,
@@ -229,6 +230,33 @@ TEST(TextCodes, AreRead) {
     EXPECT_EQ(first[5].text, L"d\x00A0\\");
     EXPECT_TRUE(paragraphs[1].column == 2 && paragraphs[1].indent == 1.6 && paragraphs[1].firstIndent == -0.8);
     EXPECT_EQ(paragraphs[1].runs[0].text, L"\x00B1");
+}
+
+// A block of lines cut to the right half of what it was; leaders with a text; a mesh; what cannot be drawn is counted.
+TEST_F(Plot, ShowsClipsLeadersAndMeshes) {
+    const std::string lines = "0=LINE;8=0;370=100;10=10;20=0;11=30;21=0;0=LINE;8=0;370=100;10=10;20=10;11=30;21=10;";
+    std::string text = drawing(
+        "0=BLOCK;8=0;2=B;70=0;10=10;20=0;" + lines + "0=ENDBLK;8=0;",
+        "0=INSERT;5=A1;102={ACAD_XDICTIONARY;360=A2;102=};8=0;2=B;10=40;20=20;"
+        "0=MULTILEADER;5=A5;8=0;370=100;300=CONTEXT_DATA{;40=1;41=8;140=4;171=1;290=1;304=HEH;12=60;22=70;13=1;23=0;"
+        "302=LEADER{;290=1;10=50;20=66;11=1;21=0;40=8;304=LEADER_LINE{;10=10;20=66;305=};303=};301=};291=1;"
+        "0=MESH;5=A6;8=0;370=100;92=3;10=10;20=80;30=0;10=30;20=80;30=0;10=10;20=95;30=0;93=4;90=3;90=0;90=1;90=2;94=0;"
+        "0=REGION;5=A7;8=0;0=REGION;5=A8;8=0;");
+    // Cut when the block lay ten to the left: from the middle on, below the second line.
+    text.insert(text.rfind(dxfText("0=EOF")),
+                dxfText("0=SECTION;2=OBJECTS;0=DICTIONARY;5=A2;330=A1;3=ACAD_FILTER;360=A3;0=DICTIONARY;5=A3;330=A2;"
+                        "3=SPATIAL;360=A4;0=SPATIAL_FILTER;5=A4;330=A3;70=2;10=40;20=15;10=60;20=25;71=1;72=0;73=0;"
+                        "40=1;40=0;40=0;40=-20;40=0;40=1;40=0;40=-20;40=0;40=0;40=1;40=0;"
+                        "40=1;40=0;40=0;40=0;40=0;40=1;40=0;40=0;40=0;40=0;40=1;40=0;0=ENDSEC;"));
+    const Picture picture = this->picture(text);
+    EXPECT_EQ(picture.at(55, 20), kBlack);
+    EXPECT_EQ(picture.at(45, 20), kWhite) << "cut off";
+    EXPECT_EQ(picture.at(55, 30), kWhite) << "cut off";
+    EXPECT_EQ(picture.at(30, 66), kBlack) << "the leader's line";
+    EXPECT_EQ(picture.at(56, 66), kBlack) << "its foot";
+    EXPECT_TRUE(picture.hasInk(60, 62, 78, 70)) << "its text";
+    EXPECT_EQ(picture.at(20, 80), kBlack) << "an edge";
+    EXPECT_EQ(outcome_.notes, std::vector<std::wstring>{L"Entities of a kind that cannot be drawn: 2 x REGION."});
 }
 
 TEST_F(Plot, ShowsTheModelInViewports) {
