@@ -45,9 +45,7 @@ FILE = re.compile(r"`([\w/-]+\.\w+)`[:：]\n\n\Z")
 LINK = re.compile(r"\]\(([^):#]*)(?:#([^)]*))?\)")
 # The bytes of an entity's picture, more than a page should show.
 PICTURE = re.compile(r"(: 310: .*?> [0-9A-F]{32})[0-9A-F]+")
-NAMED_PICTURE = re.compile(r"!\[[^]]+\]\((?:\.\./|docs/)pictures/([\w-]+)\.png\)")
-# How large the pictures of the examples are.
-PICTURE_SIZE = ("--paper", "297x210", "--dpi", "40")
+NAMED_PICTURE = re.compile(r"!\[[^]]+\]\((?:\.\./|docs/)?pictures/([\w-]+)\.png\)")
 # What only machines of one's own can run.
 ELSEWHERE = re.compile(r"server2|slurm")
 
@@ -78,28 +76,33 @@ def run_example(console, drawing, script):
         if any(name in script.split() for name in AUDIT):
             arguments += ["-p", next(Path(console).parent.glob("qrs_audit.*")).name]
         (folder / "tmp").mkdir()
+        fonts = pictures.only_fonts(folder / "tmp")
         there = {*os.listdir(folder), "drawing.dxf", "after.dxf"}
         ran = subprocess.run(arguments, cwd=folder, capture_output=True, timeout=120,
-                             env={"PATH": "/usr/bin:/bin", "TMPDIR": str(folder / "tmp"), "HOME": str(folder / "tmp"), **SCREEN, **pictures.CHECKER})
+                             env={"PATH": "/usr/bin:/bin", "TMPDIR": str(folder / "tmp"), "HOME": str(folder / "tmp"), **fonts, **SCREEN, **pictures.CHECKER})
         # What a command refuses stands there, too.
         unexpected = [line for line in ran.stderr.decode().splitlines() if not line.startswith("qrsconsole: example.scr:")]
         if ran.returncode != 0 or unexpected:
             raise RuntimeError(f"exit code {ran.returncode}: {ran.stderr.decode()}{ran.stdout.decode()}")
         changes, left, after = "", sorted(set(os.listdir(folder)) - there), b""
+        drawn = b"".join((folder / name).read_bytes() for name in left if name.endswith(".png"))
         if drawing:
             after = (folder / "after.dxf").read_bytes()
             compared = subprocess.run([console, "--compare", "drawing.dxf", "after.dxf"], cwd=folder, capture_output=True)
             changes = PICTURE.sub(r"\1...", compared.stdout.decode())
         settings = folder / "tmp" / "settings.ini"
         printed = ran.stdout.decode().replace(str(system), "/usr/local/share/qrs_pipeSystem")
-        return {"transcript": printed, "changes": changes, "left": left, "after": after,
+        return {"transcript": printed, "changes": changes, "left": left, "after": after, "drawn": drawn,
                 "settings": settings_by_section(settings.read_text(encoding="utf-8")) if settings.exists() else {}}
 
 
 @functools.lru_cache(maxsize=None)
 def picture(console, drawing, script, is_before):
-    """The drawing before or after an example, as a PNG file."""
+    """The drawing before or after an example, as a PNG file; of PLOTFILE what it drew; of PICTURES what others see, who do not
+    know pipes."""
     ran = run_example(console, drawing, script)
+    if "PLOTFILE" in script.split():
+        return ran["drawn"]
     on_sheet = ("-e", "TILEMODE", "-e", "0") if is_before and "$TILEMODE: 70: 1 > 0\n" in ran["changes"] else ()
     with tempfile.TemporaryDirectory() as folder:
         for other in (ROOT / drawing).parent.glob("*.dxf"):
@@ -107,7 +110,9 @@ def picture(console, drawing, script, is_before):
         file = Path(folder) / Path(drawing).name
         if not is_before:
             file.write_bytes(ran["after"])
-        return pictures.plotted(console, file, *PICTURE_SIZE, *on_sheet)
+        if "PICTURES" in script.split():
+            file.write_bytes(file.read_bytes().replace(b"QRS_PIPE", b"ANY_PIPE"))
+        return pictures.plotted(console, file, *pictures.PICTURE_SIZE, *on_sheet)
 
 
 def check_pictures(console, page, update):

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Draws drawings with the console and compares pictures; checks those of README.
+"""Draws drawings with the console and compares pictures; checks those of README and of the pages of tasks.
 
-    pictures.py CONSOLE            compares the pictures of README with what is drawn now
+    pictures.py CONSOLE            compares these pictures with what is drawn now
     ... --update                   remakes them (scripts/pictures remakes all)
 
 A machine's own fonts must not matter: only the two that scripts/setup installs are seen. What another version of them, or of
@@ -46,6 +46,14 @@ RESIDENCE = "examples/residence.dxf"
 SHEET = "水施-04 系统与大样"
 DETAIL = (28, 57, 206, 198)
 GREY = "examples/scripts/architecture-on-one-layer.scr"
+# Of the pages of tasks: by name the lines that building.dxf is drawn after, and whether what they changed is shown.
+TASKS = {
+    "job-architecture-on-one-layer": (["-s", "examples/scripts/architecture-on-one-layer.scr"], False),
+    "job-show-everything": (["-s", "examples/scripts/show-everything.scr"], False),
+    "compared": (["-e", "EraseSelLayer", "-e", "1775,6000", "-e", "-120,4000", "-e", ""], True),
+}
+# How large the pictures of examples are.
+PICTURE_SIZE = ("--paper", "297x210", "--dpi", "40")
 # Of README: by name the script, what is cut out and the dots per inch.
 README = {
     "residence-sheet": (None, None, 44),
@@ -54,15 +62,23 @@ README = {
 }
 
 
-def plotted(console, drawing, *options):
-    """The bytes of the PNG file that the console draws of a drawing; beside it lies what it refers to."""
+def only_fonts(folder):
+    """What the environment needs so that a machine's own fonts do not matter."""
+    file = Path(folder) / "fonts.conf"
+    file.write_text(FONTS.format(folder=folder), encoding="utf-8")
+    return {"FONTCONFIG_FILE": str(file)}
+
+
+def plotted(console, drawing, *options, before=None):
+    """The bytes of the PNG file that the console draws of a drawing, or of what changed since another state of it; beside it lies
+    what it refers to."""
     with tempfile.TemporaryDirectory() as folder:
-        fonts, picture = Path(folder) / "fonts.conf", Path(folder) / "picture.png"
-        fonts.write_text(FONTS.format(folder=folder), encoding="utf-8")
-        ran = subprocess.run([console, "--settings", f"{folder}/settings.ini", *options, "--plot", str(picture), str(drawing)],
-                             capture_output=True, timeout=120,
-                             env={"PATH": "/usr/bin:/bin", "HOME": folder, "TMPDIR": folder, "FONTCONFIG_FILE": str(fonts), **CHECKER})
-        if ran.returncode != 0 or ran.stderr:
+        picture = Path(folder) / "picture.png"
+        what = ["--plot-compare", str(before), str(drawing), "-o", str(picture)] if before else ["--plot", str(picture), str(drawing)]
+        ran = subprocess.run([console, "--settings", f"{folder}/settings.ini", *options, *what], capture_output=True, timeout=120,
+                             env={"PATH": "/usr/bin:/bin", "HOME": folder, "TMPDIR": folder, **only_fonts(folder), **CHECKER})
+        # Pipes that nobody knows are meant where none can be drawn.
+        if ran.returncode != 0 or any(" cannot be drawn: " not in line for line in ran.stderr.decode().splitlines()):
             raise RuntimeError(f"no picture of {drawing}: {ran.stderr.decode()}")
         return picture.read_bytes()
 
@@ -170,6 +186,17 @@ def drawn(console, name, change=lambda text: text):
                        *(["-s", str(ROOT / script)] if script else []))
 
 
+def drawn_task(console, name):
+    """A picture of a page of tasks."""
+    lines, is_compared = TASKS[name]
+    building = ROOT / "examples/building.dxf"
+    with tempfile.TemporaryDirectory() as folder:
+        after = Path(folder) / building.name
+        subprocess.run([console, "--settings", f"{folder}/settings.ini", *lines, "-o", str(after), str(building)], cwd=ROOT, check=True,
+                       capture_output=True, timeout=120)
+        return plotted(console, after, *PICTURE_SIZE, before=building if is_compared else None)
+
+
 def without_first(kind, value=""):
     """Takes the first entity of a kind with a value out of a drawing."""
     tag = r"(?!  0\r\n)[^\r]*\r\n[^\r]*\r\n"
@@ -188,9 +215,9 @@ def check_comparison(console):
 def main():
     console, update = str(Path(sys.argv[1]).resolve()), "--update" in sys.argv[2:]
     faults = check_comparison(console)
-    for name in README:
-        faults += check_picture(name, drawn(console, name), update)
-    print("\n".join(faults) if faults else f"{len(README)} pictures of README show what is drawn")
+    for name in [*README, *TASKS]:
+        faults += check_picture(name, (drawn if name in README else drawn_task)(console, name), update)
+    print("\n".join(faults) if faults else f"{len(README)} pictures of README and {len(TASKS)} of tasks show what is drawn")
     return 1 if faults else 0
 
 
