@@ -46,8 +46,10 @@ struct Paragraphs {
     double height = 0.0;
     double width = 0.0;  // lines are broken at it; 0: they are not
     double lineSpacing = 1.0;
-    int column = 0;                    // of the anchor: 0 left, 1 middle, 2 right
-    int row = 0;                       // 0 top, 1 middle, 2 bottom
+    int column = 0;               // of the anchor: 0 left, 1 middle, 2 right
+    int row = 0;                  // 0 top, 1 middle, 2 bottom
+    std::vector<double> columns;  // heights of columns of that width, 0 without end; none: one column
+    double gutter = 0.0;
     std::optional<double> maskBorder;  // what lies under it is covered, so many heights around it
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/dxf/classcodes.h"
+#include "host/dxf/recordwalk.h"
 #include "host/pick/kinds.h"
 #include "host/pick/picture.h"
 #include "host/platform/text.h"
@@ -157,6 +158,35 @@ Vec paragraphSize(const Entity& entity, double height) {
     return {widest, height + (lines - 1.0) * height * kLineSpacing * entity.real(mtext::kLineSpacing, 1.0), 0};
 }
 
+// Columns stand in an object of its own, after the text's tags.
+void readColumns(const Entity& entity, Paragraphs& paragraphs) {
+    namespace columns = dxf::codes::mtextcolumns;
+    constexpr int kType = 71;
+    constexpr int kCount = 72;
+    constexpr std::size_t kMost = 1000;
+    const dxf::Drawing& drawing = entity.drawing();
+    if (drawing.version() < dxf::Version::R2018) return;
+    double height = 0.0;
+    double width = 0.0;
+    std::size_t count = 0;
+    bool hasColumns = false;
+    std::vector<double> heights;
+    dxf::RecordWalk walk(drawing.tags(entity.id()));
+    for (dxf::Tag tag; walk.next(tag) && walk.part() != dxf::Part::Xdata;) {
+        if (walk.part() != dxf::Part::Embedded) continue;
+        const double number = std::max(finiteOf(tag.value).value_or(0.0), 0.0);
+        if (tag.code == kType) hasColumns = number != 0.0;
+        if (tag.code == kCount) count = static_cast<std::size_t>(std::min(number, double{kMost}));
+        if (tag.code == columns::kDefinedHeight) height = number;
+        if (tag.code == columns::kColumnWidth) width = number;
+        if (tag.code == columns::kColumnGutter) paragraphs.gutter = number;
+        if (tag.code == columns::kColumnHeight && heights.size() < kMost) heights.push_back(number);
+    }
+    if (!hasColumns || !(width > 0.0)) return;
+    paragraphs.columns = heights.empty() ? std::vector<double>(count, height) : std::move(heights);
+    paragraphs.width = width;
+}
+
 }  // namespace
 
 double textWidth(const std::wstring& text) {
@@ -198,6 +228,7 @@ void drawParagraphs(const Entity& entity, const Pen& pen) {
         paragraphs.lineSpacing = entity.real(mtext::kLineSpacing, 1.0);
         paragraphs.column = static_cast<int>(place % 3);
         paragraphs.row = static_cast<int>(place / 3);
+        readColumns(entity, paragraphs);
         if (entity.integer(mtext::kMask, 0) != 0) paragraphs.maskBorder = entity.real(mtext::kMaskScale, 1.5) - 1.0;
         return picture->paragraphs(paragraphs, pen.in(Transform{x, cross(z, x), z, *at}).toWorld());
     }

@@ -4,8 +4,10 @@
 #include <cmath>
 #include <optional>
 
+#include "host/drawing/dictionaries.h"
 #include "host/drawing/objecttags.h"
 #include "host/dxf/classcodes.h"
+#include "host/dxf/recordwalk.h"
 #include "host/pick/layerstates.h"
 #include "host/platform/codepage.h"
 
@@ -73,7 +75,7 @@ double headerNumber(const dxf::Drawing& drawing, std::string_view name, int code
     return pick::finiteOf(tag.value).value_or(fallback);
 }
 
-EntityLooks::EntityLooks(const dxf::Drawing& drawing) : drawing_(drawing) {
+EntityLooks::EntityLooks(const dxf::Drawing& drawing, std::uint64_t viewport) : drawing_(drawing), viewport_(viewport) {
     globalScale_ = headerNumber(drawing, "$LTSCALE", codes::variable::kReal, 1.0);
     usual_.look.weight = kUsualWeight;
 }
@@ -102,6 +104,41 @@ dxf::RecordId EntityLooks::findLayer(const dxf::Drawing& drawing, const std::wst
     return record == found->second.end() ? dxf::kNoRecord : record->second;
 }
 
+// What the viewport has in place of a layer's own stands in records of the layer's dictionary: after the viewport's
+// handle the value.
+void EntityLooks::override(Source& source, dxf::RecordId layer, Look& look) const {
+    enum { kViewport = 335, kLinetypeHandle = 343, kWeight = 91 };
+    constexpr long kRgb = 0xC2;
+    if (viewport_ == 0 || &source.drawing != &drawing_) return;
+    dxf::RecordId dictionary = dxf::kNoRecord;
+    dxf::RecordWalk walk(drawing_.tags(layer));
+    for (dxf::Tag tag; walk.next(tag);)
+        if (walk.group() == "ACAD_XDICTIONARY" && tag.code != codes::kGroup)
+            dictionary = drawing_.findHandle(dxf::toHandle(tag.value));
+    if (dictionary == dxf::kNoRecord) return;
+    for (const DictionaryEntry& entry : dictionaryEntries(drawing_, dictionary)) {
+        if (entry.object == dxf::kNoRecord || entry.name.rfind(L"ADSK_XREC_LAYER_", 0) != 0) continue;
+        bool isMeant = false;
+        dxf::TagCursor cursor = drawing_.tags(entry.object);
+        for (dxf::Tag tag; cursor.next(tag);) {
+            if (tag.code == kViewport) isMeant = dxf::toHandle(tag.value) == viewport_;
+            if (!isMeant) continue;
+            const auto number = static_cast<std::uint32_t>(dxf::toInteger(tag.value));
+            if (tag.code == codes::kTrueColor)
+                look.color = number >> 24 == kRgb ? trueColor(static_cast<long>(number & 0xFFFFFF))
+                                                  : paletteColor(static_cast<long>(number & 0xFFFF));
+            if (tag.code == codes::kTransparency && (number & kOpacityGiven) != 0)
+                look.color.alpha = static_cast<std::uint8_t>(number & 0xFF);
+            if (tag.code == kWeight) look.weight = weightOf(static_cast<std::int32_t>(number));
+            dxf::Tag name;
+            const dxf::RecordId linetype =
+                tag.code == kLinetypeHandle ? drawing_.findHandle(dxf::toHandle(tag.value)) : dxf::kNoRecord;
+            if (linetype != dxf::kNoRecord && drawing_.findTag(linetype, codes::kName, name))
+                look.linetype = source.linetypes.find(platform::foldCase(readText(drawing_, name.value)));
+        }
+    }
+}
+
 LayerLook EntityLooks::readLayer(Source& source, dxf::RecordId record) {
     LayerLook layer = usual_;
     pick::Entity tags;
@@ -110,6 +147,7 @@ LayerLook EntityLooks::readLayer(Source& source, dxf::RecordId record) {
     if (tags.has(codes::kTrueColor)) layer.look.color = trueColor(tags.integer(codes::kTrueColor, 0));
     layer.look.weight = weightOf(tags.integer(codes::kLineWeight, -3));
     layer.look.linetype = source.linetypes.find(platform::foldCase(tags.text(codes::kLinetype)));
+    override(source, record, layer.look);
     layer.isPlotted = tags.integer(codes::kPlottable, 1) != 0;
     return layer;
 }

@@ -2,6 +2,7 @@
 // says.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -31,7 +32,8 @@ struct LayerLook {
 
 class EntityLooks {
   public:
-    explicit EntityLooks(const dxf::Drawing& drawing);
+    // viewport: its handle; 0 for none.
+    EntityLooks(const dxf::Drawing& drawing, std::uint64_t viewport);
 
     // In the order in which a picture hears of entities: what lies in a block asks what the block reference has.
     void enter(const pick::Shown& shown);
@@ -62,11 +64,13 @@ class EntityLooks {
 
     Source& sourceOf(const dxf::Drawing& drawing, const std::wstring& prefix);
     const LayerLook& layerOf(Source& source, dxf::NameId layer);
+    void override(Source& source, dxf::RecordId layer, Look& look) const;
     LayerLook readLayer(Source& source, dxf::RecordId record);
     const Linetype* linetypeOf(Source& source, std::string_view name);
     dxf::RecordId findLayer(const dxf::Drawing& drawing, const std::wstring& name);
 
     const dxf::Drawing& drawing_;
+    std::uint64_t viewport_;
     double globalScale_ = 1.0;
     LayerLook usual_;
     std::map<std::pair<const dxf::Drawing*, std::wstring>, std::unique_ptr<Source>> sources_;

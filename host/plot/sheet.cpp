@@ -234,6 +234,7 @@ std::size_t Sheet::drawWindow(const Window& window, Canvas& canvas, Texts& texts
     // Drawings that do not say how it is come from before the question.
     if (headerNumber(drawing_, "$PSLTSCALE", codes::variable::kInteger, 0) != 0 && models > 0.0)
         inner.linetypeFactor = pick::scaleOf(toPage) / models;
+    inner.viewport = drawing_.record(window.id).handle;
     canvas.pushClip(edgeOf(window, toPage));
     std::size_t count = 0;
     {

@@ -116,6 +116,7 @@ class Reader {
         endRun();
         TextParagraph next = paragraphs_.back();
         next.runs.clear();
+        next.startsColumn = false;
         paragraphs_.push_back(std::move(next));
     }
 
@@ -169,6 +170,10 @@ class Reader {
             case L'P':
             case L'X':
                 return endParagraph();
+            case L'N':
+                endParagraph();
+                paragraphs_.back().startsColumn = true;
+                return;
             case L'~':
                 pending_ += L'\x00A0';
                 return;

@@ -28,7 +28,8 @@ struct TextRun {
 
 struct TextParagraph {
     std::vector<TextRun> runs;
-    int column = -1;           // 0 left, 1 middle, 2 right; -1: as the text is anchored
+    int column = -1;  // 0 left, 1 middle, 2 right; -1: as the text is anchored
+    bool startsColumn = false;
     double firstIndent = 0.0;  // heights
     double indent = 0.0;
 };

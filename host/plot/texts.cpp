@@ -108,7 +108,10 @@ struct Texts::Placed {
     double stretch = 1.0;
     double oblique = 0.0;
     double scale = 1.0;  // from the layout's units to the text's heights
-    int column = -1;
+    int column = -1;     // of the paragraph: left, middle, right
+    bool startsColumn = false;
+    double x = 0.0;  // drawing units: the column's left side
+    double y = 0.0;  // down to the baseline
 };
 
 Texts::Texts(Canvas& canvas) : canvas_(canvas), context_(pango_cairo_create_context(canvas.context())) {
@@ -295,6 +298,7 @@ std::vector<Texts::Placed> Texts::breakLines(const pick::Paragraphs& text, const
         Placed line;
         line.height = capitalsOf(paragraph);
         line.column = paragraph.column;
+        line.startsColumn = paragraph.startsColumn;
         line.indent = paragraph.indent;
         line.scale = scale;
         line.stretch = style.widthFactor > 0.0 ? style.widthFactor : 1.0;
@@ -320,9 +324,30 @@ std::vector<Texts::Placed> Texts::breakLines(const pick::Paragraphs& text, const
             widest = std::max(widest, line.width);
             lines.push_back(line);
             if (i == 0) lines.back().indent += paragraph.firstIndent;
+            line.startsColumn = false;
         }
     }
     return lines;
+}
+
+// Gives the lines their places in columns; gives the height of the highest.
+double Texts::flow(std::vector<Placed>& lines, const pick::Paragraphs& text, double width) {
+    constexpr double kAlmost = 1.0 + 1e-6;
+    const double spacing = kLineStep * std::clamp(text.lineSpacing, 0.25, 4.0);
+    std::size_t column = 0;
+    double highest = 0.0;
+    double y = 0.0;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const double height = lines[i].height * text.height;
+        const double limit = column < text.columns.size() ? text.columns[column] : 0.0;
+        const bool isFull = y > 0.0 && limit > 0.0 && y + height * spacing > limit * kAlmost;
+        if ((isFull || (lines[i].startsColumn && i > 0)) && column + 1 < text.columns.size()) ++column, y = 0.0;
+        y += y > 0.0 ? height * spacing : height;
+        lines[i].x = static_cast<double>(column) * (width + text.gutter);
+        lines[i].y = y;
+        highest = std::max(highest, y);
+    }
+    return highest;
 }
 
 void Texts::cover(const pick::Paragraphs& text, double left, double width, double top, double height,
@@ -349,28 +374,23 @@ void Texts::paragraphs(const pick::Paragraphs& text, const TextStyle& style, con
         return canvas_.line(toPage.point({from, 0, 0}), toPage.point({from + width, 0, 0}), Stroke{color, dots, true});
     }
     double widest = 0.0;
-    const std::vector<Placed> lines = breakLines(text, style, isBlack, widest);
+    std::vector<Placed> lines = breakLines(text, style, isBlack, widest);
     const double width = text.width > 0.0 ? text.width : widest * text.height;
-    const double spacing = kLineStep * std::clamp(text.lineSpacing, 0.25, 4.0);
-    double total = 0.0;
-    for (std::size_t i = 0; i < lines.size(); ++i)
-        total += (i == 0 ? lines[i].height : lines[i].height * spacing) * text.height;
-    const double left = -width * text.column / 2;
+    const double total = flow(lines, text, width);
+    const double others = text.columns.empty() ? 0.0 : static_cast<double>(text.columns.size() - 1);
+    const double left = -(width + others * (width + text.gutter)) * text.column / 2;
     const double top = total * text.row / 2;
     if (text.maskBorder) {
         const double covered = widest * text.height;
         cover(text, -covered * text.column / 2, covered, top, total, toPage);
     }
-    double y = top;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        const Placed& line = lines[i];
-        y -= (i == 0 ? line.height : line.height * spacing) * text.height;
+    for (const Placed& line : lines) {
         if (!line.line) continue;
         const int column = line.column >= 0 ? line.column : text.column;
         const double indent = column == 0 ? line.indent * text.height : 0.0;
-        const double x = left + indent + (width - line.width * text.height) * column / 2;
+        const double x = left + line.x + indent + (width - line.width * text.height) * column / 2;
         const double scale = line.scale * text.height;
-        const Transform placed = toPage.after(moved(x, y)).after(slanted(line.oblique));
+        const Transform placed = toPage.after(moved(x, top - line.y)).after(slanted(line.oblique));
         show(line.line, color, placed.after(stretched(scale * line.stretch, scale)), dots * line.height);
     }
 }

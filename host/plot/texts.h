@@ -71,6 +71,7 @@ class Texts {
                   bool isBlack);
     void show(PangoLayoutLine* line, const Color& color, const pick::Transform& toPage, double heightInDots);
     std::vector<Placed> breakLines(const pick::Paragraphs& text, const TextStyle& style, bool isBlack, double& widest);
+    static double flow(std::vector<Placed>& lines, const pick::Paragraphs& text, double width);
     void cover(const pick::Paragraphs& text, double left, double width, double top, double height,
                const pick::Transform& toPage);
 

@@ -69,7 +69,7 @@ Color mixed(const std::vector<long>& colors) {
 
 View::View(Canvas& canvas, Texts& texts, const dxf::Drawing& drawing, const ViewScale& scale, const Repaint& repaint,
            Notes& notes)
-    : canvas_(canvas), texts_(texts), looks_(drawing), scale_(scale), repaint_(repaint), notes_(notes) {
+    : canvas_(canvas), texts_(texts), looks_(drawing, scale.viewport), scale_(scale), repaint_(repaint), notes_(notes) {
     pointMode_ = static_cast<long>(headerNumber(drawing, "$PDMODE", codes::variable::kInteger, 0));
     pointSize_ = headerNumber(drawing, "$PDSIZE", codes::variable::kReal, 0);
 }

@@ -1,6 +1,7 @@
 // Draws the shapes of a drawing on a canvas, as what they belong to looks.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -35,6 +36,7 @@ struct ViewScale {
     double thinnest = 1.0;        // dots
     double linetypeFactor = 1.0;  // of dashes, for views that show them at the size of the sheet
     bool isBlack = false;
+    std::uint64_t viewport = 0;  // handle of the one that is looked through: its layers may look otherwise
 };
 
 // The coordinates it is told are dots on the page.

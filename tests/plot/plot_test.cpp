@@ -207,6 +207,19 @@ TEST_F(Plot, SetsTextsWhereTheyBelong) {
     EXPECT_FALSE(picture.hasInk(45, 77, 55, 90));
 }
 
+TEST_F(Plot, SetsTextsInColumns) {
+    std::string text = drawing({},
+                               "0=MTEXT;8=0;10=0;20=90;40=6;41=20;71=1;1=H\\PE\\PH\\NE;101=Embedded Object;70=1;"
+                               "40=20;41=0;71=2;72=3;44=20;45=10;73=0;74=0;46=20;46=40;46=0;");
+    text.replace(text.find("AC1015"), 6, "AC1032");
+    const Picture picture = this->picture(text);
+    EXPECT_TRUE(picture.hasInk(0, 72, 8, 90));
+    EXPECT_FALSE(picture.hasInk(0, 40, 8, 70)) << "two lines in the first column";
+    EXPECT_TRUE(picture.hasInk(30, 84, 38, 90)) << "one in the second";
+    EXPECT_FALSE(picture.hasInk(30, 40, 38, 82));
+    EXPECT_TRUE(picture.hasInk(60, 84, 68, 90)) << "the break";
+}
+
 TEST(TextCodes, AreRead) {
     EXPECT_EQ(plot::lineRuns(L"a^Ib^ c^M^J^")[0].text, L"a b^c^");
     const auto runs = plot::lineRuns(L"%%c100 %%uA%%u%%%5%%065%%x%%");
@@ -283,6 +296,27 @@ TEST_F(Plot, ShowsTheModelInViewports) {
 
     EXPECT_EQ(plot(text, L"elsewhere"), PlotFailure::Misuse);
     EXPECT_EQ(error_.message, "there is no layout \"elsewhere\"; the drawing has Model, Layout1");
+}
+
+// A viewport gives a layer a colour and a weight of its own.
+TEST_F(Plot, ShowsLayersAsTheViewportHasThem) {
+    std::string text = drawing({},
+                               "0=LINE;8=RED;6=CONTINUOUS;10=-200;20=0;11=200;21=0;"
+                               "0=VIEWPORT;5=B1;8=0;67=1;10=0;20=0;40=1;41=1;68=1;69=1;12=0;22=0;45=1;"
+                               "0=VIEWPORT;5=B2;8=0;67=1;10=50;20=75;40=100;41=50;68=2;69=2;12=0;22=0;45=50;"
+                               "0=VIEWPORT;5=B3;8=0;67=1;10=50;20=25;40=100;41=50;68=3;69=3;12=0;22=0;45=50;");
+    const std::string layer = dxfText("0=LAYER;2=RED;");
+    text.replace(text.find(layer), layer.size(), dxfText("0=LAYER;5=B4;102={ACAD_XDICTIONARY;360=B5;102=};2=RED;"));
+    text.insert(text.rfind(dxfText("0=EOF")),
+                dxfText("0=SECTION;2=OBJECTS;0=DICTIONARY;5=B5;330=B4;3=ADSK_XREC_LAYER_COLOR_OVR;360=B6;"
+                        "3=ADSK_XREC_LAYER_LINEWT_OVR;360=B7;0=XRECORD;5=B6;330=B5;280=1;102={ADSK_LYR_COLOR_OVERRIDE;"
+                        "335=B3;420=-1040187137;102=};0=XRECORD;5=B7;330=B5;280=1;102={ADSK_LYR_LINEWT_OVERRIDE;335=B3;"
+                        "91=200;102=};0=ENDSEC;"));
+    ASSERT_EQ(plot(text, L"Layout1"), PlotFailure::None) << error_.message;
+    const Picture picture(request_.file);
+    EXPECT_EQ(picture.at(50, 75), kRed);
+    EXPECT_EQ(picture.at(50, 75.8), kWhite);
+    EXPECT_EQ(picture.at(50, 25.8), 0x0000FF);
 }
 
 TEST_F(Plot, ComesToAnEndWithHostileDrawings) {
