@@ -17,6 +17,7 @@ void Contents::replace(RecordId id, std::string_view bytes) {
         one.offset = arena_.keep(bytes);
     one.stored = static_cast<std::uint32_t>(bytes.size());
     one.flags |= kEdited;
+    changes_.note(id);
     isModified_ = true;
 }
 
@@ -27,6 +28,7 @@ void Contents::setErased(RecordId id, bool isErased) {
     if (journal_.note(id, one) && (one.flags & kEdited) != 0)
         one.offset = arena_.keep(arena_.at(one.offset, one.stored));
     one.flags = static_cast<std::uint8_t>(isErased ? one.flags | kErased : one.flags & ~kErased);
+    changes_.note(id);
     isModified_ = true;
 }
 
@@ -47,6 +49,7 @@ void Contents::restore(RecordId id, const Record& before) {
     const auto flags = static_cast<std::uint8_t>((before.flags & ~kHasNewBefore) | (one.flags & kHasNewBefore));
     one = before;
     one.flags = flags;
+    changes_.note(id);
 }
 
 void Contents::takeBack() {

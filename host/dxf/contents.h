@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "host/dxf/arena.h"
+#include "host/dxf/changelog.h"
 #include "host/dxf/journal.h"
 #include "host/dxf/record.h"
 
@@ -32,6 +33,7 @@ class Contents {
     // Something was replaced, erased or brought back since the last save.
     bool isModified() const { return isModified_; }
     void noteSaved();
+    const ChangeLog& changes() const { return changes_; }
 
     void beginStep(std::wstring name, DrawingMarks marks);
     std::uint64_t keepStep() { return journal_.keep(); }
@@ -47,6 +49,7 @@ class Contents {
     std::string_view fileBytes_;
     Arena arena_;
     Journal journal_;
+    ChangeLog changes_;
     bool isModified_ = false;
     std::uint64_t saves_ = 0;  // how often the drawing was saved
 };

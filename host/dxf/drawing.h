@@ -30,6 +30,7 @@
 #include "host/dxf/saveguard.h"
 #include "host/dxf/source.h"
 #include "host/dxf/tags.h"
+#include "host/dxf/tagsweep.h"
 #include "host/dxf/version.h"
 #include "host/platform/error.h"
 
@@ -56,6 +57,7 @@ class Drawing {
     // that save would be lost.
     bool save(const std::filesystem::path& native, int backups, platform::Error& error);
     bool isModified() const { return contents_.isModified(); }
+    const ChangeLog& changes() const { return contents_.changes(); }
     // What was wrong in the file, in its order: missing ends, counts too small, handles given twice, pointers to
     // nothing, blocks in themselves, numbers with a comma, an unknown version, a line end that is cut. The first
     // hundred, and then one that counts the others.
@@ -103,6 +105,7 @@ class Drawing {
     // memory with what was looked at once.
     SourceRelease beginRelease() const { return SourceRelease(*source_); }
     void release(SourceRelease& release, RecordId passed) const { release.done(contents_.of(passed)); }
+    TagSweep beginSweep() const { return TagSweep(source_->bytes(), index_.lineEnd); }
 
     // --- changes; the index (handle, layer, flags) follows what is written. New lines take the line end and the
     // indentation of group codes that the drawing has.

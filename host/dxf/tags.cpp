@@ -8,6 +8,7 @@
 #include "host/dxf/codeform.h"
 #include "host/dxf/groupcodes.h"
 #include "host/dxf/lines.h"
+#include "host/platform/plainreal.h"
 
 namespace qrs::dxf {
 
@@ -72,6 +73,7 @@ std::int64_t toInteger(std::string_view value, std::int64_t fallback) {
 double toReal(std::string_view value, double fallback) {
     value = numeral(value);
     double number = 0.0;
+    if (platform::readPlainReal(value, number)) return number;
     const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
     return error == std::errc() && end == value.data() + value.size() ? number : fallback;
 }

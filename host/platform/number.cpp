@@ -3,6 +3,8 @@
 
 #include <charconv>
 
+#include "host/platform/plainreal.h"
+
 namespace qrs::platform {
 
 namespace {
@@ -26,7 +28,8 @@ std::string formatReal(double value) {
 }
 
 std::optional<double> parseReal(std::string_view text) {
-    return parsed<double>(text);
+    double number = 0.0;
+    return readPlainReal(text, number) ? number : parsed<double>(text);
 }
 
 std::optional<std::int32_t> parseInteger(std::string_view text) {
