@@ -97,6 +97,13 @@ class Drawing {
     std::string_view bytes(RecordId id) const { return form_->textOf(stored(id)); }
     std::uint32_t length(RecordId id) const { return static_cast<std::uint32_t>(bytes(id).size()); }
     TagCursor tags(RecordId id) const { return TagCursor(bytes(id), index_.lineEnd); }
+    // The tags as they are stored, for those who look at few of very many records. They hold until the record is
+    // changed.
+    StoredTags storedTags(RecordId id) const {
+        // Before the first record stand no tags.
+        const bool hasTags = record(id).kind != RecordKind::Preamble;
+        return StoredTags(hasTags ? contents_.of(id) : std::string_view(), index_.lineEnd, index_.codeForm);
+    }
     // The nth tag with a code, counted from 0; xdata (codes from 1000 on) and tags inside 102 {...} groups are not
     // looked at unless the code itself is such. False when there is none.
     bool findTag(RecordId id, int code, Tag& tag, int nth = 0) const;

@@ -5,7 +5,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "host/dxf/codeform.h"
+#include "host/dxf/binary.h"
 #include "host/dxf/groupcodes.h"
 #include "host/dxf/lines.h"
 #include "host/platform/plainreal.h"
@@ -41,6 +41,31 @@ bool TagCursor::next(Tag& tag) {
     }
     position_ = record_.size();
     return false;
+}
+
+bool StoredTags::next() {
+    RawTag raw{};
+    while (at_ != end_) {
+        const Cut cut =
+            lineEnd_ == kBinaryLineEnd ? cutBinary(codeForm_, at_, end_, raw) : cutTag(at_, end_, lineEnd_, raw);
+        if (cut != Cut::Tag) break;
+        at_ = raw.next;
+        if (raw.code == codes::kComment) continue;
+        code_ = raw.code;
+        value_ = raw.value;
+        valueEnd_ = raw.valueEnd;
+        return true;
+    }
+    at_ = end_;
+    return false;
+}
+
+std::string_view StoredTags::value() {
+    const RawTag raw{code_, value_, valueEnd_, at_};
+    if (lineEnd_ != kBinaryLineEnd || isTextual(valueKindOf(code_))) return textOf(raw);
+    number_.clear();
+    appendValueText(raw, number_);
+    return number_;
 }
 
 namespace {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/dxf/codeform.h"
 #include "host/platform/text.h"
 
 namespace qrs::dxf {
@@ -48,6 +49,30 @@ class TagCursor {
     std::string_view record_;
     std::size_t position_ = 0;
     char lineEnd_;
+};
+
+// Walks the tags of one record where it is stored. Those who look at few tags of very many records use it, since it
+// puts none of a binary drawing's into text form that is not asked for.
+class StoredTags {
+  public:
+    // The bytes of the record as the drawing keeps them, and what ends the drawing's lines.
+    StoredTags(std::string_view stored, char lineEnd, CodeForm codeForm)
+        : at_(stored.data()), end_(stored.data() + stored.size()), lineEnd_(lineEnd), codeForm_(codeForm) {}
+    // False at the end, as TagCursor::next.
+    bool next();
+    int code() const { return code_; }
+    // In text form. It holds until the next tag.
+    std::string_view value();
+
+  private:
+    const char* at_;
+    const char* end_;
+    char lineEnd_;
+    CodeForm codeForm_;
+    int code_ = 0;
+    const char* value_ = nullptr;
+    const char* valueEnd_ = nullptr;
+    std::string number_;
 };
 
 // Conversions of values; blanks around a number are allowed. The fallback for text that is no number.

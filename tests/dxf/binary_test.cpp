@@ -2,6 +2,7 @@
 #include "host/dxf/binary.h"
 
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 #include "tests/dxf/sample.h"
@@ -76,6 +77,7 @@ TEST(Binary, ValuesOfEveryKindReadAsText) {
             ASSERT_TRUE(drawing->findTag(thing, value.code, tag)) << value.code;
             EXPECT_EQ(tag.value, value.text) << value.code;
         }
+        EXPECT_GT(allTags(*drawing).size(), std::size(values));
         EXPECT_EQ((drawing->record(thing).flags & kInvisible) != 0, !twoByteCodes);
 
         // Every value but one stays as it is, those no text could give back included.

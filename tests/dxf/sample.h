@@ -207,14 +207,17 @@ inline std::unique_ptr<Drawing> parse(std::string bytes) {
     return drawing;
 }
 
-// Every tag of the drawing as it would be written, one text each.
+// Every tag of the drawing as it would be written, one text each; also where it is stored.
 inline std::vector<std::string> allTags(const Drawing& drawing) {
     std::vector<std::string> all;
     Tag tag;
     for (RecordId id = drawing.first(); id != kNoRecord; id = drawing.next(id)) {
+        StoredTags stored = drawing.storedTags(id);
         for (TagCursor cursor = drawing.tags(id); cursor.next(tag);) {
             all.push_back(std::to_string(tag.code) + "=" + std::string(tag.value));
+            EXPECT_TRUE(stored.next() && stored.code() == tag.code && stored.value() == tag.value) << all.back();
         }
+        EXPECT_FALSE(stored.next());
     }
     return all;
 }

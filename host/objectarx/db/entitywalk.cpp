@@ -66,7 +66,7 @@ struct EntityWalk::Place {
     DatabaseState& state;
     dxf::RecordId record;
     dxf::SourceRelease passed;
-    std::optional<dxf::TagCursor> cursor = {};
+    std::optional<dxf::StoredTags> tags = {};
     const TypeNames* names = nullptr;
     bool isCommon = true;  // before the second subclass
     bool hasSeenLayer = false;
@@ -93,7 +93,7 @@ EntityWalk::~EntityWalk() = default;
 bool EntityWalk::next(WalkedEntity& entity) {
     const dxf::Drawing& drawing = place_->state.drawing();
     dxf::RecordId& record = place_->record;
-    if (place_->cursor) {
+    if (place_->tags) {
         drawing.release(place_->passed, record);
         record = drawing.next(record);
     }
@@ -112,7 +112,7 @@ bool EntityWalk::next(WalkedEntity& entity) {
     entity.isPart = isPart;
     place_->names = &place_->namesOf(entry.type, entity.typeName);
     entity.style = place_->names->style;
-    place_->cursor.emplace(drawing.tags(record));
+    place_->tags.emplace(drawing.storedTags(record));
     place_->isCommon = true;
     place_->hasSeenLayer = false;
     return true;
@@ -120,22 +120,22 @@ bool EntityWalk::next(WalkedEntity& entity) {
 
 bool EntityWalk::nextTag(EntityTag& tag) {
     Place& place = *place_;
-    dxf::Tag read;
-    while (place.cursor && place.cursor->next(read)) {
+    while (place.tags && place.tags->next()) {
+        const int code = place.tags->code();
         // Extended data stands at the end.
-        if (read.code >= codes::kFirstXdata) return false;
-        if (read.code == codes::kSubclass) {
+        if (code >= codes::kFirstXdata) return false;
+        if (code == codes::kSubclass) {
             // Some programs write what entities share after the second mark: where the layer stands, the rest does.
             place.isCommon = !place.hasSeenLayer;
             if (!place.isCommon && place.names->style == NamedRecord::None) return false;
             continue;
         }
-        if (read.code == codes::kLayer) place.hasSeenLayer = true;
-        const auto code = static_cast<std::size_t>(read.code);
-        tag.names = code < kFirstCoordinate ? place.names->byCode[code] : NamedRecord::None;
-        if (tag.names == NamedRecord::None && !(place.isCommon && isLook(read.code))) continue;
-        tag.code = read.code;
-        tag.value = read.value;
+        if (code == codes::kLayer) place.hasSeenLayer = true;
+        const bool mayName = code >= 0 && code < static_cast<int>(kFirstCoordinate);
+        tag.names = mayName ? place.names->byCode[static_cast<std::size_t>(code)] : NamedRecord::None;
+        if (tag.names == NamedRecord::None && !(place.isCommon && isLook(code))) continue;
+        tag.code = code;
+        tag.value = place.tags->value();
         return true;
     }
     return false;

@@ -30,7 +30,7 @@ struct WalkedEntity {
 
 struct EntityTag {
     int code = 0;
-    std::string_view value;  // the bytes of the drawing; good until the drawing is changed
+    std::string_view value;  // in the bytes of the drawing; good until the next tag
     NamedRecord names = NamedRecord::None;
 };
 
