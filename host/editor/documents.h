@@ -11,6 +11,7 @@
 #include "dbmain.h"
 #include "host/editor/reactors.h"
 #include "host/editor/viewport.h"
+#include "host/pick/bounds.h"
 #include "host/pick/references.h"
 #include "host/platform/error.h"
 
@@ -33,7 +34,8 @@ struct AcApDocument::State {
     AcDbObjectIdArray previousSelection;
     qrs::host::ed::ViewMemory views;
     qrs::host::pick::References references;
-    std::wstring openedFrom;  // the whole path; empty for a new drawing
+    std::wstring openedFrom;         // the whole path; empty for a new drawing
+    qrs::host::pick::Bounds bounds;  // of the database's drawing
     // Texts whose addresses were given out.
     mutable std::wstring fileName;
     mutable std::wstring title;

@@ -85,8 +85,25 @@ dxf::RecordId Picker::last() const {
 std::vector<dxf::RecordId> Picker::find(const pick::Region& region, pick::HitProbe::Mode mode) {
     std::vector<dxf::RecordId> found;
     pick::HitProbe probe(region, mode);
-    forEachReachable([&](dxf::RecordId id) {
+    const auto look = [&](dxf::RecordId id) {
         if (scene_.hits(id, probe)) found.push_back(id);
+    };
+    std::vector<dxf::RecordId> candidates;
+    if (!document_.state().bounds.find(drawing_, region, candidates)) {
+        forEachReachable(look);
+        return found;
+    }
+    const auto isGone = [&](dxf::RecordId id) { return drawing_.isErased(id) || !isReachable(id); };
+    candidates.erase(std::remove_if(candidates.begin(), candidates.end(), isGone), candidates.end());
+    const bool areOfFile = std::none_of(candidates.begin(), candidates.end(),
+                                        [&](dxf::RecordId id) { return drawing_.record(id).flags & dxf::kNew; });
+    if (areOfFile || candidates.size() < 2) {
+        std::for_each(candidates.begin(), candidates.end(), look);
+        return found;
+    }
+    // New records have the last numbers, wherever they stand.
+    forEachReachable([&](dxf::RecordId id) {
+        if (std::binary_search(candidates.begin(), candidates.end(), id)) look(id);
     });
     return found;
 }

@@ -19,6 +19,7 @@ class Region {
     static Region fence(std::vector<Vec> points);
 
     const std::vector<Vec>& corners() const { return corners_; }
+    const Box& bounds() const { return bounds_; }
     bool isWindow() const { return kind_ == Kind::Window; }
     // Far smaller than anything that could be told apart in it.
     double tolerance() const;

@@ -102,9 +102,12 @@ struct Scene::Looking {
 
 Scene::Scene(const dxf::Drawing& drawing, const LayerStates& layers, References& references, References::Locate locate)
     : layers_(layers),
-      references_(references),
+      references_(&references),
       locate_(std::move(locate)),
       main_(&sourceOf(drawing, std::wstring(), std::wstring())) {}
+
+Scene::Scene(const dxf::Drawing& drawing, const LayerStates& layers)
+    : layers_(layers), references_(nullptr), main_(&sourceOf(drawing, std::wstring(), std::wstring())) {}
 
 Scene::~Scene() = default;
 
@@ -130,7 +133,14 @@ Scene::Content Scene::findContent(Source& source, const std::wstring& block) {
     if (flags & kExternal) {
         // What overlays a drawing is not seen where that drawing is referred to.
         if ((flags & kOverlay) && &source != main_) return content;
-        const References::File* file = references_.find(head.text(dxf::codes::block::kPath), source.folder, locate_);
+        if (!references_) {
+            content.source = &source;
+            content.head = found->head;
+            content.isMeasured = true;
+            content.box.addAll();
+            return content;
+        }
+        const References::File* file = references_->find(head.text(dxf::codes::block::kPath), source.folder, locate_);
         if (file) {
             content.source = &sourceOf(*file->drawing, found->name, file->folder);
             content.head = file->drawing->findSection("ENTITIES");
@@ -356,6 +366,12 @@ Box Scene::extents(dxf::RecordId id) {
     BoxProbe probe;
     measure(*main_, id, probe, 0);
     return probe.box();
+}
+
+Box Scene::boxOf(const std::wstring& block) {
+    const Content* content = contentOf(*main_, block);
+    return content ? boxOf(*content).transformed(Transform{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, content->base * -1.0})
+                   : Box();
 }
 
 }  // namespace qrs::host::pick

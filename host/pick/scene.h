@@ -37,6 +37,8 @@ class Scene {
   public:
     // layers: of the drawing, as they are seen.
     Scene(const dxf::Drawing& drawing, const LayerStates& layers, References& references, References::Locate locate);
+    // Whose external references are not looked for; what they show may lie everywhere.
+    Scene(const dxf::Drawing& drawing, const LayerStates& layers);
     ~Scene();
     Scene(const Scene&) = delete;
     Scene& operator=(const Scene&) = delete;
@@ -50,6 +52,8 @@ class Scene {
     bool findNested(dxf::RecordId id, const Region& region, Nested& found);
     // The box around an entity, whether it can be seen or not; empty for one without a shape.
     Box extents(dxf::RecordId id);
+    // The box around what a block shows when its base point is at the origin.
+    Box boxOf(const std::wstring& block);
 
   private:
     struct Source;
@@ -73,7 +77,7 @@ class Scene {
     Entity& scratch(int depth);
 
     const LayerStates& layers_;
-    References& references_;
+    References* references_;
     References::Locate locate_;
     std::map<std::pair<const dxf::Drawing*, std::wstring>, std::unique_ptr<Source>> sources_;
     Source* main_;

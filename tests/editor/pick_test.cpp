@@ -2,7 +2,10 @@
 #include <cmath>
 
 #include "acdbads.h"
+#include "acdocman.h"
 #include "aced.h"
+#include "dbents.h"
+#include "dbobjptr.h"
 #include "host/editor/hostselect.h"
 #include "pick_support.h"
 
@@ -291,6 +294,32 @@ TEST_F(Picks, TheViewSetsThePickBox) {
     EXPECT_TRUE(run({L"ZOOM", L"P", L"ZOOM", L"P", L"ZOOM", L"P", L"ZOOM", L"P"}));
     EXPECT_EQ(1000.0, realVariable(L"VIEWSIZE"));
     EXPECT_FALSE(application->hasUnsavedChanges()) << "views are not written";
+}
+
+TEST_F(Picks, FollowWhatChangesInTheDrawing) {
+    const auto line = [](const wchar_t* handle) {
+        AcDbObjectId id;
+        acDocManager->curDocument()->database()->getAcDbObjectId(id, false, AcDbHandle(handle));
+        return id;
+    };
+    command<3>(L"CHANGE", 0, [&] {
+        AcDbObjectPointer<AcDbLine>(line(L"10"), AcDb::kForWrite)->setEndPoint({10, 60, 0});
+        AcDbObjectPointer<AcDbLine>(line(L"20"), AcDb::kForWrite)->setEndPoint({30, 0, 0});
+    });
+    command<4>(L"DROP", 0, [&] { AcDbObjectPointer<AcDbLine>(line(L"10"), AcDb::kForWrite)->erase(); });
+    EXPECT_EQ(L"none", one(L"5,30"));
+    EXPECT_EQ(L"none", one(L"-15,0"));
+    EXPECT_TRUE(run({L"CHANGE"}));
+    EXPECT_EQ(L"10 50", one(L"5,30"));
+    EXPECT_EQ(L"16 -150", one(L"-15,0")) << "a line of its block is longer";
+    EXPECT_TRUE(run({L"U"}));
+    EXPECT_EQ(L"none", one(L"5,30"));
+    EXPECT_EQ(L"none", one(L"-15,0"));
+    EXPECT_EQ(L"10 80", one(L"8,0"));
+    EXPECT_TRUE(run({L"DROP"}));
+    EXPECT_EQ(L"none", one(L"8,0"));
+    EXPECT_TRUE(run({L"U"}));
+    EXPECT_EQ(L"10 80", one(L"8,0"));
 }
 
 TEST_F(Picks, DrawOrder) {

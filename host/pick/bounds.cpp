@@ -1,0 +1,564 @@
+// Reading boxes around entities from their records.
+#include "host/pick/bounds.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <exception>
+#include <limits>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "host/drawing/objecttags.h"
+#include "host/drawing/spaces.h"
+#include "host/dxf/classcodes.h"
+#include "host/dxf/interner.h"
+#include "host/pick/scene.h"
+#include "host/platform/beside.h"
+#include "host/platform/plainreal.h"
+
+namespace qrs::host::pick {
+
+namespace codes = dxf::codes;
+
+namespace {
+
+// Polylines of more pieces have one box.
+constexpr std::size_t kMostPieces = 8;
+constexpr double kFar = std::numeric_limits<double>::infinity();
+constexpr FlatBox kEverywhere{-std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity(),
+                              std::numeric_limits<float>::infinity(), std::numeric_limits<float>::infinity()};
+
+struct Extent {
+    double lowX = kFar;
+    double lowY = kFar;
+    double highX = -kFar;
+    double highY = -kFar;
+
+    bool isEmpty() const { return !(lowX <= highX); }
+    void addX(double x) {
+        lowX = std::min(lowX, x);
+        highX = std::max(highX, x);
+    }
+    void addY(double y) {
+        lowY = std::min(lowY, y);
+        highY = std::max(highY, y);
+    }
+    // A point turned around the origin by degrees, and then moved.
+    void addTurned(double x, double y, double degrees, double byX, double byY) {
+        const double angle = degrees * kRadiansPerDegree;
+        const double c = std::cos(angle);
+        const double s = std::sin(angle);
+        // Large numbers that nearly cancel leave an error of their own size.
+        const double margin = 1e-12 * (std::fabs(x) + std::fabs(y) + std::fabs(byX) + std::fabs(byY));
+        const Extent one{x * c - y * s + byX, x * s + y * c + byY, x * c - y * s + byX, x * s + y * c + byY};
+        add(one, margin);
+    }
+    void add(const Extent& other, double grownBy) {
+        if (other.isEmpty()) return;
+        addX(other.lowX - grownBy), addX(other.highX + grownBy);
+        addY(other.lowY - grownBy), addY(other.highY + grownBy);
+    }
+};
+
+bool isAt(const Extent& point) {
+    return point.lowX == point.highX && point.lowY == point.highY;
+}
+
+// Of a text in heights, at most.
+double greatestWidth(std::string_view text) {
+    const bool isAscii = std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
+    const bool isPlain = isAscii && text.find('\\') == std::string_view::npos;
+    return static_cast<double>(text.size()) * (isPlain ? 0.75 : 1.0);
+}
+
+// Wider than the numbers by more than rounding can make of them.
+FlatBox flat(const Extent& extent) {
+    if (extent.isEmpty()) return {};
+    const double greatest =
+        std::max({std::fabs(extent.lowX), std::fabs(extent.lowY), std::fabs(extent.highX), std::fabs(extent.highY)});
+    if (!(greatest < 1e30)) return kEverywhere;
+    const double margin = greatest * 4e-7 + 1e-30;
+    return {static_cast<float>(extent.lowX - margin), static_cast<float>(extent.lowY - margin),
+            static_cast<float>(extent.highX + margin), static_cast<float>(extent.highY + margin)};
+}
+
+FlatBox flat(const Box& box) {
+    if (box.isEmpty()) return {};
+    if (!std::isfinite(box.low.x + box.low.y + box.high.x + box.high.y)) return kEverywhere;
+    return flat(Extent{box.low.x, box.low.y, box.high.x, box.high.y});
+}
+
+// What a record's numbers say of how far it reaches from its points.
+enum class Reach : std::uint8_t {
+    Points,    // not beyond them
+    Line,      // likewise, and there are no others after its two
+    Circle,    // the radius
+    Polyline,  // bulges and widths; those of its vertices too
+    Text,      // no farther than all its bytes as ideographs
+    Insert,    // what its block does
+    Spline,    // not beyond the control points, where no weight is negative
+    Hatch,     // looked at in full; curves in it may be drawn finer than they are measured
+};
+
+struct Recipe {
+    const char* name;
+    Reach reach;
+    bool isPlanar;            // its points lie in a plane that need not be that of the drawing
+    std::uint16_t points;     // a bit for each of the codes from 10 on that stand for a point
+    std::uint16_t numbers;    // likewise for those from 40 on
+    bool isOnlyPart = false;  // of a main entity
+};
+
+constexpr std::uint16_t bit(int n) {
+    return static_cast<std::uint16_t>(1u << n);
+}
+
+constexpr Recipe kRecipes[] = {
+    {"LINE", Reach::Line, false, bit(0) | bit(1), 0},
+    {"POINT", Reach::Points, false, bit(0), 0},
+    {"3DFACE", Reach::Points, false, bit(0) | bit(1) | bit(2) | bit(3), 0},
+    {"SOLID", Reach::Points, true, bit(0) | bit(1) | bit(2) | bit(3), 0},
+    {"TRACE", Reach::Points, true, bit(0) | bit(1) | bit(2) | bit(3), 0},
+    {"CIRCLE", Reach::Circle, true, bit(0), bit(0)},
+    {"ARC", Reach::Circle, true, bit(0), bit(0)},
+    {"LWPOLYLINE", Reach::Polyline, true, bit(0), bit(0) | bit(1) | bit(2) | bit(3)},
+    {"POLYLINE", Reach::Polyline, true, 0, bit(0) | bit(1)},
+    {"VERTEX", Reach::Polyline, false, bit(0), bit(0) | bit(1) | bit(2), true},
+    {"TEXT", Reach::Text, true, bit(0) | bit(1), bit(0) | bit(1)},
+    {"ATTDEF", Reach::Text, true, bit(0) | bit(1), bit(0) | bit(1)},
+    {"ATTRIB", Reach::Text, true, bit(0) | bit(1), bit(0) | bit(1)},
+    {"INSERT", Reach::Insert, true, bit(0), bit(1) | bit(2) | bit(4) | bit(5)},
+    {"SPLINE", Reach::Spline, false, bit(0) | bit(1), bit(1)},
+    {"HATCH", Reach::Hatch, true, 0, 0},
+    {"MPOLYGON", Reach::Hatch, true, 0, 0},
+};
+
+bool readNumber(const dxf::RawTag& tag, double& number) {
+    if (platform::readPlainReal(dxf::textOf(tag), number)) return true;
+    const std::optional<double> read = finiteOf(dxf::textOf(tag));
+    number = read.value_or(0.0);
+    return read.has_value();
+}
+
+}  // namespace
+
+// Reads records one after the other; it knows no scene, so that two can read side by side.
+class Bounds::Reader {
+  public:
+    // A block reference whose block is to be measured.
+    struct Placed {
+        dxf::RecordId id;
+        std::uint32_t block;
+        double x;
+        double y;
+        double scaleX;
+        double scaleY;
+        double rotation;  // degrees
+    };
+
+    explicit Reader(const dxf::Drawing& drawing) : drawing_(drawing), sweep_(drawing.beginSweep()) {}
+
+    // Main entities in [begin, end) of the records; what belongs to one of them must lie there too.
+    void readRange(dxf::RecordId begin, dxf::RecordId end);
+    void readMain(dxf::RecordId id);
+
+    const std::vector<Placed>& placed() const { return placed_; }
+    // Those that must be looked at in full.
+    const std::vector<dxf::RecordId>& others() const { return others_; }
+    std::string_view blockName(std::uint32_t block) const { return blocks_[block]; }
+    Items& items() { return items_; }
+
+  private:
+    struct Numbers {
+        std::array<double, 6> greatest{};  // by code, from 40 on
+        std::array<double, 6> last{};
+        std::array<int, 6> counts{};
+        double least = 1.0;
+        double rotation = 0.0;
+        int rotations = 0;
+        double width = 0.0;  // of the longest text, in heights
+        bool isAligned = false;
+        bool isMirrored = false;
+        bool isClosed = false;
+    };
+    struct Whole {
+        Extent extent;
+        double bulge = 0.0;
+        double width = 0.0;
+        bool isLine = false;  // its corners are known, and what it draws runs straight from one to the next
+        bool isSure = true;
+    };
+
+    const Recipe* recipeOf(dxf::RecordId id);
+    void add(dxf::RecordId id, Whole& whole);
+    bool read(dxf::RecordId id, const Recipe& recipe, Extent (&points)[2], Numbers& numbers);
+    static void takeText(const dxf::RawTag& tag, Numbers& numbers);
+    void place(dxf::RecordId id, const Extent& point, const Numbers& numbers, Whole& whole);
+    void finish(dxf::RecordId id, const Whole& whole);
+    void finishLine(dxf::RecordId id);
+
+    const dxf::Drawing& drawing_;
+    dxf::TagSweep sweep_;
+    Items items_;
+    std::vector<std::pair<double, double>> corners_;  // of the record looked at
+    dxf::Interner blocks_;
+    std::string_view blockName_;
+    std::vector<Placed> placed_;
+    std::vector<dxf::RecordId> others_;
+    std::vector<std::pair<bool, const Recipe*>> recipes_;  // by type number: asked for already, and the answer
+};
+
+const Recipe* Bounds::Reader::recipeOf(dxf::RecordId id) {
+    const std::uint16_t type = drawing_.record(id).type;
+    if (type == dxf::kTypeUncounted) return nullptr;
+    if (type >= recipes_.size()) recipes_.resize(std::size_t{type} + 1, {false, nullptr});
+    if (!std::exchange(recipes_[type].first, true)) {
+        const auto found = std::find_if(std::begin(kRecipes), std::end(kRecipes),
+                                        [&](const Recipe& recipe) { return drawing_.typeName(type) == recipe.name; });
+        recipes_[type].second = found == std::end(kRecipes) ? nullptr : found;
+    }
+    return recipes_[type].second;
+}
+
+void Bounds::Reader::readRange(dxf::RecordId begin, dxf::RecordId end) {
+    dxf::RecordId owner = dxf::kNoRecord;
+    bool isWanted = false;
+    dxf::RecordId main = dxf::kNoRecord;
+    Whole whole;
+    const auto finishMain = [&] {
+        if (main != dxf::kNoRecord) finish(main, whole);
+        main = dxf::kNoRecord;
+        whole = {};
+    };
+    for (dxf::RecordId id = begin; id < end; ++id) {
+        const dxf::Record& record = drawing_.record(id);
+        if (record.kind != dxf::RecordKind::Entity) continue;
+        if (record.flags & dxf::kSubEntity) {
+            if (record.owner == main)
+                add(id, whole);
+            else if (record.flags & dxf::kNew)
+                others_.push_back(record.owner);  // which stands elsewhere
+            continue;
+        }
+        finishMain();
+        if (std::exchange(owner, record.owner) != record.owner) isWanted = liesInLayout(drawing_, id);
+        if (!isWanted) continue;
+        main = id;
+        add(id, whole);
+    }
+    finishMain();
+}
+
+void Bounds::Reader::readMain(dxf::RecordId id) {
+    Whole whole;
+    add(id, whole);
+    for (dxf::RecordId part = drawing_.next(id); part != dxf::kNoRecord; part = drawing_.next(part)) {
+        if (!(drawing_.record(part).flags & dxf::kSubEntity) || drawing_.record(part).owner != id) break;
+        add(part, whole);
+    }
+    finish(id, whole);
+}
+
+void Bounds::Reader::finish(dxf::RecordId id, const Whole& whole) {
+    if (!whole.isSure) return others_.push_back(id);
+    const Extent& extent = whole.extent;
+    if (extent.isEmpty()) return;
+    if (whole.isLine) return finishLine(id);
+    Extent grown = extent;
+    if (whole.width > 0.0 || whole.bulge > 0.0) {
+        // An arc up to a semicircle lies within its height of the chord, a larger one within its diameter.
+        const double chord = (extent.highX - extent.lowX) + (extent.highY - extent.lowY);
+        const double bulge = whole.bulge <= 1.0 ? whole.bulge / 2 : whole.bulge;
+        grown.add(extent, whole.width + bulge * chord);
+    }
+    items_[kWhole].push_back({flat(grown), id});
+}
+
+// An item for each piece between corners.
+void Bounds::Reader::finishLine(dxf::RecordId id) {
+    const std::size_t last = std::max<std::size_t>(corners_.size() - 1, 1);
+    for (std::size_t i = 0; i < last; ++i) {
+        const auto& [x, y] = corners_[i];
+        const auto& [toX, toY] = corners_[std::min(i + 1, corners_.size() - 1)];
+        const Extent piece{std::min(x, toX), std::min(y, toY), std::max(x, toX), std::max(y, toY)};
+        items_[(x < toX) == (y < toY) ? kRising : kFalling].push_back({flat(piece), id});
+    }
+}
+
+// Takes a record into the box of a main entity, itself or a part of it.
+void Bounds::Reader::add(dxf::RecordId id, Whole& whole) {
+    const Recipe* const recipe = recipeOf(id);
+    const bool isPart = (drawing_.record(id).flags & dxf::kSubEntity) != 0;
+    if (isPart && drawing_.record(id).type == dxf::kTypeSeqend) return;
+    Extent points[2];
+    Numbers numbers;
+    if (!recipe || (recipe->isOnlyPart && !isPart) || !read(id, *recipe, points, numbers)) {
+        whole.isSure = false;
+        return;
+    }
+    switch (recipe->reach) {
+        case Reach::Line:
+            whole.isLine = corners_.size() == 2;
+            [[fallthrough]];
+        case Reach::Points:
+        case Reach::Spline:
+            whole.extent.add(points[0], 0.0);
+            whole.extent.add(points[1], 0.0);
+            break;
+        case Reach::Circle:
+            whole.extent.add(points[0], numbers.greatest[0]);
+            break;
+        case Reach::Polyline:
+            whole.extent.add(points[0], 0.0);
+            whole.width = std::max({whole.width, numbers.greatest[0], numbers.greatest[1], numbers.greatest[3]});
+            whole.bulge = std::max(whole.bulge, numbers.greatest[2]);
+            if (numbers.isClosed && !corners_.empty()) corners_.push_back(corners_.front());
+            whole.isLine = !isPart && whole.width == 0.0 && whole.bulge == 0.0 && corners_.size() <= kMostPieces;
+            break;
+        case Reach::Text: {
+            const double height = numbers.greatest[0];
+            const double width = numbers.width * height * (numbers.counts[1] > 0 ? numbers.greatest[1] : 1.0);
+            if (points[0].isEmpty()) break;
+            if (isAt(points[0]) && !numbers.isAligned && !numbers.isMirrored && numbers.rotations < 2) {
+                Extent box;
+                for (const double x : {0.0, width})
+                    for (const double y : {0.0, height})
+                        box.addTurned(x, y, numbers.rotation, points[0].lowX, points[0].lowY);
+                whole.extent.add(box, 0.0);
+                break;
+            }
+            whole.extent.add(points[0], width + height);
+            if (numbers.isAligned) whole.extent.add(points[1], width + height);
+            break;
+        }
+        case Reach::Insert:
+            place(id, points[0], numbers, whole);
+            break;
+        case Reach::Hatch:
+            whole.isSure = false;
+            break;
+    }
+}
+
+void Bounds::Reader::place(dxf::RecordId id, const Extent& point, const Numbers& numbers, Whole& whole) {
+    const auto isTwice = [](int count) { return count > 1; };
+    const bool isArray = numbers.greatest[4] != 0.0 || numbers.greatest[5] != 0.0;
+    if (isArray || !isAt(point) || numbers.rotations > 1 ||
+        std::any_of(numbers.counts.begin(), numbers.counts.end(), isTwice)) {
+        whole.isSure = false;
+        return;
+    }
+    placed_.push_back({id, blocks_.internCopy(blockName_), point.lowX, point.lowY,
+                       numbers.counts[1] > 0 ? numbers.last[1] : 1.0, numbers.counts[2] > 0 ? numbers.last[2] : 1.0,
+                       numbers.rotation});
+}
+
+void Bounds::Reader::takeText(const dxf::RawTag& tag, Numbers& numbers) {
+    double number = 0.0;
+    switch (tag.code) {
+        case codes::kText:
+        case codes::text::kTag:
+            numbers.width = std::max(numbers.width, greatestWidth(dxf::textOf(tag)));
+            break;
+        case codes::text::kGeneration:
+            if (!readNumber(tag, number) || number != 0.0) numbers.isMirrored = true;
+            break;
+        case codes::text::kHorizontal:
+        case codes::text::kVertical:
+        case codes::text::kAttributeVertical:
+            if (!readNumber(tag, number) || number != 0.0) numbers.isAligned = true;
+            break;
+        default:
+            break;
+    }
+}
+
+// The first of the codes for points goes to the first extent, the others to the second. False for what must be looked
+// at in full: numbers that are none, points without a y, a plane that is not the drawing's.
+bool Bounds::Reader::read(dxf::RecordId id, const Recipe& recipe, Extent (&points)[2], Numbers& numbers) {
+    constexpr int kNone = -1;
+    int awaited = kNone;  // the code of a point's y, which comes next
+    double number = 0.0;
+    dxf::RawTag tag{};
+    corners_.clear();
+    blockName_ = {};
+    for (sweep_.begin(drawing_.bytes(id)); sweep_.next(tag);) {
+        const int code = tag.code;
+        if (code == codes::kXdataApplication || code == codes::kEmbedded) break;
+        if (awaited != kNone) {
+            if (code != awaited || !readNumber(tag, number)) return false;
+            points[code == codes::yOf(codes::kPoint) ? 0 : 1].addY(number);
+            corners_.back().second = number;
+            awaited = kNone;
+            if (recipe.reach == Reach::Line && !points[0].isEmpty() && !points[1].isEmpty()) break;
+            continue;
+        }
+        const auto fromTen = static_cast<unsigned>(code - codes::kPoint);
+        const auto fromForty = static_cast<unsigned>(code - 40);
+        if (fromTen < 10 && (recipe.points >> fromTen & 1) != 0) {
+            if (!readNumber(tag, number)) return false;
+            points[fromTen == 0 ? 0 : 1].addX(number);
+            corners_.emplace_back(number, 0.0);
+            awaited = codes::yOf(code);
+        } else if (fromForty < numbers.greatest.size() && (recipe.numbers >> fromForty & 1) != 0) {
+            if (!readNumber(tag, number)) return false;
+            numbers.greatest[fromForty] = std::max(numbers.greatest[fromForty], std::fabs(number));
+            numbers.last[fromForty] = number;
+            ++numbers.counts[fromForty];
+            numbers.least = std::min(numbers.least, number);
+        } else if (recipe.isPlanar && (code == codes::kNormal || code == codes::yOf(codes::kNormal))) {
+            if (!readNumber(tag, number) || number != 0.0) return false;
+        } else if (recipe.isPlanar && code == codes::zOf(codes::kNormal)) {
+            if (!readNumber(tag, number) || !(number > 0.0)) return false;
+        } else if (code == codes::text::kRotation && (recipe.reach == Reach::Text || recipe.reach == Reach::Insert)) {
+            if (!readNumber(tag, numbers.rotation)) return false;
+            ++numbers.rotations;
+        } else if (recipe.reach == Reach::Polyline && code == codes::kFlags) {
+            numbers.isClosed = !readNumber(tag, number) || number != 0.0;
+        } else if (recipe.reach == Reach::Text) {
+            takeText(tag, numbers);
+        } else if (recipe.reach == Reach::Insert && code == codes::kName && blockName_.empty()) {
+            blockName_ = dxf::textOf(tag);
+        }
+    }
+    return awaited == kNone && (recipe.reach != Reach::Spline || numbers.least > 0.0);
+}
+
+// Looks at what a reader has left.
+void Bounds::settle(Reader& reader) {
+    const LayerStates layers(*drawing_);
+    Scene scene(*drawing_, layers);
+    std::vector<Item>& boxes = reader.items()[kWhole];
+    const auto isCurved = [&](dxf::RecordId id) {
+        const std::string_view type = drawing_->typeNameOf(id);
+        dxf::Tag tag;
+        return type == "SPLINE" ||
+               ((type == "HATCH" || type == "MPOLYGON") && drawing_->findTag(id, codes::hatch::kDegree, tag));
+    };
+    std::vector<std::pair<bool, Box>> blocks;  // measured already, and the box
+    for (const Reader::Placed& placed : reader.placed()) {
+        if (placed.block >= blocks.size()) blocks.resize(std::size_t{placed.block} + 1);
+        auto& [isKnown, box] = blocks[placed.block];
+        if (!std::exchange(isKnown, true)) box = scene.boxOf(readText(*drawing_, reader.blockName(placed.block)));
+        if (box.isEmpty()) continue;
+        if (!box.isBounded()) {
+            boxes.push_back({kEverywhere, placed.id});
+            continue;
+        }
+        Extent extent;
+        for (const double x : {box.low.x, box.high.x})
+            for (const double y : {box.low.y, box.high.y})
+                extent.addTurned(x * placed.scaleX, y * placed.scaleY, placed.rotation, placed.x, placed.y);
+        boxes.push_back({flat(extent), placed.id});
+    }
+    for (const dxf::RecordId id : reader.others())
+        boxes.push_back({isCurved(id) ? kEverywhere : flat(scene.extents(id)), id});
+    items_.push_back(std::move(reader.items()));
+}
+
+void Bounds::readAll() {
+    const auto count = static_cast<dxf::RecordId>(drawing_->recordCount());
+    items_.clear();
+    // The texts of binary records lie in one place that two cannot share.
+    constexpr dxf::RecordId kWorthSharing = 20000;
+    const bool isShared = !drawing_->isBinary() && count >= kWorthSharing && platform::processorCount() > 1;
+    dxf::RecordId middle = isShared ? count / 2 : count;
+    while (middle < count && (drawing_->record(middle).flags & dxf::kSubEntity))
+        ++middle;
+    Reader first(*drawing_);
+    Reader second(*drawing_);
+    bool isDone = false;
+    if (middle < count) {
+        platform::Beside beside([&] {
+            try {
+                second.readRange(middle, count);
+                isDone = true;
+            } catch (const std::exception&) {
+                // Read again below, where the reason is met too.
+            }
+        });
+        first.readRange(0, middle);
+        if (beside.hasBegun()) beside.wait();
+    } else {
+        first.readRange(0, middle);
+    }
+    if (!isDone) first.readRange(middle, count);
+    settle(first);
+    if (isDone) settle(second);
+}
+
+// False when what has changed may tell on many boxes.
+bool Bounds::readAgain(std::vector<dxf::RecordId> changed) {
+    std::vector<bool> isChanged(drawing_->recordCount(), false);
+    for (dxf::RecordId& id : changed) {
+        const dxf::Record& record = drawing_->record(id);
+        if (record.kind == dxf::RecordKind::Entity) {
+            if (record.flags & dxf::kSubEntity) id = record.owner;
+            if (!liesInLayout(*drawing_, id)) return false;
+            isChanged[id] = true;
+        } else if (record.kind == dxf::RecordKind::Block || record.kind == dxf::RecordKind::Other ||
+                   drawing_->typeNameOf(id) == "$DIMSCALE") {
+            return false;
+        }
+    }
+    for (Items& items : items_)
+        for (std::vector<Item>& row : items)
+            for (Item& item : row)
+                if (isChanged[item.id]) item.box = {};
+    Reader reader(*drawing_);
+    for (dxf::RecordId id = 0; id < isChanged.size(); ++id)
+        if (isChanged[id]) reader.readMain(id);
+    settle(reader);
+    return true;
+}
+
+void Bounds::follow(const dxf::Drawing& drawing) {
+    const dxf::ChangeLog& changes = drawing.changes();
+    if (drawing_ == &drawing && mark_ == changes.mark()) return;
+    std::vector<dxf::RecordId> changed;
+    const bool isKnown = std::exchange(drawing_, &drawing) == &drawing && changes.since(mark_, changed);
+    // Many small steps are taken together again from time to time.
+    constexpr std::size_t kMostSteps = 64;
+    if (!isKnown || items_.size() > kMostSteps || !readAgain(std::move(changed))) readAll();
+    mark_ = changes.mark();
+}
+
+bool Bounds::isNear(const Item& item, Form form, const FlatBox& wanted) {
+    const FlatBox& box = item.box;
+    if (!(box.lowX <= wanted.highX && box.highX >= wanted.lowX && box.lowY <= wanted.highY && box.highY >= wanted.lowY))
+        return false;
+    if (form == kWhole) return true;
+    // Both boxes are wider than what they hold by less than this.
+    const float greatest =
+        std::max({std::fabs(box.lowX), std::fabs(box.lowY), std::fabs(box.highX), std::fabs(box.highY),
+                  std::fabs(wanted.lowX), std::fabs(wanted.highX), std::fabs(wanted.lowY), std::fabs(wanted.highY)});
+    const double margin = 4e-6 * static_cast<double>(greatest) + 1e-28;
+    const double across = static_cast<double>(box.highX) - static_cast<double>(box.lowX);
+    const double up = static_cast<double>(box.highY) - static_cast<double>(box.lowY);
+    const double halfX = (static_cast<double>(wanted.highX) - static_cast<double>(wanted.lowX)) / 2;
+    const double halfY = (static_cast<double>(wanted.highY) - static_cast<double>(wanted.lowY)) / 2;
+    const double x = static_cast<double>(wanted.lowX) + halfX - static_cast<double>(box.lowX);
+    const double y =
+        static_cast<double>(wanted.lowY) + halfY - static_cast<double>(form == kRising ? box.lowY : box.highY);
+    const double off = form == kRising ? across * y - up * x : across * y + up * x;
+    return !(std::fabs(off) > across * (halfY + margin) + up * (halfX + margin));
+}
+
+bool Bounds::find(const dxf::Drawing& drawing, const Region& region, std::vector<dxf::RecordId>& candidates) {
+    candidates.clear();
+    const Box& box = region.bounds();
+    if (box.isEmpty() || !std::isfinite(box.low.x + box.low.y + box.high.x + box.high.y)) return false;
+    follow(drawing);
+    const FlatBox wanted = flat(box);
+    for (const Items& items : items_)
+        for (const Form form : {kWhole, kRising, kFalling})
+            for (const Item& item : items[form])
+                if (isNear(item, form, wanted)) candidates.push_back(item.id);
+    std::sort(candidates.begin(), candidates.end());
+    candidates.erase(std::unique(candidates.begin(), candidates.end()), candidates.end());
+    return true;
+}
+
+}  // namespace qrs::host::pick

@@ -1,0 +1,56 @@
+// Boxes around the entities of a drawing's spaces, so that a pick looks at few of many.
+//
+//     std::vector<dxf::RecordId> candidates;
+//     if (bounds.find(drawing, region, candidates)) ... only those can meet the region ...
+//
+// They are read from the records without a look at layers or at what is exact, side by side by two threads. A box is
+// sure to hold its entity, and may be larger; polylines of few straight pieces have one for each. What has changed in
+// the drawing since is read again.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+#include "host/dxf/drawing.h"
+#include "host/pick/region.h"
+
+namespace qrs::host::pick {
+
+// Seen from above; empty until something is added.
+struct FlatBox {
+    float lowX = std::numeric_limits<float>::infinity();
+    float lowY = std::numeric_limits<float>::infinity();
+    float highX = -std::numeric_limits<float>::infinity();
+    float highY = -std::numeric_limits<float>::infinity();
+};
+
+class Bounds {
+  public:
+    // The main entities that may meet a region, erased ones among them, in the order of their numbers. False, nothing
+    // told, for a region that has no box. A drawing must outlive the object or be the last it was asked for.
+    bool find(const dxf::Drawing& drawing, const Region& region, std::vector<dxf::RecordId>& candidates);
+
+  private:
+    class Reader;
+    // A straight line is one of the diagonals of its box, which tells more than the box.
+    enum Form { kWhole, kRising, kFalling, kForms };
+    struct Item {
+        FlatBox box;
+        dxf::RecordId id;
+    };
+    using Items = std::array<std::vector<Item>, kForms>;
+
+    void follow(const dxf::Drawing& drawing);
+    void readAll();
+    bool readAgain(std::vector<dxf::RecordId> changed);
+    void settle(Reader& reader);
+    static bool isNear(const Item& item, Form form, const FlatBox& wanted);
+
+    const dxf::Drawing* drawing_ = nullptr;
+    dxf::ChangeLog::Mark mark_ = 0;
+    std::vector<Items> items_;  // what each reader has found
+};
+
+}  // namespace qrs::host::pick
