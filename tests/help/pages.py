@@ -79,7 +79,8 @@ def run_example(console, drawing, script):
         fonts = pictures.only_fonts(folder / "tmp")
         there = {*os.listdir(folder), "drawing.dxf", "after.dxf"}
         ran = subprocess.run(arguments, cwd=folder, capture_output=True, timeout=120,
-                             env={"PATH": "/usr/bin:/bin", "TMPDIR": str(folder / "tmp"), "HOME": str(folder / "tmp"), **fonts, **SCREEN, **pictures.CHECKER})
+                             env={"PATH": "/usr/bin:/bin", "TMPDIR": str(folder / "tmp"), "HOME": str(folder / "tmp"), **fonts, **SCREEN,
+                                  **pictures.CHECKER})
         # What a command refuses stands there, too.
         unexpected = [line for line in ran.stderr.decode().splitlines() if not line.startswith("qrsconsole: example.scr:")]
         if ran.returncode != 0 or unexpected:
