@@ -527,8 +527,10 @@ void Bounds::follow(const dxf::Drawing& drawing) {
 
 bool Bounds::isNear(const Item& item, Form form, const FlatBox& wanted) {
     const FlatBox& box = item.box;
-    if (!(box.lowX <= wanted.highX && box.highX >= wanted.lowX && box.lowY <= wanted.highY && box.highY >= wanted.lowY))
-        return false;
+    // Without branches: what the next item does cannot be guessed.
+    const bool meets = (box.lowX <= wanted.highX) & (box.highX >= wanted.lowX) & (box.lowY <= wanted.highY) &
+                       (box.highY >= wanted.lowY);
+    if (!meets) return false;
     if (form == kWhole) return true;
     // Both boxes are wider than what they hold by less than this.
     const float greatest =
