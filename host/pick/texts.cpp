@@ -1,6 +1,8 @@
 // Texts: what a picture needs of them, and for the others their boxes. There are no glyphs to measure: a character
 // counts as wide as it is high when it is an ideograph or the like, and as 0.7 of that otherwise.
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "host/dxf/classcodes.h"
 #include "host/dxf/recordwalk.h"
@@ -158,33 +160,75 @@ Vec paragraphSize(const Entity& entity, double height) {
     return {widest, height + (lines - 1.0) * height * kLineSpacing * entity.real(mtext::kLineSpacing, 1.0), 0};
 }
 
-// Columns stand in an object of its own, after the text's tags.
-void readColumns(const Entity& entity, Paragraphs& paragraphs) {
-    namespace columns = dxf::codes::mtextcolumns;
+struct Columns {
+    bool isThere = false;
+    std::size_t count = 0;
+    double height = 0.0;
+    double width = 0.0;
+    double gutter = 0.0;
+    std::vector<double> heights;
+};
+
+// One value of them, by its code in the object that new drawings have after the text's tags.
+void takeColumns(Columns& columns, int code, double number) {
+    namespace codes = dxf::codes::mtextcolumns;
     constexpr int kType = 71;
     constexpr int kCount = 72;
     constexpr std::size_t kMost = 1000;
-    const dxf::Drawing& drawing = entity.drawing();
-    if (drawing.version() < dxf::Version::R2018) return;
-    double height = 0.0;
-    double width = 0.0;
-    std::size_t count = 0;
-    bool hasColumns = false;
-    std::vector<double> heights;
-    dxf::RecordWalk walk(drawing.tags(entity.id()));
-    for (dxf::Tag tag; walk.next(tag) && walk.part() != dxf::Part::Xdata;) {
-        if (walk.part() != dxf::Part::Embedded) continue;
-        const double number = std::max(finiteOf(tag.value).value_or(0.0), 0.0);
-        if (tag.code == kType) hasColumns = number != 0.0;
-        if (tag.code == kCount) count = static_cast<std::size_t>(std::min(number, double{kMost}));
-        if (tag.code == columns::kDefinedHeight) height = number;
-        if (tag.code == columns::kColumnWidth) width = number;
-        if (tag.code == columns::kColumnGutter) paragraphs.gutter = number;
-        if (tag.code == columns::kColumnHeight && heights.size() < kMost) heights.push_back(number);
+    number = std::max(number, 0.0);
+    if (code == kType) columns.isThere = number != 0.0;
+    if (code == kCount) columns.count = static_cast<std::size_t>(std::min(number, double{kMost}));
+    if (code == codes::kDefinedHeight) columns.height = number;
+    if (code == codes::kColumnWidth) columns.width = number;
+    if (code == codes::kColumnGutter) columns.gutter = number;
+    if (code == codes::kColumnHeight && columns.heights.size() < kMost) columns.heights.push_back(number);
+}
+
+// In older drawings they stand in extended data: names, numbers for short, each before its value; heights after how
+// many there are.
+class OldColumns {
+  public:
+    void take(const dxf::Tag& tag, Columns& columns) {
+        if (tag.code == codes::kXdataText || tag.code == codes::kXdataApplication) name_ = kNone;
+        if (tag.code != codes::kXdataShort && tag.code != codes::kXdataReal) return;
+        const double number = finiteOf(tag.value).value_or(0.0);
+        if (name_ == kNone) {
+            name_ = static_cast<int>(std::clamp(number, 0.0, 1000.0));
+        } else if (name_ == kHeights && tag.code == codes::kXdataShort) {
+            return;
+        } else {
+            for (const auto& [name, code] : kCodes)
+                if (name == name_) takeColumns(columns, code, number);
+            if (name_ != kHeights) name_ = kNone;
+        }
     }
-    if (!hasColumns || !(width > 0.0)) return;
-    paragraphs.columns = heights.empty() ? std::vector<double>(count, height) : std::move(heights);
-    paragraphs.width = width;
+
+  private:
+    static constexpr int kNone = -1;
+    static constexpr int kHeights = 50;
+    static constexpr std::pair<int, int> kCodes[] = {{75, 71},
+                                                     {76, 72},
+                                                     {46, dxf::codes::mtextcolumns::kDefinedHeight},
+                                                     {48, dxf::codes::mtextcolumns::kColumnWidth},
+                                                     {49, dxf::codes::mtextcolumns::kColumnGutter},
+                                                     {kHeights, dxf::codes::mtextcolumns::kColumnHeight}};
+    int name_ = kNone;
+};
+
+void readColumns(const Entity& entity, Paragraphs& paragraphs) {
+    const dxf::Drawing& drawing = entity.drawing();
+    Columns columns;
+    OldColumns old;
+    dxf::RecordWalk walk(drawing.tags(entity.id()));
+    for (dxf::Tag tag; walk.next(tag);) {
+        if (walk.part() == dxf::Part::Embedded) takeColumns(columns, tag.code, finiteOf(tag.value).value_or(0.0));
+        if (walk.part() == dxf::Part::Xdata && drawing.version() < dxf::Version::R2018) old.take(tag, columns);
+    }
+    if (!columns.isThere || !(columns.width > 0.0)) return;
+    paragraphs.columns =
+        columns.heights.empty() ? std::vector<double>(columns.count, columns.height) : std::move(columns.heights);
+    paragraphs.width = columns.width;
+    paragraphs.gutter = columns.gutter;
 }
 
 }  // namespace
@@ -232,7 +276,14 @@ void drawParagraphs(const Entity& entity, const Pen& pen) {
         if (entity.integer(mtext::kMask, 0) != 0) paragraphs.maskBorder = entity.real(mtext::kMaskScale, 1.5) - 1.0;
         return picture->paragraphs(paragraphs, pen.in(Transform{x, cross(z, x), z, *at}).toWorld());
     }
-    const Vec size = paragraphSize(entity, height);
+    Vec size = paragraphSize(entity, height);
+    Paragraphs columns;
+    readColumns(entity, columns);
+    if (!columns.columns.empty()) {
+        const auto count = static_cast<double>(columns.columns.size());
+        const double highest = *std::max_element(columns.columns.begin(), columns.columns.end());
+        size = {count * columns.width + (count - 1) * columns.gutter, highest > 0.0 ? highest : size.y / count, 0};
+    }
     const double left = -size.x * static_cast<double>(place % 3) / 2;
     const double top = size.y * static_cast<double>(place / 3) / 2;
     drawBox(pen.in(Transform{x, cross(z, x), z, *at}), Vec{}, 0.0, {left, top - size.y, 0}, {left + size.x, top, 0});

@@ -208,16 +208,22 @@ TEST_F(Plot, SetsTextsWhereTheyBelong) {
 }
 
 TEST_F(Plot, SetsTextsInColumns) {
-    std::string text = drawing({},
-                               "0=MTEXT;8=0;10=0;20=90;40=6;41=20;71=1;1=H\\PE\\PH\\NE;101=Embedded Object;70=1;"
-                               "40=20;41=0;71=2;72=3;44=20;45=10;73=0;74=0;46=20;46=40;46=0;");
-    text.replace(text.find("AC1015"), 6, "AC1032");
-    const Picture picture = this->picture(text);
-    EXPECT_TRUE(picture.hasInk(0, 72, 8, 90));
-    EXPECT_FALSE(picture.hasInk(0, 40, 8, 70)) << "two lines in the first column";
-    EXPECT_TRUE(picture.hasInk(30, 84, 38, 90)) << "one in the second";
-    EXPECT_FALSE(picture.hasInk(30, 40, 38, 82));
-    EXPECT_TRUE(picture.hasInk(60, 84, 68, 90)) << "the break";
+    const std::string mtext = "0=MTEXT;8=0;10=0;20=90;40=6;41=20;71=1;1=H\\PE\\PH\\NE;";
+    for (const auto& [version, columns] :
+         {std::pair{"AC1032", "101=Embedded Object;70=1;40=20;41=0;71=2;72=3;44=20;45=10;73=0;74=0;46=20;46=40;46=0;"},
+          std::pair{"AC1015",
+                    "1001=ACAD;1000=ACAD_MTEXT_COLUMN_INFO_BEGIN;1070=75;1070=2;1070=79;1070=0;1070=76;1070=3;"
+                    "1070=78;1070=0;1070=48;1040=20;1070=49;1040=10;1070=50;1070=3;1040=20;1040=40;1040=0;"
+                    "1000=ACAD_MTEXT_COLUMN_INFO_END;"}}) {
+        std::string text = drawing({}, mtext + columns);
+        text.replace(text.find("AC1015"), 6, version);
+        const Picture picture = this->picture(text);
+        EXPECT_TRUE(picture.hasInk(0, 72, 8, 90));
+        EXPECT_FALSE(picture.hasInk(0, 40, 8, 70)) << "two lines in the first column of " << version;
+        EXPECT_TRUE(picture.hasInk(30, 84, 38, 90)) << "one in the second";
+        EXPECT_FALSE(picture.hasInk(30, 40, 38, 82));
+        EXPECT_TRUE(picture.hasInk(60, 84, 68, 90)) << "the break";
+    }
 }
 
 TEST(TextCodes, AreRead) {
