@@ -84,30 +84,18 @@ inline bool shortCode(const char* at, int& code) {
     return isCode;
 }
 
-// A code line as nearly all are written: blanks, at most nine digits, the line end. Null, without a judgement, for any
-// other; otherwise where the next line begins.
-inline const char* usualCode(const char* at, const char* end, char lineEnd, int& code) {
-    if (end - at >= 4 && at[3] == lineEnd && shortCode(at, code)) return at + 4;
-    while (at != end && *at == ' ')
-        ++at;
-    int number = 0;
-    const char* const digits = at;
-    for (; at != end && *at >= '0' && *at <= '9' && at - digits < 9; ++at)
-        number = number * 10 + (*at - '0');
-    if (at == digits) return nullptr;
-    if (lineEnd == '\n' && at != end && *at == '\r') ++at;
-    if (at == end || *at != lineEnd) return nullptr;
-    code = number;
-    return at + 1;
-}
+// Where the value begins after a code line of whatever form; null, with the reason, when there is none.
+const char* cutCode(const char* at, const char* end, char lineEnd, int& code, Cut& reason);
 
 inline Cut cutTag(const char* at, const char* end, char lineEnd, RawTag& tag) {
-    const char* value = usualCode(at, end, lineEnd, tag.code);
-    if (value == nullptr) {
-        const Line codeLine = cutLine(at, end, lineEnd);
-        if (!parseCode(codeLine.begin, codeLine.end, tag.code)) return Cut::NoCode;
-        if (!codeLine.hasEnd) return Cut::NoValue;
-        value = codeLine.next;
+    const std::ptrdiff_t length = lineEnd == '\n' && end - at > 4 && at[3] == '\r' ? 5 : 4;
+    const char* value = nullptr;
+    if (end - at >= length && at[length - 1] == lineEnd && shortCode(at, tag.code)) {
+        value = at + length;
+    } else {
+        Cut reason = Cut::Tag;
+        value = cutCode(at, end, lineEnd, tag.code, reason);
+        if (value == nullptr) return reason;
     }
     if (value == end) return Cut::NoValue;
     const Line valueLine = cutLine(value, end, lineEnd);

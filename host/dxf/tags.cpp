@@ -20,7 +20,30 @@ char lineEndOfRecord(std::string_view record) {
     return at != std::string_view::npos && record[at] == kBinaryLineEnd ? kBinaryLineEnd : lineEndOf(record);
 }
 
+// A code line as most are written: blanks, at most nine digits, the line end. Null, without a judgement, for any other;
+// otherwise where the next line begins.
+const char* usualCode(const char* at, const char* end, char lineEnd, int& code) {
+    while (at != end && *at == ' ')
+        ++at;
+    int number = 0;
+    const char* const digits = at;
+    for (; at != end && *at >= '0' && *at <= '9' && at - digits < 9; ++at)
+        number = number * 10 + (*at - '0');
+    if (at == digits) return nullptr;
+    if (lineEnd == '\n' && at != end && *at == '\r') ++at;
+    if (at == end || *at != lineEnd) return nullptr;
+    code = number;
+    return at + 1;
+}
+
 }  // namespace
+
+const char* cutCode(const char* at, const char* end, char lineEnd, int& code, Cut& reason) {
+    if (const char* value = usualCode(at, end, lineEnd, code)) return value;
+    const Line line = cutLine(at, end, lineEnd);
+    reason = parseCode(line.begin, line.end, code) ? Cut::NoValue : Cut::NoCode;
+    return reason == Cut::NoValue && line.hasEnd ? line.next : nullptr;
+}
 
 TagCursor::TagCursor(std::string_view record) : TagCursor(record, lineEndOfRecord(record)) {}
 
