@@ -93,7 +93,11 @@ std::vector<dxf::RecordId> Picker::find(const pick::Region& region, pick::HitPro
         forEachReachable(look);
         return found;
     }
-    const auto isGone = [&](dxf::RecordId id) { return drawing_.isErased(id) || !isReachable(id); };
+    // Damaged drawings have several sections of a name, of which the first counts.
+    const dxf::RecordId head = space_.head != dxf::kNoRecord ? space_.head : drawing_.findSection("ENTITIES");
+    const auto isGone = [&](dxf::RecordId id) {
+        return drawing_.record(id).owner != head || drawing_.isErased(id) || !isReachable(id);
+    };
     candidates.erase(std::remove_if(candidates.begin(), candidates.end(), isGone), candidates.end());
     const bool areOfFile = std::none_of(candidates.begin(), candidates.end(),
                                         [&](dxf::RecordId id) { return drawing_.record(id).flags & dxf::kNew; });
