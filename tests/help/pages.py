@@ -199,7 +199,8 @@ class Desk:
                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                              env={"PATH": f"{self.prefix}/bin:/usr/bin:/bin", "HOME": str(self.home), "LC_ALL": "C.UTF-8",
                                   "TMPDIR": str(self.home), "PREFIX": str(self.prefix), "CMAKE_GENERATOR": "Ninja",
-                                  "CXXFLAGS": os.environ.get("SIBLING_FLAGS", "")})
+                                  "CXX": os.environ.get("CXX", "c++"),
+                                  "CXXFLAGS": os.environ.get("SIBLING_FLAGS", ""), **pictures.CHECKER})
         printed = ran.stdout.decode().replace(str(self.prefix), "/usr/local").replace(str(self.work), "/home/me")
         if ran.returncode != 0:
             raise RuntimeError(f"exit code {ran.returncode} of\n{commands}{printed}")
