@@ -2,10 +2,8 @@
 #include "repair.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
-#include "csv.h"
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "host/platform/language.h"
@@ -18,21 +16,8 @@ namespace qrs::audit {
 
 namespace {
 
-struct KindName {
-    const wchar_t* name;
-    Mapping::Kind kind;
-};
-constexpr KindName kKinds[] = {{L"layer", Mapping::Kind::Layer},
-                               {L"linetype", Mapping::Kind::Linetype},
-                               {L"textstyle", Mapping::Kind::TextStyle},
-                               {L"system", Mapping::Kind::PipeSystem}};
-
 std::wstring wide(const CString& text) {
     return std::wstring(text.view());
-}
-
-bool fits(std::wstring_view name, const std::wstring& pattern) {
-    return PwxTool::MatchingString(CString(name), CString(pattern), false);
 }
 
 // "colour 1 -> 3, linetype Continuous -> J"
@@ -82,13 +67,6 @@ bool isLayerZero(std::wstring_view layer) {
     return layer == L"0";
 }
 
-// Of several rows that fit a name the first one counts.
-const Mapping* mappingOf(const std::vector<Mapping>& mappings, Mapping::Kind kind, std::wstring_view name) {
-    for (const Mapping& mapping : mappings)
-        if (mapping.kind == kind && fits(name, mapping.from)) return &mapping;
-    return nullptr;
-}
-
 // Of several layers that become one, a shown one gives it its name: what hides a layer stays with it.
 std::vector<const LayerFacts*> shownFirst(const std::vector<LayerFacts>& layers) {
     std::vector<const LayerFacts*> all;
@@ -110,30 +88,6 @@ bool isIn(const std::vector<Facts>& records, std::wstring_view name) {
 }
 
 }  // namespace
-
-bool readMappings(const std::wstring& path, std::vector<Mapping>& mappings, platform::Error& error) {
-    std::vector<CsvRow> rows;
-    if (!readCsv(path, rows, error)) return false;
-    for (const CsvRow& row : rows) {
-        const bool isWhole = row.cells.size() == 3 && !row.cells[0].empty() && !row.cells[1].empty();
-        const auto kind = std::find_if(std::begin(kKinds), std::end(kKinds),
-                                       [&](const KindName& one) { return isWhole && row.cells[2] == one.name; });
-        std::wstring fault;
-        if (!isWhole)
-            fault = platform::translated(L"a row is a pattern, a name and what it is");
-        else if (kind == std::end(kKinds))
-            fault = platform::translated(L"\"%1\" is none of: layer, linetype, textstyle, system", row.cells[2]);
-        else if (kind->kind == Mapping::Kind::PipeSystem &&
-                 !PipeSystemTool::IsPipeSystemOfCurrentStandard(CString(row.cells[1])))
-            fault = platform::translated(L"the standard has no pipe system \"%1\"", row.cells[1]);
-        if (!fault.empty()) {
-            error.message = faultAt(path, row.line, fault);
-            return false;
-        }
-        mappings.push_back({row.line, kind->kind, row.cells[0], row.cells[1]});
-    }
-    return true;
-}
 
 bool Repair::add(const wchar_t* rule, const std::wstring& subject, Change change, const std::wstring& obstacle) {
     const std::wstring reason = accepted_ != nullptr ? accepted_->reasonOf(*ruleNamed(rule), subject) : std::wstring();

@@ -15,7 +15,7 @@
 
 #include "audit/accepted.h"
 #include "audit/csv.h"
-#include "audit/repair.h"
+#include "audit/mapping.h"
 #include "audit/rules.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
