@@ -22,10 +22,6 @@ constexpr KindName kKinds[] = {{L"layer", Mapping::Kind::Layer},
                                {L"textstyle", Mapping::Kind::TextStyle},
                                {L"system", Mapping::Kind::PipeSystem}};
 
-bool fits(std::wstring_view name, const std::wstring& pattern) {
-    return PwxTool::MatchingString(CString(name), CString(pattern), false);
-}
-
 }  // namespace
 
 bool readMappings(const std::wstring& path, std::vector<Mapping>& mappings, platform::Error& error) {
@@ -52,9 +48,13 @@ bool readMappings(const std::wstring& path, std::vector<Mapping>& mappings, plat
     return true;
 }
 
+bool fits(const Mapping& mapping, std::wstring_view name) {
+    return PwxTool::MatchingString(CString(name), CString(mapping.from), false);
+}
+
 const Mapping* mappingOf(const std::vector<Mapping>& mappings, Mapping::Kind kind, std::wstring_view name) {
     for (const Mapping& mapping : mappings)
-        if (mapping.kind == kind && fits(name, mapping.from)) return &mapping;
+        if (mapping.kind == kind && fits(mapping, name)) return &mapping;
     return nullptr;
 }
 

@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "csv.h"
 #include "dbents.h"
 #include "dbobjptr.h"
+#include "host/platform/codepage.h"
 #include "host/platform/language.h"
 #include "PipeSystemTool.h"
 #include "PwxTool.h"
@@ -182,6 +184,10 @@ void Repair::planAll(AcceptedFindings& accepted) {
     }
     for (const auto& [layer, name] : hidden)
         planLayer(*layer, name);
+    for (const auto& [name, objects] : facts_.missingLayers) {
+        const std::vector<const LayerNode*> today = layersOfToday(standard_, name);
+        if (today.size() == 1 && !isBuiltInLayer(name)) planMissingLayer(name, objects, wide(today.front()->LayerName));
+    }
     for (const RecordFacts& linetype : facts_.linetypes) {
         if (!linetype.isDependent() && !isBuiltInLinetype(linetype.name)) planLinetype(linetype);
     }
@@ -268,7 +274,11 @@ void Repair::planOldSystems() {
 
 // --- mappings
 
-void Repair::plan(const std::vector<Mapping>& mappings) {
+void Repair::plan(const std::vector<Mapping>& mappings, const std::wstring& file) {
+    for (const Mapping& mapping : mappings)
+        if (!isInDrawing(mapping))
+            idle_.push_back(platform::fromUtf8(faultAt(
+                file, mapping.line, platform::translated(L"nothing in the drawing fits \"%1\"", mapping.from))));
     std::vector<std::pair<const LayerFacts*, const Mapping*>> mapped;
     for (const LayerFacts* layer : shownFirst(facts_.layers)) {
         const Mapping* mapping = mappingOf(mappings, Mapping::Kind::Layer, layer->name);
@@ -282,6 +292,30 @@ void Repair::plan(const std::vector<Mapping>& mappings) {
     planLinetypes(mappings);
     planTexts(mappings);
     planSystems(mappings);
+}
+
+bool Repair::isInDrawing(const Mapping& mapping) const {
+    const auto isAnyOf = [&](const auto& records) {
+        return std::any_of(records.begin(), records.end(), [&](const auto& one) { return fits(mapping, one.name); });
+    };
+    const auto isMissing = [&](const ByName<Tally>& names) {
+        return std::any_of(names.begin(), names.end(), [&](const auto& one) { return fits(mapping, one.first); });
+    };
+    const auto isSystemOf = [&](const std::vector<PipeFacts>& pipes) {
+        return std::any_of(pipes.begin(), pipes.end(),
+                           [&](const PipeFacts& pipe) { return fits(mapping, pipe.system); });
+    };
+    switch (mapping.kind) {
+        case Mapping::Kind::Layer:
+            return isAnyOf(facts_.layers) || isMissing(facts_.missingLayers);
+        case Mapping::Kind::Linetype:
+            return isAnyOf(facts_.linetypes) || isMissing(facts_.missingLinetypes);
+        case Mapping::Kind::TextStyle:
+            return isAnyOf(facts_.textStyles) || isMissing(facts_.missingTextStyles);
+        case Mapping::Kind::PipeSystem:
+            break;
+    }
+    return isSystemOf(facts_.pipes) || isSystemOf(facts_.pipesElsewhere);
 }
 
 void Repair::planSystems(const std::vector<Mapping>& mappings) {
@@ -299,23 +333,32 @@ void Repair::planSystems(const std::vector<Mapping>& mappings) {
 void Repair::planMissingLayers(const std::vector<Mapping>& mappings) {
     for (const auto& [name, objects] : facts_.missingLayers) {
         const Mapping* mapping = mappingOf(mappings, Mapping::Kind::Layer, name);
-        if (mapping == nullptr || isSameName(name, mapping->to)) continue;
-        std::wstring text = platform::translated(L"objects of layer %1 moved to %2", name, mapping->to);
-        if (!hasLayer(mapping->to) && standard_.layer(mapping->to) == nullptr) {
-            refusals_.push_back(text + L": " + platform::translated(L"neither the drawing nor the standard has it"));
-            continue;
-        }
-        layerMoves_[name] = mapping->to;
-        changes_.push_back({std::move(text), objects.count, [this, from = name, to = mapping->to] {
-                                // One that the drawing has is taken as it is.
-                                if (!PipeSystemTool::InitLayer(CString(to)).isNull()) return std::wstring();
-                                layerMoves_.erase(from);
-                                return platform::translated(L"neither the drawing nor the standard has it");
-                            }});
+        if (mapping == nullptr || (isBuiltInLayer(name) && isSameName(name, mapping->to))) continue;
+        planMissingLayer(name, objects, mapping->to);
     }
 }
 
-// Layers and objects alike; "ByLayer" is no linetype of a layer.
+void Repair::planMissingLayer(const std::wstring& name, const Tally& objects, const std::wstring& to) {
+    const bool isSame = isSameName(name, to);
+    if (isSame && hasLayer(to)) return;
+    const bool canBe = hasLayer(to) || standard_.layer(to) != nullptr;
+    // One that the drawing has is taken as it is.
+    const auto make = [this, name, to] {
+        if (!PipeSystemTool::InitLayer(CString(to)).isNull()) return std::wstring();
+        layerMoves_.erase(name);
+        return platform::translated(L"neither the drawing nor the standard has it");
+    };
+    if (!add(L"layer-missing", name,
+             {isSame ? platform::translated(L"layer %1 made", to)
+                     : platform::translated(L"objects of layer %1 moved to %2", name, to),
+              objects.count, make},
+             doneUnless(canBe, platform::untranslated(L"neither the drawing nor the standard has it"))))
+        return;
+    if (!isSame) layerMoves_[name] = to;
+    coming_.emplace(to, isShown(to));
+}
+
+// Layers and objects alike.
 void Repair::planLinetypes(const std::vector<Mapping>& mappings) {
     for (const RecordFacts& linetype : facts_.linetypes)
         if (!linetype.isDependent()) planLinetypeMove(linetype.name, linetype.objects, mappings);
@@ -326,33 +369,51 @@ void Repair::planLinetypes(const std::vector<Mapping>& mappings) {
 void Repair::planLinetypeMove(const std::wstring& from, const Tally& objects, const std::vector<Mapping>& mappings) {
     const Mapping* mapping = mappingOf(mappings, Mapping::Kind::Linetype, from);
     if (mapping == nullptr || isSameName(from, mapping->to)) return;
-    const bool isByLayer = isSameName(mapping->to, L"ByLayer");
-    std::vector<AcDbObjectId> layers;
+    const bool isForObjects = isSameName(mapping->to, L"ByLayer") || isSameName(mapping->to, L"ByBlock");
+    std::vector<const LayerFacts*> layers;
     for (const LayerFacts& layer : facts_.layers)
-        if (!isByLayer && isSameName(layer.linetype, from)) layers.push_back(layer.id);
+        if (isSameName(layer.linetype, from)) layers.push_back(&layer);
+    if (isForObjects) {
+        keepOnLayers(from, layers, mapping->to);
+        layers.clear();
+    }
     if (layers.empty() && objects.count == 0) return;
     const std::wstring text = platform::translated(L"linetype %1 replaced by %2", from, mapping->to);
     std::wstring pattern;
-    if (!isBuiltInLinetype(mapping->to) && !isIn(facts_.linetypes, mapping->to) &&
-        !standard_.pattern(mapping->to, pattern)) {
+    if (!isForObjects && !isIn(facts_.linetypes, mapping->to) && !standard_.pattern(mapping->to, pattern)) {
         refusals_.push_back(text + L": " + platform::translated(L"neither the drawing nor linetype.dbf has it"));
         return;
     }
     linetypeMoves_[from] = mapping->to;
-    changes_.push_back({text, objects.count, [this, layers, from, to = mapping->to, isByLayer] {
-                            const AcDbObjectId id = isByLayer ? AcDbObjectId() : PwxTool::LoadQdLineType(CString(to));
-                            if (!isByLayer && id.isNull()) {
+    // Old drawings have no record of what objects may do without.
+    if (isForObjects) {
+        changes_.push_back({text, objects.count, [] { return std::wstring(); }});
+        return;
+    }
+    changes_.push_back({text, objects.count, [this, layers, from, to = mapping->to] {
+                            const AcDbObjectId id = PwxTool::LoadQdLineType(CString(to));
+                            if (id.isNull()) {
                                 linetypeMoves_.erase(from);
                                 return platform::translated(L"neither the drawing nor linetype.dbf has it");
                             }
                             bool isDone = true;
-                            for (const AcDbObjectId& layer : layers) {
-                                AcDbLayerTableRecordPointer record(layer, AcDb::kForWrite);
+                            for (const LayerFacts* layer : layers) {
+                                AcDbLayerTableRecordPointer record(layer->id, AcDb::kForWrite);
                                 isDone = record.openStatus() == Acad::eOk &&
                                          record->setLinetypeObjectId(id) == Acad::eOk && isDone;
                             }
                             return doneUnless(isDone, platform::untranslated(L"some layers cannot be opened"));
                         }});
+}
+
+void Repair::keepOnLayers(const std::wstring& linetype, const std::vector<const LayerFacts*>& layers,
+                          const std::wstring& to) {
+    if (layers.empty()) return;
+    std::wstring names;
+    for (std::size_t i = 0; i < layers.size() && i < Tally::kShown; ++i)
+        names += (i > 0 ? L", " : L"") + layers[i]->name;
+    if (layers.size() > Tally::kShown) names += L", ...";
+    kept_.push_back(platform::translated(L"linetype %1 of layer %2; %3 is for objects alone", linetype, names, to));
 }
 
 // Texts that name no style are written in "Standard", also where the drawing lacks it.
@@ -370,10 +431,14 @@ void Repair::planTextMove(const std::wstring& from, const Tally& objects, const 
     for (const DimStyleFacts& style : facts_.dimStyles)
         if (!style.isDependent() && isSameName(style.textStyle, from)) dimStyles.push_back(style.id);
     if (dimStyles.empty() && objects.count == 0) return;
+    const std::wstring text = platform::translated(L"texts in %1 written in %2", from, mapping->to);
+    if (!isIn(facts_.textStyles, mapping->to) && standard_.textStyle(mapping->to) == nullptr) {
+        refusals_.push_back(text + L": " + platform::translated(L"neither the drawing nor the standard has it"));
+        return;
+    }
     textStyleMoves_[from] = mapping->to;
     changes_.push_back(
-        {platform::translated(L"texts in %1 written in %2", from, mapping->to), objects.count,
-         [this, dimStyles, from, to = mapping->to] {
+        {text, objects.count, [this, dimStyles, from, to = mapping->to] {
              const AcDbObjectId id = PipeSystemTool::InitTextStyle(CString(to));
              if (id.isNull()) {
                  textStyleMoves_.erase(from);

@@ -30,13 +30,16 @@ class Repair {
     // What has one answer: properties of layers, linetypes and text styles of the standard, old names, capitals. What
     // was accepted stays.
     void planAll(AcceptedFindings& accepted);
-    void plan(const std::vector<Mapping>& mappings);
+    // File (in the inner form) is where the mappings come from.
+    void plan(const std::vector<Mapping>& mappings, const std::wstring& file);
 
     const std::vector<Change>& changes() const { return changes_; }
     // What stays since it was accepted, with the reason.
     const std::vector<std::wstring>& kept() const { return kept_; }
     // What is not possible, with the reason: what the plan could see, and, after apply, what did not succeed.
     const std::vector<std::wstring>& refusals() const { return refusals_; }
+    // Rows of mappings that fit no name of the drawing, with file and line.
+    const std::vector<std::wstring>& idle() const { return idle_; }
     // Carries the changes out, once; those that did not succeed are changes no more.
     void apply();
     // In place of it: tells of the objects that it could not change.
@@ -59,11 +62,17 @@ class Repair {
     // Null when the drawing does not have it.
     const LayerFacts* layerOf(const PipeFacts& pipe) const;
     void planMissingLayers(const std::vector<Mapping>& mappings);
+    // What lies on a layer that the drawing lacks: the layer is made, or another takes the objects.
+    void planMissingLayer(const std::wstring& name, const Tally& objects, const std::wstring& to);
     void planLinetypes(const std::vector<Mapping>& mappings);
     void planLinetypeMove(const std::wstring& from, const Tally& objects, const std::vector<Mapping>& mappings);
     void planTexts(const std::vector<Mapping>& mappings);
     // Texts, and dimension styles.
     void planTextMove(const std::wstring& from, const Tally& objects, const std::vector<Mapping>& mappings);
+    // Layers have a linetype, whatever objects may do without.
+    void keepOnLayers(const std::wstring& linetype, const std::vector<const LayerFacts*>& layers,
+                      const std::wstring& to);
+    bool isInDrawing(const Mapping& mapping) const;
     bool hasLayer(const std::wstring& name) const;
     // Whether what lies on a layer is seen, once the changes before are made.
     bool isShown(const std::wstring& name) const;
@@ -74,6 +83,7 @@ class Repair {
     std::vector<Change> changes_;
     std::vector<std::wstring> kept_;
     std::vector<std::wstring> refusals_;
+    std::vector<std::wstring> idle_;
     ByName<bool> coming_;                     // layers that a change before has made or renamed; whether they are shown
     std::set<std::wstring, NameLess> goals_;  // layers that others are mapped to
     // What objects are to be given, by what they have: in one pass after all changes.

@@ -49,6 +49,8 @@ std::string reportOf(const Request& request, const Repair& repair) {
         text += platform::translated(L"left as it is: %1", kept) + L"\n";
     for (const std::wstring& refusal : repair.refusals())
         text += platform::translated(L"not done: %1", refusal) + L"\n";
+    for (const std::wstring& row : repair.idle())
+        text += row + L"\n";
     text += countedText(repair.changes().size(), platform::untranslated(L"%1 change"),
                         platform::untranslated(L"%1 changes"));
     if (request.isDryRun) text += platform::translated(L"; shown only, nothing was changed");
@@ -77,7 +79,7 @@ void repairStandard() {
     if (request.mappings.empty())
         repair.planAll(accepted);
     else
-        repair.plan(mappings);
+        repair.plan(mappings, platform::innerPath(request.mappings));
     if (request.isDryRun)
         repair.foresee();
     else

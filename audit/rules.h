@@ -94,6 +94,8 @@ std::vector<Difference> differencesOf(const TextStyleFacts& style, const TextSty
 bool canHaveFontOf(const TextStyleNode& node);
 // A standard that says nothing of the width has 0.
 double widthFactorOf(const TextStyleNode& node);
+// The layers of the standard that a name stands for: itself, or what an old name became.
+std::vector<const LayerNode*> layersOfToday(const StandardLists& standard, std::wstring_view name);
 // What a layer under an old name is called today; none when its name is no old one, or nothing lies on it.
 std::vector<const LayerNode*> newLayersOf(const StandardLists& standard, const LayerFacts& layer);
 

@@ -41,6 +41,16 @@ bool isSameColor(const DrawingFacts& facts, const AcCmColor& ours, const AcCmCol
     return ours == theirs;
 }
 
+// What became of an old name; empty when it is none.
+std::wstring toldToday(const std::vector<const LayerNode*>& today) {
+    std::wstring names;
+    for (const LayerNode* one : today)
+        names += (names.empty() ? L"" : L", ") + wide(one->LayerName);
+    if (names.empty()) return {};
+    return today.size() > 1 ? platform::translated(L"today one of %1", names)
+                            : platform::translated(L"today %1", names);
+}
+
 void findOwn(const CheckedDrawing& drawing, Findings& findings, Tally LayerFacts::*own) {
     visitStandardLayers(drawing, [&](const LayerFacts& layer, const LayerNode&) {
         if ((layer.*own).count > 0) findings.emplace_back(layer.name, layer.*own);
@@ -48,6 +58,11 @@ void findOwn(const CheckedDrawing& drawing, Findings& findings, Tally LayerFacts
 }
 
 }  // namespace
+
+std::vector<const LayerNode*> layersOfToday(const StandardLists& standard, std::wstring_view name) {
+    if (const LayerNode* layer = standard.layer(name)) return {layer};
+    return standard.layersOfOldName(name);
+}
 
 // One that is empty since its objects were moved is a foreign layer like others.
 std::vector<const LayerNode*> newLayersOf(const StandardLists& standard, const LayerFacts& layer) {
@@ -79,8 +94,13 @@ std::vector<Difference> differencesOf(const CheckedDrawing& drawing, const Layer
 }
 
 void findMissingLayers(const CheckedDrawing& drawing, Findings& findings) {
-    for (const auto& [name, objects] : drawing.facts.missingLayers)
-        if (!isBuiltInLayer(name)) findings.emplace_back(name, objects);
+    for (const auto& [name, objects] : drawing.facts.missingLayers) {
+        if (isBuiltInLayer(name)) continue;
+        const bool isStandard = drawing.standard.layer(name) != nullptr;
+        findings.emplace_back(
+            name, objects,
+            isStandard ? platform::translated(L"in the standard") : toldToday(drawing.standard.layersOfOldName(name)));
+    }
 }
 
 void findForeignLayers(const CheckedDrawing& drawing, Findings& findings) {
@@ -103,12 +123,7 @@ void findOldLayers(const CheckedDrawing& drawing, Findings& findings) {
     visitLayers(drawing, [&](const LayerFacts& layer) {
         const std::vector<const LayerNode*> today = newLayersOf(drawing.standard, layer);
         if (today.empty()) return;
-        std::wstring names;
-        for (const LayerNode* one : today)
-            names += (names.empty() ? L"" : L", ") + wide(one->LayerName);
-        findings.emplace_back(layer.name, layer.objects,
-                              today.size() > 1 ? platform::translated(L"today one of %1", names)
-                                               : platform::translated(L"today %1", names));
+        findings.emplace_back(layer.name, layer.objects, toldToday(today));
     });
 }
 

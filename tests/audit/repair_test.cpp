@@ -57,6 +57,23 @@ TEST(Repair, MendsWhatHasOneAnswerAndNothingElse) {
     EXPECT_EQ(place.run({"--repair", "auto", "--dry-run", "mended.dxf"}).out,
               "0 changes; shown only, nothing was changed\n");
 
+    // Layers that are lost and have one answer come back, or their objects move.
+    place.write("lost.dxf", dxfText("0=SECTION;2=HEADER;9=$ACADVER;1=AC1024;0=ENDSEC;0=SECTION;2=ENTITIES;" +
+                                    entityText("POINT", "40", "给水立管", "100=AcDbPoint;10=0;20=0") +
+                                    entityText("POINT", "41", "给排-污水-管线", "100=AcDbPoint;10=0;20=0") +
+                                    entityText("POINT", "42", "LOST", "100=AcDbPoint;10=0;20=0") + "0=ENDSEC;0=EOF"));
+    EXPECT_NE(place.run({"--check", "lost.dxf"})
+                  .out.find("          LOST: 1 object (42)\n"
+                            "          给排-污水-管线, in the standard: 1 object (41)\n"
+                            "          给水立管, today 给排-生活给水-立管: 1 object (40)\n"),
+              std::string::npos);
+    EXPECT_EQ(place.run({"--repair", "auto", "--in-place", "lost.dxf"}).out,
+              "layer 给排-污水-管线 made (1 object)\nobjects of layer 给水立管 moved to 给排-生活给水-立管 (1 object)\n"
+              "2 changes\n");
+    const std::string lost = place.run({"--check", "lost.dxf"}).out;
+    EXPECT_NE(lost.find("1 error, "), std::string::npos) << lost;
+    EXPECT_NE(lost.find("          LOST: 1 object (42)\n"), std::string::npos) << lost;
+
     // One step takes all of it back.
     const Outcome undone =
         place.run({"-p", QRS_AUDIT, "-s", "-", "-o", "undone.dxf", "faulty.dxf"}, "REPAIRSTANDARD\n\n\n\nU\n");
@@ -77,22 +94,27 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
         dxfText("0=SECTION;2=HEADER;9=$ACADVER;1=AC1024;9=$HANDSEED;5=FFF;0=ENDSEC;0=SECTION;2=TABLES;" +
                 tableText("LTYPE",
                           "0=LTYPE;100=AcDbSymbolTableRecord;100=AcDbLinetypeTableRecord;2=Continuous;70=0;3=;72=65;"
+                          "73=0;40=0;0=LTYPE;100=AcDbSymbolTableRecord;100=AcDbLinetypeTableRecord;2=HID;70=0;3=;72=65;"
                           "73=0;40=0;") +
                 tableText("LAYER", layer("0", "0", "7") + layer("LOCKED", "4", "7") + layer("BAD", "0", "7") +
                                        layer("ONE", "0", "7") + layer("TWO", "0", "7") + layer("ICE1", "1", "7") +
-                                       layer("ICE2", "0", "7") + layer("SEEN", "0", "7") + layer("OFF", "0", "-7")) +
+                                       layer("ICE2", "0", "7") + layer("SEEN", "0", "7") + layer("OFF", "0", "-7") +
+                                       layerText("HIDDEN", "62=7;6=HID")) +
                 "0=ENDSEC;0=SECTION;2=BLOCKS;0=BLOCK;5=30;8=0;2=B;70=0;10=0;20=0;" +
                 pipeText("31", "0", "牛奶", "11=1;21=0;31=0") + "0=ENDBLK;5=32;8=0;0=ENDSEC;0=SECTION;2=ENTITIES;" +
                 entityText("LINE", "41", "LOCKED", "6=WALL;" + line) +
                 pipeText("51", "LOCKED", "牛奶", "11=1;21=0;31=0") + entityText("LINE", "42", "BAD", line) +
                 entityText("LINE", "43", "ONE", line) + entityText("LINE", "44", "TWO", line) +
                 entityText("LINE", "45", "ICE1", line) + entityText("LINE", "46", "ICE2", line) +
-                entityText("LINE", "47", "SEEN", line) + pipeText("50", "0", "牛奶", "11=1;21=0;31=0") +
-                "0=ENDSEC;0=EOF"));
+                entityText("LINE", "47", "SEEN", line) + entityText("LINE", "48", "0", "6=DASH;" + line) +
+                entityText("LINE", "49", "给排-污水-立管", line) + entityText("LINE", "4A", "LOST", line) +
+                entityText("TEXT", "4B", "0", "100=AcDbText;10=0;20=0;40=3;1=a;7=FANCY") +
+                pipeText("50", "0", "牛奶", "11=1;21=0;31=0") + "0=ENDSEC;0=EOF"));
     place.write("map.csv",
                 "LOCKED,TWO,layer\nBAD,bad|na*me,layer\nONE,TWO,layer\nTWO,给排-污水-管线,layer\n"
                 "ICE*,给排-雨水-管线,layer\nSEEN,OFF,layer\n*,污水,system\n牛*,雨水,system\nWALL,ByLayer,"
-                "linetype\nCont*,没有,linetype\n*,J,linetype\n");
+                "linetype\nHID,ByLayer,linetype\nDASH,BYBLOCK,linetype\nFANCY,没有,textstyle\nTYPO*,TWO,layer\n"
+                "给排-污水-立管,给排-污水-立管,layer\nLOST,LOST,layer\nCont*,没有,linetype\n*,J,linetype\n");
     EXPECT_NE(place.run({"--check", "plan.dxf"}).out.find("牛奶: 3 objects (31, 51, 50)\n"), std::string::npos);
     const Outcome shown = place.run({"--repair", "map.csv", "--dry-run", "plan.dxf"});
     const std::string report =
@@ -101,24 +123,31 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
         "layer ICE2 renamed 给排-雨水-管线 (1 object)\n"
         "objects of layer SEEN moved to OFF, which is frozen or off (1 object)\n"
         "objects of layer ICE1 moved to 给排-雨水-管线 (1 object)\n"
+        "layer 给排-污水-立管 made (1 object)\n"
+        "linetype DASH replaced by BYBLOCK (1 object)\n"
         "linetype WALL replaced by ByLayer (1 object)\n"
         "pipes of * given the system 污水 (2 objects)\n"
+        "left as it is: linetype HID of layer HIDDEN; ByLayer is for objects alone\n"
         "not done: objects of layer LOCKED moved to TWO: the layer is locked\n"
         "not done: layer BAD renamed bad|na*me: the drawing does not take the name\n"
+        "not done: layer LOST made: neither the drawing nor the standard has it\n"
         "not done: linetype Continuous replaced by 没有: neither the drawing nor linetype.dbf has it\n"
+        "not done: texts in FANCY written in 没有: neither the drawing nor the standard has it\n"
         "not done: pipes of * given the system 污水, 1 object of layer LOCKED (51): the layer is locked\n"
-        "not done: 1 object of layer LOCKED (41): the layer is locked\n";
+        "not done: 1 object of layer LOCKED (41): the layer is locked\n" +
+        place.path("map.csv").string() + ":13: nothing in the drawing fits \"TYPO*\"\n";
     const auto withoutProperties = [](std::string text) {
         for (std::size_t at; (at = text.find("layer 给排-雨水-管线: ")) != std::string::npos;)
             text.erase(at, text.find('\n', at) + 1 - at);
         return text;
     };
-    EXPECT_EQ(withoutProperties(shown.out), report + "8 changes; shown only, nothing was changed\n");
+    EXPECT_EQ(withoutProperties(shown.out), report + "10 changes; shown only, nothing was changed\n");
     const Outcome mended = place.run({"--repair", "map.csv", "plan.dxf", "-o", "mended.dxf"});
-    EXPECT_EQ(withoutProperties(mended.out), report + "8 changes\n");
+    EXPECT_EQ(withoutProperties(mended.out), report + "10 changes\n");
     const std::string differences = compared(place, "plan.dxf", "mended.dxf");
-    for (const char* moved : {"LINE 43: 8: ONE > TWO\n", "LINE 44: 8: TWO > 给排-污水-管线\n",
-                              "QRS_PIPE 31: 1: 牛奶 > 污水\n", "QRS_PIPE 50: 1: 牛奶 > 污水\n"})
+    for (const char* moved :
+         {"LINE 43: 8: ONE > TWO\n", "LINE 44: 8: TWO > 给排-污水-管线\n", "LINE 48: 6: DASH > BYBLOCK\n",
+          "QRS_PIPE 31: 1: 牛奶 > 污水\n", "QRS_PIPE 50: 1: 牛奶 > 污水\n"})
         EXPECT_NE(differences.find(moved), std::string::npos) << moved << differences;
 }
 
