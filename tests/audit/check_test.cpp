@@ -21,6 +21,9 @@ error     Objects with a linetype that the drawing does not have [linetype-missi
 error     Texts in a style that the drawing does not have [textstyle-missing]
           To do: make the style, or give the texts another.
           GONE-STYLE: 1 object (46)
+error     Dimensions in a style that the drawing does not have [dimstyle-missing]
+          To do: make the style, or give the dimensions another.
+          GONE-DIM: 1 object (34)
 error     Pipes of a system that the standard does not have [pipe-system-unknown]
           To do: give the pipes a system of the standard.
           牛奶: 1 object (52)
@@ -100,7 +103,7 @@ note      Linetypes that nothing is drawn with [linetype-unused]
 note      Text styles that nothing is written in [textstyle-unused]
           To do: purge the style if nobody needs it.
           给排-管径
-5 errors, 18 warnings, 6 notes
+6 errors, 18 warnings, 6 notes
 )";
 
 // A report with the standard's name alone: its folder is the machine's.
@@ -125,18 +128,20 @@ TEST(Check, TellsEveryKindOfFault) {
     const Outcome checked = place.run({"--check", "faulty.dxf"});
     EXPECT_EQ(withoutFolder(checked.out), kReport);
     EXPECT_EQ(checked.code, 1);
-    EXPECT_EQ(checked.error, "qrsconsole: 5 findings are errors\n");
+    EXPECT_EQ(checked.error, "qrsconsole: 6 findings are errors\n");
 }
 
 TEST(Check, WeighsRulesAndKnowsWhatWasAccepted) {
     const Workplace place;
     place.write("faulty.dxf", faultyDrawing());
     const std::string off =
-        "layer-missing,off\nlinetype-missing,note\ntextstyle-missing,off\npipe-layer,off\npipe-system-unknown,"
+        "layer-missing,off\nlinetype-missing,note\ntextstyle-missing,off\ndimstyle-missing,off\npipe-layer,off\npipe-"
+        "system-unknown,"
         "warning\n";
     const Case cases[] = {
         {"rules.csv", off.c_str(), {"--rules", "rules.csv"}, 0, "\n0 errors, 19 warnings, 7 notes\n"},
         {"rules.csv", "# none\n\nlayer-absent , error\n", {"--rules", "rules.csv"}, 1, "          给排-污水-管线\n"},
+        {"rules.csv", "textstyle-absent,error\n", {"--rules", "rules.csv"}, 1, "          给排-标注\n"},
         {"rules.csv", "linetype-absent,error\n", {"--rules", "rules.csv"}, 1, "          CENTER\n"},
         {"rules.csv",
          "own-color,off\nlayer-lost,off\n",
@@ -158,7 +163,7 @@ TEST(Check, WeighsRulesAndKnowsWhatWasAccepted) {
          "layer-foreign,TE*,\"agreed, until May\"\nown-color,X,y\n",
          {},
          1,
-         "faulty.dxf.accepted:2: own-color, X\n5 errors, 17 warnings, 6 notes; 1 accepted\n"},
+         "faulty.dxf.accepted:2: own-color, X\n6 errors, 17 warnings, 6 notes; 1 accepted\n"},
         // Of several findings of a system each one is accepted by itself, however the report spells it.
         {"faulty.dxf.accepted", "riser-serial-doubled,\"生活给水, serial 1\",y\n", {}, 1, "; 1 accepted\n"},
         {"faulty.dxf.accepted", "riser-serial-doubled,\"生活给水, 编号 1\",y\n", {}, 1, "; 1 accepted\n"},
@@ -198,7 +203,7 @@ TEST(Check, TellsProgramsOfEachDrawing) {
     EXPECT_EQ(checked.out, "");
     const nlohmann::json drawings = nlohmann::json::parse(place.read("report.json"))["drawings"];
     ASSERT_EQ(drawings.size(), 3u);
-    EXPECT_EQ(drawings[0]["errors"], 5);
+    EXPECT_EQ(drawings[0]["errors"], 6);
     const nlohmann::json& accepted = drawings[0]["findings"].back();
     EXPECT_EQ(accepted["accepted"], "known");
     EXPECT_EQ(accepted["differences"][1],
@@ -218,7 +223,7 @@ TEST(Check, OnePageSumsUpDrawings) {
     // The worst first: what could not be read, then errors.
     std::size_t at = 0;
     for (const char* part :
-         {"gone.dxf</a></td><td colspan=\"4\"", "faulty.dxf</a></td><td class=\"number\">5<",
+         {"gone.dxf</a></td><td colspan=\"4\"", "faulty.dxf</a></td><td class=\"number\">6<",
           "pipes.dxf</a></td><td class=\"number\">0<", "<caption>Rules", "<code>layer-missing</code>",
           "<td>height</td><td>5</td><td>3</td>", "accepted: &lt;b&gt;known", "</html>"}) {
         const std::size_t found = page.out.find(part, at);
@@ -243,7 +248,7 @@ TEST(Check, OfSeveralDrawingsEndsWithTheGravestOutcome) {
         const char* said;
     } cases[] = {
         {{"--check", "pipes.dxf", "gone.dxf"}, 3, "qrsconsole: not checked: "},
-        {{"--check", "gone.dxf", "faulty.dxf"}, 1, "\nqrsconsole: 5 findings are errors\n"},
+        {{"--check", "gone.dxf", "faulty.dxf"}, 1, "\nqrsconsole: 6 findings are errors\n"},
         {{"--pipes", "pipes.dxf", "gone.dxf"}, 3, "qrsconsole: not read: "},
         // DWG drawings become others on the way; what lies beside them counts.
         {{"--check", "pipes.dxf", "house.dwg"}, 3, "save it as DXF, or name a converter"},

@@ -1,6 +1,8 @@
 // Repairs of a drawing, and what pipes it holds.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
 #include "faulty.h"
@@ -12,6 +14,36 @@ namespace {
 constexpr const char* kMended[] = {"[layer-different]",     "[layer-old-name]", "[layer-case]",
                                    "[textstyle-different]", "[textstyle-case]", "[linetype-case]",
                                    "[linetype-different]",  "[pipe-system-old]"};
+
+constexpr const char* kMendedChanges =
+    R"($HANDSEED: 5: FFF > 1001
+TABLE "LTYPE": 70: 9 > 10
+LTYPE 11 "HIDDEN": 3:  > 隐藏线
+LTYPE 11 "HIDDEN": 40: 10 > 9.525
+LTYPE 11 "HIDDEN": 49: 5 > 6.35
+LTYPE 11 "HIDDEN": 49: -5 > -3.175
+LTYPE 12 "Dashed": 2: Dashed > DASHED
+LTYPE 1000 "J": only in the second
+LAYER "给排-生活给水-管线": 62: 1 > 3
+LAYER "给排-生活给水-管线": 6: HIDDEN > J
+LAYER "给排-生活给水-管线": 290: 0 > 1
+LAYER "给水立管": 2: 给水立管 > 给排-生活给水-立管
+LAYER "给水立管": 370: (none) > 50
+LAYER "给排-bim-井": 2: 给排-bim-井 > 给排-BIM-井
+TABLE "STYLE": 70: 9 > 10
+STYLE 21 "给排-管径": 40: 5 > 3.0
+STYLE 21 "给排-管径": 3: GBENOR > gbenor.shx
+STYLE FFF "文字线形": only in the second
+LINE 42: 8: 给水立管 > 给排-生活给水-立管
+QRS_PIPE 50: 160: (none) > 92
+QRS_PIPE 50: 310: (none) > )"
+    "5C000000030000000C0000000E000000030000000C00000017000000320000003C00000006000000"
+    "02000000000000000000000000000000000000000000000000000000000000000070A74000000000"
+    "000000000000000000000000"
+    R"(
+QRS_PIPE 50: 1: 给水 > 生活给水
+QRS_PIPE 50: 90: 0 > 1
+)";
 
 // What the drawings differ in, a line each.
 std::string compared(const Workplace& place, const std::string& before, const std::string& after) {
@@ -48,12 +80,12 @@ TEST(Repair, MendsWhatHasOneAnswerAndNothingElse) {
 
     const Outcome mended = place.run({"--repair", "auto", "faulty.dxf", "-o", "mended.dxf"});
     EXPECT_EQ(mended.code, 0) << mended.error;
-    // The linetype comes with its text style; nothing goes.
-    EXPECT_EQ(compared(place, "faulty.dxf", "mended.dxf").find("only in the first"), std::string::npos);
+    // The linetype comes with its text style; nothing goes, and nothing else changes.
+    EXPECT_EQ(compared(place, "faulty.dxf", "mended.dxf"), kMendedChanges);
     const std::string report = place.run({"--check", "mended.dxf"}).out;
     for (const char* rule : kMended)
         EXPECT_EQ(report.find(rule), std::string::npos) << rule << report;
-    EXPECT_NE(report.find("5 errors, 13 warnings, 5 notes\n"), std::string::npos) << report;
+    EXPECT_NE(report.find("6 errors, 13 warnings, 5 notes\n"), std::string::npos) << report;
     EXPECT_EQ(place.run({"--repair", "auto", "--dry-run", "mended.dxf"}).out,
               "0 changes; shown only, nothing was changed\n");
 
@@ -134,16 +166,19 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
         "not done: linetype Continuous replaced by 没有: neither the drawing nor linetype.dbf has it\n"
         "not done: texts in FANCY written in 没有: neither the drawing nor the standard has it\n"
         "not done: pipes of * given the system 污水, 1 object of layer LOCKED (51): the layer is locked\n"
-        "not done: 1 object of layer LOCKED (41): the layer is locked\n" +
-        place.path("map.csv").string() + ":13: nothing in the drawing fits \"TYPO*\"\n";
-    const auto withoutProperties = [](std::string text) {
+        "not done: 1 object of layer LOCKED (41): the layer is locked\n"
+        "map.csv:13: nothing in the drawing fits \"TYPO*\"\n";
+    const auto withoutPropertiesAndFolder = [](std::string text) {
         for (std::size_t at; (at = text.find("layer 给排-雨水-管线: ")) != std::string::npos;)
             text.erase(at, text.find('\n', at) + 1 - at);
+        const std::size_t file = std::min(text.find("map.csv:"), text.size());
+        const std::size_t folder = text.rfind('\n', file) + 1;
+        text.erase(folder, file - folder);
         return text;
     };
-    EXPECT_EQ(withoutProperties(shown.out), report + "10 changes; shown only, nothing was changed\n");
+    EXPECT_EQ(withoutPropertiesAndFolder(shown.out), report + "10 changes; shown only, nothing was changed\n");
     const Outcome mended = place.run({"--repair", "map.csv", "plan.dxf", "-o", "mended.dxf"});
-    EXPECT_EQ(withoutProperties(mended.out), report + "10 changes\n");
+    EXPECT_EQ(withoutPropertiesAndFolder(mended.out), report + "10 changes\n");
     const std::string differences = compared(place, "plan.dxf", "mended.dxf");
     for (const char* moved :
          {"LINE 43: 8: ONE > TWO\n", "LINE 44: 8: TWO > 给排-污水-管线\n", "LINE 48: 6: DASH > BYBLOCK\n",
@@ -152,7 +187,7 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
 }
 
 // A typeface of the standard that is not installed is no font file.
-TEST(Repair, LeavesTheFontWhereTheTypefaceIsNotInstalled) {
+TEST(Repair, LeavesTheFontWhereTheTypefaceIsNotInstalledAndMendsCapitals) {
     const Workplace place;
     std::filesystem::copy(std::filesystem::path(QRS_SOURCE_DIR) / "data", place.path("system"));
     std::string standard = place.read("system/pwx.qdsl");
@@ -160,12 +195,20 @@ TEST(Repair, LeavesTheFontWhereTheTypefaceIsNotInstalled) {
     standard.replace(standard.find(fonts), fonts.size(), ">没有的字体</ChineseFont>");
     standard.replace(standard.find(english), english.size(), "></EnglishFont>");
     standard.replace(standard.find(flag), flag.size(), ">1</WinFont>");
+    const std::string well = "文字样式名\">给排-井<";
+    standard.replace(standard.find(well), well.size(), "文字样式名\">Fancy<");
     place.write("system/pwx.qdsl", standard);
     place.write("faulty.dxf", faultyDrawing());
+    EXPECT_NE(
+        place.run({"--system", "system", "--check", "faulty.dxf"}).out.find("FANCY, spelled Fancy: 1 object (45)\n"),
+        std::string::npos);
     const Outcome mended = place.run({"--system", "system", "--repair", "auto", "faulty.dxf", "-o", "mended.dxf"});
     EXPECT_NE(mended.out.find("text style 给排-管径: height 5 -> 3\n"), std::string::npos)
         << mended.out << mended.error;
     const std::string differences = compared(place, "faulty.dxf", "mended.dxf");
+    EXPECT_NE(differences.find("STYLE 20 \"FANCY\": 2: FANCY > Fancy"), std::string::npos) << differences;
+    EXPECT_EQ(place.run({"--system", "system", "--check", "mended.dxf"}).out.find("[textstyle-case]"),
+              std::string::npos);
     EXPECT_NE(differences.find("STYLE 21 \"给排-管径\": 40: 5 > 3"), std::string::npos) << differences;
     EXPECT_EQ(differences.find("STYLE 21 \"给排-管径\": 3:"), std::string::npos) << differences;
 }
@@ -214,6 +257,55 @@ TEST(Repair, FollowsAFileOfMappings) {
         EXPECT_NE(refused.error.find(said), std::string::npos) << refused.error;
     }
     EXPECT_EQ(place.read("faulty.dxf"), faultyDrawing());
+}
+
+// What a pipeline sees: exit codes, and files that are written or not.
+TEST(Repair, AndCheckOfSeveralFilesEndAsAPipelineNeeds) {
+    const auto referring = [](const char* name) {
+        return dxfText(
+            std::string("0=SECTION;2=HEADER;9=$ACADVER;1=AC1024;0=ENDSEC;0=SECTION;2=BLOCKS;0=BLOCK;5=30;8=0;"
+                        "2=R;70=4;10=0;20=0;3=R;1=") +
+            name + ";0=ENDBLK;5=32;8=0;0=ENDSEC;0=SECTION;2=ENTITIES;" +
+            entityText("POINT", "40", "0", "100=AcDbPoint;10=0;20=0") + "0=ENDSEC;0=EOF");
+    };
+    const Workplace place;
+    place.write("faulty.dxf", faultyDrawing());
+    place.example("pipes.dxf");
+    place.write("map.csv", "HIDDEN,没有,linetype\ntemp,给排-污水-管线,layer\n");
+    place.write("a.dxf", referring("b.dxf"));
+    place.write("b.dxf", referring("a.dxf"));
+    place.write("c.dxf", referring("gone.dxf"));
+    const struct {
+        std::vector<std::string> arguments;
+        int code;
+        const char* said;
+        const char* file;
+        bool isWritten;
+    } cases[] = {
+        {{"--repair", "map.csv", "faulty.dxf", "-o", "left.dxf"}, 0, "not done: linetype HIDDEN", "left.dxf", true},
+        {{"--repair", "map.csv", "--strict", "faulty.dxf", "-o", "strict.dxf"},
+         1,
+         "not done: linetype HIDDEN",
+         "strict.dxf",
+         false},
+        {{"--repair", "auto", "faulty.dxf", "pipes.dxf", "-o", "mended/"}, 0, "8 changes\n", "mended/faulty.dxf", true},
+        {{"--repair", "auto", "pipes.dxf", "-o", "mended/"}, 0, "0 changes\n", "mended/pipes.dxf", true},
+        {{"--check", "--references", "c.dxf", "--to", "c.txt"}, 3, "gone.dxf", "c.txt", true},
+        {{"--check", "--references", "a.dxf", "--to", "a.txt"}, 0, "", "a.txt", true},
+    };
+    for (const auto& one : cases) {
+        const Outcome ended = place.run(one.arguments);
+        EXPECT_EQ(ended.code, one.code) << ended.out << ended.error;
+        EXPECT_NE((ended.out + ended.error).find(one.said), std::string::npos) << ended.out << ended.error;
+        EXPECT_EQ(place.has(one.file), one.isWritten) << one.file;
+    }
+    // Drawings that refer to each other are each told once.
+    const std::string report = place.read("a.txt");
+    for (const char* name : {"a.dxf against", "b.dxf against"}) {
+        const std::size_t at = report.find(name);
+        ASSERT_NE(at, std::string::npos) << report;
+        EXPECT_EQ(report.find(name, at + 1), std::string::npos) << report;
+    }
 }
 
 TEST(Pipes, AreSummedUpBySystemSizeAndSerial) {
