@@ -8,6 +8,7 @@
 #include "drawings.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "inlanguage.h"
 #include "prompts.h"
 #include "qrs_drawings.h"
 #include "report.h"
@@ -23,20 +24,6 @@ struct Format {
 };
 constexpr Format kFormats[] = {
     {L"Text", &textReport, false}, {L"Json", &jsonReport, true}, {L"Html", &htmlReport, false}};
-
-// What programs read is the same for every user.
-class EnglishForPrograms {
-  public:
-    explicit EnglishForPrograms(bool isForPrograms) : before_(platform::language()) {
-        if (isForPrograms) platform::setLanguage(platform::Language::English);
-    }
-    ~EnglishForPrograms() { platform::setLanguage(before_); }
-    EnglishForPrograms(const EnglishForPrograms&) = delete;
-    EnglishForPrograms& operator=(const EnglishForPrograms&) = delete;
-
-  private:
-    platform::Language before_;
-};
 
 // The answers to the command's prompts.
 struct Request {
@@ -166,7 +153,7 @@ void checkStandard() {
     Checking checking(request);
     std::string report;
     {
-        const EnglishForPrograms english(kFormats[request.format].isForPrograms);
+        const InLanguage language(languageOfReport(kFormats[request.format].isForPrograms));
         if (!checking.run()) return;
         report = kFormats[request.format].report(checking.results());
     }

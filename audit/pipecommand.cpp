@@ -4,6 +4,7 @@
 #include "drawings.h"
 #include "host/platform/codepage.h"
 #include "host/platform/language.h"
+#include "inlanguage.h"
 #include "pipetotals.h"
 #include "prompts.h"
 #include "qrs_drawings.h"
@@ -16,8 +17,9 @@ namespace {
 struct Format {
     const wchar_t* word;
     std::string (*report)(const PipeReport& report);
+    bool isForPrograms;
 };
-constexpr Format kFormats[] = {{L"Text", &textPipes}, {L"Csv", &csvPipes}, {L"Json", &jsonPipes}};
+constexpr Format kFormats[] = {{L"Text", &textPipes, false}, {L"Csv", &csvPipes, true}, {L"Json", &jsonPipes, true}};
 
 PipeTotals& add(const std::filesystem::path& file, PipeReport& report) {
     report.emplace_back();
@@ -54,8 +56,13 @@ void reportPipes() {
         sumUp(DrawingFacts(*current), add(own, report));
     }
     if (!isFree(file, drawings)) return;
-    addFiles(drawings, report);
-    if (!deliver(kFormats[format].report(report), file)) return;
+    std::string text;
+    {
+        const InLanguage language(languageOfReport(kFormats[format].isForPrograms));
+        addFiles(drawings, report);
+        text = kFormats[format].report(report);
+    }
+    if (!deliver(text, file)) return;
     for (const PipeTotals& pipes : report)
         if (!pipes.unreadable.empty())
             failReading(platform::translated(L"not read: %1", platform::fromUtf8(pipes.unreadable)));

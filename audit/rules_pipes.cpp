@@ -3,6 +3,7 @@
 #include <tuple>
 #include <utility>
 
+#include "inlanguage.h"
 #include "PipeSystemTool.h"
 #include "rules.h"
 
@@ -34,12 +35,10 @@ template <class... Parts>
 void add(std::wstring_view system, const Tally& objects, Findings& findings, const wchar_t* detail,
          const Parts&... parts) {
     findings.emplace_back(std::wstring(system), objects, platform::translated(detail, parts...));
-    const platform::Language language = platform::language();
     for (const platform::Language one : {platform::Language::English, platform::Language::Chinese}) {
-        platform::setLanguage(one);
+        const InLanguage language(one);
         findings.back().names.push_back(std::wstring(system) + L", " + platform::translated(detail, parts...));
     }
-    platform::setLanguage(language);
 }
 
 }  // namespace

@@ -337,6 +337,8 @@ TEST(Pipes, AreSummedUpBySystemSizeAndSerial) {
               std::string::npos);
     const Outcome json = place.run({"--pipes", "--form", "json", "pipes.dxf", "gone.dxf"});
     EXPECT_EQ(json.code, 3);
+    // In one language whatever the user's is.
+    EXPECT_EQ(place.run({"--language", "zh", "--pipes", "--form", "json", "pipes.dxf", "gone.dxf"}).out, json.out);
     const nlohmann::json drawings = nlohmann::json::parse(json.out)["drawings"];
     EXPECT_EQ(drawings[0]["all"]["length"], 7001.0);
     EXPECT_EQ(drawings[0]["all"]["wells"], 3);
