@@ -39,6 +39,8 @@ constexpr platform::Translation kRows[] = {
     {"All systems (%1), lengths in drawing units", "全部系统（%1 个），长度以图形单位计"},
     {"%1 well of these at no pipe", "其中 %1 口井不在管线上"},
     {"%1 wells of these at no pipe", "其中 %1 口井不在管线上"},
+    {"%1 attachment of these at no pipe", "其中 %1 个附件不在管线上"},
+    {"%1 attachments of these at no pipe", "其中 %1 个附件不在管线上"},
     {"\nDrawing <the current one>: ", "\n图形 <当前图形>: "},
     {"\nAnother drawing <no more>: ", "\n另一张图形 <没有了>: "},
     {"it cannot be opened", "不能打开"},

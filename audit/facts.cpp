@@ -20,6 +20,7 @@ namespace {
 
 constexpr std::string_view kPipe = "QRS_PIPE";
 constexpr std::string_view kNode = "QRS_PIPENODE";
+constexpr std::string_view kAttachment = "QRS_PIPEATTACHMENT";
 constexpr const ACHAR* kSerial = L"PIPE-SERIAL";
 constexpr const ACHAR* kBuilding = L"BUILDING-SERIAL";
 constexpr const ACHAR* kDiameter = L"PIPE-DN";
@@ -221,7 +222,9 @@ void DrawingFacts::readEntities() {
         if (look.space == TEntityLook::kModel && !look.isPart && layerName == L"0") onLayerZero.add(look.id);
         if (look.typeName == kPipe) readPipe(look, layerName);
         // What lies in a block is drawn as often as the block, or never.
-        if (look.space == TEntityLook::kModel && look.typeName == kNode && IsWell(look.id)) wells.push_back(look.id);
+        if (look.space != TEntityLook::kModel) continue;
+        if (look.typeName == kNode && IsWell(look.id)) wells.push_back(look.id);
+        if (look.typeName == kAttachment) attachments.push_back(look.id);
     }
 }
 
@@ -243,11 +246,12 @@ void DrawingFacts::readPipe(const TEntityLook& look, std::wstring_view layer) {
     facts.endNode = pipe->GetEndNode();
     const TPipeCurve curve = pipe->GetCurve();
     facts.length = curve.Length();
-    facts.isRiser = curve.IsVertical();
-    AcDbObjectIdArray attachments;
-    pipe->GetAttachments(attachments);
-    facts.attachments = attachments.length();
-    (look.space == TEntityLook::kModel ? pipes : pipesElsewhere).push_back(facts);
+    // A pipe of no length stands nowhere.
+    facts.isRiser = curve.IsVertical() && curve.start.z != curve.end.z;
+    AcDbObjectIdArray following;
+    pipe->GetAttachments(following);
+    facts.attachments.assign(following.begin(), following.end());
+    (look.space == TEntityLook::kModel ? pipes : pipesElsewhere).push_back(std::move(facts));
 }
 
 // What no entity names may be needed by layers, styles, dictionaries.

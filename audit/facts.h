@@ -82,8 +82,8 @@ struct PipeFacts {
     double length = 0.0;
     bool isRiser = false;
     bool isInBlock = false;
-    int attachments = 0;
     AcDbObjectId startNode, endNode;
+    std::vector<AcDbObjectId> attachments;
 };
 
 class DrawingFacts {
@@ -98,9 +98,9 @@ class DrawingFacts {
     std::vector<RecordFacts> linetypes;
     std::vector<TextStyleFacts> textStyles;
     std::vector<DimStyleFacts> dimStyles;
-    std::vector<PipeFacts> pipes;           // of model space, as are the wells
+    std::vector<PipeFacts> pipes;           // of model space, as are the wells and the attachments
     std::vector<PipeFacts> pipesElsewhere;  // of blocks and paper space
-    std::vector<AcDbObjectId> wells;
+    std::vector<AcDbObjectId> wells, attachments;
     Tally onLayerZero;  // of model space
     // What objects name and the tables lack.
     ByName<Tally> missingLayers, missingLinetypes, missingTextStyles, missingDimStyles;

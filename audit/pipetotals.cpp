@@ -33,7 +33,6 @@ bool comesBefore(const RiserTotals& a, const RiserTotals& b) {
 }
 
 void add(const PipeFacts& pipe, SystemTotals& system) {
-    system.attachments += static_cast<std::uint64_t>(pipe.attachments);
     if (!pipe.isRiser) {
         system.pipes.add(pipe.length);
         system.bySize[{std::wstring(pipe.diameter), std::wstring(pipe.material)}].add(pipe.length);
@@ -71,33 +70,59 @@ std::wstring pipesOf(const Length& length) {
 
 }  // namespace
 
+namespace {
+
+// Wells or attachments: what belongs to the pipes of a system, each once, and what belongs to none.
+class Belongings {
+  public:
+    explicit Belongings(const std::vector<AcDbObjectId>& all) : all_(all.begin(), all.end()) {}
+
+    void add(std::wstring_view system, AcDbObjectId id) {
+        if (all_.count(id) == 0) return;
+        bySystem_[system].insert(id);
+        reached_.insert(id);
+    }
+    std::uint64_t of(std::wstring_view system) const {
+        const auto found = bySystem_.find(system);
+        return found != bySystem_.end() ? found->second.size() : 0;
+    }
+    // One that two systems share is one.
+    std::uint64_t all() const { return all_.size(); }
+    std::uint64_t lone() const { return all_.size() - reached_.size(); }
+
+  private:
+    std::set<AcDbObjectId> all_, reached_;
+    std::map<std::wstring_view, std::set<AcDbObjectId>> bySystem_;
+};
+
+}  // namespace
+
 void sumUp(const DrawingFacts& facts, PipeTotals& totals) {
     std::map<std::wstring_view, SystemTotals> systems;
-    std::map<std::wstring_view, std::set<AcDbObjectId>> wellsOf;
-    const std::set<AcDbObjectId> wells(facts.wells.begin(), facts.wells.end());
-    std::set<AcDbObjectId> reached;
+    Belongings wells(facts.wells);
+    Belongings attachments(facts.attachments);
     for (const PipeFacts& pipe : facts.pipes) {
         add(pipe, systems[pipe.system]);
-        for (const AcDbObjectId& node : {pipe.startNode, pipe.endNode}) {
-            if (wells.count(node) == 0) continue;
-            wellsOf[pipe.system].insert(node);
-            reached.insert(node);
-        }
+        wells.add(pipe.system, pipe.startNode);
+        wells.add(pipe.system, pipe.endNode);
+        for (const AcDbObjectId& attachment : pipe.attachments)
+            attachments.add(pipe.system, attachment);
     }
     for (auto& [name, system] : systems) {
         system.name = name;
-        system.wells = wellsOf[name].size();
+        system.wells = wells.of(name);
+        system.attachments = attachments.of(name);
         std::sort(system.risers.begin(), system.risers.end(), &comesBefore);
         totals.all.pipes.add(system.pipes);
         for (const auto& [size, length] : system.bySize)
             totals.all.bySize[size].add(length);
         totals.all.riserLength.add(system.riserLength);
-        totals.all.attachments += system.attachments;
         totals.systems.push_back(std::move(system));
     }
-    // A well that two systems meet at is one.
-    totals.all.wells = wells.size();
-    totals.loneWells = wells.size() - reached.size();
+    totals.all.wells = wells.all();
+    totals.loneWells = wells.lone();
+    totals.all.attachments = attachments.all();
+    totals.loneAttachments = attachments.lone();
 }
 
 // --- text
@@ -155,6 +180,11 @@ std::string textPipes(const PipeReport& report) {
                     countedText(totals.loneWells, platform::untranslated(L"%1 well of these at no pipe"),
                                 platform::untranslated(L"%1 wells of these at no pipe")) +
                     L"\n";
+        if (totals.loneAttachments > 0)
+            text += L"  " +
+                    countedText(totals.loneAttachments, platform::untranslated(L"%1 attachment of these at no pipe"),
+                                platform::untranslated(L"%1 attachments of these at no pipe")) +
+                    L"\n";
     }
     return utf8(text);
 }
@@ -176,7 +206,7 @@ class Table {
         addCount(system.name, L"well", system.wells);
         addCount(system.name, L"attachment", system.attachments);
     }
-    // Of all systems, which these rows leave empty: a well that two of them meet at is one.
+    // Of all systems, which these rows leave empty: what two of them share is one.
     void add(const PipeTotals& totals) {
         const SystemTotals& all = totals.all;
         row({L"", L"all-pipes", L"", L"", L"", L""}, all.pipes.pipes, lengthText(all.pipes.length));
@@ -184,6 +214,7 @@ class Table {
         addCount(L"", L"all-wells", all.wells);
         addCount(L"", L"wells-at-no-pipe", totals.loneWells);
         addCount(L"", L"all-attachments", all.attachments);
+        addCount(L"", L"attachments-at-no-pipe", totals.loneAttachments);
     }
     void addUnreadable() { addCount(L"", L"unreadable", 1); }
     const std::wstring& text() const { return text_; }
@@ -266,6 +297,7 @@ std::string jsonPipes(const PipeReport& report) {
         }
         drawing["all"] = jsonOf(totals.all);
         drawing["wellsAtNoPipe"] = totals.loneWells;
+        drawing["attachmentsAtNoPipe"] = totals.loneAttachments;
         json["drawings"].push_back(std::move(drawing));
     }
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";

@@ -37,8 +37,8 @@ struct SystemTotals {
     std::map<std::pair<std::wstring, std::wstring>, Length> bySize;
     std::vector<RiserTotals> risers;  // by building, then in the order of serials
     Length riserLength;
-    std::uint64_t wells = 0;  // at the ends of its pipes, each once
-    std::uint64_t attachments = 0;
+    std::uint64_t wells = 0;        // at the ends of its pipes, each once
+    std::uint64_t attachments = 0;  // of its pipes, each once
 };
 
 struct PipeTotals {
@@ -47,7 +47,8 @@ struct PipeTotals {
     std::string unreadable;             // why nothing is known; empty when it is
     std::vector<SystemTotals> systems;  // by name
     SystemTotals all;
-    std::uint64_t loneWells = 0;  // that no pipe ends at
+    std::uint64_t loneWells = 0;        // that no pipe ends at
+    std::uint64_t loneAttachments = 0;  // that no pipe has
 };
 
 void sumUp(const DrawingFacts& facts, PipeTotals& totals);

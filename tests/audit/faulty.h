@@ -20,9 +20,10 @@ inline std::string entityText(const std::string& type, const std::string& handle
 
 // A pipe of a system, from the origin to 3000,0,height; what it bears follows.
 inline std::string pipeText(const std::string& handle, const std::string& layer, const std::string& system,
-                            const std::string& end, const std::string& rest = "") {
-    return entityText("QRS_PIPE", handle, layer,
-                      "100=TDbPipePrototype;1=" + system + ";90=0;100=TDbPipe;70=0;10=0;20=0;30=0;" + end + rest);
+                            const std::string& end, const std::string& rest = "", const std::string& attachments = "") {
+    return entityText(
+        "QRS_PIPE", handle, layer,
+        "100=TDbPipePrototype;1=" + system + ";90=0;" + attachments + "100=TDbPipe;70=0;10=0;20=0;30=0;" + end + rest);
 }
 
 inline std::string faultyDrawing(const std::string& version = "AC1024") {

@@ -312,14 +312,19 @@ TEST(Pipes, AreSummedUpBySystemSizeAndSerial) {
     const Workplace place;
     const std::string marks = ";1001=PIPE-DN;1000=DN100;1001=PIPE-MATERIAL;1000=\"PE\"";
     std::string drawing = "0=SECTION;2=HEADER;9=$ACADVER;1=AC1024;0=ENDSEC;0=SECTION;2=ENTITIES;";
-    drawing += pipeText("50", "0", "污水", "11=3000;21=0;31=0;331=60;332=61", marks) +
-               pipeText("51", "0", "污水", "11=0;21=4000;31=0;331=61;330=62") +
+    // Two pipes share an attachment; another one is at no pipe.
+    drawing += pipeText("50", "0", "污水", "11=3000;21=0;31=0;331=60;332=61", marks, "330=64;") +
+               pipeText("51", "0", "污水", "11=0;21=4000;31=0;331=61", "", "330=64;330=65;") +
                pipeText("52", "0", "污水", "11=0;21=0;31=900", ";1001=PIPE-SERIAL;1000=WL-2") +
                pipeText("53", "0", "给水", "11=1;21=0;31=0") +
+               // A pipe whose end is missing is no riser.
+               pipeText("55", "0", "给水", "42=0") +
                // Not in model space.
                entityText("QRS_PIPE", "54", "0", "67=1;100=TDbPipePrototype;1=污水;90=0;100=TDbPipe;70=0;10=0;11=1");
     for (const char* node : {"60", "61", "63"})
         drawing += entityText("QRS_PIPENODE", node, "0", "100=TDbPipeNode;10=0;20=0;30=0;70=1");
+    for (const char* attachment : {"64", "65", "66"})
+        drawing += entityText("QRS_PIPEATTACHMENT", attachment, "0", "100=TDbPipeAttachment;10=0;20=0;30=0;70=0");
     place.write("pipes.dxf", dxfText(drawing + "0=ENDSEC;0=EOF"));
     const Outcome table = place.run({"--pipes", "--form", "csv", "pipes.dxf"});
     EXPECT_EQ(table.code, 0) << table.error;
@@ -329,10 +334,10 @@ TEST(Pipes, AreSummedUpBySystemSizeAndSerial) {
     EXPECT_EQ(rows,
               "drawing,system,what,diameter,material,building,serial,count,length\n"
               ",污水,pipe,,,,,1,4000.0\n,污水,pipe,DN100,\"\"\"PE\"\"\",,,1,3000.0\n,污水,riser,,,,WL-2,1,900.0\n"
-              ",污水,well,,,,,2,\n,污水,attachment,,,,,0,\n,生活给水,pipe,,,,,1,1.0\n,生活给水,well,,,,,0,\n"
+              ",污水,well,,,,,2,\n,污水,attachment,,,,,2,\n,生活给水,pipe,,,,,2,1.0\n,生活给水,well,,,,,0,\n"
               ",生活给水,attachment,,,,,0,\n"
-              ",,all-pipes,,,,,3,7001.0\n,,all-risers,,,,,1,900.0\n,,all-wells,,,,,3,\n,,wells-at-no-pipe,,,,,1,\n"
-              ",,all-attachments,,,,,0,\n");
+              ",,all-pipes,,,,,4,7001.0\n,,all-risers,,,,,1,900.0\n,,all-wells,,,,,3,\n,,wells-at-no-pipe,,,,,1,\n"
+              ",,all-attachments,,,,,3,\n,,attachments-at-no-pipe,,,,,1,\n");
     EXPECT_NE(place.run({"--pipes", "--form", "csv", "pipes.dxf", "gone.dxf"}).out.find("gone.dxf,,unreadable,"),
               std::string::npos);
     const Outcome json = place.run({"--pipes", "--form", "json", "pipes.dxf", "gone.dxf"});
@@ -343,6 +348,7 @@ TEST(Pipes, AreSummedUpBySystemSizeAndSerial) {
     EXPECT_EQ(drawings[0]["all"]["length"], 7001.0);
     EXPECT_EQ(drawings[0]["all"]["wells"], 3);
     EXPECT_EQ(drawings[0]["wellsAtNoPipe"], 1);
+    EXPECT_EQ(drawings[0]["attachmentsAtNoPipe"], 1);
     EXPECT_TRUE(drawings[0]["systems"][0]["sizes"][0]["diameter"].is_null());
     EXPECT_NE(drawings[1]["unreadable"].get<std::string>().find("gone.dxf"), std::string::npos);
     const std::string text = place.run({"--pipes", "pipes.dxf"}).out;
