@@ -140,7 +140,7 @@ constexpr platform::Translation kRows[] = {
     {"make the lineweight by layer", "线宽改为随层"},
     {"Objects of model space on layer 0", "模型空间中 0 层上的对象"},
     {"move the objects to a layer of the standard", "把对象移到标准图层"},
-    {"Objects with a linetype that the drawing does not have", "对象的线型图形中没有"},
+    {"Objects or layers with a linetype that the drawing does not have", "对象或图层的线型图形中没有"},
     {"load the linetype, or give the objects another", "加载该线型，或给对象换线型"},
     {"Linetypes that are not in the standard", "标准中没有的线型"},
     {"use a linetype of the standard", "使用标准线型"},

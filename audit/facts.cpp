@@ -57,6 +57,7 @@ LayerFacts factsOf(const AcDbLayerTableRecord& record) {
     LayerFacts facts;
     facts.color = record.color();
     facts.linetype = nameOf<AcDbLinetypeTableRecord>(record.linetypeObjectId());
+    if (facts.linetype.empty()) facts.lostLinetype = LostLinetype(record.objectId());
     facts.lineWeight = record.lineWeight();
     facts.isPlottable = record.isPlottable();
     facts.isShown = !record.isOff() && !record.isFrozen();
@@ -177,6 +178,7 @@ std::wstring handleOf(AcDbObjectId id) {
 DrawingFacts::DrawingFacts(AcDbDatabase& of) : database(of) {
     readTables();
     readEntities();
+    findLostLinetypes();
     findUsed();
 }
 
@@ -252,6 +254,12 @@ void DrawingFacts::readPipe(const TEntityLook& look, std::wstring_view layer) {
     pipe->GetAttachments(following);
     facts.attachments.assign(following.begin(), following.end());
     (look.space == TEntityLook::kModel ? pipes : pipesElsewhere).push_back(std::move(facts));
+}
+
+// Layers name them without being objects that are counted.
+void DrawingFacts::findLostLinetypes() {
+    for (const LayerFacts& layer : layers)
+        if (!layer.isDependent() && !layer.lostLinetype.empty()) missingLinetypes[layer.lostLinetype];
 }
 
 // What no entity names may be needed by layers, styles, dictionaries.

@@ -53,7 +53,8 @@ struct RecordFacts {
 
 struct LayerFacts : RecordFacts {
     AcCmColor color;
-    std::wstring linetype;  // empty: the drawing lacks it
+    std::wstring linetype;      // empty: the drawing lacks it
+    std::wstring lostLinetype;  // the name of one that it lacks
     AcDb::LineWeight lineWeight = AcDb::kLnWtByLwDefault;
     bool isPlottable = true;
     bool isShown = true;  // neither off nor frozen
@@ -110,6 +111,7 @@ class DrawingFacts {
     void readTables();
     void readEntities();
     void readPipe(const TEntityLook& look, std::wstring_view layer);
+    void findLostLinetypes();
     void findUsed();
     std::wstring_view kept(std::wstring text);
 

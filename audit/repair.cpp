@@ -372,7 +372,7 @@ void Repair::planLinetypeMove(const std::wstring& from, const Tally& objects, co
     const bool isForObjects = isSameName(mapping->to, L"ByLayer") || isSameName(mapping->to, L"ByBlock");
     std::vector<const LayerFacts*> layers;
     for (const LayerFacts& layer : facts_.layers)
-        if (isSameName(layer.linetype, from)) layers.push_back(&layer);
+        if (isSameName(layer.linetype, from) || isSameName(layer.lostLinetype, from)) layers.push_back(&layer);
     if (isForObjects) {
         keepOnLayers(from, layers, mapping->to);
         layers.clear();

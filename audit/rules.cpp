@@ -42,7 +42,7 @@ const std::vector<Rule>& allRules() {
         {L"on-layer-0", Severity::Warning, platform::untranslated(L"Objects of model space on layer 0"),
          platform::untranslated(L"move the objects to a layer of the standard"), &findOnLayerZero},
         {L"linetype-missing", Severity::Error,
-         platform::untranslated(L"Objects with a linetype that the drawing does not have"),
+         platform::untranslated(L"Objects or layers with a linetype that the drawing does not have"),
          platform::untranslated(L"load the linetype, or give the objects another"), &findMissingLinetypes},
         {L"linetype-foreign", Severity::Warning, platform::untranslated(L"Linetypes that are not in the standard"),
          platform::untranslated(L"use a linetype of the standard"), &findForeignLinetypes},

@@ -152,7 +152,8 @@ std::wstring layersWith(const CheckedDrawing& drawing, std::wstring_view linetyp
     std::wstring names;
     std::size_t count = 0;
     for (const LayerFacts& layer : drawing.facts.layers) {
-        if (layer.isDependent() || !isSameName(layer.linetype, linetype)) continue;
+        const bool isOf = isSameName(layer.linetype, linetype) || isSameName(layer.lostLinetype, linetype);
+        if (layer.isDependent() || !isOf) continue;
         if (++count <= Tally::kShown) names += (count > 1 ? L", " : L"") + layer.name;
     }
     if (count == 0) return {};
@@ -162,7 +163,8 @@ std::wstring layersWith(const CheckedDrawing& drawing, std::wstring_view linetyp
 }  // namespace
 
 void findMissingLinetypes(const CheckedDrawing& drawing, Findings& findings) {
-    tellMissing(drawing.facts.missingLinetypes, isBuiltInLinetype, findings);
+    for (const auto& [name, objects] : drawing.facts.missingLinetypes)
+        if (!isBuiltInLinetype(name)) findings.emplace_back(name, objects, layersWith(drawing, name));
 }
 
 void findForeignLinetypes(const CheckedDrawing& drawing, Findings& findings) {

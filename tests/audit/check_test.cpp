@@ -15,7 +15,7 @@ Standard: pwx.qdsl
 error     Objects on a layer that the drawing does not have [layer-missing]
           To do: make the layer, or move the objects.
           GONE-LAYER: 1 object (43)
-error     Objects with a linetype that the drawing does not have [linetype-missing]
+error     Objects or layers with a linetype that the drawing does not have [linetype-missing]
           To do: load the linetype, or give the objects another.
           GONE-LINE: 1 object (41)
 error     Texts in a style that the drawing does not have [textstyle-missing]

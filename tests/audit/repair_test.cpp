@@ -131,7 +131,7 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
                 tableText("LAYER", layer("0", "0", "7") + layer("LOCKED", "4", "7") + layer("BAD", "0", "7") +
                                        layer("ONE", "0", "7") + layer("TWO", "0", "7") + layer("ICE1", "1", "7") +
                                        layer("ICE2", "0", "7") + layer("SEEN", "0", "7") + layer("OFF", "0", "-7") +
-                                       layerText("HIDDEN", "62=7;6=HID")) +
+                                       layerText("HIDDEN", "62=7;6=HID") + layerText("NOPE", "62=7;6=NOLT")) +
                 "0=ENDSEC;0=SECTION;2=BLOCKS;0=BLOCK;5=30;8=0;2=B;70=0;10=0;20=0;" +
                 pipeText("31", "0", "牛奶", "11=1;21=0;31=0") + "0=ENDBLK;5=32;8=0;0=ENDSEC;0=SECTION;2=ENTITIES;" +
                 entityText("LINE", "41", "LOCKED", "6=WALL;" + line) +
@@ -142,12 +142,15 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
                 entityText("LINE", "49", "给排-污水-立管", line) + entityText("LINE", "4A", "LOST", line) +
                 entityText("TEXT", "4B", "0", "100=AcDbText;10=0;20=0;40=3;1=a;7=FANCY") +
                 pipeText("50", "0", "牛奶", "11=1;21=0;31=0") + "0=ENDSEC;0=EOF"));
-    place.write("map.csv",
-                "LOCKED,TWO,layer\nBAD,bad|na*me,layer\nONE,TWO,layer\nTWO,给排-污水-管线,layer\n"
-                "ICE*,给排-雨水-管线,layer\nSEEN,OFF,layer\n*,污水,system\n牛*,雨水,system\nWALL,ByLayer,"
-                "linetype\nHID,ByLayer,linetype\nDASH,BYBLOCK,linetype\nFANCY,没有,textstyle\nTYPO*,TWO,layer\n"
-                "给排-污水-立管,给排-污水-立管,layer\nLOST,LOST,layer\nCont*,没有,linetype\n*,J,linetype\n");
-    EXPECT_NE(place.run({"--check", "plan.dxf"}).out.find("牛奶: 3 objects (31, 51, 50)\n"), std::string::npos);
+    place.write(
+        "map.csv",
+        "LOCKED,TWO,layer\nBAD,bad|na*me,layer\nONE,TWO,layer\nTWO,给排-污水-管线,layer\n"
+        "ICE*,给排-雨水-管线,layer\nSEEN,OFF,layer\n*,污水,system\n牛*,雨水,system\nWALL,ByLayer,"
+        "linetype\nHID,ByLayer,linetype\nDASH,BYBLOCK,linetype\nFANCY,没有,textstyle\nTYPO*,TWO,layer\n"
+        "给排-污水-立管,给排-污水-立管,layer\nLOST,LOST,layer\nNOLT,J,linetype\nCont*,没有,linetype\n*,J,linetype\n");
+    const std::string checked = place.run({"--check", "plan.dxf"}).out;
+    EXPECT_NE(checked.find("牛奶: 3 objects (31, 51, 50)\n"), std::string::npos) << checked;
+    EXPECT_NE(checked.find("          NOLT, of layer NOPE\n"), std::string::npos) << checked;
     const Outcome shown = place.run({"--repair", "map.csv", "--dry-run", "plan.dxf"});
     const std::string report =
         "objects of layer ONE moved to TWO (1 object)\n"
@@ -157,6 +160,7 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
         "objects of layer ICE1 moved to 给排-雨水-管线 (1 object)\n"
         "layer 给排-污水-立管 made (1 object)\n"
         "linetype DASH replaced by BYBLOCK (1 object)\n"
+        "linetype NOLT replaced by J\n"
         "linetype WALL replaced by ByLayer (1 object)\n"
         "pipes of * given the system 污水 (2 objects)\n"
         "left as it is: linetype HID of layer HIDDEN; ByLayer is for objects alone\n"
@@ -176,13 +180,13 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
         text.erase(folder, file - folder);
         return text;
     };
-    EXPECT_EQ(withoutPropertiesAndFolder(shown.out), report + "10 changes; shown only, nothing was changed\n");
+    EXPECT_EQ(withoutPropertiesAndFolder(shown.out), report + "11 changes; shown only, nothing was changed\n");
     const Outcome mended = place.run({"--repair", "map.csv", "plan.dxf", "-o", "mended.dxf"});
-    EXPECT_EQ(withoutPropertiesAndFolder(mended.out), report + "10 changes\n");
+    EXPECT_EQ(withoutPropertiesAndFolder(mended.out), report + "11 changes\n");
     const std::string differences = compared(place, "plan.dxf", "mended.dxf");
     for (const char* moved :
          {"LINE 43: 8: ONE > TWO\n", "LINE 44: 8: TWO > 给排-污水-管线\n", "LINE 48: 6: DASH > BYBLOCK\n",
-          "QRS_PIPE 31: 1: 牛奶 > 污水\n", "QRS_PIPE 50: 1: 牛奶 > 污水\n"})
+          "LAYER \"NOPE\": 6: NOLT > J\n", "QRS_PIPE 31: 1: 牛奶 > 污水\n", "QRS_PIPE 50: 1: 牛奶 > 污水\n"})
         EXPECT_NE(differences.find(moved), std::string::npos) << moved << differences;
 }
 

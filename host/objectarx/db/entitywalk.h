@@ -55,6 +55,9 @@ class QRS_HOST_PORT EntityWalk {
     std::unique_ptr<Place> place_;
 };
 
+// The linetype that a layer names and the drawing does not have; empty when it names one it has, or none.
+QRS_HOST_PORT std::wstring lostLinetype(AcDbObjectId layer);
+
 // How many objects of the drawing need each record besides the entities that name it, which a walk tells: layers and
 // styles, objects, entities that refer to it by its handle, and the header where it says what is current. counts has a
 // place for each id. The status is that of AcDbDatabase::countHardReferences, and much less of a large drawing is read.

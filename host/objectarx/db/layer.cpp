@@ -3,6 +3,7 @@
 
 #include "dbsymtb.h"
 #include "host/dxf/groupcodes.h"
+#include "host/objectarx/db/entitywalk.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/callrecord.h"
 #include "host/platform/codepage.h"
@@ -186,3 +187,18 @@ Acad::ErrorStatus AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId id) {
         own.setText(codes::kLinetype, name);
     return Acad::eOk;
 }
+
+namespace qrs::host {
+
+std::wstring lostLinetype(AcDbObjectId layer) {
+    DatabaseState* state = DatabaseState::of(layer.database());
+    if (!state || !DatabaseState::isRecordOf(layer, TableKind::Layer)) return {};
+    state->objects().writeAll();
+    const dxf::Drawing& drawing = state->drawing();
+    dxf::Tag tag;
+    if (!drawing.findTag(state->ids().recordOf(layer.recordNumber()), codes::kLinetype, tag)) return {};
+    std::wstring name = readText(drawing, tag.value);
+    return state->tables().find(TableKind::Linetype, name) == dxf::kNoRecord ? name : std::wstring();
+}
+
+}  // namespace qrs::host

@@ -91,6 +91,10 @@ bool TEntityLooks::Next(TEntityLook& look) {
     return true;
 }
 
+std::wstring LostLinetype(AcDbObjectId layer) {
+    return qrs::host::lostLinetype(layer);
+}
+
 bool CountOtherUses(AcDbDatabase* database, const AcDbObjectIdArray& ids, Adesk::UInt32* counts) {
     return database != nullptr && qrs::host::countOtherReferences(*database, ids, counts) == Acad::eOk;
 }

@@ -50,6 +50,9 @@ class QRS_HOST_PORT TEntityLooks {
     std::unique_ptr<State> state_;
 };
 
+// The linetype that a layer names and the drawing does not have; empty when it names one that it has, or none.
+QRS_HOST_PORT std::wstring LostLinetype(AcDbObjectId layer);
+
 // How many objects need each record besides the entities of which TEntityLooks tells that they name it: layers, styles,
 // objects, blocks that lie on a layer; the header counts where it says what is current. counts has a place for each id,
 // and is filled without a second walk through the entities. False when one of them is erased or another drawing's.
