@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Runs every command that changes layers or what lies on them over real drawings, in each of their layouts: nothing in a
-drawing may point to what is gone, the auditor must find nothing in it, corrected or not, that it did not find before, and U
-must give the file back byte for byte.
+"""Runs every command that changes layers or what lies on them over real drawings, in each of their layouts, and the repair
+by the standard: nothing in a drawing may point to what is gone, the auditor must find nothing in it, corrected or not, that
+it did not find before, and U must give the file back byte for byte.
 
     soundness.py CONSOLE CORPUS EXAMPLES [--all | --few]   ends with 77 when the corpus or the auditor is not there
 
@@ -24,6 +24,7 @@ HERE = Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent / "standard"))
 SKIPPED = 77
 UNREADABLE = 3  # exit code of the console
+PLUGIN = "qrs_audit.so"  # beside the console
 LARGEST = 300_000  # bytes
 SMALL = 60_000
 KINDS = (  # larger ones, with kinds of references that no smaller one has
@@ -48,7 +49,7 @@ def run(folder, *arguments):
 def run_script(console, system, folder, lines):
     (folder / "script.scr").write_text("\n".join(lines) + "\n", encoding="utf-8")
     code, printed, errors = run(folder, console, "--settings", "settings.ini", "--system", system, "--keep-going",
-                                "-s", "script.scr", "drawing.dxf")
+                                "-p", PLUGIN, "-s", "script.scr", "drawing.dxf")
     if code == UNREADABLE:
         raise Unreadable
     if code not in (0, 1):
@@ -125,13 +126,16 @@ def check(console, system, drawing, folder, alone, few):
         tabs = layouts(console, system, folder)
     except Unreadable:
         return
-    lines, names = [], []
-    for layout, (layers, viewports) in tabs.items():
-        for name, answers in scripts(layers, viewports, alone):
-            names.append(f"{layout}: {name}")
-            lines += ["LAYOUT", "Set", layout] + answers + ["^C", "^C", "SAVEAS", f"{len(names):02}.after.dxf"] + 60 * ["U"]
-            lines += ["SAVEAS", f"{len(names):02}.undone.dxf"]
-    run_script(console, system, folder, lines)
+    steps = [(f"{layout}: {name}", ["LAYOUT", "Set", layout] + answers) for layout, (layers, viewports) in tabs.items()
+             for name, answers in scripts(layers, viewports, alone)]
+    steps.append(("repair", ["REPAIRSTANDARD", "Auto", "No", ""]))
+    lines, names = [], [name for name, _ in steps]
+    for number, (_, answers) in enumerate(steps, 1):
+        lines += answers + ["^C", "^C", "SAVEAS", f"{number:02}.after.dxf"] + 60 * ["U"]
+        lines += ["SAVEAS", f"{number:02}.undone.dxf"]
+    printed = run_script(console, system, folder, lines)
+    if not re.search("^[0-9]+ changes?$", printed, re.MULTILINE):
+        yield "repair: does not come to its end"
     known = damage(console, folder, "drawing.dxf")
     seen = {hashlib.sha256(before).digest()}
     for number, name in enumerate(names, 1):
