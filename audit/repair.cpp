@@ -286,6 +286,9 @@ void Repair::plan(const std::vector<Mapping>& mappings, const std::wstring& file
         mapped.emplace_back(layer, mapping);
         if (!isSameName(layer->name, mapping->to)) goals_.insert(mapping->to);
     }
+    for (const auto& missing : facts_.missingLayers)
+        if (const Mapping* mapping = mappingOf(mappings, Mapping::Kind::Layer, missing.first))
+            goals_.insert(mapping->to);
     for (const auto& [layer, mapping] : mapped)
         planLayer(*layer, mapping->to);
     planMissingLayers(mappings);
