@@ -60,7 +60,8 @@ inline std::string faultyDrawing(const std::string& version = "AC1024") {
             entityText("DIMENSION", "34", "0", "100=AcDbDimension;10=0;20=0;70=0;3=GONE-DIM") + "0=ENDBLK;5=32;8=0;";
     text += "0=ENDSEC;0=SECTION;2=ENTITIES;" +
             entityText("LINE", "40", "给排-生活给水-管线", "62=2;6=WALL;370=25;" + line) +
-            entityText("LINE", "41", "给排-生活给水-管线", "6=GONE-LINE;420=255;" + line) +
+            // The layer may stand before what the mark begins.
+            "0=LINE;5=41;8=给排-生活给水-管线;100=AcDbEntity;6=GONE-LINE;420=255;" + line + ";" +
             entityText("LINE", "42", "给水立管", line) + entityText("LINE", "43", "GONE-LAYER", line) +
             entityText("LINE", "44", "0", line) +
             entityText("TEXT", "45", "temp", "100=AcDbText;10=0;20=0;40=3;1=a;7=FANCY") +

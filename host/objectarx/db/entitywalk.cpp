@@ -16,6 +16,7 @@ namespace {
 namespace codes = dxf::codes;
 
 constexpr int kHeight = 40;  // of a text
+constexpr std::string_view kCommonMark = "AcDbEntity";
 
 // Names of records stand under codes below this one alone.
 constexpr std::size_t kFirstCoordinate = 10;
@@ -126,7 +127,8 @@ bool EntityWalk::nextTag(EntityTag& tag) {
         if (code >= codes::kFirstXdata) return false;
         if (code == codes::kSubclass) {
             // Some programs write what entities share after the second mark: where the layer stands, the rest does.
-            place.isCommon = !place.hasSeenLayer;
+            // Others write the layer before the first one.
+            place.isCommon = !place.hasSeenLayer || dxf::trimmed(place.tags->value()) == kCommonMark;
             if (!place.isCommon && place.names->style == NamedRecord::None) return false;
             continue;
         }
