@@ -216,6 +216,7 @@ constexpr platform::Translation kRows[] = {
     {"width factor", "宽度系数"},
     {"font", "字体"},
     {"pattern", "图案"},
+    {"named by its handle in dimension style %1", "标注样式 %1 以句柄引用"},
     {"writes in %1", "用 %1 书写"},
     {"on %1", "在 %1 上"},
 };

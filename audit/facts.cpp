@@ -88,6 +88,11 @@ RecordFacts factsOf(const AcDbLinetypeTableRecord&) {
 DimStyleFacts factsOf(const AcDbDimStyleTableRecord& record) {
     DimStyleFacts facts;
     facts.textStyle = nameOf<AcDbTextStyleTableRecord>(record.dimtxsty());
+    if (!facts.textStyle.empty()) return facts;
+    facts.lostTextStyle = LostTextStyle(record.objectId());
+    // Older drawings do not say.
+    const bool mayName = record.database()->originalFileVersion() >= AcDb::kDHL_1015;
+    if (facts.lostTextStyle.empty() && mayName) facts.textStyle = L"Standard";
     return facts;
 }
 

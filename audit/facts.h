@@ -69,7 +69,8 @@ struct TextStyleFacts : RecordFacts {
 };
 
 struct DimStyleFacts : RecordFacts {
-    std::wstring textStyle;  // empty: none
+    std::wstring textStyle;      // empty: none
+    std::wstring lostTextStyle;  // the handle of one that the drawing does not have; empty: it has it
     ByName<Tally> objectsByLayer;
 };
 

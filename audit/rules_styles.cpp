@@ -210,6 +210,10 @@ void findAbsentLinetypes(const CheckedDrawing& drawing, Findings& findings) {
 
 void findMissingTextStyles(const CheckedDrawing& drawing, Findings& findings) {
     tellMissing(drawing.facts.missingTextStyles, isBuiltInTextStyle, findings);
+    for (const DimStyleFacts& style : drawing.facts.dimStyles)
+        if (!style.isDependent() && !style.lostTextStyle.empty())
+            findings.emplace_back(style.lostTextStyle, style.objects,
+                                  platform::translated(L"named by its handle in dimension style %1", style.name));
 }
 
 void findForeignTextStyles(const CheckedDrawing& drawing, Findings& findings) {

@@ -346,6 +346,46 @@ TEST(Check, LooksIntoReferencesWhenAsked) {
     EXPECT_NE(along.out.find("building.dxf: 0 errors, 6 warnings, 0 notes\n"), std::string::npos) << along.out;
 }
 
+// Multileaders and dimension styles name their text style by its handle; a style that names none writes in "Standard".
+TEST(Check, KnowsTextStylesByTheirHandles) {
+    const auto leader = [](const std::string& handle, const char* content, const std::string& style) {
+        return entityText("MULTILEADER", handle, "0",
+                          "100=AcDbMLeader;300=CONTEXT_DATA{;290=1;304=a;340=" + style +
+                              ";172=5;302=LEADER{;340=22;303=};301=};340=12E;172=" + content + ";343=" + style +
+                              ";173=1");
+    };
+    const auto dimStyle = [](const std::string& handle, const std::string& rest) {
+        return "0=DIMSTYLE;105=" + handle + ";100=AcDbSymbolTableRecord;100=AcDbDimStyleTableRecord;2=D" + handle +
+               ";70=0;" + rest;
+    };
+    const auto drawing = [&](const char* version, const std::string& named) {
+        const auto style = [](const std::string& handle, const char* name) {
+            return "0=STYLE;5=" + handle + ";100=AcDbSymbolTableRecord;100=AcDbTextStyleTableRecord;2=" + name +
+                   ";70=0;40=0;41=1;50=0;71=0;42=1;3=txt;4=;";
+        };
+        return dxfText("0=SECTION;2=HEADER;9=$ACADVER;1=" + std::string(version) +
+                       ";9=$HANDSEED;5=FFF;0=ENDSEC;0=SECTION;2=TABLES;" +
+                       tableText("STYLE", style("20", "FANCY") + style("21", "给排-管径")) +
+                       tableText("DIMSTYLE", dimStyle("24", "") + dimStyle("25", "340=99;")) +
+                       "0=ENDSEC;0=SECTION;2=ENTITIES;" + leader("40", "2", named) + leader("41", "1", "20") +
+                       leader("42", "2", "98") + "0=ENDSEC;0=EOF");
+    };
+    const Workplace place;
+    place.write("leaders.dxf", drawing("AC1024", "20"));
+    const std::string report = place.run({"--check", "leaders.dxf"}).out;
+    for (const char* said : {"          98: 1 object (42)\n          99, named by its handle in dimension style D25\n",
+                             "[text-in-foreign-style]\n          To do: give the texts a style of the standard.\n"
+                             "          FANCY: 1 object (40)\n",
+                             "          D24, writes in Standard\n"})
+        EXPECT_NE(report.find(said), std::string::npos) << said << report;
+    place.write("old.dxf", drawing("AC1014", "20"));
+    EXPECT_EQ(place.run({"--check", "old.dxf"}).out.find("[dimstyle-text]"), std::string::npos);
+
+    place.write("map.csv", "FANCY,给排-管径,textstyle\n");
+    EXPECT_EQ(place.run({"--repair", "map.csv", "leaders.dxf", "-o", "mended.dxf"}).code, 0);
+    EXPECT_EQ(place.read("mended.dxf"), drawing("AC1024", "21"));
+}
+
 // Nor is the drawing changed, or the file of its report written over.
 TEST(Prompts, LeftUnansweredEndTheCommandWithOneMessage) {
     const Workplace place;

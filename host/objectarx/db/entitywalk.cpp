@@ -18,6 +18,17 @@ namespace codes = dxf::codes;
 constexpr int kHeight = 40;  // of a text
 constexpr std::string_view kCommonMark = "AcDbEntity";
 
+// Of a multileader: what it holds, and its text style, once for the text itself and once for all it may hold.
+namespace leader {
+constexpr std::string_view kType = "MULTILEADER";
+constexpr int kContent = 172;
+constexpr std::int64_t kText = 2;  // a content
+constexpr int kOwnStyle = 340;     // before the first of its lines
+constexpr int kStyle = 343;
+constexpr int kLines = 302;
+constexpr int kEndOfContext = 301;
+}  // namespace leader
+
 // Names of records stand under codes below this one alone.
 constexpr std::size_t kFirstCoordinate = 10;
 
@@ -43,6 +54,7 @@ NamedRecord recordOf(TableKind table) {
 // What the tags of a type of entities name.
 struct TypeNames {
     bool isKnown = false;
+    bool isLeader = false;
     NamedRecord style = NamedRecord::None;
     std::array<NamedRecord, kFirstCoordinate> byCode{};
 };
@@ -50,6 +62,7 @@ struct TypeNames {
 TypeNames namesOf(std::string_view type) {
     TypeNames names;
     names.isKnown = true;
+    names.isLeader = type == leader::kType;
     for (std::size_t code = 1; code < names.byCode.size(); ++code) {
         const NamingTag* naming = namingTag(type, static_cast<int>(code));
         if (naming == nullptr) continue;
@@ -57,6 +70,29 @@ TypeNames namesOf(std::string_view type) {
         if (*naming->dxfName != '\0' && naming->table != TableKind::Block) names.style = names.byCode[code];
     }
     return names;
+}
+
+std::wstring wideHandle(std::uint64_t handle) {
+    const std::string text = dxf::handleText(handle);
+    return {text.begin(), text.end()};
+}
+
+bool setLeaderStyle(dxf::Drawing& drawing, dxf::RecordId record, std::uint64_t style) {
+    std::vector<dxf::TagEdit> edits;
+    bool isOfText = true;
+    bool isNamed = false;
+    dxf::TagCursor cursor = drawing.tags(record);
+    for (dxf::Tag tag; cursor.next(tag) && tag.code < codes::kFirstXdata;) {
+        if (tag.code == leader::kLines || tag.code == leader::kEndOfContext) isOfText = false;
+        isNamed = isNamed || tag.code == leader::kStyle;
+        if (tag.code != leader::kStyle && !(isOfText && tag.code == leader::kOwnStyle)) continue;
+        dxf::TagEdit& edit = edits.emplace_back();
+        edit.tag = tag;
+        edit.hasValue = true;
+        edit.value = dxf::handleText(style);
+    }
+    if (isNamed) drawing.editTags(record, edits);
+    return isNamed;
 }
 
 }  // namespace
@@ -71,6 +107,7 @@ struct EntityWalk::Place {
     const TypeNames* names = nullptr;
     bool isCommon = true;  // before the second subclass
     bool hasSeenLayer = false;
+    std::int64_t content = 0;                 // of a multileader
     std::vector<TypeNames> namesByType = {};  // by the drawing's number of the type
     TypeNames namesOfUncounted = {};
 
@@ -80,6 +117,13 @@ struct EntityWalk::Place {
         TypeNames& known = namesByType[type];
         if (!known.isKnown) known = host::namesOf(typeName);
         return known;
+    }
+
+    // Whether the tag names the style of a text that the leader holds.
+    bool isStyleOfLeader(int code) {
+        if (!names->isLeader) return false;
+        if (code == leader::kContent) content = EntityWalk::integer(tags->value(), 0);
+        return code == leader::kStyle && content == leader::kText;
     }
 };
 
@@ -116,6 +160,7 @@ bool EntityWalk::next(WalkedEntity& entity) {
     place_->tags.emplace(drawing.storedTags(record));
     place_->isCommon = true;
     place_->hasSeenLayer = false;
+    place_->content = 0;
     return true;
 }
 
@@ -129,8 +174,15 @@ bool EntityWalk::nextTag(EntityTag& tag) {
             // Some programs write what entities share after the second mark: where the layer stands, the rest does.
             // Others write the layer before the first one.
             place.isCommon = !place.hasSeenLayer || dxf::trimmed(place.tags->value()) == kCommonMark;
-            if (!place.isCommon && place.names->style == NamedRecord::None) return false;
+            if (!place.isCommon && place.names->style == NamedRecord::None && !place.names->isLeader) return false;
             continue;
+        }
+        tag.isHandle = place.isStyleOfLeader(code);
+        if (tag.isHandle) {
+            tag.code = code;
+            tag.value = place.tags->value();
+            tag.names = NamedRecord::TextStyle;
+            return true;
         }
         if (code == codes::kLayer) place.hasSeenLayer = true;
         const bool mayName = code >= 0 && code < static_cast<int>(kFirstCoordinate);
@@ -147,6 +199,15 @@ std::wstring EntityWalk::text(std::string_view value) const {
     return readText(place_->state.drawing(), value);
 }
 
+std::wstring EntityWalk::textStyle(std::string_view handle) const {
+    const DatabaseState& state = place_->state;
+    const std::uint64_t number = dxf::toHandle(handle);
+    if (number == 0) return {};
+    const AcDbObjectId id = state.idOf(state.drawing().findHandle(number));
+    if (DatabaseState::isRecordOf(id, TableKind::TextStyle)) return state.tables().nameOf(id.recordNumber());
+    return wideHandle(number);
+}
+
 std::int64_t EntityWalk::integer(std::string_view value, std::int64_t fallback) {
     return dxf::toInteger(value, fallback);
 }
@@ -157,6 +218,10 @@ bool setTextStyle(AcDbEntity& entity, AcDbObjectId style) {
         return false;
     dxf::Drawing& drawing = state->drawing();
     const dxf::RecordId record = state->ids().recordOf(entity.objectId().recordNumber());
+    if (drawing.typeNameOf(record) == leader::kType) {
+        const std::uint64_t handle = state->ids().handleOf(style.recordNumber());
+        return handle != 0 && setLeaderStyle(drawing, record, handle);
+    }
     const NamingTag* naming = namingTag(drawing.typeNameOf(record), codes::kTextStyle);
     if (!naming || naming->table != TableKind::TextStyle) return false;
     const std::string name = writeText(drawing, state->tables().nameOf(style.recordNumber()));
@@ -169,6 +234,19 @@ bool setTextStyle(AcDbEntity& entity, AcDbObjectId style) {
     if (!drawing.findTag(record, codes::kText, tag) && !drawing.findTag(record, kHeight, tag)) return false;
     drawing.insertTags(record, tag.end, {{naming->code, name}});
     return true;
+}
+
+std::wstring lostTextStyle(AcDbObjectId dimStyle) {
+    DatabaseState* state = DatabaseState::of(dimStyle.database());
+    if (!state || !DatabaseState::isRecordOf(dimStyle, TableKind::DimStyle)) return {};
+    state->objects().writeAll();
+    const dxf::Drawing& drawing = state->drawing();
+    dxf::Tag tag;
+    if (!drawing.findTag(state->ids().recordOf(dimStyle.recordNumber()), codes::kHardPointer, tag)) return {};
+    const std::uint64_t handle = dxf::toHandle(tag.value);
+    if (handle == 0) return {};
+    const AcDbObjectId named = state->idOf(drawing.findHandle(handle));
+    return DatabaseState::isRecordOf(named, TableKind::TextStyle) ? std::wstring() : wideHandle(handle);
 }
 
 }  // namespace qrs::host

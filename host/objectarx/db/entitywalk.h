@@ -32,6 +32,7 @@ struct EntityTag {
     int code = 0;
     std::string_view value;  // in the bytes of the drawing; good until the next tag
     NamedRecord names = NamedRecord::None;
+    bool isHandle = false;  // names it so, as multileaders name their text style
 };
 
 class QRS_HOST_PORT EntityWalk {
@@ -48,6 +49,8 @@ class QRS_HOST_PORT EntityWalk {
     // or a lineweight. False at the end of those.
     bool nextTag(EntityTag& tag);
     std::wstring text(std::string_view value) const;
+    // The name of the text style with that handle; the handle itself when no text style has it, nothing for zero.
+    std::wstring textStyle(std::string_view handle) const;
     static std::int64_t integer(std::string_view value, std::int64_t fallback);
 
   private:
@@ -64,7 +67,12 @@ QRS_HOST_PORT std::wstring lostLinetype(AcDbObjectId layer);
 QRS_HOST_PORT Acad::ErrorStatus countOtherReferences(AcDbDatabase& database, const AcDbObjectIdArray& ids,
                                                      Adesk::UInt32* counts);
 
-// Gives a text another text style of its drawing, also one that names none. False when it is no text.
+// Gives a text, or a multileader with one, another text style of its drawing, also a text that names none. False when
+// it is neither.
 QRS_HOST_PORT bool setTextStyle(AcDbEntity& entity, AcDbObjectId style);
+
+// The handle by which a dimension style names a text style that the drawing does not have; empty when it names one it
+// has, or none.
+QRS_HOST_PORT std::wstring lostTextStyle(AcDbObjectId dimStyle);
 
 }  // namespace qrs::host

@@ -39,6 +39,12 @@ struct TEntityLooks::State {
         return names.emplace(bytes, walk.text(bytes)).first->second;
     }
 
+    std::wstring_view styleOf(std::string_view handle) {
+        auto known = styles.find(handle);
+        if (known == styles.end()) known = styles.emplace(handle, walk.textStyle(handle)).first;
+        return known->second.empty() ? kStandard : std::wstring_view(known->second);
+    }
+
     void take(TEntityLook& look, const EntityTag& tag) {
         const bool isBlock = look.space == TEntityLook::kBlock;
         if (tag.code == kColor) {
@@ -57,14 +63,15 @@ struct TEntityLooks::State {
         } else if (tag.names == NamedRecord::Layer && look.layer.isNull()) {
             look.layerName = nameOf(tag.value);
         } else if (tag.names == NamedRecord::TextStyle) {
-            look.textStyle = nameOf(tag.value);
+            look.textStyle = tag.isHandle ? styleOf(tag.value) : nameOf(tag.value);
         } else if (tag.names == NamedRecord::DimStyle) {
             look.dimStyle = nameOf(tag.value);
         }
     }
 
     EntityWalk walk;
-    std::map<std::string, std::wstring, std::less<>> names;  // by their bytes
+    std::map<std::string, std::wstring, std::less<>> names;   // by their bytes
+    std::map<std::string, std::wstring, std::less<>> styles;  // by the handles of text styles
 };
 
 TEntityLooks::TEntityLooks(AcDbDatabase* database) {
@@ -78,6 +85,7 @@ bool TEntityLooks::Next(TEntityLook& look) {
     if (!state_ || !state_->walk.next(entity)) return false;
     look = TEntityLook();
     if (state_->names.size() >= kMostNames) state_->names.clear();
+    if (state_->styles.size() >= kMostNames) state_->styles.clear();
     look.id = entity.id;
     look.layer = entity.layer;
     look.typeName = entity.typeName;
@@ -101,4 +109,8 @@ bool CountOtherUses(AcDbDatabase* database, const AcDbObjectIdArray& ids, Adesk:
 
 bool SetTextStyle(AcDbEntity* entity, AcDbObjectId style) {
     return entity != nullptr && entity->isWriteEnabled() && qrs::host::setTextStyle(*entity, style);
+}
+
+std::wstring LostTextStyle(AcDbObjectId dimStyle) {
+    return qrs::host::lostTextStyle(dimStyle);
 }

@@ -29,9 +29,12 @@ struct TEntityLook {
     bool hasOwnLineWeight = false;
     // Names as the entity spells them; they hold until the next one. The layer's is told only when the table lacks it.
     std::wstring_view layerName;
-    std::wstring_view linetype;   // empty: by layer
-    std::wstring_view textStyle;  // of texts, attributes and their definitions; "Standard" when it names none
-    std::wstring_view dimStyle;   // of dimensions, leaders and tolerances; likewise
+    std::wstring_view linetype;  // empty: by layer
+    // Of texts, attributes and their definitions, and multileaders that hold a text; "Standard" when they name none,
+    // the handle when it is no text style's. What cells of tables and dimensions have instead of their style's is not
+    // told.
+    std::wstring_view textStyle;
+    std::wstring_view dimStyle;  // of dimensions, leaders and tolerances; likewise
 };
 
 class QRS_HOST_PORT TEntityLooks {
@@ -54,11 +57,17 @@ class QRS_HOST_PORT TEntityLooks {
 QRS_HOST_PORT std::wstring LostLinetype(AcDbObjectId layer);
 
 // How many objects need each record besides the entities of which TEntityLooks tells that they name it: layers, styles,
-// objects, blocks that lie on a layer; the header counts where it says what is current. counts has a place for each id,
-// and is filled without a second walk through the entities. False when one of them is erased or another drawing's.
+// objects, entities that refer to it by its handle, blocks that lie on a layer; the header counts where it says what is
+// current. counts has a place for each id, and is filled without a second walk through the entities. False when one of
+// them is erased or another drawing's.
 QRS_HOST_PORT bool CountOtherUses(AcDbDatabase* database, const AcDbObjectIdArray& ids, Adesk::UInt32* counts);
 
-// Gives a text of any kind, open for writing, another text style: texts, paragraphs, attributes and their definitions.
+// Gives a text of any kind, open for writing, another text style: texts, paragraphs, attributes and their definitions,
+// multileaders that name one.
 // One that names no style, and so is written in "Standard", names it from then on. False, nothing changed, for what is
 // no text and for a style of another drawing.
 QRS_HOST_PORT bool SetTextStyle(AcDbEntity* entity, AcDbObjectId style);
+
+// The handle by which a dimension style names a text style that the drawing does not have; empty when it names one that
+// it has, or none.
+QRS_HOST_PORT std::wstring LostTextStyle(AcDbObjectId dimStyle);
