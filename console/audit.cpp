@@ -118,10 +118,10 @@ std::vector<std::string> linesOf(const AuditOptions& options, const std::filesys
     return lines;
 }
 
-// The drawings that the command is to open by itself: those of the options, when there are several. A list on standard
-// input is read here. False, with the reason in error.
+// The drawings that the command is to open by itself, a single one, too: what cannot be read stands in the report. A
+// list on standard input is read here. False, with the reason in error.
 bool takeDrawings(Options& options, std::vector<std::filesystem::path>& drawings, platform::Error& error) {
-    if (!options.audit.takesAllDrawings() || (options.drawings.size() < 2 && !options.list)) return true;
+    if (!options.audit.takesAllDrawings()) return true;
     std::vector<BatchItem> items;
     if (!collectDrawings(options, items, error)) return false;
     for (BatchItem& item : items)

@@ -16,6 +16,7 @@
 #include "console/standard.h"
 #include "console/terminals.h"
 #include "host/commands/hostcommands.h"
+#include "host/editor/faults.h"
 #include "host/editor/hostapp.h"
 #include "host/objectarx/acdocman.h"
 #include "host/platform/codepage.h"
@@ -282,6 +283,10 @@ Failure prepare(const Options& options, host::Application& application, OpenedDr
     application.setBackups(options.backups);
     application.setAllWarnings(options.allWarnings);
     QrsExport::SetConverter(converterFor(options));
+    QrsExport::SetReadWatcher([all = options.allWarnings](AcDbDatabase& database) {
+        for (const std::string& fault : host::faultLines(database, all))
+            complain(fault);
+    });
     if (isNamedDwg(options.output) && converterOf(options).empty())
         return {ExitCode::WrongUsage,
                 options.output.u8string() + ": " + translated("writing DWG needs a converter (--converter)")};

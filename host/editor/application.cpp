@@ -2,6 +2,7 @@
 #include "acdocman.h"
 #include "host/dxf/drawing.h"
 #include "host/editor/documents.h"
+#include "host/editor/faults.h"
 #include "host/editor/hostapp.h"
 #include "host/editor/session.h"
 #include "host/objectarx/db/access.h"
@@ -108,18 +109,18 @@ bool Application::openDocument(const std::filesystem::path& native, platform::Er
 }
 
 std::vector<std::string> Application::documentFaults() const {
-    std::vector<std::string> lines;
     AcApDocument* document = currentDocument();
-    if (!document) return lines;
-    const dxf::Drawing& drawing = DatabaseAccess::drawing(*document->database());
+    return document ? faultLines(*document->database(), state_->allWarnings) : std::vector<std::string>();
+}
+
+std::vector<std::string> faultLines(AcDbDatabase& database, bool all) {
+    const dxf::Drawing& drawing = DatabaseAccess::drawing(database);
     const auto& faults = drawing.faults();
     const ACHAR* fileName = nullptr;
-    document->database()->getFilename(fileName);
+    database.getFilename(fileName);
     const std::string name = fileName ? platform::nativePath(fileName).filename().u8string() : std::string();
-    if (faults.size() > 1 && !state_->allWarnings) {
-        lines.push_back(name + ": " + drawing.faultSummary());
-        return lines;
-    }
+    if (faults.size() > 1 && !all) return {name + ": " + drawing.faultSummary()};
+    std::vector<std::string> lines;
     for (const dxf::Fault& fault : faults)
         lines.push_back(name + ": " + fault.message());
     return lines;

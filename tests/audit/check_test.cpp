@@ -248,6 +248,8 @@ TEST(Check, OfSeveralDrawingsEndsWithTheGravestOutcome) {
         const char* said;
     } cases[] = {
         {{"--check", "pipes.dxf", "gone.dxf"}, 3, "qrsconsole: not checked: "},
+        {{"--check", "--form", "json", "gone.dxf"}, 3, "\"unreadable\": "},
+        {{"--pipes", "--form", "csv", "gone.dxf"}, 3, "gone.dxf,,unreadable,"},
         {{"--check", "gone.dxf", "faulty.dxf"}, 1, "\nqrsconsole: 6 findings are errors\n"},
         {{"--pipes", "pipes.dxf", "gone.dxf"}, 3, "qrsconsole: not read: "},
         // DWG drawings become others on the way; what lies beside them counts.

@@ -13,6 +13,7 @@ namespace {
 
 struct Conversions {
     QrsExport::TConverter converter;
+    QrsExport::TReadWatcher watcher;
     std::wstring readFrom, named;  // of the current drawing
 };
 
@@ -29,6 +30,10 @@ void QrsExport::SetConverter(TConverter converter) {
     conversions().converter = std::move(converter);
 }
 
+void QrsExport::SetReadWatcher(TReadWatcher watcher) {
+    conversions().watcher = std::move(watcher);
+}
+
 bool QrsExport::ReadDrawing(const std::wstring& file, TReadDrawing& drawing, std::wstring& reason) {
     drawing = {};
     const TConverter& converter = conversions().converter;
@@ -36,8 +41,12 @@ bool QrsExport::ReadDrawing(const std::wstring& file, TReadDrawing& drawing, std
     platform::Error error;
     drawing.database = qrs::host::DatabaseAccess::open(
         platform::nativePath(drawing.converted ? drawing.converted->File() : file), error);
-    if (!drawing.database) reason = platform::fromUtf8(error.message);
-    return drawing.database != nullptr;
+    if (!drawing.database) {
+        reason = platform::fromUtf8(error.message);
+        return false;
+    }
+    if (conversions().watcher) conversions().watcher(*drawing.database);
+    return true;
 }
 
 void QrsExport::SetConvertedFile(const std::wstring& readFrom, const std::wstring& named) {

@@ -30,6 +30,10 @@ using TConverter =
 // That of the program; null takes it away. Without one files are read as they are.
 QRS_HOST_PORT void SetConverter(TConverter converter);
 
+// Called with each drawing that was read, to tell what is wrong with it. That of the program; null takes it away.
+using TReadWatcher = std::function<void(AcDbDatabase& database)>;
+QRS_HOST_PORT void SetReadWatcher(TReadWatcher watcher);
+
 struct TReadDrawing {
     std::unique_ptr<TConvertedFile> converted;
     std::unique_ptr<AcDbDatabase> database;  // goes before the file it was read from
