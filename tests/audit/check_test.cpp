@@ -248,9 +248,9 @@ TEST(Check, OfSeveralDrawingsEndsWithTheGravestOutcome) {
         const char* said;
     } cases[] = {
         {{"--check", "pipes.dxf", "gone.dxf"}, 3, "qrsconsole: not checked: "},
+        {{"--check", "gone.dxf", "faulty.dxf"}, 1, "\nqrsconsole: 6 findings are errors\n"},
         {{"--check", "--form", "json", "gone.dxf"}, 3, "\"unreadable\": "},
         {{"--pipes", "--form", "csv", "gone.dxf"}, 3, "gone.dxf,,unreadable,"},
-        {{"--check", "gone.dxf", "faulty.dxf"}, 1, "\nqrsconsole: 6 findings are errors\n"},
         {{"--pipes", "pipes.dxf", "gone.dxf"}, 3, "qrsconsole: not read: "},
         // DWG drawings become others on the way; what lies beside them counts.
         {{"--check", "pipes.dxf", "house.dwg"}, 3, "save it as DXF, or name a converter"},
@@ -374,7 +374,10 @@ TEST(Check, KnowsTextStylesByTheirHandles) {
     };
     const Workplace place;
     place.write("leaders.dxf", drawing("AC1024", "20"));
-    const std::string report = place.run({"--check", "leaders.dxf"}).out;
+    const Outcome checked = place.run({"--check", "leaders.dxf"});
+    const std::string& report = checked.out;
+    // What the drawing itself is damaged in is told, too.
+    EXPECT_NE(checked.error.find("qrsconsole: leaders.dxf: "), std::string::npos) << checked.error;
     for (const char* said : {"          98: 1 object (42)\n          99, named by its handle in dimension style D25\n",
                              "[text-in-foreign-style]\n          To do: give the texts a style of the standard.\n"
                              "          FANCY: 1 object (40)\n",
