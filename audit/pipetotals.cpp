@@ -68,10 +68,6 @@ std::wstring pipesOf(const Length& length) {
     return lengthOf(length, platform::untranslated(L"%1 pipe"), platform::untranslated(L"%1 pipes"));
 }
 
-}  // namespace
-
-namespace {
-
 // Wells or attachments: what belongs to the pipes of a system, each once, and what belongs to none.
 class Belongings {
   public:
