@@ -38,6 +38,7 @@ struct OwnLook {
 
 OwnLook readOwn(const pick::Entity& entity) {
     OwnLook own;
+    bool hasMarks = false;
     for (const pick::Entity::Field& field : entity.fields())
         switch (field.code) {
             case codes::kColor:
@@ -58,8 +59,13 @@ OwnLook readOwn(const pick::Entity& entity) {
             case codes::kTransparency:
                 own.transparency = static_cast<long>(dxf::toInteger(field.value));
                 break;
+            case codes::kSubclass:
+                hasMarks = true;
+                break;
             case codes::kPoint:
-                return own;  // what all entities share stands before
+                // What all entities share stands before; without marks, as in R12, anywhere.
+                if (hasMarks) return own;
+                break;
             default:
                 break;
         }

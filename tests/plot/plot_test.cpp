@@ -120,12 +120,12 @@ TEST_F(Plot, ShowsColorsWeightsAndLinetypes) {
     // In a block: by its layer 0, by block, by a layer of its own.
     const std::string block = "0=BLOCK;8=0;2=B;70=0;10=0;20=0;" + lineAt(1, "8=0;370=100") +
                               lineAt(5, "8=PLAIN;62=0;370=100") + lineAt(9, "8=PLAIN;370=100") + "0=ENDBLK;8=0;";
-    const Picture picture = this->picture(
-        drawing(block, lineAt(10, "8=0;62=7;370=100") + lineAt(15, "8=0;62=5;370=100") +
-                           lineAt(20, "8=0;62=5;420=1193046;370=200") + lineAt(25, "8=RED;6=CONTINUOUS;370=0") +
-                           lineAt(30, "8=RED") + lineAt(35, "8=OFF;370=100") + lineAt(40, "8=FROZEN;370=100") +
-                           lineAt(45, "8=UNPLOTTED;370=100") + lineAt(50, "8=RED;48=0.5") +
-                           "0=INSERT;8=PLAIN;62=4;2=B;10=0;20=60;0=INSERT;8=0;62=4;2=B;10=0;20=100;42=-1;"));
+    const Picture picture = this->picture(drawing(
+        block, lineAt(10, "8=0;62=7;370=100") + lineAt(15, "8=0;62=5;370=100") +
+                   lineAt(20, "8=0;62=5;420=1193046;370=200") + lineAt(25, "8=RED;6=CONTINUOUS;370=0") +
+                   lineAt(30, "8=RED") + lineAt(35, "8=OFF;370=100") + lineAt(40, "8=FROZEN;370=100") +
+                   lineAt(45, "8=UNPLOTTED;370=100") + lineAt(50, "8=RED;48=0.5") + lineAt(55, "8=0") +
+                   "62=5;370=100;" + "0=INSERT;8=PLAIN;62=4;2=B;10=0;20=60;0=INSERT;8=0;62=4;2=B;10=0;20=100;42=-1;"));
     EXPECT_EQ(picture.at(50, 10), kBlack);
     EXPECT_EQ(picture.at(50, 15), 0x0000FF);
     EXPECT_EQ(picture.at(50, 20), 0x123456);
@@ -138,6 +138,7 @@ TEST_F(Plot, ShowsColorsWeightsAndLinetypes) {
     EXPECT_EQ(picture.at(20, 30), kRed);
     EXPECT_EQ(picture.at(99, 30), kRed) << "ends with a dash";
     EXPECT_EQ(picture.at(5, 50), kWhite) << "half as long";
+    EXPECT_EQ(picture.at(50, 55), 0x0000FF) << "after the points, as records without marks may have it";
     for (const double hidden : {35.0, 40.0, 45.0})
         EXPECT_EQ(picture.at(50, hidden), kWhite) << hidden;
     EXPECT_EQ(picture.at(50, 61), kRed) << "layer 0 is the reference's";
