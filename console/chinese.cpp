@@ -77,6 +77,7 @@ constexpr Translation kRows[] = {
     {"--plot-compare needs --output", "--plot-compare 需要 --output"},
     {"--plot of several drawings needs {name} in the name of its file",
      "多个图形文件出图时，--plot 的文件名中要有 {name}"},
+    {"%1: this run has written another file there; the picture is not drawn", "%1：本次运行已在此写入别的文件，未出图"},
     {"%1 (--help lists the options)", "%1（--help 列出各选项）"},
     {"The following argument was not expected: %1", "不认识的参数：%1"},
     {"The following arguments were not expected: %1", "不认识的参数：%1"},

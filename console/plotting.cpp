@@ -2,6 +2,7 @@
 #include "console/plotting.h"
 
 #include <CLI/CLI.hpp>
+#include <set>
 
 #include "console/converter.h"
 #include "console/options.h"
@@ -126,6 +127,9 @@ ExitCode plotDrawing(const Options& options) {
     const bool isEach = file.find(kLayout) != std::string::npos && plot.request.layout.empty();
     const std::vector<std::wstring> layouts =
         isEach ? host::currentLayouts() : std::vector<std::wstring>{plot.request.layout};
+    // Neither the drawing nor another picture is written over.
+    std::set<std::filesystem::path> taken = {platform::fileMark(options.drawing).place};
+    if (!options.output.empty()) taken.insert(platform::fileMark(options.output).place);
     ExitCode code = ExitCode::Done;
     for (const std::wstring& layout : layouts) {
         std::string name = file;
@@ -133,6 +137,11 @@ ExitCode plotDrawing(const Options& options) {
         host::PlotRequest request = plot.request;
         request.layout = layout;
         request.file = platform::nativeFromTyped(name);
+        if (!taken.insert(platform::fileMark(request.file).place).second) {
+            complain(translated("%1: this run has written another file there; the picture is not drawn", name));
+            code = ExitCode::CannotWrite;
+            break;
+        }
         host::PlotOutcome outcome;
         platform::Error error;
         const host::PlotFailure failure = host::plotCurrentDrawing(request, outcome, error);

@@ -346,12 +346,16 @@ TEST(Usage, PlotsDrawings) {
           Row{{"building.dxf", "--plot", "a.png", "--paper", "20000x20000"},
               4,
               "a.png: an image of 118110 x 118110 dots is too large; fewer dots per inch (--dpi) make it smaller"},
+          Row{{"building.dxf", "-o", "saved.svg", "--plot", "./saved.svg"},
+              4,
+              "./saved.svg: this run has written another"},
           Row{{"--plot-compare", "building.dxf", "missing.dxf", "-o", "a.png"}, 3, ""}}) {
         const Outcome outcome = place.run(row.arguments);
         EXPECT_EQ(outcome.code, row.code) << outcome.error;
         EXPECT_NE(outcome.error.find("qrsconsole: " + row.error), std::string::npos) << outcome.error;
     }
     EXPECT_FALSE(place.has("a.png") || place.has("a.svg"));
+    EXPECT_EQ(place.read("saved.svg"), place.read("building.dxf")) << "the drawing, not the picture";
     EXPECT_EQ(place.run({"building.dxf", "--plot", "nowhere/a.svg"}).code, 4);
 
     // Each layout, after the script; the sheet on its own paper, in points.
