@@ -138,7 +138,7 @@ ExitCode plotDrawing(const Options& options) {
         request.layout = layout;
         request.file = platform::nativeFromTyped(name);
         if (!taken.insert(platform::fileMark(request.file).place).second) {
-            complain(translated("%1: this run has written another file there; the picture is not drawn", name));
+            complain(translated("%1 is the drawing or another picture of this run; it is not written over", name));
             code = ExitCode::CannotWrite;
             break;
         }

@@ -348,7 +348,7 @@ TEST(Usage, PlotsDrawings) {
               "a.png: an image of 118110 x 118110 dots is too large; fewer dots per inch (--dpi) make it smaller"},
           Row{{"building.dxf", "-o", "saved.svg", "--plot", "./saved.svg"},
               4,
-              "./saved.svg: this run has written another"},
+              "./saved.svg is the drawing or another picture of this run"},
           Row{{"--plot-compare", "building.dxf", "missing.dxf", "-o", "a.png"}, 3, ""}}) {
         const Outcome outcome = place.run(row.arguments);
         EXPECT_EQ(outcome.code, row.code) << outcome.error;
