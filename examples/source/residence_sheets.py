@@ -12,7 +12,7 @@ DIAGRAMS, LEGEND, SITE = (0, -27000), (62000, 9000), (0, -72000)  # where they l
 
 # Annotation of the enlarged part, and of the plan: each is frozen in the other's viewport.
 OF_DETAIL = ["给排-%s-标注" % name for name in ("生活给水", "热水给水", "污水", "废水", "自动喷淋")] + ["公用-标注"]
-OF_PLAN = ["给排-%s-管径文字" % name for name in ("生活给水", "热水给水", "自动喷淋")] + ["建筑-轴线标注", "建筑-尺寸", "给排-虚线", "公用-索引符号"]
+OF_PLAN = ["给排-%s-管径文字" % name for name in ("生活给水", "热水给水", "废水", "自动喷淋")] + ["建筑-轴线标注", "建筑-尺寸", "给排-虚线", "公用-索引符号"]
 
 NOTES = ["设计说明", "1. 本图尺寸以毫米计，标高以米计；±0.000 为首层室内地面。",
          "2. 给水管、热水管为公称直径 DN；排水塑料管为外径 dn。", "3. 生活给水采用 PPR 管，热水采用薄壁不锈钢管，吊顶内敷设；",

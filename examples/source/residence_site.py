@@ -49,7 +49,7 @@ class Site:
 def add_site(pen):
     site = Site(pen)
     add_ground(pen)
-    site.drain("W", SOIL + [("W9", 44000)], NORTH, "dn300", "0.005", 1100, "east")
+    site.drain("W", SOIL + [("W9", 44000)], NORTH, "dn300", "0.005", 1100, "above", "above", "east", "east")
     for name, x in SOIL:
         site.pipe("W", "dn160", (x, 9700, -900), name, "0.010", "UPVC管")
     site.drain("F", BALCONY + [("F5", 44000)], WASTE, "dn200", "0.005", 900, "east", "west")
@@ -65,11 +65,11 @@ def add_site(pen):
         site.pipe("Y", "dn160", (x, -1300, -900), name, "0.010", "UPVC管")
     site.pipe("Y", "d400", "Y5", (56000, SOUTH, -1600), "0.003")
     add_mains(site)
-    for system, at, text in (("W", (21000, NORTH + 2750), "dn300 i=0.005"), ("F", (21000, WASTE + 1200), "dn200 i=0.005"),
+    for system, at, text in (("W", (20800, NORTH + 2900), "dn300 i=0.005"), ("F", (21000, WASTE + 1200), "dn200 i=0.005"),
                              ("Y", (21000, SOUTH + 1200), "d400 i=0.003"), ("J", (2000, 20700), "DN150"),
                              ("XH", (2000, 23200), "DN150")):
         site.size(system, at, text)
-    for text, at in (("接市政污水", (52600, NORTH - 1700)), ("接市政雨水", (51000, SOUTH - 1700)), ("市政给水", (48500, 20700))):
+    for text, at in (("接市政污水", (52600, NORTH - 2700)), ("接市政雨水", (51000, SOUTH - 1700)), ("市政给水", (48500, 20700))):
         pen.text("给排-井标注", at, text, TEXT, "CM", style=WELL_STYLE)
 
 
