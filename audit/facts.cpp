@@ -1,6 +1,8 @@
 // Gathers the facts: the tables, then every entity once, pipes opened, others not.
 #include "facts.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -146,6 +148,11 @@ void addUnnamed(std::vector<Facts>& facts, bool (*isBuiltIn)(std::wstring_view),
     }
 }
 
+void addAll(ByName<Tally>& to, const ByName<Tally>& from) {
+    for (const auto& [name, tally] : from)
+        to[name].add(tally);
+}
+
 template <class Facts>
 void use(const Finder<Facts>& records, std::wstring_view name) {
     if (Facts* record = records.find(name)) record->isUsed = true;
@@ -180,6 +187,31 @@ std::wstring handleOf(AcDbObjectId id) {
     return text;
 }
 
+void TableFacts::add(const TableFacts& other) {
+    const auto addObjects = [](auto& to, const auto& from) {
+        for (std::size_t i = 0; i < to.size(); ++i)
+            to[i].objects.add(from[i].objects);
+    };
+    addObjects(layers, other.layers);
+    addObjects(linetypes, other.linetypes);
+    addObjects(textStyles, other.textStyles);
+    addObjects(dimStyles, other.dimStyles);
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        layers[i].ownColor.add(other.layers[i].ownColor);
+        layers[i].ownLinetype.add(other.layers[i].ownLinetype);
+        layers[i].ownLineWeight.add(other.layers[i].ownLineWeight);
+    }
+    for (std::size_t i = 0; i < dimStyles.size(); ++i)
+        addAll(dimStyles[i].objectsByLayer, other.dimStyles[i].objectsByLayer);
+    attachments.insert(attachments.end(), other.attachments.begin(), other.attachments.end());
+    onLayerZero.add(other.onLayerZero);
+    addAll(missingLayers, other.missingLayers);
+    addAll(missingLinetypes, other.missingLinetypes);
+    addAll(missingTextStyles, other.missingTextStyles);
+    addAll(missingDimStyles, other.missingDimStyles);
+    entities += other.entities;
+}
+
 DrawingFacts::DrawingFacts(AcDbDatabase& of) : database(of) {
     readTables();
     readEntities();
@@ -198,52 +230,90 @@ void DrawingFacts::readTables() {
     readTable<AcDbDimStyleTable, AcDbDimStyleTableRecord>(database, dimStyles);
 }
 
-void DrawingFacts::readEntities() {
-    std::unordered_map<std::uint32_t, LayerFacts*> layerById;
-    for (LayerFacts& layer : layers)
-        layerById.emplace(layer.id.recordNumber(), &layer);
-    const Finder<RecordFacts> linetypeFinder(linetypes);
-    const Finder<TextStyleFacts> textStyleFinder(textStyles);
-    const Finder<DimStyleFacts> dimStyleFinder(dimStyles);
-    TEntityLooks looks(&database);
-    for (TEntityLook look; looks.Next(look);) {
-        ++entities;
-        const auto found = look.layer.isNull() ? layerById.end() : layerById.find(look.layer.recordNumber());
-        LayerFacts* layer = found != layerById.end() ? found->second : nullptr;
-        if (layer != nullptr) {
-            layer->objects.add(look.id);
-            if (look.hasOwnColor) layer->ownColor.add(look.id);
-            if (look.hasOwnLinetype) layer->ownLinetype.add(look.id);
-            if (look.hasOwnLineWeight) layer->ownLineWeight.add(look.id);
-        } else if (!look.layerName.empty()) {
-            missingLayers[std::wstring(look.layerName)].add(look.id);
-        }
+// Where a pipe lies; it is opened when all entities have been counted.
+struct DrawingFacts::PipePlace {
+    AcDbObjectId id;
+    TEntityLook::Space space = TEntityLook::kBlock;
+    std::wstring layer;
+};
+
+// What the entities of one part of the drawing say.
+class DrawingFacts::EntityCounter {
+  public:
+    explicit EntityCounter(TableFacts& facts)
+        : facts_(facts), linetypes_(facts.linetypes), textStyles_(facts.textStyles), dimStyles_(facts.dimStyles) {
+        for (LayerFacts& layer : facts.layers)
+            layers_.emplace(layer.id.recordNumber(), &layer);
+    }
+
+    void count(const TEntityLook& look) {
+        ++facts_.entities;
+        const LayerFacts* layer = countOnLayer(look);
         const std::wstring_view layerName = layer != nullptr ? std::wstring_view(layer->name) : look.layerName;
         if (look.hasOwnLinetype && !isSameName(look.linetype, L"ByBlock"))
-            tell(linetypeFinder, look.linetype, look.id, missingLinetypes);
-        tell(textStyleFinder, look.textStyle, look.id, missingTextStyles);
-        tell(dimStyleFinder, look.dimStyle, look.id, missingDimStyles);
+            tell(linetypes_, look.linetype, look.id, facts_.missingLinetypes);
+        tell(textStyles_, look.textStyle, look.id, facts_.missingTextStyles);
+        tell(dimStyles_, look.dimStyle, look.id, facts_.missingDimStyles);
         if (!look.dimStyle.empty())
-            if (DimStyleFacts* style = dimStyleFinder.find(look.dimStyle))
+            if (DimStyleFacts* style = dimStyles_.find(look.dimStyle))
                 style->objectsByLayer[std::wstring(layerName)].add(look.id);
-        if (look.space == TEntityLook::kModel && !look.isPart && layerName == L"0") onLayerZero.add(look.id);
-        if (look.typeName == kPipe) readPipe(look, layerName);
+        if (look.space == TEntityLook::kModel && !look.isPart && layerName == L"0") facts_.onLayerZero.add(look.id);
+        if (look.typeName == kPipe) pipes.push_back({look.id, look.space, std::wstring(layerName)});
         // What lies in a block is drawn as often as the block, or never.
-        if (look.space != TEntityLook::kModel) continue;
-        if (look.typeName == kNode && IsWell(look.id)) wells.push_back(look.id);
-        if (look.typeName == kAttachment) attachments.push_back(look.id);
+        if (look.space != TEntityLook::kModel) return;
+        if (look.typeName == kNode) nodes.push_back(look.id);
+        if (look.typeName == kAttachment) facts_.attachments.push_back(look.id);
+    }
+
+    std::vector<PipePlace> pipes;
+    std::vector<AcDbObjectId> nodes;
+
+  private:
+    // Null when the table lacks it.
+    const LayerFacts* countOnLayer(const TEntityLook& look) {
+        const auto found = look.layer.isNull() ? layers_.end() : layers_.find(look.layer.recordNumber());
+        if (found == layers_.end()) {
+            if (!look.layerName.empty()) facts_.missingLayers[std::wstring(look.layerName)].add(look.id);
+            return nullptr;
+        }
+        LayerFacts& layer = *found->second;
+        layer.objects.add(look.id);
+        if (look.hasOwnColor) layer.ownColor.add(look.id);
+        if (look.hasOwnLinetype) layer.ownLinetype.add(look.id);
+        if (look.hasOwnLineWeight) layer.ownLineWeight.add(look.id);
+        return &layer;
+    }
+
+    TableFacts& facts_;
+    std::unordered_map<std::uint32_t, LayerFacts*> layers_;
+    Finder<RecordFacts> linetypes_;
+    Finder<TextStyleFacts> textStyles_;
+    Finder<DimStyleFacts> dimStyles_;
+};
+
+void DrawingFacts::readEntities() {
+    TableFacts following = *this;
+    EntityCounter counters[] = {EntityCounter(*this), EntityCounter(following)};
+    TEntityLooks::Tell(
+        &database, [&](const TEntityLook& look) { counters[0].count(look); },
+        [&](const TEntityLook& look) { counters[1].count(look); });
+    add(following);
+    for (const EntityCounter& counter : counters) {
+        for (const PipePlace& pipe : counter.pipes)
+            readPipe(pipe);
+        std::copy_if(counter.nodes.begin(), counter.nodes.end(), std::back_inserter(wells), &IsWell);
     }
 }
 
-void DrawingFacts::readPipe(const TEntityLook& look, std::wstring_view layer) {
-    const AcDbObjectPointer<TDbPipe> pipe(look.id, AcDb::kForRead);
+void DrawingFacts::readPipe(const PipePlace& place) {
+    const AcDbObjectPointer<TDbPipe> pipe(place.id, AcDb::kForRead);
     if (pipe.openStatus() != Acad::eOk) return;
     PipeFacts facts;
-    facts.id = look.id;
-    facts.isInBlock = look.space == TEntityLook::kBlock;
+    facts.id = place.id;
+    facts.isInBlock = place.space == TEntityLook::kBlock;
     facts.system = kept(PipeSystemTool::GetPipeSystemName(pipe.object()).GetString());
     facts.drawnSystem = kept(pipe->GetDrawnSystemName());
-    facts.layer = kept(std::wstring(layer));
+    facts.layer = kept(place.layer);
     const auto mark = [&](const ACHAR* name) { return kept(PwxTool::ReadXdata(pipe.object(), name).GetString()); };
     facts.serial = mark(kSerial);
     facts.building = mark(kBuilding);
@@ -258,7 +328,7 @@ void DrawingFacts::readPipe(const TEntityLook& look, std::wstring_view layer) {
     AcDbObjectIdArray following;
     pipe->GetAttachments(following);
     facts.attachments.assign(following.begin(), following.end());
-    (look.space == TEntityLook::kModel ? pipes : pipesElsewhere).push_back(std::move(facts));
+    (place.space == TEntityLook::kModel ? pipes : pipesElsewhere).push_back(std::move(facts));
 }
 
 // Layers name them without being objects that are counted.

@@ -13,8 +13,6 @@
 #include "dbcolor.h"
 #include "dbmain.h"
 
-struct TEntityLook;
-
 namespace qrs::audit {
 
 // How many objects, and which come first.
@@ -88,7 +86,23 @@ struct PipeFacts {
     std::vector<AcDbObjectId> attachments;
 };
 
-class DrawingFacts {
+// The tables, and what entities say of their records. The entities of a large drawing are counted in two parts.
+struct TableFacts {
+    std::vector<LayerFacts> layers;
+    std::vector<RecordFacts> linetypes;
+    std::vector<TextStyleFacts> textStyles;
+    std::vector<DimStyleFacts> dimStyles;
+    std::vector<AcDbObjectId> attachments;  // of model space
+    Tally onLayerZero;                      // of model space
+    // What objects name and the tables lack.
+    ByName<Tally> missingLayers, missingLinetypes, missingTextStyles, missingDimStyles;
+    std::uint64_t entities = 0;
+
+    // What entities that follow have said of the same tables.
+    void add(const TableFacts& other);
+};
+
+class DrawingFacts : public TableFacts {
   public:
     // The drawing stays open as long as the facts are used.
     explicit DrawingFacts(AcDbDatabase& database);
@@ -96,22 +110,17 @@ class DrawingFacts {
     DrawingFacts& operator=(const DrawingFacts&) = delete;
 
     AcDbDatabase& database;
-    std::vector<LayerFacts> layers;
-    std::vector<RecordFacts> linetypes;
-    std::vector<TextStyleFacts> textStyles;
-    std::vector<DimStyleFacts> dimStyles;
-    std::vector<PipeFacts> pipes;           // of model space, as are the wells and the attachments
+    std::vector<PipeFacts> pipes;           // of model space, as are the wells
     std::vector<PipeFacts> pipesElsewhere;  // of blocks and paper space
-    std::vector<AcDbObjectId> wells, attachments;
-    Tally onLayerZero;  // of model space
-    // What objects name and the tables lack.
-    ByName<Tally> missingLayers, missingLinetypes, missingTextStyles, missingDimStyles;
-    std::uint64_t entities = 0;
+    std::vector<AcDbObjectId> wells;
 
   private:
+    class EntityCounter;
+    struct PipePlace;
+
     void readTables();
     void readEntities();
-    void readPipe(const TEntityLook& look, std::wstring_view layer);
+    void readPipe(const PipePlace& place);
     void findLostLinetypes();
     void findUsed();
     std::wstring_view kept(std::wstring text);

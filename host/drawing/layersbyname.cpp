@@ -23,4 +23,9 @@ RecordId LayersByName::find(dxf::NameId name) {
     return layer;
 }
 
+void LayersByName::findAll() {
+    for (std::size_t name = 0; name < drawing_.nameCount(); ++name)
+        find(static_cast<dxf::NameId>(name));
+}
+
 }  // namespace qrs::host

@@ -14,6 +14,8 @@ class LayersByName {
     // kNoRecord when the drawing does not have the layer.
     dxf::RecordId of(dxf::RecordId entity) { return find(drawing_.record(entity).layer); }
     dxf::RecordId find(dxf::NameId name);
+    // Looks up every name, so that several threads can ask until the drawing is changed.
+    void findAll();
 
   private:
     const dxf::Drawing& drawing_;

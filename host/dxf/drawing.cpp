@@ -155,8 +155,9 @@ std::string_view Drawing::typeName(std::uint16_t type) const {
 
 std::string_view Drawing::typeNameOf(RecordId id) const {
     if (record(id).type != kTypeUncounted) return typeName(record(id).type);
-    Tag tag;
-    return tags(id).next(tag) ? trimmed(tag.value) : std::string_view();
+    // Not through the texts of binary records, which several threads cannot share.
+    StoredTags tags = storedTags(id);
+    return tags.next() ? trimmed(tags.value()) : std::string_view();
 }
 
 std::string_view Drawing::name(NameId id) const {

@@ -110,7 +110,11 @@ class Drawing {
 
     // Walks through the whole drawing tell of each record they have passed, so that a large file does not fill the
     // memory with what was looked at once.
-    SourceRelease beginRelease() const { return SourceRelease(*source_); }
+    SourceRelease beginRelease(RecordId from) const {
+        SourceRelease release(*source_);
+        if (from != kNoRecord && from != first()) release.beginAt(contents_.of(from));
+        return release;
+    }
     void release(SourceRelease& release, RecordId passed) const { release.done(contents_.of(passed)); }
     TagSweep beginSweep() const { return TagSweep(source_->bytes(), index_.lineEnd); }
 

@@ -5,10 +5,18 @@
 
 namespace qrs::dxf {
 
-void SourceRelease::done(std::string_view piece) {
+bool SourceRelease::liesInFile(std::string_view piece) const {
     const std::string_view bytes = source_.bytes();
-    if (source_.file() == nullptr || piece.data() < bytes.data() || piece.data() >= bytes.data() + bytes.size()) return;
-    const auto end = static_cast<std::size_t>(piece.data() + piece.size() - bytes.data());
+    return source_.file() != nullptr && piece.data() >= bytes.data() && piece.data() < bytes.data() + bytes.size();
+}
+
+void SourceRelease::beginAt(std::string_view piece) {
+    if (liesInFile(piece)) released_ = static_cast<std::size_t>(piece.data() - source_.bytes().data());
+}
+
+void SourceRelease::done(std::string_view piece) {
+    if (!liesInFile(piece)) return;
+    const auto end = static_cast<std::size_t>(piece.data() + piece.size() - source_.bytes().data());
     if (end - released_ < kReleaseStep) return;
     source_.file()->release(released_, end);
     released_ = end;

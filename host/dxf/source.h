@@ -38,10 +38,14 @@ class Source {
 class SourceRelease {
   public:
     explicit SourceRelease(const Source& source) : source_(source) {}
+    // What lies before this piece stays with those who read it.
+    void beginAt(std::string_view piece);
     // Tells it that a piece is not needed any more; one that does not lie in the file is passed over.
     void done(std::string_view piece);
 
   private:
+    bool liesInFile(std::string_view piece) const;
+
     const Source& source_;
     std::size_t released_ = 0;
 };

@@ -1,9 +1,12 @@
 // Whole drawings: a new one, header variables, real files.
 #include <cstdlib>
 #include <filesystem>
+#include <thread>
+#include <tuple>
 
 #include "../folder.h"
 #include "dbents.h"
+#include "qrs_looks.h"
 #include "support.h"
 
 using namespace dbtest;
@@ -159,6 +162,36 @@ TEST(DbDrawing, ColoursKnowThePalette) {
     red.setColorIndex(1);
     EXPECT_NE(color, red);
     EXPECT_EQ(red.red(), 255);
+}
+
+// Names that the drawing has and others, by text and by handle.
+TEST(SideBySide, TwoReadersHearWhatOneDoes) {
+    std::string tags =
+        "0=SECTION;2=HEADER;9=$ACADVER;1=AC1024;0=ENDSEC;0=SECTION;2=TABLES;0=TABLE;2=LAYER;0=LAYER;5=10;2=PIPE;70=0;"
+        "0=ENDTAB;0=TABLE;2=STYLE;0=STYLE;5=11;2=NOTES;70=0;0=ENDTAB;0=ENDSEC;0=SECTION;2=ENTITIES;";
+    for (int i = 0; i < 7000; ++i) {
+        const std::string name = std::to_string(i / 70);
+        tags += "0=LINE;8=pipe;6=" + name + ";0=MULTILEADER;8=" + name + ";172=2;343=" + (i % 2 == 0 ? "11" : name) +
+                ";0=TEXT;8=0;7=" + name + ";62=1;";
+    }
+    qrs::platform::Error error;
+    const auto database = DatabaseAccess::openBytes(dxfText(tags + "0=ENDSEC;0=EOF"), "drawing", error);
+    ASSERT_TRUE(database) << error.message;
+    using Told = std::vector<std::tuple<AcDbObjectId, AcDbObjectId, std::wstring, std::wstring, std::wstring, bool>>;
+    const auto note = [](Told& told, const TEntityLook& look) {
+        told.emplace_back(look.id, look.layer, look.layerName, look.linetype, look.textStyle, look.hasOwnColor);
+    };
+    Told whole, first, second;
+    TEntityLooks looks(database.get());
+    for (TEntityLook look; looks.Next(look);)
+        note(whole, look);
+    TEntityLooks::Tell(
+        database.get(), [&](const TEntityLook& look) { note(first, look); },
+        [&](const TEntityLook& look) { note(second, look); });
+    EXPECT_EQ(second.empty(), std::thread::hardware_concurrency() < 2);
+    first.insert(first.end(), second.begin(), second.end());
+    EXPECT_EQ(whole.size(), 21000u);
+    EXPECT_TRUE(first == whole);
 }
 
 TEST(DbDrawing, RealFilesAreWalkedWithoutChangingThem) {

@@ -2,12 +2,14 @@
 #include "host/objectarx/db/entitywalk.h"
 
 #include <array>
+#include <map>
 #include <optional>
 #include <vector>
 
 #include "host/drawing/entityformat.h"
 #include "host/dxf/groupcodes.h"
 #include "host/objectarx/db/state.h"
+#include "host/platform/beside.h"
 
 namespace qrs::host {
 
@@ -28,6 +30,9 @@ constexpr int kStyle = 343;
 constexpr int kLines = 302;
 constexpr int kEndOfContext = 301;
 }  // namespace leader
+
+// Drawings of fewer records are walked through before a thread has begun.
+constexpr std::size_t kWorthSharing = 20000;
 
 // Names of records stand under codes below this one alone.
 constexpr std::size_t kFirstCoordinate = 10;
@@ -98,18 +103,49 @@ bool setLeaderStyle(dxf::Drawing& drawing, dxf::RecordId record, std::uint64_t s
 }  // namespace
 
 struct EntityWalk::Place {
-    explicit Place(DatabaseState& of) : state(of), record(of.drawing().first()), passed(of.drawing().beginRelease()) {}
+    Place(DatabaseState& of, dxf::RecordId from, dxf::RecordId to)
+        : state(of),
+          drawing(of.drawing()),
+          record(from),
+          end(to),
+          passed(drawing.beginRelease(from)),
+          sweep(drawing.beginSweep()) {}
 
     DatabaseState& state;
+    const dxf::Drawing& drawing;
     dxf::RecordId record;
+    dxf::RecordId end;  // the first one that is another walk's
     dxf::SourceRelease passed;
-    std::optional<dxf::StoredTags> tags = {};
+    bool hasBegun = false;
+    dxf::TagSweep sweep;                         // of a text drawing
+    std::optional<dxf::StoredTags> stored = {};  // of a binary one
+    dxf::RawTag tag = {};
     const TypeNames* names = nullptr;
     bool isCommon = true;  // before the second subclass
     bool hasSeenLayer = false;
     std::int64_t content = 0;                 // of a multileader
     std::vector<TypeNames> namesByType = {};  // by the drawing's number of the type
     TypeNames namesOfUncounted = {};
+    std::map<std::uint64_t, std::wstring> textStyles = {};  // by handle
+
+    // The tags of the record.
+    void beginTags() {
+        if (drawing.isBinary())
+            stored.emplace(drawing.storedTags(record));
+        else
+            sweep.begin(drawing.bytes(record));
+    }
+    bool nextTag() {
+        if (stored) {
+            if (!stored->next()) return false;
+            tag.code = stored->code();
+            return true;
+        }
+        while (sweep.next(tag))
+            if (tag.code != codes::kComment) return true;
+        return false;
+    }
+    std::string_view value() { return stored ? stored->value() : dxf::textOf(tag); }
 
     const TypeNames& namesOf(std::uint16_t type, std::string_view typeName) {
         if (type == dxf::kTypeUncounted) return namesOfUncounted = host::namesOf(typeName);
@@ -122,29 +158,48 @@ struct EntityWalk::Place {
     // Whether the tag names the style of a text that the leader holds.
     bool isStyleOfLeader(int code) {
         if (!names->isLeader) return false;
-        if (code == leader::kContent) content = EntityWalk::integer(tags->value(), 0);
+        if (code == leader::kContent) content = EntityWalk::integer(value(), 0);
         return code == leader::kStyle && content == leader::kText;
     }
 };
 
-EntityWalk::EntityWalk(AcDbDatabase& database) {
+// What several walks read together is looked up before the first step.
+EntityWalk::EntityWalk(AcDbDatabase& database, WalkedPart part) {
     DatabaseState* state = DatabaseState::of(&database);
     state->objects().writeAll();
-    place_ = std::make_unique<Place>(*state);
+    const dxf::Drawing& drawing = state->drawing();
+    dxf::RecordId from = drawing.first();
+    dxf::RecordId to = dxf::kNoRecord;
+    if (part != WalkedPart::All) {
+        auto middle = static_cast<dxf::RecordId>(drawing.recordCount() / 2);
+        if (drawing.isErased(middle)) middle = drawing.next(middle);
+        (part == WalkedPart::First ? to : from) = middle;
+        state->contents().layers().findAll();
+    }
+    place_ = std::make_unique<Place>(*state, from, to);
+    for (const dxf::RecordId style : state->tables().records(TableKind::TextStyle))
+        if (const std::uint64_t handle = drawing.record(style).handle; handle != 0)
+            place_->textStyles.emplace(handle, state->tables().nameOf(style));
+}
+
+bool EntityWalk::isWorthSharing(const AcDbDatabase& database) {
+    return DatabaseState::of(&database)->drawing().recordCount() >= kWorthSharing && platform::processorCount() > 1;
 }
 
 EntityWalk::~EntityWalk() = default;
 
 bool EntityWalk::next(WalkedEntity& entity) {
-    const dxf::Drawing& drawing = place_->state.drawing();
+    const dxf::Drawing& drawing = place_->drawing;
     dxf::RecordId& record = place_->record;
-    if (place_->tags) {
+    if (record == place_->end) return false;
+    if (place_->hasBegun) {
         drawing.release(place_->passed, record);
         record = drawing.next(record);
     }
-    while (record != dxf::kNoRecord && drawing.record(record).kind != dxf::RecordKind::Entity)
+    place_->hasBegun = true;
+    while (record != place_->end && drawing.record(record).kind != dxf::RecordKind::Entity)
         record = drawing.next(record);
-    if (record == dxf::kNoRecord) return false;
+    if (record == place_->end) return false;
     const dxf::Record& entry = drawing.record(record);
     const bool isPart = (entry.flags & dxf::kSubEntity) != 0;
     const dxf::Record& whole = isPart && entry.owner != dxf::kNoRecord ? drawing.record(entry.owner) : entry;
@@ -157,7 +212,7 @@ bool EntityWalk::next(WalkedEntity& entity) {
     entity.isPart = isPart;
     place_->names = &place_->namesOf(entry.type, entity.typeName);
     entity.style = place_->names->style;
-    place_->tags.emplace(drawing.storedTags(record));
+    place_->beginTags();
     place_->isCommon = true;
     place_->hasSeenLayer = false;
     place_->content = 0;
@@ -166,21 +221,21 @@ bool EntityWalk::next(WalkedEntity& entity) {
 
 bool EntityWalk::nextTag(EntityTag& tag) {
     Place& place = *place_;
-    while (place.tags && place.tags->next()) {
-        const int code = place.tags->code();
+    while (place.nextTag()) {
+        const int code = place.tag.code;
         // Extended data stands at the end.
         if (code >= codes::kFirstXdata) return false;
         if (code == codes::kSubclass) {
             // Some programs write what entities share after the second mark: where the layer stands, the rest does.
             // Others write the layer before the first one.
-            place.isCommon = !place.hasSeenLayer || dxf::trimmed(place.tags->value()) == kCommonMark;
+            place.isCommon = !place.hasSeenLayer || dxf::trimmed(place.value()) == kCommonMark;
             if (!place.isCommon && place.names->style == NamedRecord::None && !place.names->isLeader) return false;
             continue;
         }
         tag.isHandle = place.isStyleOfLeader(code);
         if (tag.isHandle) {
             tag.code = code;
-            tag.value = place.tags->value();
+            tag.value = place.value();
             tag.names = NamedRecord::TextStyle;
             return true;
         }
@@ -189,23 +244,21 @@ bool EntityWalk::nextTag(EntityTag& tag) {
         tag.names = mayName ? place.names->byCode[static_cast<std::size_t>(code)] : NamedRecord::None;
         if (tag.names == NamedRecord::None && !(place.isCommon && isLook(code))) continue;
         tag.code = code;
-        tag.value = place.tags->value();
+        tag.value = place.value();
         return true;
     }
     return false;
 }
 
 std::wstring EntityWalk::text(std::string_view value) const {
-    return readText(place_->state.drawing(), value);
+    return readText(place_->drawing, value);
 }
 
 std::wstring EntityWalk::textStyle(std::string_view handle) const {
-    const DatabaseState& state = place_->state;
     const std::uint64_t number = dxf::toHandle(handle);
     if (number == 0) return {};
-    const AcDbObjectId id = state.idOf(state.drawing().findHandle(number));
-    if (DatabaseState::isRecordOf(id, TableKind::TextStyle)) return state.tables().nameOf(id.recordNumber());
-    return wideHandle(number);
+    const auto style = place_->textStyles.find(number);
+    return style != place_->textStyles.end() ? style->second : wideHandle(number);
 }
 
 std::int64_t EntityWalk::integer(std::string_view value, std::int64_t fallback) {

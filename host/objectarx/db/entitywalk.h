@@ -28,6 +28,9 @@ struct WalkedEntity {
     NamedRecord style = NamedRecord::None;  // what styles entities of its type have
 };
 
+// Two walks, each through one part of a drawing, may go side by side once both have been made.
+enum class WalkedPart : std::uint8_t { All, First, Second };
+
 struct EntityTag {
     int code = 0;
     std::string_view value;  // in the bytes of the drawing; good until the next tag
@@ -38,7 +41,7 @@ struct EntityTag {
 class QRS_HOST_PORT EntityWalk {
   public:
     // Entities that are open are written into the drawing first. The drawing is not to be changed during the walk.
-    explicit EntityWalk(AcDbDatabase& database);
+    explicit EntityWalk(AcDbDatabase& database, WalkedPart part = WalkedPart::All);
     ~EntityWalk();
     EntityWalk(const EntityWalk&) = delete;
     EntityWalk& operator=(const EntityWalk&) = delete;
@@ -52,6 +55,8 @@ class QRS_HOST_PORT EntityWalk {
     // The name of the text style with that handle; the handle itself when no text style has it, nothing for zero.
     std::wstring textStyle(std::string_view handle) const;
     static std::int64_t integer(std::string_view value, std::int64_t fallback);
+    // Whether there is so much that another thread has begun before this one is done.
+    static bool isWorthSharing(const AcDbDatabase& database);
 
   private:
     struct Place;

@@ -1,17 +1,20 @@
 // What entities are drawn with, from the tags they share.
 #include "qrs_looks.h"
 
+#include <exception>
 #include <map>
 #include <string>
 
 #include "acdb.h"
 #include "host/objectarx/db/entitywalk.h"
+#include "host/platform/beside.h"
 #include "host/platform/text.h"
 
 using qrs::host::EntityTag;
 using qrs::host::EntityWalk;
 using qrs::host::NamedRecord;
 using qrs::host::WalkedEntity;
+using qrs::host::WalkedPart;
 
 namespace {
 
@@ -32,7 +35,9 @@ bool isSame(std::wstring_view a, std::wstring_view b) {
 }  // namespace
 
 struct TEntityLooks::State {
-    explicit State(AcDbDatabase& database) : walk(database) {}
+    State(AcDbDatabase& database, WalkedPart part) : walk(database, part) {}
+
+    bool next(TEntityLook& look);
 
     std::wstring_view nameOf(std::string_view bytes) {
         if (const auto known = names.find(bytes); known != names.end()) return known->second;
@@ -75,17 +80,21 @@ struct TEntityLooks::State {
 };
 
 TEntityLooks::TEntityLooks(AcDbDatabase* database) {
-    if (database != nullptr) state_ = std::make_unique<State>(*database);
+    if (database != nullptr) state_ = std::make_unique<State>(*database, WalkedPart::All);
 }
 
 TEntityLooks::~TEntityLooks() = default;
 
 bool TEntityLooks::Next(TEntityLook& look) {
+    return state_ && state_->next(look);
+}
+
+bool TEntityLooks::State::next(TEntityLook& look) {
     WalkedEntity entity;
-    if (!state_ || !state_->walk.next(entity)) return false;
+    if (!walk.next(entity)) return false;
     look = TEntityLook();
-    if (state_->names.size() >= kMostNames) state_->names.clear();
-    if (state_->styles.size() >= kMostNames) state_->styles.clear();
+    if (names.size() >= kMostNames) names.clear();
+    if (styles.size() >= kMostNames) styles.clear();
     look.id = entity.id;
     look.layer = entity.layer;
     look.typeName = entity.typeName;
@@ -94,9 +103,35 @@ bool TEntityLooks::Next(TEntityLook& look) {
     if (entity.isPaper) look.space = TEntityLook::kPaper;
     if (entity.style == NamedRecord::TextStyle) look.textStyle = kStandard;
     if (entity.style == NamedRecord::DimStyle) look.dimStyle = kStandard;
-    for (EntityTag tag; state_->walk.nextTag(tag);)
-        state_->take(look, tag);
+    for (EntityTag tag; walk.nextTag(tag);)
+        take(look, tag);
     return true;
+}
+
+void TEntityLooks::Tell(AcDbDatabase* database, const TEntityLookReader& first, const TEntityLookReader& second) {
+    if (database == nullptr) return;
+    const auto tell = [](State& state, const TEntityLookReader& reader) {
+        for (TEntityLook look; state.next(look);)
+            reader(look);
+    };
+    const bool isShared = EntityWalk::isWorthSharing(*database);
+    State mine(*database, isShared ? WalkedPart::First : WalkedPart::All);
+    if (!isShared) return tell(mine, first);
+    State other(*database, WalkedPart::Second);
+    std::exception_ptr problem;
+    const auto tellOther = [&] {
+        try {
+            tell(other, second);
+        } catch (...) {
+            problem = std::current_exception();
+        }
+    };
+    {
+        qrs::platform::Beside beside(tellOther);
+        tell(mine, first);
+        if (!beside.hasBegun()) tellOther();
+    }
+    if (problem) std::rethrow_exception(problem);
 }
 
 std::wstring LostLinetype(AcDbObjectId layer) {

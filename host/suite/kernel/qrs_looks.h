@@ -5,6 +5,7 @@
 //         if (look.hasOwnColor) ++ownColors[look.layer];
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -37,6 +38,8 @@ struct TEntityLook {
     std::wstring_view dimStyle;  // of dimensions, leaders and tolerances; likewise
 };
 
+using TEntityLookReader = std::function<void(const TEntityLook& look)>;
+
 class QRS_HOST_PORT TEntityLooks {
   public:
     // The drawing is not to be changed while they are told. A null database has none.
@@ -47,6 +50,11 @@ class QRS_HOST_PORT TEntityLooks {
 
     // The next entity in the order of the file, vertices and attributes after what they belong to. False at the end.
     bool Next(TEntityLook& look);
+
+    // Tells all of them to two readers: the first part of a large drawing to one and the rest to the other, each in the
+    // order of the file, and both at the same time in two threads. A small one is told to the first reader alone. A
+    // reader must not open, change or ask objects, nor touch what the other one writes: it notes what to ask later.
+    static void Tell(AcDbDatabase* database, const TEntityLookReader& first, const TEntityLookReader& second);
 
   private:
     struct State;
