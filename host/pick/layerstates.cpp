@@ -57,7 +57,9 @@ int LayerStates::find(std::wstring_view layer) const {
     const bool isFrozen = (integerOf(drawing_, record, dxf::codes::kFlags, 0) & 1) != 0;
     const bool isFrozenHere = !frozen_.empty() && frozen_.count(platform::foldCase(layer)) != 0;
     const bool isOff = integerOf(drawing_, record, dxf::codes::kColor, 7) < 0;
-    return (isFrozen || isFrozenHere ? kFrozenLayer : 0) | (isOff ? kOffLayer : 0) | (layer == L"0" ? kLayerZero : 0);
+    const bool isPlotted = integerOf(drawing_, record, dxf::codes::kPlottable, 1) != 0;
+    return (isFrozen || isFrozenHere ? kFrozenLayer : 0) | (isOff ? kOffLayer : 0) | (layer == L"0" ? kLayerZero : 0) |
+           (isPlotted ? 0 : kUnplottedLayer);
 }
 
 }  // namespace qrs::host::pick

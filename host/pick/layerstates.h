@@ -14,7 +14,8 @@ namespace qrs::host::pick {
 enum LayerState : int {
     kFrozenLayer = 1,
     kOffLayer = 2,
-    kLayerZero = 4,  // in a block: the layer of the block reference counts
+    kLayerZero = 4,       // in a block: the layer of the block reference counts
+    kUnplottedLayer = 8,  // it can be seen, but is never printed
 };
 
 // The states of layers, each read from the table when it is first asked for: picks ask for few of many. The drawing

@@ -1,6 +1,9 @@
 // Two drawings in one picture.
+#include <algorithm>
+#include <map>
 #include <memory>
 
+#include "host/pick/kinds.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/language.h"
@@ -50,16 +53,85 @@ LocateFile besides(const std::filesystem::path& file) {
     };
 }
 
-// What differs has a colour, and gives it to all that lies in its block.
-plot::Repaint repaintBy(const dxf::Drawing& drawing, const std::vector<Fate>& fates, const Color& differing,
-                        const Color& same) {
-    return [&drawing, &fates, differing, same](const pick::Entity& entity,
-                                               const std::optional<Color>& outer) -> std::optional<Color> {
-        if (outer && *outer == differing) return outer;
-        const bool isSame = &entity.drawing() != &drawing || fates[entity.id()] == Fate::Same;
-        return isSame ? same : differing;
+bool isAlike(const plot::Sheet::Window& a, const plot::Sheet::Window& b) {
+    const auto numbers = [](const plot::Sheet::Window& window) {
+        std::vector<double> all;
+        const pick::Transform& t = window.toSheet;
+        for (const pick::Vec& v : {window.low, window.high, t.x, t.y, t.z, t.offset})
+            all.insert(all.end(), {v.x, v.y, v.z});
+        return all;
     };
+    return numbers(a) == numbers(b);
 }
+
+// What differs has a colour, and gives it to all that lies in its block or viewport. So has what can be seen here
+// alone.
+class Differences final : public plot::Painter {
+  public:
+    // fates, there: by record of this side; the record in the other drawing.
+    Differences(const Side& here, const Side& other, const std::vector<Fate>& fates,
+                const std::vector<dxf::RecordId>& there, const Color& differing, const Color& same)
+        : here_(here), other_(other), fates_(fates), there_(there), differing_(differing), same_(same) {}
+
+    plot::Paint paint(const pick::Shown& shown, const plot::Paint& outer) const override {
+        if (outer.color == differing_) return outer;
+        plot::Paint paint = outer;
+        paint.layerThere = stateThere(shown, outer);
+        const bool isSeen = (paint.layerThere & pick::kFrozenLayer) == 0 &&
+                            (shown.showsBlock || (paint.layerThere & (pick::kOffLayer | pick::kUnplottedLayer)) == 0);
+        paint.color = isSeen && isSame(shown.entity) ? same_ : differing_;
+        return paint;
+    }
+
+    plot::Paint within(dxf::RecordId viewport) override {
+        plot::Paint paint;
+        if (!other_.sheet || !isSameWindow(viewport)) {
+            paint.color = differing_;
+            return paint;
+        }
+        const dxf::RecordId id = viewport == dxf::kNoRecord ? viewport : there_[viewport];
+        paint.layersThere = &layers_.try_emplace(id, other_.sheet->layersIn(id)).first->second;
+        return paint;
+    }
+
+  private:
+    bool isSame(const pick::Entity& entity) const {
+        if (&entity.drawing() != here_.drawing.get()) return true;
+        const Fate fate = fates_[entity.id()];
+        if (fate == Fate::Redrawn) return pick::findKind(entity.drawing().typeNameOf(entity.id()))->trace != nullptr;
+        return fate == Fate::Same && (other_.drawing->record(there_[entity.id()]).flags & dxf::kInvisible) == 0;
+    }
+    int stateThere(const pick::Shown& shown, const plot::Paint& outer) const {
+        const dxf::Drawing& drawing = shown.entity.drawing();
+        const dxf::RecordId id = shown.entity.id();
+        int state = 0;
+        if (&drawing != here_.drawing.get()) {
+            const std::wstring name = pick::layerName(drawing, drawing.record(id).layer);
+            state = std::max(outer.layersThere->find(name == L"0" ? name : shown.prefix + L"|" + name), 0);
+        } else if (there_[id] != dxf::kNoRecord) {
+            state = outer.layersThere->of(there_[id]);
+        }
+        return shown.depth > 0 && (state & pick::kLayerZero) != 0 ? outer.layerThere : state;
+    }
+    bool isSameWindow(dxf::RecordId viewport) const {
+        if (viewport == dxf::kNoRecord) return true;
+        if (there_[viewport] == dxf::kNoRecord) return false;
+        const std::optional<plot::Sheet::Window> here = here_.sheet->windowOf(viewport);
+        const std::optional<plot::Sheet::Window> there = other_.sheet->windowOf(there_[viewport]);
+        if (!here || !there || !isAlike(*here, *there)) return false;
+        return here->outline == dxf::kNoRecord
+                   ? there->outline == dxf::kNoRecord
+                   : fates_[here->outline] == Fate::Same && there_[here->outline] == there->outline;
+    }
+
+    const Side& here_;
+    const Side& other_;
+    const std::vector<Fate>& fates_;
+    const std::vector<dxf::RecordId>& there_;
+    Color differing_;
+    Color same_;
+    std::map<dxf::RecordId, pick::LayerStates> layers_;  // of the other drawing, by its viewports
+};
 
 }  // namespace
 
@@ -94,13 +166,13 @@ PlotFailure plotComparison(const std::filesystem::path& first, const std::filesy
         const double dots = surface->dotsPerMillimetre();
         plot::Canvas canvas(surface->context(), page.paper.width * dots, page.paper.height * dots);
         plot::Texts texts(canvas);
-        const plot::ViewScale scale{dots, surface->thinnest(), 1.0, false};
-        const plot::Repaint repaints[2] = {repaintBy(*sides[0].drawing, fates.first, kGone, kSame),
-                                           repaintBy(*sides[1].drawing, fates.second, kNew, inFirst ? kUnseen : kNew)};
+        const plot::ViewScale scale{dots, surface->thinnest(), 1.0, false, dxf::kNoRecord};
+        Differences painters[2] = {{sides[0], sides[1], fates.first, fates.firstThere, kGone, kSame},
+                                   {sides[1], sides[0], fates.second, fates.secondThere, kNew, kUnseen}};
         for (int i = 0; i < 2; ++i)
             if (sides[i].sheet)
                 outcome.entities +=
-                    sides[i].sheet->draw(canvas, texts, plot::toDots(page, dots), scale, repaints[i], notes);
+                    sides[i].sheet->draw(canvas, texts, plot::toDots(page, dots), scale, &painters[i], notes);
     }
     outcome.layout = name;
     outcome.width = page.paper.width;

@@ -81,7 +81,8 @@ double headerNumber(const dxf::Drawing& drawing, std::string_view name, int code
     return pick::finiteOf(tag.value).value_or(fallback);
 }
 
-EntityLooks::EntityLooks(const dxf::Drawing& drawing, std::uint64_t viewport) : drawing_(drawing), viewport_(viewport) {
+EntityLooks::EntityLooks(const dxf::Drawing& drawing, dxf::RecordId window)
+    : drawing_(drawing), viewport_(window == dxf::kNoRecord ? 0 : drawing.record(window).handle) {
     globalScale_ = headerNumber(drawing, "$LTSCALE", codes::variable::kReal, 1.0);
     usual_.look.weight = kUsualWeight;
 }

@@ -32,8 +32,8 @@ struct LayerLook {
 
 class EntityLooks {
   public:
-    // viewport: its handle; 0 for none.
-    EntityLooks(const dxf::Drawing& drawing, std::uint64_t viewport);
+    // window: the viewport that is looked through, whose layers may look otherwise; kNoRecord for none.
+    EntityLooks(const dxf::Drawing& drawing, dxf::RecordId window);
 
     // In the order in which a picture hears of entities: what lies in a block asks what the block reference has.
     void enter(const pick::Shown& shown);

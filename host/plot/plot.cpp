@@ -142,8 +142,8 @@ PlotFailure plotDrawing(dxf::Drawing& drawing, pick::References& references, con
         const double dots = surface->dotsPerMillimetre();
         Canvas canvas(surface->context(), page.paper.width * dots, page.paper.height * dots);
         Texts texts(canvas);
-        const ViewScale scale{dots, surface->thinnest(), 1.0, request.isBlack};
-        outcome.entities = sheet.draw(canvas, texts, toDots(page, dots), scale, {}, notes);
+        const ViewScale scale{dots, surface->thinnest(), 1.0, request.isBlack, dxf::kNoRecord};
+        outcome.entities = sheet.draw(canvas, texts, toDots(page, dots), scale, nullptr, notes);
     }
     outcome.layout = layout->name;
     outcome.width = page.paper.width;

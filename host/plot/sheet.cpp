@@ -171,6 +171,7 @@ pick::Box Sheet::extents() {
 }
 
 std::optional<Sheet::Window> Sheet::windowOf(dxf::RecordId id) const {
+    if (!isWindow(id) || pick::LayerStates(drawing_, &tables_).isFrozen(id)) return std::nullopt;
     pick::Entity entity;
     entity.read(drawing_, id);
     const std::optional<Vec> center = entity.point(codes::kPoint);
@@ -223,23 +224,29 @@ std::vector<std::vector<Vec>> Sheet::edgeOf(const Window& window, const Transfor
              toPage.point({window.low.x, window.high.y, 0})}};
 }
 
-std::size_t Sheet::drawWindow(const Window& window, Canvas& canvas, Texts& texts, const Transform& toPage,
-                              const ViewScale& scale, const Repaint& repaint, Notes& notes) {
+pick::LayerStates Sheet::layersIn(dxf::RecordId viewport) const {
     pick::LayerStates layers(drawing_, &tables_);
-    for (const dxf::RecordId layer : FrozenLayers(drawing_, tables_, window.id).layers())
+    if (viewport == dxf::kNoRecord) return layers;
+    for (const dxf::RecordId layer : FrozenLayers(drawing_, tables_, viewport).layers())
         if (layer != dxf::kNoRecord) layers.freeze(tables_.nameOf(layer));
+    return layers;
+}
+
+std::size_t Sheet::drawWindow(const Window& window, Canvas& canvas, Texts& texts, const Transform& toPage,
+                              const ViewScale& scale, Painter* painter, Notes& notes) {
+    const pick::LayerStates layers = layersIn(window.id);
     const Transform toDots = toPage.after(window.toSheet);
     ViewScale inner = scale;
     const double models = std::fabs(pick::scaleOf(toDots));
     // Drawings that do not say how it is come from before the question.
     if (headerNumber(drawing_, "$PSLTSCALE", codes::variable::kInteger, 0) != 0 && models > 0.0)
         inner.linetypeFactor = pick::scaleOf(toPage) / models;
-    inner.viewport = drawing_.record(window.id).handle;
+    inner.window = window.id;
     canvas.pushClip(edgeOf(window, toPage));
     std::size_t count = 0;
     {
         pick::Scene scene(drawing_, layers, references_, locate_);
-        View view(canvas, texts, drawing_, inner, repaint, notes);
+        View view(canvas, texts, drawing_, inner, painter, notes);
         for (const dxf::RecordId id : entities(kModelSpace)) {
             ++count;
             if (scene.show(id, view, toDots)) continue;
@@ -251,18 +258,16 @@ std::size_t Sheet::drawWindow(const Window& window, Canvas& canvas, Texts& texts
     return count;
 }
 
-std::size_t Sheet::draw(Canvas& canvas, Texts& texts, const Transform& toPage, const ViewScale& scale,
-                        const Repaint& repaint, Notes& notes) {
+std::size_t Sheet::draw(Canvas& canvas, Texts& texts, const Transform& toPage, const ViewScale& scale, Painter* painter,
+                        Notes& notes) {
     const pick::LayerStates layers(drawing_, &tables_);
     pick::Scene scene(drawing_, layers, references_, locate_);
-    View view(canvas, texts, drawing_, scale, repaint, notes);
+    View view(canvas, texts, drawing_, scale, painter, notes);
     std::size_t count = 0;
     for (const dxf::RecordId id : entities(space_)) {
         ++count;
-        if (isWindow(id) && !layers.isFrozen(id)) {
-            const std::optional<Window> window = windowOf(id);
-            if (window) count += drawWindow(*window, canvas, texts, toPage, scale, repaint, notes);
-        }
+        if (const std::optional<Window> window = windowOf(id))
+            count += drawWindow(*window, canvas, texts, toPage, scale, painter, notes);
         if (scene.show(id, view, toPage)) continue;
         notes.all.insert(Note::DeepBlocks);
         break;

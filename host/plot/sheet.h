@@ -31,11 +31,13 @@ class Sheet {
     // The box around all that can be seen in the layout.
     pick::Box extents();
     // toPage: from the layout's coordinates to dots. Gives how many entities were drawn.
+    // painter: null for none.
     std::size_t draw(Canvas& canvas, Texts& texts, const pick::Transform& toPage, const ViewScale& scale,
-                     const Repaint& repaint, Notes& notes);
+                     Painter* painter, Notes& notes);
 
-  private:
-    // A viewport of the sheet, and what it shows.
+    // The states of layers as they are seen in a viewport; kNoRecord: in the layout itself.
+    pick::LayerStates layersIn(dxf::RecordId viewport) const;
+    // A viewport of the layout, and what it shows.
     struct Window {
         dxf::RecordId id;
         pick::Vec low;  // of its rectangle on the sheet
@@ -43,12 +45,14 @@ class Sheet {
         pick::Transform toSheet;  // from the model
         dxf::RecordId outline;    // kNoRecord: the rectangle
     };
-
-    std::vector<dxf::RecordId> entities(EntitySpace space) const;
+    // Nothing for one that is off or not of the layout.
     std::optional<Window> windowOf(dxf::RecordId id) const;
+
+  private:
+    std::vector<dxf::RecordId> entities(EntitySpace space) const;
     bool isWindow(dxf::RecordId id) const;
     std::size_t drawWindow(const Window& window, Canvas& canvas, Texts& texts, const pick::Transform& toPage,
-                           const ViewScale& scale, const Repaint& repaint, Notes& notes);
+                           const ViewScale& scale, Painter* painter, Notes& notes);
     std::vector<std::vector<pick::Vec>> edgeOf(const Window& window, const pick::Transform& toPage);
 
     dxf::Drawing& drawing_;

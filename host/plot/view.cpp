@@ -67,9 +67,10 @@ Color mixed(const std::vector<long>& colors) {
 
 }  // namespace
 
-View::View(Canvas& canvas, Texts& texts, const dxf::Drawing& drawing, const ViewScale& scale, const Repaint& repaint,
+View::View(Canvas& canvas, Texts& texts, const dxf::Drawing& drawing, const ViewScale& scale, Painter* painter,
            Notes& notes)
-    : canvas_(canvas), texts_(texts), looks_(drawing, scale.viewport), scale_(scale), repaint_(repaint), notes_(notes) {
+    : canvas_(canvas), texts_(texts), looks_(drawing, scale.window), scale_(scale), painter_(painter), notes_(notes) {
+    if (painter) now_.paint = painter->within(scale.window);
     pointMode_ = static_cast<long>(headerNumber(drawing, "$PDMODE", codes::variable::kInteger, 0));
     pointSize_ = headerNumber(drawing, "$PDSIZE", codes::variable::kReal, 0);
 }
@@ -85,7 +86,7 @@ TextStyles& View::stylesOf(const dxf::Drawing& drawing) {
 }
 
 Color View::colorNow() const {
-    if (now_.painted) return *now_.painted;
+    if (now_.paint.color) return *now_.paint.color;
     const Color own = now_.shapeColor.value_or(looks_.look().color);
     return scale_.isBlack ? Color{0, 0, 0, own.alpha} : own;
 }
@@ -107,13 +108,13 @@ bool View::enter(const pick::Shown& shown) {
             now_.dotScale * std::fabs(look.linetypeScale) * looks_.globalLinetypeScale() * scale_.linetypeFactor;
         now_.isOnePath = isDrawnAsOne(shown.entity);
     }
-    if (repaint_) now_.painted = repaint_(shown.entity, now_.painted);
+    if (painter_) now_.paint = painter_->paint(shown, now_.paint);
     now_.shapeColor.reset();
     now_.shapeWeight.reset();
     now_.isClipped = false;
     if (shown.showsBlock) clip(shown);
     if (isUndrawn(shown.entity)) ++notes_.undrawn[std::string(now_.drawing->typeNameOf(shown.entity.id()))];
-    return looks_.isPlotted() && (!now_.painted || now_.painted->alpha > 0);
+    return looks_.isPlotted() && (!now_.paint.color || now_.paint.color->alpha > 0);
 }
 
 void View::leave() {
@@ -238,12 +239,11 @@ void View::carried(const Dash& dash, const Vec& at, const Vec& along, const Stro
 }
 
 void View::textLine(const pick::TextLine& text, const Transform& toWorld) {
-    texts_.line(text, stylesOf(*now_.drawing).find(text.style), colorNow(), scale_.isBlack || now_.painted, toWorld);
+    texts_.line(text, stylesOf(*now_.drawing).find(text.style), colorNow(), isOneColor(), toWorld);
 }
 
 void View::paragraphs(const pick::Paragraphs& text, const Transform& toWorld) {
-    texts_.paragraphs(text, stylesOf(*now_.drawing).find(text.style), colorNow(), scale_.isBlack || now_.painted,
-                      toWorld);
+    texts_.paragraphs(text, stylesOf(*now_.drawing).find(text.style), colorNow(), isOneColor(), toWorld);
 }
 
 void View::filling(const pick::Filling& filling, const Transform& toWorld) {
@@ -256,7 +256,7 @@ void View::filling(const pick::Filling& filling, const Transform& toWorld) {
         for (Vec& corner : loop)
             corner = toWorld.point(corner);
     Color color = colorNow();
-    if (!filling.gradient.empty() && !now_.painted && !scale_.isBlack) {
+    if (!filling.gradient.empty() && !isOneColor()) {
         const std::uint8_t alpha = color.alpha;
         color = mixed(filling.gradient);
         color.alpha = alpha;

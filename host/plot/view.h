@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -16,6 +15,7 @@
 #include "host/plot/clips.h"
 #include "host/plot/dashes.h"
 #include "host/plot/entitylooks.h"
+#include "host/plot/painter.h"
 #include "host/plot/texts.h"
 
 namespace qrs::host::plot {
@@ -27,22 +27,19 @@ struct Notes {
     std::map<std::string, std::size_t> undrawn;  // entities without a shape, by kind
 };
 
-// Which colour an entity has in place of its own, given that of what it lies in; nothing: its own. One without opacity
-// is not drawn.
-using Repaint = std::function<std::optional<Color>(const pick::Entity&, const std::optional<Color>& outer)>;
-
 struct ViewScale {
     double dotsPerMillimetre = 1.0;
     double thinnest = 1.0;        // dots
     double linetypeFactor = 1.0;  // of dashes, for views that show them at the size of the sheet
     bool isBlack = false;
-    std::uint64_t viewport = 0;  // handle of the one that is looked through: its layers may look otherwise
+    dxf::RecordId window = dxf::kNoRecord;  // the viewport that is looked through
 };
 
 // The coordinates it is told are dots on the page.
 class View final : public pick::Probe, public pick::Picture {
   public:
-    View(Canvas& canvas, Texts& texts, const dxf::Drawing& drawing, const ViewScale& scale, const Repaint& repaint,
+    // painter: null for none.
+    View(Canvas& canvas, Texts& texts, const dxf::Drawing& drawing, const ViewScale& scale, Painter* painter,
          Notes& notes);
     ~View() override;
 
@@ -69,6 +66,8 @@ class View final : public pick::Probe, public pick::Picture {
 
   private:
     Color colorNow() const;
+    // Colours within the entity do not count.
+    bool isOneColor() const { return scale_.isBlack || now_.paint.color; }
     Stroke strokeNow() const;
     bool isDashed() const { return now_.linetype != nullptr && now_.dashScale > 0.0; }
     bool isUndrawn(const pick::Entity& entity);
@@ -82,7 +81,7 @@ class View final : public pick::Probe, public pick::Picture {
     Texts& texts_;
     EntityLooks looks_;
     ViewScale scale_;
-    const Repaint& repaint_;
+    const Painter* painter_;
     Notes& notes_;
     std::map<const dxf::Drawing*, std::unique_ptr<TextStyles>> styles_;
     std::map<const dxf::Drawing*, Clips> clips_;
@@ -93,7 +92,7 @@ class View final : public pick::Probe, public pick::Picture {
         double dashScale = 0.0;  // dots for a drawing unit of the pattern
         double dotScale = 1.0;   // dots for a drawing unit
         bool isOnePath = false;  // the pattern runs through its corners
-        std::optional<Color> painted;
+        Paint paint;
         std::optional<Color> shapeColor;    // of what is drawn of the entity now, in place of the entity's
         std::optional<double> shapeWeight;  // millimetres
         bool isClipped = false;

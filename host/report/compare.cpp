@@ -131,6 +131,11 @@ std::size_t Side::placeOf(RecordId id) const {
     return std::max<std::size_t>(places[id], 1);
 }
 
+// The size and the bytes of the picture that an entity carries; some kinds use the codes for other things.
+bool mayBeOfPicture(int code) {
+    return code == 92 || code == 160 || code == 310;
+}
+
 class Comparison {
   public:
     Comparison(const Drawing& first, const Drawing& second, const std::function<void(const Difference&)>& take)
@@ -322,13 +327,13 @@ void Comparison::tell() {
 Fates Comparison::fates() {
     match();
     Fates fates{std::vector<Fate>(first_.drawing.recordCount(), Fate::Same),
-                std::vector<Fate>(second_.drawing.recordCount(), Fate::Same)};
+                std::vector<Fate>(second_.drawing.recordCount(), Fate::Same), first_.partner, second_.partner};
     // A part tells on what it belongs to.
     const auto note = [](const Side& side, std::vector<Fate>& list, RecordId id, Fate fate) {
-        list[id] = fate;
+        list[id] = std::max(list[id], fate);
         const Record& record = side.drawing.record(id);
-        if ((record.flags & dxf::kSubEntity) != 0 && record.owner != kNoRecord && list[record.owner] == Fate::Same)
-            list[record.owner] = Fate::Changed;
+        if ((record.flags & dxf::kSubEntity) != 0 && record.owner != kNoRecord)
+            list[record.owner] = std::max(list[record.owner], Fate::Changed);
     };
     forEach(second_, [&](RecordId b) {
         if (second_.partner[b] == kNoRecord) note(second_, fates.second, b, Fate::Alone);
@@ -336,18 +341,20 @@ Fates Comparison::fates() {
     forEach(first_, [&](RecordId a) {
         const RecordId b = first_.partner[a];
         if (b == kNoRecord) return note(first_, fates.first, a, Fate::Alone);
-        bool differs = false;
-        const std::function<void(const Difference&)> take = [&differs](const Difference&) { differs = true; };
+        Fate fate = Fate::Same;
+        const std::function<void(const Difference&)> take = [&fate](const Difference& difference) {
+            fate = std::max(fate, mayBeOfPicture(difference.code) ? Fate::Redrawn : Fate::Changed);
+        };
         if (first_.drawing.bytes(a) != second_.drawing.bytes(b))
             compareTags(first_.drawing, a, second_.drawing, b, take);
-        if (!differs) return;
-        note(first_, fates.first, a, Fate::Changed);
-        note(second_, fates.second, b, Fate::Changed);
+        if (fate == Fate::Same) return;
+        note(first_, fates.first, a, fate);
+        note(second_, fates.second, b, fate);
     });
     // What only one drawing has of an entity changes it in the other, too.
     forEach(first_, [&](RecordId a) {
         const RecordId b = first_.partner[a];
-        if (b == kNoRecord || (fates.first[a] == Fate::Same) == (fates.second[b] == Fate::Same)) return;
+        if (b == kNoRecord || fates.first[a] == fates.second[b]) return;
         fates.first[a] = fates.second[b] = Fate::Changed;
     });
     return fates;

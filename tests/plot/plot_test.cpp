@@ -68,6 +68,11 @@ std::string drawing(const std::string& blocks, const std::string& entities, cons
         blocks + "0=ENDSEC;0=SECTION;2=ENTITIES;" + kFrame + entities + "0=ENDSEC;0=EOF;");
 }
 
+std::string lineAt(int y, const std::string& looks) {
+    const std::string at = std::to_string(y);
+    return "0=LINE;" + looks + ";10=0;20=" + at + ";11=100;21=" + at + ";";
+}
+
 std::string square(double left, double bottom, double side) {
     const auto text = [](double value) { return std::to_string(value); };
     return "92=2;72=0;73=1;93=4;10=" + text(left) + ";20=" + text(bottom) + ";10=" + text(left + side) +
@@ -110,13 +115,6 @@ class Plot : public testing::Test {
 }  // namespace
 
 TEST_F(Plot, ShowsColorsWeightsAndLinetypes) {
-    const std::string line = ";20=YY;11=100;21=YY;";
-    const auto lineAt = [&](int y, const std::string& looks) {
-        std::string text = "0=LINE;" + looks + ";10=0" + line;
-        for (std::size_t at; (at = text.find("YY")) != std::string::npos;)
-            text.replace(at, 2, std::to_string(y));
-        return text;
-    };
     // In a block: by its layer 0, by block, by a layer of its own.
     const std::string block = "0=BLOCK;8=0;2=B;70=0;10=0;20=0;" + lineAt(1, "8=0;370=100") +
                               lineAt(5, "8=PLAIN;62=0;370=100") + lineAt(9, "8=PLAIN;370=100") + "0=ENDBLK;8=0;";
@@ -371,4 +369,61 @@ TEST_F(Plot, ComparesTwoDrawings) {
     EXPECT_EQ(picture.at(50, 20), 0xD20000) << "gone";
     EXPECT_EQ(picture.at(75, 30), 0x009600) << "changed";
     EXPECT_EQ(picture.at(50, 40), 0x009600) << "new";
+}
+
+// Layers, invisibility and viewports: the same records, seen in one drawing alone.
+TEST_F(Plot, ComparesWhatCanBeSeen) {
+    constexpr long kGone = 0xD20000;
+    constexpr long kNew = 0x009600;
+    constexpr long kSame = 0xAAAAAA;
+    const std::string block = "0=BLOCK;5=C0;8=0;2=B;70=0;10=0;20=0;" + lineAt(0, "5=C1;8=0;370=100") +
+                              lineAt(10, "5=C2;8=PLAIN;370=100") + "0=ENDBLK;5=C3;8=0;";
+    const std::string before = lineAt(10, "5=A1;8=RED;6=CONTINUOUS;370=100") + lineAt(15, "5=A2;8=0;370=100;60=1") +
+                               lineAt(20, "5=A3;8=FROZEN;370=100") + "0=INSERT;5=A4;8=OFF;2=B;10=0;20=30;" +
+                               "0=INSERT;5=A5;8=FROZEN;2=B;10=0;20=50;" + lineAt(70, "5=A6;8=UNPLOTTED;370=100");
+    std::string first = drawing(block, before);
+    const auto swap = [](std::string text, const std::string& from, const std::string& to) {
+        return text.replace(text.find(dxfText(from)), dxfText(from).size(), dxfText(to));
+    };
+    std::string second = swap(first, "2=RED;70=0;", "2=RED;70=1;");
+    second = swap(second, "2=OFF;70=0;62=-1;", "2=OFF;70=0;62=1;");
+    second = swap(second, "2=FROZEN;70=1;", "2=FROZEN;70=0;");
+    second = swap(second, "290=0;", "290=1;");
+    const auto compared = [&](const std::string& a, const std::string& b) {
+        EXPECT_EQ(plotComparison(folder_.write("a.dxf", a), folder_.write("b.dxf", b), request_, outcome_, error_),
+                  PlotFailure::None)
+            << error_.message;
+        return Picture(request_.file);
+    };
+    const Picture shown = compared(first, second);
+    const Picture hidden = compared(second, first);
+    for (const auto& [y, color] : {std::pair{10.0, kGone},
+                                   {15.0, kWhite},
+                                   {20.0, kNew},
+                                   {30.0, kNew},
+                                   {40.0, kSame},
+                                   {50.0, kNew},
+                                   {60.0, kNew},
+                                   {70.0, kNew}}) {
+        EXPECT_EQ(shown.at(50, y), color) << y;
+        EXPECT_EQ(hidden.at(50, y), color == kGone ? kNew : color == kNew ? kGone : color) << y;
+    }
+
+    // What a viewport shows differs where the viewport was moved, but not where a layer was frozen in it alone.
+    const std::string sheet = lineAt(0, "5=A1;8=PLAIN;370=100") + lineAt(10, "5=A2;8=0;370=100") +
+                              "0=POINT;8=0;67=1;10=0;20=0;0=POINT;8=0;67=1;10=100;20=100;"
+                              "0=VIEWPORT;5=B1;8=0;67=1;10=0;20=0;40=1;41=1;68=1;69=1;12=0;22=0;45=1;";
+    const auto window = [](const std::string& handle, const char* at) {
+        return "0=VIEWPORT;5=" + handle + ";8=0;67=1;10=50;" + at + "40=100;41=30;68=2;69=2;12=50;22=5;45=30;";
+    };
+    first = drawing({}, sheet + window("B2", "20=20;") + window("B3", "20=60;"));
+    second = drawing({}, sheet + window("B2", "20=20;331=D1;") + window("B3", "20=65;"));
+    for (std::string* text : {&first, &second})
+        *text = swap(*text, "0=LAYER;2=PLAIN;", "0=LAYER;5=D1;2=PLAIN;");
+    request_.layout = L"Layout1";
+    const Picture sheets = compared(first, second);
+    EXPECT_EQ(sheets.at(50, 15), kGone) << "frozen in the viewport";
+    EXPECT_EQ(sheets.at(50, 25), kSame);
+    EXPECT_EQ(sheets.at(50, 55), kGone) << "where the viewport was";
+    EXPECT_EQ(sheets.at(50, 60), kNew) << "where it is";
 }
