@@ -95,6 +95,9 @@ constexpr int kRotation = 50;
 constexpr int kAttachment = 71;
 constexpr int kMask = 90;
 constexpr int kMaskScale = 45;
+constexpr int kMaskColor = 63;
+constexpr int kMaskTrueColor = 421;
+constexpr int kMaskTransparency = 441;
 }  // namespace mtext
 
 namespace mtextcolumns {  // what new drawings write after a text of several lines, in an embedded object

@@ -4,6 +4,7 @@
 // patterns and the like in place of the boxes and outlines that picking needs.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -39,6 +40,16 @@ struct TextLine {
     bool isUpsideDown = false;
 };
 
+// What lies under a text.
+struct TextGround {
+    double border = 0.0;   // around the text, in its heights
+    bool isFilled = true;  // what was drawn before is covered
+    bool isFramed = false;
+    std::optional<long> rgb;    // of the filling, 0xRRGGBB
+    std::optional<long> index;  // or of the palette; neither: the colour of the paper
+    std::uint8_t opacity = 255;
+};
+
 // A text of several lines, likewise.
 struct Paragraphs {
     std::wstring text;  // with its codes
@@ -50,7 +61,7 @@ struct Paragraphs {
     int row = 0;                  // 0 top, 1 middle, 2 bottom
     std::vector<double> columns;  // heights of columns of that width, 0 without end; none: one column
     double gutter = 0.0;
-    std::optional<double> maskBorder;  // what lies under it is covered, so many heights around it
+    std::optional<TextGround> ground;
 };
 
 // Parallel lines of a hatch, in the plane's coordinates.

@@ -100,6 +100,15 @@ struct Scene::Looking {
     int state = 0;
 };
 
+// Definitions of attributes stand in blocks as patterns, of which nothing is seen (null); constant ones are texts that
+// every reference shows.
+static const Kind* kindWithin(const Kind* kind, const Entity& entity, int depth) {
+    constexpr long kConstant = 2;
+    static const Kind* const text = findKind("ATTRIB");
+    if (depth == 0 || kind->draw != &drawAttributeDefinition) return kind;
+    return entity.integer(dxf::codes::kFlags, 0) & kConstant ? text : nullptr;
+}
+
 Scene::Scene(const dxf::Drawing& drawing, const LayerStates& layers, References& references, References::Locate locate)
     : layers_(layers),
       references_(&references),
@@ -185,6 +194,8 @@ void Scene::measure(Source& source, dxf::RecordId id, BoxProbe& probe, int depth
     if (!kind) return;
     Entity entity;
     entity.read(source.drawing, id);
+    kind = kindWithin(kind, entity, depth);
+    if (!kind) return;
     if (!kind->place) return drawEntity(*kind, entity, Pen(probe, Transform{}));
     for (const dxf::RecordId part : entity.parts())
         measure(source, part, probe, depth + 1);
@@ -232,12 +243,6 @@ bool Scene::isSeen(Source& source, dxf::RecordId id, int inherited, int depth, L
     return looking.kind->place || !(looking.state & kOffLayer);
 }
 
-// Definitions of attributes stand in blocks as patterns; constant ones are texts that every reference shows.
-static bool isPattern(const Kind& kind, const Entity& entity, int depth) {
-    constexpr long kConstant = 2;
-    return depth > 0 && kind.draw == &drawAttributeDefinition && !(entity.integer(dxf::codes::kFlags, 0) & kConstant);
-}
-
 namespace {
 
 // What a picture is told before and after an entity.
@@ -265,7 +270,8 @@ void Scene::draw(Source& source, dxf::RecordId id, const Transform& toWorld, int
     Entity& entity = scratch(depth);
     entity.read(source.drawing, id);
     const bool isPlaced = looking.kind->place != nullptr;
-    if (!isPlaced && isPattern(*looking.kind, entity, depth)) return;
+    looking.kind = kindWithin(looking.kind, entity, depth);
+    if (!looking.kind) return;
     const Entered entered(probe.picture(), Shown{entity, source.prefix, toWorld, depth, isPlaced});
     if (!isPlaced) {
         if (entered.isWanted()) drawEntity(*looking.kind, entity, Pen(probe, toWorld));
@@ -321,7 +327,8 @@ bool Scene::nested(Source& source, dxf::RecordId id, const Transform& toWorld, i
     entity.read(source.drawing, id);
     if (!looking.kind->place) {
         HitProbe probe(region, HitProbe::Mode::Touch);
-        if (!isPattern(*looking.kind, entity, depth)) drawEntity(*looking.kind, entity, Pen(probe, toWorld));
+        looking.kind = kindWithin(looking.kind, entity, depth);
+        if (looking.kind) drawEntity(*looking.kind, entity, Pen(probe, toWorld));
         if (!probe.isHit()) return false;
         found.drawing = &source.drawing;
         found.entity = id;

@@ -160,6 +160,25 @@ Vec paragraphSize(const Entity& entity, double height) {
     return {widest, height + (lines - 1.0) * height * kLineSpacing * entity.real(mtext::kLineSpacing, 1.0), 0};
 }
 
+std::optional<TextGround> groundOf(const Entity& entity) {
+    constexpr long kFilled = 1;
+    constexpr long kPaper = 2;
+    constexpr long kFramed = 16;
+    constexpr long kOpacityGiven = 0x02000000;
+    const long how = entity.integer(mtext::kMask, 0);
+    if ((how & (kFilled | kPaper | kFramed)) == 0) return std::nullopt;
+    TextGround ground;
+    ground.border = entity.real(mtext::kMaskScale, 1.5) - 1.0;
+    ground.isFilled = (how & (kFilled | kPaper)) != 0;
+    ground.isFramed = (how & kFramed) != 0;
+    if ((how & kPaper) != 0) return ground;
+    if (entity.has(mtext::kMaskColor)) ground.index = entity.integer(mtext::kMaskColor, 0);
+    if (entity.has(mtext::kMaskTrueColor)) ground.rgb = entity.integer(mtext::kMaskTrueColor, 0);
+    const long transparency = entity.integer(mtext::kMaskTransparency, 0);
+    if ((transparency & kOpacityGiven) != 0) ground.opacity = static_cast<std::uint8_t>(transparency & 0xFF);
+    return ground;
+}
+
 struct Columns {
     bool isThere = false;
     std::size_t count = 0;
@@ -273,7 +292,7 @@ void drawParagraphs(const Entity& entity, const Pen& pen) {
         paragraphs.column = static_cast<int>(place % 3);
         paragraphs.row = static_cast<int>(place / 3);
         readColumns(entity, paragraphs);
-        if (entity.integer(mtext::kMask, 0) != 0) paragraphs.maskBorder = entity.real(mtext::kMaskScale, 1.5) - 1.0;
+        paragraphs.ground = groundOf(entity);
         return picture->paragraphs(paragraphs, pen.in(Transform{x, cross(z, x), z, *at}).toWorld());
     }
     Vec size = paragraphSize(entity, height);

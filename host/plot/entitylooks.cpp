@@ -20,10 +20,26 @@ namespace codes = dxf::codes;
 constexpr long kWeightByLayer = -1;
 constexpr long kWeightByBlock = -2;
 constexpr double kUsualWeight = 0.25;  // millimetres
+constexpr long kOpacityByBlock = 0x01000000;
 constexpr long kOpacityGiven = 0x02000000;
 
 double weightOf(long hundredths) {
     return hundredths < 0 ? kUsualWeight : static_cast<double>(hundredths) / 100.0;
+}
+
+std::uint8_t opacityOf(long transparency) {
+    return static_cast<std::uint8_t>(transparency & 0xFF);
+}
+
+// A layer's stands in its extended data.
+long transparencyOfLayer(const dxf::Drawing& drawing, dxf::RecordId layer) {
+    dxf::TagCursor cursor = drawing.tags(layer);
+    bool isMeant = false;
+    for (dxf::Tag tag; cursor.next(tag);) {
+        if (tag.code == codes::kXdataApplication) isMeant = dxf::trimmed(tag.value) == "AcCmTransparency";
+        if (isMeant && tag.code == codes::kXdataLong) return static_cast<long>(dxf::toInteger(tag.value));
+    }
+    return 0;
 }
 
 // The tags that say what an entity is drawn with.
@@ -131,11 +147,13 @@ void EntityLooks::override(Source& source, dxf::RecordId layer, Look& look) cons
             if (tag.code == kViewport) isMeant = dxf::toHandle(tag.value) == viewport_;
             if (!isMeant) continue;
             const auto number = static_cast<std::uint32_t>(dxf::toInteger(tag.value));
-            if (tag.code == codes::kTrueColor)
+            if (tag.code == codes::kTrueColor) {
+                const std::uint8_t opacity = look.color.alpha;
                 look.color = number >> 24 == kRgb ? trueColor(static_cast<long>(number & 0xFFFFFF))
                                                   : paletteColor(static_cast<long>(number & 0xFFFF));
-            if (tag.code == codes::kTransparency && (number & kOpacityGiven) != 0)
-                look.color.alpha = static_cast<std::uint8_t>(number & 0xFF);
+                look.color.alpha = opacity;
+            }
+            if (tag.code == codes::kTransparency && (number & kOpacityGiven) != 0) look.color.alpha = opacityOf(number);
             if (tag.code == kWeight) look.weight = weightOf(static_cast<std::int32_t>(number));
             dxf::Tag name;
             const dxf::RecordId linetype =
@@ -152,6 +170,8 @@ LayerLook EntityLooks::readLayer(Source& source, dxf::RecordId record) {
     tags.read(source.drawing, record);
     layer.look.color = paletteColor(std::labs(tags.integer(codes::kColor, kWhite)));
     if (tags.has(codes::kTrueColor)) layer.look.color = trueColor(tags.integer(codes::kTrueColor, 0));
+    const long transparency = transparencyOfLayer(source.drawing, record);
+    if ((transparency & kOpacityGiven) != 0) layer.look.color.alpha = opacityOf(transparency);
     layer.look.weight = weightOf(tags.integer(codes::kLineWeight, -3));
     layer.look.linetype = source.linetypes.find(platform::foldCase(tags.text(codes::kLinetype)));
     override(source, record, layer.look);
@@ -215,7 +235,9 @@ void EntityLooks::enter(const pick::Shown& shown) {
         else if (name != platform::foldCase(L"BYLAYER"))
             look.linetype = linetypeOf(source, own.linetype);
     }
-    if ((own.transparency & kOpacityGiven) != 0) look.color.alpha = static_cast<std::uint8_t>(own.transparency & 0xFF);
+    look.color.alpha = layer->look.color.alpha;
+    if ((own.transparency & kOpacityGiven) != 0) look.color.alpha = opacityOf(own.transparency);
+    if ((own.transparency & kOpacityByBlock) != 0) look.color.alpha = outer.color.alpha;
     look.linetypeScale = own.linetypeScale;
     entered_.push_back({look, layer});
 }

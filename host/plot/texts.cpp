@@ -350,20 +350,15 @@ double Texts::flow(std::vector<Placed>& lines, const pick::Paragraphs& text, dou
     return highest;
 }
 
-void Texts::cover(const pick::Paragraphs& text, double left, double width, double top, double height,
-                  const Transform& toPage) {
-    const double border = *text.maskBorder * text.height;
-    const double right = left + width + border;
-    const double bottom = top - height - border;
-    left -= border;
-    top += border;
-    canvas_.fill({{toPage.point({left, bottom, 0}), toPage.point({right, bottom, 0}), toPage.point({right, top, 0}),
-                   toPage.point({left, top, 0})}},
-                 Color{255, 255, 255, 255});
+void Texts::drawGround(const std::vector<Vec>& corners, const pick::TextGround& ground, const Color& color,
+                       const Color& filling) {
+    constexpr double kThin = 1.0;  // dots
+    if (ground.isFilled) canvas_.fill({corners}, filling);
+    if (ground.isFramed) canvas_.path(corners, true, Stroke{color, kThin, false});
 }
 
-void Texts::paragraphs(const pick::Paragraphs& text, const TextStyle& style, const Color& color, bool isBlack,
-                       const Transform& toPage) {
+void Texts::paragraphs(const pick::Paragraphs& text, const TextStyle& style, const Color& color, const Color& ground,
+                       bool isBlack, const Transform& toPage) {
     const double dots = heightOf(toPage, text.height);
     if (text.text.empty() || !(dots < kMostDots) || !(text.height > 0.0)) return;
     const double reach = std::max(text.width, static_cast<double>(text.text.size() + 2) * text.height * 2.0);
@@ -380,9 +375,14 @@ void Texts::paragraphs(const pick::Paragraphs& text, const TextStyle& style, con
     const double others = text.columns.empty() ? 0.0 : static_cast<double>(text.columns.size() - 1);
     const double left = -(width + others * (width + text.gutter)) * text.column / 2;
     const double top = total * text.row / 2;
-    if (text.maskBorder) {
+    if (text.ground) {
+        const double border = text.ground->border * text.height;
         const double covered = widest * text.height;
-        cover(text, -covered * text.column / 2, covered, top, total, toPage);
+        const Vec low{-covered * text.column / 2 - border, top - total - border, 0};
+        const Vec high{low.x + covered + 2 * border, top + border, 0};
+        drawGround(
+            {toPage.point(low), toPage.point({high.x, low.y, 0}), toPage.point(high), toPage.point({low.x, high.y, 0})},
+            *text.ground, color, ground);
     }
     for (const Placed& line : lines) {
         if (!line.line) continue;

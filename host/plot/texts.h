@@ -44,8 +44,9 @@ class Texts {
     // isBlack: colours within a text do not count. toPage: from the text's own coordinates to dots.
     void line(const pick::TextLine& text, const TextStyle& style, const Color& color, bool isBlack,
               const pick::Transform& toPage);
-    void paragraphs(const pick::Paragraphs& text, const TextStyle& style, const Color& color, bool isBlack,
-                    const pick::Transform& toPage);
+    // ground: the colour of what fills its background, where that is filled.
+    void paragraphs(const pick::Paragraphs& text, const TextStyle& style, const Color& color, const Color& ground,
+                    bool isBlack, const pick::Transform& toPage);
 
   private:
     struct Unref {
@@ -72,8 +73,8 @@ class Texts {
     void show(PangoLayoutLine* line, const Color& color, const pick::Transform& toPage, double heightInDots);
     std::vector<Placed> breakLines(const pick::Paragraphs& text, const TextStyle& style, bool isBlack, double& widest);
     static double flow(std::vector<Placed>& lines, const pick::Paragraphs& text, double width);
-    void cover(const pick::Paragraphs& text, double left, double width, double top, double height,
-               const pick::Transform& toPage);
+    void drawGround(const std::vector<Vec>& corners, const pick::TextGround& ground, const Color& color,
+                    const Color& filling);
 
     Canvas& canvas_;
     std::unique_ptr<PangoContext, Unref> context_;

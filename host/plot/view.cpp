@@ -243,7 +243,15 @@ void View::textLine(const pick::TextLine& text, const Transform& toWorld) {
 }
 
 void View::paragraphs(const pick::Paragraphs& text, const Transform& toWorld) {
-    texts_.paragraphs(text, stylesOf(*now_.drawing).find(text.style), colorNow(), isOneColor(), toWorld);
+    Color ground{255, 255, 255, 255};
+    if (text.ground && !isOneColor()) {
+        if (text.ground->rgb)
+            ground = trueColor(*text.ground->rgb);
+        else if (text.ground->index)
+            ground = looks_.colorOf(*text.ground->index);
+        ground.alpha = text.ground->opacity;
+    }
+    texts_.paragraphs(text, stylesOf(*now_.drawing).find(text.style), colorNow(), ground, isOneColor(), toWorld);
 }
 
 void View::filling(const pick::Filling& filling, const Transform& toWorld) {

@@ -62,7 +62,8 @@ std::string drawing(const std::string& blocks, const std::string& entities, cons
         "0=ENDSEC;0=SECTION;2=TABLES;0=TABLE;2=LTYPE;70=1;"
         "0=LTYPE;2=DASHED;70=0;3=;72=65;73=2;40=20.0;49=10.0;49=-10.0;"
         "0=LTYPE;2=FINE;70=0;3=;72=65;73=2;40=0.000002;49=0.000001;49=-0.000001;0=ENDTAB;"
-        "0=TABLE;2=LAYER;70=5;0=LAYER;2=RED;70=0;62=1;6=DASHED;370=30;0=LAYER;2=OFF;70=0;62=-1;"
+        "0=TABLE;2=LAYER;70=6;0=LAYER;2=GLASS;70=0;62=1;1001=AcCmTransparency;1071=33554559;0=LAYER;2=RED;70=0;62=1;6="
+        "DASHED;370=30;0=LAYER;2=OFF;70=0;62=-1;"
         "0=LAYER;2=FROZEN;70=1;62=1;0=LAYER;2=UNPLOTTED;70=0;62=1;290=0;0=LAYER;2=PLAIN;70=0;62=1;0=ENDTAB;0=ENDSEC;"
         "0=SECTION;2=BLOCKS;" +
         blocks + "0=ENDSEC;0=SECTION;2=ENTITIES;" + kFrame + entities + "0=ENDSEC;0=EOF;");
@@ -117,13 +118,16 @@ class Plot : public testing::Test {
 TEST_F(Plot, ShowsColorsWeightsAndLinetypes) {
     // In a block: by its layer 0, by block, by a layer of its own.
     const std::string block = "0=BLOCK;8=0;2=B;70=0;10=0;20=0;" + lineAt(1, "8=0;370=100") +
-                              lineAt(5, "8=PLAIN;62=0;370=100") + lineAt(9, "8=PLAIN;370=100") + "0=ENDBLK;8=0;";
+                              lineAt(5, "8=PLAIN;62=0;370=100") + lineAt(9, "8=PLAIN;370=100") +
+                              lineAt(3, "8=PLAIN;440=16777216;370=100") + "0=ENDBLK;8=0;";
     const Picture picture = this->picture(drawing(
         block, lineAt(10, "8=0;62=7;370=100") + lineAt(15, "8=0;62=5;370=100") +
                    lineAt(20, "8=0;62=5;420=1193046;370=200") + lineAt(25, "8=RED;6=CONTINUOUS;370=0") +
                    lineAt(30, "8=RED") + lineAt(35, "8=OFF;370=100") + lineAt(40, "8=FROZEN;370=100") +
                    lineAt(45, "8=UNPLOTTED;370=100") + lineAt(50, "8=RED;48=0.5") + lineAt(55, "8=0") +
-                   "62=5;370=100;" + "0=INSERT;8=PLAIN;62=4;2=B;10=0;20=60;0=INSERT;8=0;62=4;2=B;10=0;20=100;42=-1;"));
+                   "62=5;370=100;" + "0=INSERT;8=PLAIN;62=4;2=B;10=0;20=60;0=INSERT;8=0;62=4;2=B;10=0;20=100;42=-1;" +
+                   "0=INSERT;8=0;440=33554559;2=B;10=0;20=80;" + lineAt(75, "8=GLASS;62=5;370=100") +
+                   lineAt(70, "8=GLASS;440=33554687;370=100")));
     EXPECT_EQ(picture.at(50, 10), kBlack);
     EXPECT_EQ(picture.at(50, 15), 0x0000FF);
     EXPECT_EQ(picture.at(50, 20), 0x123456);
@@ -143,6 +147,10 @@ TEST_F(Plot, ShowsColorsWeightsAndLinetypes) {
     EXPECT_EQ(picture.at(50, 65), 0x00FFFF) << "by block";
     EXPECT_EQ(picture.at(50, 69), kRed);
     EXPECT_EQ(picture.at(50, 99), kBlack) << "mirrored, layer 0 without a colour";
+    EXPECT_EQ(picture.at(50, 75), 0x8080FF) << "as transparent as its layer";
+    EXPECT_EQ(picture.at(50, 70), kRed) << "opaque on its own";
+    EXPECT_EQ(picture.at(50, 83), 0xFF8080) << "as transparent as the reference";
+    EXPECT_EQ(picture.at(50, 89), kRed);
 
     request_.isBlack = true;
     EXPECT_EQ(this->picture(drawing({}, lineAt(10, "8=PLAIN;370=100"))).at(50, 10), kBlack);
@@ -197,11 +205,24 @@ TEST_F(Plot, SetsTextsWhereTheyBelong) {
     EXPECT_TRUE(rare.hasInk(50, 50, 57, 58));
     EXPECT_FALSE(rare.hasInk(60, 44, 75, 62));
     // Two paragraphs, the second one in the middle of the width; the anchor is the upper left corner.
-    std::string text = drawing({}, "0=MTEXT;8=0;10=0;20=90;40=6;41=100;71=1;1=\\C1!H{\\W1!E}\\P\\pxqc!{\\H2x!I};");
+    // Two have a ground, one of the paper's colour; a block shows its constant attribute, not the pattern of another.
+    const std::string ground = "0=SOLID;8=0;62=5;10=0;20=0;11=20;21=0;12=0;22=48;13=20;23=48;";
+    std::string text = drawing(
+        "0=BLOCK;8=0;2=B;70=0;10=0;20=0;0=ATTDEF;8=0;10=0;20=0;40=8;1=H;2=HEHEHE;70=2;"
+        "0=ATTDEF;8=0;10=0;20=20;40=8;1=H;2=HEHEHE;70=0;0=ENDBLK;8=0;",
+        ground +
+            "0=MTEXT;8=0;10=8;20=40;40=6;71=1;1=H;90=1;63=3;45=1.5;"
+            "0=MTEXT;8=0;10=8;20=20;40=6;71=1;1=H;90=3;63=3;45=1.5;0=INSERT;8=0;2=B;10=50;20=10;"
+            "0=MTEXT;8=0;10=0;20=90;40=6;41=100;71=1;1=\\C1!H{\\W1!E}\\P\\pxqc!{\\H2x!I};");
     std::replace(text.begin(), text.end(), '!', ';');
     const Picture picture = this->picture(text);
     EXPECT_TRUE(picture.hasInk(0, 84, 6, 90));
     EXPECT_FALSE(picture.hasInk(0, 50, 40, 83.5));
+    EXPECT_EQ(picture.at(7, 41), 0x00FF00);
+    EXPECT_EQ(picture.at(7, 21), kWhite);
+    EXPECT_TRUE(picture.hasInk(50, 10, 58, 18)) << "the constant attribute";
+    EXPECT_FALSE(picture.hasInk(60, 10, 100, 18)) << "its tag";
+    EXPECT_FALSE(picture.hasInk(50, 20, 100, 45)) << "a pattern";
     EXPECT_TRUE(picture.hasInk(45, 64, 55, 76)) << "twice as high";
     EXPECT_FALSE(picture.hasInk(45, 77, 55, 90));
 }
