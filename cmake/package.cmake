@@ -27,6 +27,9 @@ install(TARGETS qrs_pipeSystem EXPORT qrs_pipeSystemTargets
 install(TARGETS qrs_audit
     LIBRARY DESTINATION ${plugin_folder}
     RUNTIME DESTINATION ${plugin_folder})
+if(TARGET qrs_pictures)
+    install(TARGETS qrs_pictures LIBRARY DESTINATION ${plugin_folder})
+endif()
 if(TARGET qrsconsole)
     install(TARGETS qrsconsole RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()

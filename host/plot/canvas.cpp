@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "host/plot/drawcalls.h"
 #include "host/plot/thinlines.h"
 
 namespace qrs::host::plot {
@@ -79,7 +80,7 @@ struct Canvas::Outer {
 };
 
 Canvas::Canvas(cairo_t* context, double width, double height)
-    : context_(context), thin_(std::make_unique<ThinLines>(cairo_get_target(context))) {
+    : context_(context), thin_(std::make_unique<ThinLines>(calls().cairo_get_target(context))) {
     clip_.add({0, 0, 0});
     clip_.add({std::ceil(width), std::ceil(height), 0});
     visible_.add({-kMargin, -kMargin, 0});
@@ -96,20 +97,21 @@ bool Canvas::isThin(const Stroke& stroke) const {
 }
 
 void Canvas::setColor(const Color& color) {
-    cairo_set_source_rgba(context_, color.red / 255.0, color.green / 255.0, color.blue / 255.0, color.alpha / 255.0);
+    calls().cairo_set_source_rgba(context_, color.red / 255.0, color.green / 255.0, color.blue / 255.0,
+                                  color.alpha / 255.0);
 }
 
 void Canvas::flush() {
     if (pieces_ == 0) return;
     pieces_ = 0;
     const bool isRound = !stroke_.isBand && stroke_.width > kThin;
-    cairo_set_line_cap(context_, isRound ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
-    cairo_set_line_join(context_, isRound          ? CAIRO_LINE_JOIN_ROUND
-                                  : stroke_.isBand ? CAIRO_LINE_JOIN_MITER
-                                                   : CAIRO_LINE_JOIN_BEVEL);
-    cairo_set_line_width(context_, stroke_.width);
+    calls().cairo_set_line_cap(context_, isRound ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
+    calls().cairo_set_line_join(context_, isRound          ? CAIRO_LINE_JOIN_ROUND
+                                          : stroke_.isBand ? CAIRO_LINE_JOIN_MITER
+                                                           : CAIRO_LINE_JOIN_BEVEL);
+    calls().cairo_set_line_width(context_, stroke_.width);
     setColor(stroke_.color);
-    cairo_stroke(context_);
+    calls().cairo_stroke(context_);
     isTouched_ = true;
 }
 
@@ -127,12 +129,12 @@ void Canvas::begin(const Stroke& stroke) {
 
 void Canvas::moveTo(const Vec& at) {
     if (pieces_ > 0 && std::fabs(at.x - at_.x) < kSame && std::fabs(at.y - at_.y) < kSame) return;
-    cairo_move_to(context_, at.x, at.y);
+    calls().cairo_move_to(context_, at.x, at.y);
     at_ = at;
 }
 
 void Canvas::lineTo(const Vec& at) {
-    cairo_line_to(context_, at.x, at.y);
+    calls().cairo_line_to(context_, at.x, at.y);
     at_ = at;
     ++pieces_;
 }
@@ -144,7 +146,7 @@ void Canvas::line(const Vec& from, const Vec& to, const Stroke& stroke) {
     if (!clipLine(visible_, from, d, t0, t1)) return;
     if (isThin(stroke)) {
         flush();
-        if (std::exchange(isTouched_, false)) cairo_surface_flush(cairo_get_target(context_));
+        if (std::exchange(isTouched_, false)) calls().cairo_surface_flush(calls().cairo_get_target(context_));
         return thin_->line(from + d * t0, from + d * t1, stroke.color, stroke.width);
     }
     begin(stroke);
@@ -171,10 +173,10 @@ void Canvas::path(const std::vector<Vec>& points, bool isClosed, const Stroke& s
     if (!isVisible(box)) return;
     flush();
     begin(stroke);
-    cairo_move_to(context_, points[0].x, points[0].y);
+    calls().cairo_move_to(context_, points[0].x, points[0].y);
     for (std::size_t i = 1; i < points.size(); ++i)
         lineTo(points[i]);
-    if (isClosed) cairo_close_path(context_);
+    if (isClosed) calls().cairo_close_path(context_);
     flush();
 }
 
@@ -226,7 +228,7 @@ void Canvas::arc(const Vec& center, const Vec& u, const Vec& v, double t0, doubl
         const Vec next = at(from + step);
         const Vec a = at(from) + slope(from) * pull;
         const Vec b = next - slope(from + step) * pull;
-        cairo_curve_to(context_, a.x, a.y, b.x, b.y, next.x, next.y);
+        calls().cairo_curve_to(context_, a.x, a.y, b.x, b.y, next.x, next.y);
         at_ = next;
         pieces_ += 4;
     }
@@ -247,8 +249,9 @@ void Canvas::thinArc(const Vec& center, const Vec& u, const Vec& v, double t0, d
 
 void Canvas::tracePolygon(const std::vector<Vec>& loop) {
     for (std::size_t i = 0; i < loop.size(); ++i)
-        i == 0 ? cairo_move_to(context_, loop[i].x, loop[i].y) : cairo_line_to(context_, loop[i].x, loop[i].y);
-    if (!loop.empty()) cairo_close_path(context_);
+        i == 0 ? calls().cairo_move_to(context_, loop[i].x, loop[i].y)
+               : calls().cairo_line_to(context_, loop[i].x, loop[i].y);
+    if (!loop.empty()) calls().cairo_close_path(context_);
 }
 
 void Canvas::fill(const std::vector<std::vector<Vec>>& loops, const Color& color) {
@@ -268,24 +271,24 @@ void Canvas::fill(const std::vector<std::vector<Vec>>& loops, const Color& color
     }
     if (isEmpty) return;
     setColor(color);
-    cairo_set_fill_rule(context_, CAIRO_FILL_RULE_EVEN_ODD);
-    cairo_fill(context_);
+    calls().cairo_set_fill_rule(context_, CAIRO_FILL_RULE_EVEN_ODD);
+    calls().cairo_fill(context_);
     isTouched_ = true;
 }
 
 void Canvas::pushClip(const std::vector<std::vector<Vec>>& loops) {
     flush();
-    cairo_save(context_);
+    calls().cairo_save(context_);
     Box all;
-    cairo_new_path(context_);
+    calls().cairo_new_path(context_);
     for (const std::vector<Vec>& loop : loops) {
         const std::vector<Vec> seen = cutToBox(loop, visible_);
         for (const Vec& corner : seen)
             all.add(corner);
         tracePolygon(seen);
     }
-    cairo_set_fill_rule(context_, CAIRO_FILL_RULE_EVEN_ODD);
-    cairo_clip(context_);
+    calls().cairo_set_fill_rule(context_, CAIRO_FILL_RULE_EVEN_ODD);
+    calls().cairo_clip(context_);
     outer_.push_back({visible_, clip_, isSlanted_});
     isSlanted_ = isSlanted_ || loops.size() != 1 || !isUpright(loops.front());
     clip_.low = {std::max(clip_.low.x, all.low.x), std::max(clip_.low.y, all.low.y), 0};
@@ -299,7 +302,7 @@ void Canvas::pushClip(const std::vector<std::vector<Vec>>& loops) {
 
 void Canvas::popClip() {
     flush();
-    cairo_restore(context_);
+    calls().cairo_restore(context_);
     visible_ = outer_.back().visible;
     clip_ = outer_.back().clip;
     isSlanted_ = outer_.back().isSlanted;

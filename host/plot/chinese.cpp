@@ -11,6 +11,7 @@ constexpr Translation kRows[] = {
      "%1 不是图纸：请用 A0 至 A5、Letter、A3-portrait 之类、420x297（毫米）或 fit"},
     {"dots per inch are a number from %1 to %2", "每英寸点数是 %1 到 %2 的数"},
     {"plotting is not in this build", "本程序未包含出图功能"},
+    {"pictures cannot be drawn, as a library is missing: %1", "缺少库，无法绘制图片：%1"},
     {"there is no layout \"%1\"; the drawing has %2", "没有布局“%1”；图形中有 %2"},
     {"%1: an image of %2 x %3 dots is too large; fewer dots per inch (--dpi) make it smaller",
      "%1：%2 x %3 点的图像太大；减少每英寸点数（--dpi）可使其变小"},

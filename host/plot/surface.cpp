@@ -1,14 +1,12 @@
 // SVG, PDF and PNG.
 #include "host/plot/surface.h"
 
-#include <cairo-pdf.h>
-#include <cairo-svg.h>
-
 #include <cmath>
 #include <string>
 
 #include "host/platform/codepage.h"
 #include "host/platform/language.h"
+#include "host/plot/drawcalls.h"
 
 namespace qrs::host::plot {
 
@@ -55,38 +53,39 @@ std::unique_ptr<Surface> Surface::make(const PlotRequest& request, const Paper& 
                        request.file.u8string(), static_cast<long>(width), static_cast<long>(height));
         return nullptr;
     }
-    if (!result->file_.begin(request.file, error)) return nullptr;
+    error.message = findMissingLibrary();
+    if (error || !result->file_.begin(request.file, error)) return nullptr;
     if (kind == Kind::Svg)
-        result->surface_ = cairo_svg_surface_create_for_stream(&append, &result->file_, width, height);
+        result->surface_ = calls().cairo_svg_surface_create_for_stream(&append, &result->file_, width, height);
     else if (kind == Kind::Pdf)
-        result->surface_ = cairo_pdf_surface_create_for_stream(&append, &result->file_, width, height);
+        result->surface_ = calls().cairo_pdf_surface_create_for_stream(&append, &result->file_, width, height);
     else
-        result->surface_ = cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(std::ceil(width)),
-                                                      static_cast<int>(std::ceil(height)));
-    result->context_ = cairo_create(result->surface_);
-    cairo_set_source_rgb(result->context_, 1, 1, 1);
-    cairo_paint(result->context_);
+        result->surface_ = calls().cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(std::ceil(width)),
+                                                              static_cast<int>(std::ceil(height)));
+    result->context_ = calls().cairo_create(result->surface_);
+    calls().cairo_set_source_rgb(result->context_, 1, 1, 1);
+    calls().cairo_paint(result->context_);
     return result;
 }
 
 Surface::~Surface() {
-    if (context_) cairo_destroy(context_);
+    if (context_) calls().cairo_destroy(context_);
     if (surface_) {
-        cairo_surface_finish(surface_);
-        cairo_surface_destroy(surface_);
+        calls().cairo_surface_finish(surface_);
+        calls().cairo_surface_destroy(surface_);
     }
 }
 
 bool Surface::finish(platform::Error& error) {
-    cairo_status_t status = cairo_status(context_);
-    cairo_show_page(context_);
+    cairo_status_t status = calls().cairo_status(context_);
+    calls().cairo_show_page(context_);
     if (isImage_ && status == CAIRO_STATUS_SUCCESS)
-        status = cairo_surface_write_to_png_stream(surface_, &append, &file_);
-    cairo_surface_finish(surface_);
-    if (status == CAIRO_STATUS_SUCCESS) status = cairo_surface_status(surface_);
+        status = calls().cairo_surface_write_to_png_stream(surface_, &append, &file_);
+    calls().cairo_surface_finish(surface_);
+    if (status == CAIRO_STATUS_SUCCESS) status = calls().cairo_surface_status(surface_);
     if (status != CAIRO_STATUS_SUCCESS) {
         error.message = translated("%1: the picture cannot be made: %2", name_.u8string(),
-                                   std::string(cairo_status_to_string(status)));
+                                   std::string(calls().cairo_status_to_string(status)));
         return false;
     }
     return file_.commit(0, error);

@@ -8,6 +8,7 @@
 #include "host/dxf/classcodes.h"
 #include "host/pick/entity.h"
 #include "host/platform/codepage.h"
+#include "host/plot/drawcalls.h"
 #include "host/plot/palette.h"
 
 namespace qrs::host::plot {
@@ -114,20 +115,20 @@ struct Texts::Placed {
     double y = 0.0;  // down to the baseline
 };
 
-Texts::Texts(Canvas& canvas) : canvas_(canvas), context_(pango_cairo_create_context(canvas.context())) {
-    cairo_font_options_t* const options = cairo_font_options_create();
-    cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
-    cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
-    cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
-    pango_cairo_context_set_font_options(context_.get(), options);
-    cairo_font_options_destroy(options);
-    pango_context_set_round_glyph_positions(context_.get(), FALSE);
-    pango_context_set_language(context_.get(), pango_language_from_string("zh-cn"));
+Texts::Texts(Canvas& canvas) : canvas_(canvas), context_(calls().pango_cairo_create_context(canvas.context())) {
+    cairo_font_options_t* const options = calls().cairo_font_options_create();
+    calls().cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
+    calls().cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+    calls().cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
+    calls().pango_cairo_context_set_font_options(context_.get(), options);
+    calls().cairo_font_options_destroy(options);
+    calls().pango_context_set_round_glyph_positions(context_.get(), FALSE);
+    calls().pango_context_set_language(context_.get(), calls().pango_language_from_string("zh-cn"));
 }
 
 Texts::~Texts() {
     for (const auto& [key, face] : faces_)
-        pango_font_description_free(face.description);
+        calls().pango_font_description_free(face.description);
 }
 
 const Texts::Face& Texts::faceOf(const FontChoice& font) {
@@ -135,16 +136,16 @@ const Texts::Face& Texts::faceOf(const FontChoice& font) {
     const auto [found, fresh] = faces_.try_emplace(key);
     Face& face = found->second;
     if (!fresh) return face;
-    face.description = pango_font_description_new();
-    pango_font_description_set_family(face.description, font.family.c_str());
-    pango_font_description_set_absolute_size(face.description, kSize * kUnits);
-    if (font.isBold) pango_font_description_set_weight(face.description, PANGO_WEIGHT_BOLD);
-    if (font.isItalic) pango_font_description_set_style(face.description, PANGO_STYLE_ITALIC);
-    const Layout layout(pango_layout_new(context_.get()));
-    pango_layout_set_font_description(layout.get(), face.description);
-    pango_layout_set_text(layout.get(), "H", 1);
+    face.description = calls().pango_font_description_new();
+    calls().pango_font_description_set_family(face.description, font.family.c_str());
+    calls().pango_font_description_set_absolute_size(face.description, kSize * kUnits);
+    if (font.isBold) calls().pango_font_description_set_weight(face.description, PANGO_WEIGHT_BOLD);
+    if (font.isItalic) calls().pango_font_description_set_style(face.description, PANGO_STYLE_ITALIC);
+    const Layout layout(calls().pango_layout_new(context_.get()));
+    calls().pango_layout_set_font_description(layout.get(), face.description);
+    calls().pango_layout_set_text(layout.get(), "H", 1);
     PangoRectangle ink{};
-    pango_layout_get_extents(layout.get(), &ink, nullptr);
+    calls().pango_layout_get_extents(layout.get(), &ink, nullptr);
     face.capitals = ink.height > 0 ? ink.height / kUnits : kSize * 0.7;
     return face;
 }
@@ -154,35 +155,35 @@ void Texts::addLooks(PangoAttrList* list, const TextRun& run, const FontChoice& 
     const auto add = [&](PangoAttribute* attribute) {
         attribute->start_index = from;
         attribute->end_index = to;
-        pango_attr_list_insert(list, attribute);
+        calls().pango_attr_list_insert(list, attribute);
     };
     if (!run.font.empty()) {
         const bool isFile =
             run.font.find(L".shx") != std::wstring::npos || run.font.find(L".SHX") != std::wstring::npos;
         const FontChoice own = isFile ? chooseFont(run.font, {}, {}) : chooseFont({}, {}, run.font);
-        add(pango_attr_family_new(own.family.c_str()));
+        add(calls().pango_attr_family_new(own.family.c_str()));
     }
-    if (run.isBold) add(pango_attr_weight_new(PANGO_WEIGHT_BOLD));
-    if (run.isItalic) add(pango_attr_style_new(PANGO_STYLE_ITALIC));
-    if (run.height != 1.0) add(pango_attr_scale_new(std::clamp(run.height, 0.01, 100.0)));
-    if (run.isUnderlined) add(pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
-    if (run.isOverlined) add(pango_attr_overline_new(PANGO_OVERLINE_SINGLE));
-    if (run.isStruck) add(pango_attr_strikethrough_new(TRUE));
+    if (run.isBold) add(calls().pango_attr_weight_new(PANGO_WEIGHT_BOLD));
+    if (run.isItalic) add(calls().pango_attr_style_new(PANGO_STYLE_ITALIC));
+    if (run.height != 1.0) add(calls().pango_attr_scale_new(std::clamp(run.height, 0.01, 100.0)));
+    if (run.isUnderlined) add(calls().pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
+    if (run.isOverlined) add(calls().pango_attr_overline_new(PANGO_OVERLINE_SINGLE));
+    if (run.isStruck) add(calls().pango_attr_strikethrough_new(TRUE));
     const double capitals = faceOf(font).capitals;
-    if (run.lift == Lift::Over) add(pango_attr_rise_new(static_cast<int>(capitals * 0.5 * kUnits)));
-    if (run.lift == Lift::Under) add(pango_attr_rise_new(static_cast<int>(capitals * -0.15 * kUnits)));
+    if (run.lift == Lift::Over) add(calls().pango_attr_rise_new(static_cast<int>(capitals * 0.5 * kUnits)));
+    if (run.lift == Lift::Under) add(calls().pango_attr_rise_new(static_cast<int>(capitals * -0.15 * kUnits)));
     if (isBlack || (!run.color && !run.trueColor) || (run.color && (*run.color <= kByBlock || *run.color >= kByLayer)))
         return;
     const Color color = run.trueColor ? trueColor(*run.trueColor) : paletteColor(*run.color);
     const auto part = [](std::uint8_t value) { return static_cast<guint16>(value * 257); };
-    add(pango_attr_foreground_new(part(color.red), part(color.green), part(color.blue)));
+    add(calls().pango_attr_foreground_new(part(color.red), part(color.green), part(color.blue)));
 }
 
 Texts::Layout Texts::makeLayout(const std::vector<TextRun>& runs, const FontChoice& font, bool isBlack) {
-    Layout layout(pango_layout_new(context_.get()));
+    Layout layout(calls().pango_layout_new(context_.get()));
     const Face& face = faceOf(font);
-    pango_layout_set_font_description(layout.get(), face.description);
-    PangoAttrList* const list = pango_attr_list_new();
+    calls().pango_layout_set_font_description(layout.get(), face.description);
+    PangoAttrList* const list = calls().pango_attr_list_new();
     std::string text;
     for (const TextRun& run : runs) {
         const auto from = static_cast<unsigned>(text.size());
@@ -196,18 +197,19 @@ Texts::Layout Texts::makeLayout(const std::vector<TextRun>& runs, const FontChoi
             text += platform::toUtf8(run.text.substr(begin, std::min(end - begin, kLongest)));
             begin = end;
             if (!isChinese || !font.isStroked || !run.font.empty()) continue;
-            PangoAttribute* const scale = pango_attr_scale_new(face.capitals / kSize * kStrokedChinese * run.height);
+            PangoAttribute* const scale =
+                calls().pango_attr_scale_new(face.capitals / kSize * kStrokedChinese * run.height);
             scale->start_index = at;
             scale->end_index = static_cast<unsigned>(text.size());
-            pango_attr_list_insert(list, scale);
+            calls().pango_attr_list_insert(list, scale);
         }
         addLooks(list, run, font, from, static_cast<unsigned>(text.size()), isBlack);
     }
     for (char& character : text)
         if (static_cast<unsigned char>(character) < 0x20) character = ' ';
-    pango_layout_set_text(layout.get(), text.c_str(), static_cast<int>(text.size()));
-    pango_layout_set_attributes(layout.get(), list);
-    pango_attr_list_unref(list);
+    calls().pango_layout_set_text(layout.get(), text.c_str(), static_cast<int>(text.size()));
+    calls().pango_layout_set_attributes(layout.get(), list);
+    calls().pango_attr_list_unref(list);
     return layout;
 }
 
@@ -218,9 +220,9 @@ const Texts::Shaped& Texts::shapedLine(const std::wstring& text, const FontChoic
     Shaped& shaped = found->second;
     if (!fresh) return shaped;
     shaped.layout = makeLayout(lineRuns(text), font, isBlack);
-    shaped.line = pango_layout_get_line_readonly(shaped.layout.get(), 0);
+    shaped.line = calls().pango_layout_get_line_readonly(shaped.layout.get(), 0);
     PangoRectangle logical{};
-    pango_layout_line_get_extents(shaped.line, nullptr, &logical);
+    calls().pango_layout_line_get_extents(shaped.line, nullptr, &logical);
     shaped.width = logical.width / kUnits;
     return shaped;
 }
@@ -230,22 +232,22 @@ void Texts::show(PangoLayoutLine* line, const Color& color, const Transform& toP
     cairo_t* const context = canvas_.context();
     const Transform down = toPage.after(stretched(1, -1));
     cairo_matrix_t matrix;
-    cairo_matrix_init(&matrix, down.x.x, down.x.y, down.y.x, down.y.y, down.offset.x, down.offset.y);
+    calls().cairo_matrix_init(&matrix, down.x.x, down.x.y, down.y.x, down.y.y, down.offset.x, down.offset.y);
     const double turned = down.x.x * down.y.y - down.x.y * down.y.x;
     if (!(std::fabs(turned) > 1e-12) || !std::isfinite(turned)) return;
-    cairo_save(context);
-    cairo_transform(context, &matrix);
+    calls().cairo_save(context);
+    calls().cairo_transform(context, &matrix);
     canvas_.setColor(color);
-    cairo_move_to(context, 0, 0);
+    calls().cairo_move_to(context, 0, 0);
     if (heightInDots > kGlyphDots) {
-        pango_cairo_layout_line_path(context, line);
-        cairo_set_fill_rule(context, CAIRO_FILL_RULE_WINDING);
-        cairo_fill(context);
+        calls().pango_cairo_layout_line_path(context, line);
+        calls().cairo_set_fill_rule(context, CAIRO_FILL_RULE_WINDING);
+        calls().cairo_fill(context);
     } else {
-        pango_cairo_show_layout_line(context, line);
+        calls().pango_cairo_show_layout_line(context, line);
     }
-    cairo_new_path(context);
-    cairo_restore(context);
+    calls().cairo_new_path(context);
+    calls().cairo_restore(context);
 }
 
 void Texts::line(const pick::TextLine& text, const TextStyle& style, const Color& color, bool isBlack,
@@ -312,14 +314,14 @@ std::vector<Texts::Placed> Texts::breakLines(const pick::Paragraphs& text, const
         line.layout = std::shared_ptr<PangoLayout>(makeLayout(paragraph.runs, style.font, isBlack));
         if (text.width > 0.0) {
             const double room = (text.width / text.height - paragraph.indent) / scale / line.stretch;
-            pango_layout_set_width(line.layout.get(), static_cast<int>(std::clamp(room, kSize, 1e6) * kUnits));
-            pango_layout_set_wrap(line.layout.get(), PANGO_WRAP_WORD);
+            calls().pango_layout_set_width(line.layout.get(), static_cast<int>(std::clamp(room, kSize, 1e6) * kUnits));
+            calls().pango_layout_set_wrap(line.layout.get(), PANGO_WRAP_WORD);
         }
-        const int count = pango_layout_get_line_count(line.layout.get());
+        const int count = calls().pango_layout_get_line_count(line.layout.get());
         for (int i = 0; i < count; ++i) {
-            line.line = pango_layout_get_line_readonly(line.layout.get(), i);
+            line.line = calls().pango_layout_get_line_readonly(line.layout.get(), i);
             PangoRectangle logical{};
-            pango_layout_line_get_extents(line.line, nullptr, &logical);
+            calls().pango_layout_line_get_extents(line.line, nullptr, &logical);
             line.width = logical.width / kUnits * scale * line.stretch;
             widest = std::max(widest, line.width);
             lines.push_back(line);

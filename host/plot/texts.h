@@ -10,6 +10,7 @@
 
 #include "host/pick/picture.h"
 #include "host/plot/canvas.h"
+#include "host/plot/drawcalls.h"
 #include "host/plot/fontnames.h"
 #include "host/plot/textcodes.h"
 
@@ -50,7 +51,7 @@ class Texts {
 
   private:
     struct Unref {
-        void operator()(void* object) const { g_object_unref(object); }
+        void operator()(void* object) const { calls().g_object_unref(object); }
     };
     using Layout = std::unique_ptr<PangoLayout, Unref>;
     struct Face {

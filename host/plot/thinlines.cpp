@@ -6,16 +6,18 @@
 #include <cstdint>
 #include <cstring>
 
+#include "host/plot/drawcalls.h"
+
 namespace qrs::host::plot {
 
 ThinLines::ThinLines(cairo_surface_t* surface) {
-    if (cairo_surface_get_type(surface) != CAIRO_SURFACE_TYPE_IMAGE ||
-        cairo_image_surface_get_format(surface) != CAIRO_FORMAT_RGB24)
+    if (calls().cairo_surface_get_type(surface) != CAIRO_SURFACE_TYPE_IMAGE ||
+        calls().cairo_image_surface_get_format(surface) != CAIRO_FORMAT_RGB24)
         return;
-    dots_ = cairo_image_surface_get_data(surface);
-    stride_ = cairo_image_surface_get_stride(surface);
-    right_ = width_ = cairo_image_surface_get_width(surface);
-    bottom_ = height_ = cairo_image_surface_get_height(surface);
+    dots_ = calls().cairo_image_surface_get_data(surface);
+    stride_ = calls().cairo_image_surface_get_stride(surface);
+    right_ = width_ = calls().cairo_image_surface_get_width(surface);
+    bottom_ = height_ = calls().cairo_image_surface_get_height(surface);
 }
 
 void ThinLines::setClip(const Box& clip) {

@@ -358,6 +358,13 @@ TEST(Usage, PlotsDrawings) {
     EXPECT_EQ(place.read("saved.svg"), place.read("building.dxf")) << "the drawing, not the picture";
     EXPECT_EQ(place.run({"building.dxf", "--plot", "nowhere/a.svg"}).code, 4);
 
+    // The library that draws lies beside the program; without it all else works.
+    std::filesystem::copy(QRS_CONSOLE, place.path("alone"));
+    const std::string alone = "cd '" + place.path("").string() + "' && ./alone --no-module building.dxf ";
+    EXPECT_NE(std::system((alone + "--plot a.svg 2>told").c_str()), 0);
+    EXPECT_NE(place.read("told").find("pictures cannot be drawn, as a library is missing: "), std::string::npos);
+    EXPECT_EQ(std::system((alone + "-o other.dxf").c_str()), 0);
+
     // Each layout, after the script; the sheet on its own paper, in points.
     const Outcome each = place.run({"building.dxf", "-e", "CLAYER 0", "--plot", "{name}-{layout}.svg"});
     EXPECT_EQ(each.code, 0) << each.error;
