@@ -207,6 +207,7 @@ constexpr platform::Translation kRows[] = {
     {"%1 object of layer %2 (%3)", "图层 %2 的 %1 个对象（%3）"},
     {"%1 objects of layer %2 (%3)", "图层 %2 的 %1 个对象（%3）"},
     {"they cannot be changed", "不能修改"},
+    {"cells of tables and lines of attributes keep their text style", "表格单元格和属性中的各行保留自己的文字样式"},
     {"serial %1", "编号 %1"},
     {"serial %1 of building %2", "楼栋 %2，编号 %1"},
     {"continuous", "实线"},

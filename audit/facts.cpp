@@ -253,6 +253,8 @@ class DrawingFacts::EntityCounter {
         if (look.hasOwnLinetype && !isSameName(look.linetype, L"ByBlock"))
             tell(linetypes_, look.linetype, look.id, facts_.missingLinetypes);
         tell(textStyles_, look.textStyle, look.id, facts_.missingTextStyles);
+        for (const std::wstring_view style : look.furtherTextStyles)
+            tell(textStyles_, style, look.id, facts_.missingTextStyles);
         tell(dimStyles_, look.dimStyle, look.id, facts_.missingDimStyles);
         if (!look.dimStyle.empty())
             if (DimStyleFacts* style = dimStyles_.find(look.dimStyle))

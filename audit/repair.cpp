@@ -2,8 +2,13 @@
 #include "repair.h"
 
 #include <algorithm>
+#include <map>
+#include <memory>
 #include <utility>
 
+#include "acdb.h"
+#include "acutads.h"
+#include "acutmem.h"
 #include "csv.h"
 #include "dbents.h"
 #include "dbobjptr.h"
@@ -463,13 +468,19 @@ class Repair::Mover {
   public:
     explicit Mover(const Repair& repair) : repair_(repair) { collect(); }
 
-    // What cannot be changed, by its layer: what lies on locked ones, and, when it is carried out, what does not
-    // succeed.
-    std::map<const LayerFacts*, Tally> refused(bool isCarriedOut) const {
-        std::map<const LayerFacts*, Tally> refused;
+    // What cannot be changed, by its layer and the reason: what lies on locked layers, cells of tables, and, when it is
+    // carried out, what does not succeed.
+    std::map<std::pair<const LayerFacts*, std::wstring>, Tally> refused(bool isCarriedOut) const {
+        std::map<std::pair<const LayerFacts*, std::wstring>, Tally> refused;
         for (const Move& move : moves_) {
-            const bool isLocked = move.on != nullptr && move.on->isLocked;
-            if (isLocked || (isCarriedOut && !carryOut(move))) refused[move.on].add(move.id);
+            std::wstring reason;
+            if (move.on != nullptr && move.on->isLocked)
+                reason = platform::translated(L"the layer is locked");
+            else if (isCarriedOut && !carryOut(move))
+                reason = platform::translated(L"they cannot be changed");
+            else if (move.hasParts)
+                reason = platform::translated(L"cells of tables and lines of attributes keep their text style");
+            if (!reason.empty()) refused[{move.on, reason}].add(move.id);
         }
         return refused;
     }
@@ -481,6 +492,9 @@ class Repair::Mover {
         const std::wstring* layer = nullptr;
         const std::wstring* linetype = nullptr;
         const std::wstring* textStyle = nullptr;
+        const std::wstring* override = nullptr;  // the text style of a dimension in place of its style's
+        bool hasParts = false;                   // in such a style, which stay
+        bool isOne() const { return layer || linetype || textStyle || override || hasParts; }
     };
 
     static const std::wstring* find(const ByName<std::wstring>& moves, std::wstring_view name) {
@@ -513,7 +527,12 @@ class Repair::Mover {
             move.layer = layerOf(look, on);
             move.linetype = find(repair_.linetypeMoves_, look.linetype);
             move.textStyle = find(repair_.textStyleMoves_, look.textStyle);
-            if (move.layer != nullptr || move.linetype != nullptr || move.textStyle != nullptr) moves_.push_back(move);
+            for (const std::wstring_view style : look.furtherTextStyles) {
+                const std::wstring* const to = find(repair_.textStyleMoves_, style);
+                if (!look.dimStyle.empty()) move.override = to;
+                move.hasParts = move.hasParts || (to != nullptr && look.dimStyle.empty());
+            }
+            if (move.isOne()) moves_.push_back(move);
         }
     }
 
@@ -531,7 +550,27 @@ class Repair::Mover {
                 (text != nullptr ? text->setTextStyle(style) == Acad::eOk : SetTextStyle(entity.object(), style)) &&
                 isDone;
         }
+        if (move.override != nullptr)
+            isDone = setOverride(*entity.object(), PipeSystemTool::InitTextStyle(CString(*move.override))) && isDone;
         return isDone;
+    }
+
+    // In the extended data of the editor the handle of the text style follows the code that the style has it under.
+    static bool setOverride(AcDbEntity& entity, AcDbObjectId style) {
+        constexpr short kTextStyle = 340;
+        const std::unique_ptr<resbuf, decltype(&acutRelRb)> chain(entity.xData(L"ACAD"), &acutRelRb);
+        bool isOverride = false;
+        for (resbuf* value = chain.get(); value != nullptr; value = value->rbnext) {
+            if (value->restype == AcDb::kDxfXdAsciiString)
+                isOverride = std::wstring_view(value->resval.rstring) == L"DSTYLE";
+            const bool isIt = isOverride && value->restype == AcDb::kDxfXdInteger16 && value->resval.rint == kTextStyle;
+            resbuf* const handle = isIt ? value->rbnext : nullptr;
+            if (handle == nullptr || handle->restype != AcDb::kDxfXdHandle) continue;
+            acutDelString(handle->resval.rstring);
+            return acutNewString(handleOf(style).c_str(), handle->resval.rstring) == Acad::eOk &&
+                   entity.setXData(chain.get()) == Acad::eOk;
+        }
+        return false;
     }
 
     const Repair& repair_;
@@ -556,12 +595,8 @@ void Repair::foresee() {
 
 void Repair::moveObjects(bool isCarriedOut) {
     if (layerMoves_.empty() && linetypeMoves_.empty() && textStyleMoves_.empty()) return;
-    for (const auto& [layer, objects] : Mover(*this).refused(isCarriedOut)) {
-        const std::wstring reason = layer != nullptr && layer->isLocked
-                                        ? platform::translated(L"the layer is locked")
-                                        : platform::translated(L"they cannot be changed");
-        refusals_.push_back(textOf(objects, layer) + L": " + reason);
-    }
+    for (const auto& [where, objects] : Mover(*this).refused(isCarriedOut))
+        refusals_.push_back(textOf(objects, where.first) + L": " + where.second);
 }
 
 }  // namespace qrs::audit

@@ -136,6 +136,10 @@ constexpr int kFirstPoint = 13;
 constexpr int kSecondPoint = 14;
 constexpr int kThirdPoint = 15;
 constexpr int kArcPoint = 16;
+// A list in the editor's extended data: what a dimension has instead of its style's, each value after the group code
+// that the style has it under.
+constexpr const char* kOverrides = "DSTYLE";
+constexpr int kTextStyle = 340;  // of the style
 }  // namespace dimension
 
 namespace leader {

@@ -348,7 +348,8 @@ TEST(Check, LooksIntoReferencesWhenAsked) {
     EXPECT_NE(along.out.find("building.dxf: 0 errors, 6 warnings, 0 notes\n"), std::string::npos) << along.out;
 }
 
-// Multileaders and dimension styles name their text style by its handle; a style that names none writes in "Standard".
+// Multileaders, dimensions and their styles name their text style by its handle; a style that names none writes in
+// "Standard". Cells of tables stay as they are.
 TEST(Check, KnowsTextStylesByTheirHandles) {
     const auto leader = [](const std::string& handle, const char* content, const std::string& style) {
         return entityText("MULTILEADER", handle, "0",
@@ -368,9 +369,17 @@ TEST(Check, KnowsTextStylesByTheirHandles) {
         return dxfText("0=SECTION;2=HEADER;9=$ACADVER;1=" + std::string(version) +
                        ";9=$HANDSEED;5=FFF;0=ENDSEC;0=SECTION;2=TABLES;" +
                        tableText("STYLE", style("20", "FANCY") + style("21", "给排-管径")) +
+                       tableText("APPID", "0=APPID;2=ACAD;70=0;") +
                        tableText("DIMSTYLE", dimStyle("24", "") + dimStyle("25", "340=99;")) +
                        "0=ENDSEC;0=SECTION;2=ENTITIES;" + leader("40", "2", named) + leader("41", "1", "20") +
-                       leader("42", "2", "98") + "0=ENDSEC;0=EOF");
+                       leader("42", "2", "98") +
+                       entityText("DIMENSION", "43", "0",
+                                  "100=AcDbDimension;3=D24;100=AcDbAlignedDimension;13=0;1001=QRS;1000=DSTYLE;1070=340;"
+                                  "1005=20;1001=ACAD;1000=DSTYLE;1002={;1070=340;1005=" +
+                                      named + ";1070=271;1070=340;1005=20;1002=}") +
+                       entityText("ACAD_TABLE", "44", "0",
+                                  "100=AcDbBlockReference;2=*T1;100=AcDbTable;171=1;7=FANCY;171=1;7=fancy;7=Standard") +
+                       "0=ENDSEC;0=EOF");
     };
     const Workplace place;
     place.write("leaders.dxf", drawing("AC1024", "20"));
@@ -380,14 +389,17 @@ TEST(Check, KnowsTextStylesByTheirHandles) {
     EXPECT_NE(checked.error.find("qrsconsole: leaders.dxf: "), std::string::npos) << checked.error;
     for (const char* said : {"          98: 1 object (42)\n          99, named by its handle in dimension style D25\n",
                              "[text-in-foreign-style]\n          To do: give the texts a style of the standard.\n"
-                             "          FANCY: 1 object (40)\n",
-                             "          D24, writes in Standard\n"})
+                             "          FANCY: 3 objects (40, 43, 44)\n",
+                             "          D24, writes in Standard: 1 object (43)\n"})
         EXPECT_NE(report.find(said), std::string::npos) << said << report;
     place.write("old.dxf", drawing("AC1014", "20"));
     EXPECT_EQ(place.run({"--check", "old.dxf"}).out.find("[dimstyle-text]"), std::string::npos);
 
     place.write("map.csv", "FANCY,给排-管径,textstyle\n");
-    EXPECT_EQ(place.run({"--repair", "map.csv", "leaders.dxf", "-o", "mended.dxf"}).code, 0);
+    const Outcome mended = place.run({"--repair", "map.csv", "leaders.dxf", "-o", "mended.dxf"});
+    EXPECT_EQ(mended.code, 0);
+    EXPECT_NE(mended.error.find(" (44): cells of tables and lines of attributes keep"), std::string::npos)
+        << mended.error;
     EXPECT_EQ(place.read("mended.dxf"), drawing("AC1024", "21"));
 }
 

@@ -4,10 +4,11 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "host/drawing/entityformat.h"
-#include "host/dxf/groupcodes.h"
+#include "host/dxf/classcodes.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/beside.h"
 
@@ -30,6 +31,9 @@ constexpr int kStyle = 343;
 constexpr int kLines = 302;
 constexpr int kEndOfContext = 301;
 }  // namespace leader
+
+constexpr std::string_view kTable = "ACAD_TABLE";  // cells may name text styles
+constexpr std::string_view kEditorsData = "ACAD";  // the application
 
 // Drawings of fewer records are walked through before a thread has begun.
 constexpr std::size_t kWorthSharing = 20000;
@@ -60,7 +64,9 @@ NamedRecord recordOf(TableKind table) {
 struct TypeNames {
     bool isKnown = false;
     bool isLeader = false;
+    bool isTable = false;
     NamedRecord style = NamedRecord::None;
+    bool hasStyles() const { return isLeader || isTable || style != NamedRecord::None; }
     std::array<NamedRecord, kFirstCoordinate> byCode{};
 };
 
@@ -74,6 +80,8 @@ TypeNames namesOf(std::string_view type) {
         names.byCode[code] = recordOf(naming->table);
         if (*naming->dxfName != '\0' && naming->table != TableKind::Block) names.style = names.byCode[code];
     }
+    names.isTable = type == kTable;
+    if (names.isTable) names.byCode[codes::kTextStyle] = NamedRecord::TextStyle;
     return names;
 }
 
@@ -123,6 +131,10 @@ struct EntityWalk::Place {
     const TypeNames* names = nullptr;
     bool isCommon = true;  // before the second subclass
     bool hasSeenLayer = false;
+    bool hasSeenStyle = false;
+    bool isEditorsData = false;  // extended data
+    bool isOverride = false;
+    bool isTextStyle = false;                 // what is overridden
     std::int64_t content = 0;                 // of a multileader
     std::vector<TypeNames> namesByType = {};  // by the drawing's number of the type
     TypeNames namesOfUncounted = {};
@@ -160,6 +172,25 @@ struct EntityWalk::Place {
         if (!names->isLeader) return false;
         if (code == leader::kContent) content = EntityWalk::integer(value(), 0);
         return code == leader::kStyle && content == leader::kText;
+    }
+
+    // In extended data: to the handle of a text style that a dimension has instead of its style's.
+    bool findOverride() {
+        if (names->style != NamedRecord::DimStyle) return false;
+        do {
+            const bool isValue = std::exchange(isTextStyle, false);
+            if (tag.code == codes::kXdataApplication) {
+                isEditorsData = dxf::trimmed(value()) == kEditorsData;
+                isOverride = false;
+            } else if (tag.code == codes::kXdataText) {
+                isOverride = isEditorsData && dxf::trimmed(value()) == codes::dimension::kOverrides;
+            } else if (tag.code == codes::kXdataShort) {
+                isTextStyle = isOverride && !isValue && EntityWalk::integer(value(), 0) == codes::dimension::kTextStyle;
+            } else if (tag.code == codes::kXdataHandle && isValue) {
+                return true;
+            }
+        } while (nextTag());
+        return false;
     }
 };
 
@@ -214,38 +245,44 @@ bool EntityWalk::next(WalkedEntity& entity) {
     entity.style = place_->names->style;
     place_->beginTags();
     place_->isCommon = true;
-    place_->hasSeenLayer = false;
+    place_->hasSeenLayer = place_->hasSeenStyle = false;
+    place_->isEditorsData = place_->isOverride = place_->isTextStyle = false;
     place_->content = 0;
     return true;
 }
 
 bool EntityWalk::nextTag(EntityTag& tag) {
     Place& place = *place_;
+    const auto tell = [&](NamedRecord names) {
+        tag.names = names;
+        tag.code = place.tag.code;
+        tag.value = place.value();
+        return true;
+    };
     while (place.nextTag()) {
         const int code = place.tag.code;
         // Extended data stands at the end.
-        if (code >= codes::kFirstXdata) return false;
+        if (code >= codes::kFirstXdata) {
+            tag.isHandle = tag.isFurther = true;
+            return place.findOverride() && tell(NamedRecord::TextStyle);
+        }
         if (code == codes::kSubclass) {
             // Some programs write what entities share after the second mark: where the layer stands, the rest does.
             // Others write the layer before the first one.
             place.isCommon = !place.hasSeenLayer || dxf::trimmed(place.value()) == kCommonMark;
-            if (!place.isCommon && place.names->style == NamedRecord::None && !place.names->isLeader) return false;
+            if (!place.isCommon && !place.names->hasStyles()) return false;
             continue;
         }
         tag.isHandle = place.isStyleOfLeader(code);
-        if (tag.isHandle) {
-            tag.code = code;
-            tag.value = place.value();
-            tag.names = NamedRecord::TextStyle;
-            return true;
-        }
+        tag.isFurther = false;
+        if (tag.isHandle) return tell(NamedRecord::TextStyle);
         if (code == codes::kLayer) place.hasSeenLayer = true;
         const bool mayName = code >= 0 && code < static_cast<int>(kFirstCoordinate);
-        tag.names = mayName ? place.names->byCode[static_cast<std::size_t>(code)] : NamedRecord::None;
-        if (tag.names == NamedRecord::None && !(place.isCommon && isLook(code))) continue;
-        tag.code = code;
-        tag.value = place.value();
-        return true;
+        const NamedRecord names = mayName ? place.names->byCode[static_cast<std::size_t>(code)] : NamedRecord::None;
+        if (names == NamedRecord::None && !(place.isCommon && isLook(code))) continue;
+        if (names == NamedRecord::TextStyle)
+            tag.isFurther = std::exchange(place.hasSeenStyle, true) || place.names->isTable;
+        return tell(names);
     }
     return false;
 }

@@ -35,7 +35,8 @@ struct EntityTag {
     int code = 0;
     std::string_view value;  // in the bytes of the drawing; good until the next tag
     NamedRecord names = NamedRecord::None;
-    bool isHandle = false;  // names it so, as multileaders name their text style
+    bool isHandle = false;   // names it so, as multileaders name their text style
+    bool isFurther = false;  // not the entity's own style: that of a part of it, or one instead of its style's
 };
 
 class QRS_HOST_PORT EntityWalk {

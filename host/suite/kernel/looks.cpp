@@ -1,6 +1,7 @@
 // What entities are drawn with, from the tags they share.
 #include "qrs_looks.h"
 
+#include <algorithm>
 #include <exception>
 #include <map>
 #include <string>
@@ -50,6 +51,13 @@ struct TEntityLooks::State {
         return known->second.empty() ? kStandard : std::wstring_view(known->second);
     }
 
+    static void addFurther(TEntityLook& look, std::wstring_view name) {
+        std::vector<std::wstring_view>& further = look.furtherTextStyles;
+        const auto isIt = [&](std::wstring_view other) { return isSame(name, other); };
+        if (name.empty() || isIt(look.textStyle) || std::any_of(further.begin(), further.end(), isIt)) return;
+        further.push_back(name);
+    }
+
     void take(TEntityLook& look, const EntityTag& tag) {
         const bool isBlock = look.space == TEntityLook::kBlock;
         if (tag.code == kColor) {
@@ -68,7 +76,11 @@ struct TEntityLooks::State {
         } else if (tag.names == NamedRecord::Layer && look.layer.isNull()) {
             look.layerName = nameOf(tag.value);
         } else if (tag.names == NamedRecord::TextStyle) {
-            look.textStyle = tag.isHandle ? styleOf(tag.value) : nameOf(tag.value);
+            const std::wstring_view name = tag.isHandle ? styleOf(tag.value) : nameOf(tag.value);
+            if (tag.isFurther)
+                addFurther(look, name);
+            else
+                look.textStyle = name;
         } else if (tag.names == NamedRecord::DimStyle) {
             look.dimStyle = nameOf(tag.value);
         }

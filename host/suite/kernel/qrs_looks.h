@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "dbid.h"
 #include "host/platform/port.h"
@@ -32,10 +33,12 @@ struct TEntityLook {
     std::wstring_view layerName;
     std::wstring_view linetype;  // empty: by layer
     // Of texts, attributes and their definitions, and multileaders that hold a text; "Standard" when they name none,
-    // the handle when it is no text style's. What cells of tables and dimensions have instead of their style's is not
-    // told.
+    // the handle when it is no text style's.
     std::wstring_view textStyle;
     std::wstring_view dimStyle;  // of dimensions, leaders and tolerances; likewise
+    // What a dimension has instead of the text style of its style, cells of a table instead of theirs, or an attribute
+    // in its further lines: each once, and none that is the entity's own.
+    std::vector<std::wstring_view> furtherTextStyles;
 };
 
 using TEntityLookReader = std::function<void(const TEntityLook& look)>;
