@@ -151,6 +151,31 @@ TEST(PipePictures, AreDrawnAnewWhenTheShapeChangesAndOnlyThen) {
     ASSERT_TRUE(DatabaseAccess::takeBack(*bare.database, step));
     EXPECT_EQ(bare.changes(), "");
 
+    // One without a picture gets it when its colour changes; then it follows its layer, and is known in any colour.
+    Sample plain(pipeOf(tags));
+    const AcDbObjectId pipe = plain.byHandle(0x40);
+    AcDbObjectPointer<TDbPipe>(pipe, AcDb::kForWrite)->setColorIndex(256);
+    EXPECT_EQ(plain.changes(), "") << "nothing was changed";
+    DatabaseAccess::beginStep(*plain.database, L"one");
+    AcDbObjectPointer<TDbPipe>(pipe, AcDb::kForWrite)->setColorIndex(1);
+    EXPECT_EQ(shownOf(plain), "line color 1 0 0 30 40;");
+    AcDbObjectPointer<TDbPipe>(pipe, AcDb::kForWrite)->setColorIndex(256);
+    const auto paintLayer = [](Sample& sample) {
+        {
+            AcDbObjectPointer<AcDbLayerTableRecord> layer(sample.byHandle(0x11), AcDb::kForWrite);
+            AcCmColor blue;
+            blue.setColorIndex(5);
+            EXPECT_EQ(layer->setColor(blue), Acad::eOk);
+            EXPECT_EQ(layer->setLineWeight(AcDb::kLnWt100), Acad::eOk);
+        }
+        DatabaseAccess::beginStep(*sample.database, L"two");
+    };
+    paintLayer(plain);
+    EXPECT_EQ(shownOf(plain), "line color 5 wide 100 0 0 30 40;");
+    EXPECT_EQ(shownOf(plain, 0x41), "") << "the pipe itself was not changed";
+    ASSERT_TRUE(DatabaseAccess::takeBack(*plain.database, step));
+    EXPECT_EQ(plain.changes(), "");
+
     // What others drew stays until the pipe looks otherwise.
     std::string foreign = pipeOf(tags);
     const std::size_t end = foreign.find(dbtest::dxfText("100=TDbPipePrototype"));
@@ -160,8 +185,10 @@ TEST(PipePictures, AreDrawnAnewWhenTheShapeChangesAndOnlyThen) {
     AcDbObjectPointer<TDbPipe>(other, AcDb::kForWrite)->SetStartNode(drawn.byHandle(0x41));
     AcDbObjectPointer<TDbPipe>(other, AcDb::kForWrite)->setColorIndex(1);
     EXPECT_EQ(drawn.changes(), " +62=1 -1=J +1=W +331=41");
+    paintLayer(drawn);
+    EXPECT_EQ(drawn.changes(), " -62=3 +62=5 -370=25 +370=100 +62=1 -1=J +1=W +331=41");
     AcDbObjectPointer<TDbPipe>(other, AcDb::kForWrite)->SetCurve(TPipeCurve::Line({0, 0, 0}, {1, 0, 0}));
-    EXPECT_EQ(shownOf(drawn), "line color 1 0 0 1 0;");
+    EXPECT_EQ(shownOf(drawn), "line color 1 wide 100 0 0 1 0;");
     // Copies bring theirs along; new entities get one.
     AcDbObjectPointer<TDbPipe>(append(*drawn.database, new TDbPipeNode), AcDb::kForWrite);
     EXPECT_EQ(shownOf(drawn, 0x50), "line color -1 wide -1 0 0;");

@@ -42,14 +42,16 @@ ObjectTags commonTags(const AcDbEntity& entity) {
 // Applies a change to an entity, then to the vertices that follow it. The change tells whether there was anything to
 // do; vertices that differ from an entity that stays as it is are left alone.
 template <typename Change>
-void changeParts(const dxf::Drawing& drawing, dxf::RecordId entity, bool doSubents, Change&& change) {
-    if (!change(entity) || !doSubents) return;
+bool changeParts(const dxf::Drawing& drawing, dxf::RecordId entity, bool doSubents, Change&& change) {
+    if (!change(entity)) return false;
+    if (!doSubents) return true;
     for (dxf::RecordId id = drawing.next(entity); id != dxf::kNoRecord; id = drawing.next(id)) {
         const dxf::Record& sub = drawing.record(id);
         if ((sub.flags & dxf::kSubEntity) == 0 || sub.owner != entity) break;
         // Attributes of a block reference keep what they have.
         if (drawing.typeName(sub.type) != "ATTRIB") change(id);
     }
+    return true;
 }
 
 // By layer for what is no index.
@@ -86,10 +88,11 @@ Acad::ErrorStatus AcDbEntity::changeCommon(bool doSubents, Change&& change) {
         return Acad::eOk;
     }
     const qrs::host::OwnPicture picture(*this);
-    changeParts(state->drawing(), record(), doSubents, [&](dxf::RecordId id) {
+    const bool isChanged = changeParts(state->drawing(), record(), doSubents, [&](dxf::RecordId id) {
         ObjectTags tags = commonTags(state->drawing(), id);
         return change(tags);
     });
+    if (isChanged) picture.renew();
     return Acad::eOk;
 }
 
@@ -140,7 +143,7 @@ Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId newLayer, bool doSubents) {
     // Both names lie in the same file, so the bytes are taken over as they are.
     const std::string name(drawing.findTag(layer, codes::kName, tag) ? tag.value : std::string_view());
     const qrs::host::OwnPicture picture(*this);
-    changeParts(drawing, record(), doSubents, [&](dxf::RecordId id) {
+    const bool isChanged = changeParts(drawing, record(), doSubents, [&](dxf::RecordId id) {
         // Another spelling of the same layer is left as it is.
         if (state->contents().layers().of(id) == layer) return false;
         if (drawing.findTag(id, codes::kLayer, tag))
@@ -149,6 +152,7 @@ Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId newLayer, bool doSubents) {
             commonTags(drawing, id).setText(codes::kLayer, state->tables().nameOf(layer));
         return true;
     });
+    if (isChanged) picture.renew();
     return Acad::eOk;
 }
 

@@ -134,6 +134,7 @@ Acad::ErrorStatus AcDbLayerTableRecord::setColor(const AcCmColor& color) {
     else
         own.removeAll(codes::kTrueColor);
     own.removeAll(codes::kColorName);  // the name of the colour that was
+    if (DatabaseState* state = DatabaseState::of(database())) state->layerChanged(record());
     return Acad::eOk;
 }
 
@@ -149,7 +150,9 @@ Acad::ErrorStatus AcDbLayerTableRecord::setLineWeight(AcDb::LineWeight weight) {
     ObjectTags own = tags();
     if (weight != lineWeight() && !own.canCarry(codes::kLineWeight)) return Acad::eNotApplicable;
     recordCall("AcDbLayerTableRecord::setLineWeight", recordedName(), static_cast<int>(weight));
-    if (weight != lineWeight()) own.setInteger(codes::kLineWeight, weight);
+    if (weight == lineWeight()) return Acad::eOk;
+    own.setInteger(codes::kLineWeight, weight);
+    if (DatabaseState* state = DatabaseState::of(database())) state->layerChanged(record());
     return Acad::eOk;
 }
 

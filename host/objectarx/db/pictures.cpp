@@ -140,16 +140,44 @@ dxf::RecordId recordOf(const AcDbEntity& entity, const DatabaseState* state) {
                                                      : dxf::kNoRecord;
 }
 
-}  // namespace
+// The entities of applications, open for reading.
+template <typename Take>
+void forEachDrawnEntity(DatabaseState& state, Take&& take) {
+    const dxf::Drawing& drawing = state.drawing();
+    for (dxf::RecordId id = drawing.first(); id != dxf::kNoRecord; id = drawing.next(id)) {
+        if (drawing.record(id).kind != dxf::RecordKind::Entity) continue;
+        const AcDbObjectId object = state.idOf(id);
+        if (!state.kinds().of(object.recordNumber()).rxClass->appName()) continue;
+        const AcDbObjectPointer<AcDbEntity> entity(object, AcDb::kForRead);
+        if (entity.openStatus() == Acad::eOk) take(id, *entity.object());
+    }
+}
 
-std::string drawnPicture(const AcDbEntity& entity) {
-    const DatabaseState* state = DatabaseState::of(entity.database());
-    if (recordOf(entity, state) == dxf::kNoRecord) return {};
-    Sheet sheet(state->drawing(), looksOf(entity));
+std::string drawnWith(const ProxyTraits& looks, const AcDbEntity& entity, const DatabaseState& state) {
+    Sheet sheet(state.drawing(), looks);
     SheetDraw draw(sheet);
     // Entities look at nothing but their own values while they draw.
     const_cast<AcDbEntity&>(entity).worldDraw(&draw);
     return sheet.picture();
+}
+
+// Whether the picture was drawn here, in whatever colour and weight: the first shape tells them.
+bool isDrawnHere(const std::string& picture, const AcDbEntity& entity, const DatabaseState& state) {
+    ProxyTraits looks;
+    readProxyGraphics(state.drawing(), picture, [&looks](const ProxyShape& shape) {
+        looks.colorIndex = shape.traits.colorIndex;
+        looks.rgb = shape.traits.rgb;
+        looks.lineWeight = shape.traits.lineWeight;
+        return false;
+    });
+    return picture == drawnWith(looks, entity, state);
+}
+
+}  // namespace
+
+std::string drawnPicture(const AcDbEntity& entity) {
+    const DatabaseState* state = DatabaseState::of(entity.database());
+    return recordOf(entity, state) == dxf::kNoRecord ? std::string() : drawnWith(looksOf(entity), entity, *state);
 }
 
 void renewPicture(const AcDbEntity& entity, const std::string& before) {
@@ -168,12 +196,23 @@ OwnPicture::OwnPicture(const AcDbEntity& entity) : entity_(entity) {
     const dxf::RecordId record = recordOf(entity, state);
     if (record == dxf::kNoRecord) return;
     const std::string present = proxyGraphicsOf(state->drawing(), record);
-    isOwn_ = !present.empty() && present == drawnPicture(entity);
+    isOwn_ = present.empty() || isDrawnHere(present, entity, *state);
 }
 
-OwnPicture::~OwnPicture() {
+void OwnPicture::renew() const {
     const DatabaseState* state = DatabaseState::of(entity_.database());
     if (isOwn_) setProxyGraphics(state->drawing(), recordOf(entity_, state), drawnPicture(entity_));
+}
+
+void renewPicturesOn(DatabaseState& state, const std::set<std::uint32_t>& layers) {
+    dxf::Drawing& drawing = state.drawing();
+    if (!canHavePicture(drawing)) return;
+    forEachDrawnEntity(state, [&](dxf::RecordId id, const AcDbEntity& entity) {
+        if (layers.count(state.contents().layers().of(id)) == 0) return;
+        const std::string present = proxyGraphicsOf(drawing, id);
+        if (!present.empty() && isDrawnHere(present, entity, state))
+            setProxyGraphics(drawing, id, drawnPicture(entity));
+    });
 }
 
 PictureCounts renewAllPictures(AcDbDatabase& database) {
@@ -182,20 +221,15 @@ PictureCounts renewAllPictures(AcDbDatabase& database) {
     if (!state) return counts;
     state->objects().writeAll();
     dxf::Drawing& drawing = state->drawing();
-    for (dxf::RecordId id = drawing.first(); id != dxf::kNoRecord; id = drawing.next(id)) {
-        if (drawing.record(id).kind != dxf::RecordKind::Entity) continue;
-        const AcDbObjectId object = state->idOf(id);
-        if (!state->kinds().of(object.recordNumber()).rxClass->appName()) continue;
-        const AcDbObjectPointer<AcDbEntity> entity(object, AcDb::kForRead);
-        if (entity.openStatus() != Acad::eOk) continue;
-        const std::string picture = drawnPicture(*entity.object());
-        if (picture.empty()) continue;
+    forEachDrawnEntity(*state, [&](dxf::RecordId id, const AcDbEntity& entity) {
+        const std::string picture = drawnPicture(entity);
+        if (picture.empty()) return;
         const bool isSame = proxyGraphicsOf(drawing, id) == picture;
         if (isSame)
             ++counts.kept;
         else if (setProxyGraphics(drawing, id, picture))
             ++counts.given;
-    }
+    });
     return counts;
 }
 

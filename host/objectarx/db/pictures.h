@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <set>
 #include <string>
 
 #include "dbmain.h"
@@ -15,18 +17,21 @@ std::string drawnPicture(const AcDbEntity& entity);
 // as it is when the entity looks as it did.
 void renewPicture(const AcDbEntity& entity, const std::string& before);
 
-// While an entity changes in colour, layer or the like: a picture that is its own follows, any other stays.
+// Before an entity changes in colour, layer or the like: whether its picture follows. One that was drawn here does, in
+// whatever colour and weight, and one that is missing; what others drew stays.
 class OwnPicture {
   public:
     explicit OwnPicture(const AcDbEntity& entity);
-    ~OwnPicture();
-    OwnPicture(const OwnPicture&) = delete;
-    OwnPicture& operator=(const OwnPicture&) = delete;
+    // After the change.
+    void renew() const;
 
   private:
     const AcDbEntity& entity_;
     bool isOwn_ = false;
 };
+
+// Pictures that were drawn here follow the colour and weight of layers that have changed.
+void renewPicturesOn(DatabaseState& state, const std::set<std::uint32_t>& layers);
 
 struct PictureCounts {
     std::size_t given = 0;  // entities that had none, or another one

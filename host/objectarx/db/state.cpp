@@ -9,6 +9,7 @@
 #include "dbapserv.h"
 #include "dbsymtb.h"
 #include "host/dxf/classcodes.h"
+#include "host/objectarx/db/pictures.h"
 
 namespace qrs::host {
 
@@ -65,6 +66,7 @@ void DatabaseState::replace(std::unique_ptr<dxf::Drawing> content) {
 }
 
 void DatabaseState::renew() {
+    changedLayers_.clear();
     contents_ = std::make_unique<Contents>(*drawing_);
     kinds_ = std::make_unique<ObjectKinds>(*contents_);
     objects_.readAgain();
@@ -114,6 +116,7 @@ Acad::ErrorStatus DatabaseState::bringBack(std::uint32_t object) {
 
 void DatabaseState::settle() {
     objects_.writeAll();
+    if (!changedLayers_.empty()) renewPicturesOn(*this, std::exchange(changedLayers_, {}));
     if (eraser_->settle()) objects_.readAgain();
 }
 

@@ -1,8 +1,10 @@
 // What belongs to one database: its drawing file and what that holds, the objects that are open, its names.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -33,9 +35,11 @@ class DatabaseState {
     void replace(std::unique_ptr<dxf::Drawing> content);
     // After the drawing was changed underneath: what was known of it is forgotten.
     void renew();
-    // Before the drawing is written, and before a step of undo ends: open objects are written into it, and nothing in
-    // it points to what was erased.
+    // Before the drawing is written, and before a step of undo ends: open objects are written into it, pictures follow
+    // their layers, and nothing in it points to what was erased.
     void settle();
+    // The layer has another colour or weight.
+    void layerChanged(std::uint32_t layer) { changedLayers_.insert(layer); }
 
     AcDbDatabase& database;
     const std::uint32_t number;
@@ -69,6 +73,7 @@ class DatabaseState {
     std::unique_ptr<ObjectKinds> kinds_;
     OpenObjects objects_;
     std::unique_ptr<Eraser> eraser_;
+    std::set<std::uint32_t> changedLayers_;  // since it settled
 };
 
 // Coordinates from the tags code, code + 10 and code + 20; 0 for those missing.
