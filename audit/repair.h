@@ -5,6 +5,7 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "accepted.h"
@@ -89,5 +90,10 @@ class Repair {
     // What objects are to be given, by what they have: in one pass after all changes.
     ByName<std::wstring> layerMoves_, linetypeMoves_, textStyleMoves_;
 };
+
+// In blocks it stands for the layer of the block.
+bool isLayerZero(std::wstring_view layer);
+// "3 objects of layer TEMP (41, 42, 43)"
+std::wstring textOf(const Tally& objects, const LayerFacts* layer);
 
 }  // namespace qrs::audit
