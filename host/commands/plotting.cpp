@@ -43,7 +43,8 @@ PlotFailure plotCurrentDrawing(const PlotRequest& request, PlotOutcome& outcome,
         const ed::Session* session = ed::Session::current();
         return session ? session->findInFolders(path) : std::wstring();
     };
-    return plot::plotDrawing(DatabaseAccess::drawing(*document->database()), document->state().references, locate,
+    return plot::plotDrawing(DatabaseAccess::drawing(*document->database()),
+                             DatabaseAccess::nativePath(*document->database()), document->state().references, locate,
                              whole, outcome, error);
 }
 

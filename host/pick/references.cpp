@@ -55,4 +55,11 @@ std::vector<std::wstring> References::takeMissing() {
     return std::exchange(missing_, {});
 }
 
+bool References::isOne(const std::filesystem::path& native) const {
+    const std::filesystem::path place = platform::fileMark(native).place;
+    return std::any_of(files_.begin(), files_.end(), [&](const auto& file) {
+        return platform::fileMark(platform::nativePath(file.first)).place == place;
+    });
+}
+
 }  // namespace qrs::host::pick

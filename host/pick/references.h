@@ -1,6 +1,7 @@
 // The drawings that a drawing shows as external references, read once and never written.
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
@@ -29,6 +30,9 @@ class References {
 
     // The paths of those that were not found since the last call, as drawings hold them; each is told once.
     std::vector<std::wstring> takeMissing();
+
+    // Whether one of them was read from this file.
+    bool isOne(const std::filesystem::path& native) const;
 
   private:
     std::map<std::wstring, File> files_;  // by where they lie

@@ -16,6 +16,7 @@ constexpr Translation kRows[] = {
     {"%1: an image of %2 x %3 dots is too large; fewer dots per inch (--dpi) make it smaller",
      "%1：%2 x %3 点的图像太大；减少每英寸点数（--dpi）可使其变小"},
     {"%1: the picture cannot be made: %2", "%1：无法生成图片：%2"},
+    {"%1 is a drawing that is plotted; no picture is written over it", "%1 是正在出图的图形，图片不会盖过它"},
     {"The external reference %1 cannot be found.", "找不到外部参照 %1。"},
     {"A hatch pattern too fine to be seen was drawn as an area.", "过密而无法辨认的填充图案已按实心面绘制。"},
     {"Shapes in linetypes that no file tells were left out.", "线型中没有文件说明的形已略去。"},

@@ -137,6 +137,9 @@ class Differences final : public plot::Painter {
 
 PlotFailure plotComparison(const std::filesystem::path& first, const std::filesystem::path& second,
                            const PlotRequest& request, PlotOutcome& outcome, platform::Error& error) {
+    for (const std::filesystem::path& drawing : {first, second})
+        if (platform::fileMark(request.file).place == platform::fileMark(drawing).place)
+            return plot::refuseOver(drawing, error);
     Side sides[2];
     if (!sides[0].open(first, error) || !sides[1].open(second, error)) return PlotFailure::CannotRead;
     const std::wstring name =

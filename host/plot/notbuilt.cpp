@@ -23,8 +23,8 @@ PlotFailure plotComparison(const std::filesystem::path&, const std::filesystem::
     return PlotFailure::Misuse;
 }
 
-PlotFailure plot::plotDrawing(dxf::Drawing&, pick::References&, const LocateFile&, const PlotRequest&, PlotOutcome&,
-                              platform::Error& error) {
+PlotFailure plot::plotDrawing(dxf::Drawing&, const std::filesystem::path&, pick::References&, const LocateFile&,
+                              const PlotRequest&, PlotOutcome&, platform::Error& error) {
     error.message = message();
     return PlotFailure::Misuse;
 }

@@ -23,6 +23,8 @@ const Layout* findLayout(const std::vector<Layout>& layouts, const std::wstring&
 std::string noLayout(const std::vector<Layout>& layouts, const std::wstring& name);
 // The one that the drawing shows when it is opened.
 std::wstring shownLayout(const dxf::Drawing& drawing, const std::vector<Layout>& layouts);
+// Tells that the picture would be written over a drawing.
+PlotFailure refuseOver(const std::filesystem::path& drawing, platform::Error& error);
 void tellNotes(const Notes& notes, pick::References& references, PlotOutcome& outcome);
 
 }  // namespace qrs::host::plot

@@ -6,6 +6,7 @@
 
 #include "host/dxf/classcodes.h"
 #include "host/platform/codepage.h"
+#include "host/platform/files.h"
 #include "host/platform/language.h"
 #include "host/plot/pages.h"
 #include "host/plot/surface.h"
@@ -120,8 +121,15 @@ void tellNotes(const Notes& notes, pick::References& references, PlotOutcome& ou
             translated(L"Entities of a kind that cannot be drawn: %1 x %2.", count, platform::fromUtf8(kind)));
 }
 
-PlotFailure plotDrawing(dxf::Drawing& drawing, pick::References& references, const LocateFile& locate,
-                        const PlotRequest& request, PlotOutcome& outcome, platform::Error& error) {
+PlotFailure refuseOver(const std::filesystem::path& drawing, platform::Error& error) {
+    error.message = translated("%1 is a drawing that is plotted; no picture is written over it", drawing.u8string());
+    return PlotFailure::CannotWrite;
+}
+
+PlotFailure plotDrawing(dxf::Drawing& drawing, const std::filesystem::path& own, pick::References& references,
+                        const LocateFile& locate, const PlotRequest& request, PlotOutcome& outcome,
+                        platform::Error& error) {
+    if (platform::fileMark(request.file).place == platform::fileMark(own).place) return refuseOver(own, error);
     const BlockIndex blocks(drawing);
     const std::vector<Layout> layouts = tabsOf(drawing, blocks);
     const std::wstring name = request.layout.empty() ? shownLayout(drawing, layouts) : request.layout;
@@ -149,6 +157,7 @@ PlotFailure plotDrawing(dxf::Drawing& drawing, pick::References& references, con
     outcome.width = page.paper.width;
     outcome.height = page.paper.height;
     tellNotes(notes, references, outcome);
+    if (references.isOne(request.file)) return refuseOver(request.file, error);
     return surface->finish(error) ? PlotFailure::None : PlotFailure::CannotWrite;
 }
 

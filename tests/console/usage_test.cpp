@@ -5,6 +5,7 @@
 #include <regex>
 #include <sstream>
 
+#include "../dxftext.h"
 #include "program.h"
 
 namespace {
@@ -331,6 +332,9 @@ TEST(Usage, PlotsDrawings) {
     EXPECT_NE(outcome.error.find(row.error), std::string::npos) << outcome.error;
 #else
     const std::string help = " (--help lists the options)";
+    place.write("own.svg", place.read("building.dxf"));
+    place.write("referring.dxf", dxfText("0=SECTION;2=BLOCKS;0=BLOCK;8=0;2=R;70=4;10=0;20=0;1=own.svg;0=ENDBLK;8=0;"
+                                         "0=ENDSEC;0=SECTION;2=ENTITIES;0=INSERT;8=0;2=R;10=0;20=0;0=ENDSEC;0=EOF"));
     for (const Row& row :
          {Row{{"building.dxf", "--plot", "a.gif"}, 2, "a.gif: the name of a picture ends in .svg, .pdf or .png" + help},
           Row{{"building.dxf", "--plot", "a.png", "--dpi", "5"},
@@ -349,6 +353,10 @@ TEST(Usage, PlotsDrawings) {
           Row{{"building.dxf", "-o", "saved.svg", "--plot", "./saved.svg"},
               4,
               "./saved.svg is the drawing or another picture of this run"},
+          Row{{"--plot-compare", "building.dxf", "own.svg", "-o", "own.svg"},
+              4,
+              "own.svg is a drawing that is plotted"},
+          Row{{"referring.dxf", "--plot", "./own.svg"}, 4, "./own.svg is a drawing that is plotted"},
           Row{{"--plot-compare", "building.dxf", "missing.dxf", "-o", "a.png"}, 3, ""}}) {
         const Outcome outcome = place.run(row.arguments);
         EXPECT_EQ(outcome.code, row.code) << outcome.error;
@@ -379,6 +387,9 @@ TEST(Usage, PlotsDrawings) {
     EXPECT_TRUE(place.has("out/residence.dxf") && place.has("a.svg"));
     EXPECT_EQ((elsewhere.out + elsewhere.error).find("cannot be found"), std::string::npos);
 
+    EXPECT_NE(place.run({"own.svg"}, "PLOTFILE\n./own.svg\n\n\n\n").error.find("own.svg is a drawing that is plotted"),
+              std::string::npos);
+    EXPECT_EQ(place.read("own.svg"), place.read("building.dxf"));
     const Outcome script = place.run({"building.dxf"}, "PLOTFILE\nplan.svg\n\nA4\n\nPLOTFILE\nplan.gif\n");
     EXPECT_EQ(script.code, 1);
     EXPECT_NE(script.out.find("Layout \"Model\" plotted to plan.svg: 297 x 210 mm, 112 entities."), std::string::npos)

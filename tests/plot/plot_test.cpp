@@ -93,7 +93,7 @@ class Plot : public testing::Test {
         error_ = {};
         pick::References references;
         return plot::plotDrawing(
-            *opened, references, [](const std::wstring&) { return std::wstring(); }, request_, outcome_, error_);
+            *opened, {}, references, [](const std::wstring&) { return std::wstring(); }, request_, outcome_, error_);
     }
     Picture picture(const std::string& text) {
         EXPECT_EQ(plot(text), PlotFailure::None) << error_.message;
