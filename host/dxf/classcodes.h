@@ -157,7 +157,35 @@ constexpr int kAttribute = 330;
 constexpr int kAttributeNumber = 177;
 constexpr int kAttributeWidth = 44;
 constexpr int kAttributeText = 302;
+constexpr int kContent = 172;
+constexpr int kIsText = 2;     // a value of it
+constexpr int kStyle = 343;    // of its texts
+constexpr int kHasFeet = 291;  // outside of the brackets
+// Fields in brackets, one in the other: what it shows, each foot, and the lines that lead to it.
+constexpr int kContext = 300;
+constexpr int kContextEnd = 301;
+constexpr int kLeader = 302;
+constexpr int kLeaderEnd = 303;
+constexpr int kLine = 304;
+constexpr int kLineEnd = 305;
+constexpr int kText = 304;
+constexpr int kTextPoint = 12;
+constexpr int kTextDirection = 13;
+constexpr int kTextHeight = 41;
+constexpr int kTextWidth = 43;
+constexpr int kArrowSize = 140;
+constexpr int kTextColumn = 171;
+constexpr int kHasText = 290;
+constexpr int kTextStyle = 340;
+constexpr int kFootDirection = 11;
+constexpr int kFootLength = 40;
 }  // namespace mleader
+
+namespace mesh {
+constexpr int kFaceListSize = 93;
+constexpr int kEdgeCount = 94;
+constexpr int kListItem = 90;
+}  // namespace mesh
 
 namespace tolerance {
 constexpr int kDirection = 11;

@@ -12,33 +12,6 @@ namespace codes = dxf::codes;
 
 namespace {
 
-namespace multileader {
-constexpr int kContext = 300;
-constexpr int kContextEnd = 301;
-constexpr int kLeader = 302;
-constexpr int kLeaderEnd = 303;
-constexpr int kLine = 304;
-constexpr int kLineEnd = 305;
-constexpr int kText = 304;
-constexpr int kTextPoint = 12;
-constexpr int kTextDirection = 13;
-constexpr int kTextHeight = 41;
-constexpr int kTextWidth = 43;
-constexpr int kArrowSize = 140;
-constexpr int kTextColumn = 171;
-constexpr int kHasText = 290;
-constexpr int kTextStyle = 340;
-constexpr int kFootDirection = 11;
-constexpr int kFootLength = 40;
-constexpr int kHasFeet = 291;  // outside of the brackets
-}  // namespace multileader
-
-namespace mesh {
-constexpr int kFaceListSize = 93;
-constexpr int kEdgeCount = 94;
-constexpr int kListItem = 90;
-}  // namespace mesh
-
 // Fields in brackets, one in the other: what the leader shows, each leader's foot, and the lines that lead to it.
 enum class Place { Outside, Context, Leader, Line };
 
@@ -73,21 +46,21 @@ void take(Vec& point, int first, const Entity::Field& field) {
 
 void takeOfContext(Multileader& leader, const Entity::Field& field) {
     const double number = finiteOf(field.value).value_or(0.0);
-    take(leader.textAt, multileader::kTextPoint, field);
-    take(leader.textDirection, multileader::kTextDirection, field);
-    if (field.code == multileader::kTextHeight) leader.textHeight = number;
-    if (field.code == multileader::kTextWidth) leader.textWidth = number;
-    if (field.code == multileader::kArrowSize) leader.arrow = number;
-    if (field.code == multileader::kHasText) leader.hasText = number != 0.0;
-    if (field.code == multileader::kTextColumn) leader.column = static_cast<long>(number) - 1;
-    if (field.code == multileader::kTextStyle) leader.style = field.value;
-    if (field.code == multileader::kText) leader.text = field.value;
+    take(leader.textAt, codes::mleader::kTextPoint, field);
+    take(leader.textDirection, codes::mleader::kTextDirection, field);
+    if (field.code == codes::mleader::kTextHeight) leader.textHeight = number;
+    if (field.code == codes::mleader::kTextWidth) leader.textWidth = number;
+    if (field.code == codes::mleader::kArrowSize) leader.arrow = number;
+    if (field.code == codes::mleader::kHasText) leader.hasText = number != 0.0;
+    if (field.code == codes::mleader::kTextColumn) leader.column = static_cast<long>(number) - 1;
+    if (field.code == codes::mleader::kTextStyle) leader.style = field.value;
+    if (field.code == codes::mleader::kText) leader.text = field.value;
 }
 
 void takeOfFoot(Foot& foot, const Entity::Field& field) {
     take(foot.at, codes::kPoint, field);
-    take(foot.direction, multileader::kFootDirection, field);
-    if (field.code == multileader::kFootLength) foot.length = finiteOf(field.value).value_or(0.0);
+    take(foot.direction, codes::mleader::kFootDirection, field);
+    if (field.code == codes::mleader::kFootLength) foot.length = finiteOf(field.value).value_or(0.0);
 }
 
 Multileader readMultileader(const Entity& entity) {
@@ -96,19 +69,19 @@ Multileader readMultileader(const Entity& entity) {
     for (const Entity::Field& field : entity.fields()) {
         const bool opens = !field.value.empty() && field.value.back() == '{';
         if (place == Place::Outside) {
-            if (field.code == multileader::kContext && opens) place = Place::Context;
-            if (field.code == multileader::kHasFeet) leader.hasFeet = dxf::toInteger(field.value, 1) != 0;
+            if (field.code == codes::mleader::kContext && opens) place = Place::Context;
+            if (field.code == codes::mleader::kHasFeet) leader.hasFeet = dxf::toInteger(field.value, 1) != 0;
         } else if (place == Place::Context) {
-            if (field.code == multileader::kContextEnd) place = Place::Outside;
-            if (field.code == multileader::kLeader && opens) {
+            if (field.code == codes::mleader::kContextEnd) place = Place::Outside;
+            if (field.code == codes::mleader::kLeader && opens) {
                 place = Place::Leader;
                 leader.feet.emplace_back();
             } else {
                 takeOfContext(leader, field);
             }
         } else if (place == Place::Leader) {
-            if (field.code == multileader::kLeaderEnd) place = Place::Context;
-            if (field.code == multileader::kLine && opens) {
+            if (field.code == codes::mleader::kLeaderEnd) place = Place::Context;
+            if (field.code == codes::mleader::kLine && opens) {
                 place = Place::Line;
                 leader.feet.back().lines.emplace_back();
             } else {
@@ -116,7 +89,7 @@ Multileader readMultileader(const Entity& entity) {
             }
         } else {
             std::vector<Vec>& line = leader.feet.back().lines.back();
-            if (field.code == multileader::kLineEnd) place = Place::Leader;
+            if (field.code == codes::mleader::kLineEnd) place = Place::Leader;
             if (field.code == codes::kPoint) line.emplace_back();
             if (!line.empty()) take(line.back(), codes::kPoint, field);
         }
@@ -177,9 +150,9 @@ void drawMesh(const Entity& entity, const Pen& pen) {
     for (const Entity::Field& field : entity.fields()) {
         if (field.code == codes::kPoint) corners.emplace_back();
         if (!corners.empty()) take(corners.back(), codes::kPoint, field);
-        if (field.code == mesh::kFaceListSize) isFaces = true;
-        if (field.code == mesh::kEdgeCount) isFaces = false;
-        if (isFaces && field.code == mesh::kListItem)
+        if (field.code == codes::mesh::kFaceListSize) isFaces = true;
+        if (field.code == codes::mesh::kEdgeCount) isFaces = false;
+        if (isFaces && field.code == codes::mesh::kListItem)
             faces.push_back(static_cast<std::size_t>(std::max<std::int64_t>(dxf::toInteger(field.value), 0)));
     }
     for (std::size_t at = 0; at < faces.size();) {

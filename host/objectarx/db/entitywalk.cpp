@@ -21,17 +21,7 @@ namespace codes = dxf::codes;
 constexpr int kHeight = 40;  // of a text
 constexpr std::string_view kCommonMark = "AcDbEntity";
 
-// Of a multileader: what it holds, and its text style, once for the text itself and once for all it may hold.
-namespace leader {
-constexpr std::string_view kType = "MULTILEADER";
-constexpr int kContent = 172;
-constexpr std::int64_t kText = 2;  // a content
-constexpr int kOwnStyle = 340;     // before the first of its lines
-constexpr int kStyle = 343;
-constexpr int kLines = 302;
-constexpr int kEndOfContext = 301;
-}  // namespace leader
-
+constexpr std::string_view kLeader = "MULTILEADER";
 constexpr std::string_view kTable = "ACAD_TABLE";  // cells may name text styles
 constexpr std::string_view kEditorsData = "ACAD";  // the application
 
@@ -73,7 +63,7 @@ struct TypeNames {
 TypeNames namesOf(std::string_view type) {
     TypeNames names;
     names.isKnown = true;
-    names.isLeader = type == leader::kType;
+    names.isLeader = type == kLeader;
     for (std::size_t code = 1; code < names.byCode.size(); ++code) {
         const NamingTag* naming = namingTag(type, static_cast<int>(code));
         if (naming == nullptr) continue;
@@ -96,9 +86,9 @@ bool setLeaderStyle(dxf::Drawing& drawing, dxf::RecordId record, std::uint64_t s
     bool isNamed = false;
     dxf::TagCursor cursor = drawing.tags(record);
     for (dxf::Tag tag; cursor.next(tag) && tag.code < codes::kFirstXdata;) {
-        if (tag.code == leader::kLines || tag.code == leader::kEndOfContext) isOfText = false;
-        isNamed = isNamed || tag.code == leader::kStyle;
-        if (tag.code != leader::kStyle && !(isOfText && tag.code == leader::kOwnStyle)) continue;
+        if (tag.code == codes::mleader::kLeader || tag.code == codes::mleader::kContextEnd) isOfText = false;
+        isNamed = isNamed || tag.code == codes::mleader::kStyle;
+        if (tag.code != codes::mleader::kStyle && !(isOfText && tag.code == codes::mleader::kTextStyle)) continue;
         dxf::TagEdit& edit = edits.emplace_back();
         edit.tag = tag;
         edit.hasValue = true;
@@ -170,8 +160,8 @@ struct EntityWalk::Place {
     // Whether the tag names the style of a text that the leader holds.
     bool isStyleOfLeader(int code) {
         if (!names->isLeader) return false;
-        if (code == leader::kContent) content = EntityWalk::integer(value(), 0);
-        return code == leader::kStyle && content == leader::kText;
+        if (code == codes::mleader::kContent) content = EntityWalk::integer(value(), 0);
+        return code == codes::mleader::kStyle && content == codes::mleader::kIsText;
     }
 
     // In extended data: to the handle of a text style that a dimension has instead of its style's.
@@ -308,7 +298,7 @@ bool setTextStyle(AcDbEntity& entity, AcDbObjectId style) {
         return false;
     dxf::Drawing& drawing = state->drawing();
     const dxf::RecordId record = state->ids().recordOf(entity.objectId().recordNumber());
-    if (drawing.typeNameOf(record) == leader::kType) {
+    if (drawing.typeNameOf(record) == kLeader) {
         const std::uint64_t handle = state->ids().handleOf(style.recordNumber());
         return handle != 0 && setLeaderStyle(drawing, record, handle);
     }
