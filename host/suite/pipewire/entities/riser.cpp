@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "acdb.h"
 #include "acutads.h"
 #include "entities/pipecodes.h"
 #include "host/objectarx/db/tagwalk.h"
@@ -19,10 +20,9 @@ namespace pipecodes = qrs::suite::pipecodes;
 
 namespace {
 
-constexpr int kSubclass = 100;
+// Beside those that the editor's interface names.
 constexpr int kEmbedded = 101;
 constexpr int kGroup = 102;
-constexpr int kFirstXdata = 1000;
 constexpr int kCoordinateStep = 10;
 
 // Names of systems are few; whatever else there is shall not fill the memory.
@@ -52,14 +52,14 @@ class TRiserReader::Scan {
     enum class Section { Common, Prototype, Path, Items };
 
     bool take(TRiserReader& reader, const ObjectTag& tag) {
-        if (tag.code >= kFirstXdata) {
+        if (tag.code >= AcDb::kDxfXdAsciiString) {
             if (inGroup_ || section_ < Section::Path) return false;
             section_ = Section::Items;
             return takeItem(reader, tag);
         }
         if (tag.code == kEmbedded || section_ == Section::Items) return false;
         if (tag.code == kGroup || inGroup_) return takeGroup(tag);
-        if (tag.code == kSubclass) return enter(trimmed(tag.value));
+        if (tag.code == AcDb::kDxfSubclass) return enter(trimmed(tag.value));
         if (section_ == Section::Prototype) return takePrototype(tag);
         return section_ != Section::Path || takePath(tag);
     }
@@ -116,9 +116,9 @@ class TRiserReader::Scan {
     // The first of an application's parts counts, and in it what stands right after the name.
     bool takeItem(TRiserReader& reader, const ObjectTag& tag) {
         const bool isWanted = wanted_ < items_.size();
-        if (tag.code == kFirstXdata) {
+        if (tag.code == AcDb::kDxfXdAsciiString) {
             if (isWanted) items_[wanted_] = tag.value;
-        } else if (tag.code == kFirstXdata + 1) {
+        } else if (tag.code == AcDb::kDxfRegAppName) {
             wanted_ = reader.ItemOf(*this, tag.value);
             if (wanted_ < items_.size() && isItemKnown_[wanted_]) wanted_ = items_.size();
             if (wanted_ < items_.size()) isItemKnown_[wanted_] = true;
