@@ -53,7 +53,15 @@ class Selections : public EditorTest {
   protected:
     Folder folder;
     int result = 0;
+    std::wstring chosen;  // their handles, or the result
 
+    // What the command PICK of these tests does.
+    void pick() {
+        ads_name set = {};
+        result = selectObjects(L"\nPick: ", nullptr, 0, set);
+        chosen = result == RTNORM ? handles(selectedIds(set)) : std::to_wstring(result);
+        acedSSFree(set);
+    }
     void SetUp() override {
         ASSERT_TRUE(application->openDocument(folder.write("sample.dxf", sample()), error)) << error.message;
     }
@@ -131,14 +139,7 @@ TEST_F(Selections, ModesAndFilters) {
 }
 
 TEST_F(Selections, WhatTheUserAnswers) {
-    std::wstring chosen;
-    const auto select = [&] {
-        ads_name set = {};
-        result = selectObjects(L"\nPick: ", nullptr, 0, set);
-        chosen = result == RTNORM ? handles(selectedIds(set)) : std::to_wstring(result);
-        acedSSFree(set);
-    };
-    command<0>(L"PICK", 0, select);
+    command<0>(L"PICK", 0, [&] { pick(); });
     EXPECT_TRUE(run({L"PICK", L"(handent \"10\")", L"(HANDENT  \"12\" )", L"(handent \"FF\")", L"bogus",
                      L"(handent \"20\")", L"ALL", L"R", L"L", L"a", L"(handent \"10\")", L""}));
     EXPECT_EQ(L"10 12 11 13 14 15 16", chosen);
@@ -267,13 +268,7 @@ TEST_F(Selections, SinglePicks) {
 }
 
 TEST_F(Selections, ByExpressions) {
-    std::wstring chosen;
-    command<0>(L"PICK", 0, [&] {
-        ads_name set = {};
-        result = selectObjects(L"\nPick: ", nullptr, 0, set);
-        chosen = result == RTNORM ? handles(selectedIds(set)) : std::to_wstring(result);
-        acedSSFree(set);
-    });
+    command<0>(L"PICK", 0, [&] { pick(); });
     command<1>(L"ONE", 0, [&] {
         ads_name entity = {};
         ads_point point = {};
@@ -373,13 +368,7 @@ TEST_F(Selections, ByExpressions) {
 }
 
 TEST_F(Selections, ExpressionsOverSeveralLines) {
-    std::wstring chosen;
-    command<0>(L"PICK", 0, [&] {
-        ads_name set = {};
-        result = selectObjects(L"\nPick: ", nullptr, 0, set);
-        chosen = result == RTNORM ? handles(selectedIds(set)) : std::to_wstring(result);
-        acedSSFree(set);
-    });
+    command<0>(L"PICK", 0, [&] { pick(); });
     run({L"PICK (ssget", L"  \"X\" ; all ( of them", L"'((8 . \"F\")) ) (handent \"10\")", L"", L"REGEN"});
     EXPECT_EQ(L"12 10", chosen);
     EXPECT_EQ(
