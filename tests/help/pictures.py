@@ -50,7 +50,7 @@ GREY = "examples/scripts/architecture-on-one-layer.scr"
 TASKS = {
     "job-architecture-on-one-layer": (["-s", "examples/scripts/architecture-on-one-layer.scr"], False),
     "job-show-everything": (["-s", "examples/scripts/show-everything.scr"], False),
-    "compared": (["-e", "EraseSelLayer", "-e", "1775,6000", "-e", "-120,4000", "-e", ""], True),
+    "compared": (["-e", "EraseSelLayer", "-e", "1775,6000", "-e", "720,8000", "-e", "", "-e", "UnFrozenAllLayer"], True),
 }
 # How large the pictures of examples are.
 PICTURE_SIZE = ("--paper", "297x210", "--dpi", "40")
