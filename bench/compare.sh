@@ -13,6 +13,7 @@
 #   convert erase merge paint
 #                         open, ConvertLayer, EraseSelLayer, hbtc, tbds over half of the entities, save
 #   same moved moved-bare --compare with itself, with a drawing of which half is changed, and without handles
+#   plot                  open, draw the model in a PNG: in seconds
 #   ezdxf, libdxfrw       open, turn the layers off, save by other libraries: where python3 knows ezdxf; where the
 #                         variable DXFRW names a program that takes two files
 # and in milliseconds: the start without a drawing, the first pick of a point, and each further one.
@@ -80,6 +81,13 @@ milliseconds() {
         printf "%-12s %10.1f ms   limit %s%s\n", name, seconds * 1000, limit, late ? "   ABOVE" : ""
         exit late }' || failed=1
 }
+# seconds NAME LIMIT: prints the time and the memory of a row whose limit are seconds.
+seconds() {
+    awk -v name="$1" -v limit="$2" -v median="$(median_of "$1")" -v peak="$(cat "$folder/$1.peak")" -v size="$size" 'BEGIN {
+        late = median > limit
+        printf "%-12s %10.3f %8s %8.2f   limit %s s%s\n", name, median, "", peak * 1024 / size, limit, late ? "   ABOVE" : ""
+        exit late }' || failed=1
+}
 # head_of_table TITLE: sizes and units of the drawing that the next rows are about.
 head_of_table() {
     size=$(wc -c <"$drawing")
@@ -103,6 +111,7 @@ check $console --check --to $folder/report.txt $drawing
 END
     take_turns
     if [ $form = text ]; then
+        measure plot "$console" --plot "$folder/model.png" --layout Model "$drawing"
         if python3 -c 'import ezdxf' 2>/dev/null; then
             hyperfine --shell none --runs 1 --style none --export-json "$folder/one.json" \
                 "python3 $here/ezdxf_round.py $drawing $output" >/dev/null 2>&1 || :
@@ -116,6 +125,8 @@ END
     row session 1.8 1.3
     row layers 1.8 1.3
     row check 2 1.3 "$(median_of open)"
+    # Ten seconds for a million entities.
+    [ $form != text ] || seconds plot "$(awk -v entities="$entities" 'BEGIN { print entities / 100000 }')"
     row ezdxf 0 0
     row libdxfrw 0 0
 done

@@ -3,49 +3,16 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
-#include <string>
 
+#include "drawings.h"
 #include "host/dxf/drawing.h"
 
 namespace {
 
 using namespace qrs::dxf;
+using bench::drawings;
 namespace fs = std::filesystem;
-
-// A folder of drawings that goes away with the program.
-class Drawings {
-  public:
-    Drawings() : folder_(fs::temp_directory_path() / ("qrs_dxf_bench_" + std::to_string(std::time(nullptr)))) {
-        fs::create_directories(folder_);
-    }
-    ~Drawings() {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
-    // The drawing a benchmark's arguments ask for: entities, and whether it is binary.
-    fs::path of(const benchmark::State& state) const {
-        const std::string entities = std::to_string(state.range(0));
-        const std::string form = state.range(1) != 0 ? "--binary " : "";
-        const fs::path path = folder_ / (form + entities + ".dxf");
-        if (!fs::exists(path)) {
-            const std::string command =
-                "\"" QRS_MAKE_DRAWING "\" " + form + entities + " 200 AC1024 \"" + path.string() + "\"";
-            if (std::system(command.c_str()) != 0) std::abort();
-        }
-        return path;
-    }
-    fs::path output() const { return folder_ / "out.dxf"; }
-
-  private:
-    fs::path folder_;
-};
-
-const Drawings& drawings() {
-    static const Drawings all;
-    return all;
-}
 
 void countBytes(benchmark::State& state, const fs::path& path) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(fs::file_size(path)));
