@@ -3,6 +3,8 @@
 
 #include <CLI/CLI.hpp>
 #include <set>
+#include <string>
+#include <vector>
 
 #include "console/converter.h"
 #include "console/options.h"
@@ -35,6 +37,19 @@ std::string asFileName(const std::wstring& layout) {
             std::string_view("/\\:*?\"<>|").find(character) != std::string_view::npos)
             character = '-';
     return name;
+}
+
+// The names by which the layouts stand in names of files: two that would be the same get a number.
+std::vector<std::string> fileNamesOf(const std::vector<std::wstring>& layouts) {
+    std::vector<std::string> names;
+    std::set<std::wstring> taken;
+    for (const std::wstring& layout : layouts) {
+        const std::string name = asFileName(layout);
+        names.push_back(name);
+        for (int number = 2; !taken.insert(platform::foldCase(platform::fromUtf8(names.back()))).second; ++number)
+            names.back() = name + "-" + std::to_string(number);
+    }
+    return names;
 }
 
 ExitCode codeOf(host::PlotFailure failure) {
@@ -131,11 +146,12 @@ ExitCode plotDrawing(const Options& options) {
     std::set<std::filesystem::path> taken = {platform::fileMark(options.drawing).place};
     if (!options.output.empty()) taken.insert(platform::fileMark(options.output).place);
     ExitCode code = ExitCode::Done;
-    for (const std::wstring& layout : layouts) {
+    const std::vector<std::string> names = fileNamesOf(layouts);
+    for (std::size_t i = 0; i < layouts.size(); ++i) {
         std::string name = file;
-        replaceAll(name, kLayout, asFileName(layout));
+        replaceAll(name, kLayout, names[i]);
         host::PlotRequest request = plot.request;
-        request.layout = layout;
+        request.layout = layouts[i];
         request.file = platform::nativeFromTyped(name);
         if (!taken.insert(platform::fileMark(request.file).place).second) {
             complain(translated("%1 is the drawing or another picture of this run; it is not written over", name));

@@ -179,6 +179,12 @@ constexpr int kHasText = 290;
 constexpr int kTextStyle = 340;
 constexpr int kFootDirection = 11;
 constexpr int kFootLength = 40;
+constexpr int kHasBlock = 296;
+constexpr int kBlock = 341;
+constexpr int kBlockNormal = 14;
+constexpr int kBlockPoint = 15;
+constexpr int kBlockScale = 16;
+constexpr int kBlockRotation = 46;  // radians
 }  // namespace mleader
 
 namespace mesh {

@@ -33,7 +33,7 @@ constexpr Kind kKinds[] = {
     {"HATCH", &drawHatch, nullptr, nullptr},
     {"MPOLYGON", &drawHatch, nullptr, nullptr},
     {"LEADER", &drawLeader, nullptr, nullptr},
-    {"MULTILEADER", &drawMultileader, nullptr, nullptr},
+    {"MULTILEADER", &drawMultileader, &placeMultileader, nullptr},
     {"MLINE", &drawMultiline, nullptr, nullptr},
     {"MESH", &drawMesh, nullptr, nullptr},
     {"POINT", &drawPoint, nullptr, nullptr},
@@ -45,6 +45,7 @@ constexpr Kind kKinds[] = {
     {"XLINE", &drawEndlessLine, nullptr, nullptr},
     {"IMAGE", &drawImage, nullptr, nullptr},
     {"WIPEOUT", &drawImage, nullptr, nullptr},
+    {"TOLERANCE", &drawTolerance, nullptr, nullptr},
     {"OLE2FRAME", &drawObjectFrame, nullptr, nullptr},
 };
 

@@ -21,8 +21,8 @@ struct Placement {
 
 struct Kind {
     const char* name;                          // in drawing files
-    void (*draw)(const Entity&, const Pen&);   // null for one that shows a block
-    bool (*place)(const Entity&, Placement&);  // false when the entity is damaged
+    void (*draw)(const Entity&, const Pen&);   // null for one that shows nothing but a block
+    bool (*place)(const Entity&, Placement&);  // false when the entity is damaged, or shows no block
     TraceFunction trace;                       // of an application; then the others are null
 };
 
@@ -49,6 +49,8 @@ void drawHatch(const Entity& entity, const Pen& pen);
 void drawText(const Entity& entity, const Pen& pen);
 void drawAttribute(const Entity& entity, const Pen& pen);
 void drawAttributeDefinition(const Entity& entity, const Pen& pen);
+// In the place of a definition's, the text that somebody gave to the attribute.
+void drawAttributeText(const Entity& definition, const std::wstring& text, const Pen& pen);
 void drawParagraphs(const Entity& entity, const Pen& pen);
 void drawSolid(const Entity& entity, const Pen& pen);
 void drawFace(const Entity& entity, const Pen& pen);
@@ -56,10 +58,12 @@ void drawViewport(const Entity& entity, const Pen& pen);
 void drawImage(const Entity& entity, const Pen& pen);
 void drawObjectFrame(const Entity& entity, const Pen& pen);
 void drawProxy(const Entity& entity, const Pen& pen);
+void drawTolerance(const Entity& entity, const Pen& pen);
 
 bool placeInsert(const Entity& entity, Placement& placement);
 bool placeTable(const Entity& entity, Placement& placement);
 bool placeDimension(const Entity& entity, Placement& placement);
+bool placeMultileader(const Entity& entity, Placement& placement);
 
 // A spline by its control points; weights may be empty (all 1). Splines whose numbers do not fit draw nothing. Curves
 // are cut into straight pieces that keep as close to them as the probe asks for, but not into more than 4096 between

@@ -1,5 +1,9 @@
 // The shapes of leaders that carry their text, and of meshes.
 #include <algorithm>
+#include <cmath>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "host/drawing/objecttags.h"
 #include "host/dxf/classcodes.h"
@@ -34,6 +38,13 @@ struct Multileader {
     std::string style;  // handle
     bool hasFeet = true;
     bool hasText = false;
+    bool hasBlock = false;
+    std::string block;  // handle
+    Vec blockAt;
+    Vec blockNormal{0, 0, 1};
+    Vec blockScale{1, 1, 1};
+    double blockRotation = 0.0;
+    std::vector<std::pair<std::string, std::string>> attributes;  // of the block: handles of definitions, texts
 };
 
 // The coordinate that a field of a row of three codes is.
@@ -55,6 +66,29 @@ void takeOfContext(Multileader& leader, const Entity::Field& field) {
     if (field.code == codes::mleader::kTextColumn) leader.column = static_cast<long>(number) - 1;
     if (field.code == codes::mleader::kTextStyle) leader.style = field.value;
     if (field.code == codes::mleader::kText) leader.text = field.value;
+    take(leader.blockAt, codes::mleader::kBlockPoint, field);
+    take(leader.blockNormal, codes::mleader::kBlockNormal, field);
+    take(leader.blockScale, codes::mleader::kBlockScale, field);
+    if (field.code == codes::mleader::kBlockRotation) leader.blockRotation = number;
+    if (field.code == codes::mleader::kHasBlock) leader.hasBlock = number != 0.0;
+    if (field.code == codes::mleader::kBlock) leader.block = field.value;
+}
+
+void takeOutside(Multileader& leader, const Entity::Field& field) {
+    if (field.code == codes::mleader::kHasFeet) leader.hasFeet = dxf::toInteger(field.value, 1) != 0;
+    if (field.code == codes::mleader::kAttribute) leader.attributes.emplace_back(field.value, std::string());
+    if (field.code == codes::mleader::kAttributeText && !leader.attributes.empty())
+        leader.attributes.back().second = field.value;
+}
+
+Transform placeOfBlock(const Multileader& leader) {
+    const Vec x{std::cos(leader.blockRotation), std::sin(leader.blockRotation), 0};
+    const Transform turned =
+        planeOf(unit(leader.blockNormal, {0, 0, 1})).after(Transform{x, {-x.y, x.x, 0}, {0, 0, 1}, {}});
+    Transform place = turned.after(
+        Transform{{leader.blockScale.x, 0, 0}, {0, leader.blockScale.y, 0}, {0, 0, leader.blockScale.z}, {}});
+    place.offset = leader.blockAt;
+    return place;
 }
 
 void takeOfFoot(Foot& foot, const Entity::Field& field) {
@@ -70,7 +104,7 @@ Multileader readMultileader(const Entity& entity) {
         const bool opens = !field.value.empty() && field.value.back() == '{';
         if (place == Place::Outside) {
             if (field.code == codes::mleader::kContext && opens) place = Place::Context;
-            if (field.code == codes::mleader::kHasFeet) leader.hasFeet = dxf::toInteger(field.value, 1) != 0;
+            takeOutside(leader, field);
         } else if (place == Place::Context) {
             if (field.code == codes::mleader::kContextEnd) place = Place::Outside;
             if (field.code == codes::mleader::kLeader && opens) {
@@ -111,13 +145,41 @@ void drawFoot(const Foot& foot, const Multileader& leader, const Pen& pen) {
     if (leader.hasFeet) pen.segment(foot.at, foot.at + foot.direction * foot.length);
 }
 
+// The texts of the block's attributes, which the leader tells in place of references to them.
+void drawAttributes(const Multileader& leader, const Entity& entity, const Pen& pen) {
+    const dxf::Drawing& drawing = entity.drawing();
+    Entity definition;
+    Entity head;
+    for (const auto& [handle, text] : leader.attributes) {
+        const dxf::RecordId id = drawing.findHandle(dxf::toHandle(handle));
+        if (id == dxf::kNoRecord || drawing.typeNameOf(id) != "ATTDEF" || drawing.record(id).owner == dxf::kNoRecord)
+            continue;
+        definition.read(drawing, id);
+        head.read(drawing, drawing.record(id).owner);
+        const Vec base = head.point(codes::kPoint).value_or(Vec{});
+        const Transform back{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, base * -1.0};
+        drawAttributeText(definition, readText(drawing, text), pen.in(placeOfBlock(leader).after(back)));
+    }
+}
+
 }  // namespace
 
-// What stands at the end in place of a text, a block, is not shown.
+bool placeMultileader(const Entity& entity, Placement& placement) {
+    const Multileader leader = readMultileader(entity);
+    const dxf::Drawing& drawing = entity.drawing();
+    const dxf::RecordId block = leader.hasBlock ? drawing.findHandle(dxf::toHandle(leader.block)) : dxf::kNoRecord;
+    dxf::Tag tag;
+    if (block == dxf::kNoRecord || !drawing.findTag(block, codes::kName, tag)) return false;
+    placement.block = readText(drawing, tag.value);
+    placement.first = placeOfBlock(leader);
+    return true;
+}
+
 void drawMultileader(const Entity& entity, const Pen& pen) {
     const Multileader leader = readMultileader(entity);
     for (const Foot& foot : leader.feet)
         drawFoot(foot, leader, pen);
+    if (leader.hasBlock) drawAttributes(leader, entity, pen);
     if (!leader.hasText || leader.text.empty() || !(leader.textHeight > 0.0)) return;
     const dxf::Drawing& drawing = entity.drawing();
     const Vec x = unit(leader.textDirection, {1, 0, 0});

@@ -196,31 +196,46 @@ void Scene::measure(Source& source, dxf::RecordId id, BoxProbe& probe, int depth
     entity.read(source.drawing, id);
     kind = kindWithin(kind, entity, depth);
     if (!kind) return;
-    if (!kind->place) return drawEntity(*kind, entity, Pen(probe, Transform{}));
-    for (const dxf::RecordId part : entity.parts())
-        measure(source, part, probe, depth + 1);
+    drawEntity(*kind, entity, Pen(probe, Transform{}));
     Placement placement;
-    const Content* content = kind->place(entity, placement) ? contentOf(source, placement.block) : nullptr;
+    if (!kind->place) return;
+    const bool isPlaced = kind->place(entity, placement);
+    const auto addToCorners = [&](const Box& box) {
+        if (box.isEmpty()) return;
+        for (const int column : {0, placement.columns - 1})
+            for (const int row : {0, placement.rows - 1}) {
+                const Vec step = placement.columnStep * column + placement.rowStep * row;
+                Box moved;
+                moved.low = box.low + step;
+                moved.high = box.high + step;
+                probe.add(moved);
+            }
+    };
+    addToCorners(boxOfParts(source, entity.parts(), depth));
+    const Content* content = isPlaced ? contentOf(source, placement.block) : nullptr;
     if (!content) return;
     Transform first = placement.first;
     if (placement.atBasePoint) first = first.after(Transform{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, content->base * -1.0});
-    const Box box = boxOf(*content).transformed(first);
-    if (box.isEmpty()) return;
-    for (const int column : {0, placement.columns - 1})
-        for (const int row : {0, placement.rows - 1}) {
-            const Vec step = placement.columnStep * column + placement.rowStep * row;
-            Box moved;
-            moved.low = box.low + step;
-            moved.high = box.high + step;
-            probe.add(moved);
-        }
+    addToCorners(boxOf(*content).transformed(first));
 }
 
-// Calls use(transform from the block's coordinates to world ones) for the cells of an array, until it says false.
+// Of what comes with a block reference: its attributes.
+Box Scene::boxOfParts(Source& source, const std::vector<dxf::RecordId>& parts, int depth) {
+    BoxProbe probe;
+    for (const dxf::RecordId part : parts)
+        measure(source, part, probe, depth + 1);
+    return probe.box();
+}
+
+// From the block's coordinates to world ones, in the first cell.
+static Transform firstCell(const Placement& placement, const Transform& toWorld, const Vec& basePoint) {
+    const Transform base{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, placement.atBasePoint ? basePoint * -1.0 : Vec{}};
+    return toWorld.after(placement.first).after(base);
+}
+
+// Calls use(the first cell's transform moved to the cell) for the cells of an array, until it says false.
 template <typename Use>
-void Scene::forEachCell(const Placement& placement, const Transform& toWorld, const Content& content, Use&& use) {
-    const Transform base{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, placement.atBasePoint ? content.base * -1.0 : Vec{}};
-    const Transform first = toWorld.after(placement.first).after(base);
+void Scene::forEachCell(const Placement& placement, const Transform& toWorld, const Transform& first, Use&& use) {
     const Vec columnStep = toWorld.vector(placement.columnStep);
     const Vec rowStep = toWorld.vector(placement.rowStep);
     for (int row = 0; row < placement.rows; ++row)
@@ -232,6 +247,10 @@ void Scene::forEachCell(const Placement& placement, const Transform& toWorld, co
         }
 }
 
+bool Scene::isOff(const Looking& looking) {
+    return (looking.state & kOffLayer) != 0;
+}
+
 // False for what is not drawn at all. Layer "0" in a block is the block reference's layer.
 bool Scene::isSeen(Source& source, dxf::RecordId id, int inherited, int depth, Looking& looking) {
     looking.kind = source.kindOf(id);
@@ -240,7 +259,7 @@ bool Scene::isSeen(Source& source, dxf::RecordId id, int inherited, int depth, L
     if ((looking.state & kLayerZero) && depth > 0) looking.state = inherited;
     if (looking.state & kFrozenLayer) return false;
     // What lies in a block reference has layers of its own, so that one that is off hides only part of it.
-    return looking.kind->place || !(looking.state & kOffLayer);
+    return looking.kind->place || !isOff(looking);
 }
 
 namespace {
@@ -269,22 +288,30 @@ void Scene::draw(Source& source, dxf::RecordId id, const Transform& toWorld, int
     if (!isSeen(source, id, inherited, depth, looking)) return;
     Entity& entity = scratch(depth);
     entity.read(source.drawing, id);
-    const bool isPlaced = looking.kind->place != nullptr;
     looking.kind = kindWithin(looking.kind, entity, depth);
     if (!looking.kind) return;
-    const Entered entered(probe.picture(), Shown{entity, source.prefix, toWorld, depth, isPlaced});
-    if (!isPlaced) {
-        if (entered.isWanted()) drawEntity(*looking.kind, entity, Pen(probe, toWorld));
-        return;
-    }
     Placement placement;
-    const Content* content = looking.kind->place(entity, placement) ? contentOf(source, placement.block) : nullptr;
-    for (const dxf::RecordId part : entity.parts())
-        draw(source, part, toWorld, looking.state, probe, depth + 1);
+    const bool isPlaced = looking.kind->place && looking.kind->place(entity, placement);
+    const bool showsBlock = isPlaced || (looking.kind->place && !looking.kind->draw);
+    if (!showsBlock && isOff(looking)) return;
+    const Entered entered(probe.picture(), Shown{entity, source.prefix, toWorld, depth, showsBlock});
+    if (!isOff(looking) && entered.isWanted()) drawEntity(*looking.kind, entity, Pen(probe, toWorld));
+    if (!showsBlock) return;
+    if (const std::vector<dxf::RecordId> parts = entity.parts(); !parts.empty()) {
+        const bool isArray = placement.columns > 1 || placement.rows > 1;
+        const Box box = isArray ? boxOfParts(source, parts, depth) : Box{};
+        forEachCell(placement, toWorld, toWorld, [&](const Transform& cell) {
+            if (isArray && !probe.wants(box.transformed(cell))) return !probe.isDone();
+            for (const dxf::RecordId part : parts)
+                draw(source, part, cell, looking.state, probe, depth + 1);
+            return !probe.isDone();
+        });
+    }
+    const Content* content = isPlaced ? contentOf(source, placement.block) : nullptr;
     if (!content || depth >= kDeepest || std::find(active_.begin(), active_.end(), content) != active_.end()) return;
     const Box box = boxOf(*content);
     active_.push_back(content);
-    forEachCell(placement, toWorld, *content, [&](const Transform& cell) {
+    forEachCell(placement, toWorld, firstCell(placement, toWorld, content->base), [&](const Transform& cell) {
         if (!probe.wants(box.transformed(cell))) return !probe.isDone();
         content->source->forEachEntity(*content, [&](dxf::RecordId inner) {
             draw(*content->source, inner, cell, looking.state, probe, depth + 1);
@@ -303,7 +330,7 @@ bool Scene::nestedInCells(Source& source, const Placement& placement, const Tran
     const Box box = boxOf(*content);
     bool isFound = false;
     active_.push_back(content);
-    forEachCell(placement, toWorld, *content, [&](const Transform& cell) {
+    forEachCell(placement, toWorld, firstCell(placement, toWorld, content->base), [&](const Transform& cell) {
         const Box placed = box.transformed(cell);
         if (placed.isEmpty() || !region.mayMeet(placed)) return true;
         std::vector<dxf::RecordId> entities;
@@ -325,11 +352,11 @@ bool Scene::nested(Source& source, dxf::RecordId id, const Transform& toWorld, i
     if (!isSeen(source, id, inherited, depth, looking)) return false;
     Entity& entity = scratch(depth);
     entity.read(source.drawing, id);
-    if (!looking.kind->place) {
-        HitProbe probe(region, HitProbe::Mode::Touch);
-        looking.kind = kindWithin(looking.kind, entity, depth);
-        if (looking.kind) drawEntity(*looking.kind, entity, Pen(probe, toWorld));
-        if (!probe.isHit()) return false;
+    looking.kind = kindWithin(looking.kind, entity, depth);
+    if (!looking.kind) return false;
+    HitProbe probe(region, HitProbe::Mode::Touch);
+    if (!isOff(looking)) drawEntity(*looking.kind, entity, Pen(probe, toWorld));
+    if (probe.isHit()) {
         found.drawing = &source.drawing;
         found.entity = id;
         found.isExternal = &source != main_;
@@ -337,12 +364,19 @@ bool Scene::nested(Source& source, dxf::RecordId id, const Transform& toWorld, i
         found.toWorld = toWorld;
         return true;
     }
+    if (!looking.kind->place) return false;
     Placement placement;
     const bool isPlaced = looking.kind->place(entity, placement);
     const std::vector<dxf::RecordId> parts = entity.parts();
     bool isFound = false;
-    for (auto part = parts.rbegin(); part != parts.rend() && !isFound; ++part)
-        isFound = nested(source, *part, toWorld, looking.state, region, depth + 1, found);
+    const Box box = boxOfParts(source, parts, depth);
+    if (!parts.empty())
+        forEachCell(placement, toWorld, toWorld, [&](const Transform& cell) {
+            if (!region.mayMeet(box.transformed(cell))) return true;
+            for (auto part = parts.rbegin(); part != parts.rend() && !isFound; ++part)
+                isFound = nested(source, *part, cell, looking.state, region, depth + 1, found);
+            return !isFound;
+        });
     if (!isFound && isPlaced) isFound = nestedInCells(source, placement, toWorld, looking.state, region, depth, found);
     if (isFound && &source == main_) found.containers.push_back(id);
     return isFound;

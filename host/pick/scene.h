@@ -66,6 +66,7 @@ class Scene {
     Content findContent(Source& source, const std::wstring& block);
     const Box& boxOf(const Content& content);
     void measure(Source& source, dxf::RecordId id, BoxProbe& probe, int depth);
+    static bool isOff(const Looking& looking);
     bool isSeen(Source& source, dxf::RecordId id, int inherited, int depth, Looking& looking);
     void draw(Source& source, dxf::RecordId id, const Transform& toWorld, int inherited, Probe& probe, int depth);
     bool nested(Source& source, dxf::RecordId id, const Transform& toWorld, int inherited, const Region& region,
@@ -73,7 +74,8 @@ class Scene {
     bool nestedInCells(Source& source, const Placement& placement, const Transform& toWorld, int state,
                        const Region& region, int depth, Nested& found);
     template <typename Use>
-    void forEachCell(const Placement& placement, const Transform& toWorld, const Content& content, Use&& use);
+    void forEachCell(const Placement& placement, const Transform& toWorld, const Transform& first, Use&& use);
+    Box boxOfParts(Source& source, const std::vector<dxf::RecordId>& parts, int depth);
     Entity& scratch(int depth);
 
     const LayerStates& layers_;

@@ -53,8 +53,7 @@ enum Across { kLeft = 0, kCenter = 1, kRight = 2, kAligned = 3, kMiddle = 4, kFi
 enum Up { kBaseline = 0, kBottom = 1, kHalf = 2, kTop = 3 };
 
 // For a picture, which has glyphs to measure.
-void drawGlyphs(const Entity& entity, const Pen& plane, int textCode, const Vec& at, double angle, TextLine line) {
-    line.text = entity.text(textCode);
+void drawGlyphs(const Entity& entity, const Pen& plane, const Vec& at, double angle, TextLine line) {
     line.style = entity.text(codes::kTextStyle);
     line.widthFactor = entity.real(text::kWidthFactor, 1.0);
     line.oblique = entity.real(text::kOblique, 0.0) * kRadiansPerDegree;
@@ -66,7 +65,7 @@ void drawGlyphs(const Entity& entity, const Pen& plane, int textCode, const Vec&
 }
 
 // verticalCode: TEXT and attributes tell the vertical alignment by different codes.
-void drawTextLine(const Entity& entity, const Pen& pen, int textCode, int verticalCode) {
+void drawTextLine(const Entity& entity, const Pen& pen, const std::wstring& shown, int verticalCode) {
     const std::optional<Vec> start = entity.point(codes::kPoint);
     const double height = entity.real(text::kHeight, 0.0);
     if (!start || !(height > 0.0)) return;
@@ -74,7 +73,7 @@ void drawTextLine(const Entity& entity, const Pen& pen, int textCode, int vertic
     const long up = entity.integer(verticalCode, 0);
     const Vec anchor =
         across != kLeft || up != kBaseline ? entity.point(text::kAlignmentPoint).value_or(*start) : *start;
-    double width = lineWidth(entity.text(textCode)) * height * std::fabs(entity.real(text::kWidthFactor, 1.0));
+    double width = lineWidth(shown) * height * std::fabs(entity.real(text::kWidthFactor, 1.0));
     double angle = entity.real(text::kRotation, 0.0) * kRadiansPerDegree;
     Vec at = anchor;
     double left = 0.0;
@@ -90,11 +89,12 @@ void drawTextLine(const Entity& entity, const Pen& pen, int textCode, int vertic
     const Pen plane = pen.in(planeOf(entity.normal()));
     if (pen.picture()) {
         TextLine line;
+        line.text = shown;
         line.height = height;
         line.across = static_cast<TextAcross>(std::clamp(across, 0L, long{kFit}));
         line.up = static_cast<TextUp>(std::clamp(up, 0L, long{kTop}));
         line.length = width;
-        return drawGlyphs(entity, plane, textCode, at, angle, std::move(line));
+        return drawGlyphs(entity, plane, at, angle, std::move(line));
     }
     const double bottom = across == kMiddle || up == kHalf ? -height / 2 : up == kTop ? -height : 0.0;
     const long mirrored = entity.integer(text::kGeneration, 0);
@@ -257,18 +257,22 @@ double textWidth(const std::wstring& text) {
 }
 
 void drawText(const Entity& entity, const Pen& pen) {
-    drawTextLine(entity, pen, codes::kText, text::kVertical);
+    drawTextLine(entity, pen, entity.text(codes::kText), text::kVertical);
 }
 
 void drawAttribute(const Entity& entity, const Pen& pen) {
     constexpr long kHidden = 1;
     if (!(entity.integer(codes::kFlags, 0) & kHidden))
-        drawTextLine(entity, pen, codes::kText, text::kAttributeVertical);
+        drawTextLine(entity, pen, entity.text(codes::kText), text::kAttributeVertical);
 }
 
 // A definition by itself shows its tag.
 void drawAttributeDefinition(const Entity& entity, const Pen& pen) {
-    drawTextLine(entity, pen, text::kTag, text::kAttributeVertical);
+    drawTextLine(entity, pen, entity.text(text::kTag), text::kAttributeVertical);
+}
+
+void drawAttributeText(const Entity& definition, const std::wstring& shown, const Pen& pen) {
+    drawTextLine(definition, pen, shown, text::kAttributeVertical);
 }
 
 void drawParagraphs(const Entity& entity, const Pen& pen) {

@@ -390,6 +390,19 @@ TEST(Usage, PlotsDrawings) {
     EXPECT_NE(place.run({"own.svg"}, "PLOTFILE\n./own.svg\n\n\n\n").error.find("own.svg is a drawing that is plotted"),
               std::string::npos);
     EXPECT_EQ(place.read("own.svg"), place.read("building.dxf"));
+
+    // Layouts whose names are the same in names of files.
+    std::string sheets = place.read("residence.dxf");
+    const std::string mark = "AcDbLayout\r\n  1\r\n";
+    std::size_t at = sheets.find(mark);
+    for (const char* name : {"a/b", "A:B"}) {
+        at = sheets.find(mark, at + 1) + mark.size();
+        sheets.replace(at, sheets.find('\r', at) - at, name);
+    }
+    place.write("sheets.dxf", sheets);
+    EXPECT_EQ(place.run({"sheets.dxf", "--plot", "{layout}.svg"}).code, 0);
+    EXPECT_TRUE(place.has("a-b.svg") && place.has("A-B-2.svg"));
+
     const Outcome script = place.run({"building.dxf"}, "PLOTFILE\nplan.svg\n\nA4\n\nPLOTFILE\nplan.gif\n");
     EXPECT_EQ(script.code, 1);
     EXPECT_NE(script.out.find("Layout \"Model\" plotted to plan.svg: 297 x 210 mm, 112 entities."), std::string::npos)

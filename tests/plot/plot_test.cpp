@@ -298,6 +298,31 @@ TEST_F(Plot, ShowsClipsLeadersAndMeshes) {
     EXPECT_EQ(outcome_.notes, std::vector<std::wstring>{L"Entities of a kind that cannot be drawn: 2 x REGION."});
 }
 
+// A block with the text of its attribute at the end of a leader; attributes in each cell of an array; boxes with texts.
+TEST_F(Plot, ShowsBlocksOfLeadersArraysAndTolerances) {
+    std::string text = drawing(
+        "0=BLOCK;5=C1;8=0;2=C;70=0;10=10;20=0;0=LINE;5=C3;8=0;370=100;10=10;20=0;11=20;21=0;"
+        "0=ATTDEF;5=C2;8=0;10=10;20=4;40=6;1=;2=T;70=0;0=ENDBLK;8=0;",
+        "0=MULTILEADER;5=A5;8=0;300=CONTEXT_DATA{;290=0;296=1;341=C0;14=0;24=0;34=1;15=40;25=60;35=0;16=2;26=1;36=1;"
+        "46=1.5707963;301=};291=0;330=C2;177=0;44=0;302=H;"
+        "0=INSERT;5=A6;8=0;66=1;2=C;10=0;20=20;70=2;71=1;44=50;0=ATTRIB;5=A7;8=0;10=20;20=20;40=6;1=H;2=T;70=0;"
+        "0=SEQEND;5=A8;8=0;0=TOLERANCE;5=A9;8=0;370=100;3=STANDARD;10=10;20=90;11=1;21=0;1={\\Fgdt!j}%%v0.1%%vA;");
+    text.replace(text.find('!'), 1, ";");
+    text.insert(text.find(dxfText("0=TABLE;2=LAYER")),
+                dxfText("0=TABLE;2=BLOCK_RECORD;70=1;0=BLOCK_RECORD;5=C0;2=C;0=ENDTAB;"));
+    const Picture picture = this->picture(text);
+    EXPECT_EQ(picture.at(40, 78), kBlack) << "the block, turned and twice as long";
+    EXPECT_TRUE(picture.hasInk(29, 60, 36, 70)) << "its attribute";
+    EXPECT_EQ(picture.at(58, 20), kBlack) << "the second cell";
+    EXPECT_TRUE(picture.hasInk(20, 20, 26, 26));
+    EXPECT_TRUE(picture.hasInk(70, 20, 76, 26)) << "its attribute";
+    for (const double edge : {10.0, 15.5, 23.25, 27.5})
+        EXPECT_EQ(picture.at(edge, 90), kBlack) << edge;
+    EXPECT_EQ(picture.at(20, 92.5), kBlack);
+    EXPECT_EQ(picture.at(12, 90), kBlack) << "a symbol";
+    EXPECT_TRUE(picture.hasInk(17, 88.5, 22, 91.5)) << "a number";
+}
+
 TEST_F(Plot, ShowsTheModelInViewports) {
     // One unit of the sheet is ten of the model, turned by a quarter; the layer PLAIN is frozen there.
     const std::string line =
