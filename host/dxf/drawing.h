@@ -123,6 +123,9 @@ class Drawing {
     // Line breaks in a value are written as drawings spell them, ^J and ^M. A value that a binary drawing cannot hold
     // under its group code is not written; the drawing then cannot be saved any more, and save tells why.
     void setValue(RecordId id, const Tag& tag, std::string_view value);
+    // Puts an entity on the layer of a layer's record, whose name is spelled as it stands there. False when the entity
+    // has no tag for it.
+    bool setLayer(RecordId entity, RecordId layer);
     // Many changes of one record at once, in the order of its tags.
     void editTags(RecordId id, const std::vector<TagEdit>& edits);
     // Puts tags before the byte offset given (a Tag's begin, or the record's length for its end).
@@ -176,6 +179,7 @@ class Drawing {
     void endLastLine(RecordId next);
     void noteProblem();
     void takeDraft(RecordId id);
+    bool sweepTo(RecordId id, int code, Tag& tag);
     void reindex(RecordId id);
     void settle(RecordId id);
     // Hands the drawing's bytes in order to a sink, untouched neighbours in one piece.
@@ -183,6 +187,7 @@ class Drawing {
     void emit(Sink&& sink) const;
 
     std::unique_ptr<Source> source_;
+    SourceRelease changed_{*source_};  // what was read of it to be changed is in memory of its own
     Index index_;
     RecordOrder order_{index_.records};
     Contents contents_{index_.records};
@@ -193,9 +198,10 @@ class Drawing {
     std::string versionText_ = "AC1009";
     unsigned codePage_ = 0;
     bool handling_ = false;
-    std::uint64_t seed_ = 0;  // next handle to be given, once one was asked for
-    Draft draft_;             // of the change at work
-    std::string unwritable_;  // why the drawing cannot be saved any more
+    std::uint64_t seed_ = 0;           // next handle to be given, once one was asked for
+    Draft draft_;                      // of the change at work
+    std::unique_ptr<TagSweep> sweep_;  // knows the codes that changes have met
+    std::string unwritable_;           // why the drawing cannot be saved any more
 };
 
 }  // namespace qrs::dxf

@@ -25,7 +25,9 @@ void Drawing::noteProblem() {
 }
 
 void Drawing::takeDraft(RecordId id) {
+    const std::string_view old = contents_.of(id);
     contents_.replace(id, draft_.bytes);
+    changed_.done(old);
     form_->forget(id);
 }
 
@@ -44,6 +46,41 @@ void Drawing::setValue(RecordId id, const Tag& tag, std::string_view value) {
     if (draft_.bytes == contents_.of(id)) return;
     takeDraft(id);
     if (tag.begin == 0 || isFieldCode(code)) reindex(id);
+}
+
+// As findTag; the faster the more records it is asked for.
+bool Drawing::sweepTo(RecordId id, int code, Tag& tag) {
+    if (!sweep_) sweep_ = std::make_unique<TagSweep>(beginSweep());
+    const std::string_view record = bytes(id);
+    std::uint32_t begin = 0;
+    RecordPlace place;
+    RawTag raw{};
+    for (sweep_->begin(record); sweep_->next(raw); begin = tag.end) {
+        tag = {raw.code, textOf(raw), begin, static_cast<std::uint32_t>(raw.next - record.data())};
+        if (raw.code == codes::kComment) continue;
+        const Part part = place.pass(raw.code, tag.value);
+        if (part == Part::Xdata) return false;
+        if (raw.code == code && part == Part::Own) return true;
+    }
+    return false;
+}
+
+bool Drawing::setLayer(RecordId entity, RecordId layer) {
+    Tag name;
+    const bool hasName = sweepTo(layer, codes::kName, name);
+    Tag tag;
+    if (!sweepTo(entity, codes::kLayer, tag)) return false;
+    const std::string_view spelled = hasName ? name.value : std::string_view();
+    Record& one = index_.records[entity];
+    // What the index has of the layer is this very tag; no other tag means anything else after it.
+    const bool isPlain = one.kind == RecordKind::Entity && !isBinary() && spelled.find('\n') == spelled.npos &&
+                         spelled.find('\r') == spelled.npos;
+    if (!isPlain) return setValue(entity, tag, std::string(spelled)), true;
+    form_->setValue(stored(entity), tag, spelled, draft_);
+    if (draft_.bytes == contents_.of(entity)) return true;
+    takeDraft(entity);
+    one.layer = index_.layers.internCopy(spelled);
+    return true;
 }
 
 void Drawing::editTags(RecordId id, const std::vector<TagEdit>& edits) {

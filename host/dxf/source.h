@@ -33,8 +33,8 @@ class Source {
     std::string_view bytes_;
 };
 
-// Gives the file's memory back while its bytes are handed out in order, so that copying a large drawing does not fill
-// the memory with it.
+// Gives the file's memory back while its bytes are handed out in order, so that copying a large drawing, or changing
+// much of it, does not fill the memory with it.
 class SourceRelease {
   public:
     explicit SourceRelease(const Source& source) : source_(source) {}

@@ -76,6 +76,29 @@ TEST(Editing, ChangesOnlyTheTagsAskedFor) {
     EXPECT_EQ(tag.value, "     3");
 }
 
+// The short way to another layer writes and knows what the long one does.
+TEST(Editing, PutsEntitiesOnLayers) {
+    const Tags tags = replaced(sampleTags(), "18",
+                               {{5, "18"}, {102, "{APP"}, {8, "group"}, {102, "}"}, {999, "8"}, {100, "AcDbFirst"}});
+    const std::string named = lay(replaced(tags, "PIPE", {{2, "P\rIPE"}}));
+    for (const std::string& bytes :
+         {lay(tags), lay(tags, 3, "\r\n"), lay(tags, 1, "\r"), layBinary(tags, true), named}) {
+        const auto drawing = parse(bytes);
+        const auto slow = parse(bytes);
+        for (RecordId id = drawing->first(); id != kNoRecord; id = drawing->next(id)) {
+            const RecordId layer = drawing->findHandle(id % 2 ? 0x10 : 0x11);
+            Tag tag, name;
+            const bool has = slow->findTag(id, codes::kLayer, tag);
+            if (has && slow->findTag(layer, codes::kName, name)) slow->setValue(id, tag, std::string(name.value));
+            EXPECT_EQ(drawing->setLayer(id, layer), has);
+            EXPECT_EQ(drawing->name(drawing->record(id).layer), slow->name(slow->record(id).layer));
+            EXPECT_EQ(drawing->record(id).flags, slow->record(id).flags);
+        }
+        EXPECT_EQ(drawing->toBytes(), slow->toBytes());
+        EXPECT_NE(drawing->toBytes(), bytes);
+    }
+}
+
 TEST(Editing, WhatChangesNothingIsNoChange) {
     // A table without its count, a seed without a value, and a code page that nobody knows.
     Tags tags = replaced(replaced(sampleTags(), "     2", {{71, "2"}}), "ANSI_936", {{3, "ANSI_99"}});

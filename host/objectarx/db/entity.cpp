@@ -139,17 +139,11 @@ Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId newLayer, bool doSubents) {
     }
     if (const Acad::ErrorStatus status = checkWrite(); status != Acad::eOk) return status;
     dxf::Drawing& drawing = state->drawing();
-    dxf::Tag tag;
-    // Both names lie in the same file, so the bytes are taken over as they are.
-    const std::string name(drawing.findTag(layer, codes::kName, tag) ? tag.value : std::string_view());
     const qrs::host::OwnPicture picture(*this);
     const bool isChanged = changeParts(drawing, record(), doSubents, [&](dxf::RecordId id) {
         // Another spelling of the same layer is left as it is.
         if (state->contents().layers().of(id) == layer) return false;
-        if (drawing.findTag(id, codes::kLayer, tag))
-            drawing.setValue(id, tag, name);
-        else
-            commonTags(drawing, id).setText(codes::kLayer, state->tables().nameOf(layer));
+        if (!drawing.setLayer(id, layer)) commonTags(drawing, id).setText(codes::kLayer, state->tables().nameOf(layer));
         return true;
     });
     if (isChanged) picture.renew();
