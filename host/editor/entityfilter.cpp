@@ -266,19 +266,24 @@ bool EntityFilter::holds(const Node& node, dxf::RecordId id) const {
     return false;
 }
 
+template <typename Find>
+bool EntityFilter::knownOr(const Node& condition, std::uint32_t key, Find&& find) {
+    using Answer = Node::Answer;
+    std::vector<Answer>& known = condition.known;
+    if (key >= known.size()) known.resize(key + std::size_t{1}, Answer::None);
+    if (known[key] == Answer::None) known[key] = find() ? Answer::Yes : Answer::No;
+    return known[key] == Answer::Yes;
+}
+
 bool EntityFilter::typeHolds(const Node& condition, dxf::RecordId id) const {
-    const auto [known, fresh] = condition.known.emplace(drawing_.record(id).type, false);
-    if (fresh)
-        known->second =
-            matchesWildcard(platform::fromUtf8(drawing_.typeName(drawing_.record(id).type)), condition.text);
-    return known->second;
+    const std::uint16_t type = drawing_.record(id).type;
+    return knownOr(condition, type,
+                   [&] { return matchesWildcard(platform::fromUtf8(drawing_.typeName(type)), condition.text); });
 }
 
 bool EntityFilter::layerHolds(const Node& condition, dxf::RecordId id) const {
     const dxf::NameId layer = drawing_.record(id).layer;
-    const auto [known, fresh] = condition.known.emplace(layer, false);
-    if (fresh) known->second = isOneOf(condition, layer);
-    return known->second;
+    return knownOr(condition, layer, [&] { return isOneOf(condition, layer); });
 }
 
 bool EntityFilter::isOneOf(const Node& condition, dxf::NameId layer) const {

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -58,7 +57,8 @@ class EntityFilter {
         std::vector<std::wstring> patterns;
         std::vector<EntitySpace> spaces;  // of the layouts meant
         // Answers by layer name or by type: a drawing has few of them and many entities.
-        mutable std::unordered_map<std::uint32_t, bool> known;
+        enum class Answer : unsigned char { None, No, Yes };
+        mutable std::vector<Answer> known;
     };
 
     bool holds(const Node& node, dxf::RecordId id) const;
@@ -72,6 +72,9 @@ class EntityFilter {
     bool numberHolds(const Node& condition, dxf::RecordId id) const;
     bool pointHolds(const Node& condition, dxf::RecordId id) const;
     bool paperHolds(const Node& condition, dxf::RecordId id) const;
+    // The answer that is kept under a key, or is found now.
+    template <typename Find>
+    static bool knownOr(const Node& condition, std::uint32_t key, Find&& find);
     bool isOneOf(const Node& condition, dxf::NameId layer) const;
     bool hasDefault(const Field& field, dxf::RecordId id) const;
     static bool fits(const Node& condition, const Values& values);
