@@ -1,5 +1,6 @@
 // How many objects of a drawing need a record.
 #include <algorithm>
+#include <iterator>
 #include <unordered_map>
 
 #include "dbmain.h"
@@ -47,7 +48,9 @@ class ReferenceCounter {
             } else if (isEntityKind(kind)) {
                 if (const RecordId layer = state_.contents().layers().of(current_); layer != kNoRecord)
                     tell(layers_.find(layer), layers_);
-                countTags(&ReferenceCounter::entityName);
+                // Of the texts of an entity only names of what is counted matter; of its handles, those of others.
+                if (kind != RecordKind::Entity || hasNames_ || drawing_.mayRefer(current_))
+                    countTags(&ReferenceCounter::entityName);
             } else if (kind == RecordKind::TableRecord || kind == RecordKind::Object ||
                        (kind == RecordKind::HeaderVariable && !withNames)) {
                 countTags(&ReferenceCounter::recordName);
@@ -74,6 +77,7 @@ class ReferenceCounter {
             else
                 namesOf(kind)[platform::foldCase(state_.tables().nameOf(object))].push_back(index);
         }
+        hasNames_ = std::any_of(std::begin(names_), std::end(names_), [](const auto& names) { return !names.empty(); });
         if (const std::uint64_t handle = state_.ids().handleOf(object); handle != 0) handles_[handle].push_back(index);
     }
 
@@ -126,6 +130,7 @@ class ReferenceCounter {
     ByKey<RecordId> layers_;
     ByKey<std::uint64_t> handles_;
     ByKey<std::wstring> names_[kTableCount];
+    bool hasNames_ = false;
     RecordId current_ = kNoRecord;
     std::string_view type_;
 };
