@@ -139,12 +139,13 @@ std::uint64_t toHandle(std::string_view value) {
 }
 
 std::string handleText(std::uint64_t handle) {
-    std::string text;
+    std::array<char, 16> room{};
+    std::size_t at = room.size();
     do {
-        text.insert(text.begin(), platform::kHexDigits[handle & 15]);
+        room[--at] = platform::kHexDigits[handle & 15];
         handle >>= 4;
     } while (handle != 0);
-    return text;
+    return std::string(room.data() + at, room.size() - at);
 }
 
 std::string realText(double value) {

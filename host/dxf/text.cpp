@@ -89,7 +89,15 @@ unsigned codePageOf(std::string_view dwgCodePage) {
     return 0;
 }
 
+bool isPlainText(std::string_view value) {
+    bool isPlain = true;
+    for (const char c : value)
+        isPlain &= (static_cast<signed char>(c) >= 0) & (c != '\\');
+    return isPlain;
+}
+
 std::wstring decodeText(unsigned codePage, std::string_view value) {
+    if (isPlainText(value)) return std::wstring(value.begin(), value.end());
     std::wstring text;
     std::size_t plain = 0;  // start of the bytes not yet decoded
     std::size_t at = 0;

@@ -9,6 +9,9 @@ namespace qrs::dxf {
 // The code page of a $DWGCODEPAGE value ("ANSI_936", "gb2312", "dos850" ...); 0 when unknown.
 unsigned codePageOf(std::string_view dwgCodePage);
 
+// Letters of ASCII and no escapes: such a text means itself in every code page.
+bool isPlainText(std::string_view value);
+
 // Bytes of a value to text; escapes are resolved; a backslash that is the second byte of a two-byte character is none.
 std::wstring decodeText(unsigned codePage, std::string_view value);
 

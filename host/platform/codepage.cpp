@@ -238,9 +238,11 @@ std::wstring fromUtf8(std::string_view bytes) {
 }
 
 std::string toUtf8(std::wstring_view text) {
-    std::string out;
-    out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size();)
+    std::string out(text.size(), '\0');
+    std::size_t i = 0;
+    for (; i < text.size() && static_cast<char32_t>(text[i]) < 0x80; ++i)
+        out[i] = static_cast<char>(text[i]);
+    for (out.resize(i); i < text.size();)
         appendUtf8(out, nextCodePoint(text, i));
     return out;
 }

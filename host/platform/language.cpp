@@ -57,17 +57,15 @@ const char* found(const char* english) {
 template <typename Text, typename Parts>
 Text filled(const Text& text, const Parts& parts) {
     Text result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const std::size_t number =
-            text[i] == '%' && i + 1 < text.size() ? static_cast<std::size_t>(text[i + 1]) - '0' : 0;
-        if (number < 1 || number > parts.size()) {
-            result += text[i];
-            continue;
-        }
+    std::size_t taken = 0;
+    for (std::size_t i = text.find('%'); i != Text::npos && i + 1 < text.size(); i = text.find('%', i + 1)) {
+        const std::size_t number = static_cast<std::size_t>(text[i + 1]) - '0';
+        if (number < 1 || number > parts.size()) continue;
+        result.append(text, taken, i - taken);
         result += parts[number - 1];
-        ++i;
+        taken = ++i + 1;
     }
-    return result;
+    return result.append(text, taken, Text::npos);
 }
 
 }  // namespace
