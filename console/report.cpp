@@ -162,22 +162,18 @@ bool isWholeRecord(const Difference& difference) {
     return difference.kind == Difference::Kind::OnlyInFirst || difference.kind == Difference::Kind::OnlyInSecond;
 }
 
-std::string textOf(const Difference& difference) {
-    const std::string object = shown(difference.object) + ": ";
-    const std::string tag = object + std::to_string(difference.code) + ": ";
-    switch (difference.kind) {
-        case Difference::Kind::OnlyInFirst:
-            return object + translated("only in the first\n");
-        case Difference::Kind::OnlyInSecond:
-            return object + translated("only in the second\n");
-        case Difference::Kind::TagRemoved:
-            return tag + shown(difference.before) + " > " + translated("(none)") + "\n";
-        case Difference::Kind::TagAdded:
-            return tag + translated("(none)") + " > " + shown(difference.after) + "\n";
-        case Difference::Kind::TagChanged:
-            break;
+void append(const Difference& difference, std::string& text) {
+    text.append(shown(difference.object)).append(": ");
+    if (isWholeRecord(difference)) {
+        const bool isInFirst = difference.kind == Difference::Kind::OnlyInFirst;
+        text += isInFirst ? translated("only in the first\n") : translated("only in the second\n");
+        return;
     }
-    return tag + shown(difference.before) + " > " + shown(difference.after) + "\n";
+    text.append(std::to_string(difference.code)).append(": ");
+    text += difference.kind == Difference::Kind::TagAdded ? translated("(none)") : shown(difference.before);
+    text += " > ";
+    text += difference.kind == Difference::Kind::TagRemoved ? translated("(none)") : shown(difference.after);
+    text += '\n';
 }
 
 Json jsonOf(const Difference& difference) {
@@ -239,7 +235,7 @@ ExitCode compare(const Options& options) {
             list.push_back(jsonOf(difference));
             return;
         }
-        text += textOf(difference);
+        append(difference, text);
         // Two drawings of a million entities may have as many differences.
         if (text.size() < 65536) return;
         written = platform::writeStandardOutput(text) && written;

@@ -1,6 +1,7 @@
 // Work that is done beside the caller's, on another processor.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 
@@ -26,5 +27,10 @@ class Beside {
     struct Thread;
     std::unique_ptr<Thread> thread_;
 };
+
+// Does both, beside each other where there is another processor. What they throw is thrown here when both have ended.
+void doBoth(const std::function<void()>& one, const std::function<void()>& other);
+// Does the work for [begin, end) of so many in two halves, likewise, where they are many.
+void inHalves(std::size_t count, const std::function<void(std::size_t begin, std::size_t end)>& work);
 
 }  // namespace qrs::platform

@@ -1,6 +1,8 @@
 // Compares two drawing files record by record.
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -11,6 +13,7 @@
 
 #include "host/dxf/classcodes.h"
 #include "host/dxf/drawing.h"
+#include "host/platform/beside.h"
 #include "host/platform/codepage.h"
 #include "host/platform/language.h"
 #include "host/report/fates.h"
@@ -34,6 +37,14 @@ struct Side {
     explicit Side(const Drawing& file) : drawing(file), partner(file.recordCount(), kNoRecord) {}
 
     std::string typeOf(RecordId id) const { return std::string(drawing.typeNameOf(id)); }
+    // As far as can be told without a look at all of them.
+    bool hasHandlesOnce() const {
+        const std::vector<dxf::Fault>& faults = drawing.faults();
+        constexpr std::size_t kMostNamed = 100;  // what further ones are is not known
+        return !drawing.isModified() && faults.size() <= kMostNamed &&
+               std::none_of(faults.begin(), faults.end(),
+                            [](const dxf::Fault& fault) { return fault.kind == dxf::FaultKind::HandleTwice; });
+    }
     std::wstring text(RecordId id, int code) const {
         dxf::Tag tag;
         return drawing.findTag(id, code, tag) ? drawing.decode(dxf::trimmed(tag.value)) : std::wstring();
@@ -106,8 +117,12 @@ std::wstring Side::keyOf(RecordId id) const {
 std::wstring Side::label(RecordId id) const {
     const Record& record = drawing.record(id);
     if (isLoose(id)) return platform::translated(L"data after the end of the file");
-    std::wstring label = wide(typeOf(id));
-    if (record.handle != 0) label += L" " + wide(dxf::handleText(record.handle));
+    std::wstring label = wide(drawing.typeNameOf(id));
+    if (record.handle != 0) {
+        const std::string handle = dxf::handleText(record.handle);
+        label += L' ';
+        label.append(handle.begin(), handle.end());
+    }
     const bool isNamed = record.kind == RecordKind::TableRecord || record.kind == RecordKind::Block ||
                          record.kind == RecordKind::Section || record.kind == RecordKind::Table;
     if (record.kind == RecordKind::Class) return label + L" \"" + text(id, codes::classes::kRecordName) + L"\"";
@@ -122,10 +137,10 @@ std::wstring Side::label(RecordId id) const {
 std::size_t Side::placeOf(RecordId id) const {
     if (places.empty()) {
         places.resize(drawing.recordCount(), 0);
-        std::map<std::pair<RecordId, std::uint16_t>, std::uint32_t> counts;
+        std::unordered_map<RecordId, std::unordered_map<std::uint16_t, std::uint32_t>> counts;
         for (RecordId one = 0; one < drawing.recordCount(); ++one) {
             const Record& record = drawing.record(one);
-            if (!drawing.isErased(one) && record.owner != one) places[one] = ++counts[{record.owner, record.type}];
+            if (!drawing.isErased(one) && record.owner != one) places[one] = ++counts[record.owner][record.type];
         }
     }
     return std::max<std::size_t>(places[id], 1);
@@ -136,15 +151,39 @@ bool mayBeOfPicture(int code) {
     return code == 92 || code == 160 || code == 310;
 }
 
+// Differences on their way to who takes them.
+class Batch {
+  public:
+    using Iterator = std::vector<Difference>::const_iterator;
+
+    void clear() { count_ = 0; }
+    std::size_t size() const { return count_; }
+    void add(Difference&& difference) {
+        if (count_ == list_.size()) list_.emplace_back();
+        list_[count_++] = std::move(difference);
+    }
+    Iterator begin() const { return list_.begin(); }
+    Iterator end() const { return list_.begin() + static_cast<std::ptrdiff_t>(count_); }
+
+  private:
+    std::vector<Difference> list_;  // texts of earlier ones stay, so that one thread frees what it has allocated
+    std::size_t count_ = 0;
+};
+
+// Records that stand in a row.
+struct Run {
+    const RecordId* first;
+    const RecordId* last;  // after the last one
+
+    const RecordId* begin() const { return first; }
+    const RecordId* end() const { return last; }
+};
+
 class Comparison {
   public:
-    Comparison(const Drawing& first, const Drawing& second, const std::function<void(const Difference&)>& take)
-        : first_(first), second_(second), take_(take) {}
+    Comparison(const Drawing& first, const Drawing& second) : first_(first), second_(second) {}
 
-    void run() {
-        match();
-        tell();
-    }
+    void run(const std::function<void(const Difference&)>& take);
     Fates fates();
 
   private:
@@ -152,6 +191,7 @@ class Comparison {
         matchByHandle();
         matchByKey();
         matchByPlace();
+        findEqual();
     }
     void pair(RecordId a, RecordId b) {
         first_.partner[a] = b;
@@ -165,21 +205,33 @@ class Comparison {
     void matchByHandle();
     void matchByKey();
     void matchByPlace();
-    void pairRuns(const std::vector<RecordId>& as, const std::vector<RecordId>& bs);
-    void tell();
+    void pairRuns(const Run& as, const Run& bs);
+    void findEqual();
+    bool tellSome();
+    void tellAdded();
     void tellChanges(RecordId a, RecordId b);
     void tellMissing(Difference::Kind kind, const Side& side, RecordId id);
 
     Side first_;
     Side second_;
-    const std::function<void(const Difference&)>& take_;
+    std::vector<std::uint8_t> isEqual_;  // by record of the first drawing: its bytes are those of its partner
+    // What is told next, and what was told of late.
+    RecordId next_ = kNoRecord;
+    RecordId nextAdded_ = kNoRecord;
+    Batch told_;
 };
 
+// Most records stand in the same order in both drawings: where the next one has the handle, none is looked for.
 void Comparison::matchByHandle() {
-    forEach(first_, [this](RecordId a) {
+    RecordId likely = second_.hasHandlesOnce() ? second_.drawing.first() : kNoRecord;
+    forEach(first_, [&](RecordId a) {
         const Record& record = first_.drawing.record(a);
         if (record.handle == 0 || record.kind == RecordKind::HeaderVariable) return;
-        const RecordId b = second_.drawing.findHandle(record.handle);
+        while (likely != kNoRecord && second_.drawing.record(likely).handle == 0)
+            likely = second_.drawing.next(likely);
+        const bool isNext = likely != kNoRecord && second_.drawing.record(likely).handle == record.handle;
+        const RecordId b = isNext ? likely : second_.drawing.findHandle(record.handle);
+        if (likely != kNoRecord && b != kNoRecord) likely = second_.drawing.next(b);
         if (b == kNoRecord || second_.partner[b] != kNoRecord || second_.drawing.record(b).kind != record.kind) return;
         if (first_.drawing.typeNameOf(a) == second_.drawing.typeNameOf(b)) pair(a, b);
     });
@@ -202,17 +254,19 @@ void Comparison::matchByKey() {
     });
 }
 
-std::vector<std::uint64_t> contentsOf(const Drawing& drawing, const std::vector<RecordId>& records) {
-    std::vector<std::uint64_t> contents;
-    contents.reserve(records.size());
-    for (const RecordId id : records)
-        contents.push_back(contentOf(drawing, id));
-    return contents;
-}
-
 // What only its place tells apart, under the same owner in both drawings.
 void Comparison::matchByPlace() {
-    std::map<RecordId, std::pair<std::vector<RecordId>, std::vector<RecordId>>> byOwner;  // of the first drawing
+    struct Rows {
+        std::vector<RecordId> as;
+        std::vector<RecordId> bs;
+    };
+    std::map<RecordId, Rows> byOwner;  // of the first drawing
+    // Found once for the many in a row that have one owner.
+    auto found = byOwner.end();
+    const auto isFound = [&](RecordId owner) {
+        if (found == byOwner.end() || found->first != owner) found = byOwner.find(owner);
+        return found != byOwner.end();
+    };
     const auto ownerIn = [](const Side& side, RecordId id) {
         RecordId owner = side.drawing.record(id).owner;
         // A vertex lies with its polyline in the row of the entities.
@@ -221,27 +275,26 @@ void Comparison::matchByPlace() {
         return owner;
     };
     forEach(first_, [&](RecordId a) {
-        if (first_.partner[a] == kNoRecord && first_.drawing.record(a).handle == 0)
-            byOwner[ownerIn(first_, a)].first.push_back(a);
+        if (first_.partner[a] != kNoRecord || first_.drawing.record(a).handle != 0) return;
+        const RecordId owner = ownerIn(first_, a);
+        if (!isFound(owner)) found = byOwner.emplace(owner, Rows()).first;
+        found->second.as.push_back(a);
     });
     forEach(second_, [&](RecordId b) {
         if (second_.partner[b] != kNoRecord || second_.drawing.record(b).handle != 0) return;
         const RecordId owner = ownerIn(second_, b);
         const RecordId matched = owner == kNoRecord ? kNoRecord : second_.partner[owner];
-        if (const auto found = byOwner.find(matched); found != byOwner.end()) found->second.second.push_back(b);
+        if (isFound(matched)) found->second.bs.push_back(b);
     });
     for (const auto& [owner, rows] : byOwner) {
         const auto& [as, bs] = rows;
-        auto matches = matchSequences(contentsOf(first_.drawing, as), contentsOf(second_.drawing, bs));
+        const Sayings ours = sayingsOf(first_.drawing, as, nullptr);
+        auto matches = matchSequences(ours.numbers, sayingsOf(second_.drawing, bs, &ours).numbers);
         matches.emplace_back(as.size(), bs.size());
         std::size_t i = 0;
         std::size_t j = 0;
         for (const auto& [x, y] : matches) {
-            const auto slice = [](const std::vector<RecordId>& ids, std::size_t from, std::size_t to) {
-                return std::vector<RecordId>(ids.begin() + static_cast<std::ptrdiff_t>(from),
-                                             ids.begin() + static_cast<std::ptrdiff_t>(to));
-            };
-            pairRuns(slice(as, i, x), slice(bs, j, y));
+            pairRuns({as.data() + i, as.data() + x}, {bs.data() + j, bs.data() + y});
             if (x < as.size() && y < bs.size()) pair(as[x], bs[y]);
             i = x + 1;
             j = y + 1;
@@ -249,11 +302,28 @@ void Comparison::matchByPlace() {
     }
 }
 
+// By bytes, where these mean the same in both.
+void Comparison::findEqual() {
+    isEqual_.assign(first_.drawing.recordCount(), 0);
+    if (first_.drawing.codePage() != second_.drawing.codePage()) return;
+    const auto look = [this](std::size_t begin, std::size_t end) {
+        for (auto a = static_cast<RecordId>(begin); a < end; ++a) {
+            const RecordId b = first_.partner[a];
+            isEqual_[a] = b != kNoRecord && first_.drawing.bytes(a) == second_.drawing.bytes(b);
+        }
+    };
+    // The texts of binary records lie in one place that two cannot share.
+    if (first_.drawing.isBinary() || second_.drawing.isBinary())
+        look(0, isEqual_.size());
+    else
+        platform::inHalves(isEqual_.size(), look);
+}
+
 // Between equal neighbours: entities of one type, in their order, are changed ones.
-void Comparison::pairRuns(const std::vector<RecordId>& as, const std::vector<RecordId>& bs) {
-    if (as.empty() || bs.empty()) return;
-    if (as.size() == 1 && bs.size() == 1) {
-        if (first_.drawing.typeNameOf(as[0]) == second_.drawing.typeNameOf(bs[0])) pair(as[0], bs[0]);
+void Comparison::pairRuns(const Run& as, const Run& bs) {
+    if (as.first == as.last || bs.first == bs.last) return;
+    if (as.last - as.first == 1 && bs.last - bs.first == 1) {
+        if (first_.drawing.typeNameOf(*as.first) == second_.drawing.typeNameOf(*bs.first)) pair(*as.first, *bs.first);
         return;
     }
     std::unordered_map<std::string, std::vector<RecordId>> byType;
@@ -279,7 +349,7 @@ void Comparison::tellMissing(Difference::Kind kind, const Side& side, RecordId i
     Difference difference;
     difference.kind = kind;
     difference.object = side.label(id);
-    take_(difference);
+    told_.add(std::move(difference));
 }
 
 void Comparison::tellChanges(RecordId a, RecordId b) {
@@ -289,39 +359,57 @@ void Comparison::tellChanges(RecordId a, RecordId b) {
         tellMissing(Difference::Kind::OnlyInSecond, second_, b);
         return;
     }
-    const bool isSameForm = first_.drawing.codePage() == second_.drawing.codePage();
-    if (isSameForm && first_.drawing.bytes(a) == second_.drawing.bytes(b)) return;
-    std::wstring label;
     compareTags(first_.drawing, a, second_.drawing, b, [&](Difference difference) {
-        if (label.empty()) label = first_.label(a);
-        difference.object = label;
-        take_(difference);
+        difference.object = first_.label(a);
+        told_.add(std::move(difference));
     });
 }
 
-void Comparison::tell() {
-    RecordId b = second_.drawing.first();
-    // What only the second drawing has, up to the next record that both have.
-    const auto tellAdded = [&] {
-        for (; b != kNoRecord && second_.partner[b] == kNoRecord; b = second_.drawing.next(b))
-            tellMissing(Difference::Kind::OnlyInSecond, second_, b);
-    };
-    tellAdded();
-    forEach(first_, [&](RecordId a) {
-        const RecordId partner = first_.partner[a];
+// What only the second drawing has, up to the next record that both have.
+void Comparison::tellAdded() {
+    for (; nextAdded_ != kNoRecord && second_.partner[nextAdded_] == kNoRecord;
+         nextAdded_ = second_.drawing.next(nextAdded_))
+        tellMissing(Difference::Kind::OnlyInSecond, second_, nextAdded_);
+}
+
+// False when all has been told.
+bool Comparison::tellSome() {
+    constexpr std::size_t kSome = 4000;
+    for (; next_ != kNoRecord; next_ = first_.drawing.next(next_)) {
+        if (told_.size() >= kSome) return true;
+        const RecordId partner = first_.partner[next_];
         if (partner == kNoRecord) {
-            tellMissing(Difference::Kind::OnlyInFirst, first_, a);
-            return;
+            tellMissing(Difference::Kind::OnlyInFirst, first_, next_);
+            continue;
         }
-        tellChanges(a, partner);
+        if (!isEqual_[next_]) tellChanges(next_, partner);
         // Records may stand in another order: only those that have not been passed are told here.
-        if (b == partner) {
-            b = second_.drawing.next(b);
-            tellAdded();
-        }
-    });
-    for (; b != kNoRecord; b = second_.drawing.next(b))
-        if (second_.partner[b] == kNoRecord) tellMissing(Difference::Kind::OnlyInSecond, second_, b);
+        if (nextAdded_ != partner) continue;
+        nextAdded_ = second_.drawing.next(partner);
+        tellAdded();
+    }
+    for (; nextAdded_ != kNoRecord; nextAdded_ = second_.drawing.next(nextAdded_))
+        if (second_.partner[nextAdded_] == kNoRecord) tellMissing(Difference::Kind::OnlyInSecond, second_, nextAdded_);
+    return false;
+}
+
+// Some differences are found while those before them are taken.
+void Comparison::run(const std::function<void(const Difference&)>& take) {
+    match();
+    next_ = first_.drawing.first();
+    nextAdded_ = second_.drawing.first();
+    tellAdded();
+    bool isMore = tellSome();
+    Batch ready;
+    while (told_.size() != 0) {
+        std::swap(ready, told_);
+        told_.clear();
+        const auto takeReady = [&] { std::for_each(ready.begin(), ready.end(), take); };
+        if (!isMore)
+            takeReady();
+        else
+            platform::doBoth(takeReady, [&] { isMore = tellSome(); });
+    }
 }
 
 Fates Comparison::fates() {
@@ -345,8 +433,7 @@ Fates Comparison::fates() {
         const std::function<void(const Difference&)> take = [&fate](const Difference& difference) {
             fate = std::max(fate, mayBeOfPicture(difference.code) ? Fate::Redrawn : Fate::Changed);
         };
-        if (first_.drawing.bytes(a) != second_.drawing.bytes(b))
-            compareTags(first_.drawing, a, second_.drawing, b, take);
+        if (!isEqual_[a]) compareTags(first_.drawing, a, second_.drawing, b, take);
         if (fate == Fate::Same) return;
         note(first_, fates.first, a, fate);
         note(second_, fates.second, b, fate);
@@ -363,7 +450,7 @@ Fates Comparison::fates() {
 }  // namespace
 
 Fates compareRecords(const Drawing& first, const Drawing& second) {
-    return Comparison(first, second, [](const Difference&) {}).fates();
+    return Comparison(first, second).fates();
 }
 
 bool compareDrawings(const std::filesystem::path& first, const std::filesystem::path& second,
@@ -372,7 +459,7 @@ bool compareDrawings(const std::filesystem::path& first, const std::filesystem::
     if (!a) return false;
     const std::unique_ptr<Drawing> b = Drawing::open(second, error);
     if (!b) return false;
-    Comparison(*a, *b, take).run();
+    Comparison(*a, *b).run(take);
     return true;
 }
 

@@ -32,8 +32,9 @@ Pairs longestAscending(const Pairs& pairs) {
     std::vector<std::size_t> ends;  // by length of a row: the pair that ends it with the smallest second position
     std::vector<std::size_t> before(pairs.size(), kNone);
     for (std::size_t i = 0; i < pairs.size(); ++i) {
-        const auto place = std::lower_bound(ends.begin(), ends.end(), pairs[i].second,
-                                            [&](std::size_t end, std::size_t b) { return pairs[end].second < b; });
+        const auto isBelow = [&](std::size_t end, std::size_t b) { return pairs[end].second < b; };
+        const bool isNext = ends.empty() || isBelow(ends.back(), pairs[i].second);
+        const auto place = isNext ? ends.end() : std::lower_bound(ends.begin(), ends.end(), pairs[i].second, isBelow);
         if (place != ends.begin()) before[i] = *(place - 1);
         if (place == ends.end())
             ends.push_back(i);
@@ -46,6 +47,32 @@ Pairs longestAscending(const Pairs& pairs) {
     std::reverse(row.begin(), row.end());
     return row;
 }
+
+// Where elements stand, and whether once or often: open addressing, as there may be a million of them.
+class PlaceTable {
+  public:
+    static constexpr std::uint8_t kOnce = 1;
+    static constexpr std::uint8_t kOften = 2;
+    struct Slot {
+        std::uint64_t element = 0;
+        std::size_t other = 0;        // the last in the second sequence
+        std::uint8_t otherCount = 0;  // 0: no element stands here
+        std::uint8_t count = 0;       // in the first
+    };
+
+    explicit PlaceTable(std::size_t most) : slots_(most + most / 2 + 2) {}
+    // The element's slot, or the empty one that it would take.
+    Slot& at(std::uint64_t element) {
+        const std::uint64_t hash = (element * 0x9E3779B97F4A7C15u) >> 32;
+        auto slot = static_cast<std::size_t>((hash * slots_.size()) >> 32);
+        while (slots_[slot].otherCount != 0 && slots_[slot].element != element)
+            slot = slot + 1 == slots_.size() ? 0 : slot + 1;
+        return slots_[slot];
+    }
+
+  private:
+    std::vector<Slot> slots_;
+};
 
 class Matching {
   public:
@@ -63,12 +90,6 @@ class Matching {
     }
 
   private:
-    struct Places {
-        std::size_t count = 0;
-        std::size_t otherCount = 0;
-        std::size_t other = 0;  // the last in the second sequence
-    };
-
     void match(Stretch stretch) {
         takeEnds(stretch);
         if (stretch.begin == stretch.end || stretch.otherBegin == stretch.otherEnd) return;
@@ -98,19 +119,19 @@ class Matching {
     }
 
     Pairs anchorsOf(const Stretch& part) const {
-        std::unordered_map<std::uint64_t, Places> places;
+        PlaceTable places(part.otherEnd - part.otherBegin);
         for (std::size_t b = part.otherBegin; b < part.otherEnd; ++b) {
-            Places& one = places[second_[b]];
-            ++one.otherCount;
-            one.other = b;
+            PlaceTable::Slot& one = places.at(second_[b]);
+            one = {second_[b], b, one.otherCount == 0 ? PlaceTable::kOnce : PlaceTable::kOften, 0};
         }
-        for (std::size_t a = part.begin; a < part.end; ++a)
-            if (const auto one = places.find(first_[a]); one != places.end()) ++one->second.count;
+        for (std::size_t a = part.begin; a < part.end; ++a) {
+            PlaceTable::Slot& one = places.at(first_[a]);
+            if (one.otherCount != 0) one.count = one.count == 0 ? PlaceTable::kOnce : PlaceTable::kOften;
+        }
         Pairs once;
         for (std::size_t a = part.begin; a < part.end; ++a) {
-            const auto one = places.find(first_[a]);
-            if (one == places.end() || one->second.count != 1 || one->second.otherCount != 1) continue;
-            once.emplace_back(a, one->second.other);
+            const PlaceTable::Slot& one = places.at(first_[a]);
+            if (one.count == PlaceTable::kOnce && one.otherCount == PlaceTable::kOnce) once.emplace_back(a, one.other);
         }
         return longestAscending(once);
     }

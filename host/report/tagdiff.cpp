@@ -11,6 +11,8 @@
 #include <vector>
 
 #include "host/dxf/groupcodes.h"
+#include "host/dxf/text.h"
+#include "host/platform/beside.h"
 #include "host/platform/number.h"
 #include "host/report/sequence.h"
 
@@ -38,21 +40,17 @@ std::uint64_t numberOf(double value) {
     return bits;
 }
 
-// Text of plain letters means itself in every code page: it need not be decoded to be told from others.
-bool isPlain(std::string_view value) {
-    return std::all_of(value.begin(), value.end(),
-                       [](char c) { return static_cast<signed char>(c) >= 0 && c != '\\'; });
-}
-
 std::uint64_t numberOf(std::string_view plain) {
     std::uint64_t hash = mixed(kFirstHash, plain.size());
-    for (std::uint64_t word = 0; !plain.empty(); word = 0) {
-        const std::size_t taken = std::min(plain.size(), sizeof word);
-        std::memcpy(&word, plain.data(), taken);
+    std::uint64_t word = 0;
+    for (; plain.size() >= sizeof word; plain.remove_prefix(sizeof word)) {
+        std::memcpy(&word, plain.data(), sizeof word);
         hash = mixed(hash, word);
-        plain.remove_prefix(taken);
     }
-    return hash;
+    word = 0;
+    for (const char c : plain)
+        word = word << 8 | static_cast<unsigned char>(c);
+    return mixed(hash, word);
 }
 
 // What another spelling of plain letters says is the same.
@@ -71,25 +69,25 @@ std::uint64_t numberOf(const std::wstring& text) {
 }
 
 // As it counts: blanks around anything but text do not.
-std::string_view countedOf(const Tag& tag) {
-    return dxf::valueKindOf(tag.code) == dxf::ValueKind::Text ? tag.value : dxf::trimmed(tag.value);
+std::string_view countedOf(int code, std::string_view value) {
+    return dxf::valueKindOf(code) == dxf::ValueKind::Text ? value : dxf::trimmed(value);
 }
 
 std::wstring textOf(const Drawing& drawing, const Tag& tag) {
-    return drawing.decode(countedOf(tag));
+    return drawing.decode(countedOf(tag.code, tag.value));
 }
 
 // What a tag says, as a number.
-std::uint64_t sayingOf(const Drawing& drawing, const Tag& tag) {
-    const auto code = mixed(kFirstHash, static_cast<std::uint64_t>(tag.code));
-    const dxf::ValueKind kind = dxf::valueKindOf(tag.code);
+std::uint64_t sayingOf(const Drawing& drawing, int code, std::string_view value) {
+    const auto hash = mixed(kFirstHash, static_cast<std::uint64_t>(code));
+    const dxf::ValueKind kind = dxf::valueKindOf(code);
     if (kind == dxf::ValueKind::Handle) {
-        if (const std::uint64_t handle = dxf::toHandle(tag.value); handle != 0) return mixed(code, handle);
+        if (const std::uint64_t handle = dxf::toHandle(value); handle != 0) return mixed(hash, handle);
     } else if (kind != dxf::ValueKind::Text && kind != dxf::ValueKind::Chunk && kind != dxf::ValueKind::None) {
-        if (const auto real = platform::parseReal(dxf::trimmed(tag.value))) return mixed(code, numberOf(*real));
+        if (const auto real = platform::parseReal(dxf::trimmed(value))) return mixed(hash, numberOf(*real));
     }
-    const std::string_view counted = countedOf(tag);
-    return mixed(code, isPlain(counted) ? numberOf(counted) : numberOf(drawing.decode(counted)));
+    const std::string_view counted = countedOf(code, value);
+    return mixed(hash, dxf::isPlainText(counted) ? numberOf(counted) : numberOf(drawing.decode(counted)));
 }
 
 // The tags of a record. Its bytes are its own: those of a large record of a binary drawing go when another is read.
@@ -99,7 +97,7 @@ struct TagList {
         Tag tag;
         while (cursor.next(tag)) {
             tags.push_back(tag);
-            sayings.push_back(sayingOf(drawing, tag));
+            sayings.push_back(sayingOf(drawing, tag.code, tag.value));
         }
     }
     int code(std::size_t i) const { return tags[i].code; }
@@ -122,6 +120,8 @@ Difference differenceOf(Difference::Kind kind, int code) {
 bool compareOneTag(const Drawing& first, RecordId a, const Drawing& second, RecordId b,
                    const std::function<void(Difference)>& take) {
     if (first.isBinary() || second.isBinary() || first.codePage() != second.codePage()) return false;
+    const std::string_view ourBytes = first.bytes(a);
+    const std::string_view theirBytes = second.bytes(b);
     dxf::TagCursor ours = first.tags(a);
     dxf::TagCursor theirs = second.tags(b);
     Tag one;
@@ -129,8 +129,8 @@ bool compareOneTag(const Drawing& first, RecordId a, const Drawing& second, Reco
     do {
         if (!ours.next(one) || !theirs.next(two)) return false;
     } while (one.code == two.code && one.value == two.value);
-    if (one.code != two.code || first.bytes(a).substr(one.end) != second.bytes(b).substr(two.end)) return false;
-    if (sayingOf(first, one) == sayingOf(second, two)) return true;
+    if (one.code != two.code || ourBytes.substr(one.end) != theirBytes.substr(two.end)) return false;
+    if (sayingOf(first, one.code, one.value) == sayingOf(second, two.code, two.value)) return true;
     Difference difference = differenceOf(Difference::Kind::TagChanged, one.code);
     difference.before = textOf(first, one);
     difference.after = textOf(second, two);
@@ -140,13 +140,32 @@ bool compareOneTag(const Drawing& first, RecordId a, const Drawing& second, Reco
 
 }  // namespace
 
-std::uint64_t contentOf(const Drawing& drawing, RecordId record) {
-    std::uint64_t hash = kFirstHash;
-    dxf::TagCursor cursor = drawing.tags(record);
-    Tag tag;
-    while (cursor.next(tag))
-        hash = mixed(hash, sayingOf(drawing, tag));
-    return hash;
+Sayings sayingsOf(const Drawing& drawing, const std::vector<RecordId>& records, const Sayings* like) {
+    Sayings sayings{drawing, records, std::vector<std::uint64_t>(records.size())};
+    const bool isLike = like != nullptr && !drawing.isBinary() && !like->drawing.isBinary() &&
+                        like->drawing.codePage() == drawing.codePage();
+    const std::size_t alike = isLike ? std::min(records.size(), like->records.size()) : 0;
+    const auto read = [&](std::size_t begin, std::size_t end) {
+        dxf::TagSweep sweep = drawing.beginSweep();
+        dxf::RawTag tag{};
+        for (std::size_t i = begin; i < end; ++i) {
+            const std::string_view bytes = drawing.bytes(records[i]);
+            if (i < alike && like->drawing.bytes(like->records[i]) == bytes) {
+                sayings.numbers[i] = like->numbers[i];
+                continue;
+            }
+            std::uint64_t hash = kFirstHash;
+            for (sweep.begin(bytes); sweep.next(tag);)
+                if (tag.code != dxf::codes::kComment) hash = mixed(hash, sayingOf(drawing, tag.code, textOf(tag)));
+            sayings.numbers[i] = hash;
+        }
+    };
+    // The texts of binary records lie in one place that two cannot share.
+    if (drawing.isBinary())
+        read(0, records.size());
+    else
+        platform::inHalves(records.size(), read);
+    return sayings;
 }
 
 void compareTags(const Drawing& first, RecordId a, const Drawing& second, RecordId b,
