@@ -148,8 +148,10 @@ void Eraser::settleRound() {
     unsettled_.clear();
 
     ReferenceCleaner cleaner(drawing_, gone);
+    dxf::SourceRelease passed = drawing_.beginRelease();
     for (RecordId id = 0; id < drawing_.recordCount(); ++id) {
         if (drawing_.isErased(id)) continue;
+        drawing_.release(passed, id);
         const bool mayNameLayers = gone.hasLayers() && (drawing_.record(id).flags & dxf::kHasXdata) != 0;
         if (mayNameLayers || drawing_.mayRefer(id)) cleaner.clean(id);
     }
