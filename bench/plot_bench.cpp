@@ -22,7 +22,8 @@ void plotModel(benchmark::State& state, const char* name) {
     PlotOutcome outcome;
     for (auto _ : state) {
         pick::References references;
-        if (drawing && plot::plotDrawing(*drawing, references, nowhere, request, outcome, error) == PlotFailure::None)
+        if (drawing &&
+            plot::plotDrawing(*drawing, {}, references, nowhere, request, outcome, error) == PlotFailure::None)
             continue;
         state.SkipWithError(error.message.c_str());
         return;
