@@ -132,7 +132,7 @@ std::vector<std::vector<Cell>> cellsOf(const std::wstring& text) {
             isSymbol = false;
         } else {
             Cell& cell = rows.back().back();
-            const Symbol* const symbol = isSymbol ? findSymbol(text[i] | 0x20) : nullptr;
+            const Symbol* const symbol = isSymbol ? findSymbol(static_cast<wchar_t>(text[i] | 0x20)) : nullptr;
             if (symbol || cell.empty() || cell.back().symbol) cell.push_back({{}, symbol});
             if (!symbol) cell.back().text += text[i];
         }
