@@ -125,7 +125,7 @@ def check(name, console, library, system, options):
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("console", type=os.path.abspath)
-    parser.add_argument("library")
+    parser.add_argument("library", type=os.path.abspath)
     parser.add_argument("system")
     parser.add_argument("--most", type=int, default=20000)
     parser.add_argument("--runs", type=int)
