@@ -29,13 +29,25 @@ void replaceAll(std::string& text, std::string_view mark, const std::string& by)
         text.replace(at, mark.size(), by);
 }
 
-// What no name of a file can hold becomes a dash.
+// Windows means a device by it, whatever stands after the dot.
+bool isDevice(const std::wstring& name) {
+    std::wstring start = name.substr(0, name.find(L'.'));
+    start.erase(start.find_last_not_of(L' ') + 1);
+    if (start.size() == 4 && start.back() >= L'0' && start.back() <= L'9') start.back() = L'1';
+    for (const wchar_t* device : {L"CON", L"PRN", L"AUX", L"NUL", L"COM1", L"LPT1"})
+        if (platform::compareNoCase(start, device) == 0) return true;
+    return false;
+}
+
+// What no name of a file can hold becomes a dash, and dots at the end, which Windows drops, or which name a folder.
 std::string asFileName(const std::wstring& layout) {
-    std::string name = platform::toUtf8(layout);
+    std::string name = (isDevice(layout) ? "-" : "") + platform::toUtf8(layout);
     for (char& character : name)
         if (static_cast<unsigned char>(character) < 0x20 ||
             std::string_view("/\\:*?\"<>|").find(character) != std::string_view::npos)
             character = '-';
+    for (std::size_t at = name.size(); at > 0 && (name[at - 1] == '.' || name[at - 1] == ' '); --at)
+        name[at - 1] = '-';
     return name;
 }
 

@@ -2,6 +2,8 @@
 // that the user named, and nothing is reached over the network.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <sstream>
 #include <string>
 #include <vector>
@@ -12,7 +14,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Paths out of the folder, whole ones, of devices, over the network, with commands in them, through a link.
+// Paths out of the folder, whole ones, of devices, over the network, with commands in them, through a link, of a pipe
+// that nobody writes to.
 const std::vector<std::string>& badNames() {
     static const std::vector<std::string> names = {"../outside/canary.dxf",
                                                    "..\\outside\\canary",
@@ -21,8 +24,12 @@ const std::vector<std::string>& badNames() {
                                                    "\\\\server\\share\\canary.dxf",
                                                    "//server/share/canary.dxf",
                                                    "http://server/canary.dxf",
+                                                   "..",
                                                    "CON",
+                                                   "LPT1.dxf",
                                                    "/dev/stdout",
+                                                   "/dev/zero",
+                                                   "pipe",
                                                    "|touch canary",
                                                    "$(touch canary)",
                                                    "`touch canary`;touch canary",
@@ -43,6 +50,13 @@ std::string drawingThatNames(const std::string& name) {
     const auto table = [](const char* kind, const char* handle, const std::string& records) {
         return tag(0, "TABLE") + tag(2, kind) + tag(5, handle) + tag(70, "2") + records + tag(0, "ENDTAB");
     };
+    const auto record = [](const char* handle, const char* block) {
+        return tag(0, "BLOCK_RECORD") + tag(5, handle) + tag(2, block);
+    };
+    const auto space = [](const char* handle, const char* block) {
+        return tag(0, "BLOCK") + tag(5, handle) + tag(8, "0") + tag(2, block) + tag(70, "0") + tag(10, "0") +
+               tag(20, "0") + tag(0, "ENDBLK") + tag(8, "0");
+    };
     return tag(0, "SECTION") + tag(2, "HEADER") + tag(9, "$ACADVER") + tag(1, "AC1015") + tag(9, "$PROJECTNAME") +
            tag(1, name) + tag(9, "$HYPERLINKBASE") + tag(1, name) + tag(9, "$STYLESHEET") + tag(1, name) +
            tag(9, "$MENU") + tag(1, name) + tag(9, "$HANDSEED") + tag(5, "FFFF") + tag(0, "ENDSEC") +
@@ -52,17 +66,21 @@ std::string drawingThatNames(const std::string& name) {
                      tag(73, "0") + tag(40, "0.0")) +
            table("LAYER", "2",
                  layer + tag(0, "LAYER") + tag(5, "11") + tag(2, name) + tag(70, "0") + tag(62, "7") + tag(6, name)) +
+           table("BLOCK_RECORD", "4", record("50", "*Model_Space") + record("51", "*Paper_Space") + record("52", "X")) +
            table("STYLE", "3",
                  tag(0, "STYLE") + tag(5, "12") + tag(2, name) + tag(70, "0") + tag(40, "0") + tag(41, "1") +
                      tag(3, name) + tag(4, name)) +
-           tag(0, "ENDSEC") + tag(0, "SECTION") + tag(2, "BLOCKS") + tag(0, "BLOCK") + tag(5, "20") + tag(8, "0") +
-           tag(2, "X") + tag(70, "4") + tag(10, "0") + tag(20, "0") + tag(1, name) + tag(0, "ENDBLK") + tag(5, "21") +
-           tag(8, "0") + tag(0, "ENDSEC") + tag(0, "SECTION") + tag(2, "ENTITIES") + tag(0, "INSERT") + tag(5, "30") +
-           tag(8, name) + tag(2, "X") + tag(10, "0") + tag(20, "0") + tag(0, "TEXT") + tag(5, "31") + tag(8, name) +
-           tag(7, name) + tag(1, name) + tag(10, "0") + tag(20, "0") + tag(40, "1") + tag(1001, "PE_URL") +
-           tag(1000, name) + tag(0, "ENDSEC") + tag(0, "SECTION") + tag(2, "OBJECTS") + tag(0, "IMAGEDEF") +
-           tag(5, "40") + tag(1, name) + tag(0, "LAYOUT") + tag(5, "41") + tag(1, name) + tag(2, name) + tag(4, name) +
-           tag(7, name) + tag(0, "ENDSEC") + tag(0, "EOF");
+           tag(0, "ENDSEC") + tag(0, "SECTION") + tag(2, "BLOCKS") + space("22", "*Model_Space") +
+           space("23", "*Paper_Space") + tag(0, "BLOCK") + tag(5, "20") + tag(8, "0") + tag(2, "X") + tag(70, "4") +
+           tag(10, "0") + tag(20, "0") + tag(1, name) + tag(0, "ENDBLK") + tag(5, "21") + tag(8, "0") +
+           tag(0, "ENDSEC") + tag(0, "SECTION") + tag(2, "ENTITIES") + tag(0, "INSERT") + tag(5, "30") + tag(8, name) +
+           tag(2, "X") + tag(10, "0") + tag(20, "0") + tag(0, "IMAGE") + tag(5, "32") + tag(8, "0") + tag(10, "0") +
+           tag(20, "0") + tag(11, "1") + tag(22, "1") + tag(13, "9") + tag(23, "9") + tag(340, "40") + tag(0, "TEXT") +
+           tag(5, "31") + tag(8, name) + tag(7, name) + tag(1, name) + tag(10, "0") + tag(20, "0") + tag(40, "1") +
+           tag(1001, "PE_URL") + tag(1000, name) + tag(0, "ENDSEC") + tag(0, "SECTION") + tag(2, "OBJECTS") +
+           tag(0, "IMAGEDEF") + tag(5, "40") + tag(1, name) + tag(0, "LAYOUT") + tag(5, "41") +
+           tag(100, "AcDbPlotSettings") + tag(1, name) + tag(2, name) + tag(4, name) + tag(7, name) +
+           tag(100, "AcDbLayout") + tag(1, name) + tag(71, "1") + tag(330, "51") + tag(0, "ENDSEC") + tag(0, "EOF");
 }
 
 class Names : public testing::Test {
@@ -71,6 +89,7 @@ class Names : public testing::Test {
         for (const char* folder : {"work", "outside", "tmp"})
             fs::create_directory(place.path(folder));
         place.write("outside/canary.dxf", "0\nEOF\n");
+        EXPECT_EQ(mkfifo(place.path("work/pipe").c_str(), 0600), 0);
         fs::create_directory_symlink(place.path("outside"), place.path("work/link"));
         fs::copy(fs::path(QRS_SOURCE_DIR) / "data", place.path("work/system"), fs::copy_options::recursive);
     }
@@ -133,7 +152,15 @@ TEST_F(Names, InDrawingsAreNeitherRunNorWritten) {
                      "-e",           "*",       "-e", "tcdc",
                      "-e",           "QSAVE",   "-o", "work/out.dxf",
                      "work/plan.dxf"});
-        watch(name, {"--check", "work/plan.dxf"});
+        watch(name, {"--check", "--references", "work/plan.dxf"});
+        // Pictures bear the layouts' names, in the user's folder: of the model and of this one.
+        for (const char* folder : {"work/pictures", "work/Model"})
+            fs::create_directory(place.path(folder));
+        const Outcome plotted = watch(name, {"--plot", "work/pictures/{layout}.png", "work/plan.dxf"});
+        EXPECT_EQ(plotted.code, 0) << name << plotted.error;
+        EXPECT_EQ(std::distance(fs::directory_iterator(place.path("work/pictures")), {}), 2) << name;
+        fs::remove_all(place.path("work/pictures"));
+        watch(name, {"--plot", "work/{layout}/plan.svg", "work/plan.dxf"});
     }
 }
 
