@@ -394,7 +394,7 @@ bool Scene::show(dxf::RecordId id, Probe& probe, const Transform& toWorld) {
     steps_ = kMostSteps - kMostShown + shown_;
     draw(*main_, id, toWorld, 0, probe, 0);
     shown_ = steps_ + kMostShown - kMostSteps;
-    return shown_ <= kMostShown;
+    return shown_ <= kMostShown && !probe.isDone();
 }
 
 bool Scene::findNested(dxf::RecordId id, const Region& region, Nested& found) {

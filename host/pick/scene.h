@@ -46,7 +46,7 @@ class Scene {
     // Whether the probe meets (or holds) what can be seen of an entity that lies in no block.
     bool hits(dxf::RecordId id, HitProbe& probe);
     // Draws what can be seen of such an entity, from a drawing that is moved. False, the rest not drawn, once there is
-    // more in blocks than can be meant.
+    // more in blocks than can be meant, or the probe is done.
     bool show(dxf::RecordId id, Probe& probe, const Transform& toWorld);
     // The innermost entity that lies in a region, of those that can be seen the one drawn last.
     bool findNested(dxf::RecordId id, const Region& region, Nested& found);

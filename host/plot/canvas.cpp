@@ -22,6 +22,13 @@ constexpr double kThin = 1.6;          // dots
 constexpr int kMostPieces = 400;       // of a path: longer ones take the library long
 constexpr double kFarthest = 1000000;  // dots that the library can count
 
+// What is spent, in pieces of thin lines.
+constexpr double kThinPiece = 0.5;
+constexpr double kDiagonal = 30.0;     // of a line as long as the diagonal of the page
+constexpr double kLibraryPiece = 2.5;  // of what the library draws
+constexpr double kWholePage = 3000.0;  // of an area
+constexpr double kCurveStep = 0.3;
+
 bool clipAxis(double low, double high, double p, double d, double& t0, double& t1) {
     if (d == 0.0) return p >= low && p <= high;
     const double a = (low - p) / d;
@@ -80,7 +87,9 @@ struct Canvas::Outer {
 };
 
 Canvas::Canvas(cairo_t* context, double width, double height)
-    : context_(context), thin_(std::make_unique<ThinLines>(calls().cairo_get_target(context))) {
+    : context_(context),
+      thin_(std::make_unique<ThinLines>(calls().cairo_get_target(context))),
+      diagonal_(std::max(1.0, std::hypot(width, height))) {
     clip_.add({0, 0, 0});
     clip_.add({std::ceil(width), std::ceil(height), 0});
     visible_.add({-kMargin, -kMargin, 0});
@@ -135,6 +144,7 @@ void Canvas::moveTo(const Vec& at) {
 
 void Canvas::lineTo(const Vec& at) {
     calls().cairo_line_to(context_, at.x, at.y);
+    spend(kLibraryPiece);
     at_ = at;
     ++pieces_;
 }
@@ -143,8 +153,9 @@ void Canvas::line(const Vec& from, const Vec& to, const Stroke& stroke) {
     double t0 = 0.0;
     double t1 = 1.0;
     const Vec d = to - from;
-    if (!clipLine(visible_, from, d, t0, t1)) return;
+    if (isSpent() || !clipLine(visible_, from, d, t0, t1)) return;
     if (isThin(stroke)) {
+        spend(kThinPiece + kDiagonal * (t1 - t0) * std::hypot(d.x, d.y) / diagonal_);
         flush();
         if (std::exchange(isTouched_, false)) calls().cairo_surface_flush(calls().cairo_get_target(context_));
         return thin_->line(from + d * t0, from + d * t1, stroke.color, stroke.width);
@@ -170,7 +181,7 @@ void Canvas::path(const std::vector<Vec>& points, bool isClosed, const Stroke& s
         if (isClosed && points.size() > 2) line(points.back(), points.front(), stroke);
         return;
     }
-    if (!isVisible(box)) return;
+    if (isSpent() || !isVisible(box)) return;
     flush();
     begin(stroke);
     calls().cairo_move_to(context_, points[0].x, points[0].y);
@@ -183,6 +194,8 @@ void Canvas::path(const std::vector<Vec>& points, bool isClosed, const Stroke& s
 // Pieces that cannot be seen are not looked into.
 void Canvas::curvedPiece(const Vec& center, const Vec& u, const Vec& v, double t0, double t1, int depth) {
     constexpr int kDeepest = 44;
+    if (isSpent()) return;
+    spend(kCurveStep);
     const auto at = [&](double t) { return center + u * std::cos(t) + v * std::sin(t); };
     const double turn = t1 - t0;
     const Vec from = at(t0);
@@ -207,7 +220,7 @@ void Canvas::arc(const Vec& center, const Vec& u, const Vec& v, double t0, doubl
     Box box;
     box.add(center - reach);
     box.add(center + reach);
-    if (!isFinite(box.low) || !isFinite(box.high) || !isVisible(flat(box))) return;
+    if (isSpent() || !isFinite(box.low) || !isFinite(box.high) || !isVisible(flat(box))) return;
     const bool isHuge = reach.x > kFarthest / 4 || reach.y > kFarthest / 4;
     if (isThin(stroke) && !isHuge) return thinArc(center, u, v, t0, t1, stroke);
     begin(stroke);
@@ -231,6 +244,7 @@ void Canvas::arc(const Vec& center, const Vec& u, const Vec& v, double t0, doubl
         calls().cairo_curve_to(context_, a.x, a.y, b.x, b.y, next.x, next.y);
         at_ = next;
         pieces_ += 4;
+        spend(4 * kLibraryPiece);
     }
 }
 
@@ -245,6 +259,15 @@ void Canvas::thinArc(const Vec& center, const Vec& u, const Vec& v, double t0, d
         line(last, next, stroke);
         last = next;
     }
+}
+
+// How much of what can be seen lies in a box.
+double Canvas::shareOfPage(const Box& box) const {
+    const auto share = [](double low, double high, double first, double last) {
+        return (std::min(high, last) - std::max(low, first)) / (last - first);
+    };
+    return share(box.low.x, box.high.x, visible_.low.x, visible_.high.x) *
+           share(box.low.y, box.high.y, visible_.low.y, visible_.high.y);
 }
 
 void Canvas::tracePolygon(const std::vector<Vec>& loop) {
@@ -264,7 +287,8 @@ void Canvas::fill(const std::vector<std::vector<Vec>>& loops, const Color& color
             isSound = isSound && isFinite(corner);
             box.add(corner);
         }
-        if (!isSound || !isVisible(box)) continue;
+        if (!isSound || isSpent() || !isVisible(box)) continue;
+        spend(static_cast<double>(loop.size()) + kWholePage * shareOfPage(box));
         isEmpty = false;
         const bool isFar = box.high.x - box.low.x > kFarthest || box.high.y - box.low.y > kFarthest;
         tracePolygon(isFar ? cutToBox(loop, visible_) : loop);

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include "host/pick/geometry.h"
@@ -66,6 +67,15 @@ class Canvas {
     void pushClip(const std::vector<std::vector<Vec>>& loops);
     void popClip();
 
+    // Files made to hurt ask for more than can ever be drawn. How much may be, in pieces of lines of about a
+    // microsecond, grows with the files whose entities are drawn, each counted once; what comes after it was spent is
+    // left out.
+    void allow(const void* file, std::uint64_t size) {
+        if (file != lastFile_ && files_.insert(lastFile_ = file).second) left_ += static_cast<double>(size);
+    }
+    void spend(double pieces) { left_ -= pieces; }
+    bool isSpent() const { return left_ <= 0.0; }
+
     // For what is drawn otherwise: all lines so far are there.
     cairo_t* context();
     void setColor(const Color& color);
@@ -78,6 +88,7 @@ class Canvas {
     void moveTo(const Vec& at);
     void lineTo(const Vec& at);
     void curvedPiece(const Vec& center, const Vec& u, const Vec& v, double t0, double t1, int depth);
+    double shareOfPage(const Box& box) const;
     void tracePolygon(const std::vector<Vec>& loop);
 
     cairo_t* context_;
@@ -91,6 +102,10 @@ class Canvas {
     Stroke stroke_;
     Vec at_;          // end of the path so far
     int pieces_ = 0;  // in it
+    double diagonal_;
+    double left_ = 600000.0;  // to be spent
+    std::set<const void*> files_;
+    const void* lastFile_ = nullptr;
 };
 
 }  // namespace qrs::host::plot

@@ -20,7 +20,7 @@ constexpr Translation kRows[] = {
     {"The external reference %1 cannot be found.", "找不到外部参照 %1。"},
     {"A hatch pattern too fine to be seen was drawn as an area.", "过密而无法辨认的填充图案已按实心面绘制。"},
     {"Shapes in linetypes that no file tells were left out.", "线型中没有文件说明的形已略去。"},
-    {"There is more in blocks than can be drawn; the rest was left out.", "块内的内容超出可绘制的数量，其余已略去。"},
+    {"There is more than can be drawn; the rest was left out.", "内容超出可绘制的数量，其余已略去。"},
     {"Entities of a kind that cannot be drawn: %1 x %2.", "无法绘制的图元：%1 个 %2。"},
 };
 

@@ -103,7 +103,7 @@ bool drawDashes(Canvas& canvas, const Family& family, long line, double from, do
     from += length * low;
     if (family.dashes.empty() || family.length < kFinest) {
         draw(from, to);
-        return ++pieces <= kMost;
+        return ++pieces <= kMost && !canvas.isSpent();
     }
     const double origin = family.shift * static_cast<double>(line);
     const double first = std::floor((from - origin) / family.length);
@@ -113,7 +113,7 @@ bool drawDashes(Canvas& canvas, const Family& family, long line, double from, do
             const double next = at + std::fabs(dash);
             if (dash >= 0.0 && next >= from && at <= to) {
                 draw(std::max(at, from), std::min(next, to));
-                if (++pieces > kMost) return false;
+                if (++pieces > kMost || canvas.isSpent()) return false;
             }
             at = next;
         }
@@ -141,9 +141,11 @@ bool fillWithPattern(Canvas& canvas, const pick::Filling& filling, const Transfo
     std::size_t pieces = 0;
     for (const PatternLines& lines : filling.lines) {
         Family family;
+        if (canvas.isSpent()) return true;
         if (!makeFamily(lines, toPage, family)) continue;
         std::vector<Crossing> crossings;
         bool fits = !isTooFine(family) && findCrossings(family, loops, seen, crossings);
+        canvas.spend(static_cast<double>(crossings.size()) / 4);
         for (std::size_t i = 0; fits && i + 1 < crossings.size();) {
             if (crossings[i].line != crossings[i + 1].line) {
                 ++i;

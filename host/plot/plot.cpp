@@ -115,7 +115,7 @@ void tellNotes(const Notes& notes, pick::References& references, PlotOutcome& ou
     if (notes.all.count(Note::UnknownShape))
         outcome.notes.push_back(translated(L"Shapes in linetypes that no file tells were left out."));
     if (notes.all.count(Note::DeepBlocks))
-        outcome.notes.push_back(translated(L"There is more in blocks than can be drawn; the rest was left out."));
+        outcome.notes.push_back(translated(L"There is more than can be drawn; the rest was left out."));
     for (const auto& [kind, count] : notes.undrawn)
         outcome.notes.push_back(
             translated(L"Entities of a kind that cannot be drawn: %1 x %2.", count, platform::fromUtf8(kind)));

@@ -20,6 +20,8 @@ using pick::Transform;
 constexpr double kSize = 100.0;          // of the layouts' fonts; what is drawn is scaled
 constexpr double kUnits = PANGO_SCALE;   // of the library in one of ours
 constexpr std::size_t kLongest = 20000;  // characters of a text
+constexpr double kText = 10.0;           // pieces of lines that it takes the time of
+constexpr double kGlyph = 2.0;
 constexpr double kLeastDots = 0.7;       // a text less high is drawn as a line
 constexpr double kMostDots = 200000.0;   // a text higher than that is not drawn
 constexpr double kGlyphDots = 250.0;     // a text higher than that is drawn as areas, not by kept glyphs
@@ -255,7 +257,7 @@ void Texts::line(const pick::TextLine& text, const TextStyle& style, const Color
     using pick::TextAcross;
     using pick::TextUp;
     const double dots = heightOf(toPage, text.height);
-    if (text.text.empty() || !(dots < kMostDots) || !(text.height > 0.0)) return;
+    if (text.text.empty() || canvas_.isSpent() || !(dots < kMostDots) || !(text.height > 0.0)) return;
     // About the space it could take: far texts need no fonts.
     const double reach = std::max(text.length, static_cast<double>(text.text.size() + 2) * text.height * 1.5 *
                                                    std::max(1.0, std::fabs(text.widthFactor)));
@@ -267,6 +269,7 @@ void Texts::line(const pick::TextLine& text, const TextStyle& style, const Color
                                                                                                    : 0.0;
         return canvas_.line(toPage.point({from, 0, 0}), toPage.point({from + width, 0, 0}), Stroke{color, dots, true});
     }
+    canvas_.spend(kText + kGlyph * static_cast<double>(std::min(text.text.size(), kLongest)));
     const Shaped& shaped = shapedLine(text.text, style.font, isBlack);
     double scale = text.height / faceOf(style.font).capitals;
     double stretch = text.widthFactor != 0.0 ? std::fabs(text.widthFactor) : 1.0;
@@ -362,7 +365,7 @@ void Texts::drawGround(const std::vector<Vec>& corners, const pick::TextGround& 
 void Texts::paragraphs(const pick::Paragraphs& text, const TextStyle& style, const Color& color, const Color& ground,
                        bool isBlack, const Transform& toPage) {
     const double dots = heightOf(toPage, text.height);
-    if (text.text.empty() || !(dots < kMostDots) || !(text.height > 0.0)) return;
+    if (text.text.empty() || canvas_.isSpent() || !(dots < kMostDots) || !(text.height > 0.0)) return;
     const double reach = std::max(text.width, static_cast<double>(text.text.size() + 2) * text.height * 2.0);
     if (!isShown(canvas_, toPage, {-reach, -reach, 0}, {reach, reach, 0})) return;
     if (dots < kLeastDots / 2) {
@@ -370,6 +373,7 @@ void Texts::paragraphs(const pick::Paragraphs& text, const TextStyle& style, con
         const double from = -width * text.column / 2;
         return canvas_.line(toPage.point({from, 0, 0}), toPage.point({from + width, 0, 0}), Stroke{color, dots, true});
     }
+    canvas_.spend(kText + 4 * kGlyph * static_cast<double>(std::min(text.text.size(), kLongest)));
     double widest = 0.0;
     std::vector<Placed> lines = breakLines(text, style, isBlack, widest);
     const double width = text.width > 0.0 ? text.width : widest * text.height;

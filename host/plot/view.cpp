@@ -20,6 +20,7 @@ using pick::Transform;
 
 constexpr double kSame = 1e-6;     // dots
 constexpr double kSmallest = 0.3;  // dots; blocks below are drawn as one
+constexpr double kEntity = 1.0;    // pieces that one stands for that draws nothing
 constexpr double kDot = 0.05;      // half the length of a dash that is a dot
 
 // Polylines whose pattern runs on through their corners, and curves that come in many pieces.
@@ -100,6 +101,8 @@ bool View::enter(const pick::Shown& shown) {
     looks_.enter(shown);
     outer_.push_back(now_);
     now_.drawing = &shown.entity.drawing();
+    canvas_.allow(now_.drawing, now_.drawing->fileSize());
+    canvas_.spend(kEntity);
     const Look& look = looks_.look();
     now_.linetype = look.linetype;
     now_.dotScale = pick::scaleOf(shown.toWorld);
@@ -311,6 +314,7 @@ void View::head(const Vec& tip, const Vec& from, const std::wstring& style, doub
     pick::Entity record;
     for (dxf::RecordId id = table == dxf::kNoRecord ? table : now_.drawing->next(table); id != dxf::kNoRecord;
          id = now_.drawing->next(id)) {
+        canvas_.spend(kEntity);
         if (now_.drawing->record(id).kind != dxf::RecordKind::TableRecord) break;
         record.read(*now_.drawing, id);
         if (platform::compareNoCase(record.text(codes::kName), style) != 0) continue;

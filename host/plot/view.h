@@ -45,7 +45,7 @@ class View final : public pick::Probe, public pick::Picture {
 
     void area(const std::vector<std::vector<Vec>>& loops) override;
     bool wants(const Box& box) override;
-    bool isDone() const override { return false; }
+    bool isDone() const override { return canvas_.isSpent(); }
     double closeness() const override { return 0.05; }
     pick::Picture* picture() override { return this; }
 

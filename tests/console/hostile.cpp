@@ -63,6 +63,10 @@ std::string section(const char* name, const std::string& content) {
     return tags({{0, "SECTION"}, {2, name}}) + content + tags({{0, "ENDSEC"}});
 }
 
+const std::string kLinetype =
+    tags({{0, "TABLE"}, {2, "LTYPE"}, {5, "5"},   {70, "1"}, {0, "LTYPE"}, {5, "14"}, {2, "D"},
+          {70, "0"},    {3, ""},      {72, "65"}, {73, "2"}, {40, "6"},    {49, "1"}, {74, "2"},
+          {75, "0"},    {340, "0"},   {46, "5"},  {9, "W"},  {49, "-5"},   {74, "0"}, {0, "ENDTAB"}});
 struct Parts {
     std::string entities = line("90");
     std::string blocks;
@@ -71,8 +75,8 @@ struct Parts {
 };
 std::string drawing(const Parts& parts) {
     return section("HEADER", tags({{9, "$ACADVER"}, {1, "AC1015"}, {9, "$HANDSEED"}, {5, "FFFFFF"}})) +
-           section("TABLES", tags({{0, "TABLE"}, {2, "LAYER"}, {5, "2"}, {70, "1"}}) + layer("10", "0") + parts.layers +
-                                 tags({{0, "ENDTAB"}})) +
+           section("TABLES", kLinetype + tags({{0, "TABLE"}, {2, "LAYER"}, {5, "2"}, {70, "1"}}) + layer("10", "0") +
+                                 parts.layers + tags({{0, "ENDTAB"}})) +
            section("BLOCKS", parts.blocks) + section("ENTITIES", parts.entities) + section("OBJECTS", parts.objects) +
            tags({{0, "EOF"}});
 }
@@ -116,6 +120,13 @@ const std::string kHatch =
           {72, "0"},    {73, "1"},  {93, "4"},   {10, "0"}, {20, "0"}, {10, "1e9"},  {20, "0"},    {10, "1e9"},
           {20, "1e9"},  {10, "0"},  {20, "1e9"}, {97, "0"}, {75, "0"}, {76, "1"},    {52, "0"},    {41, "1e-9"},
           {77, "0"},    {78, "1"},  {53, "45"},  {43, "0"}, {44, "0"}, {45, "1e-9"}, {46, "1e-9"}, {79, "0"}});
+// Dashes and lines over most of a page, as close as they can still be seen.
+const std::string kPattern =
+    tags({{0, "HATCH"}, {8, "0"},  {2, "X"},     {70, "0"},   {71, "0"},    {91, "1"}, {92, "2"},  {72, "0"},
+          {73, "1"},    {93, "3"}, {10, "0"},    {20, "0"},   {10, "1000"}, {20, "0"}, {10, "0"},  {20, "1000"},
+          {97, "0"},    {75, "0"}, {76, "1"},    {52, "0"},   {41, "1"},    {77, "0"}, {78, "2"},  {53, "45"},
+          {43, "0"},    {44, "0"}, {45, "-1.5"}, {46, "1.5"}, {79, "2"},    {49, "1"}, {49, "-1"}, {53, "30"},
+          {43, "0"},    {44, "0"}, {45, "-1.5"}, {46, "1.5"}, {79, "0"}});
 const std::string kCounts =
     tags({{0, "LWPOLYLINE"}, {5, "600"}, {8, "0"}, {90, "2147483647"}, {70, "0"}, {10, "0"}, {20, "0"}}) +
     tags({{0, "HATCH"}, {5, "601"}, {8, "0"}, {91, "2147483647"}, {92, "1"}, {93, "2000000000"}}) +
@@ -213,6 +224,51 @@ std::vector<HostileFile> hostileDrawings() {
         // Counts and numbers.
         {"counts", ofEntities(kCounts), "2147483647"},
         {"lines of a hatch", ofEntities(kHatch)},
+        // For pictures: little that stands for much.
+        {"lines in arrays",
+         ofBlocks(
+             block(0x700, "A", tags({{0, "LWPOLYLINE"}, {5, "702"}, {8, "0"}}) + many([](int i) {
+                                   return tags({{10, std::to_string(i * 7919 % 997)}, {20, std::to_string(i % 991)}});
+                               })),
+             insert("90", "A", tags({{70, "32000"}, {71, "32000"}, {44, "1e-3"}, {45, "1e-3"}})))},
+        {"texts in arrays", ofBlocks(block(0x700, "A",
+                                           tags({{0, "MTEXT"},
+                                                 {5, "702"},
+                                                 {8, "0"},
+                                                 {40, "100"},
+                                                 {41, "900"},
+                                                 {1, repeated("{\\H2x;\\S1/2;W} ", 20000)}})),
+                                     insert("90", "A", tags({{70, "32000"}, {71, "32000"}, {44, "1"}, {45, "1"}})))},
+        {"viewports", ofEntities(many([&](int i) {
+             return line(numbered(2 * i)) + tags({{0, "VIEWPORT"},
+                                                  {5, numbered(2 * i + 1)},
+                                                  {67, "1"},
+                                                  {8, "0"},
+                                                  {10, "5"},
+                                                  {20, "5"},
+                                                  {40, "10"},
+                                                  {41, "10"},
+                                                  {68, "2"},
+                                                  {69, std::to_string(i + 1)},
+                                                  {45, "10"}});
+         }))},
+        {"patterns", ofEntities(repeated(kPattern))},
+        {"dashes",
+         ofBlocks(
+             block(0x700, "A", tags({{0, "LINE"}, {5, "702"}, {8, "0"}, {6, "D"}, {10, "0"}, {20, "0"}, {11, "1e4"}})),
+             repeated(insert("0", "A"), kMegabyte / 2))},
+        {"areas", ofEntities(many([](int i) {
+             return tags({{0, "SOLID"},
+                          {8, "0"},
+                          {10, "0"},
+                          {20, "0"},
+                          {11, "1000"},
+                          {21, std::to_string(i % 7)},
+                          {12, "0"},
+                          {22, "1000"},
+                          {13, "1000"},
+                          {23, "1000"}});
+         }))},
         {"numbers",
          ofEntities(
              tags({{0, "CIRCLE"}, {5, "600"}, {8, "0"}, {10, "1e308"}, {20, "-1e308"}, {40, "1e308"}}) +
