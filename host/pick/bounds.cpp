@@ -6,6 +6,7 @@
 #include <cmath>
 #include <exception>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -48,8 +49,9 @@ struct Extent {
     // A point turned around the origin by degrees, and then moved.
     void addTurned(double x, double y, double degrees, double byX, double byY) {
         const double angle = degrees * kRadiansPerDegree;
-        const double c = std::cos(angle);
-        const double s = std::sin(angle);
+        const bool isTurned = degrees != 0.0;
+        const double c = isTurned ? std::cos(angle) : 1.0;
+        const double s = isTurned ? std::sin(angle) : 0.0;
         // Large numbers that nearly cancel leave an error of their own size.
         const double margin = 1e-12 * (std::fabs(x) + std::fabs(y) + std::fabs(byX) + std::fabs(byY));
         const Extent one{x * c - y * s + byX, x * s + y * c + byY, x * c - y * s + byX, x * s + y * c + byY};
@@ -111,6 +113,8 @@ struct Recipe {
     bool isOnlyPart = false;  // of a main entity
 };
 
+constexpr int kFirstNumber = 40;
+
 constexpr std::uint16_t bit(int n) {
     return static_cast<std::uint16_t>(1u << n);
 }
@@ -135,7 +139,42 @@ constexpr Recipe kRecipes[] = {
     {"MPOLYGON", Reach::Hatch, true, 0, 0},
 };
 
-bool readNumber(const dxf::RawTag& tag, double& number) {
+// What is to be done with a tag.
+enum class Step : std::uint8_t { Pass, Point, Number, Flat, Upwards, Rotation, Closed, Text, Block, End };
+
+// By group code, so that the many tags that say nothing of a place cost no questions.
+struct Steps {
+    static constexpr unsigned kCodes = 256;
+    std::array<Step, kCodes> byCode{};
+
+    explicit Steps(const Recipe& recipe) {
+        const auto set = [this](int code, Step step) { byCode[static_cast<std::size_t>(code)] = step; };
+        set(codes::kEmbedded, Step::End);
+        for (int i = 0; i < 10; ++i) {
+            if ((recipe.points >> i & 1) != 0) set(codes::kPoint + i, Step::Point);
+            if ((recipe.numbers >> i & 1) != 0) set(kFirstNumber + i, Step::Number);
+        }
+        if (recipe.isPlanar) {
+            set(codes::kNormal, Step::Flat);
+            set(codes::yOf(codes::kNormal), Step::Flat);
+            set(codes::zOf(codes::kNormal), Step::Upwards);
+        }
+        if (recipe.reach == Reach::Text || recipe.reach == Reach::Insert) set(codes::text::kRotation, Step::Rotation);
+        if (recipe.reach == Reach::Polyline) set(codes::kFlags, Step::Closed);
+        if (recipe.reach == Reach::Insert) set(codes::kName, Step::Block);
+        if (recipe.reach != Reach::Text) return;
+        for (const int code : {codes::kText, codes::text::kTag, codes::text::kGeneration, codes::text::kHorizontal,
+                               codes::text::kVertical, codes::text::kAttributeVertical})
+            set(code, Step::Text);
+    }
+    Step of(int code) const {
+        const auto place = static_cast<unsigned>(code);
+        if (place < kCodes) return byCode[place];
+        return code == codes::kXdataApplication ? Step::End : Step::Pass;
+    }
+};
+
+inline bool readNumber(const dxf::RawTag& tag, double& number) {
     if (platform::readPlainReal(dxf::textOf(tag), number)) return true;
     const std::optional<double> read = finiteOf(dxf::textOf(tag));
     number = read.value_or(0.0);
@@ -172,12 +211,12 @@ class Bounds::Reader {
 
   private:
     struct Numbers {
-        std::array<double, 6> greatest{};  // by code, from 40 on
-        std::array<double, 6> last{};
-        std::array<int, 6> counts{};
+        std::array<double, 6> greatest{};  // by code, from kFirstNumber on
+        std::array<double, 3> last{};
+        std::array<std::uint8_t, 6> counts{};  // up to two
+        std::uint8_t rotations = 0;            // likewise
         double least = 1.0;
         double rotation = 0.0;
-        int rotations = 0;
         double width = 0.0;  // of the longest text, in heights
         bool isAligned = false;
         bool isMirrored = false;
@@ -191,9 +230,15 @@ class Bounds::Reader {
         bool isSure = true;
     };
 
-    const Recipe* recipeOf(dxf::RecordId id);
+    // A recipe and its steps.
+    struct Known {
+        const Recipe& recipe;
+        Steps steps;
+    };
+
+    const Known* knownOf(dxf::RecordId id);
     void add(dxf::RecordId id, Whole& whole);
-    bool read(dxf::RecordId id, const Recipe& recipe, Extent (&points)[2], Numbers& numbers);
+    bool read(dxf::RecordId id, const Known& known, Extent (&points)[2], Numbers& numbers);
     static void takeText(const dxf::RawTag& tag, Numbers& numbers);
     void place(dxf::RecordId id, const Extent& point, const Numbers& numbers, Whole& whole);
     void finish(dxf::RecordId id, const Whole& whole);
@@ -207,19 +252,19 @@ class Bounds::Reader {
     std::string_view blockName_;
     std::vector<Placed> placed_;
     std::vector<dxf::RecordId> others_;
-    std::vector<std::pair<bool, const Recipe*>> recipes_;  // by type number: asked for already, and the answer
+    std::vector<std::pair<bool, std::unique_ptr<const Known>>> known_;  // by type number: asked for already, the answer
 };
 
-const Recipe* Bounds::Reader::recipeOf(dxf::RecordId id) {
+const Bounds::Reader::Known* Bounds::Reader::knownOf(dxf::RecordId id) {
     const std::uint16_t type = drawing_.record(id).type;
     if (type == dxf::kTypeUncounted) return nullptr;
-    if (type >= recipes_.size()) recipes_.resize(std::size_t{type} + 1, {false, nullptr});
-    if (!std::exchange(recipes_[type].first, true)) {
+    if (type >= known_.size()) known_.resize(std::size_t{type} + 1);
+    if (!std::exchange(known_[type].first, true)) {
         const auto found = std::find_if(std::begin(kRecipes), std::end(kRecipes),
                                         [&](const Recipe& recipe) { return drawing_.typeName(type) == recipe.name; });
-        recipes_[type].second = found == std::end(kRecipes) ? nullptr : found;
+        if (found != std::end(kRecipes)) known_[type].second.reset(new Known{*found, Steps(*found)});
     }
-    return recipes_[type].second;
+    return known_[type].second.get();
 }
 
 void Bounds::Reader::readRange(dxf::RecordId begin, dxf::RecordId end) {
@@ -289,16 +334,16 @@ void Bounds::Reader::finishLine(dxf::RecordId id) {
 
 // Takes a record into the box of a main entity, itself or a part of it.
 void Bounds::Reader::add(dxf::RecordId id, Whole& whole) {
-    const Recipe* const recipe = recipeOf(id);
+    const Known* const known = knownOf(id);
     const bool isPart = (drawing_.record(id).flags & dxf::kSubEntity) != 0;
     if (isPart && drawing_.record(id).type == dxf::kTypeSeqend) return;
     Extent points[2];
     Numbers numbers;
-    if (!recipe || (recipe->isOnlyPart && !isPart) || !read(id, *recipe, points, numbers)) {
+    if (!known || (known->recipe.isOnlyPart && !isPart) || !read(id, *known, points, numbers)) {
         whole.isSure = false;
         return;
     }
-    switch (recipe->reach) {
+    switch (known->recipe.reach) {
         case Reach::Line:
             whole.isLine = corners_.size() == 2;
             [[fallthrough]];
@@ -343,7 +388,7 @@ void Bounds::Reader::add(dxf::RecordId id, Whole& whole) {
 }
 
 void Bounds::Reader::place(dxf::RecordId id, const Extent& point, const Numbers& numbers, Whole& whole) {
-    const auto isTwice = [](int count) { return count > 1; };
+    const auto isTwice = [](std::uint8_t count) { return count > 1; };
     const bool isArray = numbers.greatest[4] != 0.0 || numbers.greatest[5] != 0.0;
     if (isArray || !isAt(point) || numbers.rotations > 1 ||
         std::any_of(numbers.counts.begin(), numbers.counts.end(), isTwice)) {
@@ -377,8 +422,11 @@ void Bounds::Reader::takeText(const dxf::RawTag& tag, Numbers& numbers) {
 
 // The first of the codes for points goes to the first extent, the others to the second. False for what must be looked
 // at in full: numbers that are none, points without a y, a plane that is not the drawing's.
-bool Bounds::Reader::read(dxf::RecordId id, const Recipe& recipe, Extent (&points)[2], Numbers& numbers) {
+bool Bounds::Reader::read(dxf::RecordId id, const Known& known, Extent (&points)[2], Numbers& numbers) {
     constexpr int kNone = -1;
+    const auto countUp = [](std::uint8_t& count) { count = static_cast<std::uint8_t>(count == 0 ? 1 : 2); };
+    const Recipe& recipe = known.recipe;
+    const bool isLine = recipe.reach == Reach::Line;
     int awaited = kNone;  // the code of a point's y, which comes next
     double number = 0.0;
     dxf::RawTag tag{};
@@ -386,41 +434,51 @@ bool Bounds::Reader::read(dxf::RecordId id, const Recipe& recipe, Extent (&point
     blockName_ = {};
     for (sweep_.begin(drawing_.bytes(id)); sweep_.next(tag);) {
         const int code = tag.code;
-        if (code == codes::kXdataApplication || code == codes::kEmbedded) break;
         if (awaited != kNone) {
             if (code != awaited || !readNumber(tag, number)) return false;
             points[code == codes::yOf(codes::kPoint) ? 0 : 1].addY(number);
             corners_.back().second = number;
             awaited = kNone;
-            if (recipe.reach == Reach::Line && !points[0].isEmpty() && !points[1].isEmpty()) break;
+            if (isLine && !points[0].isEmpty() && !points[1].isEmpty()) break;
             continue;
         }
-        const auto fromTen = static_cast<unsigned>(code - codes::kPoint);
-        const auto fromForty = static_cast<unsigned>(code - 40);
-        if (fromTen < 10 && (recipe.points >> fromTen & 1) != 0) {
-            if (!readNumber(tag, number)) return false;
-            points[fromTen == 0 ? 0 : 1].addX(number);
-            corners_.emplace_back(number, 0.0);
-            awaited = codes::yOf(code);
-        } else if (fromForty < numbers.greatest.size() && (recipe.numbers >> fromForty & 1) != 0) {
-            if (!readNumber(tag, number)) return false;
-            numbers.greatest[fromForty] = std::max(numbers.greatest[fromForty], std::fabs(number));
-            numbers.last[fromForty] = number;
-            ++numbers.counts[fromForty];
-            numbers.least = std::min(numbers.least, number);
-        } else if (recipe.isPlanar && (code == codes::kNormal || code == codes::yOf(codes::kNormal))) {
-            if (!readNumber(tag, number) || number != 0.0) return false;
-        } else if (recipe.isPlanar && code == codes::zOf(codes::kNormal)) {
-            if (!readNumber(tag, number) || !(number > 0.0)) return false;
-        } else if (code == codes::text::kRotation && (recipe.reach == Reach::Text || recipe.reach == Reach::Insert)) {
-            if (!readNumber(tag, numbers.rotation)) return false;
-            ++numbers.rotations;
-        } else if (recipe.reach == Reach::Polyline && code == codes::kFlags) {
-            numbers.isClosed = !readNumber(tag, number) || number != 0.0;
-        } else if (recipe.reach == Reach::Text) {
-            takeText(tag, numbers);
-        } else if (recipe.reach == Reach::Insert && code == codes::kName && blockName_.empty()) {
-            blockName_ = dxf::textOf(tag);
+        const Step step = known.steps.of(code);
+        if (step == Step::Pass) continue;
+        if (step == Step::End) break;
+        switch (step) {
+            case Step::Point:
+                if (!readNumber(tag, number)) return false;
+                points[code == codes::kPoint ? 0 : 1].addX(number);
+                corners_.emplace_back(number, 0.0);
+                awaited = codes::yOf(code);
+                break;
+            case Step::Number: {
+                if (!readNumber(tag, number)) return false;
+                const auto place = static_cast<std::size_t>(code - kFirstNumber);
+                numbers.greatest[place] = std::max(numbers.greatest[place], std::fabs(number));
+                if (place < numbers.last.size()) numbers.last[place] = number;
+                countUp(numbers.counts[place]);
+                numbers.least = std::min(numbers.least, number);
+                break;
+            }
+            case Step::Flat:
+                if (!readNumber(tag, number) || number != 0.0) return false;
+                break;
+            case Step::Upwards:
+                if (!readNumber(tag, number) || !(number > 0.0)) return false;
+                break;
+            case Step::Rotation:
+                if (!readNumber(tag, numbers.rotation)) return false;
+                countUp(numbers.rotations);
+                break;
+            case Step::Closed:
+                numbers.isClosed = !readNumber(tag, number) || number != 0.0;
+                break;
+            case Step::Text:
+                takeText(tag, numbers);
+                break;
+            default:
+                if (blockName_.empty()) blockName_ = dxf::textOf(tag);
         }
     }
     return awaited == kNone && (recipe.reach != Reach::Spline || numbers.least > 0.0);
