@@ -193,7 +193,7 @@ constexpr platform::Translation kRows[] = {
     {"no", "否"},
     {"colour", "颜色"},
     {"linetype", "线型"},
-    {"(missing)", "（缺失）"},
+    {"%1 (missing)", "%1（缺失）"},
     {"lineweight", "线宽"},
     {"plotted", "打印"},
     {"today one of %1", "现为 %1 之一"},

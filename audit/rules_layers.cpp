@@ -79,9 +79,13 @@ std::vector<Difference> differencesOf(const CheckedDrawing& drawing, const Layer
     const std::wstring linetype = wide(definition.LineStyle);
     std::wstring pattern;
     const bool isLoadable = isSameName(linetype, L"Continuous") || drawing.standard.pattern(linetype, pattern);
-    if (isLoadable && !isSameName(layer.linetype, linetype))
-        differences.push_back({platform::translated(L"linetype"),
-                               layer.linetype.empty() ? platform::translated(L"(missing)") : layer.linetype, linetype});
+    // The editor makes what every drawing has.
+    const bool isLost = !layer.lostLinetype.empty() && !isBuiltInLinetype(layer.lostLinetype);
+    std::wstring here = layer.linetype.empty() ? layer.lostLinetype : layer.linetype;
+    if (here.empty()) here = L"Continuous";
+    if (isLoadable && (isLost || !isSameName(here, linetype)))
+        differences.push_back(
+            {platform::translated(L"linetype"), isLost ? platform::translated(L"%1 (missing)", here) : here, linetype});
     if (!carriesWeights(drawing.facts)) return differences;
     const auto weight = static_cast<AcDb::LineWeight>(definition.LineWeight);
     const bool isWeight = weight != AcDb::kLnWtByLayer && weight != AcDb::kLnWtByBlock;

@@ -90,7 +90,11 @@ TEST(Repair, MendsWhatHasOneAnswerAndNothingElse) {
               "0 changes; shown only, nothing was changed\n");
 
     // Layers that are lost and have one answer come back, or their objects move.
-    place.write("lost.dxf", dxfText("0=SECTION;2=HEADER;9=$ACADVER;1=AC1024;0=ENDSEC;0=SECTION;2=ENTITIES;" +
+    place.write("lost.dxf", dxfText("0=SECTION;2=HEADER;9=$ACADVER;1=AC1024;0=ENDSEC;0=SECTION;2=TABLES;" +
+                                    // The editor makes this linetype.
+                                    tableText("LAYER", layerText("给排-BIM-井", "62=6;6=CONTINUOUS") +
+                                                           layerText("给排-生活给水-管线", "62=3;6=GONE;370=50")) +
+                                    "0=ENDSEC;0=SECTION;2=ENTITIES;" +
                                     entityText("POINT", "40", "给水立管", "100=AcDbPoint;10=0;20=0") +
                                     entityText("POINT", "41", "给排-污水-管线", "100=AcDbPoint;10=0;20=0") +
                                     entityText("POINT", "42", "LOST", "100=AcDbPoint;10=0;20=0") + "0=ENDSEC;0=EOF"));
@@ -100,8 +104,9 @@ TEST(Repair, MendsWhatHasOneAnswerAndNothingElse) {
                             "          给水立管, today 给排-生活给水-立管: 1 object (40)\n"),
               std::string::npos);
     EXPECT_EQ(place.run({"--repair", "auto", "--in-place", "lost.dxf"}).out,
-              "layer 给排-污水-管线 made (1 object)\nobjects of layer 给水立管 moved to 给排-生活给水-立管 (1 object)\n"
-              "2 changes\n");
+              "layer 给排-生活给水-管线: linetype GONE (missing) -> J\nlayer 给排-污水-管线 made (1 object)\nobjects "
+              "of layer 给水立管 moved to 给排-生活给水-立管 (1 object)\n"
+              "3 changes\n");
     const std::string lost = place.run({"--check", "lost.dxf"}).out;
     EXPECT_NE(lost.find("1 error, "), std::string::npos) << lost;
     EXPECT_NE(lost.find("          LOST: 1 object (42)\n"), std::string::npos) << lost;
