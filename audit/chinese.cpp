@@ -41,6 +41,8 @@ constexpr platform::Translation kRows[] = {
     {"%1 wells of these at no pipe", "其中 %1 口井不在管线上"},
     {"%1 attachment of these at no pipe", "其中 %1 个附件不在管线上"},
     {"%1 attachments of these at no pipe", "其中 %1 个附件不在管线上"},
+    {"%1 pipe of these too long to be measured", "其中 %1 根管线过长，无法计量"},
+    {"%1 pipes of these too long to be measured", "其中 %1 根管线过长，无法计量"},
     {"\nDrawing <the current one>: ", "\n图形 <当前图形>: "},
     {"\nAnother drawing <no more>: ", "\n另一张图形 <没有了>: "},
     {"it cannot be opened", "不能打开"},

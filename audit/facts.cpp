@@ -2,6 +2,7 @@
 #include "facts.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <memory>
 #include <utility>
@@ -325,8 +326,10 @@ void DrawingFacts::readPipe(const PipePlace& place) {
     facts.endNode = pipe->GetEndNode();
     const TPipeCurve curve = pipe->GetCurve();
     facts.length = curve.Length();
+    facts.isMeasured = std::isfinite(facts.length);
+    if (!facts.isMeasured) facts.length = 0.0;
     // A pipe of no length stands nowhere.
-    facts.isRiser = curve.IsVertical() && curve.start.z != curve.end.z;
+    facts.isRiser = facts.isMeasured && curve.IsVertical() && curve.start.z != curve.end.z;
     AcDbObjectIdArray following;
     pipe->GetAttachments(following);
     facts.attachments.assign(following.begin(), following.end());

@@ -80,6 +80,7 @@ struct PipeFacts {
     std::wstring_view serial, building;
     std::wstring_view diameter, material;  // empty: nobody has told
     double length = 0.0;
+    bool isMeasured = true;  // or the ends are too far apart for a length
     bool isRiser = false;
     bool isInBlock = false;
     AcDbObjectId startNode, endNode;

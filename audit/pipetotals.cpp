@@ -99,6 +99,7 @@ void sumUp(const DrawingFacts& facts, PipeTotals& totals) {
     Belongings attachments(facts.attachments);
     for (const PipeFacts& pipe : facts.pipes) {
         add(pipe, systems[pipe.system]);
+        if (!pipe.isMeasured) ++totals.unmeasured;
         wells.add(pipe.system, pipe.startNode);
         wells.add(pipe.system, pipe.endNode);
         for (const AcDbObjectId& attachment : pipe.attachments)
@@ -171,6 +172,11 @@ std::string textPipes(const PipeReport& report) {
         SystemTotals all = totals.all;
         all.name = platform::translated(L"All systems (%1), lengths in drawing units", totals.systems.size());
         addSystem(all, text);
+        if (totals.unmeasured > 0)
+            text += L"  " +
+                    countedText(totals.unmeasured, platform::untranslated(L"%1 pipe of these too long to be measured"),
+                                platform::untranslated(L"%1 pipes of these too long to be measured")) +
+                    L"\n";
         if (totals.loneWells > 0)
             text += L"  " +
                     countedText(totals.loneWells, platform::untranslated(L"%1 well of these at no pipe"),
@@ -206,6 +212,7 @@ class Table {
     void add(const PipeTotals& totals) {
         const SystemTotals& all = totals.all;
         row({L"", L"all-pipes", L"", L"", L"", L""}, all.pipes.pipes, lengthText(all.pipes.length));
+        addCount(L"", L"pipes-not-measured", totals.unmeasured);
         row({L"", L"all-risers", L"", L"", L"", L""}, all.riserLength.pipes, lengthText(all.riserLength.length));
         addCount(L"", L"all-wells", all.wells);
         addCount(L"", L"wells-at-no-pipe", totals.loneWells);
@@ -292,6 +299,7 @@ std::string jsonPipes(const PipeReport& report) {
             drawing["systems"].push_back(std::move(one));
         }
         drawing["all"] = jsonOf(totals.all);
+        drawing["pipesNotMeasured"] = totals.unmeasured;
         drawing["wellsAtNoPipe"] = totals.loneWells;
         drawing["attachmentsAtNoPipe"] = totals.loneAttachments;
         json["drawings"].push_back(std::move(drawing));

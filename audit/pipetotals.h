@@ -47,6 +47,7 @@ struct PipeTotals {
     std::string unreadable;             // why nothing is known; empty when it is
     std::vector<SystemTotals> systems;  // by name
     SystemTotals all;
+    std::uint64_t unmeasured = 0;       // pipes counted without their length
     std::uint64_t loneWells = 0;        // that no pipe ends at
     std::uint64_t loneAttachments = 0;  // that no pipe has
 };

@@ -331,7 +331,7 @@ TEST(Pipes, AreSummedUpBySystemSizeAndSerial) {
                pipeText("52", "0", "污水", "11=0;21=0;31=900", ";1001=PIPE-SERIAL;1000=WL-2") +
                pipeText("53", "0", "给水", "11=1;21=0;31=0") +
                // A pipe whose end is missing is no riser.
-               pipeText("55", "0", "给水", "42=0") +
+               pipeText("55", "0", "给水", "42=0") + pipeText("56", "0", "给水", "11=1e308;21=1e308;31=0") +
                // Not in model space.
                entityText("QRS_PIPE", "54", "0", "67=1;100=TDbPipePrototype;1=污水;90=0;100=TDbPipe;70=0;10=0;11=1");
     for (const char* node : {"60", "61", "63"})
@@ -347,9 +347,10 @@ TEST(Pipes, AreSummedUpBySystemSizeAndSerial) {
     EXPECT_EQ(rows,
               "drawing,system,what,diameter,material,building,serial,count,length\n"
               ",污水,pipe,,,,,1,4000.0\n,污水,pipe,DN100,\"\"\"PE\"\"\",,,1,3000.0\n,污水,riser,,,,WL-2,1,900.0\n"
-              ",污水,well,,,,,2,\n,污水,attachment,,,,,2,\n,生活给水,pipe,,,,,2,1.0\n,生活给水,well,,,,,0,\n"
+              ",污水,well,,,,,2,\n,污水,attachment,,,,,2,\n,生活给水,pipe,,,,,3,1.0\n,生活给水,well,,,,,0,\n"
               ",生活给水,attachment,,,,,0,\n"
-              ",,all-pipes,,,,,4,7001.0\n,,all-risers,,,,,1,900.0\n,,all-wells,,,,,3,\n,,wells-at-no-pipe,,,,,1,\n"
+              ",,all-pipes,,,,,5,7001.0\n,,pipes-not-measured,,,,,1,\n,,all-risers,,,,,1,900.0\n,,all-wells,,,,,3,\n,,"
+              "wells-at-no-pipe,,,,,1,\n"
               ",,all-attachments,,,,,3,\n,,attachments-at-no-pipe,,,,,1,\n");
     EXPECT_NE(place.run({"--pipes", "--form", "csv", "pipes.dxf", "gone.dxf"}).out.find("gone.dxf,,unreadable,"),
               std::string::npos);
@@ -360,12 +361,14 @@ TEST(Pipes, AreSummedUpBySystemSizeAndSerial) {
     const nlohmann::json drawings = nlohmann::json::parse(json.out)["drawings"];
     EXPECT_EQ(drawings[0]["all"]["length"], 7001.0);
     EXPECT_EQ(drawings[0]["all"]["wells"], 3);
+    EXPECT_EQ(drawings[0]["pipesNotMeasured"], 1);
     EXPECT_EQ(drawings[0]["wellsAtNoPipe"], 1);
     EXPECT_EQ(drawings[0]["attachmentsAtNoPipe"], 1);
     EXPECT_TRUE(drawings[0]["systems"][0]["sizes"][0]["diameter"].is_null());
     EXPECT_NE(drawings[1]["unreadable"].get<std::string>().find("gone.dxf"), std::string::npos);
     const std::string text = place.run({"--pipes", "pipes.dxf"}).out;
     for (const char* line : {"    diameter not given, material not given: 1 pipe, length 4000.0\n",
-                             "    WL-2, diameter not given, material not given: 1 riser, length 900.0\n"})
+                             "    WL-2, diameter not given, material not given: 1 riser, length 900.0\n",
+                             "  1 pipe of these too long to be measured\n"})
         EXPECT_NE(text.find(line), std::string::npos) << text;
 }
