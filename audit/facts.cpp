@@ -216,7 +216,7 @@ void TableFacts::add(const TableFacts& other) {
 DrawingFacts::DrawingFacts(AcDbDatabase& of) : database(of) {
     readTables();
     readEntities();
-    findLostLinetypes();
+    findLost();
     findUsed();
 }
 
@@ -336,10 +336,12 @@ void DrawingFacts::readPipe(const PipePlace& place) {
     (place.space == TEntityLook::kModel ? pipes : pipesElsewhere).push_back(std::move(facts));
 }
 
-// Layers name them without being objects that are counted.
-void DrawingFacts::findLostLinetypes() {
+// Layers and dimension styles name them without being objects that are counted.
+void DrawingFacts::findLost() {
     for (const LayerFacts& layer : layers)
         if (!layer.isDependent() && !layer.lostLinetype.empty()) missingLinetypes[layer.lostLinetype];
+    for (const DimStyleFacts& style : dimStyles)
+        if (!style.isDependent() && !style.lostTextStyle.empty()) missingTextStyles[style.lostTextStyle];
 }
 
 // What no entity names may be needed by layers, styles, dictionaries.

@@ -68,7 +68,7 @@ struct TextStyleFacts : RecordFacts {
 
 struct DimStyleFacts : RecordFacts {
     std::wstring textStyle;      // empty: none
-    std::wstring lostTextStyle;  // the handle of one that the drawing does not have; empty: it has it
+    std::wstring lostTextStyle;  // the handle, "<2A>", of one that the drawing does not have; empty: it has it
     ByName<Tally> objectsByLayer;
 };
 
@@ -122,7 +122,7 @@ class DrawingFacts : public TableFacts {
     void readTables();
     void readEntities();
     void readPipe(const PipePlace& place);
-    void findLostLinetypes();
+    void findLost();
     void findUsed();
     std::wstring_view kept(std::wstring text);
 

@@ -431,7 +431,8 @@ void Repair::planTextMove(const std::wstring& from, const Tally& objects, const 
     if (mapping == nullptr || isSameName(from, mapping->to)) return;
     std::vector<AcDbObjectId> dimStyles;
     for (const DimStyleFacts& style : facts_.dimStyles)
-        if (!style.isDependent() && isSameName(style.textStyle, from)) dimStyles.push_back(style.id);
+        if (!style.isDependent() && (isSameName(style.textStyle, from) || isSameName(style.lostTextStyle, from)))
+            dimStyles.push_back(style.id);
     if (dimStyles.empty() && objects.count == 0) return;
     const std::wstring text = platform::translated(L"texts in %1 written in %2", from, mapping->to);
     if (!isIn(facts_.textStyles, mapping->to) && standard_.textStyle(mapping->to) == nullptr) {

@@ -32,7 +32,8 @@ class Repair::Mover {
             else if (isCarriedOut && !carryOut(move))
                 reason = platform::translated(L"they cannot be changed");
             else if (move.hasParts)
-                reason = platform::translated(L"cells of tables and lines of attributes keep their text style");
+                reason =
+                    platform::translated(L"cells of tables and lines of attributes keep a text style of their own");
             if (!reason.empty()) refused[{move.on, reason}].add(move.id);
         }
         return refused;
@@ -98,10 +99,7 @@ class Repair::Mover {
             isDone = entity->setLinetype(move.linetype->c_str(), false) == Acad::eOk && isDone;
         if (move.textStyle != nullptr) {
             const AcDbObjectId style = PipeSystemTool::InitTextStyle(CString(*move.textStyle));
-            AcDbText* text = AcDbText::cast(entity.object());
-            isDone =
-                (text != nullptr ? text->setTextStyle(style) == Acad::eOk : SetTextStyle(entity.object(), style)) &&
-                isDone;
+            isDone = SetTextStyle(entity.object(), style) && isDone;
         }
         if (move.override != nullptr)
             isDone = setOverride(*entity.object(), PipeSystemTool::InitTextStyle(CString(*move.override))) && isDone;

@@ -49,7 +49,7 @@ void visitTextStyles(const CheckedDrawing& drawing, const Visit& visitor) {
 template <class IsBuiltIn>
 void tellMissing(const ByName<Tally>& missing, const IsBuiltIn& isBuiltIn, Findings& findings) {
     for (const auto& [name, objects] : missing)
-        if (!isBuiltIn(name)) findings.emplace_back(name, objects);
+        if (objects.count > 0 && !isBuiltIn(name)) findings.emplace_back(name, objects);
 }
 
 // The texts in brackets, which drawings of R12 cannot hold.

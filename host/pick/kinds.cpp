@@ -34,6 +34,7 @@ constexpr Kind kKinds[] = {
     {"MPOLYGON", &drawHatch, nullptr, nullptr},
     {"LEADER", &drawLeader, nullptr, nullptr},
     {"MULTILEADER", &drawMultileader, &placeMultileader, nullptr},
+    {"MLEADER", &drawMultileader, &placeMultileader, nullptr},
     {"MLINE", &drawMultiline, nullptr, nullptr},
     {"MESH", &drawMesh, nullptr, nullptr},
     {"POINT", &drawPoint, nullptr, nullptr},

@@ -349,13 +349,13 @@ TEST(Check, LooksIntoReferencesWhenAsked) {
 }
 
 // Multileaders, dimensions and their styles name their text style by its handle; a style that names none writes in
-// "Standard". Cells of tables stay as they are.
+// "Standard". Cells of tables stay as they are, lines of attributes follow. A lost handle is no name.
 TEST(Check, KnowsTextStylesByTheirHandles) {
-    const auto leader = [](const std::string& handle, const char* content, const std::string& style) {
-        return entityText("MULTILEADER", handle, "0",
+    const auto leader = [](const char* type, const std::string& handle, const char* content, const std::string& style) {
+        return entityText(type, handle, "0",
                           "100=AcDbMLeader;300=CONTEXT_DATA{;290=1;304=a;340=" + style +
-                              ";172=5;302=LEADER{;340=22;303=};301=};340=12E;172=" + content + ";343=" + style +
-                              ";173=1");
+                              ";172=5;302=LEADER{;340=22;303=};301=};340=12E;90=" + (style == "21" ? "2049" : "1") +
+                              ";172=" + content + ";343=" + style + ";173=1");
     };
     const auto dimStyle = [](const std::string& handle, const std::string& rest) {
         return "0=DIMSTYLE;105=" + handle + ";100=AcDbSymbolTableRecord;100=AcDbDimStyleTableRecord;2=D" + handle +
@@ -366,20 +366,23 @@ TEST(Check, KnowsTextStylesByTheirHandles) {
             return "0=STYLE;5=" + handle + ";100=AcDbSymbolTableRecord;100=AcDbTextStyleTableRecord;2=" + name +
                    ";70=0;40=0;41=1;50=0;71=0;42=1;3=txt;4=;";
         };
-        return dxfText("0=SECTION;2=HEADER;9=$ACADVER;1=" + std::string(version) +
-                       ";9=$HANDSEED;5=FFF;0=ENDSEC;0=SECTION;2=TABLES;" +
-                       tableText("STYLE", style("20", "FANCY") + style("21", "给排-管径")) +
-                       tableText("APPID", "0=APPID;2=ACAD;70=0;") +
-                       tableText("DIMSTYLE", dimStyle("24", "") + dimStyle("25", "340=99;")) +
-                       "0=ENDSEC;0=SECTION;2=ENTITIES;" + leader("40", "2", named) + leader("41", "1", "20") +
-                       leader("42", "2", "98") +
-                       entityText("DIMENSION", "43", "0",
-                                  "100=AcDbDimension;3=D24;100=AcDbAlignedDimension;13=0;1001=QRS;1000=DSTYLE;1070=340;"
-                                  "1005=20;1001=ACAD;1000=DSTYLE;1002={;1070=340;1005=" +
-                                      named + ";1070=271;1070=340;1005=20;1002=}") +
-                       entityText("ACAD_TABLE", "44", "0",
-                                  "100=AcDbBlockReference;2=*T1;100=AcDbTable;171=1;7=FANCY;171=1;7=fancy;7=Standard") +
-                       "0=ENDSEC;0=EOF");
+        const std::string text = named == "20" ? "FANCY" : "给排-管径";
+        return dxfText(
+            "0=SECTION;2=HEADER;9=$ACADVER;1=" + std::string(version) +
+            ";9=$HANDSEED;5=FFF;0=ENDSEC;0=SECTION;2=TABLES;" +
+            tableText("STYLE", style("20", "FANCY") + style("21", "给排-管径") + style("23", "98")) +
+            tableText("APPID", "0=APPID;2=ACAD;70=0;") +
+            tableText("DIMSTYLE", dimStyle("24", "") + dimStyle("25", named == "20" ? "340=99;" : "340=21;")) +
+            "0=ENDSEC;0=SECTION;2=ENTITIES;" + leader("MULTILEADER", "40", "2", named) +
+            leader("MULTILEADER", "41", "1", "20") + leader("MLEADER", "42", "2", "98") +
+            entityText("ATTDEF", "45", "0", "100=AcDbText;7=" + text + ";101=Embedded Object;7=" + text) +
+            entityText("DIMENSION", "43", "0",
+                       "100=AcDbDimension;3=D24;100=AcDbAlignedDimension;13=0;1001=QRS;1000=DSTYLE;1070=340;"
+                       "1005=20;1001=ACAD;1000=DSTYLE;1002={;1070=340;1005=" +
+                           named + ";1070=271;1070=340;1005=20;1002=}") +
+            entityText("ACAD_TABLE", "44", "0",
+                       "100=AcDbBlockReference;2=*T1;100=AcDbTable;171=1;7=FANCY;171=1;7=fancy;7=Standard") +
+            "0=ENDSEC;0=EOF");
     };
     const Workplace place;
     place.write("leaders.dxf", drawing("AC1024", "20"));
@@ -387,15 +390,16 @@ TEST(Check, KnowsTextStylesByTheirHandles) {
     const std::string& report = checked.out;
     // What the drawing itself is damaged in is told, too.
     EXPECT_NE(checked.error.find("qrsconsole: leaders.dxf: "), std::string::npos) << checked.error;
-    for (const char* said : {"          98: 1 object (42)\n          99, named by its handle in dimension style D25\n",
-                             "[text-in-foreign-style]\n          To do: give the texts a style of the standard.\n"
-                             "          FANCY: 3 objects (40, 43, 44)\n",
-                             "          D24, writes in Standard: 1 object (43)\n"})
+    for (const char* said :
+         {"          <98>: 1 object (42)\n          <99>, named by its handle in dimension style D25\n",
+          "[text-in-foreign-style]\n          To do: give the texts a style of the standard.\n"
+          "          FANCY: 4 objects (40, 45, 43, 44)\n",
+          "          D24, writes in Standard: 1 object (43)\n"})
         EXPECT_NE(report.find(said), std::string::npos) << said << report;
     place.write("old.dxf", drawing("AC1014", "20"));
     EXPECT_EQ(place.run({"--check", "old.dxf"}).out.find("[dimstyle-text]"), std::string::npos);
 
-    place.write("map.csv", "FANCY,给排-管径,textstyle\n");
+    place.write("map.csv", "FANCY,给排-管径,textstyle\n<99>,给排-管径,textstyle\n98,X,textstyle\n");
     const Outcome mended = place.run({"--repair", "map.csv", "leaders.dxf", "-o", "mended.dxf"});
     EXPECT_EQ(mended.code, 0);
     EXPECT_NE(mended.error.find(" (44): cells of tables and lines of attributes keep"), std::string::npos)

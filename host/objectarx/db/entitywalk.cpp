@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "host/dxf/classcodes.h"
 #include "host/objectarx/db/state.h"
 #include "host/platform/beside.h"
+#include "host/platform/text.h"
 
 namespace qrs::host {
 
@@ -21,7 +23,15 @@ namespace codes = dxf::codes;
 constexpr int kHeight = 40;  // of a text
 constexpr std::string_view kCommonMark = "AcDbEntity";
 
-constexpr std::string_view kLeader = "MULTILEADER";
+// Of multileaders, which some programs call by the other name: what one has instead of its style's.
+constexpr std::string_view kLeaders[] = {"MULTILEADER", "MLEADER"};
+constexpr int kLeaderOverrides = 90;  // after the context
+constexpr std::int64_t kOwnTextStyle = 0x800;
+
+bool isLeader(std::string_view type) {
+    return type == kLeaders[0] || type == kLeaders[1];
+}
+
 constexpr std::string_view kTable = "ACAD_TABLE";  // cells may name text styles
 constexpr std::string_view kEditorsData = "ACAD";  // the application
 
@@ -63,7 +73,7 @@ struct TypeNames {
 TypeNames namesOf(std::string_view type) {
     TypeNames names;
     names.isKnown = true;
-    names.isLeader = type == kLeader;
+    names.isLeader = isLeader(type);
     for (std::size_t code = 1; code < names.byCode.size(); ++code) {
         const NamingTag* naming = namingTag(type, static_cast<int>(code));
         if (naming == nullptr) continue;
@@ -75,27 +85,54 @@ TypeNames namesOf(std::string_view type) {
     return names;
 }
 
-std::wstring wideHandle(std::uint64_t handle) {
+// No name has brackets: a style may well be called "99".
+std::wstring lostHandle(std::uint64_t handle) {
     const std::string text = dxf::handleText(handle);
-    return {text.begin(), text.end()};
+    return L"<" + std::wstring(text.begin(), text.end()) + L">";
+}
+
+void addEdit(std::vector<dxf::TagEdit>& edits, const dxf::Tag& tag, std::string value) {
+    dxf::TagEdit& edit = edits.emplace_back();
+    edit.tag = tag;
+    edit.hasValue = true;
+    edit.value = std::move(value);
 }
 
 bool setLeaderStyle(dxf::Drawing& drawing, dxf::RecordId record, std::uint64_t style) {
     std::vector<dxf::TagEdit> edits;
     bool isOfText = true;
+    bool isAfterContext = false;
     bool isNamed = false;
     dxf::TagCursor cursor = drawing.tags(record);
     for (dxf::Tag tag; cursor.next(tag) && tag.code < codes::kFirstXdata;) {
-        if (tag.code == codes::mleader::kLeader || tag.code == codes::mleader::kContextEnd) isOfText = false;
+        isAfterContext = isAfterContext || tag.code == codes::mleader::kContextEnd;
+        if (tag.code == codes::mleader::kLeader || isAfterContext) isOfText = false;
         isNamed = isNamed || tag.code == codes::mleader::kStyle;
-        if (tag.code != codes::mleader::kStyle && !(isOfText && tag.code == codes::mleader::kTextStyle)) continue;
-        dxf::TagEdit& edit = edits.emplace_back();
-        edit.tag = tag;
-        edit.hasValue = true;
-        edit.value = dxf::handleText(style);
+        if (tag.code == codes::mleader::kStyle || (isOfText && tag.code == codes::mleader::kTextStyle)) {
+            addEdit(edits, tag, dxf::handleText(style));
+        } else if (isAfterContext && tag.code == kLeaderOverrides) {
+            // Without the mark the editor takes the text style of the leader's style.
+            const std::int64_t overrides = dxf::toInteger(tag.value, 0);
+            if ((overrides & kOwnTextStyle) == 0) addEdit(edits, tag, std::to_string(overrides | kOwnTextStyle));
+        }
     }
     if (isNamed) drawing.editTags(record, edits);
     return isNamed;
+}
+
+// The further lines of an attribute name it once more.
+bool renameStyles(dxf::Drawing& drawing, dxf::RecordId record, int code, const std::string& name) {
+    std::vector<dxf::TagEdit> edits;
+    std::wstring own;
+    dxf::TagCursor cursor = drawing.tags(record);
+    for (dxf::Tag tag; cursor.next(tag) && tag.code < codes::kFirstXdata;) {
+        if (tag.code != code) continue;
+        const std::wstring style = readText(drawing, tag.value);
+        if (edits.empty()) own = style;
+        if (platform::compareNoCase(style, own) == 0) addEdit(edits, tag, name);
+    }
+    if (!edits.empty()) drawing.editTags(record, edits);
+    return !edits.empty();
 }
 
 }  // namespace
@@ -285,7 +322,7 @@ std::wstring EntityWalk::textStyle(std::string_view handle) const {
     const std::uint64_t number = dxf::toHandle(handle);
     if (number == 0) return {};
     const auto style = place_->textStyles.find(number);
-    return style != place_->textStyles.end() ? style->second : wideHandle(number);
+    return style != place_->textStyles.end() ? style->second : lostHandle(number);
 }
 
 std::int64_t EntityWalk::integer(std::string_view value, std::int64_t fallback) {
@@ -298,18 +335,15 @@ bool setTextStyle(AcDbEntity& entity, AcDbObjectId style) {
         return false;
     dxf::Drawing& drawing = state->drawing();
     const dxf::RecordId record = state->ids().recordOf(entity.objectId().recordNumber());
-    if (drawing.typeNameOf(record) == kLeader) {
+    if (isLeader(drawing.typeNameOf(record))) {
         const std::uint64_t handle = state->ids().handleOf(style.recordNumber());
         return handle != 0 && setLeaderStyle(drawing, record, handle);
     }
     const NamingTag* naming = namingTag(drawing.typeNameOf(record), codes::kTextStyle);
     if (!naming || naming->table != TableKind::TextStyle) return false;
     const std::string name = writeText(drawing, state->tables().nameOf(style.recordNumber()));
+    if (renameStyles(drawing, record, naming->code, name)) return true;
     dxf::Tag tag;
-    if (drawing.findTag(record, naming->code, tag)) {
-        drawing.setValue(record, tag, name);
-        return true;
-    }
     // It stands among the tags of the text itself, as the text and its height do.
     if (!drawing.findTag(record, codes::kText, tag) && !drawing.findTag(record, kHeight, tag)) return false;
     drawing.insertTags(record, tag.end, {{naming->code, name}});
@@ -326,7 +360,7 @@ std::wstring lostTextStyle(AcDbObjectId dimStyle) {
     const std::uint64_t handle = dxf::toHandle(tag.value);
     if (handle == 0) return {};
     const AcDbObjectId named = state->idOf(drawing.findHandle(handle));
-    return DatabaseState::isRecordOf(named, TableKind::TextStyle) ? std::wstring() : wideHandle(handle);
+    return DatabaseState::isRecordOf(named, TableKind::TextStyle) ? std::wstring() : lostHandle(handle);
 }
 
 }  // namespace qrs::host

@@ -53,7 +53,8 @@ class QRS_HOST_PORT EntityWalk {
     // or a lineweight. False at the end of those.
     bool nextTag(EntityTag& tag);
     std::wstring text(std::string_view value) const;
-    // The name of the text style with that handle; the handle itself when no text style has it, nothing for zero.
+    // The name of the text style with that handle; the handle in angle brackets, which no name has, when no text style
+    // has it; nothing for zero.
     std::wstring textStyle(std::string_view handle) const;
     static std::int64_t integer(std::string_view value, std::int64_t fallback);
     // Whether there is so much that another thread has begun before this one is done.
@@ -73,12 +74,13 @@ QRS_HOST_PORT std::wstring lostLinetype(AcDbObjectId layer);
 QRS_HOST_PORT Acad::ErrorStatus countOtherReferences(AcDbDatabase& database, const AcDbObjectIdArray& ids,
                                                      Adesk::UInt32* counts);
 
-// Gives a text, or a multileader with one, another text style of its drawing, also a text that names none. False when
-// it is neither.
+// Gives a text, or a multileader with one, another text style of its drawing, also a text that names none. Lines of an
+// attribute that are in its style get the new one, and the multileader has it from then on instead of its style's.
+// False when it is neither.
 QRS_HOST_PORT bool setTextStyle(AcDbEntity& entity, AcDbObjectId style);
 
-// The handle by which a dimension style names a text style that the drawing does not have; empty when it names one it
-// has, or none.
+// The handle, in angle brackets, by which a dimension style names a text style that the drawing does not have; empty
+// when it names one it has, or none.
 QRS_HOST_PORT std::wstring lostTextStyle(AcDbObjectId dimStyle);
 
 }  // namespace qrs::host

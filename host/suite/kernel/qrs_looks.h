@@ -33,7 +33,7 @@ struct TEntityLook {
     std::wstring_view layerName;
     std::wstring_view linetype;  // empty: by layer
     // Of texts, attributes and their definitions, and multileaders that hold a text; "Standard" when they name none,
-    // the handle when it is no text style's.
+    // the handle in angle brackets ("<2A>", as no name is) when it is no text style's.
     std::wstring_view textStyle;
     std::wstring_view dimStyle;  // of dimensions, leaders and tolerances; likewise
     // What a dimension has instead of the text style of its style, cells of a table instead of theirs, or an attribute
@@ -74,11 +74,11 @@ QRS_HOST_PORT std::wstring LostLinetype(AcDbObjectId layer);
 QRS_HOST_PORT bool CountOtherUses(AcDbDatabase* database, const AcDbObjectIdArray& ids, Adesk::UInt32* counts);
 
 // Gives a text of any kind, open for writing, another text style: texts, paragraphs, attributes and their definitions,
-// multileaders that name one.
+// multileaders that name one. Lines of an attribute that are in its style get it, too.
 // One that names no style, and so is written in "Standard", names it from then on. False, nothing changed, for what is
 // no text and for a style of another drawing.
 QRS_HOST_PORT bool SetTextStyle(AcDbEntity* entity, AcDbObjectId style);
 
-// The handle by which a dimension style names a text style that the drawing does not have; empty when it names one that
-// it has, or none.
+// The handle, in angle brackets, by which a dimension style names a text style that the drawing does not have; empty
+// when it names one that it has, or none.
 QRS_HOST_PORT std::wstring LostTextStyle(AcDbObjectId dimStyle);
