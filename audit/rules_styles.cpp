@@ -296,10 +296,15 @@ void findDimStylesOnForeignLayers(const CheckedDrawing& drawing, Findings& findi
         std::wstring names;
         for (const auto& [layer, onLayer] : style.objectsByLayer) {
             if (!isForeignLayer(drawing, layer)) continue;
-            objects.add(onLayer);
+            objects.count += onLayer.count;
+            objects.first.insert(objects.first.end(), onLayer.first.begin(), onLayer.first.end());
             names += (names.empty() ? L"" : L", ") + layer;
         }
-        if (objects.count > 0) findings.emplace_back(style.name, objects, platform::translated(L"on %1", names));
+        if (objects.count == 0) continue;
+        // The first of all, not of the first layer.
+        std::sort(objects.first.begin(), objects.first.end());
+        if (objects.first.size() > Tally::kShown) objects.first.resize(Tally::kShown);
+        findings.emplace_back(style.name, objects, platform::translated(L"on %1", names));
     }
 }
 

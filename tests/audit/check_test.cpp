@@ -375,6 +375,8 @@ TEST(Check, KnowsTextStylesByTheirHandles) {
             tableText("DIMSTYLE", dimStyle("24", "") + dimStyle("25", named == "20" ? "340=99;" : "340=21;")) +
             "0=ENDSEC;0=SECTION;2=ENTITIES;" + leader("MULTILEADER", "40", "2", named) +
             leader("MULTILEADER", "41", "1", "20") + leader("MLEADER", "42", "2", "98") +
+            entityText("DIMENSION", "46", "B", "100=AcDbDimension;3=D24") +
+            entityText("DIMENSION", "47", "A", "100=AcDbDimension;3=D24") +
             entityText("ATTDEF", "45", "0", "100=AcDbText;7=" + text + ";101=Embedded Object;7=" + text) +
             entityText("DIMENSION", "43", "0",
                        "100=AcDbDimension;3=D24;100=AcDbAlignedDimension;13=0;1001=QRS;1000=DSTYLE;1070=340;"
@@ -394,7 +396,8 @@ TEST(Check, KnowsTextStylesByTheirHandles) {
          {"          <98>: 1 object (42)\n          <99>, named by its handle in dimension style D25\n",
           "[text-in-foreign-style]\n          To do: give the texts a style of the standard.\n"
           "          FANCY: 4 objects (40, 45, 43, 44)\n",
-          "          D24, writes in Standard: 1 object (43)\n"})
+          "          D24, writes in Standard: 3 objects (46, 47, 43)\n",
+          "          D24, on A, B: 2 objects (46, 47)\n"})
         EXPECT_NE(report.find(said), std::string::npos) << said << report;
     place.write("old.dxf", drawing("AC1014", "20"));
     EXPECT_EQ(place.run({"--check", "old.dxf"}).out.find("[dimstyle-text]"), std::string::npos);
