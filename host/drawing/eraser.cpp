@@ -148,7 +148,7 @@ void Eraser::settleRound() {
     unsettled_.clear();
 
     ReferenceCleaner cleaner(drawing_, gone);
-    dxf::SourceRelease passed = drawing_.beginRelease();
+    dxf::SourceRelease passed = drawing_.beginRelease(drawing_.first());
     for (RecordId id = 0; id < drawing_.recordCount(); ++id) {
         if (drawing_.isErased(id)) continue;
         drawing_.release(passed, id);
