@@ -43,7 +43,7 @@ void tellLostFile(Session& session) {
 bool Session::run(bool keepGoing) {
     quit_ = false;
     guesses_ = 0;
-    const std::size_t failuresBefore = failures_ - std::exchange(earlyRefusals_, 0);
+    const std::size_t failuresBefore = failures_ - std::exchange(earlyFailures_, 0);
     isRunning_ = true;
     while (!quit_ && (keepGoing || failures_ == failuresBefore)) {
         switchToSentDocument();
@@ -285,8 +285,14 @@ Outcome Session::callCommand(const std::wstring& name, std::deque<std::wstring> 
     return runCommand(*command, false);
 }
 
-void Session::fail(std::wstring_view message) {
+// A plug-in may fail in its start: what the commands then do is not what they should.
+void Session::noteFailure() {
     ++failures_;
+    if (!isRunning_) ++earlyFailures_;
+}
+
+void Session::fail(std::wstring_view message) {
+    noteFailure();
     if (!running.empty()) running.back().failed = true;
     if (!message.empty()) output.error(message);
 }
@@ -303,10 +309,7 @@ void Session::tellRefusal(std::wstring_view message) {
 
 void Session::noteRefusal(std::wstring_view message) {
     ++refusals_;
-    if (strict_) {
-        ++failures_;
-        if (!isRunning_) ++earlyRefusals_;
-    }
+    if (strict_) noteFailure();
     if (output.terminal().isInteractive()) return;
     const std::size_t begin = message.find_first_not_of(L" \n");
     if (begin == std::wstring_view::npos) return;

@@ -121,6 +121,7 @@ class Session : private AcDbHostApplicationServices {
     void refuse(std::wstring_view text);
     // The same without printing it, for what the editor does not tell: an answer that meets nothing.
     void noteRefusal(std::wstring_view message);
+    void noteFailure();
     // The same for what everybody is to be told, a person as an error.
     void tellRefusal(std::wstring_view message);
     void setStrict(bool strict) { strict_ = strict; }
@@ -169,7 +170,7 @@ class Session : private AcDbHostApplicationServices {
     std::size_t readingFailures_ = 0;  // of them
     std::size_t writingFailures_ = 0;
     std::size_t refusals_ = 0;
-    std::size_t earlyRefusals_ = 0;  // before the run, counted with it
+    std::size_t earlyFailures_ = 0;  // before the run, counted with it
     bool strict_ = false;
     bool isRunning_ = false;
     bool quit_ = false;

@@ -1,8 +1,10 @@
-// A plug-in to be found beside the program. Its command ends the process as a crash would.
+// A plug-in to be found beside the program. Its command ends the process as a crash would; where TEST_FAILING_START is
+// set, it fails in its start.
 #include <csignal>
 #include <cstdlib>
 
 #include "accmd.h"
+#include "qrs_kernal.h"
 #include "rxregsvc.h"
 
 namespace {
@@ -21,6 +23,7 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
                                                                                   void* application) {
     if (message == AcRx::kInitAppMsg) {
         acrxUnlockApplication(application);
+        if (std::getenv("TEST_FAILING_START") != nullptr) QrsExport::FailCommand(L"the start failed");
         acedRegCmds->addCommand(L"TEST", L"ENDATONCE", L"ENDATONCE", ACRX_CMD_MODAL, &endAtOnce);
     }
     if (message == AcRx::kUnloadAppMsg) acedRegCmds->removeGroup(L"TEST");

@@ -291,6 +291,13 @@ TEST(Usage, LoadsPluginsBesideTheModule) {
     EXPECT_EQ(listed({"-p", plugin, "--no-module"}), plugin + "\n");
     EXPECT_EQ(listed({"-p", plugin, "-p", QRS_MODULE}), plugin + "\n" + module + "\n");
     EXPECT_EQ(listed({"-e", "ARX Load", "-e", plugin}), module + "\n" + plugin + "\n");
+    // Without one that failed in its start the commands would not do what they should.
+    place.example("building.dxf");
+    const Outcome failed = place.run({"-p", plugin, "-e", "UnFrozenAllLayer", "-o", "out.dxf", "building.dxf"}, {},
+                                     {"TEST_FAILING_START=1"});
+    EXPECT_EQ(failed.code, 1);
+    EXPECT_NE(failed.error.find("the start failed"), std::string::npos) << failed.error;
+    EXPECT_FALSE(place.has("out.dxf"));
 }
 
 TEST(Usage, GoesOnWithSettingsThatCannotBeWritten) {
