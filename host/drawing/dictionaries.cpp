@@ -62,6 +62,14 @@ std::vector<DictionaryEntry> dictionaryEntries(const dxf::Drawing& drawing, dxf:
     return entries;
 }
 
+dxf::RecordId extensionDictionary(const dxf::Drawing& drawing, dxf::RecordId record) {
+    dxf::RecordWalk walk(drawing.tags(record));
+    for (dxf::Tag tag; walk.next(tag) && walk.part() != dxf::Part::Xdata;)
+        if (walk.group() == "ACAD_XDICTIONARY" && tag.code != codes::kGroup)
+            return drawing.findHandle(dxf::toHandle(tag.value));
+    return dxf::kNoRecord;
+}
+
 dxf::RecordId setDictionaryEntry(dxf::Drawing& drawing, dxf::RecordId dictionary, std::wstring_view name,
                                  dxf::RecordId object) {
     const std::string handle = dxf::handleText(drawing.record(object).handle);

@@ -17,6 +17,9 @@ struct DictionaryEntry {
 // In the order of the file.
 std::vector<DictionaryEntry> dictionaryEntries(const dxf::Drawing& drawing, dxf::RecordId dictionary);
 
+// The dictionary that a record has for itself; kNoRecord for none.
+dxf::RecordId extensionDictionary(const dxf::Drawing& drawing, dxf::RecordId record);
+
 // Puts an object under a name, compared without regard to case. Gives the object that had the name; kNoRecord for none.
 dxf::RecordId setDictionaryEntry(dxf::Drawing& drawing, dxf::RecordId dictionary, std::wstring_view name,
                                  dxf::RecordId object);

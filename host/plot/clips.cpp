@@ -1,6 +1,10 @@
 // Finds the filters of block references: each lies in a dictionary of a dictionary of its reference.
 #include "host/plot/clips.h"
 
+#include <string_view>
+#include <utility>
+
+#include "host/drawing/dictionaries.h"
 #include "host/dxf/classcodes.h"
 #include "host/dxf/recordwalk.h"
 #include "host/pick/kinds.h"
@@ -55,6 +59,34 @@ std::optional<Transform> inverseOf(const Transform& t) {
     return back;
 }
 
+constexpr std::string_view kHole = "ACAD_INVERTEDCLIP_ROUNDTRIP";
+
+// The points of an edge; of a hole's, those after its name.
+std::vector<Vec> pointsOf(dxf::TagCursor cursor, bool isHole) {
+    std::vector<Vec> points;
+    bool isMeant = !isHole;
+    for (dxf::Tag tag; cursor.next(tag);) {
+        if (isHole && tag.code == codes::kGroup) isMeant = dxf::trimmed(tag.value) == kHole;
+        const double number = pick::finiteOf(tag.value).value_or(0.0);
+        if (isMeant && tag.code == codes::kPoint) points.push_back({number, 0, 0});
+        if (isMeant && tag.code == codes::yOf(codes::kPoint) && !points.empty()) points.back().y = number;
+    }
+    return points;
+}
+
+// The edge of what is cut out of a block, where the filter keeps the rest: it stands in a record of the filter's
+// dictionary. The filter's own edge stands for it only roughly.
+std::vector<Vec> holeOf(const dxf::Drawing& drawing, dxf::RecordId filter) {
+    const dxf::RecordId dictionary = extensionDictionary(drawing, filter);
+    if (dictionary == dxf::kNoRecord) return {};
+    for (const DictionaryEntry& entry : dictionaryEntries(drawing, dictionary)) {
+        if (entry.object == dxf::kNoRecord || drawing.typeNameOf(entry.object) != "XRECORD") continue;
+        std::vector<Vec> points = pointsOf(drawing.tags(entry.object), true);
+        if (!points.empty()) return points;
+    }
+    return {};
+}
+
 }  // namespace
 
 Clips::Clips(const dxf::Drawing& drawing) : drawing_(drawing) {
@@ -71,19 +103,15 @@ Clips::Clips(const dxf::Drawing& drawing) : drawing_(drawing) {
     if (!filters_.empty()) blocks_.emplace(drawing);
 }
 
-std::vector<Vec> Clips::edgeOf(const pick::Entity& reference) {
+Clip Clips::clipOf(const pick::Entity& reference) {
     const auto found = filters_.find(reference.id());
     pick::Placement placement;
     if (found == filters_.end() || !pick::placeInsert(reference, placement)) return {};
     pick::Entity tags;
     tags.read(drawing_, found->second);
-    std::vector<Vec> edge;
-    for (std::size_t i = 1; i < tags.fields().size(); ++i) {
-        const pick::Entity::Field& y = tags.fields()[i];
-        const pick::Entity::Field& x = tags.fields()[i - 1];
-        if (x.code == codes::kPoint && y.code == codes::yOf(codes::kPoint))
-            edge.push_back({pick::finiteOf(x.value).value_or(0.0), pick::finiteOf(y.value).value_or(0.0), 0});
-    }
+    std::vector<Vec> edge = holeOf(drawing_, found->second);
+    const bool isHole = edge.size() > 1;
+    if (!isHole) edge = pointsOf(drawing_.tags(found->second), false);
     // Two points are corners of a rectangle.
     if (edge.size() == 2) edge = {edge[0], {edge[1].x, edge[0].y, 0}, edge[1], {edge[0].x, edge[1].y, 0}};
     Transform toBlock;
@@ -100,7 +128,7 @@ std::vector<Vec> Clips::edgeOf(const pick::Entity& reference) {
     }
     for (Vec& corner : edge)
         corner = placement.first.point(toBlock.point(fromEdge->point(corner)) - base);
-    return edge;
+    return {std::move(edge), isHole};
 }
 
 }  // namespace qrs::host::plot

@@ -10,12 +10,17 @@
 
 namespace qrs::host::plot {
 
+struct Clip {
+    // In the coordinates the reference lies in; empty when it shows all of its block.
+    std::vector<pick::Vec> edge;
+    bool isHole = false;  // what lies within is left out
+};
+
 class Clips {
   public:
     explicit Clips(const dxf::Drawing& drawing);
 
-    // The edge in the coordinates the reference lies in; empty when it shows all of its block.
-    std::vector<pick::Vec> edgeOf(const pick::Entity& reference);
+    Clip clipOf(const pick::Entity& reference);
 
   private:
     const dxf::Drawing& drawing_;

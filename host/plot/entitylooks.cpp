@@ -7,7 +7,6 @@
 #include "host/drawing/dictionaries.h"
 #include "host/drawing/objecttags.h"
 #include "host/dxf/classcodes.h"
-#include "host/dxf/recordwalk.h"
 #include "host/pick/layerstates.h"
 #include "host/platform/codepage.h"
 
@@ -133,11 +132,7 @@ void EntityLooks::override(Source& source, dxf::RecordId layer, Look& look) cons
     enum { kViewport = 335, kLinetypeHandle = 343, kWeight = 91 };
     constexpr long kRgb = 0xC2;
     if (viewport_ == 0 || &source.drawing != &drawing_) return;
-    dxf::RecordId dictionary = dxf::kNoRecord;
-    dxf::RecordWalk walk(drawing_.tags(layer));
-    for (dxf::Tag tag; walk.next(tag);)
-        if (walk.group() == "ACAD_XDICTIONARY" && tag.code != codes::kGroup)
-            dictionary = drawing_.findHandle(dxf::toHandle(tag.value));
+    const dxf::RecordId dictionary = extensionDictionary(drawing_, layer);
     if (dictionary == dxf::kNoRecord) return;
     for (const DictionaryEntry& entry : dictionaryEntries(drawing_, dictionary)) {
         if (entry.object == dxf::kNoRecord || entry.name.rfind(L"ADSK_XREC_LAYER_", 0) != 0) continue;

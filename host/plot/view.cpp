@@ -358,11 +358,14 @@ bool View::isUndrawn(const pick::Entity& entity) {
 }
 
 void View::clip(const pick::Shown& shown) {
-    std::vector<Vec> edge = clips_.try_emplace(now_.drawing, *now_.drawing).first->second.edgeOf(shown.entity);
-    if (edge.empty()) return;
-    for (Vec& corner : edge)
+    Clip clip = clips_.try_emplace(now_.drawing, *now_.drawing).first->second.clipOf(shown.entity);
+    if (clip.edge.empty()) return;
+    for (Vec& corner : clip.edge)
         corner = shown.toWorld.point(corner);
-    canvas_.pushClip({edge});
+    std::vector<std::vector<Vec>> loops = {std::move(clip.edge)};
+    const Box& all = canvas_.visible();
+    if (clip.isHole) loops.push_back({all.low, {all.high.x, all.low.y, 0}, all.high, {all.low.x, all.high.y, 0}});
+    canvas_.pushClip(loops);
     now_.isClipped = true;
 }
 

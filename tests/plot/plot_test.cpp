@@ -287,6 +287,18 @@ TEST_F(Plot, ShowsClipsLeadersAndMeshes) {
                         "3=SPATIAL;360=A4;0=SPATIAL_FILTER;5=A4;330=A3;70=2;10=40;20=15;10=60;20=25;71=1;72=0;73=0;"
                         "40=1;40=0;40=0;40=-20;40=0;40=1;40=0;40=-20;40=0;40=0;40=1;40=0;"
                         "40=1;40=0;40=0;40=0;40=0;40=1;40=0;40=0;40=0;40=0;40=1;40=0;0=ENDSEC;"));
+    // The same with a hole in place of an edge: what the first shows is left out.
+    std::string inverted = text;
+    const std::string filter = dxfText("0=SPATIAL_FILTER;5=A4;");
+    inverted.replace(inverted.find(filter), filter.size(),
+                     dxfText("0=DICTIONARY;5=AA;330=A4;3=ACAD_XREC_ROUNDTRIP;360=AB;0=XRECORD;5=AB;330=AA;280=1;"
+                             "102=ACAD_INVERTEDCLIP_ROUNDTRIP;10=40;20=15;10=60;20=25;"
+                             "102=ACAD_INVERTEDCLIP_ROUNDTRIP_COMPARE;10=0;20=0;10=1;20=0;10=1;20=1;") +
+                         filter + dxfText("102={ACAD_XDICTIONARY;360=AA;102=};"));
+    const Picture hole = this->picture(inverted);
+    EXPECT_EQ(hole.at(55, 20), kWhite) << "the hole";
+    EXPECT_EQ(hole.at(45, 20), kBlack);
+    EXPECT_EQ(hole.at(55, 30), kBlack);
     const Picture picture = this->picture(text);
     EXPECT_EQ(picture.at(55, 20), kBlack);
     EXPECT_EQ(picture.at(45, 20), kWhite) << "cut off";
