@@ -133,7 +133,7 @@ void tell(const Finder<Facts>& records, std::wstring_view name, AcDbObjectId obj
     if (name.empty()) return;
     if (Facts* record = records.find(name))
         record->objects.add(object);
-    else
+    else if (!isDependentName(name))
         missing[std::wstring(name)].add(object);
 }
 
@@ -173,6 +173,10 @@ bool NameLess::operator()(std::wstring_view a, std::wstring_view b) const {
 
 bool isSameName(std::wstring_view a, std::wstring_view b) {
     return platform::compareNoCase(a, b) == 0;
+}
+
+bool isDependentName(std::wstring_view name) {
+    return name.find(L'|') != std::wstring_view::npos;
 }
 
 std::wstring taken(ACHAR* text) {
@@ -276,7 +280,8 @@ class DrawingFacts::EntityCounter {
     const LayerFacts* countOnLayer(const TEntityLook& look) {
         const auto found = look.layer.isNull() ? layers_.end() : layers_.find(look.layer.recordNumber());
         if (found == layers_.end()) {
-            if (!look.layerName.empty()) facts_.missingLayers[std::wstring(look.layerName)].add(look.id);
+            if (!look.layerName.empty() && !isDependentName(look.layerName))
+                facts_.missingLayers[std::wstring(look.layerName)].add(look.id);
             return nullptr;
         }
         LayerFacts& layer = *found->second;

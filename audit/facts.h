@@ -35,6 +35,8 @@ struct NameLess {
     bool operator()(std::wstring_view a, std::wstring_view b) const;
 };
 bool isSameName(std::wstring_view a, std::wstring_view b);
+// Of an external reference ("reference|name"): the other drawing's business.
+bool isDependentName(std::wstring_view name);
 template <class Value>
 using ByName = std::map<std::wstring, Value, NameLess>;
 
@@ -45,8 +47,7 @@ struct RecordFacts {
     Tally objects;        // that name it themselves
     bool isUsed = false;  // something in the drawing needs it, or every drawing has it
 
-    // Of an external reference ("reference|name"): the other drawing's business.
-    bool isDependent() const { return name.find(L'|') != std::wstring::npos; }
+    bool isDependent() const { return isDependentName(name); }
 };
 
 struct LayerFacts : RecordFacts {
@@ -95,7 +96,7 @@ struct TableFacts {
     std::vector<DimStyleFacts> dimStyles;
     std::vector<AcDbObjectId> attachments;  // of model space
     Tally onLayerZero;                      // of model space
-    // What objects name and the tables lack.
+    // What objects name and the tables lack, but for names of external references.
     ByName<Tally> missingLayers, missingLinetypes, missingTextStyles, missingDimStyles;
     std::uint64_t entities = 0;
 

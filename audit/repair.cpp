@@ -113,6 +113,12 @@ bool Repair::isShown(const std::wstring& name) const {
                        [&](const LayerFacts& layer) { return layer.isShown || !isSameName(layer.name, name); });
 }
 
+std::wstring Repair::textOfMove(const std::wstring& from, const std::wstring& to, bool isSeen) const {
+    const bool vanishes = isSeen && !isShown(to);
+    return platform::translated(L"objects of layer %1 moved to %2", from,
+                                vanishes ? platform::translated(L"%1, which is frozen or off", to) : to);
+}
+
 void Repair::planLayer(const LayerFacts& layer, const std::wstring& name) {
     const bool isNew = !hasLayer(name);
     const bool isSame = isSameName(layer.name, name);
@@ -143,12 +149,8 @@ void Repair::planLayer(const LayerFacts& layer, const std::wstring& name) {
         hindrance = platform::translated(L"the layer is locked");
     else if (hindrance.empty() && isNew && standard_.layer(name) == nullptr)
         hindrance = platform::translated(L"neither the drawing nor the standard has it");
-    // What was seen is not to vanish without a word.
-    const std::wstring to =
-        layer.isShown && !isShown(name) ? platform::translated(L"%1, which is frozen or off", name) : name;
-    if (!add(rule, layer.name,
-             {platform::translated(L"objects of layer %1 moved to %2", layer.name, to), count, makeRoom}, hindrance))
-        return;
+    const std::wstring text = textOfMove(layer.name, name, layer.isShown);
+    if (!add(rule, layer.name, {text, count, makeRoom}, hindrance)) return;
     layerMoves_[layer.name] = name;
     coming_.emplace(name, isShown(name));
 }
@@ -298,7 +300,8 @@ void Repair::plan(const std::vector<Mapping>& mappings, const std::wstring& file
 
 bool Repair::isInDrawing(const Mapping& mapping) const {
     const auto isAnyOf = [&](const auto& records) {
-        return std::any_of(records.begin(), records.end(), [&](const auto& one) { return fits(mapping, one.name); });
+        return std::any_of(records.begin(), records.end(),
+                           [&](const auto& one) { return !one.isDependent() && fits(mapping, one.name); });
     };
     const auto isMissing = [&](const ByName<Tally>& names) {
         return std::any_of(names.begin(), names.end(), [&](const auto& one) { return fits(mapping, one.first); });
@@ -351,9 +354,7 @@ void Repair::planMissingLayer(const std::wstring& name, const Tally& objects, co
         return platform::translated(L"neither the drawing nor the standard has it");
     };
     if (!add(L"layer-missing", name,
-             {isSame ? platform::translated(L"layer %1 made", to)
-                     : platform::translated(L"objects of layer %1 moved to %2", name, to),
-              objects.count, make},
+             {isSame ? platform::translated(L"layer %1 made", to) : textOfMove(name, to, true), objects.count, make},
              doneUnless(canBe, platform::untranslated(L"neither the drawing nor the standard has it"))))
         return;
     if (!isSame) layerMoves_[name] = to;
@@ -374,7 +375,8 @@ void Repair::planLinetypeMove(const std::wstring& from, const Tally& objects, co
     const bool isForObjects = isSameName(mapping->to, L"ByLayer") || isSameName(mapping->to, L"ByBlock");
     std::vector<const LayerFacts*> layers;
     for (const LayerFacts& layer : facts_.layers)
-        if (isSameName(layer.linetype, from) || isSameName(layer.lostLinetype, from)) layers.push_back(&layer);
+        if (!layer.isDependent() && (isSameName(layer.linetype, from) || isSameName(layer.lostLinetype, from)))
+            layers.push_back(&layer);
     if (isForObjects) {
         keepOnLayers(from, layers, mapping->to);
         layers.clear();

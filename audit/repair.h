@@ -77,6 +77,8 @@ class Repair {
     bool hasLayer(const std::wstring& name) const;
     // Whether what lies on a layer is seen, once the changes before are made.
     bool isShown(const std::wstring& name) const;
+    // What was seen is not to vanish without a word.
+    std::wstring textOfMove(const std::wstring& from, const std::wstring& to, bool isSeen) const;
 
     const DrawingFacts& facts_;
     const StandardLists& standard_;

@@ -137,7 +137,7 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
                                        layer("ONE", "0", "7") + layer("TWO", "0", "7") + layer("ICE1", "1", "7") +
                                        layer("ICE2", "0", "7") + layer("SEEN", "0", "7") + layer("OFF", "0", "-7") +
                                        layerText("HIDDEN", "62=7;6=HID") + layerText("BACK", "62=7;6=Continuous") +
-                                       layerText("NOPE", "62=7;6=NOLT")) +
+                                       layerText("NOPE", "62=7;6=NOLT") + layerText("REF|A", "62=7;6=HID")) +
                 "0=ENDSEC;0=SECTION;2=BLOCKS;0=BLOCK;5=30;8=0;2=B;70=0;10=0;20=0;" +
                 pipeText("31", "0", "牛奶", "11=1;21=0;31=0") + "0=ENDBLK;5=32;8=0;0=ENDSEC;0=SECTION;2=ENTITIES;" +
                 entityText("LINE", "41", "LOCKED", "6=WALL;" + line) +
@@ -146,18 +146,22 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
                 entityText("LINE", "45", "ICE1", line) + entityText("LINE", "46", "ICE2", line) +
                 entityText("LINE", "47", "SEEN", line) + entityText("LINE", "48", "0", "6=DASH;" + line) +
                 entityText("LINE", "49", "给排-污水-立管", line) + entityText("LINE", "4A", "LOST", line) +
+                entityText("LINE", "4E", "REF|LOST", line) + entityText("LINE", "4F", "GONE", line) +
                 entityText("LINE", "4C", "PIT", line) + entityText("LINE", "4D", "BACK", line) +
                 entityText("TEXT", "4B", "0", "100=AcDbText;10=0;20=0;40=3;1=a;7=FANCY") +
                 pipeText("50", "0", "牛奶", "11=1;21=0;31=0") + "0=ENDSEC;0=EOF"));
-    place.write("map.csv",
-                "LOCKED,TWO,layer\nBAD,bad|na*me,layer\nONE,TWO,layer\nTWO,给排-污水-管线,layer\n"
-                "ICE*,给排-雨水-管线,layer\nSEEN,OFF,layer\n*,污水,system\n牛*,雨水,system\nWALL,ByLayer,"
-                "linetype\nHID,ByLayer,linetype\nDASH,BYBLOCK,linetype\nFANCY,没有,textstyle\nTYPO*,TWO,layer\n"
-                "给排-污水-立管,给排-污水-立管,layer\nLOST,LOST,layer\nPIT,BACK,layer\nBACK,给排-废水-管线,layer\nNOLT,"
-                "J,linetype\nCont*,没有,linetype\n*,J,linetype\n");
+    place.write(
+        "map.csv",
+        "LOCKED,TWO,layer\nBAD,bad|na*me,layer\nONE,TWO,layer\nTWO,给排-污水-管线,layer\n"
+        "ICE*,给排-雨水-管线,layer\nSEEN,OFF,layer\n*,污水,system\n牛*,雨水,system\nWALL,ByLayer,"
+        "linetype\nHID,ByLayer,linetype\nDASH,BYBLOCK,linetype\nFANCY,没有,textstyle\nREF|*,TWO,layer\nGONE,OFF,layer\n"
+        "给排-污水-立管,给排-污水-立管,layer\nLOST,LOST,layer\nPIT,BACK,layer\nBACK,给排-废水-管线,layer\nNOLT,"
+        "J,linetype\nCont*,没有,linetype\n*,J,linetype\n");
     const std::string checked = place.run({"--check", "plan.dxf"}).out;
     EXPECT_NE(checked.find("牛奶: 3 objects (31, 51, 50)\n"), std::string::npos) << checked;
     EXPECT_NE(checked.find("          NOLT, of layer NOPE\n"), std::string::npos) << checked;
+    // Lost layers of references are told there.
+    EXPECT_EQ(checked.find("REF|"), std::string::npos) << checked;
     const Outcome shown = place.run({"--repair", "map.csv", "--dry-run", "plan.dxf"});
     const std::string report =
         "objects of layer ONE moved to TWO (1 object)\n"
@@ -166,6 +170,7 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
         "objects of layer SEEN moved to OFF, which is frozen or off (1 object)\n"
         "objects of layer BACK moved to 给排-废水-管线 (1 object)\n"
         "objects of layer ICE1 moved to 给排-雨水-管线 (1 object)\n"
+        "objects of layer GONE moved to OFF, which is frozen or off (1 object)\n"
         "objects of layer PIT moved to BACK (1 object)\n"
         "layer 给排-污水-立管 made (1 object)\n"
         "linetype DASH replaced by BYBLOCK (1 object)\n"
@@ -180,7 +185,7 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
         "not done: texts in FANCY written in 没有: neither the drawing nor the standard has it\n"
         "not done: pipes of * given the system 污水, 1 object of layer LOCKED (51): the layer is locked\n"
         "not done: 1 object of layer LOCKED (41): the layer is locked\n"
-        "map.csv:13: nothing in the drawing fits \"TYPO*\"\n";
+        "map.csv:13: nothing in the drawing fits \"REF|*\"\n";
     const auto withoutPropertiesAndFolder = [](std::string text) {
         for (std::size_t at; (at = text.find("layer 给排-雨水-管线: ")) != std::string::npos;)
             text.erase(at, text.find('\n', at) + 1 - at);
@@ -189,9 +194,9 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
         text.erase(folder, file - folder);
         return text;
     };
-    EXPECT_EQ(withoutPropertiesAndFolder(shown.out), report + "13 changes; shown only, nothing was changed\n");
+    EXPECT_EQ(withoutPropertiesAndFolder(shown.out), report + "14 changes; shown only, nothing was changed\n");
     const Outcome mended = place.run({"--repair", "map.csv", "plan.dxf", "-o", "mended.dxf"});
-    EXPECT_EQ(withoutPropertiesAndFolder(mended.out), report + "13 changes\n");
+    EXPECT_EQ(withoutPropertiesAndFolder(mended.out), report + "14 changes\n");
     const std::string differences = compared(place, "plan.dxf", "mended.dxf");
     for (const char* moved :
          {"LINE 43: 8: ONE > TWO\n", "LINE 44: 8: TWO > 给排-污水-管线\n", "LINE 48: 6: DASH > BYBLOCK\n",
