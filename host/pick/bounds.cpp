@@ -7,6 +7,7 @@
 #include <exception>
 #include <limits>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -15,6 +16,7 @@
 #include "host/drawing/spaces.h"
 #include "host/dxf/classcodes.h"
 #include "host/dxf/interner.h"
+#include "host/pick/recipes.h"
 #include "host/pick/scene.h"
 #include "host/platform/beside.h"
 #include "host/platform/plainreal.h"
@@ -92,93 +94,28 @@ FlatBox flat(const Box& box) {
     return flat(Extent{box.low.x, box.low.y, box.high.x, box.high.y});
 }
 
-// What a record's numbers say of how far it reaches from its points.
-enum class Reach : std::uint8_t {
-    Points,    // not beyond them
-    Line,      // likewise, and there are no others after its two
-    Circle,    // the radius
-    Polyline,  // bulges and widths; those of its vertices too
-    Text,      // no farther than all its bytes as ideographs
-    Insert,    // what its block does
-    Spline,    // not beyond the control points, where no weight is negative
-    Hatch,     // looked at in full; curves in it may be drawn finer than they are measured
-};
-
-struct Recipe {
-    const char* name;
-    Reach reach;
-    bool isPlanar;            // its points lie in a plane that need not be that of the drawing
-    std::uint16_t points;     // a bit for each of the codes from 10 on that stand for a point
-    std::uint16_t numbers;    // likewise for those from 40 on
-    bool isOnlyPart = false;  // of a main entity
-};
-
-constexpr int kFirstNumber = 40;
-
-constexpr std::uint16_t bit(int n) {
-    return static_cast<std::uint16_t>(1u << n);
-}
-
-constexpr Recipe kRecipes[] = {
-    {"LINE", Reach::Line, false, bit(0) | bit(1), 0},
-    {"POINT", Reach::Points, false, bit(0), 0},
-    {"3DFACE", Reach::Points, false, bit(0) | bit(1) | bit(2) | bit(3), 0},
-    {"SOLID", Reach::Points, true, bit(0) | bit(1) | bit(2) | bit(3), 0},
-    {"TRACE", Reach::Points, true, bit(0) | bit(1) | bit(2) | bit(3), 0},
-    {"CIRCLE", Reach::Circle, true, bit(0), bit(0)},
-    {"ARC", Reach::Circle, true, bit(0), bit(0)},
-    {"LWPOLYLINE", Reach::Polyline, true, bit(0), bit(0) | bit(1) | bit(2) | bit(3)},
-    {"POLYLINE", Reach::Polyline, true, 0, bit(0) | bit(1)},
-    {"VERTEX", Reach::Polyline, false, bit(0), bit(0) | bit(1) | bit(2), true},
-    {"TEXT", Reach::Text, true, bit(0) | bit(1), bit(0) | bit(1)},
-    {"ATTDEF", Reach::Text, true, bit(0) | bit(1), bit(0) | bit(1)},
-    {"ATTRIB", Reach::Text, true, bit(0) | bit(1), bit(0) | bit(1)},
-    {"INSERT", Reach::Insert, true, bit(0), bit(1) | bit(2) | bit(4) | bit(5)},
-    {"SPLINE", Reach::Spline, false, bit(0) | bit(1), bit(1)},
-    {"HATCH", Reach::Hatch, true, 0, 0},
-    {"MPOLYGON", Reach::Hatch, true, 0, 0},
-};
-
-// What is to be done with a tag.
-enum class Step : std::uint8_t { Pass, Point, Number, Flat, Upwards, Rotation, Closed, Text, Block, End };
-
-// By group code, so that the many tags that say nothing of a place cost no questions.
-struct Steps {
-    static constexpr unsigned kCodes = 256;
-    std::array<Step, kCodes> byCode{};
-
-    explicit Steps(const Recipe& recipe) {
-        const auto set = [this](int code, Step step) { byCode[static_cast<std::size_t>(code)] = step; };
-        set(codes::kEmbedded, Step::End);
-        for (int i = 0; i < 10; ++i) {
-            if ((recipe.points >> i & 1) != 0) set(codes::kPoint + i, Step::Point);
-            if ((recipe.numbers >> i & 1) != 0) set(kFirstNumber + i, Step::Number);
-        }
-        if (recipe.isPlanar) {
-            set(codes::kNormal, Step::Flat);
-            set(codes::yOf(codes::kNormal), Step::Flat);
-            set(codes::zOf(codes::kNormal), Step::Upwards);
-        }
-        if (recipe.reach == Reach::Text || recipe.reach == Reach::Insert) set(codes::text::kRotation, Step::Rotation);
-        if (recipe.reach == Reach::Polyline) set(codes::kFlags, Step::Closed);
-        if (recipe.reach == Reach::Insert) set(codes::kName, Step::Block);
-        if (recipe.reach != Reach::Text) return;
-        for (const int code : {codes::kText, codes::text::kTag, codes::text::kGeneration, codes::text::kHorizontal,
-                               codes::text::kVertical, codes::text::kAttributeVertical})
-            set(code, Step::Text);
-    }
-    Step of(int code) const {
-        const auto place = static_cast<unsigned>(code);
-        if (place < kCodes) return byCode[place];
-        return code == codes::kXdataApplication ? Step::End : Step::Pass;
-    }
-};
-
-inline bool readNumber(const dxf::RawTag& tag, double& number) {
-    if (platform::readPlainReal(dxf::textOf(tag), number)) return true;
-    const std::optional<double> read = finiteOf(dxf::textOf(tag));
+inline bool readNumber(std::string_view value, double& number) {
+    if (platform::readPlainReal(value, number)) return true;
+    const std::optional<double> read = finiteOf(value);
     number = read.value_or(0.0);
     return read.has_value();
+}
+
+// Tags of a text drawing, to be walked as stored ones are.
+struct SweptTags {
+    dxf::TagSweep& sweep;
+    dxf::RawTag tag{};
+
+    bool next() { return sweep.next(tag); }
+    int code() const { return tag.code; }
+    std::string_view value() const { return dxf::textOf(tag); }
+};
+
+// The texts of binary records, which the answer may need, lie in one place that two threads cannot share.
+bool isInLayout(const dxf::Drawing& drawing, dxf::RecordId id) {
+    static std::mutex mutex;
+    const std::lock_guard<std::mutex> lock(mutex);
+    return liesInLayout(drawing, id);
 }
 
 }  // namespace
@@ -239,7 +176,9 @@ class Bounds::Reader {
     const Known* knownOf(dxf::RecordId id);
     void add(dxf::RecordId id, Whole& whole);
     bool read(dxf::RecordId id, const Known& known, Extent (&points)[2], Numbers& numbers);
-    static void takeText(const dxf::RawTag& tag, Numbers& numbers);
+    template <typename Tags>
+    bool readTags(Tags tags, const Known& known, Extent (&points)[2], Numbers& numbers);
+    static void takeText(int code, std::string_view value, Numbers& numbers);
     void place(dxf::RecordId id, const Extent& point, const Numbers& numbers, Whole& whole);
     void finish(dxf::RecordId id, const Whole& whole);
     void finishLine(dxf::RecordId id);
@@ -288,7 +227,7 @@ void Bounds::Reader::readRange(dxf::RecordId begin, dxf::RecordId end) {
             continue;
         }
         finishMain();
-        if (std::exchange(owner, record.owner) != record.owner) isWanted = liesInLayout(drawing_, id);
+        if (std::exchange(owner, record.owner) != record.owner) isWanted = isInLayout(drawing_, id);
         if (!isWanted) continue;
         main = id;
         add(id, whole);
@@ -400,20 +339,20 @@ void Bounds::Reader::place(dxf::RecordId id, const Extent& point, const Numbers&
                        numbers.rotation});
 }
 
-void Bounds::Reader::takeText(const dxf::RawTag& tag, Numbers& numbers) {
+void Bounds::Reader::takeText(int code, std::string_view value, Numbers& numbers) {
     double number = 0.0;
-    switch (tag.code) {
+    switch (code) {
         case codes::kText:
         case codes::text::kTag:
-            numbers.width = std::max(numbers.width, greatestWidth(dxf::textOf(tag)));
+            numbers.width = std::max(numbers.width, greatestWidth(value));
             break;
         case codes::text::kGeneration:
-            if (!readNumber(tag, number) || number != 0.0) numbers.isMirrored = true;
+            if (!readNumber(value, number) || number != 0.0) numbers.isMirrored = true;
             break;
         case codes::text::kHorizontal:
         case codes::text::kVertical:
         case codes::text::kAttributeVertical:
-            if (!readNumber(tag, number) || number != 0.0) numbers.isAligned = true;
+            if (!readNumber(value, number) || number != 0.0) numbers.isAligned = true;
             break;
         default:
             break;
@@ -422,20 +361,20 @@ void Bounds::Reader::takeText(const dxf::RawTag& tag, Numbers& numbers) {
 
 // The first of the codes for points goes to the first extent, the others to the second. False for what must be looked
 // at in full: numbers that are none, points without a y, a plane that is not the drawing's.
-bool Bounds::Reader::read(dxf::RecordId id, const Known& known, Extent (&points)[2], Numbers& numbers) {
+template <typename Tags>
+bool Bounds::Reader::readTags(Tags tags, const Known& known, Extent (&points)[2], Numbers& numbers) {
     constexpr int kNone = -1;
     const auto countUp = [](std::uint8_t& count) { count = static_cast<std::uint8_t>(count == 0 ? 1 : 2); };
     const Recipe& recipe = known.recipe;
     const bool isLine = recipe.reach == Reach::Line;
     int awaited = kNone;  // the code of a point's y, which comes next
     double number = 0.0;
-    dxf::RawTag tag{};
     corners_.clear();
     blockName_ = {};
-    for (sweep_.begin(drawing_.bytes(id)); sweep_.next(tag);) {
-        const int code = tag.code;
+    while (tags.next()) {
+        const int code = tags.code();
         if (awaited != kNone) {
-            if (code != awaited || !readNumber(tag, number)) return false;
+            if (code != awaited || !readNumber(tags.value(), number)) return false;
             points[code == codes::yOf(codes::kPoint) ? 0 : 1].addY(number);
             corners_.back().second = number;
             awaited = kNone;
@@ -447,13 +386,13 @@ bool Bounds::Reader::read(dxf::RecordId id, const Known& known, Extent (&points)
         if (step == Step::End) break;
         switch (step) {
             case Step::Point:
-                if (!readNumber(tag, number)) return false;
+                if (!readNumber(tags.value(), number)) return false;
                 points[code == codes::kPoint ? 0 : 1].addX(number);
                 corners_.emplace_back(number, 0.0);
                 awaited = codes::yOf(code);
                 break;
             case Step::Number: {
-                if (!readNumber(tag, number)) return false;
+                if (!readNumber(tags.value(), number)) return false;
                 const auto place = static_cast<std::size_t>(code - kFirstNumber);
                 numbers.greatest[place] = std::max(numbers.greatest[place], std::fabs(number));
                 if (place < numbers.last.size()) numbers.last[place] = number;
@@ -462,26 +401,33 @@ bool Bounds::Reader::read(dxf::RecordId id, const Known& known, Extent (&points)
                 break;
             }
             case Step::Flat:
-                if (!readNumber(tag, number) || number != 0.0) return false;
+                if (!readNumber(tags.value(), number) || number != 0.0) return false;
                 break;
             case Step::Upwards:
-                if (!readNumber(tag, number) || !(number > 0.0)) return false;
+                if (!readNumber(tags.value(), number) || !(number > 0.0)) return false;
                 break;
             case Step::Rotation:
-                if (!readNumber(tag, numbers.rotation)) return false;
+                if (!readNumber(tags.value(), numbers.rotation)) return false;
                 countUp(numbers.rotations);
                 break;
             case Step::Closed:
-                numbers.isClosed = !readNumber(tag, number) || number != 0.0;
+                numbers.isClosed = !readNumber(tags.value(), number) || number != 0.0;
                 break;
             case Step::Text:
-                takeText(tag, numbers);
+                takeText(code, tags.value(), numbers);
                 break;
             default:
-                if (blockName_.empty()) blockName_ = dxf::textOf(tag);
+                if (blockName_.empty()) blockName_ = tags.value();
         }
     }
     return awaited == kNone && (recipe.reach != Reach::Spline || numbers.least > 0.0);
+}
+
+bool Bounds::Reader::read(dxf::RecordId id, const Known& known, Extent (&points)[2], Numbers& numbers) {
+    // Of binary records only the numbers that are asked for become text.
+    if (drawing_.isBinary()) return readTags(drawing_.storedTags(id), known, points, numbers);
+    sweep_.begin(drawing_.bytes(id));
+    return readTags(SweptTags{sweep_}, known, points, numbers);
 }
 
 // Looks at what a reader has left.
@@ -519,9 +465,8 @@ void Bounds::settle(Reader& reader) {
 void Bounds::readAll() {
     const auto count = static_cast<dxf::RecordId>(drawing_->recordCount());
     items_.clear();
-    // The texts of binary records lie in one place that two cannot share.
     constexpr dxf::RecordId kWorthSharing = 20000;
-    const bool isShared = !drawing_->isBinary() && count >= kWorthSharing && platform::processorCount() > 1;
+    const bool isShared = count >= kWorthSharing && platform::processorCount() > 1;
     dxf::RecordId middle = isShared ? count / 2 : count;
     while (middle < count && (drawing_->record(middle).flags & dxf::kSubEntity))
         ++middle;

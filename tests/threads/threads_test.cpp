@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "../folder.h"
+#include "host/dxf/binary.h"
 #include "host/pick/bounds.h"
 #include "host/report/hostreport.h"
 
@@ -15,45 +17,61 @@ namespace {
 // Enough that two threads are worth it.
 constexpr int kMany = 24000;
 
-// Upright lines side by side, with handles or none; each third of them on another layer if wanted.
-std::string upright(bool hasHandles, const std::string& third) {
-    std::string text = "0\nSECTION\n2\nENTITIES\n";
+struct Kind {
+    bool hasHandles;
+    bool isBinary;
+};
+
+// Upright lines side by side, each third of them on a layer of its own.
+std::string upright(const Kind& kind, const std::string& third) {
+    std::string bytes(kind.isBinary ? dxf::kBinarySignature : std::string_view());
+    const auto add = [&](int code, const std::string& value) {
+        if (kind.isBinary)
+            EXPECT_TRUE(dxf::appendBinaryTag(dxf::CodeForm::Long, code, value, bytes));
+        else
+            bytes += std::to_string(code) + "\n" + value + "\n";
+    };
+    add(0, "SECTION"), add(2, "ENTITIES");
     for (int i = 1; i <= kMany; ++i) {
         const std::string x = std::to_string(i) + ".0";
-        text += "0\nLINE\n";
-        if (hasHandles) text += "5\n" + std::to_string(i) + "\n";
-        text += "8\n" + (i % 3 == 0 ? third : "PIPE") + "\n10\n" + x + "\n20\n0.0\n11\n" + x + "\n21\n5.0\n";
+        add(0, "LINE");
+        if (kind.hasHandles) add(5, std::to_string(i));
+        add(8, i % 3 == 0 ? third : "PIPE"), add(10, x), add(20, "0.0"), add(11, x), add(21, "5.0");
     }
-    return text + "0\nENDSEC\n0\nEOF\n";
+    add(0, "ENDSEC"), add(0, "EOF");
+    return bytes;
 }
 
 }  // namespace
 
 TEST(Threads, FindBoxesInBothHalves) {
-    platform::Error error;
-    const auto drawing = dxf::Drawing::fromBytes(upright(true, "PIPE"), "lines.dxf", error);
-    ASSERT_NE(drawing, nullptr) << error.message;
-    pick::Bounds bounds;
-    std::vector<dxf::RecordId> found;
-    for (const int x : {2, kMany / 2, kMany - 1}) {
-        // The record of a line has its number: the section's head comes first.
-        ASSERT_TRUE(bounds.find(*drawing, pick::Region::window({x - 0.5, 1, 0}, {x + 1.5, 2, 0}), found));
-        const auto first = static_cast<dxf::RecordId>(x);
-        EXPECT_EQ(found, (std::vector<dxf::RecordId>{first, first + 1}));
+    for (const bool isBinary : {false, true}) {
+        platform::Error error;
+        const auto drawing = dxf::Drawing::fromBytes(upright({true, isBinary}, "PIPE"), "lines.dxf", error);
+        ASSERT_NE(drawing, nullptr) << error.message;
+        // The record of a line has its number; what stands before the section of a binary drawing is one, too.
+        const dxf::RecordId before = isBinary ? 1 : 0;
+        pick::Bounds bounds;
+        std::vector<dxf::RecordId> found;
+        for (const int x : {2, kMany / 2, kMany - 1}) {
+            ASSERT_TRUE(bounds.find(*drawing, pick::Region::window({x - 0.5, 1, 0}, {x + 1.5, 2, 0}), found));
+            const auto first = static_cast<dxf::RecordId>(x) + before;
+            EXPECT_EQ(found, (std::vector<dxf::RecordId>{first, first + 1}));
+        }
+        ASSERT_TRUE(bounds.find(*drawing, pick::Region::window({0, 6, 0}, {kMany, 7, 0}), found));
+        EXPECT_TRUE(found.empty());
     }
-    ASSERT_TRUE(bounds.find(*drawing, pick::Region::window({0, 6, 0}, {kMany, 7, 0}), found));
-    EXPECT_TRUE(found.empty());
 }
 
 TEST(Threads, TellDifferencesInTheirOrder) {
     const Folder folder;
-    for (const bool hasHandles : {true, false}) {
-        folder.write("first.dxf", upright(hasHandles, "PIPE"));
-        folder.write("second.dxf", upright(hasHandles, "DUCT"));
+    for (const Kind& kind : {Kind{true, false}, Kind{false, false}, Kind{true, true}}) {
+        folder.write("first.dxf", upright(kind, "PIPE"));
+        folder.write("second.dxf", upright(kind, "DUCT"));
         std::vector<std::wstring> told, expected;
         for (int i = 3; i <= kMany; i += 3)
-            expected.push_back((hasHandles ? L"LINE " : L"LINE number ") + std::to_wstring(i) +
-                               (hasHandles ? L"" : L" of SECTION \"ENTITIES\"") + L" DUCT");
+            expected.push_back((kind.hasHandles ? L"LINE " : L"LINE number ") + std::to_wstring(i) +
+                               (kind.hasHandles ? L"" : L" of SECTION \"ENTITIES\"") + L" DUCT");
         platform::Error error;
         EXPECT_TRUE(compareDrawings(
             folder / "first.dxf", folder / "second.dxf",
