@@ -53,12 +53,12 @@ TEST(Memo, FileIsChosenByTheVersionByte) {
 
 TEST(Memo, DBase3EndsAtTheMarkOrWithTheFile) {
     const std::string memo = padded("", 512) + padded("first\x1A\x1Arest", 512) + std::string(9000, 'x');
-    EXPECT_EQ(
-        memosOf(0x83,
-                {"         1", "2         ", "         3", "          ", "         0", "        20", "        -1",
-                 "abcdefghij", "1        x", "9999999999"},
-                memo),
-        (Texts{L"first", std::wstring(9000, L'x'), std::wstring(9000 - 512, L'x'), L"", L"", L"", L"", L"", L"", L""}));
+    EXPECT_EQ(memosOf(0x83,
+                      {"         1", "2         ", "         3", "          ", "         0", "        20", "        -1",
+                       "abcdefghij", "1        x", "9999999999", "1\0\0\0\0\0\0\0\0\0"s},
+                      memo),
+              (Texts{L"first", std::wstring(9000, L'x'), std::wstring(9000 - 512, L'x'), L"", L"", L"", L"", L"", L"",
+                     L"", L"first"}));
     EXPECT_EQ(memosOf(0x83, {"         1"}, "cut"), Texts{L""});
 }
 
@@ -74,6 +74,10 @@ TEST(Memo, DBase4LengthsAreBelievedOnlyWithinTheFile) {
         EXPECT_EQ(memosOf(version, {"    1", "    2", "    3", "    4", "    5", "    6"}, memo),
                   (Texts{L"first", L"", L"", L"", L"end", L""}));
         EXPECT_EQ(memosOf(version, {"    1"}, "cut"), Texts{L""});
+        // Blocks of no size are of the usual one; a head that the file cuts off is none.
+        EXPECT_EQ(memosOf(version, {"    1", "    2"},
+                          padded(padded("", 512) + head(8 + 3) + "512", 1024) + head(9).substr(4)),
+                  (Texts{L"512", L""}));
     }
 }
 
@@ -89,6 +93,7 @@ TEST(Memo, FoxProPointersAreBinaryOrDigits) {
     }
     EXPECT_EQ(memosOf(0x30, pointers, memo), (Texts{L"管径", L"", L"", L"", L"", L"", L""}));
     EXPECT_EQ(memosOf(0xF5, {"         8", "         9"}, memo), (Texts{L"管径", L""}));
+    EXPECT_EQ(memosOf(0x30, {bytesOf(8, 4)}, "cut"), Texts{L""});
     memo.replace(6, 2, 2, '\0');  // blocks of no size
     EXPECT_EQ(memosOf(0x30, {bytesOf(8, 4), bytesOf(512, 4)}, memo), (Texts{L"", L""}));
 }
@@ -103,6 +108,7 @@ TEST(Memo, SmtKeepsKindLengthAndBlockInTheRecord) {
                        pointer(1, 0xFFFFFFFF, 0xFFFFFFFF), "          "},
                       memo),
               (Texts{L"water", L"", L"", L"", L"", L""}));
+    EXPECT_EQ(memosOf(0xE5, {pointer(1, 5, 16)}, "cut"), Texts{L""});
 }
 
 }  // namespace

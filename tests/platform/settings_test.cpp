@@ -42,6 +42,7 @@ TEST_F(SettingsTest, ValuesComeBackAsTheirKind) {
                                   L"给水\U0001F600",
                                   L"\x01\x7F\\",
                                   L" ",
+                                  std::wstring(1, L'\0'),
                                   L"i:5",
                                   std::wstring(1, static_cast<wchar_t>(0xD83D))};
     int number = 0;
@@ -51,7 +52,7 @@ TEST_F(SettingsTest, ValuesComeBackAsTheirKind) {
         EXPECT_EQ(settings.text(kKey, name), text);
     }
     // Names are as free as texts.
-    for (const std::wstring name : {L"[x]", L"a=b", L" #edge ", L";", L"", L"名=\\"}) {
+    for (const std::wstring name : {L"[x]", L"a=b", L" #edge ", L";", L"", L"名=\\", L"#a", L"\xFEFFx"}) {
         ASSERT_TRUE(settings.setText(kKey, name, name, error)) << error.message;
         EXPECT_EQ(settings.text(kKey, name), name);
     }
@@ -97,6 +98,14 @@ TEST_F(SettingsTest, DamagedFileIsToldAndNeverWrittenOver) {
         {"[a]\nx=r:\n", ":2: no number"},
         {"[a]\nx=s:\\q\n", ":2: an unknown escape"},
         {"[a]\nx=s:\\u{110000}\n", ":2: an unknown escape"},
+        {"[a]\nx=s:\\u12\n", ":2: an unknown escape"},
+        {"[a]\nx=s:\\u{}\n", ":2: an unknown escape"},
+        {"[a]\nx=s:\\u{12\n", ":2: an unknown escape"},
+        {"[a]\nx=s:\\u{1x}\n", ":2: an unknown escape"},
+        {"[a]\nx=s:\\u{0000012}\n", ":2: an unknown escape"},
+        {"[a]\nx=s:a\\\n", ":2: an unknown escape"},
+        {"[a]\n\\q=i:1\n", ":2: an unknown escape in the name"},
+        {"[a]\nx=I:5\n", ":2: a value without"},
         {"[a]\nx=s:\xB8\xF8\n", ":2: is not UTF-8"},
         {"[a]\nx=s:a\x01\n", ":2: holds a control character"},
     };
