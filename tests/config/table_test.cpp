@@ -5,7 +5,9 @@
 #include <cstring>
 
 #include "config/dbfexception.h"
+#include "host/platform/files.h"
 #include "tests/config/support.h"
+#include "tests/folder.h"
 
 namespace {
 
@@ -70,6 +72,20 @@ TEST(Table, FileThatEndsEarlyRaisesTheShortReadAndTheRecordsetRefuses) {
         EXPECT_FALSE(recordset.MoveFirst());
         EXPECT_TRUE(recordset.IsEOF());
         EXPECT_EQ(recordset.ErrorNumber(), 3009u);
+    }
+}
+
+TEST(Table, IsOpenedForReadingWhateverItsNameEndsIn) {
+    const Folder folder;
+    std::filesystem::create_directory(folder / "a.b");
+    for (const char* name : {"pipe", "pipe.dbf", "pipe.dbc", "a.b/pipe"}) {
+        folder.write(name, tableBytes(0x03, {{"NAME", 'C', 1}}, {" x"}));
+        const std::wstring path = qrs::platform::innerPath(folder / name);
+        CDBFRecordset recordset;
+        EXPECT_FALSE(recordset.Open(path, CDBFOpenMode::readWrite)) << name;
+        ASSERT_TRUE(recordset.Open(path)) << name;
+        recordset.MoveFirst();
+        EXPECT_EQ(textOf(recordset, L"NAME"), L"x") << name;
     }
 }
 

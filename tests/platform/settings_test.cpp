@@ -99,6 +99,9 @@ TEST_F(SettingsTest, DamagedFileIsToldAndNeverWrittenOver) {
         {"[a]\nx=s:\\q\n", ":2: an unknown escape"},
         {"[a]\nx=s:\\u{110000}\n", ":2: an unknown escape"},
         {"[a]\nx=s:\\u12\n", ":2: an unknown escape"},
+        {"[a]\nx=s:\\u\n", ":2: an unknown escape"},
+        {"[a]\nx=\n", ":2: a value without"},
+        {"[a]\nx={:1\n", ":2: a value without"},
         {"[a]\nx=s:\\u{}\n", ":2: an unknown escape"},
         {"[a]\nx=s:\\u{12\n", ":2: an unknown escape"},
         {"[a]\nx=s:\\u{1x}\n", ":2: an unknown escape"},
@@ -125,6 +128,9 @@ TEST_F(SettingsTest, DamagedFileIsToldAndNeverWrittenOver) {
     scratch.write("deep/settings.ini", "[a]\r\nx=i:3\r");
     EXPECT_TRUE(settings.setInteger(L"a", L"y", 4, error));
     EXPECT_EQ(scratch.read("deep/settings.ini"), "[a]\r\nx=i:3\r\ny=i:4\r\n") << "cut off in a line end";
+    for (const std::wstring& key : {std::wstring(), std::wstring(L"a\x01"), std::wstring(L"a\x7F"),
+                                    std::wstring(1, static_cast<wchar_t>(0xD83D))})
+        EXPECT_FALSE(settings.setInteger(key, L"x", 4, error));
     chmod(file.c_str(), 0444);
     EXPECT_FALSE(settings.setInteger(L"a", L"x", 4, error));
     EXPECT_NE(error.message.find("is read-only"), std::string::npos);

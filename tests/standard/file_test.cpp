@@ -150,6 +150,8 @@ TEST(StandardFile, ValueForms) {
     EXPECT_EQ(formatReal(-1e300).GetLength(), 305);
     EXPECT_EQ(parseReal(L" +1.5e1mm"), 15.0);
     EXPECT_EQ(parseReal(L"-.5e"), -0.5);
+    EXPECT_EQ(parseReal(L"\t2E+1"), 20.0);
+    EXPECT_EQ(parseReal(L"25e-1-"), 2.5);
     EXPECT_EQ(parseReal(L"x1"), 0.0);
     EXPECT_EQ(parseReal(L"1e999"), 0.0);
     EXPECT_EQ(parseInteger(L" -12.9"), -12);
