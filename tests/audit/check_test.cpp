@@ -350,6 +350,40 @@ TEST(Check, LooksIntoReferencesWhenAsked) {
 
 // Multileaders, dimensions and their styles name their text style by its handle; a style that names none writes in
 // "Standard". Cells of tables stay as they are, lines of attributes follow. A lost handle is no name.
+// From 20,000 records on two threads count.
+TEST(Check, CountsBothHalvesOfALargeDrawing) {
+    const auto faults = [](const std::string& digit) {
+        const std::string line = "100=AcDbLine;10=0;20=0;11=1;21=1";
+        return entityText("LINE", digit + "1", "GONE", line) +
+               entityText("LINE", digit + "2", "给排-污水-管线", "62=2;6=NOLT;370=25;" + line) +
+               entityText("TEXT", digit + "3", "temp", "100=AcDbText;10=0;20=0;40=3;1=a;7=NOSTYLE") +
+               entityText("DIMENSION", digit + "4", "temp", "100=AcDbDimension;10=0;20=0;70=0;3=NODIM") +
+               entityText("DIMENSION", digit + "5", "temp", "100=AcDbDimension;10=0;20=0;70=0;3=D1") +
+               entityText("QRS_PIPEATTACHMENT", digit + "6", "temp", "100=TDbPipeAttachment;10=0;20=0;30=0;70=0") +
+               entityText("POINT", digit + "7", "0", "100=AcDbPoint;10=0;20=0");
+    };
+    std::string drawing =
+        "0=SECTION;2=HEADER;9=$ACADVER;1=AC1024;0=ENDSEC;0=SECTION;2=TABLES;" +
+        tableText("LAYER", layerText("0", "62=7") + layerText("temp", "62=7") + layerText("给排-污水-管线", "62=2")) +
+        tableText("DIMSTYLE", "0=DIMSTYLE;105=22;100=AcDbSymbolTableRecord;100=AcDbDimStyleTableRecord;2=D1;70=0;") +
+        "0=ENDSEC;0=SECTION;2=ENTITIES;" + faults("A");
+    for (int i = 0; i < 20000; ++i)
+        drawing += "0=POINT;8=Defpoints;10=0;20=0;";
+    const Workplace place;
+    place.write("large.dxf", dxfText(drawing + faults("B") + "0=ENDSEC;0=EOF"));
+    const std::string report = place.run({"--check", "large.dxf"}).out;
+    const std::string own = "          给排-污水-管线: 2 objects (A2, B2)\n";
+    for (const std::string& said :
+         {std::string(" GONE: 2 objects (A1, B1)\n"), std::string(" NOLT: 2 objects (A2, B2)\n"),
+          std::string(" NOSTYLE: 2 objects (A3, B3)\n"), std::string(" NODIM: 2 objects (A4, B4)\n"),
+          std::string(" temp: 8 objects (A3, A4, A5, A6, B3, ...)\n"), std::string(" 0: 2 objects (A7, B7)\n"),
+          std::string(" D1, on temp: 2 objects (A5, B5)\n"), "make the colour by layer.\n" + own,
+          "make the linetype by layer.\n" + own, "make the lineweight by layer.\n" + own})
+        EXPECT_NE(report.find(said), std::string::npos) << said << report;
+    EXPECT_NE(place.run({"--pipes", "--form", "csv", "large.dxf"}).out.find(",all-attachments,,,,,2,"),
+              std::string::npos);
+}
+
 TEST(Check, KnowsTextStylesByTheirHandles) {
     const auto leader = [](const char* type, const std::string& handle, const char* content, const std::string& style) {
         return entityText(type, handle, "0",
