@@ -53,6 +53,7 @@ constexpr platform::Translation kRows[] = {
     {"layer %1 renamed %2", "图层 %1 改名为 %2"},
     {"objects of layer %1 moved to %2", "图层 %1 上的对象移到 %2"},
     {"layer %1 made", "建立图层 %1"},
+    {"earlier rows decide on all that fits \"%1\"", "符合\"%1\"的名称都由前面的行决定"},
     {"nothing in the drawing fits \"%1\"", "图形中没有符合\"%1\"的名称"},
     {"linetype %1 of layer %2; %3 is for objects alone", "图层 %2 的线型 %1；%3 只用于对象"},
     {"in the standard", "标准中有此图层"},

@@ -24,6 +24,7 @@ namespace {
 constexpr std::string_view kPipe = "QRS_PIPE";
 constexpr std::string_view kNode = "QRS_PIPENODE";
 constexpr std::string_view kAttachment = "QRS_PIPEATTACHMENT";
+constexpr std::string_view kAttribute = "ATTRIB";
 constexpr const ACHAR* kSerial = L"PIPE-SERIAL";
 constexpr const ACHAR* kBuilding = L"BUILDING-SERIAL";
 constexpr const ACHAR* kDiameter = L"PIPE-DN";
@@ -128,13 +129,20 @@ class Finder {
     ByName<Facts*> byName_;
 };
 
+void count(const TEntityLook& look, Tally& objects) {
+    if (isCounted(look))
+        objects.add(look.id);
+    else
+        objects.hasParts = true;
+}
+
 template <class Facts>
-void tell(const Finder<Facts>& records, std::wstring_view name, AcDbObjectId object, ByName<Tally>& missing) {
+void tell(const Finder<Facts>& records, std::wstring_view name, const TEntityLook& look, ByName<Tally>& missing) {
     if (name.empty()) return;
     if (Facts* record = records.find(name))
-        record->objects.add(object);
+        audit::count(look, record->objects);
     else if (!isDependentName(name))
-        missing[std::wstring(name)].add(object);
+        audit::count(look, missing[std::wstring(name)]);
 }
 
 // What nothing names that has been read, and the drawing may do without.
@@ -142,7 +150,7 @@ template <class Facts>
 void addUnnamed(std::vector<Facts>& facts, bool (*isBuiltIn)(std::wstring_view), AcDbObjectIdArray& ids,
                 std::vector<RecordFacts*>& records) {
     for (Facts& one : facts) {
-        one.isUsed = one.isUsed || one.objects.count > 0 || isBuiltIn(one.name);
+        one.isUsed = one.isUsed || !one.objects.isEmpty() || isBuiltIn(one.name);
         if (one.isUsed) continue;
         ids.append(one.id);
         records.push_back(&one);
@@ -163,8 +171,13 @@ void use(const Finder<Facts>& records, std::wstring_view name) {
 
 void Tally::add(const Tally& other) {
     count += other.count;
+    hasParts = hasParts || other.hasParts;
     for (const AcDbObjectId& id : other.first)
         if (first.size() < kShown) first.push_back(id);
+}
+
+bool isCounted(const TEntityLook& look) {
+    return !look.isPart || look.typeName == kAttribute;
 }
 
 bool NameLess::operator()(std::wstring_view a, std::wstring_view b) const {
@@ -256,14 +269,15 @@ class DrawingFacts::EntityCounter {
         const LayerFacts* layer = countOnLayer(look);
         const std::wstring_view layerName = layer != nullptr ? std::wstring_view(layer->name) : look.layerName;
         if (look.hasOwnLinetype && !isSameName(look.linetype, L"ByBlock"))
-            tell(linetypes_, look.linetype, look.id, facts_.missingLinetypes);
-        tell(textStyles_, look.textStyle, look.id, facts_.missingTextStyles);
+            tell(linetypes_, look.linetype, look, facts_.missingLinetypes);
+        tell(textStyles_, look.textStyle, look, facts_.missingTextStyles);
         for (const std::wstring_view style : look.furtherTextStyles)
-            tell(textStyles_, style, look.id, facts_.missingTextStyles);
-        tell(dimStyles_, look.dimStyle, look.id, facts_.missingDimStyles);
+            tell(textStyles_, style, look, facts_.missingTextStyles);
+        tell(dimStyles_, look.dimStyle, look, facts_.missingDimStyles);
         if (!look.dimStyle.empty())
             if (DimStyleFacts* style = dimStyles_.find(look.dimStyle))
                 style->objectsByLayer[std::wstring(layerName)].add(look.id);
+        // Attributes on layer 0 stand for the layer of their block, as what lies in the block.
         if (look.space == TEntityLook::kModel && !look.isPart && layerName == L"0") facts_.onLayerZero.add(look.id);
         if (look.typeName == kPipe) pipes.push_back({look.id, look.space, std::wstring(layerName)});
         // What lies in a block is drawn as often as the block, or never.
@@ -281,11 +295,12 @@ class DrawingFacts::EntityCounter {
         const auto found = look.layer.isNull() ? layers_.end() : layers_.find(look.layer.recordNumber());
         if (found == layers_.end()) {
             if (!look.layerName.empty() && !isDependentName(look.layerName))
-                facts_.missingLayers[std::wstring(look.layerName)].add(look.id);
+                audit::count(look, facts_.missingLayers[std::wstring(look.layerName)]);
             return nullptr;
         }
         LayerFacts& layer = *found->second;
-        layer.objects.add(look.id);
+        audit::count(look, layer.objects);
+        if (!isCounted(look)) return &layer;
         if (look.hasOwnColor) layer.ownColor.add(look.id);
         if (look.hasOwnLinetype) layer.ownLinetype.add(look.id);
         if (look.hasOwnLineWeight) layer.ownLineWeight.add(look.id);

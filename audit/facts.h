@@ -13,6 +13,8 @@
 #include "dbcolor.h"
 #include "dbmain.h"
 
+struct TEntityLook;
+
 namespace qrs::audit {
 
 // How many objects, and which come first.
@@ -21,13 +23,18 @@ struct Tally {
 
     std::uint64_t count = 0;
     std::vector<AcDbObjectId> first;
+    bool hasParts = false;  // of what is counted elsewhere
 
     void add(AcDbObjectId id) {
         ++count;
         if (first.size() < kShown) first.push_back(id);
     }
     void add(const Tally& other);
+    bool isEmpty() const { return count == 0 && !hasParts; }
 };
+
+// Vertices, and what ends them or attributes, are parts of what they follow, not objects of their own.
+bool isCounted(const TEntityLook& look);
 
 // Without regard to case, as the editor compares names.
 struct NameLess {

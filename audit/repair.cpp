@@ -79,15 +79,14 @@ bool isLayerZero(std::wstring_view layer) {
     return layer == L"0";
 }
 
-std::wstring textOf(const Tally& objects, const LayerFacts* layer) {
+std::wstring textOf(const Tally& objects, const std::wstring& layer) {
     std::wstring handles;
     for (const AcDbObjectId& id : objects.first)
         handles += (handles.empty() ? L"" : L", ") + handleOf(id);
     if (objects.count > objects.first.size()) handles += L", ...";
-    const std::wstring name = layer != nullptr ? layer->name : std::wstring();
     return platform::translated(objects.count == 1 ? platform::untranslated(L"%1 object of layer %2 (%3)")
                                                    : platform::untranslated(L"%1 objects of layer %2 (%3)"),
-                                objects.count, name, handles);
+                                objects.count, layer, handles);
 }
 
 bool Repair::add(const wchar_t* rule, const std::wstring& subject, Change change, const std::wstring& obstacle) {
@@ -123,25 +122,31 @@ void Repair::planLayer(const LayerFacts& layer, const std::wstring& name) {
     const bool isNew = !hasLayer(name);
     const bool isSame = isSameName(layer.name, name);
     const wchar_t* const rule = isSame ? L"layer-case" : L"layer-old-name";
-    const AcDbObjectId id = layer.id;
     const std::wstring obstacle =
         doneUnless(isLayerName(name), platform::untranslated(L"the drawing does not take the name"));
     // One that others are moved to keeps its name.
     if (isSame || (isNew && !isBuiltInLayer(layer.name) && goals_.count(layer.name) == 0)) {
         const bool isRenamed = add(rule, layer.name,
                                    {platform::translated(L"layer %1 renamed %2", layer.name, name), layer.objects.count,
-                                    [id, name] { return rename<AcDbLayerTableRecord>(id, name); }},
+                                    [this, &layer, name] {
+                                        std::wstring reason = rename<AcDbLayerTableRecord>(layer.id, name);
+                                        if (!reason.empty()) renamed_.erase(&layer);
+                                        return reason;
+                                    }},
                                    obstacle);
-        if (isRenamed) coming_[name] = layer.isShown;
+        if (isRenamed) {
+            coming_[name] = layer.isShown;
+            renamed_[&layer] = name;
+        }
         if (isRenamed || isSame) planProperties(layer, isRenamed ? name : layer.name);
         return;
     }
     // In blocks layer 0 stands for the layer of the block.
-    const std::uint64_t count = isLayerZero(layer.name) ? facts_.onLayerZero.count : layer.objects.count;
-    if (count == 0) return;
+    const Tally& objects = isLayerZero(layer.name) ? facts_.onLayerZero : layer.objects;
+    if (objects.isEmpty()) return;
     const auto makeRoom = [this, from = layer.name, name, isNew] {
         if (!isNew || !PipeSystemTool::InitLayer(CString(name)).isNull()) return std::wstring();
-        layerMoves_.erase(from);
+        layerMoves_[from].clear();
         return platform::translated(L"neither the drawing nor the standard has it");
     };
     std::wstring hindrance = obstacle;
@@ -150,8 +155,8 @@ void Repair::planLayer(const LayerFacts& layer, const std::wstring& name) {
     else if (hindrance.empty() && isNew && standard_.layer(name) == nullptr)
         hindrance = platform::translated(L"neither the drawing nor the standard has it");
     const std::wstring text = textOfMove(layer.name, name, layer.isShown);
-    if (!add(rule, layer.name, {text, count, makeRoom}, hindrance)) return;
-    layerMoves_[layer.name] = name;
+    if (!add(rule, layer.name, {text, objects.count, makeRoom}, hindrance)) return;
+    changes_.back().given = &(layerMoves_[layer.name] = name);
     coming_.emplace(name, isShown(name));
 }
 
@@ -245,7 +250,7 @@ void Repair::planSystem(const std::wstring& from, const std::wstring& to, const 
             ids.push_back(pipe->id);
     }
     for (const auto& [layer, objects] : locked)
-        add(rule, from, {text + L", " + textOf(objects, layer), objects.count, {}},
+        add(rule, from, {text + L", " + textOf(objects, nameOf(layer)), objects.count, {}},
             platform::translated(L"the layer is locked"));
     if (ids.empty()) return;
     const std::uint64_t count = ids.size();
@@ -276,10 +281,7 @@ void Repair::planOldSystems() {
 // --- mappings
 
 void Repair::plan(const std::vector<Mapping>& mappings, const std::wstring& file) {
-    for (const Mapping& mapping : mappings)
-        if (!isInDrawing(mapping))
-            idle_.push_back(platform::fromUtf8(faultAt(
-                file, mapping.line, platform::translated(L"nothing in the drawing fits \"%1\"", mapping.from))));
+    tellIdle(mappings, file);
     std::vector<std::pair<const LayerFacts*, const Mapping*>> mapped;
     for (const LayerFacts* layer : shownFirst(facts_.layers)) {
         const Mapping* mapping = mappingOf(mappings, Mapping::Kind::Layer, layer->name);
@@ -298,19 +300,33 @@ void Repair::plan(const std::vector<Mapping>& mappings, const std::wstring& file
     planSystems(mappings);
 }
 
-bool Repair::isInDrawing(const Mapping& mapping) const {
+void Repair::tellIdle(const std::vector<Mapping>& mappings, const std::wstring& file) {
+    for (const Mapping& mapping : mappings) {
+        const auto decides = [&](std::wstring_view name) {
+            return mappingOf(mappings, mapping.kind, name) == &mapping;
+        };
+        if (isInDrawing(mapping.kind, decides)) continue;
+        const bool isLate = isInDrawing(mapping.kind, [&](std::wstring_view name) { return fits(mapping, name); });
+        const std::wstring fault =
+            platform::translated(isLate ? platform::untranslated(L"earlier rows decide on all that fits \"%1\"")
+                                        : platform::untranslated(L"nothing in the drawing fits \"%1\""),
+                                 mapping.from);
+        idle_.push_back(platform::fromUtf8(faultAt(file, mapping.line, fault)));
+    }
+}
+
+bool Repair::isInDrawing(Mapping::Kind kind, const std::function<bool(std::wstring_view)>& isIt) const {
     const auto isAnyOf = [&](const auto& records) {
         return std::any_of(records.begin(), records.end(),
-                           [&](const auto& one) { return !one.isDependent() && fits(mapping, one.name); });
+                           [&](const auto& one) { return !one.isDependent() && isIt(one.name); });
     };
     const auto isMissing = [&](const ByName<Tally>& names) {
-        return std::any_of(names.begin(), names.end(), [&](const auto& one) { return fits(mapping, one.first); });
+        return std::any_of(names.begin(), names.end(), [&](const auto& one) { return isIt(one.first); });
     };
     const auto isSystemOf = [&](const std::vector<PipeFacts>& pipes) {
-        return std::any_of(pipes.begin(), pipes.end(),
-                           [&](const PipeFacts& pipe) { return fits(mapping, pipe.system); });
+        return std::any_of(pipes.begin(), pipes.end(), [&](const PipeFacts& pipe) { return isIt(pipe.system); });
     };
-    switch (mapping.kind) {
+    switch (kind) {
         case Mapping::Kind::Layer:
             return isAnyOf(facts_.layers) || isMissing(facts_.missingLayers);
         case Mapping::Kind::Linetype:
@@ -350,14 +366,14 @@ void Repair::planMissingLayer(const std::wstring& name, const Tally& objects, co
     // One that the drawing has is taken as it is.
     const auto make = [this, name, to] {
         if (!PipeSystemTool::InitLayer(CString(to)).isNull()) return std::wstring();
-        layerMoves_.erase(name);
+        layerMoves_[name].clear();
         return platform::translated(L"neither the drawing nor the standard has it");
     };
     if (!add(L"layer-missing", name,
              {isSame ? platform::translated(L"layer %1 made", to) : textOfMove(name, to, true), objects.count, make},
              doneUnless(canBe, platform::untranslated(L"neither the drawing nor the standard has it"))))
         return;
-    if (!isSame) layerMoves_[name] = to;
+    if (!isSame) changes_.back().given = &(layerMoves_[name] = to);
     coming_.emplace(to, isShown(to));
 }
 
@@ -381,23 +397,24 @@ void Repair::planLinetypeMove(const std::wstring& from, const Tally& objects, co
         keepOnLayers(from, layers, mapping->to);
         layers.clear();
     }
-    if (layers.empty() && objects.count == 0) return;
+    if (layers.empty() && objects.isEmpty()) return;
     const std::wstring text = platform::translated(L"linetype %1 replaced by %2", from, mapping->to);
     std::wstring pattern;
     if (!isForObjects && !isIn(facts_.linetypes, mapping->to) && !standard_.pattern(mapping->to, pattern)) {
         refusals_.push_back(text + L": " + platform::translated(L"neither the drawing nor linetype.dbf has it"));
         return;
     }
-    linetypeMoves_[from] = mapping->to;
+    const std::wstring* const given = &(linetypeMoves_[from] = mapping->to);
     // Old drawings have no record of what objects may do without.
     if (isForObjects) {
-        changes_.push_back({text, objects.count, [] { return std::wstring(); }});
+        changes_.push_back({text, objects.count, [] { return std::wstring(); }, given});
         return;
     }
-    changes_.push_back({text, objects.count, [this, layers, from, to = mapping->to] {
+    changes_.push_back({text, objects.count,
+                        [this, layers, from, to = mapping->to] {
                             const AcDbObjectId id = PwxTool::LoadQdLineType(CString(to));
                             if (id.isNull()) {
-                                linetypeMoves_.erase(from);
+                                linetypeMoves_[from].clear();
                                 return platform::translated(L"neither the drawing nor linetype.dbf has it");
                             }
                             bool isDone = true;
@@ -407,7 +424,8 @@ void Repair::planLinetypeMove(const std::wstring& from, const Tally& objects, co
                                          record->setLinetypeObjectId(id) == Acad::eOk && isDone;
                             }
                             return doneUnless(isDone, platform::untranslated(L"some layers cannot be opened"));
-                        }});
+                        },
+                        given, !layers.empty()});
 }
 
 void Repair::keepOnLayers(const std::wstring& linetype, const std::vector<const LayerFacts*>& layers,
@@ -441,12 +459,13 @@ void Repair::planTextMove(const std::wstring& from, const Tally& objects, const 
         refusals_.push_back(text + L": " + platform::translated(L"neither the drawing nor the standard has it"));
         return;
     }
-    textStyleMoves_[from] = mapping->to;
+    const std::wstring* const given = &(textStyleMoves_[from] = mapping->to);
     changes_.push_back(
-        {text, objects.count, [this, dimStyles, from, to = mapping->to] {
+        {text, objects.count,
+         [this, dimStyles, from, to = mapping->to] {
              const AcDbObjectId id = PipeSystemTool::InitTextStyle(CString(to));
              if (id.isNull()) {
-                 textStyleMoves_.erase(from);
+                 textStyleMoves_[from].clear();
                  return platform::translated(L"neither the drawing nor the standard has it");
              }
              bool isDone = true;
@@ -455,12 +474,37 @@ void Repair::planTextMove(const std::wstring& from, const Tally& objects, const 
                  isDone = record.openStatus() == Acad::eOk && record->setDimtxsty(id) == Acad::eOk && isDone;
              }
              return doneUnless(isDone, platform::untranslated(L"some dimension styles cannot be opened"));
-         }});
+         },
+         given, !dimStyles.empty()});
 }
 
 // --- all of it
 
 void Repair::apply() {
+    finish(true);
+}
+
+void Repair::foresee() {
+    finish(false);
+}
+
+std::wstring Repair::nameOf(const LayerFacts* layer) const {
+    if (layer == nullptr) return {};
+    const auto found = renamed_.find(layer);
+    return found != renamed_.end() ? found->second : layer->name;
+}
+
+void Repair::takeOff(const std::map<const std::wstring*, std::uint64_t>& refused) {
+    const auto isLeftWithout = [&](Change& change) {
+        const auto found = refused.find(change.given);
+        if (found == refused.end()) return false;
+        change.objects -= std::min(change.objects, found->second);
+        return change.objects == 0 && !change.isForMore;
+    };
+    changes_.erase(std::remove_if(changes_.begin(), changes_.end(), isLeftWithout), changes_.end());
+}
+
+void Repair::applyChanges() {
     std::vector<Change> done;
     for (Change& change : changes_) {
         if (const std::wstring reason = change.apply(); !reason.empty())
@@ -469,11 +513,6 @@ void Repair::apply() {
             done.push_back(std::move(change));
     }
     changes_ = std::move(done);
-    moveObjects(true);
-}
-
-void Repair::foresee() {
-    moveObjects(false);
 }
 
 }  // namespace qrs::audit

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -21,6 +22,8 @@ struct Change {
     std::uint64_t objects = 0;
     // Empty when it is done, or why it is not. Called once, in the order of the list.
     std::function<std::wstring()> apply;
+    const std::wstring* given = nullptr;  // the name that these objects are given, after all changes
+    bool isForMore = false;               // layers or styles are given it, too
 };
 
 // Changes of the working database, planned from its facts.
@@ -39,7 +42,7 @@ class Repair {
     const std::vector<std::wstring>& kept() const { return kept_; }
     // What is not possible, with the reason: what the plan could see, and, after apply, what did not succeed.
     const std::vector<std::wstring>& refusals() const { return refusals_; }
-    // Rows of mappings that fit no name of the drawing, with file and line.
+    // Rows of mappings that decide on no name of the drawing, with file and line.
     const std::vector<std::wstring>& idle() const { return idle_; }
     // Carries the changes out, once; those that did not succeed are changes no more.
     void apply();
@@ -58,7 +61,10 @@ class Repair {
     void planTextStyles();
     void planOldSystems();
     void planSystems(const std::vector<Mapping>& mappings);
-    void moveObjects(bool isCarriedOut);
+    void finish(bool isCarriedOut);
+    void applyChanges();
+    // Some objects keep what they have, by the names they were to be given. What is left without any is no change.
+    void takeOff(const std::map<const std::wstring*, std::uint64_t>& refused);
     void planSystem(const std::wstring& from, const std::wstring& to, const std::vector<const PipeFacts*>& pipes);
     // Null when the drawing does not have it.
     const LayerFacts* layerOf(const PipeFacts& pipe) const;
@@ -73,7 +79,10 @@ class Repair {
     // Layers have a linetype, whatever objects may do without.
     void keepOnLayers(const std::wstring& linetype, const std::vector<const LayerFacts*>& layers,
                       const std::wstring& to);
-    bool isInDrawing(const Mapping& mapping) const;
+    bool isInDrawing(Mapping::Kind kind, const std::function<bool(std::wstring_view)>& isIt) const;
+    void tellIdle(const std::vector<Mapping>& mappings, const std::wstring& file);
+    // As it is called once the changes are made. Null has none.
+    std::wstring nameOf(const LayerFacts* layer) const;
     bool hasLayer(const std::wstring& name) const;
     // Whether what lies on a layer is seen, once the changes before are made.
     bool isShown(const std::wstring& name) const;
@@ -89,13 +98,14 @@ class Repair {
     std::vector<std::wstring> idle_;
     ByName<bool> coming_;                     // layers that a change before has made or renamed; whether they are shown
     std::set<std::wstring, NameLess> goals_;  // layers that others are mapped to
-    // What objects are to be given, by what they have: in one pass after all changes.
+    std::map<const LayerFacts*, std::wstring> renamed_;
+    // What objects are to be given, by what they have: in one pass after all changes. Empty: it could not be made.
     ByName<std::wstring> layerMoves_, linetypeMoves_, textStyleMoves_;
 };
 
 // In blocks it stands for the layer of the block.
 bool isLayerZero(std::wstring_view layer);
 // "3 objects of layer TEMP (41, 42, 43)"
-std::wstring textOf(const Tally& objects, const LayerFacts* layer);
+std::wstring textOf(const Tally& objects, const std::wstring& layer);
 
 }  // namespace qrs::audit

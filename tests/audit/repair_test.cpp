@@ -134,25 +134,33 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
                           "73=0;40=0;0=LTYPE;100=AcDbSymbolTableRecord;100=AcDbLinetypeTableRecord;2=HID;70=0;3=;72=65;"
                           "73=0;40=0;") +
                 tableText("LAYER", layer("0", "0", "7") + layer("LOCKED", "4", "7") + layer("BAD", "0", "7") +
-                                       layer("ONE", "0", "7") + layer("TWO", "0", "7") + layer("ICE1", "1", "7") +
-                                       layer("ICE2", "0", "7") + layer("SEEN", "0", "7") + layer("OFF", "0", "-7") +
-                                       layerText("HIDDEN", "62=7;6=HID") + layerText("BACK", "62=7;6=Continuous") +
-                                       layerText("NOPE", "62=7;6=NOLT") + layerText("REF|A", "62=7;6=HID")) +
+                                       layer("ONE", "0", "7") + layer("TWO", "0", "7") + layer("KEPT", "4", "7") +
+                                       layer("ICE1", "1", "7") + layer("ICE2", "0", "7") + layer("SEEN", "0", "7") +
+                                       layer("OFF", "0", "-7") + layerText("HIDDEN", "62=7;6=HID") +
+                                       layerText("BACK", "62=7;6=Continuous") + layerText("NOPE", "62=7;6=NOLT") +
+                                       layerText("REF|A", "62=7;6=HID")) +
                 "0=ENDSEC;0=SECTION;2=BLOCKS;0=BLOCK;5=30;8=0;2=B;70=0;10=0;20=0;" +
                 pipeText("31", "0", "牛奶", "11=1;21=0;31=0") + "0=ENDBLK;5=32;8=0;0=ENDSEC;0=SECTION;2=ENTITIES;" +
                 entityText("LINE", "41", "LOCKED", "6=WALL;" + line) +
                 pipeText("51", "LOCKED", "牛奶", "11=1;21=0;31=0") + entityText("LINE", "42", "BAD", line) +
                 entityText("LINE", "43", "ONE", line) + entityText("LINE", "44", "TWO", line) +
                 entityText("LINE", "45", "ICE1", line) + entityText("LINE", "46", "ICE2", line) +
-                entityText("LINE", "47", "SEEN", line) + entityText("LINE", "48", "0", "6=DASH;" + line) +
+                entityText("LINE", "47", "SEEN", "6=WALL;" + line) + entityText("LINE", "48", "0", "6=DASH;" + line) +
                 entityText("LINE", "49", "给排-污水-立管", line) + entityText("LINE", "4A", "LOST", line) +
                 entityText("LINE", "4E", "REF|LOST", line) + entityText("LINE", "4F", "GONE", line) +
-                entityText("LINE", "4C", "PIT", line) + entityText("LINE", "4D", "BACK", line) +
+                entityText("LINE", "4C", "PIT", line) + entityText("LINE", "4D", "KEPT", "6=GLASS;" + line) +
+                // Vertices and ends move along, attributes on layer 0 stay with their block.
+                entityText("POLYLINE", "60", "BACK", "100=AcDb2dPolyline;66=1") +
+                entityText("VERTEX", "61", "BACK", "100=AcDb2dVertex;10=0;20=0") +
+                entityText("SEQEND", "62", "BACK", "60=0") +
+                entityText("INSERT", "64", "0", "100=AcDbBlockReference;66=1;2=B;10=0;20=0") +
+                entityText("ATTRIB", "65", "0", "100=AcDbText;10=0;20=0;40=3;1=a;100=AcDbAttribute;2=T;70=0") +
+                entityText("SEQEND", "66", "0", "60=0") +
                 entityText("TEXT", "4B", "0", "100=AcDbText;10=0;20=0;40=3;1=a;7=FANCY") +
                 pipeText("50", "0", "牛奶", "11=1;21=0;31=0") + "0=ENDSEC;0=EOF"));
     place.write(
         "map.csv",
-        "LOCKED,TWO,layer\nBAD,bad|na*me,layer\nONE,TWO,layer\nTWO,给排-污水-管线,layer\n"
+        "LOCKED,TWO,layer\nKEPT,SHUT,layer\n0,TWO,layer\nBAD,bad|na*me,layer\nONE,TWO,layer\nTWO,给排-污水-管线,layer\n"
         "ICE*,给排-雨水-管线,layer\nSEEN,OFF,layer\n*,污水,system\n牛*,雨水,system\nWALL,ByLayer,"
         "linetype\nHID,ByLayer,linetype\nDASH,BYBLOCK,linetype\nFANCY,没有,textstyle\nREF|*,TWO,layer\nGONE,OFF,layer\n"
         "给排-污水-立管,给排-污水-立管,layer\nLOST,LOST,layer\nPIT,BACK,layer\nBACK,给排-废水-管线,layer\nNOLT,"
@@ -164,8 +172,10 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
     EXPECT_EQ(checked.find("REF|"), std::string::npos) << checked;
     const Outcome shown = place.run({"--repair", "map.csv", "--dry-run", "plan.dxf"});
     const std::string report =
+        "objects of layer 0 moved to TWO (4 objects)\n"
         "objects of layer ONE moved to TWO (1 object)\n"
         "objects of layer TWO moved to 给排-污水-管线 (1 object)\n"
+        "layer KEPT renamed SHUT (1 object)\n"
         "layer ICE2 renamed 给排-雨水-管线 (1 object)\n"
         "objects of layer SEEN moved to OFF, which is frozen or off (1 object)\n"
         "objects of layer BACK moved to 给排-废水-管线 (1 object)\n"
@@ -185,23 +195,30 @@ TEST(Repair, TellsBeforehandWhatItCannotDo) {
         "not done: texts in FANCY written in 没有: neither the drawing nor the standard has it\n"
         "not done: pipes of * given the system 污水, 1 object of layer LOCKED (51): the layer is locked\n"
         "not done: 1 object of layer LOCKED (41): the layer is locked\n"
-        "map.csv:13: nothing in the drawing fits \"REF|*\"\n";
+        "not done: 1 object of layer SHUT (4D): the layer is locked\n"
+        "map.csv:10: earlier rows decide on all that fits \"牛*\"\n"
+        "map.csv:15: nothing in the drawing fits \"REF|*\"\n";
     const auto withoutPropertiesAndFolder = [](std::string text) {
         for (std::size_t at; (at = text.find("layer 给排-雨水-管线: ")) != std::string::npos;)
             text.erase(at, text.find('\n', at) + 1 - at);
-        const std::size_t file = std::min(text.find("map.csv:"), text.size());
-        const std::size_t folder = text.rfind('\n', file) + 1;
-        text.erase(folder, file - folder);
+        for (std::size_t file = 0; (file = text.find("map.csv:", file)) != std::string::npos;) {
+            const std::size_t folder = text.rfind('\n', file) + 1;
+            text.erase(folder, file - folder);
+            file = folder + 1;
+        }
         return text;
     };
-    EXPECT_EQ(withoutPropertiesAndFolder(shown.out), report + "14 changes; shown only, nothing was changed\n");
+    EXPECT_EQ(withoutPropertiesAndFolder(shown.out), report + "16 changes; shown only, nothing was changed\n");
     const Outcome mended = place.run({"--repair", "map.csv", "plan.dxf", "-o", "mended.dxf"});
-    EXPECT_EQ(withoutPropertiesAndFolder(mended.out), report + "14 changes\n");
+    EXPECT_EQ(withoutPropertiesAndFolder(mended.out), report + "16 changes\n");
     const std::string differences = compared(place, "plan.dxf", "mended.dxf");
     for (const char* moved :
          {"LINE 43: 8: ONE > TWO\n", "LINE 44: 8: TWO > 给排-污水-管线\n", "LINE 48: 6: DASH > BYBLOCK\n",
+          "VERTEX 61: 8: BACK > 给排-废水-管线\n", "SEQEND 62: 8: BACK > 给排-废水-管线\n",
           "LAYER \"NOPE\": 6: NOLT > J\n", "QRS_PIPE 31: 1: 牛奶 > 污水\n", "QRS_PIPE 50: 1: 牛奶 > 污水\n"})
         EXPECT_NE(differences.find(moved), std::string::npos) << moved << differences;
+    for (const char* kept : {"LINE 41", "LINE 4D: 6", "ATTRIB", "SEQEND 66"})
+        EXPECT_EQ(differences.find(kept), std::string::npos) << kept << differences;
 }
 
 // A typeface of the standard that is not installed is no font file.
