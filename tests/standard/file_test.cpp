@@ -152,6 +152,10 @@ TEST(StandardFile, ValueForms) {
     EXPECT_EQ(parseReal(L"-.5e"), -0.5);
     EXPECT_EQ(parseReal(L"\t2E+1"), 20.0);
     EXPECT_EQ(parseReal(L"25e-1-"), 2.5);
+    EXPECT_EQ(parseReal(L"5mm"), 5.0);
+    EXPECT_EQ(parseReal(L"\x01"
+                        L"5"),
+              0.0);
     EXPECT_EQ(parseReal(L"x1"), 0.0);
     EXPECT_EQ(parseReal(L"1e999"), 0.0);
     EXPECT_EQ(parseInteger(L" -12.9"), -12);
