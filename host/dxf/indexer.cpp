@@ -143,6 +143,10 @@ bool Indexer::preamble(const char*& at) {
     if (index_.hasUtf8Mark) at += kUtf8Mark.size();
     RawTag tag{};
     for (;;) {
+        if (at == end_) {
+            fails(at, translated("not a DXF file: nothing in it"));
+            return false;
+        }
         const Line line = cutLine(at, end_, index_.lineEnd);
         if (trimmed({line.begin, static_cast<std::size_t>(line.end - line.begin)}).empty() && line.hasEnd) {
             at = line.next;
@@ -153,9 +157,7 @@ bool Indexer::preamble(const char*& at) {
             at = tag.next;
             continue;
         }
-        if (at == end_) {
-            fails(at, translated("not a DXF file: nothing in it"));
-        } else if (result == Cut::NoCode) {
+        if (result == Cut::NoCode) {
             fails(at, translated("not a DXF file: first line is no group code"));
         } else if (result == Cut::NoValue) {
             return cutFailure(at, result);
