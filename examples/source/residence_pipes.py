@@ -65,11 +65,11 @@ DETAIL_TEXTS = [
     ("J", DIAMETER, (5830, 8450), 90, "DN15"), ("RJ", DIAMETER, (5655, 7500), 90, "DN15"), ("J", DIAMETER, (6050, 9180), 0, "DN15"),
     ("J", DIAMETER, (5145, 7900), 90, "DN20"), ("RJ", DIAMETER, (4980, 8300), 90, "DN20"), ("J", DIAMETER, (4200, 8620), 0, "DN15"),
     ("J", DIAMETER, (1000, 6480), 0, "DN15"), ("RJ", DIAMETER, (1250, 5730), 0, "DN15"),
-    ("W", DIAMETER, (730, 6140), 0, "dn110"), ("F", DIAMETER, (1350, 5420), 0, "dn50"), ("F", DIAMETER, (4400, 8770), 90, "dn75"),
+    ("W", DIAMETER, (760, 6140), 0, "dn110"), ("F", DIAMETER, (1350, 5420), 0, "dn50"), ("F", DIAMETER, (4400, 8770), 90, "dn75"),
     ("W", DIAMETER, (4200, 7990), 0, "dn110"), ("F", DIAMETER, (4090, 7050), 90, "dn50"), ("F", DIAMETER, (6480, 8870), 0, "dn75"),
     ("F", DIAMETER, (410, 5300), 90, "dn75"),
 ]
-DETAIL_SLOPES = [("F", (4600, 8800), 270), ("F", (1350, 5270), 180), ("W", (730, 5980), 180), ("F", (6480, 8700), 0)]
+DETAIL_SLOPES = [("F", (4680, 8800), 270), ("F", (1350, 5270), 180), ("W", (800, 5980), 180), ("F", (6480, 8700), 0)]
 # The stairwell; x from the west end of the unit.
 CORE = [
     ("J", "DN50", [(12730, 7850), (12730, 7650)]),
@@ -99,7 +99,7 @@ CORE_TEXTS = [("J", DIAMETER, (10500, 6570), 0, "DN25"), ("RJ", DIAMETER, (11500
               ("ZP", DIAMETER, (11600, 5670), 0, "DN32"), ("ZP", DIAMETER, (9700, 5680), 0, "DN25")]
 CORE_DETAIL = [("J", DIAMETER, (11100, 6490), 0, "DN25"), ("RJ", DIAMETER, (10700, 6160), 0, "DN20"),
                ("ZP", DIAMETER, (12200, 5940), 0, "DN32"), ("ZP", DIAMETER, (9050, 5940), 0, "DN25"),
-               ("ZP", DIAMETER, (12510, 6250), 90, "DN50")]
+               ("ZP", DIAMETER, (12510, 6050), 90, "DN50")]
 
 
 def add_flat(network, pen, detailed):
