@@ -1,7 +1,6 @@
 // What is wrong with a plot before any drawing is read.
 #include "host/platform/codepage.h"
 #include "host/platform/language.h"
-#include "host/plot/drawcalls.h"
 #include "host/plot/hostplot.h"
 #include "host/plot/page.h"
 #include "host/plot/surface.h"
@@ -21,7 +20,7 @@ std::string findPlotMisuse(const PlotRequest& request) {
     if (!(request.dotsPerInch >= kFewestDots && request.dotsPerInch <= kMostDots))
         return translated("dots per inch are a number from %1 to %2", static_cast<int>(kFewestDots),
                           static_cast<int>(kMostDots));
-    return plot::findMissingLibrary();
+    return {};
 }
 
 }  // namespace qrs::host
