@@ -50,6 +50,7 @@ Picker::Picker(AcApDocument& document)
       database_(*document.database()),
       drawing_(DatabaseAccess::drawing(database_)),
       space_(currentSpace(database_)),
+      spaceHead_(spaceHead()),
       papers_(papersOf(database_, space_)),
       layers_(layersOf(database_)),
       scene_(drawing_, layers_, document.state().references, &locate) {}
@@ -82,33 +83,34 @@ dxf::RecordId Picker::last() const {
     return last;
 }
 
-std::vector<dxf::RecordId> Picker::find(const pick::Region& region, pick::HitProbe::Mode mode) {
-    std::vector<dxf::RecordId> found;
-    pick::HitProbe probe(region, mode);
-    const auto look = [&](dxf::RecordId id) {
-        if (scene_.hits(id, probe)) found.push_back(id);
-    };
+// Damaged drawings have several sections of a name, of which the first counts.
+dxf::RecordId Picker::spaceHead() const {
+    return space_.head != dxf::kNoRecord ? space_.head : drawing_.findSection("ENTITIES");
+}
+
+bool Picker::isHit(dxf::RecordId id, pick::HitProbe& probe) {
+    return drawing_.record(id).owner == spaceHead_ && !drawing_.isErased(id) && isReachable(id) &&
+           scene_.hits(id, probe);
+}
+
+std::vector<dxf::RecordId> Picker::candidatesFor(const pick::Region& region) const {
     std::vector<dxf::RecordId> candidates;
-    if (!document_.state().bounds.find(drawing_, region, candidates)) {
-        forEachReachable(look);
-        return found;
-    }
-    // Damaged drawings have several sections of a name, of which the first counts.
-    const dxf::RecordId head = space_.head != dxf::kNoRecord ? space_.head : drawing_.findSection("ENTITIES");
-    const auto isGone = [&](dxf::RecordId id) {
-        return drawing_.record(id).owner != head || drawing_.isErased(id) || !isReachable(id);
-    };
-    candidates.erase(std::remove_if(candidates.begin(), candidates.end(), isGone), candidates.end());
-    const bool areOfFile = std::none_of(candidates.begin(), candidates.end(),
-                                        [&](dxf::RecordId id) { return drawing_.record(id).flags & dxf::kNew; });
-    if (areOfFile || candidates.size() < 2) {
-        std::for_each(candidates.begin(), candidates.end(), look);
-        return found;
-    }
+    if (!document_.state().bounds.find(drawing_, region, candidates)) return reachable();
     // New records have the last numbers, wherever they stand.
+    const bool areOfFile = candidates.empty() || !(drawing_.record(candidates.back()).flags & dxf::kNew);
+    if (areOfFile || candidates.size() < 2) return candidates;
+    std::vector<dxf::RecordId> ordered;
     forEachReachable([&](dxf::RecordId id) {
-        if (std::binary_search(candidates.begin(), candidates.end(), id)) look(id);
+        if (std::binary_search(candidates.begin(), candidates.end(), id)) ordered.push_back(id);
     });
+    return ordered;
+}
+
+std::vector<dxf::RecordId> Picker::find(const pick::Region& region, pick::HitProbe::Mode mode) {
+    std::vector<dxf::RecordId> found = candidatesFor(region);
+    pick::HitProbe probe(region, mode);
+    found.erase(std::remove_if(found.begin(), found.end(), [&](dxf::RecordId id) { return !isHit(id, probe); }),
+                found.end());
     return found;
 }
 
@@ -119,9 +121,15 @@ std::vector<dxf::RecordId> Picker::allAt(const pick::Vec& point) {
     return found;
 }
 
+// From the top downwards, so that what lies below the answer costs nothing.
 dxf::RecordId Picker::topmostAt(const pick::Vec& point) {
-    const std::vector<dxf::RecordId> found = allAt(point);
-    return found.empty() ? dxf::kNoRecord : found.back();
+    const pick::Region region = pick::Region::around(point, pickBoxSize(document_));
+    std::vector<dxf::RecordId> candidates = candidatesFor(region);
+    if (candidates.size() > 1) sortByDrawOrder(candidates);
+    pick::HitProbe probe(region, pick::HitProbe::Mode::Touch);
+    const auto top =
+        std::find_if(candidates.rbegin(), candidates.rend(), [&](dxf::RecordId id) { return isHit(id, probe); });
+    return top == candidates.rend() ? dxf::kNoRecord : *top;
 }
 
 bool Picker::nestedAt(const pick::Vec& point, dxf::RecordId containing, pick::Nested& found) {

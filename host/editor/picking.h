@@ -42,12 +42,17 @@ class Picker {
   private:
     template <typename Take>
     void forEachReachable(Take&& take) const;
+    dxf::RecordId spaceHead() const;
+    bool isHit(dxf::RecordId id, pick::HitProbe& probe);
+    // Those that a region may touch, and perhaps others that cannot be reached, in drawing order.
+    std::vector<dxf::RecordId> candidatesFor(const pick::Region& region) const;
     void sortByDrawOrder(std::vector<dxf::RecordId>& ids) const;
 
     AcApDocument& document_;
     AcDbDatabase& database_;
     const dxf::Drawing& drawing_;
     EntitySpace space_;
+    dxf::RecordId spaceHead_;
     std::vector<dxf::RecordId> papers_;  // the viewports that are the sheet of paper itself
     pick::LayerStates layers_;
     pick::Scene scene_;
