@@ -48,22 +48,34 @@ struct Extent {
         lowY = std::min(lowY, y);
         highY = std::max(highY, y);
     }
-    // A point turned around the origin by degrees, and then moved.
-    void addTurned(double x, double y, double degrees, double byX, double byY) {
-        const double angle = degrees * kRadiansPerDegree;
-        const bool isTurned = degrees != 0.0;
-        const double c = isTurned ? std::cos(angle) : 1.0;
-        const double s = isTurned ? std::sin(angle) : 0.0;
-        // Large numbers that nearly cancel leave an error of their own size.
-        const double margin = 1e-12 * (std::fabs(x) + std::fabs(y) + std::fabs(byX) + std::fabs(byY));
-        const Extent one{x * c - y * s + byX, x * s + y * c + byY, x * c - y * s + byX, x * s + y * c + byY};
-        add(one, margin);
-    }
     void add(const Extent& other, double grownBy) {
         if (other.isEmpty()) return;
         addX(other.lowX - grownBy), addX(other.highX + grownBy);
         addY(other.lowY - grownBy), addY(other.highY + grownBy);
     }
+};
+
+// Turns points around the origin by degrees, and then moves them.
+class Turned {
+  public:
+    Turned(double degrees, double byX, double byY) : byX_(byX), byY_(byY) {
+        if (degrees == 0.0) return;
+        cos_ = std::cos(degrees * kRadiansPerDegree);
+        sin_ = std::sin(degrees * kRadiansPerDegree);
+    }
+    void addTo(Extent& extent, double x, double y) const {
+        // Large numbers that nearly cancel leave an error of their own size.
+        const double margin = 1e-12 * (std::fabs(x) + std::fabs(y) + std::fabs(byX_) + std::fabs(byY_));
+        const double turnedX = x * cos_ - y * sin_ + byX_;
+        const double turnedY = x * sin_ + y * cos_ + byY_;
+        extent.add({turnedX, turnedY, turnedX, turnedY}, margin);
+    }
+
+  private:
+    double byX_;
+    double byY_;
+    double cos_ = 1.0;
+    double sin_ = 0.0;
 };
 
 bool isAt(const Extent& point) {
@@ -307,9 +319,10 @@ void Bounds::Reader::add(dxf::RecordId id, Whole& whole) {
             if (points[0].isEmpty()) break;
             if (isAt(points[0]) && !numbers.isAligned && !numbers.isMirrored && numbers.rotations < 2) {
                 Extent box;
+                const Turned turned(numbers.rotation, points[0].lowX, points[0].lowY);
                 for (const double x : {0.0, width})
                     for (const double y : {0.0, height})
-                        box.addTurned(x, y, numbers.rotation, points[0].lowX, points[0].lowY);
+                        turned.addTo(box, x, y);
                 whole.extent.add(box, 0.0);
                 break;
             }
@@ -452,9 +465,10 @@ void Bounds::settle(Reader& reader) {
             continue;
         }
         Extent extent;
+        const Turned turned(placed.rotation, placed.x, placed.y);
         for (const double x : {box.low.x, box.high.x})
             for (const double y : {box.low.y, box.high.y})
-                extent.addTurned(x * placed.scaleX, y * placed.scaleY, placed.rotation, placed.x, placed.y);
+                turned.addTo(extent, x * placed.scaleX, y * placed.scaleY);
         boxes.push_back({flat(extent), placed.id});
     }
     for (const dxf::RecordId id : reader.others())
