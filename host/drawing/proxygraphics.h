@@ -72,6 +72,9 @@ bool canHavePicture(const dxf::Drawing& drawing);
 // The picture of an entity of the drawing; empty when it has none. So is that of one whose data is no data.
 QRS_HOST_PORT std::string proxyGraphicsOf(const dxf::Drawing& drawing, dxf::RecordId id);
 
+// Whether the entity has this picture, its size told rightly.
+bool holdsProxyGraphics(const dxf::Drawing& drawing, dxf::RecordId id, std::string_view picture);
+
 // Gives the entity another picture, or takes it away for an empty one; what is equal stays untouched. False, nothing
 // changed, for an entity that cannot have one: of a drawing before R2000, or without the section of what all entities
 // share.

@@ -82,9 +82,20 @@ struct Place {
     std::uint32_t begin = 0;
     std::uint32_t end = 0;  // where a new one goes in: both are the end of the common section
     bool hasCommonSection = false;
+    int sizeCode = 0;
     std::string sizeText;
     std::string picture;
+
+    bool holds(std::string_view wanted, int wantedCode) const {
+        if (picture != wanted) return false;
+        if (!isThere) return wanted.empty();
+        return dxf::toInteger(sizeText, -1) == static_cast<std::int64_t>(wanted.size()) && sizeCode == wantedCode;
+    }
 };
+
+int sizeCodeOf(const dxf::Drawing& drawing) {
+    return drawing.version() < kFirstWithLongSize ? kSizeCode : kLongSizeCode;
+}
 
 Place findPicture(const dxf::Drawing& drawing, dxf::RecordId id) {
     Place place;
@@ -104,6 +115,7 @@ Place findPicture(const dxf::Drawing& drawing, dxf::RecordId id) {
             place.isThere = isOpen = true;
             place.begin = tag.begin;
             place.end = tag.end;
+            place.sizeCode = tag.code;
             place.sizeText = tag.value;
         } else if (isOpen && tag.code == kChunkCode) {
             place.end = tag.end;
@@ -126,11 +138,15 @@ std::string proxyGraphicsOf(const dxf::Drawing& drawing, dxf::RecordId id) {
     return findPicture(drawing, id).picture;
 }
 
+bool holdsProxyGraphics(const dxf::Drawing& drawing, dxf::RecordId id, std::string_view picture) {
+    return findPicture(drawing, id).holds(picture, sizeCodeOf(drawing));
+}
+
 bool setProxyGraphics(dxf::Drawing& drawing, dxf::RecordId id, std::string_view picture) {
     const Place place = findPicture(drawing, id);
     if (!canHavePicture(drawing) || !place.hasCommonSection) return false;
-    if (place.picture == picture) return true;
-    const int sizeCode = drawing.version() < kFirstWithLongSize ? kSizeCode : kLongSizeCode;
+    const int sizeCode = sizeCodeOf(drawing);
+    if (place.holds(picture, sizeCode)) return true;
     std::vector<dxf::NewTag> tags;
     if (!picture.empty()) tags.push_back({sizeCode, paddedLike(place.sizeText, std::to_string(picture.size()))});
     for (std::size_t at = 0; at < picture.size(); at += kChunkSize)

@@ -130,6 +130,12 @@ TEST(ProxyGraphics, StandInTheirPlaceInTheFile) {
         ASSERT_TRUE(setProxyGraphics(*drawing, id, pictureOf(*drawing, {circle})));
         const std::string code = version == std::string("AC1024") ? "160" : "92";
         EXPECT_EQ(drawing->toBytes(), drawingOf(version, entityWith(code + "=72;310=" + circleHex + ";"))->toBytes());
+        // The right bytes under a wrong size are written anew.
+        dxf::Tag size;
+        ASSERT_TRUE(drawing->findTag(id, std::stoi(code), size));
+        drawing->setValue(id, size, "71");
+        ASSERT_TRUE(setProxyGraphics(*drawing, id, pictureOf(*drawing, {circle})));
+        EXPECT_EQ(drawing->toBytes(), drawingOf(version, entityWith(code + "=72;310=" + circleHex + ";"))->toBytes());
         // Of more than 127 bytes each chunk but the last has so many; then a shorter one takes its place, then none.
         ASSERT_TRUE(setProxyGraphics(*drawing, id, pictureOf(*drawing, {circle, circle})));
         dxf::Tag first;

@@ -179,6 +179,11 @@ TEST(PipePictures, AreDrawnAnewWhenTheShapeChangesAndOnlyThen) {
     // What others drew stays until the pipe looks otherwise.
     std::string foreign = pipeOf(tags);
     const std::size_t end = foreign.find(dbtest::dxfText("100=TDbPipePrototype"));
+    // One that shows nothing is nobody's.
+    std::string unreadable = foreign;
+    Sample broken(unreadable.insert(end, dbtest::dxfText("160=3;310=010203;")));
+    AcDbObjectPointer<TDbPipe>(broken.byHandle(0x40), AcDb::kForWrite)->setColorIndex(1);
+    EXPECT_EQ(shownOf(broken), "line color 1 0 0 30 40;");
     Sample drawn(foreign.insert(end, dbtest::dxfText(kForeign)));
     const AcDbObjectId other = drawn.byHandle(0x40);
     AcDbObjectPointer<TDbPipe>(other, AcDb::kForWrite)->SetPipeSystemName(L"W");

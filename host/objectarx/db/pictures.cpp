@@ -161,16 +161,19 @@ std::string drawnWith(const ProxyTraits& looks, const AcDbEntity& entity, const 
     return sheet.picture();
 }
 
-// Whether the picture was drawn here, in whatever colour and weight: the first shape tells them.
+// Whether the picture was drawn here, in whatever colour and weight: the first shape tells them. One that shows nothing
+// is nobody's.
 bool isDrawnHere(const std::string& picture, const AcDbEntity& entity, const DatabaseState& state) {
     ProxyTraits looks;
-    readProxyGraphics(state.drawing(), picture, [&looks](const ProxyShape& shape) {
+    bool isReadable = false;
+    readProxyGraphics(state.drawing(), picture, [&](const ProxyShape& shape) {
+        isReadable = true;
         looks.colorIndex = shape.traits.colorIndex;
         looks.rgb = shape.traits.rgb;
         looks.lineWeight = shape.traits.lineWeight;
         return false;
     });
-    return picture == drawnWith(looks, entity, state);
+    return !isReadable || picture == drawnWith(looks, entity, state);
 }
 
 }  // namespace
@@ -224,8 +227,7 @@ PictureCounts renewAllPictures(AcDbDatabase& database) {
     forEachDrawnEntity(*state, [&](dxf::RecordId id, const AcDbEntity& entity) {
         const std::string picture = drawnPicture(entity);
         if (picture.empty()) return;
-        const bool isSame = proxyGraphicsOf(drawing, id) == picture;
-        if (isSame)
+        if (holdsProxyGraphics(drawing, id, picture))
             ++counts.kept;
         else if (setProxyGraphics(drawing, id, picture))
             ++counts.given;
