@@ -169,7 +169,7 @@ constexpr Translation kRows[] = {
     // pictures
     {"Drawings older than 2000 cannot hold pictures; nothing was done.",
      "2000 版以前的图形不能保存图像，什么也没有做。"},
-    {"%1 pictures were drawn, %2 were right already.", "绘制了 %1 个图像，%2 个本来就是对的。"},
+    {"Pictures drawn: %1, right already: %2.", "绘制了 %1 个图像，%2 个本来就是对的。"},
     // system variables
     {"\nEnter variable name or [?]: ", "\n输入变量名或 [?]："},
     {"\nEnter variable(s) to list <*>: ", "\n输入要列出的变量 <*>："},

@@ -18,7 +18,7 @@ void givePictures() {
     if (document->database()->originalFileVersion() < AcDb::kDHL_1015)
         return failCommand(translated(L"Drawings older than 2000 cannot hold pictures; nothing was done."));
     const PictureCounts counts = renewAllPictures(*document->database());
-    tell(translated(L"%1 pictures were drawn, %2 were right already.", std::to_wstring(counts.given),
+    tell(translated(L"Pictures drawn: %1, right already: %2.", std::to_wstring(counts.given),
                     std::to_wstring(counts.kept)));
 }
 
