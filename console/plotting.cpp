@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "console/converter.h"
@@ -13,6 +14,7 @@
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/language.h"
+#include "host/platform/number.h"
 #include "host/report/hostreport.h"
 
 namespace qrs::console {
@@ -21,12 +23,29 @@ using platform::translated;
 
 namespace {
 
-constexpr const char* kName = "{name}";
-constexpr const char* kLayout = "{layout}";
+constexpr std::string_view kName = "{name}";
+constexpr std::string_view kLayout = "{layout}";
 
-void replaceAll(std::string& text, std::string_view mark, const std::string& by) {
-    for (std::size_t at = 0; (at = text.find(mark, at)) != std::string::npos; at += by.size())
-        text.replace(at, mark.size(), by);
+// The pattern with a drawing's and a layout's name in their places; what braces stand in those names is none.
+std::string fileNameOf(std::string_view pattern, const std::string& name, const std::string& layout) {
+    std::string file;
+    while (!pattern.empty()) {
+        const bool isName = pattern.substr(0, kName.size()) == kName;
+        const bool isLayout = pattern.substr(0, kLayout.size()) == kLayout;
+        file += isName ? name : isLayout ? layout : std::string(1, pattern.front());
+        pattern.remove_prefix(isName ? kName.size() : isLayout ? kLayout.size() : 1);
+    }
+    return file;
+}
+
+// Something else in braces in the name itself, where it must have been meant to stand for a name; folders may be called
+// so.
+std::string unknownMark(std::string_view pattern) {
+    for (std::size_t at = pattern.find_last_of("/\\") + 1; (at = pattern.find('{', at)) != std::string::npos; ++at) {
+        const std::string_view mark = pattern.substr(at, pattern.find('}', at) - at + 1);
+        if (mark.back() == '}' && mark != kName && mark != kLayout) return std::string(mark);
+    }
+    return {};
 }
 
 // Windows means a device by it, whatever stands after the dot.
@@ -101,7 +120,8 @@ void describePlot(CLI::App& app, RawPlotOptions& raw) {
            "--paper", raw.paper,
            translated("The paper to draw on: A0 to A5, 420x297 (millimetres) or fit; without it the layout's own"))
         ->type_name("PAPER");
-    app.add_option("--dpi", raw.dotsPerInch, translated("Dots per inch of a PNG, 150 without it"))->type_name("N");
+    app.add_option("--dpi", raw.dotsPerInch, translated("Dots per inch of a PNG, 10 to 2400; 150 without it"))
+        ->type_name("N");
     app.add_flag("--black", raw.isBlack, translated("Draw all colors black"));
 }
 
@@ -127,6 +147,8 @@ std::string findPlotMisuse(const CLI::App& app, const RawPlotOptions& raw, std::
     }
     for (const char* other : {"--info", "--compare", "--check", "--repair", "--pipes"})
         if (app.count(other) > 0) return translated("%1 excludes %2", "--plot", other);
+    if (const std::string mark = unknownMark(raw.file); !mark.empty())
+        return translated("--plot: %1 in the file's name is not known; {name} and {layout} are", mark);
     request.file = platform::nativeFromTyped(raw.file);
     if (std::string misuse = host::findPlotMisuse(request); !misuse.empty()) return misuse;
     if (drawings == 0 && app.count("--list") == 0) return translated("%1 needs a drawing", "--plot");
@@ -142,16 +164,15 @@ PlotOptions plotOptionsOf(const RawPlotOptions& raw) {
         options.compared.push_back(platform::nativeFromTyped(drawing));
     options.request.layout = platform::fromUtf8(raw.layout);
     options.request.paper = platform::fromUtf8(raw.paper);
-    options.request.dotsPerInch = raw.dotsPerInch;
+    // What is no number is none that can be drawn with.
+    if (!raw.dotsPerInch.empty()) options.request.dotsPerInch = platform::parseReal(raw.dotsPerInch).value_or(0.0);
     options.request.isBlack = raw.isBlack;
     return options;
 }
 
 ExitCode plotDrawing(const Options& options) {
     const PlotOptions& plot = options.plot;
-    std::string file = plot.file;
-    replaceAll(file, kName, options.drawing.stem().u8string());
-    const bool isEach = file.find(kLayout) != std::string::npos && plot.request.layout.empty();
+    const bool isEach = plot.file.find(kLayout) != std::string::npos && plot.request.layout.empty();
     const std::vector<std::wstring> layouts =
         isEach ? host::currentLayouts() : std::vector<std::wstring>{plot.request.layout};
     // Neither the drawing nor another picture is written over.
@@ -160,8 +181,7 @@ ExitCode plotDrawing(const Options& options) {
     ExitCode code = ExitCode::Done;
     const std::vector<std::string> names = fileNamesOf(layouts);
     for (std::size_t i = 0; i < layouts.size(); ++i) {
-        std::string name = file;
-        replaceAll(name, kLayout, names[i]);
+        const std::string name = fileNameOf(plot.file, options.drawing.stem().u8string(), names[i]);
         host::PlotRequest request = plot.request;
         request.layout = layouts[i];
         request.file = platform::nativeFromTyped(name);

@@ -26,9 +26,8 @@ struct PlotOptions {
 
 // The options as the command line gives them.
 struct RawPlotOptions {
-    std::string file, layout, paper;
+    std::string file, layout, paper, dotsPerInch;
     std::vector<std::string> compared;
-    double dotsPerInch = host::PlotRequest().dotsPerInch;
     bool isBlack = false;
 };
 void describePlot(CLI::App& app, RawPlotOptions& raw);

@@ -7,8 +7,8 @@ namespace {
 
 constexpr Translation kRows[] = {
     {"%1: the name of a picture ends in .svg, .pdf or .png", "%1：图片文件的名称以 .svg、.pdf 或 .png 结尾"},
-    {"%1 is no paper: A0 to A5, Letter, A3-portrait and the like, 420x297 (millimetres) or fit",
-     "%1 不是图纸：请用 A0 至 A5、Letter、A3-portrait 之类、420x297（毫米）或 fit"},
+    {"%1 is no paper: A0 to A5, Letter, A3-portrait and the like, 420x297 (millimetres, 1 to 20000) or fit",
+     "%1 不是图纸：请用 A0 至 A5、Letter、A3-portrait 之类、420x297（毫米，1 至 20000）或 fit"},
     {"dots per inch are a number from %1 to %2", "每英寸点数是 %1 到 %2 的数"},
     {"plotting is not in this build", "本程序未包含出图功能"},
     {"pictures cannot be drawn, as a library is missing: %1", "缺少库，无法绘制图片：%1"},
