@@ -114,7 +114,7 @@ void tellNotes(const Notes& notes, pick::References& references, PlotOutcome& ou
         outcome.notes.push_back(translated(L"A hatch pattern too fine to be seen was drawn as an area."));
     if (notes.all.count(Note::UnknownShape))
         outcome.notes.push_back(translated(L"Shapes in linetypes that no file tells were left out."));
-    if (notes.all.count(Note::DeepBlocks))
+    if (notes.all.count(Note::RestLeftOut))
         outcome.notes.push_back(translated(L"There is more than can be drawn; the rest was left out."));
     for (const auto& [kind, count] : notes.undrawn)
         outcome.notes.push_back(

@@ -250,7 +250,7 @@ std::size_t Sheet::drawWindow(const Window& window, Canvas& canvas, Texts& texts
         for (const dxf::RecordId id : entities(kModelSpace)) {
             ++count;
             if (scene.show(id, view, toDots)) continue;
-            notes.all.insert(Note::DeepBlocks);
+            notes.all.insert(Note::RestLeftOut);
             break;
         }
     }
@@ -269,7 +269,7 @@ std::size_t Sheet::draw(Canvas& canvas, Texts& texts, const Transform& toPage, c
         if (const std::optional<Window> window = windowOf(id))
             count += drawWindow(*window, canvas, texts, toPage, scale, painter, notes);
         if (scene.show(id, view, toPage)) continue;
-        notes.all.insert(Note::DeepBlocks);
+        notes.all.insert(Note::RestLeftOut);
         break;
     }
     return count;

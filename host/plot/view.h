@@ -21,7 +21,7 @@
 namespace qrs::host::plot {
 
 // What a plot could not draw as it is.
-enum class Note { FinePattern, UnknownShape, DeepBlocks };
+enum class Note { FinePattern, UnknownShape, RestLeftOut };
 struct Notes {
     std::set<Note> all;
     std::map<std::string, std::size_t> undrawn;  // entities without a shape, by kind
