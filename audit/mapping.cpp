@@ -52,10 +52,4 @@ bool fits(const Mapping& mapping, std::wstring_view name) {
     return PwxTool::MatchingString(CString(name), CString(mapping.from), false);
 }
 
-const Mapping* mappingOf(const std::vector<Mapping>& mappings, Mapping::Kind kind, std::wstring_view name) {
-    for (const Mapping& mapping : mappings)
-        if (mapping.kind == kind && fits(mapping, name)) return &mapping;
-    return nullptr;
-}
-
 }  // namespace qrs::audit

@@ -23,8 +23,7 @@ struct Mapping {
 // when a row is none, or names a system that the standard does not have.
 bool readMappings(const std::wstring& path, std::vector<Mapping>& mappings, platform::Error& error);
 
+// Of several rows that fit a name the first one counts.
 bool fits(const Mapping& mapping, std::wstring_view name);
-// Of several rows that fit a name the first one counts. Null when none does.
-const Mapping* mappingOf(const std::vector<Mapping>& mappings, Mapping::Kind kind, std::wstring_view name);
 
 }  // namespace qrs::audit

@@ -281,32 +281,37 @@ void Repair::planOldSystems() {
 // --- mappings
 
 void Repair::plan(const std::vector<Mapping>& mappings, const std::wstring& file) {
-    tellIdle(mappings, file);
+    decide(mappings, file);
     std::vector<std::pair<const LayerFacts*, const Mapping*>> mapped;
     for (const LayerFacts* layer : shownFirst(facts_.layers)) {
-        const Mapping* mapping = mappingOf(mappings, Mapping::Kind::Layer, layer->name);
+        const Mapping* mapping = decisionOn(Mapping::Kind::Layer, layer->name);
         if (mapping == nullptr || layer->isDependent() || layer->name == mapping->to) continue;
         mapped.emplace_back(layer, mapping);
         if (!isSameName(layer->name, mapping->to)) goals_.insert(mapping->to);
     }
     for (const auto& missing : facts_.missingLayers)
-        if (const Mapping* mapping = mappingOf(mappings, Mapping::Kind::Layer, missing.first))
-            goals_.insert(mapping->to);
+        if (const Mapping* mapping = decisionOn(Mapping::Kind::Layer, missing.first)) goals_.insert(mapping->to);
     for (const auto& [layer, mapping] : mapped)
         planLayer(*layer, mapping->to);
-    planMissingLayers(mappings);
-    planLinetypes(mappings);
-    planTexts(mappings);
-    planSystems(mappings);
+    planMissingLayers();
+    planLinetypes();
+    planTexts();
+    planSystems();
 }
 
-void Repair::tellIdle(const std::vector<Mapping>& mappings, const std::wstring& file) {
+void Repair::decide(const std::vector<Mapping>& mappings, const std::wstring& file) {
+    std::map<Mapping::Kind, std::vector<std::wstring_view>> names;
     for (const Mapping& mapping : mappings) {
-        const auto decides = [&](std::wstring_view name) {
-            return mappingOf(mappings, mapping.kind, name) == &mapping;
-        };
-        if (isInDrawing(mapping.kind, decides)) continue;
-        const bool isLate = isInDrawing(mapping.kind, [&](std::wstring_view name) { return fits(mapping, name); });
+        if (names.count(mapping.kind) == 0) names[mapping.kind] = namesOf(mapping.kind);
+        bool isIdle = true, isLate = false;
+        for (const std::wstring_view name : names[mapping.kind]) {
+            if (!fits(mapping, name)) continue;
+            if (decisions_.emplace(std::pair(mapping.kind, name), &mapping).second)
+                isIdle = false;
+            else
+                isLate = true;
+        }
+        if (!isIdle) continue;
         const std::wstring fault =
             platform::translated(isLate ? platform::untranslated(L"earlier rows decide on all that fits \"%1\"")
                                         : platform::untranslated(L"nothing in the drawing fits \"%1\""),
@@ -315,35 +320,42 @@ void Repair::tellIdle(const std::vector<Mapping>& mappings, const std::wstring& 
     }
 }
 
-bool Repair::isInDrawing(Mapping::Kind kind, const std::function<bool(std::wstring_view)>& isIt) const {
-    const auto isAnyOf = [&](const auto& records) {
-        return std::any_of(records.begin(), records.end(),
-                           [&](const auto& one) { return !one.isDependent() && isIt(one.name); });
-    };
-    const auto isMissing = [&](const ByName<Tally>& names) {
-        return std::any_of(names.begin(), names.end(), [&](const auto& one) { return isIt(one.first); });
-    };
-    const auto isSystemOf = [&](const std::vector<PipeFacts>& pipes) {
-        return std::any_of(pipes.begin(), pipes.end(), [&](const PipeFacts& pipe) { return isIt(pipe.system); });
+const Mapping* Repair::decisionOn(Mapping::Kind kind, std::wstring_view name) const {
+    const auto found = decisions_.find({kind, name});
+    return found != decisions_.end() ? found->second : nullptr;
+}
+
+std::vector<std::wstring_view> Repair::namesOf(Mapping::Kind kind) const {
+    std::set<std::wstring_view> names;
+    const auto take = [&](const auto& records, const ByName<Tally>& missing) {
+        for (const auto& one : records)
+            if (!one.isDependent()) names.insert(one.name);
+        for (const auto& one : missing)
+            names.insert(one.first);
     };
     switch (kind) {
         case Mapping::Kind::Layer:
-            return isAnyOf(facts_.layers) || isMissing(facts_.missingLayers);
-        case Mapping::Kind::Linetype:
-            return isAnyOf(facts_.linetypes) || isMissing(facts_.missingLinetypes);
-        case Mapping::Kind::TextStyle:
-            return isAnyOf(facts_.textStyles) || isMissing(facts_.missingTextStyles);
-        case Mapping::Kind::PipeSystem:
+            take(facts_.layers, facts_.missingLayers);
             break;
+        case Mapping::Kind::Linetype:
+            take(facts_.linetypes, facts_.missingLinetypes);
+            break;
+        case Mapping::Kind::TextStyle:
+            take(facts_.textStyles, facts_.missingTextStyles);
+            break;
+        case Mapping::Kind::PipeSystem:
+            for (const auto* place : {&facts_.pipes, &facts_.pipesElsewhere})
+                for (const PipeFacts& pipe : *place)
+                    names.insert(pipe.system);
     }
-    return isSystemOf(facts_.pipes) || isSystemOf(facts_.pipesElsewhere);
+    return {names.begin(), names.end()};
 }
 
-void Repair::planSystems(const std::vector<Mapping>& mappings) {
+void Repair::planSystems() {
     std::map<const Mapping*, std::vector<const PipeFacts*>> pipes;
     for (const auto* place : {&facts_.pipes, &facts_.pipesElsewhere})
         for (const PipeFacts& pipe : *place) {
-            const Mapping* mapping = mappingOf(mappings, Mapping::Kind::PipeSystem, pipe.system);
+            const Mapping* mapping = decisionOn(Mapping::Kind::PipeSystem, pipe.system);
             if (mapping != nullptr && pipe.system != mapping->to) pipes[mapping].push_back(&pipe);
         }
     for (const auto& [mapping, found] : pipes)
@@ -351,9 +363,9 @@ void Repair::planSystems(const std::vector<Mapping>& mappings) {
 }
 
 // Layers that objects name although the drawing does not have them.
-void Repair::planMissingLayers(const std::vector<Mapping>& mappings) {
+void Repair::planMissingLayers() {
     for (const auto& [name, objects] : facts_.missingLayers) {
-        const Mapping* mapping = mappingOf(mappings, Mapping::Kind::Layer, name);
+        const Mapping* mapping = decisionOn(Mapping::Kind::Layer, name);
         if (mapping == nullptr || (isBuiltInLayer(name) && isSameName(name, mapping->to))) continue;
         planMissingLayer(name, objects, mapping->to);
     }
@@ -378,15 +390,15 @@ void Repair::planMissingLayer(const std::wstring& name, const Tally& objects, co
 }
 
 // Layers and objects alike.
-void Repair::planLinetypes(const std::vector<Mapping>& mappings) {
+void Repair::planLinetypes() {
     for (const RecordFacts& linetype : facts_.linetypes)
-        if (!linetype.isDependent()) planLinetypeMove(linetype.name, linetype.objects, mappings);
+        if (!linetype.isDependent()) planLinetypeMove(linetype.name, linetype.objects);
     for (const auto& [name, objects] : facts_.missingLinetypes)
-        planLinetypeMove(name, objects, mappings);
+        planLinetypeMove(name, objects);
 }
 
-void Repair::planLinetypeMove(const std::wstring& from, const Tally& objects, const std::vector<Mapping>& mappings) {
-    const Mapping* mapping = mappingOf(mappings, Mapping::Kind::Linetype, from);
+void Repair::planLinetypeMove(const std::wstring& from, const Tally& objects) {
+    const Mapping* mapping = decisionOn(Mapping::Kind::Linetype, from);
     if (mapping == nullptr || isSameName(from, mapping->to)) return;
     const bool isForObjects = isSameName(mapping->to, L"ByLayer") || isSameName(mapping->to, L"ByBlock");
     std::vector<const LayerFacts*> layers;
@@ -439,15 +451,15 @@ void Repair::keepOnLayers(const std::wstring& linetype, const std::vector<const 
 }
 
 // Texts that name no style are written in "Standard", also where the drawing lacks it.
-void Repair::planTexts(const std::vector<Mapping>& mappings) {
+void Repair::planTexts() {
     for (const TextStyleFacts& style : facts_.textStyles)
-        if (!style.isDependent()) planTextMove(style.name, style.objects, mappings);
+        if (!style.isDependent()) planTextMove(style.name, style.objects);
     for (const auto& [name, objects] : facts_.missingTextStyles)
-        planTextMove(name, objects, mappings);
+        planTextMove(name, objects);
 }
 
-void Repair::planTextMove(const std::wstring& from, const Tally& objects, const std::vector<Mapping>& mappings) {
-    const Mapping* mapping = mappingOf(mappings, Mapping::Kind::TextStyle, from);
+void Repair::planTextMove(const std::wstring& from, const Tally& objects) {
+    const Mapping* mapping = decisionOn(Mapping::Kind::TextStyle, from);
     if (mapping == nullptr || isSameName(from, mapping->to)) return;
     std::vector<AcDbObjectId> dimStyles;
     for (const DimStyleFacts& style : facts_.dimStyles)

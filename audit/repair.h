@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "accepted.h"
@@ -60,7 +61,7 @@ class Repair {
     void planLinetype(const RecordFacts& linetype);
     void planTextStyles();
     void planOldSystems();
-    void planSystems(const std::vector<Mapping>& mappings);
+    void planSystems();
     void finish(bool isCarriedOut);
     void applyChanges();
     // Some objects keep what they have, by the names they were to be given. What is left without any is no change.
@@ -68,19 +69,23 @@ class Repair {
     void planSystem(const std::wstring& from, const std::wstring& to, const std::vector<const PipeFacts*>& pipes);
     // Null when the drawing does not have it.
     const LayerFacts* layerOf(const PipeFacts& pipe) const;
-    void planMissingLayers(const std::vector<Mapping>& mappings);
+    void planMissingLayers();
     // What lies on a layer that the drawing lacks: the layer is made, or another takes the objects.
     void planMissingLayer(const std::wstring& name, const Tally& objects, const std::wstring& to);
-    void planLinetypes(const std::vector<Mapping>& mappings);
-    void planLinetypeMove(const std::wstring& from, const Tally& objects, const std::vector<Mapping>& mappings);
-    void planTexts(const std::vector<Mapping>& mappings);
+    void planLinetypes();
+    void planLinetypeMove(const std::wstring& from, const Tally& objects);
+    void planTexts();
     // Texts, and dimension styles.
-    void planTextMove(const std::wstring& from, const Tally& objects, const std::vector<Mapping>& mappings);
+    void planTextMove(const std::wstring& from, const Tally& objects);
     // Layers have a linetype, whatever objects may do without.
     void keepOnLayers(const std::wstring& linetype, const std::vector<const LayerFacts*>& layers,
                       const std::wstring& to);
-    bool isInDrawing(Mapping::Kind kind, const std::function<bool(std::wstring_view)>& isIt) const;
-    void tellIdle(const std::vector<Mapping>& mappings, const std::wstring& file);
+    // The names of the drawing, each once, that rows of that kind can decide on.
+    std::vector<std::wstring_view> namesOf(Mapping::Kind kind) const;
+    // Finds what is decided on each name, and tells of the rows that decide on none.
+    void decide(const std::vector<Mapping>& mappings, const std::wstring& file);
+    // Null when no row fits the name.
+    const Mapping* decisionOn(Mapping::Kind kind, std::wstring_view name) const;
     // As it is called once the changes are made. Null has none.
     std::wstring nameOf(const LayerFacts* layer) const;
     bool hasLayer(const std::wstring& name) const;
@@ -96,6 +101,8 @@ class Repair {
     std::vector<std::wstring> kept_;
     std::vector<std::wstring> refusals_;
     std::vector<std::wstring> idle_;
+    // Rows of mappings, by the kind and name that they decide on.
+    std::map<std::pair<Mapping::Kind, std::wstring_view>, const Mapping*> decisions_;
     ByName<bool> coming_;                     // layers that a change before has made or renamed; whether they are shown
     std::set<std::wstring, NameLess> goals_;  // layers that others are mapped to
     std::map<const LayerFacts*, std::wstring> renamed_;
