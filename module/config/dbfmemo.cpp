@@ -11,9 +11,6 @@ namespace {
 constexpr std::uint64_t kDefaultBlock = 512;
 constexpr char kMemoEnd = 0x1A;
 
-// Nobody's remark is longer; a file that claims so is damaged and shall not eat the memory.
-constexpr std::uint64_t kLongestMemo = 64u << 20;
-
 // The block number in a memo field: four bytes little-endian (Visual FoxPro), else decimal digits among spaces.
 // 0, which is never a memo's block, when there is none.
 std::uint64_t BlockNumber(std::string_view field) {
@@ -50,13 +47,13 @@ bool CMemoFile::ReadHeader() {
 bool CMemoFile::ReadMemo(std::string_view field, std::string& text) {
     const std::uint64_t offset = BlockOffset(field);
     if (offset == 0) return false;
-    Append(offset, std::min(file_->size(), offset + kLongestMemo), kMemoEnd, text);
-    return true;
+    Append(offset, std::min(file_->size(), offset + longest_ + 1), kMemoEnd, text);
+    return text.size() <= longest_;
 }
 
 bool CMemoFile::ReadStretch(std::uint64_t offset, std::uint64_t length, std::string& text) {
     const std::uint64_t size = file_->size();
-    if (offset > size || length > size - offset || length > kLongestMemo) return false;
+    if (offset > size || length > size - offset || length > longest_) return false;
     Append(offset, offset + length, '\0', text);
     return true;
 }

@@ -26,6 +26,9 @@ class CMemoFile {
     // The memo that a field's bytes point to, up to its first NUL. Text is replaced; empty when there is none.
     void Read(std::string_view field, std::string& text);
 
+    // Longer memos, in bytes, count as damaged.
+    void SetLongest(std::uint64_t length) { longest_ = length; }
+
   protected:
     virtual bool ReadHeader();
     virtual bool ReadMemo(std::string_view field, std::string& text);
@@ -40,9 +43,13 @@ class CMemoFile {
     std::uint64_t blockSize_ = 0;  // bytes
 
   private:
+    // Nobody's remark is longer; a file that claims so is damaged and shall not eat the memory.
+    static constexpr std::uint64_t kLongestMemo = 64u << 20;
+
     void Append(std::uint64_t offset, std::uint64_t end, char terminator, std::string& text);
 
     std::unique_ptr<qrs::platform::InputFile> file_;
+    std::uint64_t longest_ = kLongestMemo;
 };
 
 // dBASE IV (.DBT): the header tells the block size; a memo begins with a mark and its length.

@@ -50,6 +50,12 @@ class CDBFRecordset {
     // table), CDBFException::kShortRead when the file ended too early.
     std::uint32_t ErrorNumber() const { return errorNumber_; }
 
+    // Of the table that is open: longer memos, in bytes, count as damaged. Records may share a memo, so that a small
+    // file can hold long texts as often as it has records.
+    void SetLongestMemo(std::uint64_t length) {
+        if (CMemoFile* const memo = table_.Memo()) memo->SetLongest(length);
+    }
+
     const CDBFTableDef& TableDef() const { return table_; }
 
   private:

@@ -18,7 +18,7 @@ CUserLayerDlg::CUserLayerDlg(const std::wstring& name) : Form(L"用户图层"), 
 bool CUserLayerDlg::read() {
     std::wstring path;
     CDBFRecordset table;
-    if (!QrsExport::FindFile(L"userlayer.dbf", path) || !table.Open(path)) return false;
+    if (!QrsExport::FindFile(L"userlayer.dbf", path) || !qrs::standard::openTable(table, path)) return false;
     for (table.MoveFirst(); !table.IsEOF(); table.MoveNext()) {
         std::int32_t product = 0;
         table.GetFieldValue(L"product", product);

@@ -48,7 +48,7 @@ AcDbObjectId presentLinetype(const CString& name) {
 
 bool openTable(CDBFRecordset& table) {
     std::wstring path;
-    return QrsExport::FindFile(kTable, path) && table.Open(path);
+    return QrsExport::FindFile(kTable, path) && standard::openTable(table, path);
 }
 
 bool findRow(CDBFRecordset& table, const CString& name) {

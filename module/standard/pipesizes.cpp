@@ -27,7 +27,7 @@ void PipeSizeTable::read(std::wstring_view path) {
     materials_.clear();
     sizes_.clear();
     CDBFRecordset table;
-    if (!path.empty() && table.Open(path)) {
+    if (openTable(table, path)) {
         for (table.MoveFirst(); !table.IsEOF(); table.MoveNext()) {
             const CString material = trimmedText(table, L"GC");
             if (material.IsEmpty()) continue;
@@ -67,7 +67,7 @@ const PipeSize* PipeSizeTable::find(const CString& material, double dn) const {
 void MaterialPrefixTable::read(std::wstring_view path) {
     prefixes_.clear();
     CDBFRecordset table;
-    if (!path.empty() && table.Open(path)) {
+    if (openTable(table, path)) {
         for (table.MoveFirst(); !table.IsEOF(); table.MoveNext()) {
             std::int32_t kind = 0;
             table.GetFieldValue(L"TypeNumber", kind);
