@@ -7,6 +7,7 @@ namespace {
 
 constexpr Translation kRows[] = {
     {"\nThe standard file was not loaded: %1. %2\n", "\n管线系统标准文件没有载入：%1。%2\n"},
+    {"The table %1 is damaged, or cannot be read.", "表 %1 已损坏，或不能读取。"},
     {"The default standard serves this time.", "本次改用默认标准。"},
     {"There is no pipe-system standard now.", "现在没有管线系统标准。"},
     {"The one that is loaded serves on.", "仍使用已载入的标准。"},

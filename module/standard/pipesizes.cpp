@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 #include "standard/tabletext.h"
 
@@ -22,7 +23,7 @@ double number(CDBFRecordset& table, std::wstring_view field) {
 
 }  // namespace
 
-void PipeSizeTable::read(std::wstring_view path) {
+void PipeSizeTable::read(const std::wstring& path) {
     indexes_.clear();
     materials_.clear();
     sizes_.clear();
@@ -64,7 +65,7 @@ const PipeSize* PipeSizeTable::find(const CString& material, double dn) const {
     return found != all.end() ? &*found : nullptr;
 }
 
-void MaterialPrefixTable::read(std::wstring_view path) {
+void MaterialPrefixTable::read(const std::wstring& path) {
     prefixes_.clear();
     CDBFRecordset table;
     if (openTable(table, path)) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <map>
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include "afx.h"
@@ -23,7 +23,7 @@ class PipeSizeTable {
     bool isRead() const { return !indexes_.empty(); }
     // Replaces all by what the table at the path (inner form) holds, and the empty material, whose index is -1. A path
     // that is empty or names no table gives that one alone.
-    void read(std::wstring_view path);
+    void read(const std::wstring& path);
 
     // -1 when there is no such material.
     int indexOf(const CString& material) const;
@@ -45,7 +45,7 @@ class MaterialPrefixTable {
   public:
     // As in PipeSizeTable; the empty material has an empty prefix.
     bool isRead() const { return !prefixes_.empty(); }
-    void read(std::wstring_view path);
+    void read(const std::wstring& path);
 
     // Empty when there is none.
     CString prefixOf(const CString& material) const;

@@ -24,6 +24,7 @@ set(QRS_STANDARD_SOURCES
     standardedit.cpp
     standardreader.cpp
     standardwriter.cpp
+    tabletext.cpp
     systemindex.cpp
     startup.cpp
     text.cpp

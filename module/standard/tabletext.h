@@ -1,6 +1,7 @@
 // The tables beside the standard, and texts of their fields.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "config/dbfrecordset.h"
@@ -8,12 +9,8 @@
 
 namespace qrs::standard {
 
-// For names and short texts: 255 characters of Chinese, as much as a drawing takes for a name.
-inline bool openTable(CDBFRecordset& table, std::wstring_view path) {
-    if (path.empty() || !table.Open(path)) return false;
-    table.SetLongestMemo(510);
-    return true;
-}
+// False for an empty path, as of a file that was not found, and for a damaged table, which is told once.
+bool openTable(CDBFRecordset& table, const std::wstring& path);
 
 // A text without the padding that the table stores; empty when there is no such field.
 inline CString trimmedText(CDBFRecordset& table, std::wstring_view field) {

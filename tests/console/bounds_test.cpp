@@ -84,18 +84,45 @@ TEST_F(Bounds, HoldForStandards) {
 TEST_F(Bounds, HoldForTables) {
     fs::copy(fs::path(QRS_SOURCE_DIR) / "data", place.path("system"), fs::copy_options::recursive);
     place.example("pipes.dxf");
-    for (const HostileFile& file : hostileTables())
-        for (const char* table : {"linetype.dbf", "pipe.dbf", "DataStore.dbf"}) {
-            place.write(std::string("system/") + table, file.bytes);
-            expectEnd(file, {"--system", "system", "-e", "gxgd", "-e", "", "-e", "gxsz", "-e", "", "pipes.dxf"}, "");
+    // Sizes and prefixes of materials, and what can be chosen of linetypes and layers.
+    place.write("tables.scr",
+                "ASKPIPE\n(handent \"106\")\ngxsz\n系统图层...\n新建...\nX\nOK\n用户图层...\n"
+                "Cancel\nCancel\nCancel\nCancel\n");
+    const Arguments asked = {"--system", "system", "-p", QRS_EXAMPLE_SIBLING, "-s", "tables.scr", "pipes.dxf"};
+    for (const char* table : {"linetype", "pipe", "DataStore", "userlayer"}) {
+        const std::string name = std::string("system/") + table, shipped = place.read(name + ".dbf");
+        for (const HostileFile& file : hostileTables()) {
+            place.write(name + ".dbf", file.bytes);
+            if (!file.memo.empty()) place.write(name + ".dbt", std::string(512, ' ') + file.memo);
+            expectEnd(file, asked, file.told);
+            if (table == std::string("linetype"))
+                expectEnd(file, {"--system", "system", "--check", "pipes.dxf"}, file.told);
         }
+        place.write(name + ".dbf", shipped);
+    }
+}
+
+// Such files are also taken for severities and accepted findings.
+TEST_F(Bounds, HoldForMappings) {
+    place.example("pipes.dxf");
+    for (const HostileFile& file : hostileMappings()) {
+        place.write("hostile.csv", file.bytes);
+        expectEnd(file, {"--repair", "hostile.csv", "--dry-run", "pipes.dxf"}, file.told);
+        expectEnd(file, {"--check", "--rules", "hostile.csv", "pipes.dxf"}, "");
+        place.write("pipes.dxf.accepted", file.bytes);
+        expectEnd(file, {"--check", "pipes.dxf"}, "");
+        fs::remove(place.path("pipes.dxf.accepted"));
+    }
 }
 
 TEST_F(Bounds, HoldForSettings) {
+    fs::create_directory(place.path("import"));
     for (const HostileFile& file : hostileSettings()) {
         place.write("settings.ini", file.bytes);
         const Outcome outcome = expectEnd(file, {"--settings", "settings.ini", "-e", "UnFrozenAllLayer"}, file.told);
         EXPECT_EQ(outcome.code, *file.told == '\0' ? 0 : 3) << file.name << ": " << outcome.error;
+        place.write("import/setting.ini", file.bytes);
+        expectEnd(file, {"--settings", "other.ini", "-e", "drsz", "-e", "2", "-e", "import"}, "");
     }
 }
 

@@ -348,13 +348,35 @@ std::vector<HostileFile> hostileTables() {
         return name;
     };
     const std::string names = field("NAME", 'C', 10) + field("CONTENT", 'C', 20) + "\r";
+    // Names of all tables, each of which is a memo, and the same one.
+    std::string memos;
+    for (const char* name : {"NAME", "GC", "TYPEVALUE"})
+        memos += field(name, 'M', 10);
+    std::string shared = table(kMegabyte / 74, 161, 37, memos + field("TYPENUMBER", 'N', 6) + "\r") +
+                         repeated("          1         1         1    40", kMegabyte / 2);
+    shared[0] = '\x83';
     return {
-        {"four thousand million records", table(0xFFFFFFFF, 97, 31, names) + std::string(310, ' '), "hostile"},
-        {"records of nothing", table(0xFFFFFFFF, 97, 0, names), "hostile"},
-        {"a header longer than the file", table(1, 0xFFFF, 31, names), "hostile"},
+        {"four thousand million records", table(0xFFFFFFFF, 97, 31, names) + std::string(310, ' '), "is damaged"},
+        {"records of nothing", table(0xFFFFFFFF, 97, 0, names), "is damaged"},
+        {"a header longer than the file", table(1, 0xFFFF, 31, names), "is damaged"},
         {"rows", table(32000, 97, 31, names) + repeated(" X         1,-1                ")},
-        {"fields", table(1, 65, 31, repeated(field("F", 'C', 1), 60000) + "\r"), "hostile"},
-        {"nothing", "", "hostile"},
+        {"a memo of all records", shared, "", std::string(kMegabyte / 2, 'x')},
+        {"fields", table(1, 65, 31, repeated(field("F", 'C', 1), 60000) + "\r"), "is damaged"},
+        {"nothing", "", "is damaged"},
+    };
+}
+
+std::vector<HostileFile> hostileMappings() {
+    return {
+        {"rows", many([](int i) { return "L" + std::to_string(i) + ",X,layer\n"; })},
+        {"stars", repeated("*a*b*c*d*e*f*g*h,X,layer\n")},
+        {"a pattern", repeated("*a") + ",X,layer\n"},
+        {"accepted findings", many([](int i) { return "layer-foreign,*" + std::to_string(i) + "*a*,agreed\n"; }),
+         "1: \"agreed\" is none of"},
+        {"severities", repeated("layer-absent,error\n"), "1: a row is"},
+        {"a quote", "\"" + repeated("a\n"), "1: a quote is not closed"},
+        {"cells", repeated(","), "1: a row is"},
+        {"zeros", std::string(kMegabyte, '\0'), "1: a row is"},
     };
 }
 

@@ -16,10 +16,12 @@ struct HostileFile {
     const char* name;
     std::string bytes;
     const char* told = "";  // what standard error says of it; empty: there is nothing wrong
+    std::string memo = {};  // of a table
 };
 
 std::vector<HostileFile> hostileDrawings();
 std::vector<HostileFile> hostileStandards();
 std::vector<HostileFile> hostileTables();
+std::vector<HostileFile> hostileMappings();
 std::vector<HostileFile> hostileSettings();
 std::vector<HostileFile> hostileScripts();
