@@ -65,7 +65,7 @@ bool isAlike(const plot::Sheet::Window& a, const plot::Sheet::Window& b) {
 }
 
 // What differs has a colour, and gives it to all that lies in its block or viewport. So has what can be seen here
-// alone.
+// alone, and what layers, block references and viewports give another look in the other drawing.
 class Differences final : public plot::Painter {
   public:
     // fates, there: by record of this side; the record in the other drawing.
@@ -73,33 +73,57 @@ class Differences final : public plot::Painter {
                 const std::vector<dxf::RecordId>& there, const Color& differing, const Color& same)
         : here_(here), other_(other), fates_(fates), there_(there), differing_(differing), same_(same) {}
 
-    plot::Paint paint(const pick::Shown& shown, const plot::Paint& outer) const override {
-        if (outer.color == differing_) return outer;
+    plot::Paint paint(const pick::Shown& shown, const plot::EntityLooks& looks,
+                      const plot::Paint& outer) const override {
+        if (outer.isWhole) return outer;
         plot::Paint paint = outer;
         paint.layerThere = stateThere(shown, outer);
-        const bool isSeen = (paint.layerThere & pick::kFrozenLayer) == 0 &&
-                            (shown.showsBlock || (paint.layerThere & (pick::kOffLayer | pick::kUnplottedLayer)) == 0);
-        paint.color = isSeen && isSame(shown.entity) ? same_ : differing_;
+        if ((paint.layerThere & pick::kFrozenLayer) != 0 || !isSame(shown.entity)) return whole(paint);
+        enterThere(shown, *paint.looksThere);
+        // What lies in its block has looks and layers of its own.
+        const bool isDrawn = !shown.showsBlock || kindOf(shown.entity).draw != nullptr;
+        const bool isHidden = (paint.layerThere & (pick::kOffLayer | pick::kUnplottedLayer)) != 0;
+        const bool differs = isDrawn && (isHidden || !plot::areAlike(looks, *paint.looksThere));
+        paint.color = differs ? differing_ : same_;
         return paint;
+    }
+    void leave(const plot::Paint& paint) const override {
+        if (paint.looksThere) paint.looksThere->leave();
     }
 
     plot::Paint within(dxf::RecordId viewport) override {
         plot::Paint paint;
-        if (!other_.sheet || !isSameWindow(viewport)) {
-            paint.color = differing_;
-            return paint;
-        }
+        if (!other_.sheet || !isSameWindow(viewport)) return whole(paint);
         const dxf::RecordId id = viewport == dxf::kNoRecord ? viewport : there_[viewport];
         paint.layersThere = &layers_.try_emplace(id, other_.sheet->layersIn(id)).first->second;
+        paint.looksThere = &looks_.try_emplace(id, *other_.drawing, id).first->second;
         return paint;
     }
 
   private:
+    plot::Paint whole(plot::Paint paint) const {
+        paint.color = differing_;
+        paint.looksThere = nullptr;
+        paint.isWhole = true;
+        return paint;
+    }
+    static const pick::Kind& kindOf(const pick::Entity& entity) {
+        return *pick::findKind(entity.drawing().typeNameOf(entity.id()));
+    }
     bool isSame(const pick::Entity& entity) const {
         if (&entity.drawing() != here_.drawing.get()) return true;
         const Fate fate = fates_[entity.id()];
-        if (fate == Fate::Redrawn) return pick::findKind(entity.drawing().typeNameOf(entity.id()))->trace != nullptr;
+        if (fate == Fate::Redrawn) return kindOf(entity).trace != nullptr;
         return fate == Fate::Same && (other_.drawing->record(there_[entity.id()]).flags & dxf::kInvisible) == 0;
+    }
+    // The entity says the same in both drawings, so that the tags of this side tell its look in the other.
+    void enterThere(const pick::Shown& shown, plot::EntityLooks& looks) const {
+        const dxf::Drawing& drawing = shown.entity.drawing();
+        const dxf::RecordId id = shown.entity.id();
+        if (&drawing == here_.drawing.get())
+            looks.enterAs(shown, *other_.drawing, other_.drawing->record(there_[id]).layer);
+        else
+            looks.enterAs(shown, drawing, drawing.record(id).layer);
     }
     int stateThere(const pick::Shown& shown, const plot::Paint& outer) const {
         const dxf::Drawing& drawing = shown.entity.drawing();
@@ -130,8 +154,18 @@ class Differences final : public plot::Painter {
     const std::vector<dxf::RecordId>& there_;
     Color differing_;
     Color same_;
-    std::map<dxf::RecordId, pick::LayerStates> layers_;  // of the other drawing, by its viewports
+    // Of the other drawing, by its viewports.
+    std::map<dxf::RecordId, pick::LayerStates> layers_;
+    std::map<dxf::RecordId, plot::EntityLooks> looks_;
 };
+
+// Layouts that one of them lacks are in no picture of the other.
+void tellLayouts(const Side& side, const Side& other, const std::filesystem::path& file, PlotOutcome& outcome) {
+    for (const Layout& layout : side.layouts)
+        if (!plot::findLayout(other.layouts, layout.name))
+            outcome.notes.push_back(platform::translated(L"Only %1 has the layout \"%2\".",
+                                                         platform::fromUtf8(file.u8string()), layout.name));
+}
 
 }  // namespace
 
@@ -159,6 +193,8 @@ PlotFailure plotComparison(const std::filesystem::path& first, const std::filesy
         extents.add(box.low);
         extents.add(box.high);
     }
+    tellLayouts(sides[0], sides[1], first, outcome);
+    tellLayouts(sides[1], sides[0], second, outcome);
     const plot::Sheet& leading = inSecond ? *sides[1].sheet : *sides[0].sheet;
     const plot::Page page = plot::pageFor(extents, leading.isModel(), leading.setup(), request.paper);
     const Fates fates = compareRecords(*sides[0].drawing, *sides[1].drawing);

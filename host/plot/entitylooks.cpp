@@ -193,9 +193,9 @@ const LayerLook& EntityLooks::layerOf(Source& source, dxf::NameId layer) {
     return known->second;
 }
 
-const Linetype* EntityLooks::linetypeOf(Source& source, std::string_view name) {
+const Linetype* EntityLooks::linetypeOf(Source& source, const dxf::Drawing& writer, std::string_view name) {
     const auto [known, fresh] = source.byName.emplace(name, nullptr);
-    if (fresh) known->second = source.linetypes.find(platform::foldCase(readText(source.drawing, name)));
+    if (fresh) known->second = source.linetypes.find(platform::foldCase(readText(writer, name)));
     return known->second;
 }
 
@@ -206,9 +206,14 @@ Color EntityLooks::colorOf(long index) const {
 }
 
 void EntityLooks::enter(const pick::Shown& shown) {
-    Source& source = sourceOf(shown.entity.drawing(), shown.prefix);
+    const dxf::Drawing& drawing = shown.entity.drawing();
+    enterAs(shown, drawing, drawing.record(shown.entity.id()).layer);
+}
+
+void EntityLooks::enterAs(const pick::Shown& shown, const dxf::Drawing& drawing, dxf::NameId layerName) {
+    Source& source = sourceOf(drawing, shown.prefix);
     const Look& outer = entered_.empty() ? usual_.look : entered_.back().look;
-    const LayerLook* layer = &layerOf(source, source.drawing.record(shown.entity.id()).layer);
+    const LayerLook* layer = &layerOf(source, layerName);
     // Layer "0" in a block is the block reference's layer.
     if (layer->isZero && !entered_.empty()) layer = entered_.back().layer;
     const OwnLook own = readOwn(shown.entity);
@@ -228,13 +233,22 @@ void EntityLooks::enter(const pick::Shown& shown) {
         if (name == platform::foldCase(L"BYBLOCK"))
             look.linetype = outer.linetype;
         else if (name != platform::foldCase(L"BYLAYER"))
-            look.linetype = linetypeOf(source, own.linetype);
+            look.linetype = linetypeOf(source, shown.entity.drawing(), own.linetype);
     }
     look.color.alpha = layer->look.color.alpha;
     if ((own.transparency & kOpacityGiven) != 0) look.color.alpha = opacityOf(own.transparency);
     if ((own.transparency & kOpacityByBlock) != 0) look.color.alpha = outer.color.alpha;
     look.linetypeScale = own.linetypeScale;
     entered_.push_back({look, layer});
+}
+
+bool areAlike(const EntityLooks& a, const EntityLooks& b) {
+    const Look& first = a.look();
+    const Look& second = b.look();
+    if (!(first.color == second.color) || first.weight != second.weight) return false;
+    if (!first.linetype || !second.linetype) return first.linetype == second.linetype;
+    return first.linetypeScale * a.globalLinetypeScale() == second.linetypeScale * b.globalLinetypeScale() &&
+           first.linetype->dashes == second.linetype->dashes;
 }
 
 }  // namespace qrs::host::plot

@@ -37,6 +37,8 @@ class EntityLooks {
 
     // In the order in which a picture hears of entities: what lies in a block asks what the block reference has.
     void enter(const pick::Shown& shown);
+    // As if it were one of this drawing, or of one that is referred to (drawing), on a layer of that.
+    void enterAs(const pick::Shown& shown, const dxf::Drawing& drawing, dxf::NameId layer);
     void leave() { entered_.pop_back(); }
 
     // Of the entity that was entered last. Of one in no block when none was.
@@ -66,7 +68,7 @@ class EntityLooks {
     const LayerLook& layerOf(Source& source, dxf::NameId layer);
     void override(Source& source, dxf::RecordId layer, Look& look) const;
     LayerLook readLayer(Source& source, dxf::RecordId record);
-    const Linetype* linetypeOf(Source& source, std::string_view name);
+    static const Linetype* linetypeOf(Source& source, const dxf::Drawing& writer, std::string_view name);
     dxf::RecordId findLayer(const dxf::Drawing& drawing, const std::wstring& name);
 
     const dxf::Drawing& drawing_;
@@ -79,6 +81,9 @@ class EntityLooks {
     Source* lastSource_ = nullptr;
     std::vector<Entered> entered_;
 };
+
+// Whether what they entered last is drawn alike.
+bool areAlike(const EntityLooks& a, const EntityLooks& b);
 
 // A variable of the header that is a number.
 double headerNumber(const dxf::Drawing& drawing, std::string_view name, int code, double fallback);

@@ -2,6 +2,7 @@
 #include "host/plot/linetypes.h"
 
 #include <cmath>
+#include <tuple>
 
 #include "host/drawing/objecttags.h"
 #include "host/dxf/classcodes.h"
@@ -42,6 +43,14 @@ void take(const dxf::Drawing& drawing, const pick::Entity::Field& field, Linetyp
 }
 
 }  // namespace
+
+bool Dash::operator==(const Dash& other) const {
+    const auto fields = [](const Dash& dash) {
+        return std::tie(dash.length, dash.text, dash.shape, dash.style, dash.scale, dash.rotation, dash.isUpright,
+                        dash.offsetX, dash.offsetY);
+    };
+    return fields(*this) == fields(other);
+}
 
 void Linetypes::read() const {
     isRead_ = true;

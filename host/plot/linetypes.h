@@ -20,6 +20,8 @@ struct Dash {
     bool isUpright = false;  // turned from the drawing's axis, not from the line
     double offsetX = 0.0;
     double offsetY = 0.0;
+
+    bool operator==(const Dash& other) const;
 };
 
 struct Linetype {

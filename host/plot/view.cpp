@@ -111,7 +111,7 @@ bool View::enter(const pick::Shown& shown) {
             now_.dotScale * std::fabs(look.linetypeScale) * looks_.globalLinetypeScale() * scale_.linetypeFactor;
         now_.isOnePath = isDrawnAsOne(shown.entity);
     }
-    if (painter_) now_.paint = painter_->paint(shown, now_.paint);
+    if (painter_) now_.paint = painter_->paint(shown, looks_, now_.paint);
     now_.shapeColor.reset();
     now_.shapeWeight.reset();
     now_.isClipped = false;
@@ -123,6 +123,7 @@ bool View::enter(const pick::Shown& shown) {
 void View::leave() {
     endRun();
     if (now_.isClipped) canvas_.popClip();
+    if (painter_) painter_->leave(now_.paint);
     looks_.leave();
     now_ = outer_.back();
     outer_.pop_back();

@@ -485,3 +485,47 @@ TEST_F(Plot, ComparesWhatCanBeSeen) {
     EXPECT_EQ(sheets.at(50, 55), kGone) << "where the viewport was";
     EXPECT_EQ(sheets.at(50, 60), kNew) << "where it is";
 }
+
+// Records that say the same, on layers that look otherwise in the other drawing.
+TEST_F(Plot, ComparesLooks) {
+    constexpr long kNew = 0x009600;
+    constexpr long kSame = 0xAAAAAA;
+    const std::string block = "0=BLOCK;5=C1;8=0;2=B;70=0;10=0;20=0;" + lineAt(0, "5=C2;8=0;370=100") +
+                              lineAt(5, "5=C3;8=0;62=3;370=100") + lineAt(10, "5=C4;8=RED;62=0;6=CONTINUOUS;370=100") +
+                              lineAt(15, "5=C5;8=PLAIN;6=CONTINUOUS;370=100") + "0=ENDBLK;5=C6;8=0;";
+    std::string text = drawing(
+        block,
+        lineAt(5, "5=A1;8=PLAIN;370=100") + lineAt(10, "5=A2;8=PLAIN") +
+            lineAt(15, "5=A3;8=PLAIN;62=3;6=CONTINUOUS;370=100") +
+            "0=INSERT;5=A4;8=PLAIN;2=B;10=0;20=20;0=INSERT;5=A5;8=0;2=B;10=0;20=40;"
+            "0=MULTILEADER;5=A6;8=PLAIN;6=CONTINUOUS;370=100;300=CONTEXT_DATA{;40=1;41=0;296=1;341=C0;15=0;25=60;"
+            "16=1;26=1;36=1;302=LEADER{;10=50;20=85;11=1;21=0;40=8;304=LEADER_LINE{;10=10;20=85;305=};303=};301=};"
+            "291=0;");
+    text.insert(text.find(dxfText("0=TABLE;2=LAYER")),
+                dxfText("0=TABLE;2=BLOCK_RECORD;70=1;0=BLOCK_RECORD;5=C0;2=B;0=ENDTAB;"));
+    const struct {
+        const char* plain;      // what the layer has in place of its colour
+        std::vector<int> news;  // lines, by their height
+    } rows[] = {
+        {"62=1;", {}},
+        {"62=2;", {5, 10, 20, 30, 35, 55, 60, 70, 75, 85}},
+        {"62=1;1001=AcCmTransparency;1071=33554559;", {5, 10, 15, 20, 25, 35, 55, 60, 65, 75, 85}},
+        {"62=1;370=50;", {10}},
+        {"62=1;6=DASHED;", {5, 10, 20, 25, 60, 65}},
+        {"62=-1;", {5, 10, 15, 20, 25, 35, 55, 60, 65, 75, 85}},
+    };
+    for (const auto& row : rows) {
+        std::string other = text;
+        const std::string layer = dxfText("2=PLAIN;70=0;62=1;");
+        other.replace(other.find(layer), layer.size(), dxfText("2=PLAIN;70=0;") + dxfText(row.plain));
+        ASSERT_EQ(
+            plotComparison(folder_.write("a.dxf", other), folder_.write("b.dxf", text), request_, outcome_, error_),
+            PlotFailure::None)
+            << error_.message;
+        const Picture picture(request_.file);
+        for (const int y : {5, 10, 15, 20, 25, 30, 35, 40, 45, 50, 55, 60, 65, 70, 75, 85}) {
+            const bool isNew = std::find(row.news.begin(), row.news.end(), y) != row.news.end();
+            EXPECT_EQ(picture.at(45, y), isNew ? kNew : kSame) << row.plain << ' ' << y;
+        }
+    }
+}
