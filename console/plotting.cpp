@@ -52,8 +52,9 @@ std::string unknownMark(std::string_view pattern) {
 bool isDevice(const std::wstring& name) {
     std::wstring start = name.substr(0, name.find(L'.'));
     start.erase(start.find_last_not_of(L' ') + 1);
-    if (start.size() == 4 && start.back() >= L'0' && start.back() <= L'9') start.back() = L'1';
-    for (const wchar_t* device : {L"CON", L"PRN", L"AUX", L"NUL", L"COM1", L"LPT1"})
+    if (start.size() == 4 && std::wstring_view(L"023456789\xB9\xB2\xB3").find(start.back()) != std::wstring_view::npos)
+        start.back() = L'1';
+    for (const wchar_t* device : {L"CON", L"PRN", L"AUX", L"NUL", L"COM1", L"LPT1", L"CONIN$", L"CONOUT$"})
         if (platform::compareNoCase(start, device) == 0) return true;
     return false;
 }

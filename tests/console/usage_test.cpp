@@ -403,17 +403,17 @@ TEST(Usage, PlotsDrawings) {
               std::string::npos);
     EXPECT_EQ(place.read("own.svg"), place.read("building.dxf"));
 
-    // Layouts whose names are the same in names of files.
+    // Layouts whose names are the same in names of files, and begin like a device.
     std::string sheets = place.read("residence.dxf");
     const std::string mark = "AcDbLayout\r\n  1\r\n";
     std::size_t at = sheets.find(mark);
-    for (const char* name : {"a/b", "A:B"}) {
+    for (const char* name : {"com\u00B9.a/b", "COM\u00B9.A:B"}) {
         at = sheets.find(mark, at + 1) + mark.size();
         sheets.replace(at, sheets.find('\r', at) - at, name);
     }
     place.write("sheets.dxf", sheets);
     EXPECT_EQ(place.run({"sheets.dxf", "--plot", "{layout}.svg"}).code, 0);
-    EXPECT_TRUE(place.has("a-b.svg") && place.has("A-B-2.svg"));
+    EXPECT_TRUE(place.has("-com\u00B9.a-b.svg") && place.has("-COM\u00B9.A-B-2.svg"));
 
     const Outcome script = place.run({"building.dxf"}, "PLOTFILE\nplan.svg\n\nA4\n\nPLOTFILE\nplan.gif\n");
     EXPECT_EQ(script.code, 1);

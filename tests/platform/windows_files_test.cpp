@@ -9,6 +9,7 @@
 #include "../folder.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
+#include "host/platform/inputfile.h"
 #include "host/platform/win32/handle.h"
 
 using namespace qrs::platform;
@@ -118,6 +119,26 @@ TEST(WindowsFiles, ReadersOfTheOldFileKeepNobodyFromSaving) {
     EXPECT_FALSE(writeFileAtomically(scratch / "plan.dxf", "newest", 1, error));
     EXPECT_NE(error.message.find("plan.dxf: is read-only"), std::string::npos) << error.message;
     SetFileAttributesW((scratch / "plan.dxf").c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+// A drawing may name one: they lie in every folder, whatever stands after the dot. Newer systems have files of some of
+// these names.
+TEST(WindowsFiles, DevicesAreNeitherReadNorWritten) {
+    const Folder scratch;
+    for (const char* name : {"CON", "con.dxf", "NUL", "nul.dxf", "PRN", "AUX", "COM1", "LPT1.dxf", "CONIN$", "CONOUT$"})
+        for (const fs::path& path : {fs::path(name), scratch / name}) {
+            Error error;
+            EXPECT_FALSE(MappedFile::open(path, error)) << path;
+            EXPECT_NE(error.message, "") << path;
+            EXPECT_FALSE(InputFile::open(path, error)) << path;
+            std::string content;
+            EXPECT_FALSE(readOrdinaryFile(path, 1000, content, error)) << path;
+            if (path.is_relative()) continue;
+            const bool isWritten = writeFileAtomically(path, "new", 0, error);
+            EXPECT_EQ(scratch.names(), isWritten ? Names{name} : Names{}) << error.message;
+            EXPECT_TRUE(!isWritten || scratch.read(name) == "new") << path;
+            if (isWritten) fs::remove(path);
+        }
 }
 
 TEST(WindowsFiles, TemporaryFolderIsThereWhateverTheVariablesSay) {
