@@ -20,6 +20,8 @@ constexpr Translation kRows[] = {
     {"The external reference %1 cannot be found.", "找不到外部参照 %1。"},
     {"A hatch pattern too fine to be seen was drawn as an area.", "过密而无法辨认的填充图案已按实心面绘制。"},
     {"Shapes in linetypes that no file tells were left out.", "线型中没有文件说明的形已略去。"},
+    {"Characters that no installed font has were drawn as boxes: %1 (%2).",
+     "已安装的字体都没有的字符画成了方框：%1 个（%2）。"},
     {"There is more than can be drawn; the rest was left out.", "内容超出可绘制的数量，其余已略去。"},
     {"Only %1 has the layout \"%2\".", "只有 %1 有布局“%2”。"},
     {"Entities of a kind that cannot be drawn: %1 x %2.", "无法绘制的图元：%1 个 %2。"},

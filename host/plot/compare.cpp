@@ -204,7 +204,7 @@ PlotFailure plotComparison(const std::filesystem::path& first, const std::filesy
     {
         const double dots = surface->dotsPerMillimetre();
         plot::Canvas canvas(surface->context(), page.paper.width * dots, page.paper.height * dots);
-        plot::Texts texts(canvas);
+        plot::Texts texts(canvas, notes.boxes);
         const plot::ViewScale scale{dots, surface->thinnest(), 1.0, false, dxf::kNoRecord};
         Differences painters[2] = {{sides[0], sides[1], fates.first, fates.firstThere, kGone, kSame},
                                    {sides[1], sides[0], fates.second, fates.secondThere, kNew, kUnseen}};

@@ -34,6 +34,7 @@ namespace qrs::host::plot {
     call(pango_font_description_set_absolute_size) call(pango_font_description_set_family) \
     call(pango_font_description_set_style) call(pango_font_description_set_weight) call(pango_language_from_string) \
     call(pango_layout_get_extents) call(pango_layout_get_line_count) call(pango_layout_get_line_readonly) \
+    call(pango_layout_get_lines_readonly) call(pango_layout_get_unknown_glyphs_count) \
     call(pango_layout_line_get_extents) call(pango_layout_new) call(pango_layout_set_attributes) \
     call(pango_layout_set_font_description) call(pango_layout_set_text) call(pango_layout_set_width) \
     call(pango_layout_set_wrap)

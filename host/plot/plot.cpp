@@ -8,6 +8,7 @@
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/language.h"
+#include "host/platform/text.h"
 #include "host/plot/pages.h"
 #include "host/plot/surface.h"
 
@@ -116,6 +117,16 @@ void tellNotes(const Notes& notes, pick::References& references, PlotOutcome& ou
         outcome.notes.push_back(translated(L"Shapes in linetypes that no file tells were left out."));
     if (notes.all.count(Note::RestLeftOut))
         outcome.notes.push_back(translated(L"There is more than can be drawn; the rest was left out."));
+    if (!notes.boxes.empty()) {
+        constexpr std::size_t kShown = 10;
+        std::wstring shown;
+        for (const char32_t character : notes.boxes) {
+            platform::appendCodePoint(shown, character);
+            if (shown.size() >= kShown) break;
+        }
+        outcome.notes.push_back(translated(L"Characters that no installed font has were drawn as boxes: %1 (%2).",
+                                           notes.boxes.size(), shown));
+    }
     for (const auto& [kind, count] : notes.undrawn)
         outcome.notes.push_back(
             translated(L"Entities of a kind that cannot be drawn: %1 x %2.", count, platform::fromUtf8(kind)));
@@ -149,7 +160,7 @@ PlotFailure plotDrawing(dxf::Drawing& drawing, const std::filesystem::path& own,
     {
         const double dots = surface->dotsPerMillimetre();
         Canvas canvas(surface->context(), page.paper.width * dots, page.paper.height * dots);
-        Texts texts(canvas);
+        Texts texts(canvas, notes.boxes);
         const ViewScale scale{dots, surface->thinnest(), 1.0, request.isBlack, dxf::kNoRecord};
         outcome.entities = sheet.draw(canvas, texts, toDots(page, dots), scale, nullptr, notes);
     }

@@ -117,7 +117,8 @@ struct Texts::Placed {
     double y = 0.0;  // down to the baseline
 };
 
-Texts::Texts(Canvas& canvas) : canvas_(canvas), context_(calls().pango_cairo_create_context(canvas.context())) {
+Texts::Texts(Canvas& canvas, std::set<char32_t>& boxes)
+    : canvas_(canvas), boxes_(boxes), context_(calls().pango_cairo_create_context(canvas.context())) {
     cairo_font_options_t* const options = calls().cairo_font_options_create();
     calls().cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
     calls().cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
@@ -181,6 +182,20 @@ void Texts::addLooks(PangoAttrList* list, const TextRun& run, const FontChoice& 
     add(calls().pango_attr_foreground_new(part(color.red), part(color.green), part(color.blue)));
 }
 
+void Texts::noteBoxes(PangoLayout* layout) {
+    if (calls().pango_layout_get_unknown_glyphs_count(layout) == 0) return;
+    for (GSList* line = calls().pango_layout_get_lines_readonly(layout); line != nullptr; line = line->next)
+        for (GSList* run = static_cast<PangoLayoutLine*>(line->data)->runs; run != nullptr; run = run->next) {
+            const PangoGlyphString& glyphs = *static_cast<PangoGlyphItem*>(run->data)->glyphs;
+            for (int i = 0; i < glyphs.num_glyphs; ++i) {
+                const PangoGlyph glyph = glyphs.glyphs[i].glyph;
+                constexpr PangoGlyph kUnknown = PANGO_GLYPH_UNKNOWN_FLAG;
+                if (glyph != PANGO_GLYPH_INVALID_INPUT && (glyph & kUnknown) != 0)
+                    boxes_.insert(static_cast<char32_t>(glyph & ~kUnknown));
+            }
+        }
+}
+
 Texts::Layout Texts::makeLayout(const std::vector<TextRun>& runs, const FontChoice& font, bool isBlack) {
     Layout layout(calls().pango_layout_new(context_.get()));
     const Face& face = faceOf(font);
@@ -212,6 +227,7 @@ Texts::Layout Texts::makeLayout(const std::vector<TextRun>& runs, const FontChoi
     calls().pango_layout_set_text(layout.get(), text.c_str(), static_cast<int>(text.size()));
     calls().pango_layout_set_attributes(layout.get(), list);
     calls().pango_attr_list_unref(list);
+    noteBoxes(layout.get());
     return layout;
 }
 

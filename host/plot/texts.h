@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <tuple>
 
@@ -40,7 +41,8 @@ class TextStyles {
 
 class Texts {
   public:
-    explicit Texts(Canvas& canvas);
+    // boxes: takes the characters that no font has, which are drawn as boxes.
+    Texts(Canvas& canvas, std::set<char32_t>& boxes);
 
     // isBlack: colours within a text do not count. toPage: from the text's own coordinates to dots.
     void line(const pick::TextLine& text, const TextStyle& style, const Color& color, bool isBlack,
@@ -68,6 +70,7 @@ class Texts {
 
     const Shaped& shapedLine(const std::wstring& text, const FontChoice& font, bool isBlack);
     const Face& faceOf(const FontChoice& font);
+    void noteBoxes(PangoLayout* layout);
     Layout makeLayout(const std::vector<TextRun>& runs, const FontChoice& font, bool isBlack);
     void addLooks(PangoAttrList* list, const TextRun& run, const FontChoice& font, unsigned from, unsigned to,
                   bool isBlack);
@@ -78,6 +81,7 @@ class Texts {
                     const Color& filling);
 
     Canvas& canvas_;
+    std::set<char32_t>& boxes_;
     std::unique_ptr<PangoContext, Unref> context_;
     std::map<std::string, Face> faces_;
     std::map<std::tuple<std::wstring, const Face*, bool, bool>, Shaped> shaped_;

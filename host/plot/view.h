@@ -25,6 +25,7 @@ enum class Note { FinePattern, UnknownShape, RestLeftOut };
 struct Notes {
     std::set<Note> all;
     std::map<std::string, std::size_t> undrawn;  // entities without a shape, by kind
+    std::set<char32_t> boxes;                    // characters that no font has
 };
 
 struct ViewScale {

@@ -308,6 +308,10 @@ TEST_F(Plot, ShowsClipsLeadersAndMeshes) {
     EXPECT_TRUE(picture.hasInk(60, 62, 78, 70)) << "its text";
     EXPECT_EQ(picture.at(20, 80), kBlack) << "an edge";
     EXPECT_EQ(outcome_.notes, std::vector<std::wstring>{L"Entities of a kind that cannot be drawn: 2 x REGION."});
+    // A character for private use, which no font has, is told once.
+    this->picture(::drawing("", "0=TEXT;8=0;10=20;20=20;40=5;1=a\\U+F8FE-\\U+F8FE;"));
+    EXPECT_EQ(outcome_.notes,
+              std::vector<std::wstring>{L"Characters that no installed font has were drawn as boxes: 1 (\xF8FE)."});
 }
 
 // A block with the text of its attribute at the end of a leader; attributes in each cell of an array; boxes with texts.
