@@ -176,6 +176,20 @@ TEST(PipePictures, AreDrawnAnewWhenTheShapeChangesAndOnlyThen) {
     ASSERT_TRUE(DatabaseAccess::takeBack(*plain.database, step));
     EXPECT_EQ(plain.changes(), "");
 
+    // So it follows the scale of symbols.
+    Sample scaled(drawingWith("QRS_PIPENODE;5=40;330=1F;100=AcDbEntity;8=PIPE;100=TDbPipeNode;10=1;20=2;70=1;"));
+    renewAllPictures(*scaled.database);
+    DatabaseAccess::beginStep(*scaled.database, L"three");
+    resbuf scale = {};
+    scale.restype = RTREAL;
+    scale.resval.rreal = 100.0;
+    ASSERT_EQ(setHeaderVariable(scaled.database.get(), L"DIMSCALE", scale), Acad::eOk);
+    EXPECT_EQ(shownOf(scaled), "circle 1 2 0 350;");
+    AcDbObjectPointer<TDbPipeNode>(scaled.byHandle(0x40), AcDb::kForWrite)->setColorIndex(1);
+    EXPECT_EQ(shownOf(scaled), "circle color 1 1 2 0 350;");
+    ASSERT_TRUE(DatabaseAccess::takeBack(*scaled.database, step));
+    EXPECT_EQ(shownOf(scaled), "circle 1 2 0 3.5;");
+
     // What others drew stays until the pipe looks otherwise.
     std::string foreign = pipeOf(tags);
     const std::size_t end = foreign.find(dbtest::dxfText("100=TDbPipePrototype"));

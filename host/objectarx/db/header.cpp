@@ -4,6 +4,7 @@
 
 #include "host/drawing/headervariables.h"
 #include "host/objectarx/db/access.h"
+#include "host/objectarx/db/pictures.h"
 #include "host/objectarx/db/state.h"
 
 namespace qrs::host {
@@ -48,6 +49,14 @@ Acad::ErrorStatus setNumber(dxf::Drawing& drawing, const HeaderFormat& format, c
     if (format.kind != HeaderKind::Real && value.restype != RTSHORT && value.restype != RTLONG)
         return Acad::eInvalidInput;
     return statusOf(setHeaderNumber(drawing, format, number));
+}
+
+// Entities of applications draw their symbols in this scale.
+Acad::ErrorStatus setScale(DatabaseState& state, const HeaderFormat& format, const resbuf& value) {
+    const OwnPictures pictures(state);
+    const Acad::ErrorStatus status = setNumber(state.drawing(), format, value);
+    if (status == Acad::eOk) pictures.renew();
+    return status;
 }
 
 Acad::ErrorStatus setPoint(dxf::Drawing& drawing, const HeaderFormat& format, const resbuf& value) {
@@ -102,6 +111,7 @@ Acad::ErrorStatus setHeaderVariable(AcDbDatabase* database, std::wstring_view na
     if (format->readOnly) return Acad::eIsWriteProtected;
     // What the drawing's version does not know is no variable of it.
     if (state->drawing().version() < format->since) return Acad::eNotApplicable;
+    if (format == headerFormat(L"DIMSCALE")) return setScale(*state, *format, value);
     if (format->isNumber()) return setNumber(state->drawing(), *format, value);
     if (format->axes() != 0) return setPoint(state->drawing(), *format, value);
     if (value.restype != RTSTR || !value.resval.rstring) return Acad::eInvalidInput;

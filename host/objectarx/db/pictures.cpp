@@ -218,6 +218,24 @@ void renewPicturesOn(DatabaseState& state, const std::set<std::uint32_t>& layers
     });
 }
 
+OwnPictures::OwnPictures(DatabaseState& state) : state_(state) {
+    const dxf::Drawing& drawing = state.drawing();
+    if (!canHavePicture(drawing)) return;
+    state.objects().writeAll();
+    forEachDrawnEntity(state, [&](dxf::RecordId id, const AcDbEntity& entity) {
+        const std::string present = proxyGraphicsOf(drawing, id);
+        if (!present.empty() && isDrawnHere(present, entity, state)) own_.push_back(entity.objectId());
+    });
+}
+
+void OwnPictures::renew() const {
+    for (const AcDbObjectId& id : own_) {
+        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        if (entity.openStatus() != Acad::eOk) continue;
+        setProxyGraphics(state_.drawing(), recordOf(*entity.object(), &state_), drawnPicture(*entity.object()));
+    }
+}
+
 PictureCounts renewAllPictures(AcDbDatabase& database) {
     PictureCounts counts;
     DatabaseState* state = DatabaseState::of(&database);

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "dbmain.h"
 
@@ -32,6 +33,18 @@ class OwnPicture {
 
 // Pictures that were drawn here follow the colour and weight of layers that have changed.
 void renewPicturesOn(DatabaseState& state, const std::set<std::uint32_t>& layers);
+
+// Before a change of what all pictures depend on, such as the scale of symbols: those that were drawn here follow it.
+class OwnPictures {
+  public:
+    explicit OwnPictures(DatabaseState& state);
+    // After the change.
+    void renew() const;
+
+  private:
+    DatabaseState& state_;
+    std::vector<AcDbObjectId> own_;
+};
 
 struct PictureCounts {
     std::size_t given = 0;  // entities that had none, or another one
