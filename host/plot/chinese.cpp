@@ -23,7 +23,8 @@ constexpr Translation kRows[] = {
     {"Characters that no installed font has were drawn as boxes: %1 (%2).",
      "已安装的字体都没有的字符画成了方框：%1 个（%2）。"},
     {"There is more than can be drawn; the rest was left out.", "内容超出可绘制的数量，其余已略去。"},
-    {"Only %1 has the layout \"%2\".", "只有 %1 有布局“%2”。"},
+    {"Only the first drawing has the layout \"%1\".", "只有第一张图有布局“%1”。"},
+    {"Only the second drawing has the layout \"%1\".", "只有第二张图有布局“%1”。"},
     {"Entities of a kind that cannot be drawn: %1 x %2.", "无法绘制的图元：%1 个 %2。"},
 };
 

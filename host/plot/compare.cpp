@@ -160,11 +160,15 @@ class Differences final : public plot::Painter {
 };
 
 // Layouts that one of them lacks are in no picture of the other.
-void tellLayouts(const Side& side, const Side& other, const std::filesystem::path& file, PlotOutcome& outcome) {
-    for (const Layout& layout : side.layouts)
-        if (!plot::findLayout(other.layouts, layout.name))
-            outcome.notes.push_back(platform::translated(L"Only %1 has the layout \"%2\".",
-                                                         platform::fromUtf8(file.u8string()), layout.name));
+void tellLayouts(const Side& first, const Side& second, PlotOutcome& outcome) {
+    for (const Layout& layout : first.layouts)
+        if (!plot::findLayout(second.layouts, layout.name))
+            outcome.notes.push_back(
+                platform::translated(L"Only the first drawing has the layout \"%1\".", layout.name));
+    for (const Layout& layout : second.layouts)
+        if (!plot::findLayout(first.layouts, layout.name))
+            outcome.notes.push_back(
+                platform::translated(L"Only the second drawing has the layout \"%1\".", layout.name));
 }
 
 }  // namespace
@@ -193,8 +197,7 @@ PlotFailure plotComparison(const std::filesystem::path& first, const std::filesy
         extents.add(box.low);
         extents.add(box.high);
     }
-    tellLayouts(sides[0], sides[1], first, outcome);
-    tellLayouts(sides[1], sides[0], second, outcome);
+    tellLayouts(sides[0], sides[1], outcome);
     const plot::Sheet& leading = inSecond ? *sides[1].sheet : *sides[0].sheet;
     const plot::Page page = plot::pageFor(extents, leading.isModel(), leading.setup(), request.paper);
     const Fates fates = compareRecords(*sides[0].drawing, *sides[1].drawing);

@@ -423,14 +423,21 @@ TEST_F(Plot, ComparesTwoDrawings) {
     };
     const auto first =
         folder_.write("first.dxf", drawing({}, line("A1", 10, 100) + line("A2", 20, 100) + line("A3", 30, 50)));
-    const auto second =
-        folder_.write("second.dxf", drawing({}, line("A1", 10, 100) + line("A3", 30, 100) + line("A4", 40, 100)));
+    std::string text = drawing("0=BLOCK;8=0;2=*PAPER_SPACE0;70=0;10=0;20=0;0=ENDBLK;8=0;",
+                               line("A1", 10, 100) + line("A3", 30, 100) + line("A4", 40, 100));
+    text.insert(text.find(dxfText("0=TABLE;2=LAYER")),
+                dxfText("0=TABLE;2=BLOCK_RECORD;70=1;0=BLOCK_RECORD;5=E0;2=*PAPER_SPACE0;0=ENDTAB;"));
+    text.insert(text.rfind(dxfText("0=EOF")),
+                dxfText("0=SECTION;2=OBJECTS;0=LAYOUT;5=E1;100=AcDbLayout;1=A1;71=1;330=E0;0=ENDSEC;"));
+    const auto second = folder_.write("second.dxf", text);
     ASSERT_EQ(plotComparison(first, second, request_, outcome_, error_), PlotFailure::None) << error_.message;
     const Picture picture(request_.file);
     EXPECT_EQ(picture.at(50, 10), 0xAAAAAA);
     EXPECT_EQ(picture.at(50, 20), 0xD20000) << "gone";
     EXPECT_EQ(picture.at(75, 30), 0x009600) << "changed";
     EXPECT_EQ(picture.at(50, 40), 0x009600) << "new";
+    EXPECT_EQ(outcome_.notes, (std::vector<std::wstring>{L"Only the first drawing has the layout \"Layout1\".",
+                                                         L"Only the second drawing has the layout \"A1\"."}));
 }
 
 // Layers, invisibility and viewports: the same records, seen in one drawing alone.
