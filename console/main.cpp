@@ -23,10 +23,12 @@ int main(int count, char** arguments) {
             static_cast<int>(ExitCode::CommandFailed));
         const ParsedOptions parsed = parseOptions(given);
         if (parsed.options) return static_cast<int>(run(*parsed.options));
-        if (parsed.code == ExitCode::Done)
-            qrs::platform::writeStandardOutput(parsed.text);
-        else
-            complain(qrs::platform::translated("%1 (--help lists the options)", parsed.text));
+        if (parsed.code == ExitCode::Done) {
+            if (qrs::platform::writeStandardOutput(parsed.text)) return 0;
+            complain(qrs::platform::translated("standard output cannot be written"));
+            return static_cast<int>(ExitCode::CannotWrite);
+        }
+        complain(qrs::platform::translated("%1 (--help lists the options)", parsed.text));
         return static_cast<int>(parsed.code);
     } catch (const std::exception& error) {
         complain(qrs::platform::reasonOf(error));

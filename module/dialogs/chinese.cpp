@@ -17,7 +17,7 @@ constexpr Translation kRows[] = {
     {"it is no folder", "它不是文件夹"},
     {"%1 was not exported: %2", "没有导出 %1：%2"},
     {"%1 was not imported: %2", "没有导入 %1：%2"},
-    {"\n%1 was not written: %2\n", "\n%1 没有写入：%2\n"},
+    {"%1 was not written: %2", "%1 没有写入：%2"},
     {"\n%1 was not read: %2\n", "\n%1 没有读入：%2\n"},
 };
 

@@ -60,7 +60,8 @@ bool exportSettings(const CExportSettingDlg& choice, const std::wstring& chosenF
         if (platform::copyFileAtomically(platform::nativePath(copy.source), platform::nativePath(copy.target),
                                          platform::LinkedTarget::Replace, error))
             continue;
-        QrsExport::TellRefusal(translated(L"%1 was not exported: %2", copy.source, platform::fromUtf8(error.message)));
+        QrsExport::FailWriting(translated(L"%1 was not exported: %2", platform::shownPath(copy.source),
+                                          platform::fromUtf8(error.message)));
     }
     acutPrintf(L"已经完成导出设置！安装新版后可以运行【导入设置】\n");
     return true;

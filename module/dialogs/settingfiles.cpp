@@ -120,7 +120,7 @@ CopiedBack copyOver(const std::wstring& source, const std::wstring& target) {
                                      platform::LinkedTarget::Follow, error))
         return CopiedBack::Done;
     // The command line is silent about it.
-    QrsExport::TellRefusal(
+    QrsExport::FailWriting(
         translated(L"%1 was not imported: %2", platform::shownPath(source), platform::fromUtf8(error.message)));
     return CopiedBack::Failed;
 }

@@ -46,7 +46,7 @@ void writeOptions(const std::wstring& folder) {
     }
     // A link of that name may lead out of the folder, so it is not written through.
     done = done && file.WriteFile(folder + kOptionsFile, reason, false);
-    if (!done) QrsExport::PrintRefusal(L"%s", translated(L"\n%1 was not written: %2\n", kOptionsFile, reason).c_str());
+    if (!done) QrsExport::FailWriting(translated(L"%1 was not written: %2", kOptionsFile, reason));
 }
 
 void readOptions(const std::wstring& folder) {
