@@ -56,7 +56,7 @@ void Faults::add(std::size_t offset, RecordId record, FaultKind kind, std::strin
     fault.record = record;
     Sum& sum = sums_[static_cast<std::size_t>(kind)];
     if (sum.count++ == 0 || offset < sum.first.offset) sum.first = fault;
-    if (all_.size() == kMost) {
+    if (isFull()) {
         ++further_;
         return;
     }

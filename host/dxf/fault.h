@@ -45,6 +45,8 @@ class Faults {
   public:
     // The reader meets them in any order.
     void add(std::size_t offset, RecordId record, FaultKind kind, std::string text);
+    // Further ones are only counted: they need no text.
+    bool isFull() const { return all_.size() == kMost; }
     // Puts them into the order of the file, with their lines and handles. Nothing is added after that.
     void finish(std::string_view bytes, char lineEnd, const RecordStore& records);
     const std::vector<Fault>& all() const { return all_; }

@@ -9,6 +9,7 @@
 #include "host/dxf/indexer.h"
 #include "host/dxf/references.h"
 #include "host/dxf/tags.h"
+#include "host/dxf/tagsweep.h"
 #include "host/platform/language.h"
 
 namespace qrs::dxf {
@@ -86,19 +87,27 @@ void Indexer::checkVertices(const char* at) {
 // Looks for pointers to nothing once more, for their places, when there are any.
 void Indexer::checkPointers() {
     if (pointedTo_.isPartOf(given_)) return;
+    const bool isText = index_.lineEnd != kBinaryLineEnd;
+    TagSweep sweep({start_, static_cast<std::size_t>(end_ - start_)}, index_.lineEnd);
     for (RecordId id = 0; id < index_.records.size(); ++id) {
         const Record& record = index_.records[id];
         if (!hasPointers(record.kind)) continue;
         const char* place = start_ + record.offset;
         const char* const recordEnd = place + record.stored;
         ReferencePlace references(index_.types[record.type]);
-        for (RawTag tag{}; place != recordEnd && cut(place, tag) == Cut::Tag; place = tag.next) {
+        const auto next = [&](RawTag& tag) {
+            return isText ? sweep.next(tag) : place != recordEnd && cut(place, tag) == Cut::Tag;
+        };
+        sweep.begin({place, record.stored});
+        for (RawTag tag{}; next(tag); place = tag.next) {
             const ReferenceRule* rule = references.pass(tag.code, textOf(tag));
             if (!rule || rule->loss == Loss::Stays || !isResolved(referenceOf(tag.code))) continue;
             const std::uint64_t handle = toHandle(textOf(tag));
             if (handle == 0 || given_.has(handle)) continue;
             fault(place, id, FaultKind::DeadPointer,
-                  translated("group code %1 points to %2, which no record is", tag.code, handleText(handle)));
+                  index_.faults.isFull()
+                      ? std::string()
+                      : translated("group code %1 points to %2, which no record is", tag.code, handleText(handle)));
         }
     }
 }
