@@ -1,6 +1,8 @@
 // Memory for edited records: handed out from chunks that never move.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -8,6 +10,7 @@
 #include <vector>
 
 #include "host/dxf/sizes.h"
+#include "host/platform/pages.h"
 
 namespace qrs::dxf {
 
@@ -44,8 +47,11 @@ class Arena {
     // Pieces are a little longer than asked for, so that a name or number that grows mostly stays in place.
     static std::size_t rounded(std::size_t length) { return (length + 15) & ~std::size_t{15}; }
     void open(std::size_t atLeast) {
-        size_ = atLeast > kArenaPiece ? atLeast : kArenaPiece;
+        // After some pieces it is plain that much changes.
+        const bool isMuch = chunks_.size() >= kFewArenaPieces;
+        size_ = std::max(atLeast, isMuch ? kLargeArenaPiece : kArenaPiece);
         chunks_.emplace_back(new char[size_]);
+        if (isMuch) platform::preferLargePages(chunks_.back().get(), size_);
         used_ = 0;
     }
 
