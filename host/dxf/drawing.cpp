@@ -122,6 +122,8 @@ RecordId Drawing::previous(RecordId id) const {
 // --- finding
 
 RecordId Drawing::findHandle(std::uint64_t handle) const {
+    RecordId found = kNoRecord;
+    if (handles_.findWithout(index_.records, handle, found)) return found;
     if (!handles_.isBuilt()) handles_.build(index_.records);
     return handles_.find(index_.records, handle);
 }

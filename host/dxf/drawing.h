@@ -193,7 +193,7 @@ class Drawing {
     Contents contents_{index_.records};
     std::unique_ptr<Form> form_;
     SaveGuard guard_;
-    mutable HandleIndex handles_;  // built when first asked for
+    mutable HandleIndex handles_;
     Version version_ = Version::R12;
     std::string versionText_ = "AC1009";
     unsigned codePage_ = 0;

@@ -45,6 +45,15 @@ void HandleIndex::add(const RecordStore& records, RecordId id) {
     place(records, id);
 }
 
+bool HandleIndex::findWithout(const RecordStore& records, std::uint64_t handle, RecordId& found) {
+    if (isBuilt() || foundWithout_ == kFew) return false;
+    ++foundWithout_;
+    found = kNoRecord;
+    for (RecordId id = 0; handle != 0 && found == kNoRecord && id < records.size(); ++id)
+        if (records[id].handle == handle && (records[id].flags & kErased) == 0) found = id;
+    return true;
+}
+
 RecordId HandleIndex::find(const RecordStore& records, std::uint64_t handle) const {
     if (handle == 0) return kNoRecord;
     const auto isIt = [&](RecordId id) { return records[id].handle == handle && (records[id].flags & kErased) == 0; };
