@@ -169,6 +169,12 @@ class Drawing {
     std::string encode(std::wstring_view text) const;
 
   private:
+    struct LayerName {
+        RecordId layer = kNoRecord;
+        std::string spelled;
+        NameId name = kNoName;  // none when it goes over a line's end
+    };
+
     explicit Drawing(std::unique_ptr<Source> source) : source_(std::move(source)) {}
     bool load(const std::string& name, platform::Error& error);
     void readHeader();
@@ -180,6 +186,7 @@ class Drawing {
     void noteProblem();
     void takeDraft(RecordId id);
     bool sweepTo(RecordId id, int code, Tag& tag);
+    const LayerName& nameOfLayer(RecordId layer);
     void reindex(RecordId id);
     void settle(RecordId id);
     // Hands the drawing's bytes in order to a sink, untouched neighbours in one piece.
@@ -201,6 +208,7 @@ class Drawing {
     std::uint64_t seed_ = 0;           // next handle to be given, once one was asked for
     Draft draft_;                      // of the change at work
     std::unique_ptr<TagSweep> sweep_;  // knows the codes that changes have met
+    LayerName layerName_;              // of the layer that entities were put on last
     std::string unwritable_;           // why the drawing cannot be saved any more
 };
 

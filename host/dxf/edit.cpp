@@ -27,6 +27,7 @@ void Drawing::noteProblem() {
 void Drawing::takeDraft(RecordId id) {
     const std::string_view old = contents_.of(id);
     contents_.replace(id, draft_.bytes);
+    if (id == layerName_.layer) layerName_.layer = kNoRecord;
     changed_.done(old);
     form_->forget(id);
 }
@@ -65,21 +66,29 @@ bool Drawing::sweepTo(RecordId id, int code, Tag& tag) {
     return false;
 }
 
-bool Drawing::setLayer(RecordId entity, RecordId layer) {
+// Many entities in a row go to one layer.
+const Drawing::LayerName& Drawing::nameOfLayer(RecordId layer) {
+    if (layerName_.layer == layer) return layerName_;
     Tag name;
-    const bool hasName = sweepTo(layer, codes::kName, name);
+    layerName_.spelled = sweepTo(layer, codes::kName, name) ? std::string(name.value) : std::string();
+    const bool isOneLine = layerName_.spelled.find_first_of("\r\n") == std::string::npos;
+    layerName_.name = isOneLine ? index_.layers.internCopy(layerName_.spelled) : kNoName;
+    layerName_.layer = layer;
+    return layerName_;
+}
+
+bool Drawing::setLayer(RecordId entity, RecordId layer) {
+    const LayerName& name = nameOfLayer(layer);
     Tag tag;
     if (!sweepTo(entity, codes::kLayer, tag)) return false;
-    const std::string_view spelled = hasName ? name.value : std::string_view();
     Record& one = index_.records[entity];
     // What the index has of the layer is this very tag; no other tag means anything else after it.
-    const bool isPlain = one.kind == RecordKind::Entity && !isBinary() && spelled.find('\n') == spelled.npos &&
-                         spelled.find('\r') == spelled.npos;
-    if (!isPlain) return setValue(entity, tag, std::string(spelled)), true;
-    form_->setValue(stored(entity), tag, spelled, draft_);
+    const bool isPlain = one.kind == RecordKind::Entity && !isBinary() && name.name != kNoName;
+    if (!isPlain) return setValue(entity, tag, name.spelled), true;
+    form_->setValue(stored(entity), tag, name.spelled, draft_);
     if (draft_.bytes == contents_.of(entity)) return true;
     takeDraft(entity);
-    one.layer = index_.layers.internCopy(spelled);
+    one.layer = name.name;
     return true;
 }
 
@@ -227,6 +236,7 @@ bool Drawing::takeBack() {
     contents_.takeBack();
     form_->forgetAll();
     handles_ = HandleIndex();
+    layerName_.layer = kNoRecord;
     return true;
 }
 
