@@ -12,6 +12,7 @@
 #include "host/platform/codepage.h"
 #include "host/platform/language.h"
 #include "PwxTool.h"
+#include "qrs_kernal.h"
 #include "qrs_standard.h"
 #include "standard/holder.h"
 #include "standard/startup.h"
@@ -73,6 +74,7 @@ bool StandardEdit::save() {
     if (!writeStandard(copy_, view(path), error)) {
         const std::wstring reason = platform::fromUtf8(error.message);
         AfxMessageBox(translated(L"The standard cannot be saved: %1", reason).c_str(), MB_OK | MB_ICONERROR);
+        QrsExport::FailWriting({});  // told already
         return false;
     }
     holder.adopt(std::move(copy_), path);

@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "program.h"
@@ -154,17 +155,27 @@ TEST_F(Faults, AFileThatIsCutEndsItsOwnWorkAlone) {
     }
 }
 
-TEST_F(Faults, AFolderThatMayNotBeWrittenToKeepsItsDrawing) {
+TEST_F(Faults, AFolderThatMayNotBeWrittenToKeepsItsFiles) {
     const Workplace place;
-    fs::create_directory(place.path("shut"));
+    fs::copy(fs::path(QRS_SOURCE_DIR) / "data", place.path("shut"));
     place.write("shut/plan.dxf", before_);
+    const std::string standard = place.read("shut/pwx.qdsl");
+    const auto count = [&] { return std::distance(fs::directory_iterator(place.path("shut")), {}); };
+    const auto files = count();
     fs::permissions(place.path("shut"), fs::perms::owner_write, fs::perm_options::remove);
     std::vector<std::string> environment = with(place, "none 1 0", "shut/plan.dxf");
     environment.push_back("QRS_FAULT_USER=1");
-    const Outcome end = place.run({"--in-place", "-e", "UnFrozenAllLayer", "shut/plan.dxf"}, {}, environment);
+    const std::pair<const char*, std::vector<std::string>> runs[] = {
+        {"shut/plan.dxf: ", {"--in-place", "-e", "UnFrozenAllLayer", "shut/plan.dxf"}},
+        {"shut/pwx.qdsl: ",
+         {"--system", "shut", "-e", "gxsz", "-e", "系统属性...", "-e", "管线宽度=0.36", "-e", "OK", "-e", "OK"}},
+        {"shut/pipe.dbf: ", {"-e", "dcsz", "-e", "导出到指定文件夹", "-e", "OK", "-e", "shut"}}};
+    for (const auto& [told, words] : runs) {
+        const Outcome end = place.run(words, {}, environment);
+        EXPECT_EQ(end.code, 4) << told << end.error;
+        EXPECT_NE(end.error.find(told), std::string::npos) << end.error;
+    }
     fs::permissions(place.path("shut"), fs::perms::owner_write, fs::perm_options::add);
-    EXPECT_EQ(end.code, 4);
-    EXPECT_NE(end.error.find("shut/plan.dxf: "), std::string::npos) << end.error;
-    EXPECT_TRUE(place.read("shut/plan.dxf") == before_);
-    EXPECT_EQ(std::distance(fs::directory_iterator(place.path("shut")), {}), 1);
+    EXPECT_TRUE(place.read("shut/plan.dxf") == before_ && place.read("shut/pwx.qdsl") == standard);
+    EXPECT_EQ(count(), files);
 }
