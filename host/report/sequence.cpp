@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 namespace qrs::host {
 
@@ -28,7 +29,9 @@ struct Stretch {
 constexpr int kDeepest = 20;
 
 // Of pairs in order of their first position, the longest row whose second positions ascend, too.
-Pairs longestAscending(const Pairs& pairs) {
+Pairs longestAscending(Pairs pairs) {
+    const auto isBefore = [](const Pair& one, const Pair& next) { return one.second < next.second; };
+    if (std::is_sorted(pairs.begin(), pairs.end(), isBefore)) return pairs;  // each stands in one alone
     std::vector<std::size_t> ends;  // by length of a row: the pair that ends it with the smallest second position
     std::vector<std::size_t> before(pairs.size(), kNone);
     for (std::size_t i = 0; i < pairs.size(); ++i) {
@@ -55,7 +58,7 @@ class PlaceTable {
     static constexpr std::uint8_t kOften = 2;
     struct Slot {
         std::uint64_t element = 0;
-        std::size_t other = 0;        // the last in the second sequence
+        std::uint32_t other = 0;      // the last in the second sequence
         std::uint8_t otherCount = 0;  // 0: no element stands here
         std::uint8_t count = 0;       // in the first
     };
@@ -79,6 +82,7 @@ class Matching {
     Matching(const Elements& first, const Elements& second) : first_(first), second_(second) {}
 
     Pairs run() {
+        found_.reserve(std::min(first_.size(), second_.size()));
         waiting_.push_back({0, first_.size(), 0, second_.size(), 0});
         while (!waiting_.empty()) {
             const Stretch stretch = waiting_.back();
@@ -100,12 +104,21 @@ class Matching {
         Stretch gap = stretch;
         ++gap.depth;
         for (const auto& [a, b] : anchors) {
-            waiting_.push_back({gap.begin, a, gap.otherBegin, b, gap.depth});
+            waitFor({gap.begin, a, gap.otherBegin, b, gap.depth});
             gap.begin = a + 1;
             gap.otherBegin = b + 1;
         }
-        waiting_.push_back(gap);
+        waitFor(gap);
         found_.insert(found_.end(), anchors.begin(), anchors.end());
+    }
+
+    // Most stretches between changed elements are empty, or of one that has become another.
+    void waitFor(const Stretch& part) {
+        const std::size_t count = part.end - part.begin;
+        const std::size_t otherCount = part.otherEnd - part.otherBegin;
+        if (count == 0 || otherCount == 0) return;
+        if (count == 1 && otherCount == 1 && first_[part.begin] != second_[part.otherBegin]) return;
+        waiting_.push_back(part);
     }
 
     // What is equal at both ends belongs together.
@@ -122,7 +135,8 @@ class Matching {
         PlaceTable places(part.otherEnd - part.otherBegin);
         for (std::size_t b = part.otherBegin; b < part.otherEnd; ++b) {
             PlaceTable::Slot& one = places.at(second_[b]);
-            one = {second_[b], b, one.otherCount == 0 ? PlaceTable::kOnce : PlaceTable::kOften, 0};
+            one = {second_[b], static_cast<std::uint32_t>(b),
+                   one.otherCount == 0 ? PlaceTable::kOnce : PlaceTable::kOften, 0};
         }
         for (std::size_t a = part.begin; a < part.end; ++a) {
             PlaceTable::Slot& one = places.at(first_[a]);
@@ -133,7 +147,7 @@ class Matching {
             const PlaceTable::Slot& one = places.at(first_[a]);
             if (one.count == PlaceTable::kOnce && one.otherCount == PlaceTable::kOnce) once.emplace_back(a, one.other);
         }
-        return longestAscending(once);
+        return longestAscending(std::move(once));
     }
 
     // Nothing stands there once in both: the first of several equal ones is taken for the first, and so on.
@@ -148,7 +162,7 @@ class Matching {
             pairs.emplace_back(a, left->second.back());
             left->second.pop_back();
         }
-        const Pairs row = longestAscending(pairs);
+        const Pairs row = longestAscending(std::move(pairs));
         found_.insert(found_.end(), row.begin(), row.end());
     }
 

@@ -90,6 +90,11 @@ std::uint64_t sayingOf(const Drawing& drawing, int code, std::string_view value)
     return mixed(hash, dxf::isPlainText(counted) ? numberOf(counted) : numberOf(drawing.decode(counted)));
 }
 
+// What a tag, one of so many that are no comments, adds to the number of its record.
+std::uint64_t partOf(std::uint64_t place, std::uint64_t saying) {
+    return mixed(mixed(kFirstHash, place), saying);
+}
+
 // The tags of a record. Its bytes are its own: those of a large record of a binary drawing go when another is read.
 struct TagList {
     TagList(const Drawing& file, RecordId id) : drawing(file), bytes(file.bytes(id)) {
@@ -147,17 +152,41 @@ Sayings sayingsOf(const Drawing& drawing, const std::vector<RecordId>& records, 
     const std::size_t alike = isLike ? std::min(records.size(), like->records.size()) : 0;
     const auto read = [&](std::size_t begin, std::size_t end) {
         dxf::TagSweep sweep = drawing.beginSweep();
+        dxf::TagSweep likeSweep = (isLike ? like->drawing : drawing).beginSweep();
         dxf::RawTag tag{};
+        dxf::RawTag likeTag{};
+        const auto say = [&](const Drawing& file, std::uint64_t place, const dxf::RawTag& one) {
+            return partOf(place, sayingOf(file, one.code, textOf(one)));
+        };
+        // Most records that differ do so in one tag: it alone is exchanged in the number. False when there may be more.
+        const auto exchangeOneTag = [&](std::string_view likeBytes, std::string_view bytes, std::uint64_t& number) {
+            std::uint64_t place = 0;
+            likeSweep.begin(likeBytes);
+            sweep.begin(bytes);
+            do {
+                if (!likeSweep.next(likeTag) || !sweep.next(tag)) return false;
+                place += tag.code != dxf::codes::kComment;
+            } while (tag.code == likeTag.code && textOf(tag) == textOf(likeTag));
+            const auto restOf = [](std::string_view record, const dxf::RawTag& one) {
+                return record.substr(static_cast<std::size_t>(one.next - record.data()));
+            };
+            const bool isComment = tag.code == dxf::codes::kComment || likeTag.code == dxf::codes::kComment;
+            if (isComment || restOf(likeBytes, likeTag) != restOf(bytes, tag)) return false;
+            number += say(drawing, place, tag) - say(like->drawing, place, likeTag);
+            return true;
+        };
         for (std::size_t i = begin; i < end; ++i) {
             const std::string_view bytes = drawing.bytes(records[i]);
-            if (i < alike && like->drawing.bytes(like->records[i]) == bytes) {
-                sayings.numbers[i] = like->numbers[i];
-                continue;
+            std::uint64_t& number = sayings.numbers[i];
+            if (i < alike) {
+                const std::string_view likeBytes = like->drawing.bytes(like->records[i]);
+                number = like->numbers[i];
+                if (likeBytes == bytes || exchangeOneTag(likeBytes, bytes, number)) continue;
             }
-            std::uint64_t hash = kFirstHash;
+            number = 0;
+            std::uint64_t place = 0;
             for (sweep.begin(bytes); sweep.next(tag);)
-                if (tag.code != dxf::codes::kComment) hash = mixed(hash, sayingOf(drawing, tag.code, textOf(tag)));
-            sayings.numbers[i] = hash;
+                if (tag.code != dxf::codes::kComment) number += say(drawing, ++place, tag);
         }
     };
     // The texts of binary records lie in one place that two cannot share.
