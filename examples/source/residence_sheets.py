@@ -1,8 +1,11 @@
 """The two sheets: frames, title blocks, notes, viewports; and what stands beside the plan for them."""
 
+import residence_fixtures
+import residence_pipes
 from dxfwriter import PAPER
 from residence_base import TABLE_STYLE, Pen
 from residence_diagrams import add_title
+from residence_network import CLEANOUT, DRAIN, HEAD, METER, STOP, VALVE
 from residence_walls import UNIT, Dimensions
 
 SECOND = PAPER + "0"
@@ -19,9 +22,33 @@ NOTES = ["设计说明", "1. 本图尺寸以毫米计，标高以米计；±0.00
          "    热水管保温厚 30；排水采用 UPVC 管，立管设伸缩节。", "4. 污水、废水横支管坡度 i=0.026；地漏水封不小于 50。",
          "5. 消火栓栓口距地 1.10，箱内配 DN65 栓、25m 水带。", "6. 喷头为直立型 K80，68℃；每层设水流指示器与信号阀。"]
 HEIGHTS = ["给水点安装高度（H 为楼面标高）：洗脸盆 H+0.45，坐便器 H+0.15，", "淋浴器 H+1.15，洗涤盆 H+1.00，洗衣机 H+1.20。"]
-MATERIALS = [("序号", "名称", "规格", "单位", "数量"), ("1", "旋翼式水表（冷水）", "DN20", "只", "72"), ("2", "旋翼式水表（热水）", "DN20", "只", "72"),
-             ("3", "坐便器", "节水型 3/6L", "套", "144"), ("4", "洗脸盆", "台上盆", "套", "144"), ("5", "洗涤盆", "双槽不锈钢", "套", "72"),
-             ("6", "直通式地漏", "dn75 水封 50", "个", "288"), ("7", "室内消火栓", "SN65 单栓", "套", "37"), ("8", "喷头", "K80 直立型", "个", "108")]
+STOREYS, FLATS, UNITS = 18, 4, 2
+
+
+def in_flats(rows, column, wanted):
+    """How many of them the building's flats hold, when one does as the table of a flat's says."""
+    return STOREYS * FLATS * sum(row[column] == wanted for row in rows)
+
+
+def fittings(rows, times, system, kind):
+    return STOREYS * times * sum(row[:2] == (system, kind) for row in rows)
+
+
+def materials():
+    """The rows of the table; what can be counted is, from the design of a storey."""
+    fixture = lambda name: in_flats(residence_fixtures.FLAT, 0, name)
+    flat = lambda system, kind: fittings(residence_pipes.FITTINGS, FLATS, system, kind)
+    core = lambda system, kind: fittings(residence_pipes.CORE_FITTINGS, UNITS, system, kind)
+    rows = [("旋翼式水表（冷水）", "DN20", "只", core("J", METER)), ("旋翼式水表（热水）", "DN20", "只", core("RJ", METER)),
+            ("闸阀（冷水）", "DN25", "个", core("J", VALVE)), ("闸阀（热水）", "DN20", "个", core("RJ", VALVE)),
+            ("截止阀（冷水）", "DN25", "个", flat("J", STOP)), ("截止阀（热水）", "DN20", "个", flat("RJ", STOP)),
+            ("坐便器", "节水型 3/6L", "套", fixture("坐便器")), ("洗脸盆", "台上盆", "套", fixture("洗脸盆")),
+            ("洗涤盆", "双槽不锈钢", "套", fixture("洗涤盆")), ("直通式地漏", "dn75 水封 50", "个", flat("F", DRAIN)),
+            ("清扫口", "dn50", "个", flat("F", CLEANOUT)),
+            # One more on the roof, for tests.
+            ("室内消火栓", "SN65 单栓", "套", STOREYS * UNITS + 1),
+            ("信号闸阀（喷淋）", "DN50", "个", core("ZP", VALVE)), ("喷头", "K80 直立型", "个", core("ZP", HEAD))]
+    return [("序号", "名称", "规格", "单位", "数量")] + [(str(i + 1), *row[:3], str(row[3])) for i, row in enumerate(rows)]
 
 
 def add_detail_marks(pen):
@@ -107,15 +134,16 @@ def add_second(drawing):
     caption(pen, (110, 46), "1  户型卫生间、厨房大样图", "1:50")
     view(pen, 4, (222, 52), (136, 140), 50, (10500, 8000), OF_PLAN + ["公用-标注"])
     caption(pen, (285, 30), "合用前室、水井大样图", "1:50")
-    x, y, columns = 384, 190, (0, 14, 70, 122, 146, 186)
-    pen.text("公用-表格", (x + 93, y + 5), "主要设备材料表", 5, "CB", style=TABLE_STYLE)
-    for row in range(len(MATERIALS) + 1):
-        pen.lines("公用-表格", (x, y - row * 9), (x + columns[-1], y - row * 9))
+    x, y, high, columns = 384, 193, 8, (0, 14, 70, 122, 146, 186)
+    pen.text("公用-表格", (x + 93, y + 4), "主要设备材料表", 5, "CB", style=TABLE_STYLE)
+    rows = materials()
+    for row in range(len(rows) + 1):
+        pen.lines("公用-表格", (x, y - row * high), (x + columns[-1], y - row * high))
     for at in columns:
-        pen.lines("公用-表格", (x + at, y), (x + at, y - len(MATERIALS) * 9))
-    for row, cells in enumerate(MATERIALS):
-        for (low, high), text in zip(zip(columns, columns[1:]), cells):
-            pen.text("公用-表格", (x + (low + high) / 2, y - row * 9 - 4.5), text, 3.5, "CM", style=TABLE_STYLE)
+        pen.lines("公用-表格", (x + at, y), (x + at, y - len(rows) * high))
+    for row, cells in enumerate(rows):
+        for (left, right), text in zip(zip(columns, columns[1:]), cells):
+            pen.text("公用-表格", (x + (left + right) / 2, y - (row + 0.5) * high), text, 3.5, "CM", style=TABLE_STYLE)
 
 
 def add_titles(pen):

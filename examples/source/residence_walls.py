@@ -1,7 +1,7 @@
 """The architect's plan: a flat and a stairwell as tables, walls joined to outlines with their openings, axes, dimensions."""
 
 from dxfwriter import Entity
-from residence_base import SCALE, STYLE
+from residence_base import SCALE, STYLE, text_width
 
 WALL, THIN = 200, 100  # thickness: structure, partition
 FLAT, UNIT = 10500, 21000  # width of a flat with half of its stairwell, and of the two flats at it
@@ -213,7 +213,7 @@ class Dimensions:
     def __init__(self, pen, layer, style, scale, text=3.0):
         self.pen, self.layer, self.style, self.scale, self.text = pen, layer, style, scale, text
 
-    def one(self, start, end, line, angle):
+    def one(self, start, end, line, angle, aside=0):
         drawing, scale = self.pen.drawing, self.scale
         name = "*D%d" % (1 + sum(block.startswith("*D") for block in drawing.blocks))
         upright = angle == 90
@@ -232,18 +232,24 @@ class Dimensions:
         measure = abs(end[1] - start[1]) if upright else abs(end[0] - start[0])
         height = self.text * scale
         middle = [(a + b) / 2 for a, b in zip(*ends)]
-        middle[0 if upright else 1] += -0.85 * height if upright else 0.85 * height
+        # One that is wider than what it measures stands above its neighbours, and beside the axis there.
+        over = text_width("%g" % measure, height) - measure
+        lift = (2.0 if over > 0 else 0.85) * height
+        middle[0 if upright else 1] += -lift if upright else lift
+        if over > 0:
+            middle[1 if upright else 0] += aside * (over / 2 + 0.2 * height)
         if measure > 30000:  # the middle of the whole building is on an axis
             middle[0] += 2000
         block.append(Entity("LABEL", "0", (tuple(middle), height, "%g" % measure, angle, "CM", STYLE)))
         self.pen.add("DIMENSION", self.layer, name, start, end, ends[1], angle, tuple(middle), self.style)
 
-    def chain(self, values, from_, line, angle=0):
+    def chain(self, values, from_, line, angle=0, axes=()):
         for low, high in zip(values, values[1:]):
+            aside = (low in axes) - (high in axes)
             if angle:
-                self.one((from_, low), (from_, high), (line, high), 90)
+                self.one((from_, low), (from_, high), (line, high), 90, aside)
             else:
-                self.one((low, from_), (high, from_), (high, line), 0)
+                self.one((low, from_), (high, from_), (high, line), 0, aside)
 
 
 def add_axes(pen):
@@ -271,15 +277,17 @@ def add_axes(pen):
                 bubble(x, y, letter)
         pen.lines("建筑-轴线", (-900, y), (east + 900, y))
     dimensions = Dimensions(pen, "建筑-尺寸", "给排-100", SCALE)
-    for chain, where, line in ((openings("h", 0), -2000, -2800), ([x for x, ends in across if "s" in ends], -2000, -3700),
+    south_axes, north_axes = ({x for x, ends in across if side in ends} for side in "sn")
+    # Measured to the axes, so that none of these strikes a number.
+    for chain, where, line in ((sorted(openings("h", 0) | south_axes), -2000, -2800), (sorted(south_axes), -2000, -3700),
                                ([-100, east + 100], -2000, -4600),
-                               (openings("h", 9600), 12100, 12700), ([x for x, ends in across if "n" in ends], 12100, 13500),
+                               (sorted(openings("h", 9600) | north_axes), 12100, 12700), (sorted(north_axes), 12100, 13500),
                                ([-100, east + 100], 12100, 14300)):
-        dimensions.chain(chain, where, line)
+        dimensions.chain(chain, where, line, 0, south_axes | north_axes)
     for where, line, side in ((-900, -1, "w"), (east + 900, 1, "e")):
         base = where + line * 600
         rows = [y for _, y, ends in UP if side in ends]
-        dimensions.chain([0, 5050, 5650, 9600, 11700], where, base, 90)
+        dimensions.chain(sorted({5050, 5650, *rows}), where, base, 90, rows)
         dimensions.chain(rows, where, base + line * 800, 90)
         dimensions.chain([-100, 11800], where, base + line * 1600, 90)
 
@@ -292,7 +300,7 @@ def openings(direction, where):
             for low, high in wall[5]:
                 for x, mirrored in flats():
                     ends |= {x - low, x - high} if mirrored else {x + low, x + high}
-    return sorted(ends)
+    return ends
 
 
 def add_architecture(pen):
