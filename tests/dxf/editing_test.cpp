@@ -34,9 +34,16 @@ std::vector<std::string> difference(const std::vector<std::string>& before, cons
     return result;
 }
 
+// The index by handle exists before what it shall find: the first few are found without one.
+void makeIndex(const Drawing& drawing) {
+    for (int few = 0; few < 5; ++few)
+        EXPECT_EQ(drawing.findHandle(0x51), kNoRecord);
+}
+
 TEST(Editing, ChangesOnlyTheTagsAskedFor) {
     const std::string bytes = lay(sampleTags(), 3, "\r\n");
     const auto drawing = parse(bytes);
+    makeIndex(*drawing);
     const RecordId line = drawing->findHandle(0x18);
     EXPECT_FALSE(drawing->isModified());
     Tag tag;
@@ -85,17 +92,35 @@ TEST(Editing, PutsEntitiesOnLayers) {
          {lay(tags), lay(tags, 3, "\r\n"), lay(tags, 1, "\r"), layBinary(tags, true), named}) {
         const auto drawing = parse(bytes);
         const auto slow = parse(bytes);
+        const auto rename = [&](RecordId layer, const std::string& to) {
+            Tag name;
+            for (Drawing* one : {drawing.get(), slow.get()})
+                if (one->findTag(layer, codes::kName, name)) one->setValue(layer, name, to);
+        };
         for (RecordId id = drawing->first(); id != kNoRecord; id = drawing->next(id)) {
-            const RecordId layer = drawing->findHandle(id % 2 ? 0x10 : 0x11);
+            const RecordId layer = drawing->findHandle(id / 4 % 2 ? 0x10 : 0x11);
             Tag tag, name;
             const bool has = slow->findTag(id, codes::kLayer, tag);
             if (has && slow->findTag(layer, codes::kName, name)) slow->setValue(id, tag, std::string(name.value));
             EXPECT_EQ(drawing->setLayer(id, layer), has);
+            if (id % 4 == 1 && slow->record(layer).handle == 0x10) rename(layer, std::to_string(id));
             EXPECT_EQ(drawing->name(drawing->record(id).layer), slow->name(slow->record(id).layer));
             EXPECT_EQ(drawing->record(id).flags, slow->record(id).flags);
         }
         EXPECT_EQ(drawing->toBytes(), slow->toBytes());
         EXPECT_NE(drawing->toBytes(), bytes);
+        // A name that was taken back is not written.
+        const RecordId line = drawing->findHandle(0x18);
+        const RecordId layer = drawing->findHandle(0x10);
+        Tag name;
+        ASSERT_TRUE(drawing->findTag(layer, codes::kName, name));
+        const std::string before(name.value);
+        drawing->beginStep(L"");
+        rename(layer, "taken back");
+        drawing->setLayer(line, layer);
+        drawing->takeBack();
+        drawing->setLayer(line, layer);
+        EXPECT_EQ(drawing->name(drawing->record(line).layer), before);
     }
 }
 
@@ -160,7 +185,7 @@ TEST(Editing, NewRecordsKeepTheirOrderAndTakeTheirPlace) {
     const auto add = [&](RecordId before, const std::string& type, const std::string& handle) {
         return drawing->insertRecord(before, RecordKind::Entity, {{0, type}, {5, handle}, {8, "NEW"}});
     };
-    EXPECT_EQ(drawing->findHandle(0x51), kNoRecord);  // the index by handle exists before what it shall find
+    makeIndex(*drawing);
     const RecordId second = add(end, "POLYLINE", "52");
     const RecordId third = add(end, "VERTEX", "53");
     const RecordId first = add(second, "LINE", "51");
