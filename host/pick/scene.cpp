@@ -2,10 +2,13 @@
 #include "host/pick/scene.h"
 
 #include <algorithm>
+#include <optional>
+#include <unordered_set>
 
 #include "host/drawing/objecttags.h"
 #include "host/dxf/classcodes.h"
 #include "host/pick/picture.h"
+#include "host/pick/textcolumns.h"
 #include "host/platform/codepage.h"
 
 namespace qrs::host::pick {
@@ -57,6 +60,15 @@ struct Scene::Source {
     std::unordered_map<dxf::NameId, int> layerStates;
     std::unordered_map<std::wstring, Content> contents;  // by block name
     std::vector<std::pair<bool, const Kind*>> kinds;     // by type number: asked for already, and the answer
+
+    std::optional<std::unordered_set<dxf::RecordId>> furtherColumns;
+
+    bool isFurtherColumn(dxf::RecordId id) {
+        const Kind* const kind = kindOf(id);
+        if (!kind || kind->draw != &drawParagraphs) return false;
+        if (!furtherColumns) furtherColumns = pick::furtherColumns(drawing);
+        return furtherColumns->count(id) > 0;
+    }
 
     const Kind* kindOf(dxf::RecordId id) {
         const std::uint16_t type = drawing.record(id).type;
@@ -286,6 +298,7 @@ class Entered {
 void Scene::draw(Source& source, dxf::RecordId id, const Transform& toWorld, int inherited, Probe& probe, int depth) {
     Looking looking;
     if (!isSeen(source, id, inherited, depth, looking)) return;
+    if (probe.picture() && source.isFurtherColumn(id)) return;
     Entity& entity = scratch(depth);
     entity.read(source.drawing, id);
     looking.kind = kindWithin(looking.kind, entity, depth);
@@ -395,6 +408,10 @@ bool Scene::show(dxf::RecordId id, Probe& probe, const Transform& toWorld) {
     draw(*main_, id, toWorld, 0, probe, 0);
     shown_ = steps_ + kMostShown - kMostSteps;
     return shown_ <= kMostShown && !probe.isDone();
+}
+
+bool Scene::isFurtherColumn(dxf::RecordId id) {
+    return main_->isFurtherColumn(id);
 }
 
 bool Scene::findNested(dxf::RecordId id, const Region& region, Nested& found) {

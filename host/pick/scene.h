@@ -48,6 +48,8 @@ class Scene {
     // Draws what can be seen of such an entity, from a drawing that is moved. False, the rest not drawn, once there is
     // more in blocks than can be meant, or the probe is done.
     bool show(dxf::RecordId id, Probe& probe, const Transform& toWorld);
+    // A text that another one goes on with in its next column: pictures show it there.
+    bool isFurtherColumn(dxf::RecordId id);
     // The innermost entity that lies in a region, of those that can be seen the one drawn last.
     bool findNested(dxf::RecordId id, const Region& region, Nested& found);
     // The box around an entity, whether it can be seen or not; empty for one without a shape.

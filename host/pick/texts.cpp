@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "host/dxf/classcodes.h"
-#include "host/dxf/recordwalk.h"
 #include "host/pick/kinds.h"
 #include "host/pick/picture.h"
+#include "host/pick/textcolumns.h"
 #include "host/platform/text.h"
 
 namespace qrs::host::pick {
@@ -142,6 +142,17 @@ std::wstring paragraphText(const Entity& entity) {
     return text;
 }
 
+// With what stands in further columns.
+std::wstring paragraphText(const Entity& entity, const TextColumns& columns) {
+    std::wstring text = paragraphText(entity);
+    Entity other;
+    for (const dxf::RecordId further : columns.further) {
+        other.read(entity.drawing(), further);
+        text += paragraphText(other);
+    }
+    return text;
+}
+
 // Width and height: as the drawing tells them, otherwise estimated with lines broken at the width that is set.
 Vec paragraphSize(const Entity& entity, double height) {
     const double told = entity.real(mtext::kWidth, 0.0);
@@ -177,77 +188,6 @@ std::optional<TextGround> groundOf(const Entity& entity) {
     const long transparency = entity.integer(mtext::kMaskTransparency, 0);
     if ((transparency & kOpacityGiven) != 0) ground.opacity = static_cast<std::uint8_t>(transparency & 0xFF);
     return ground;
-}
-
-struct Columns {
-    bool isThere = false;
-    std::size_t count = 0;
-    double height = 0.0;
-    double width = 0.0;
-    double gutter = 0.0;
-    std::vector<double> heights;
-};
-
-// One value of them, by its code in the object that new drawings have after the text's tags.
-void takeColumns(Columns& columns, int code, double number) {
-    namespace codes = dxf::codes::mtextcolumns;
-    constexpr int kType = 71;
-    constexpr int kCount = 72;
-    constexpr std::size_t kMost = 1000;
-    number = std::max(number, 0.0);
-    if (code == kType) columns.isThere = number != 0.0;
-    if (code == kCount) columns.count = static_cast<std::size_t>(std::min(number, double{kMost}));
-    if (code == codes::kDefinedHeight) columns.height = number;
-    if (code == codes::kColumnWidth) columns.width = number;
-    if (code == codes::kColumnGutter) columns.gutter = number;
-    if (code == codes::kColumnHeight && columns.heights.size() < kMost) columns.heights.push_back(number);
-}
-
-// In older drawings they stand in extended data: names, numbers for short, each before its value; heights after how
-// many there are.
-class OldColumns {
-  public:
-    void take(const dxf::Tag& tag, Columns& columns) {
-        if (tag.code == codes::kXdataText || tag.code == codes::kXdataApplication) name_ = kNone;
-        if (tag.code != codes::kXdataShort && tag.code != codes::kXdataReal) return;
-        const double number = finiteOf(tag.value).value_or(0.0);
-        if (name_ == kNone) {
-            name_ = static_cast<int>(std::clamp(number, 0.0, 1000.0));
-        } else if (name_ == kHeights && tag.code == codes::kXdataShort) {
-            return;
-        } else {
-            for (const auto& [name, code] : kCodes)
-                if (name == name_) takeColumns(columns, code, number);
-            if (name_ != kHeights) name_ = kNone;
-        }
-    }
-
-  private:
-    static constexpr int kNone = -1;
-    static constexpr int kHeights = 50;
-    static constexpr std::pair<int, int> kCodes[] = {{75, 71},
-                                                     {76, 72},
-                                                     {46, dxf::codes::mtextcolumns::kDefinedHeight},
-                                                     {48, dxf::codes::mtextcolumns::kColumnWidth},
-                                                     {49, dxf::codes::mtextcolumns::kColumnGutter},
-                                                     {kHeights, dxf::codes::mtextcolumns::kColumnHeight}};
-    int name_ = kNone;
-};
-
-void readColumns(const Entity& entity, Paragraphs& paragraphs) {
-    const dxf::Drawing& drawing = entity.drawing();
-    Columns columns;
-    OldColumns old;
-    dxf::RecordWalk walk(drawing.tags(entity.id()));
-    for (dxf::Tag tag; walk.next(tag);) {
-        if (walk.part() == dxf::Part::Embedded) takeColumns(columns, tag.code, finiteOf(tag.value).value_or(0.0));
-        if (walk.part() == dxf::Part::Xdata && drawing.version() < dxf::Version::R2018) old.take(tag, columns);
-    }
-    if (!columns.isThere || !(columns.width > 0.0)) return;
-    paragraphs.columns =
-        columns.heights.empty() ? std::vector<double>(columns.count, columns.height) : std::move(columns.heights);
-    paragraphs.width = columns.width;
-    paragraphs.gutter = columns.gutter;
 }
 
 }  // namespace
@@ -287,24 +227,29 @@ void drawParagraphs(const Entity& entity, const Pen& pen) {
     // 1 to 9: left, middle, right in three rows from the top.
     const long place = std::clamp(entity.integer(mtext::kAttachment, 1), 1L, 9L) - 1;
     if (Picture* const picture = pen.picture()) {
+        TextColumns columns = readTextColumns(entity.drawing(), entity.id());
         Paragraphs paragraphs;
-        paragraphs.text = paragraphText(entity);
+        paragraphs.text = paragraphText(entity, columns);
         paragraphs.style = entity.text(codes::kTextStyle);
         paragraphs.height = height;
         paragraphs.width = std::max(entity.real(mtext::kReferenceWidth, 0.0), 0.0);
         paragraphs.lineSpacing = entity.real(mtext::kLineSpacing, 1.0);
         paragraphs.column = static_cast<int>(place % 3);
         paragraphs.row = static_cast<int>(place / 3);
-        readColumns(entity, paragraphs);
         paragraphs.ground = groundOf(entity);
+        if (!columns.heights.empty()) {
+            paragraphs.columns = std::move(columns.heights);
+            paragraphs.width = columns.width;
+            paragraphs.gutter = columns.gutter;
+            if (paragraphs.ground && columns.hasFrames) paragraphs.ground->isFramed = false;
+        }
         return picture->paragraphs(paragraphs, pen.in(Transform{x, cross(z, x), z, *at}).toWorld());
     }
     Vec size = paragraphSize(entity, height);
-    Paragraphs columns;
-    readColumns(entity, columns);
-    if (!columns.columns.empty()) {
-        const auto count = static_cast<double>(columns.columns.size());
-        const double highest = *std::max_element(columns.columns.begin(), columns.columns.end());
+    const TextColumns columns = readTextColumns(entity.drawing(), entity.id());
+    if (!columns.heights.empty()) {
+        const auto count = static_cast<double>(columns.heights.size());
+        const double highest = *std::max_element(columns.heights.begin(), columns.heights.end());
         size = {count * columns.width + (count - 1) * columns.gutter, highest > 0.0 ? highest : size.y / count, 0};
     }
     const double left = -size.x * static_cast<double>(place % 3) / 2;

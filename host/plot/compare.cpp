@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "host/pick/kinds.h"
+#include "host/pick/textcolumns.h"
 #include "host/platform/codepage.h"
 #include "host/platform/files.h"
 #include "host/platform/language.h"
@@ -114,7 +115,13 @@ class Differences final : public plot::Painter {
         if (&entity.drawing() != here_.drawing.get()) return true;
         const Fate fate = fates_[entity.id()];
         if (fate == Fate::Redrawn) return kindOf(entity).trace != nullptr;
+        for (const dxf::RecordId column : columnsAfter(entity))
+            if (fates_[column] != Fate::Same) return false;
         return fate == Fate::Same && (other_.drawing->record(there_[entity.id()]).flags & dxf::kInvisible) == 0;
+    }
+    static std::vector<dxf::RecordId> columnsAfter(const pick::Entity& text) {
+        if (text.drawing().typeNameOf(text.id()) != "MTEXT") return {};
+        return pick::readTextColumns(text.drawing(), text.id()).further;
     }
     // The entity says the same in both drawings, so that the tags of this side tell its look in the other.
     void enterThere(const pick::Shown& shown, plot::EntityLooks& looks) const {

@@ -162,6 +162,7 @@ pick::Box Sheet::extents() {
     for (const dxf::RecordId id : entities(space_)) {
         if ((drawing_.record(id).flags & dxf::kInvisible) || layers.of(id) & (pick::kFrozenLayer | pick::kOffLayer))
             continue;
+        if (scene.isFurtherColumn(id)) continue;
         const pick::Box box = scene.extents(id);
         if (!box.isBounded()) continue;
         all.add(box.low);

@@ -397,11 +397,15 @@ void Texts::paragraphs(const pick::Paragraphs& text, const TextStyle& style, con
     const double others = text.columns.empty() ? 0.0 : static_cast<double>(text.columns.size() - 1);
     const double left = -(width + others * (width + text.gutter)) * text.column / 2;
     const double top = total * text.row / 2;
-    if (text.ground) {
+    // Columns have the height they are given, other texts that of their lines.
+    for (std::size_t i = 0; text.ground && i < std::max<std::size_t>(text.columns.size(), 1); ++i) {
         const double border = text.ground->border * text.height;
-        const double covered = widest * text.height;
-        const Vec low{-covered * text.column / 2 - border, top - total - border, 0};
-        const Vec high{low.x + covered + 2 * border, top + border, 0};
+        const double covered = text.columns.empty() ? widest * text.height : width;
+        const double deep = i < text.columns.size() && text.columns[i] > 0.0 ? text.columns[i] : total;
+        const double start =
+            text.columns.empty() ? -covered * text.column / 2 : left + static_cast<double>(i) * (width + text.gutter);
+        const Vec low{start - border, top - deep - border, 0};
+        const Vec high{start + covered + border, top + border, 0};
         drawGround(
             {toPage.point(low), toPage.point({high.x, low.y, 0}), toPage.point(high), toPage.point({low.x, high.y, 0})},
             *text.ground, color, ground);

@@ -228,21 +228,29 @@ TEST_F(Plot, SetsTextsWhereTheyBelong) {
 }
 
 TEST_F(Plot, SetsTextsInColumns) {
-    const std::string mtext = "0=MTEXT;8=0;10=0;20=90;40=6;41=20;71=1;1=H\\PE\\PH\\NE;";
     for (const auto& [version, columns] :
          {std::pair{"AC1032", "101=Embedded Object;70=1;40=20;41=0;71=2;72=3;44=20;45=10;73=0;74=0;46=20;46=40;46=0;"},
           std::pair{"AC1015",
                     "1001=ACAD;1000=ACAD_MTEXT_COLUMN_INFO_BEGIN;1070=75;1070=2;1070=79;1070=0;1070=76;1070=3;"
                     "1070=78;1070=0;1070=48;1040=20;1070=49;1040=10;1070=50;1070=3;1040=20;1040=40;1040=0;"
-                    "1000=ACAD_MTEXT_COLUMN_INFO_END;"}}) {
-        std::string text = drawing({}, mtext + columns);
-        text.replace(text.find("AC1015"), 6, version);
-        const Picture picture = this->picture(text);
+                    "1000=ACAD_MTEXT_COLUMN_INFO_END;1000=ACAD_MTEXT_COLUMNS_BEGIN;1070=47;1070=3;1005=C2;"
+                    "1000=ACAD_MTEXT_COLUMNS_END;0=MTEXT;5=C2;8=0;10=30;20=90;40=6;41=80;71=1;1=H\\NE;"}}) {
+        const auto pictureWith = [&, version = version, columns = columns](const std::string& looks) {
+            std::string text = drawing({}, "0=MTEXT;8=0;10=0;20=90;40=6;41=20;71=1;" + looks + columns);
+            text.replace(text.find("AC1015"), 6, version);
+            return this->picture(text);
+        };
+        // In old drawings the second column's text is another's.
+        const std::string shown = version == std::string("AC1032") ? "1=H\\PE\\PH\\NE;" : "1=H\\PE\\P;";
+        const Picture picture = pictureWith(shown);
         EXPECT_TRUE(picture.hasInk(0, 72, 8, 90));
         EXPECT_FALSE(picture.hasInk(0, 40, 8, 70)) << "two lines in the first column of " << version;
         EXPECT_TRUE(picture.hasInk(30, 84, 38, 90)) << "one in the second";
         EXPECT_FALSE(picture.hasInk(30, 40, 38, 82));
         EXPECT_TRUE(picture.hasInk(60, 84, 68, 90)) << "the break";
+        const Picture grounds = pictureWith("90=1;63=3;45=1.5;" + shown);
+        EXPECT_EQ(grounds.at(48, 55), 0x00FF00) << "under the second column";
+        EXPECT_EQ(grounds.at(25, 75), kWhite) << "between columns";
     }
 }
 
