@@ -455,15 +455,10 @@ Fates compareRecords(const Drawing& first, const Drawing& second) {
 
 bool compareDrawings(const std::filesystem::path& first, const std::filesystem::path& second,
                      const std::function<void(const Difference&)>& take, platform::Error& error) {
-    std::unique_ptr<Drawing> a;
-    std::unique_ptr<Drawing> b;
-    platform::Error errorOfSecond;
-    platform::doBoth([&] { a = Drawing::open(first, error); }, [&] { b = Drawing::open(second, errorOfSecond); });
+    const std::unique_ptr<Drawing> a = Drawing::open(first, error);
     if (!a) return false;
-    if (!b) {
-        error = errorOfSecond;
-        return false;
-    }
+    const std::unique_ptr<Drawing> b = Drawing::open(second, error);
+    if (!b) return false;
     Comparison(*a, *b).run(take);
     return true;
 }

@@ -25,7 +25,7 @@ struct Slot {
 
 constexpr std::size_t kSlots = 256;  // mapped files at one time
 Slot slots[kSlots];
-std::atomic<std::uintptr_t> pageSize{0};
+std::uintptr_t pageSize = 0;
 
 // The file of a loss that nobody was told before its mapping went.
 struct Gone {
