@@ -13,7 +13,7 @@
 #   convert erase merge paint
 #                         open, ConvertLayer, EraseSelLayer, hbtc, tbds over half of the entities, save
 #   same moved moved-bare --compare with itself, with a drawing of which half is changed, and without handles
-#   plot                  open, draw the model in a PNG: in seconds
+#   png svg pdf           open, draw the model in such a picture: in seconds
 #   ezdxf, libdxfrw       open, turn the layers off, save by other libraries: where python3 knows ezdxf; where the
 #                         variable DXFRW names a program that takes two files
 # and in milliseconds: the start without a drawing, the first pick of a point, and each further one.
@@ -111,7 +111,9 @@ check $console --check --to $folder/report.txt $drawing
 END
     take_turns
     if [ $form = text ]; then
-        measure plot "$console" --plot "$folder/model.png" --layout Model "$drawing"
+        for kind in png svg pdf; do
+            measure $kind "$console" --plot "$folder/model.$kind" --layout Model "$drawing"
+        done
         if python3 -c 'import ezdxf' 2>/dev/null; then
             hyperfine --shell none --runs 1 --style none --export-json "$folder/one.json" \
                 "python3 $here/ezdxf_round.py $drawing $output" >/dev/null 2>&1 || :
@@ -126,7 +128,9 @@ END
     row layers 1.8 1.3
     row check 2 1.3 "$(median_of open)"
     # Ten seconds for a million entities.
-    [ $form != text ] || seconds plot "$(awk -v entities="$entities" 'BEGIN { print entities / 100000 }')"
+    [ $form != text ] || for kind in png svg pdf; do
+        seconds $kind "$(awk -v entities="$entities" 'BEGIN { print entities / 100000 }')"
+    done
     row ezdxf 0 0
     row libdxfrw 0 0
 done
