@@ -10,7 +10,6 @@
 #include "host/editor/session.h"
 #include "host/editor/viewport.h"
 #include "host/objectarx/db/access.h"
-#include "host/pick/draworder.h"
 
 namespace qrs::host::ed {
 
@@ -117,18 +116,25 @@ std::vector<dxf::RecordId> Picker::find(const pick::Region& region, pick::HitPro
 std::vector<dxf::RecordId> Picker::allAt(const pick::Vec& point) {
     std::vector<dxf::RecordId> found =
         find(pick::Region::around(point, pickBoxSize(document_)), pick::HitProbe::Mode::Touch);
-    if (found.size() > 1) sortByDrawOrder(found);
+    if (found.size() > 1) drawOrder().sort(found);
     return found;
 }
 
 // From the top downwards, so that what lies below the answer costs nothing.
 dxf::RecordId Picker::topmostAt(const pick::Vec& point) {
     const pick::Region region = pick::Region::around(point, pickBoxSize(document_));
-    std::vector<dxf::RecordId> candidates = candidatesFor(region);
-    if (candidates.size() > 1) sortByDrawOrder(candidates);
     pick::HitProbe probe(region, pick::HitProbe::Mode::Touch);
-    const auto top =
-        std::find_if(candidates.rbegin(), candidates.rend(), [&](dxf::RecordId id) { return isHit(id, probe); });
+    const auto isMet = [&](dxf::RecordId id) { return isHit(id, probe); };
+    // New records have the last numbers, wherever they stand.
+    const std::size_t count = drawing_.recordCount();
+    const bool areOfFile = count == 0 || !(drawing_.record(static_cast<dxf::RecordId>(count - 1)).flags & dxf::kNew);
+    dxf::RecordId last = dxf::kNoRecord;
+    const pick::DrawOrder order = drawOrder();
+    if (areOfFile && !order.isChanged() && document_.state().bounds.findLast(drawing_, region, isMet, last))
+        return last;
+    std::vector<dxf::RecordId> candidates = candidatesFor(region);
+    order.sort(candidates);
+    const auto top = std::find_if(candidates.rbegin(), candidates.rend(), isMet);
     return top == candidates.rend() ? dxf::kNoRecord : *top;
 }
 
@@ -150,10 +156,10 @@ pick::Box Picker::extents() {
     return all;
 }
 
-void Picker::sortByDrawOrder(std::vector<dxf::RecordId>& ids) const {
+pick::DrawOrder Picker::drawOrder() const {
     const BlockIndex blocks(drawing_);
     const Block* space = space_.head == dxf::kNoRecord ? blocks.bySpace(space_.kind) : blocks.byHead(space_.head);
-    pick::DrawOrder(drawing_, space).sort(ids);
+    return pick::DrawOrder(drawing_, space);
 }
 
 }  // namespace qrs::host::ed

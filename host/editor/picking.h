@@ -7,6 +7,7 @@
 #include "dbid.h"
 #include "dbmain.h"
 #include "host/drawing/spaces.h"
+#include "host/pick/draworder.h"
 #include "host/pick/layerstates.h"
 #include "host/pick/scene.h"
 
@@ -46,7 +47,7 @@ class Picker {
     bool isHit(dxf::RecordId id, pick::HitProbe& probe);
     // Those that a region may touch, and perhaps others that cannot be reached, in drawing order.
     std::vector<dxf::RecordId> candidatesFor(const pick::Region& region) const;
-    void sortByDrawOrder(std::vector<dxf::RecordId>& ids) const;
+    pick::DrawOrder drawOrder() const;
 
     AcApDocument& document_;
     AcDbDatabase& database_;

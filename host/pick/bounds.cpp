@@ -476,34 +476,39 @@ void Bounds::settle(Reader& reader) {
     items_.push_back(std::move(reader.items()));
 }
 
-void Bounds::readAll() {
-    const auto count = static_cast<dxf::RecordId>(drawing_->recordCount());
-    items_.clear();
+// Reads so many records below those read already, and those that belong to the first of them.
+void Bounds::readDown(dxf::RecordId count) {
+    const dxf::RecordId end = lowest_;
+    dxf::RecordId begin = end - std::min(count, end);
+    const auto isPart = [&](dxf::RecordId id) { return (drawing_->record(id).flags & dxf::kSubEntity) != 0; };
+    while (begin > 0 && isPart(begin))
+        --begin;
     constexpr dxf::RecordId kWorthSharing = 20000;
-    const bool isShared = count >= kWorthSharing && platform::processorCount() > 1;
-    dxf::RecordId middle = isShared ? count / 2 : count;
-    while (middle < count && (drawing_->record(middle).flags & dxf::kSubEntity))
+    const bool isShared = end - begin >= kWorthSharing && platform::processorCount() > 1;
+    dxf::RecordId middle = isShared ? begin + (end - begin) / 2 : end;
+    while (middle < end && isPart(middle))
         ++middle;
     Reader first(*drawing_);
     Reader second(*drawing_);
     bool isDone = false;
-    if (middle < count) {
+    if (middle < end) {
         platform::Beside beside([&] {
             try {
-                second.readRange(middle, count);
+                second.readRange(middle, end);
                 isDone = true;
             } catch (const std::exception&) {
                 // Read again below, where the reason is met too.
             }
         });
-        first.readRange(0, middle);
+        first.readRange(begin, middle);
         if (beside.hasBegun()) beside.wait();
     } else {
-        first.readRange(0, middle);
+        first.readRange(begin, middle);
     }
-    if (!isDone) first.readRange(middle, count);
+    if (!isDone) first.readRange(middle, end);
     settle(first);
     if (isDone) settle(second);
+    lowest_ = begin;
 }
 
 // False when what has changed may tell on many boxes.
@@ -538,7 +543,10 @@ void Bounds::follow(const dxf::Drawing& drawing) {
     const bool isKnown = std::exchange(drawing_, &drawing) == &drawing && changes.since(mark_, changed);
     // Many small steps are taken together again from time to time.
     constexpr std::size_t kMostSteps = 64;
-    if (!isKnown || items_.size() > kMostSteps || !readAgain(std::move(changed))) readAll();
+    if (!isKnown || items_.size() > kMostSteps || !readAgain(std::move(changed))) {
+        items_.clear();
+        lowest_ = static_cast<dxf::RecordId>(drawing.recordCount());
+    }
     mark_ = changes.mark();
 }
 
@@ -565,19 +573,51 @@ bool Bounds::isNear(const Item& item, Form form, const FlatBox& wanted) {
     return !(std::fabs(off) > across * (halfY + margin) + up * (halfX + margin));
 }
 
-bool Bounds::find(const dxf::Drawing& drawing, const Region& region, std::vector<dxf::RecordId>& candidates) {
-    candidates.clear();
+bool Bounds::begin(const dxf::Drawing& drawing, const Region& region, FlatBox& wanted) {
     const Box& box = region.bounds();
     if (box.isEmpty() || !std::isfinite(box.low.x + box.low.y + box.high.x + box.high.y)) return false;
     follow(drawing);
-    const FlatBox wanted = flat(box);
+    wanted = flat(box);
+    return true;
+}
+
+// Of the records that have been read, those below an end.
+void Bounds::gather(const FlatBox& wanted, dxf::RecordId end, std::vector<dxf::RecordId>& candidates) const {
+    candidates.clear();
     for (const Items& items : items_)
         for (const Form form : {kWhole, kRising, kFalling})
             for (const Item& item : items[form])
-                if (isNear(item, form, wanted)) candidates.push_back(item.id);
+                if (isNear(item, form, wanted) && item.id >= lowest_ && item.id < end) candidates.push_back(item.id);
     std::sort(candidates.begin(), candidates.end());
     candidates.erase(std::unique(candidates.begin(), candidates.end()), candidates.end());
+}
+
+bool Bounds::find(const dxf::Drawing& drawing, const Region& region, std::vector<dxf::RecordId>& candidates) {
+    candidates.clear();
+    FlatBox wanted;
+    if (!begin(drawing, region, wanted)) return false;
+    if (lowest_ > 0) readDown(lowest_);
+    gather(wanted, dxf::kNoRecord, candidates);
     return true;
+}
+
+bool Bounds::findLast(const dxf::Drawing& drawing, const Region& region,
+                      const std::function<bool(dxf::RecordId)>& passes, dxf::RecordId& last) {
+    last = dxf::kNoRecord;
+    FlatBox wanted;
+    if (!begin(drawing, region, wanted)) return false;
+    // As many again each time, so that no record is the reason for many walks.
+    constexpr dxf::RecordId kFirstStep = 16384;
+    const auto count = static_cast<dxf::RecordId>(drawing.recordCount());
+    std::vector<dxf::RecordId> candidates;
+    for (dxf::RecordId end = count;;) {
+        gather(wanted, end, candidates);
+        const auto found = std::find_if(candidates.rbegin(), candidates.rend(), passes);
+        if (found != candidates.rend()) last = *found;
+        if (last != dxf::kNoRecord || lowest_ == 0) return true;
+        end = lowest_;
+        readDown(std::max(kFirstStep, count - lowest_));
+    }
 }
 
 }  // namespace qrs::host::pick

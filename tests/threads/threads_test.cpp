@@ -63,6 +63,52 @@ TEST(Threads, FindBoxesInBothHalves) {
     }
 }
 
+TEST(Threads, GoDownAsFarAsAnAnswerNeeds) {
+    platform::Error error;
+    const auto drawing = dxf::Drawing::fromBytes(upright({true, false}, "PIPE"), "lines.dxf", error);
+    ASSERT_NE(drawing, nullptr) << error.message;
+    pick::Bounds bounds;
+    std::vector<dxf::RecordId> asked;
+    const auto lastAt = [&](double x, dxf::RecordId passing) {
+        asked.clear();
+        dxf::RecordId last = 0;
+        const auto passes = [&](dxf::RecordId id) {
+            asked.push_back(id);
+            return id == passing;
+        };
+        EXPECT_TRUE(bounds.findLast(*drawing, pick::Region::window({x - 0.5, 1, 0}, {x + 1.5, 2, 0}), passes, last));
+        return last;
+    };
+    // Downwards, from what is read at first to what is read later, and up again to what has been read.
+    for (const int x : {kMany - 1, kMany - 20000, 2, kMany - 1}) {
+        const auto lower = static_cast<dxf::RecordId>(x);
+        EXPECT_EQ(lastAt(x, lower), lower);
+        EXPECT_EQ(asked, (std::vector<dxf::RecordId>{lower + 1, lower}));
+        EXPECT_EQ(lastAt(x, lower + 1), lower + 1);
+    }
+    EXPECT_EQ(lastAt(5, 1), dxf::kNoRecord);
+    EXPECT_EQ(asked, (std::vector<dxf::RecordId>{6, 5}));
+
+    // A line that moves before it is read, and after it.
+    pick::Bounds fresh;
+    std::swap(bounds, fresh);
+    const auto moveLine = [&](dxf::RecordId id, const char* x) {
+        dxf::Tag tag;
+        for (const int code : {10, 11}) {
+            ASSERT_TRUE(drawing->findTag(id, code, tag));
+            drawing->setValue(id, tag, x);
+        }
+    };
+    EXPECT_EQ(lastAt(kMany - 1, kMany), static_cast<dxf::RecordId>(kMany));
+    for (const char* x : {"-100.0", "-200.0"}) {
+        moveLine(3, x);
+        EXPECT_EQ(lastAt(std::stod(x), 3), 3u);
+        EXPECT_EQ(asked.size(), 1u);
+        EXPECT_EQ(lastAt(3, 2), dxf::kNoRecord);
+        EXPECT_EQ(asked, (std::vector<dxf::RecordId>{4}));
+    }
+}
+
 TEST(Threads, TellDifferencesInTheirOrder) {
     const Folder folder;
     for (const Kind& kind : {Kind{true, false}, Kind{false, false}, Kind{true, true}}) {
