@@ -23,10 +23,11 @@ class Entity:
     that kind needs (see Writer.<kind>). Pipes name the nodes at their ends, and what is attached to them, by the names
     those were given."""
 
-    def __init__(self, kind, layer, data, space=MODEL, color=None, hidden=False, xdata=(), comment=None, name=None):
+    def __init__(self, kind, layer, data, space=MODEL, color=None, hidden=False, xdata=(), comment=None, name=None,
+                 linetype_scale=None):
         self.kind, self.layer, self.data, self.space = kind, layer, data, space
         self.color, self.hidden, self.xdata, self.comment = color, hidden, list(xdata), comment
-        self.name = name
+        self.name, self.linetype_scale = name, linetype_scale
 
 
 class Drawing:
@@ -286,6 +287,8 @@ class Writer(Drafting):
         self.tag(8, entity.layer)
         if entity.color is not None:
             self.tag(62, entity.color)
+        if entity.linetype_scale is not None:
+            self.tag(48, float(entity.linetype_scale))
         if entity.hidden:
             self.tag(60, 1)
 

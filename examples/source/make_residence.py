@@ -55,7 +55,6 @@ def build_site():
     drawing.scale = 500
     residence_site.add_site(Pen(drawing))
     follow_standard(drawing)
-    drawing.linetype_scale = 150.0
     return drawing
 
 

@@ -1,92 +1,149 @@
 """The site around the residence: outlets, wells, mains, the septic tank. In mm, in the coordinates of the building's plan."""
 
-from residence_base import PIPE_STYLE, STANDARD, STYLE, mark
+from residence_base import PIPE_STYLE, STANDARD, distance, mark
+from residence_pipes import RISERS
 from residence_walls import CORE_WALLS, FLAT_WALLS, UNIT, cut, flats, outlines, turned
 
 WELL_STYLE = "给排-井"
 TEXT, WELL = 1250, 1000  # height of texts for 1:500, diameter of wells as drawn
-NORTH, SOUTH, WASTE = 15500, -7500, -4500  # where the drains lie: soil, rain, waste of the balconies
-EAST = 46500
-
-SOIL = [("W1", 3830), ("W2", 7270), ("W3", 13730), ("W4", 17170), ("W5", 24830), ("W6", 28270), ("W7", 34730), ("W8", 38170)]
-BALCONY = [("F1", 6500), ("F2", 14500), ("F3", 27500), ("F4", 35500)]
-RAIN = [("Y1", 5800), ("Y2", 15200), ("Y3", 26800), ("Y4", 36200)]
+# Scales of linetypes: letters that can be read at 1:500; smaller ones where a pipe has no room for that pattern.
+LETTERS, SMALL_LETTERS, ROOM = 6.0, 4.0, 10500
+PLASTIC = "UPVC管"
+EAST, CITY = 45500, 57300  # the last wells beside the building, and where the city's pipes are met
+# Where the drains lie, and their wells: what they take, y, diameter, slope, height of the first well; where the names stand.
+DRAINS = {
+    "sewage": ("W", 14800, "dn300", 0.005, -1700, ["above"] * 9 + ["above left"] + ["above"] * 2),
+    "roof": ("Y", 19500, "d400", 0.003, -1750, ["right"]),
+    "waste": ("F", -4500, "dn200", 0.005, -1450, ["right below", "left below"]),
+    "balconies": ("Y", -7500, "d400", 0.003, -1500, ["below"]),
+}
+# How the risers of a flat lead outdoors: system and place of the riser; diameter, slope, height at the riser, the drain, and
+# the way there in the flat's coordinates. A well is where it ends.
+OUTLETS = {
+    ("W", (230, 6370)): ("dn160", 0.010, -1200, "sewage", [(230, 14570), (0, 14800)]),
+    ("F", (230, 5930)): ("dn110", 0.012, -1200, "sewage", [(830, 6530), (830, 14200), (0, 14800)]),
+    ("W", (3830, 7820)): ("dn160", 0.010, -1200, "sewage", [(3830, 14800)]),
+    ("F", (3830, 7380)): ("dn110", 0.012, -1200, "sewage", [(4430, 7980), (4430, 14200), (3830, 14800)]),
+    ("F", (7270, 9370)): ("dn110", 0.012, -1200, "sewage", [(6870, 9770), (6870, 14800)]),
+    ("Y", (3600, 9830)): ("dn160", 0.010, -1000, "roof", [(2500, 10930), (2500, 19500)]),
+    ("F", (6520, -850)): ("dn110", 0.012, -1000, "waste", [(7120, -1450), (7120, -4500)]),
+    ("Y", (6520, -1120)): ("dn160", 0.010, -1000, "balconies", [(5320, -2320), (5320, -7500)]),
+}
+# Diameters of outlets, of some flats only; the others are alike. Flats, system, middle, rotation, text.
+OUTLET_TEXTS = [((0, 3), "W", (-750, 12300), 90, "dn160"), ((0, 3), "F", (5250, 12300), 90, "dn110"),
+                ((1, 2), "Y", (1700, 17000), 90, "dn160"), ((0, 3), "F", (9400, -2500), 0, "dn110"),
+                ((0,), "Y", (4500, -5300), 90, "dn160")]
+MAIN_TEXTS = [("W", (49300, 15850), 0, "dn300"), ("W", (49000, 13500), 0, "i=0.005"), ("Y", (52400, 20600), 0, "d400 i=0.003"),
+              ("F", (21000, -3300), 0, "dn200 i=0.005"), ("F", (EAST - 1300, 5000), 90, "dn200 i=0.005"),
+              ("Y", (21000, -6300), 0, "d400 i=0.003"), ("J", (4500, 23050), 0, "DN150"), ("XH", (4500, 25150), 0, "DN150"),
+              ("J", (11750, 12200), 90, "DN100"), ("XH", (10560, 17050), 90, "DN100")]
+PLACE_TEXTS = [("化粪池", (53500, 12300)), ("接市政污水", (54200, 10500)), ("接市政雨水", (54000, 18100)), ("接市政给水", (54000, 23050)),
+               ("接小区消防环网", (53600, 25150)), ("接市政雨水", (54000, -8900))]
+# Along the road: system, y, height, where pipes branch off to the stairwells, and how far those lead. Fire water passes below
+# the water that is drunk, and above the drains.
+PRESSURE = [("J", 22000, -900, [12680, UNIT + 12680], 9200), ("XH", 24100, -1250, [9330, UNIT + 9330], 11900)]
 
 
 class Site:
+    """Collects pipes and nodes, and makes the entities when it is known how deep the wells are."""
+
     def __init__(self, pen):
-        self.pen, self.nodes = pen, {}
+        self.pen, self.pipes, self.nodes = pen, [], {}
 
-    def node(self, system, name, x, y, depth, kind=1, place="above"):
-        self.nodes[name] = (x, y, -depth)
-        layer = STANDARD.layer(system, "井" if kind == 1 else "设备")
-        self.pen.add("NODE", layer, (x, y, -depth), kind, WELL if kind == 1 else 3000, name=name)
-        if place:
-            at, align = {"above": ((x, y + 800), "CB"), "below": ((x, y - 800), "CT"), "east": ((x + 700, y + 300), "LB"),
-                         "west": ((x - 700, y + 300), "RB")}[place]
-            self.pen.text("给排-井标注", at, name, TEXT, align, style=WELL_STYLE)
+    def node(self, system, name, at, kind=1):
+        self.nodes[at] = system, name, kind
 
-    def pipe(self, system, size, start, end, slope=None, material=None):
-        """Between nodes, by name, or places."""
-        ends = [self.nodes.get(one, one) for one in (start, end)]
-        names = [one if one in self.nodes else None for one in (start, end)]
-        marks = mark("PIPE-DN", size) + mark("PIPE-MATERIAL", material or STANDARD.systems[STANDARD.letters[system]]["outdoor"])
-        marks += mark("PIPE-SLOPE", slope) if slope else []
-        self.pen.add("PIPE", STANDARD.layer(system, "管线"), *ends, STANDARD.letters[system], names, STANDARD.width(system), xdata=marks)
+    def run(self, system, size, points, height, slope=0.0, material=None):
+        """Along the points, from a height downwards; the height of its end."""
+        for start, end in zip(points, points[1:]):
+            low = round(height - slope * distance(start, end), 1)
+            self.pipes.append((system, size, (*start, height), (*end, low), slope, material))
+            height = low
+        return height
+
+    def finish(self):
+        for at, (system, name, kind) in self.nodes.items():
+            depth = min(end[2] for pipe in self.pipes for end in pipe[2:4] if end[:2] == at)
+            self.pen.add("NODE", STANDARD.layer(system, "井" if kind == 1 else "设备"), (*at, depth), kind,
+                         WELL if kind == 1 else 3000, name=name)
+        for system, size, start, end, slope, material in self.pipes:
+            names = [self.nodes[place[:2]][1] if place[:2] in self.nodes else None for place in (start, end)]
+            marks = mark("PIPE-DN", size) + mark("PIPE-MATERIAL", material or STANDARD.systems[STANDARD.letters[system]]["outdoor"])
+            marks += mark("PIPE-SLOPE", "%.3f" % slope) if slope else []
+            letters = LETTERS if distance(start, end) > ROOM else SMALL_LETTERS
+            self.pen.add("PIPE", STANDARD.layer(system, "管线"), start, end, STANDARD.letters[system], names,
+                         STANDARD.width(system), xdata=marks, linetype_scale=letters)
+
+    def name(self, at, text, place):
+        dx, dy, align = {"above": (0, 800, "CB"), "above left": (900, 800, "RB"), "below": (0, -800, "CT"), "right": (700, 350, "LB"),
+                         "right below": (700, -350, "LT"), "left below": (-700, -350, "RT")}[place]
+        self.pen.text("给排-井标注", (at[0] + dx, at[1] + dy), text, TEXT, align, style=WELL_STYLE)
 
     def size(self, system, at, text, rotation=0):
         self.pen.text(STANDARD.layer(system, "管径文字"), at, text, TEXT, "CM", rotation, PIPE_STYLE)
-
-    def drain(self, system, wells, y, size, slope, depth, *places):
-        """Wells in a row, each a little deeper than the one before; where their names stand, in turn."""
-        first = wells[0][1]
-        for number, (name, x) in enumerate(wells):
-            self.node(system, name, x, y, depth + (x - first) * float(slope), place=places[number % len(places)])
-        for (start, _), (end, _) in zip(wells, wells[1:]):
-            self.pipe(system, size, start, end, slope)
 
 
 def add_site(pen):
     site = Site(pen)
     add_ground(pen)
-    site.drain("W", SOIL + [("W9", 44000)], NORTH, "dn300", "0.005", 1100, "above", "above", "east", "east")
-    for name, x in SOIL:
-        site.pipe("W", "dn160", (x, 9700, -900), name, "0.010", "UPVC管")
-    site.drain("F", BALCONY + [("F5", 44000)], WASTE, "dn200", "0.005", 900, "east", "west")
-    for name, x in BALCONY:
-        site.pipe("F", "dn110", (x, -850, -800), name, "0.012", "UPVC管")
-    site.pipe("F", "dn200", "F5", "W9", "0.005")
-    site.node("W", "化粪池", 49000, NORTH, 1900, 2, place=None)
-    pen.text("给排-井标注", (49000, NORTH + 2100), "化粪池", TEXT, "CB", style=WELL_STYLE)
-    site.pipe("W", "dn300", "W9", "化粪池", "0.005")
-    site.pipe("W", "dn300", "化粪池", (56000, NORTH, -1950), "0.005")
-    site.drain("Y", RAIN + [("Y5", 44000)], SOUTH, "d400", "0.003", 1300, "below")
-    for name, x in RAIN:
-        site.pipe("Y", "dn160", (x, -1300, -900), name, "0.010", "UPVC管")
-    site.pipe("Y", "d400", "Y5", (56000, SOUTH, -1600), "0.003")
+    wells = add_outlets(site)
+    ends = add_drains(site, wells)
+    # The waste of the balconies meets the sewage before the septic tank.
+    corner, last, tank = (EAST, DRAINS["waste"][1]), (EAST, DRAINS["sewage"][1]), (53500, DRAINS["sewage"][1])
+    site.run("F", "dn200", [corner, last], ends["waste"], 0.005)
+    site.node("W", "化粪池", tank, 2)
+    low = site.run("W", "dn300", [last, tank], ends["sewage"], 0.005)
+    site.run("W", "dn300", [tank, (CITY, tank[1])], round(low - 50, 1), 0.005)
+    for drain in ("roof", "balconies"):
+        system, y, size, slope, *_ = DRAINS[drain]
+        site.run(system, size, [(EAST, y), (CITY, y)], ends[drain], slope)
     add_mains(site)
-    for system, at, text in (("W", (20800, NORTH + 2900), "dn300 i=0.005"), ("F", (21000, WASTE + 1200), "dn200 i=0.005"),
-                             ("Y", (21000, SOUTH + 1200), "d400 i=0.003"), ("J", (2000, 20700), "DN150"),
-                             ("XH", (2000, 23200), "DN150")):
-        site.size(system, at, text)
-    for text, at in (("接市政污水", (52600, NORTH - 2700)), ("接市政雨水", (51000, SOUTH - 1700)), ("市政给水", (48500, 20700))):
+    site.finish()
+    for some, system, at, rotation, text in OUTLET_TEXTS:
+        for x, mirrored in [flats()[flat] for flat in some]:
+            site.size(system, pen.frame(x, 0, mirrored).at(at), text, rotation)
+    for system, at, rotation, text in MAIN_TEXTS:
+        site.size(system, at, text, rotation)
+    for text, at in PLACE_TEXTS:
         pen.text("给排-井标注", at, text, TEXT, "CM", style=WELL_STYLE)
+
+
+def add_outlets(site):
+    """What leaves the building; the places of the wells it leads to, by drain."""
+    wells = {drain: set() for drain in DRAINS}
+    for x, mirrored in flats():
+        flat = site.pen.frame(x, 0, mirrored)
+        for system, _, riser, *_ in RISERS:
+            if system not in ("W", "F", "Y"):
+                continue
+            size, slope, height, drain, way = OUTLETS[system, riser]
+            points = [flat.at(point) for point in [riser] + way]
+            site.run(system, size, points, height, slope, PLASTIC)
+            wells[drain].add(points[-1])
+    return wells
+
+
+def add_drains(site, wells):
+    """Wells in a row from west to east; the height at which each drain ends."""
+    ends, numbers = {}, {}
+    for drain, (system, y, size, slope, height, places) in DRAINS.items():
+        row = sorted(wells[drain]) + [(EAST, y)]
+        for number, at in enumerate(row):
+            numbers[system] = numbers.get(system, 0) + 1
+            name = "%s%d" % (system, numbers[system])
+            site.node(system, name, at)
+            site.name(at, name, places[number % len(places)])
+        ends[drain] = site.run(system, size, row, height, slope)
+    return ends
 
 
 def add_mains(site):
     """Cold water and the fire main along the road, and what leads from them to the stairwells."""
-    for system, y, size, entries in (("J", 19500, "DN150", [12680, UNIT + 12680]), ("XH", 22000, "DN150", [9330, UNIT + 9330])):
-        stops = [(-9000, y, -900)] + [(x, y, -900) for x in entries] + [(56000, y, -900)]
-        names = [stops[0]]
-        for number, stop in enumerate(stops[1:-1], 1):
-            name = "%s井%d" % (system, number)
-            site.node(system, name, *stop[:2], 900, place=None)
-            names.append(name)
-            inner = 9200 if system == "J" else 11900
-            site.pipe(system, "DN100", name, (stop[0], inner, -900))
-        names.append(stops[-1])
-        for start, end in zip(names, names[1:]):
-            site.pipe(system, size, start, end)
+    for system, y, height, entries, inner in PRESSURE:
+        site.run(system, "DN150", [(-9000, y)] + [(x, y) for x in entries] + [(CITY, y)], height)
+        for number, x in enumerate(entries, 1):
+            site.node(system, "%s井%d" % (system, number), (x, y))
+            site.run(system, "DN100", [(x, inner), (x, y)], height)  # northwards, which turns letters to the right
 
 
 def add_ground(pen):
@@ -100,9 +157,9 @@ def add_ground(pen):
     for unit in (0, UNIT):
         pen.path("建筑-阳台", [(unit + 6300, -100), (unit + 6300, -1500), (unit + 14700, -1500), (unit + 14700, -100)])
     pen.text("建筑-房间名", (UNIT, 4800), "1#住宅楼 18F", 2200, "CM")
-    for y in (25500, 31500):
-        pen.lines("总图-道路", (-9000, y), (56000, y))
-    pen.text("总图-道路", (21000, 28500), "小区道路", TEXT, "CM")
+    for y in (26300, 31900):
+        pen.lines("总图-道路", (-9000, y), (CITY, y))
+    pen.text("总图-道路", (21000, 29100), "小区道路", TEXT, "CM")
     for number in range(12):
         x, y = -3500 + number * 4600, -13500 if number % 2 else -12500
         pen.circle("总图-树", (x, y), 1300)

@@ -13,11 +13,12 @@ SOURCE = EXAMPLES / "source"
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(SOURCE))
 
+import make_residence  # noqa: E402
 import residence_network  # noqa: E402
 import residence_pipes  # noqa: E402
 import residence_walls  # noqa: E402
 from dxfwriter import Drawing  # noqa: E402
-from residence_base import Pen, distance  # noqa: E402
+from residence_base import STANDARD, Pen, distance  # noqa: E402
 
 faults = []
 
@@ -82,12 +83,60 @@ def check_design():
                   % (pipe.system, start, end, hinge))
 
 
+class Outdoor:
+    """A pipe of the site: its system, ends, outer diameter in mm, and the slope that it is marked with."""
+
+    def __init__(self, entity):
+        start, end, self.system, *_ = entity.data
+        marks = {name: value for (_, name), (_, value) in zip(entity.xdata[::2], entity.xdata[1::2])}
+        self.start, self.end, self.slope = start, end, float(marks.get("PIPE-SLOPE", 0))
+        self.radius = float(marks["PIPE-DN"].lstrip("dnDN")) / 2
+        self.length = distance(start, end)
+
+    def height(self, part):
+        return self.start[2] + part * (self.end[2] - self.start[2])
+
+
+def crossing(one, other):
+    """How far along each, as parts of their lengths, two pipes cross in the plan."""
+    (ax, ay, _), (bx, by, _), (cx, cy, _), (dx, dy, _) = one.start, one.end, other.start, other.end
+    across = (bx - ax) * (dy - cy) - (by - ay) * (dx - cx)
+    if across == 0:
+        return None
+    parts = (((cx - ax) * (dy - cy) - (cy - ay) * (dx - cx)) / across, ((cx - ax) * (by - ay) - (cy - ay) * (bx - ax)) / across)
+    return parts if all(0 <= part <= 1 for part in parts) else None
+
+
+def check_site():
+    """Every drain's riser leads outdoors; heights agree with slopes, and water runs down; pipes that cross keep apart."""
+    pipes = [Outdoor(entity) for entity in make_residence.build_site().entities if entity.kind == "PIPE"]
+    started = {(pipe.system, pipe.start[:2]) for pipe in pipes}
+    plan = design(lambda network, pen: [residence_pipes.add_flat(network, pen.frame(x, 0, mirrored), False)
+                                        for x, mirrored in residence_walls.flats()])
+    for system, _, at, _, _ in plan.risers:
+        check(system == "T" or (STANDARD.letters[system], at) in started, "%s at %s has no outlet" % (system, at))
+    for pipe in pipes:
+        fall = pipe.start[2] - pipe.end[2]
+        check(abs(fall - pipe.slope * pipe.length) < 1, "the pipe from %s falls by %g, not by its slope" % (pipe.start, fall))
+        for other in pipes:
+            if pipe.slope and pipe.end[:2] == other.start[:2]:
+                check(pipe.end[2] - pipe.radius >= other.start[2] - other.radius, "water runs up at %s" % (pipe.end[:2],))
+    for number, pipe in enumerate(pipes):
+        for other in pipes[:number]:
+            parts = crossing(pipe, other)
+            if parts and not {pipe.start[:2], pipe.end[:2]} & {other.start[:2], other.end[:2]}:
+                apart = abs(pipe.height(parts[0]) - other.height(parts[1])) - pipe.radius - other.radius
+                check(apart >= 150, "%s from %s and %s from %s come within %g mm"
+                      % (pipe.system, pipe.start, other.system, other.start, apart))
+
+
 def main():
     with tempfile.TemporaryDirectory() as folder:
         console = pathlib.Path(sys.argv[1]).resolve()
         check_scripts(console, folder)
         check_with(console, folder)
     check_design()
+    check_site()
     for fault in faults:
         print(fault)
     sys.exit(1 if faults else 0)
