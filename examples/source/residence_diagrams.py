@@ -10,6 +10,7 @@ STOREYS = [("1F", "±0.000", 0), ("2F", "2.900", 2600), ("9F", "23.200", 5800), 
            ("屋面", "52.200", 14200)]
 FLOORS = {name: y for name, _, y in STOREYS}
 BREAKS = (4250, 10050)
+ACCESS_STOREYS = ("1F", "6F", "12F", "18F")  # where stacks of soil and waste have an opening
 BELOW = -1400  # where mains and outlets lie, below the ground floor
 SMALL = 250  # height of the texts
 
@@ -101,9 +102,15 @@ class Diagram:
         self.pipe((x, y), (x, y - 200))
         self.pen.path(layer, [(x - 90, y - 330), (x + 90, y - 330), (x, y - 200)], True)
 
-    def flow_switch(self, x, y):
-        self.pen.circle(self.layer("给水附件"), (x, y), 150)
-        self.pen.text(self.layer("给水附件"), (x, y), "L", 180, "CM")
+    def cleanout(self, x, y):
+        layer = self.layer("排水附件")
+        self.pen.circle(layer, (x, y), 150)
+        self.pen.lines(layer, (x - 150, y), (x + 150, y))
+        self.pen.lines(layer, (x, y - 150), (x, y + 150))
+
+    def roof_outlet(self, x, y):
+        self.pen.box("给排-雨水斗", x - 160, y, x + 160, y + 110)
+        self.pen.arc("给排-雨水斗", (x, y + 110), 160, 0, 180)
 
     # --- the drawing's frame
 
@@ -191,7 +198,7 @@ def drainage(pen):
         diagram.pipe((soil, y - 150), (soil - 150, y), (soil - 900, y))
         diagram.trap(soil - 900, y)
         diagram.size((soil - 550, y - 220), "dn110")
-    for storey in ("1F", "9F", "18F"):
+    for storey in [one for one in ACCESS_STOREYS if one in FLOORS]:
         diagram.access(soil, FLOORS[storey] + 1000)
     diagram.of("T")
     diagram.riser(vent, -500, roof - 700, "TL-2", FLOORS["9F"] + 1300)
@@ -214,7 +221,7 @@ def drainage(pen):
         diagram.trap(waste + 2200, y)
         diagram.size((waste + 700, y - 220), "dn75")
         diagram.size((waste + 1750, y - 220), "dn50")
-    for storey in ("1F", "9F", "18F"):
+    for storey in [one for one in ACCESS_STOREYS if one in FLOORS]:
         diagram.access(waste, FLOORS[storey] + 1000)
 
 
@@ -227,8 +234,7 @@ def rain(pen):
     diagram.text((-500, BELOW + 250), "dn160 i=0.010")
     diagram.size((x + 230, 1700), "dn110", 90)
     diagram.access(x, 1000)
-    pen.box("给排-雨水斗", x - 160, roof, x + 160, roof + 110)
-    pen.arc("给排-雨水斗", (x, roof + 110), 160, 0, 180)
+    diagram.roof_outlet(x, roof)
     diagram.text((x - 200, roof + 520), "87型雨水斗 dn110", "CM")
 
 
@@ -238,7 +244,11 @@ def hydrants(pen):
     x, roof = 2000, FLOORS["屋面"]
     diagram.riser(x, BELOW, roof + 1100, "XHL-1", FLOORS["2F"] + 700)
     diagram.pipe((-500, BELOW), (4600, BELOW))
-    diagram.text((-500, BELOW + 250), "接消火栓环管 DN150")
+    diagram.text((-500, BELOW + 250), "引入管 DN100")
+    # Both risers are joined at the foot and below the roof.
+    diagram.pipe((x, roof - 300), (4600, roof - 300))
+    for y in (BELOW, roof - 300):
+        diagram.text((x + 350, y + 250), "DN100 接 XHL-2")
     diagram.valve(x, -500, True)
     diagram.size((x - 220, 1700), "DN100", 90)
     for storey in ("1F", "2F", "9F", "10F", "18F", "屋面"):
@@ -265,7 +275,7 @@ def sprinklers(pen):
         y = FLOORS[storey] + 2150
         diagram.pipe((x, y), (6300, y))
         diagram.valve(x + 450, y)
-        diagram.flow_switch(x + 950, y)
+        add_flow_switch(diagram.pen, (x + 950, y), 150)
         for head in (3700, 4500, 5300):
             diagram.head(head, y)
         diagram.size((3300, y + 180), "DN50")
@@ -291,25 +301,37 @@ LINES = [("J", "生活给水管"), ("RJ", "热水给水管"), ("RH", "热水回�
 
 
 def add_legend(pen):
-    """Two columns of a sign and what it means; lines to the west, fittings to the east."""
+    """Two columns of a sign and what it means: lines, and fittings to the east of them."""
     diagram = Diagram(pen)
-    fittings = [("J", lambda: diagram.valve(9000, y), "闸阀、截止阀"), ("J", lambda: diagram.meter(9000, y), "水表"),
-                ("J", lambda: diagram.vent(9000, y - 160), "自动排气阀"), ("F", lambda: drain_sign(diagram, 9000, y), "地漏"),
-                ("F", lambda: diagram.access(8930, y), "检查口"), ("F", lambda: diagram.cap(9000, y - 80), "通气帽"),
-                ("ZP", lambda: head_sign(diagram, 9000, y), "喷头"), ("ZP", lambda: diagram.flow_switch(9000, y), "水流指示器"),
-                ("XH", lambda: diagram.hydrant(8900, y), "消火栓")]
-    pen.text("公用-表格", (6300, 950), "图例", 500, "CM", style=TABLE_STYLE)
-    for number in range(len(LINES) + 1):
-        pen.lines("公用-表格", (0, 500 - number * 900), (12600, 500 - number * 900))
-    for x in (0, 3600, 7800, 10200, 12600):
-        pen.lines("公用-表格", (x, 500), (x, 500 - len(LINES) * 900))
-    for number, ((system, name), (of, sign, meaning)) in enumerate(zip(LINES, fittings)):
-        y = 50 - number * 900
-        pen.lines(STANDARD.layer(system, "管线"), (300, y), (3300, y))
-        pen.text("公用-表格", (3800, y), name, 350, "LM", style=TABLE_STYLE)
-        diagram.of(of)
-        sign()
-        pen.text("公用-表格", (10350, y), meaning, 350, "LM", style=TABLE_STYLE)
+    line = lambda x, y: pen.lines(diagram.layer("管线"), (x - 1500, y), (x + 1500, y))
+    lines = [(system, line, name) for system, name in LINES] + [
+        ("J", lambda x, y: pen.circle(diagram.layer("立管"), (x, y), 150), "立管"), ("F", diagram.cleanout, "清扫口"),
+        ("J", lambda x, y: pen.insert("给排-洁具", "淋浴器", (x, y + 80)), "淋浴器")]
+    fittings = [("J", diagram.valve, "闸阀、截止阀"), ("J", diagram.meter, "水表"),
+                ("J", lambda x, y: diagram.vent(x, y - 160), "自动排气阀"), ("F", lambda x, y: drain_sign(diagram, x, y), "地漏"),
+                ("F", lambda x, y: diagram.access(x - 70, y), "检查口"), ("F", lambda x, y: diagram.cap(x, y - 80), "通气帽"),
+                ("Y", lambda x, y: diagram.roof_outlet(x, y - 130), "雨水斗"),
+                ("XH", lambda x, y: diagram.hydrant(x - 100, y), "消火栓"),
+                ("ZP", diagram.valve, "信号闸阀"), ("ZP", lambda x, y: add_flow_switch(pen, (x, y), 150), "水流指示器"),
+                ("ZP", lambda x, y: head_sign(diagram, x, y), "喷头（平面）"), ("ZP", lambda x, y: diagram.head(x, y + 170), "喷头（系统）")]
+    top, high = 500, 700
+    pen.text("公用-表格", (6300, top + 450), "图例", 500, "CM", style=TABLE_STYLE)
+    for number in range(len(lines) + 1):
+        pen.lines("公用-表格", (0, top - number * high), (12600, top - number * high))
+    for x in (0, 3600, 7800, 10000, 12600):
+        pen.lines("公用-表格", (x, top), (x, top - len(lines) * high))
+    for column, middle, start in ((lines, 1800, 3800), (fittings, 8900, 10150)):
+        for number, (system, sign, meaning) in enumerate(column):
+            y = top - (number + 0.5) * high
+            diagram.of(system)
+            sign(middle, y)
+            pen.text("公用-表格", (start, y), meaning, 350, "LM", style=TABLE_STYLE)
+
+
+def add_flow_switch(pen, at, radius):
+    layer = STANDARD.layer("ZP", "给水附件")
+    pen.circle(layer, at, radius)
+    pen.text(layer, at, "L", 1.2 * radius, "CM")
 
 
 def drain_sign(diagram, x, y):

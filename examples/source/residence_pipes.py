@@ -1,5 +1,6 @@
 """The design of a storey: what lies in a flat, what in the stairwell, and the texts of both."""
 
+from residence_diagrams import add_flow_switch
 from residence_network import ARROW, CLEANOUT, DIAMETER, DRAIN, HEAD, METER, SLOPE, STOP, VALVE
 
 FALL = "0.026"
@@ -81,7 +82,7 @@ CORE = [
     ("XH", "DN65", [(9330, 6660), (9450, 6660)]),
     ("ZP", "DN50", [(12600, 8200), (12600, 5850)]),
     ("ZP", "DN32", [(12600, 5850), (10800, 5850)]),
-    ("ZP", "DN25", [(10800, 5850), (8500, 5850)]),
+    ("ZP", "DN25", [(10800, 5850), (8500, 5850), (8000, 5850), (8000, 5350)]),
     ("ZP", "DN25", [(12600, 5850), (13000, 5850)]),
 ]
 CORE_RISERS = [
@@ -94,12 +95,15 @@ CORE_FITTINGS = [
     ("J", METER, (13220, 7650), 180, 0), ("RJ", VALVE, (12860, 7330), 130, 270), ("RJ", METER, (12860, 7080), 160, 270),
     ("RJ", VALVE, (13170, 7500), 150, 0), ("RJ", METER, (13330, 7500), 140, 0), ("ZP", VALVE, (12600, 7700), 130, 270),
     ("ZP", HEAD, (8500, 5850), 160, 0), ("ZP", HEAD, (10800, 5850), 160, 0), ("ZP", HEAD, (13000, 5850), 160, 0),
+    ("ZP", STOP, (8000, 5500), 130, 270),
 ]
+# Signs that no kind of attachment has: middle, radius.
+FLOW_SWITCHES = [((12600, 6050), 75)]
 CORE_TEXTS = [("J", DIAMETER, (10500, 6570), 0, "DN25"), ("RJ", DIAMETER, (11500, 6070), 0, "DN20"),
               ("ZP", DIAMETER, (11600, 5670), 0, "DN32"), ("ZP", DIAMETER, (9700, 5680), 0, "DN25")]
 CORE_DETAIL = [("J", DIAMETER, (11100, 6490), 0, "DN25"), ("RJ", DIAMETER, (10700, 6160), 0, "DN20"),
                ("ZP", DIAMETER, (12200, 5940), 0, "DN32"), ("ZP", DIAMETER, (9050, 5940), 0, "DN25"),
-               ("ZP", DIAMETER, (12510, 6050), 90, "DN50")]
+               ("ZP", DIAMETER, (12500, 6610), 90, "DN50")]
 
 
 def add_flat(network, pen, detailed):
@@ -124,6 +128,8 @@ def add_core(network, pen, detailed):
         network.riser(pen, *row)
     for system, kind, at, size, rotation in CORE_FITTINGS:
         network.hang(pen, system, kind, at, None, size, rotation)
+    for at, radius in FLOW_SWITCHES:
+        add_flow_switch(pen, at, radius)
     for system, kind, at, rotation, text in CORE_TEXTS:
         network.hang(pen, system, kind, at, text, 250, rotation)
     for system, kind, at, rotation, text in CORE_DETAIL if detailed else []:

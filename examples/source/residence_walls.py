@@ -167,7 +167,7 @@ def add_flat(pen):
     add_sliding(pen, 0, 6900, 9900, 4)
     add_sliding(pen, 6000, 6550, 7350, 1)
     for x0, y0, x1, y1 in TILES:
-        pen.hatch(FLOOR, "TILES", [(0, 300), (90, 300)], [(x0, y0), (x1, y0), (x1, y1), (x0, y1)])
+        pen.hatch(FLOOR, "TILES", [(0, 600), (90, 600)], [(x0, y0), (x1, y0), (x1, y1), (x0, y1)])
     for name, x, y in ROOMS:
         pen.text("建筑-房间名", (x, y), name, 350, "CM")
     for at in WET_ROOMS:

@@ -56,9 +56,9 @@ TASKS = {
 PICTURE_SIZE = ("--paper", "297x210", "--dpi", "40")
 # Of README: by name the script, what is cut out and the dots per inch.
 README = {
-    "residence-sheet": (None, None, 44),
-    "residence-detail": (None, DETAIL, 64),
-    "residence-detail-grey": (GREY, DETAIL, 64),
+    "residence-sheet": (None, None, 68),
+    "residence-detail": (None, DETAIL, 72),
+    "residence-detail-grey": (GREY, DETAIL, 72),
 }
 
 
