@@ -104,6 +104,15 @@ class Drawing {
         const bool hasTags = record(id).kind != RecordKind::Preamble;
         return StoredTags(hasTags ? contents_.of(id) : std::string_view(), index_.lineEnd, index_.codeForm);
     }
+    // The bytes that hold the tags of a record, as they are stored; likewise. Two drawings that store alike say the
+    // same with the same bytes, but for their code pages.
+    std::string_view storedBytes(RecordId id) const {
+        const bool isSignature = isBinary() && record(id).kind == RecordKind::Preamble;
+        return isSignature ? std::string_view() : contents_.of(id);
+    }
+    bool storesLike(const Drawing& other) const {
+        return isBinary() == other.isBinary() && (!isBinary() || index_.codeForm == other.index_.codeForm);
+    }
     // The nth tag with a code, counted from 0; xdata (codes from 1000 on) and tags inside 102 {...} groups are not
     // looked at unless the code itself is such. False when there is none.
     bool findTag(RecordId id, int code, Tag& tag, int nth = 0) const;
@@ -117,6 +126,7 @@ class Drawing {
     }
     void release(SourceRelease& release, RecordId passed) const { release.done(contents_.of(passed)); }
     TagSweep beginSweep() const { return TagSweep(source_->bytes(), index_.lineEnd); }
+    StoredSweep beginStoredSweep() const { return StoredSweep(source_->bytes(), index_.lineEnd, index_.codeForm); }
 
     // --- changes; the index (handle, layer, flags) follows what is written. New lines take the line end and the
     // indentation of group codes that the drawing has.

@@ -5,9 +5,12 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
 
+#include "host/dxf/binary.h"
 #include "host/dxf/codecache.h"
+#include "host/dxf/codeform.h"
 #include "host/dxf/lines.h"
 
 namespace qrs::dxf {
@@ -48,6 +51,48 @@ class TagSweep {
     const char* readable_ = nullptr;  // up to here
     LineEnds ends_;
     CodeCache cache_;
+};
+
+// The same where records are stored: those of a binary drawing are not put into text form, so that several threads may
+// read them.
+//
+//     StoredSweep sweep = drawing.beginStoredSweep();
+//     for (sweep.begin(drawing.storedBytes(id)); sweep.next(tag);) ... sweep.value(tag) ...
+class StoredSweep {
+  public:
+    StoredSweep(std::string_view file, char lineEnd, CodeForm codeForm)
+        : text_(file, lineEnd), isBinary_(lineEnd == kBinaryLineEnd), codeForm_(codeForm) {}
+
+    void begin(std::string_view stored) {
+        if (!isBinary_) return text_.begin(stored);
+        at_ = stored.data();
+        end_ = at_ + stored.size();
+    }
+    // The value is the bytes as they lie.
+    bool next(RawTag& tag) {
+        if (!isBinary_) return text_.next(tag);
+        if (at_ == end_ || cutBinary(codeForm_, at_, end_, tag) != Cut::Tag) {
+            at_ = end_;
+            return false;
+        }
+        at_ = tag.next;
+        return true;
+    }
+    // In text form. It holds until another value is asked for.
+    std::string_view value(const RawTag& tag) {
+        if (!isBinary_ || isTextual(valueKindOf(tag.code))) return textOf(tag);
+        number_.clear();
+        appendValueText(tag, number_);
+        return number_;
+    }
+
+  private:
+    TagSweep text_;
+    bool isBinary_;
+    CodeForm codeForm_;
+    const char* at_ = nullptr;
+    const char* end_ = nullptr;
+    std::string number_;
 };
 
 }  // namespace qrs::dxf

@@ -181,7 +181,7 @@ struct Run {
 
 class Comparison {
   public:
-    Comparison(const Drawing& first, const Drawing& second) : first_(first), second_(second) {}
+    Comparison(const Drawing& first, const Drawing& second) : first_(first), second_(second), tags_(first, second) {}
 
     void run(const std::function<void(const Difference&)>& take);
     Fates fates();
@@ -214,6 +214,7 @@ class Comparison {
 
     Side first_;
     Side second_;
+    TagComparison tags_;
     std::vector<std::uint8_t> isEqual_;  // by record of the first drawing: its bytes are those of its partner
     // What is told next, and what was told of late.
     RecordId next_ = kNoRecord;
@@ -302,21 +303,17 @@ void Comparison::matchByPlace() {
     }
 }
 
-// By bytes, where these mean the same in both.
+// By stored bytes, where these mean the same in both.
 void Comparison::findEqual() {
     isEqual_.assign(first_.drawing.recordCount(), 0);
-    if (first_.drawing.codePage() != second_.drawing.codePage()) return;
-    const auto look = [this](std::size_t begin, std::size_t end) {
+    const bool isAlike = first_.drawing.storesLike(second_.drawing);
+    if (!isAlike || first_.drawing.codePage() != second_.drawing.codePage()) return;
+    platform::inHalves(isEqual_.size(), [this](std::size_t begin, std::size_t end) {
         for (auto a = static_cast<RecordId>(begin); a < end; ++a) {
             const RecordId b = first_.partner[a];
-            isEqual_[a] = b != kNoRecord && first_.drawing.bytes(a) == second_.drawing.bytes(b);
+            isEqual_[a] = b != kNoRecord && first_.drawing.storedBytes(a) == second_.drawing.storedBytes(b);
         }
-    };
-    // The texts of binary records lie in one place that two cannot share.
-    if (first_.drawing.isBinary() || second_.drawing.isBinary())
-        look(0, isEqual_.size());
-    else
-        platform::inHalves(isEqual_.size(), look);
+    });
 }
 
 // Between equal neighbours: entities of one type, in their order, are changed ones.
@@ -359,7 +356,7 @@ void Comparison::tellChanges(RecordId a, RecordId b) {
         tellMissing(Difference::Kind::OnlyInSecond, second_, b);
         return;
     }
-    compareTags(first_.drawing, a, second_.drawing, b, [&](Difference difference) {
+    tags_.compare(a, b, [&](Difference difference) {
         difference.object = first_.label(a);
         told_.add(std::move(difference));
     });
@@ -433,7 +430,7 @@ Fates Comparison::fates() {
         const std::function<void(const Difference&)> take = [&fate](const Difference& difference) {
             fate = std::max(fate, mayBeOfPicture(difference.code) ? Fate::Redrawn : Fate::Changed);
         };
-        if (!isEqual_[a]) compareTags(first_.drawing, a, second_.drawing, b, take);
+        if (!isEqual_[a]) tags_.compare(a, b, take);
         if (fate == Fate::Same) return;
         note(first_, fates.first, a, fate);
         note(second_, fates.second, b, fate);

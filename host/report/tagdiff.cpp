@@ -73,8 +73,8 @@ std::string_view countedOf(int code, std::string_view value) {
     return dxf::valueKindOf(code) == dxf::ValueKind::Text ? value : dxf::trimmed(value);
 }
 
-std::wstring textOf(const Drawing& drawing, const Tag& tag) {
-    return drawing.decode(countedOf(tag.code, tag.value));
+std::wstring textOf(const Drawing& drawing, int code, std::string_view value) {
+    return drawing.decode(countedOf(code, value));
 }
 
 // What a tag says, as a number.
@@ -106,7 +106,7 @@ struct TagList {
         }
     }
     int code(std::size_t i) const { return tags[i].code; }
-    std::wstring text(std::size_t i) const { return textOf(drawing, tags[i]); }
+    std::wstring text(std::size_t i) const { return textOf(drawing, tags[i].code, tags[i].value); }
 
     const Drawing& drawing;
     std::string bytes;
@@ -121,42 +121,26 @@ Difference differenceOf(Difference::Kind kind, int code) {
     return difference;
 }
 
-// Most records that differ do so in one value. False, nothing told, when these two differ in more, or may do.
-bool compareOneTag(const Drawing& first, RecordId a, const Drawing& second, RecordId b,
-                   const std::function<void(Difference)>& take) {
-    if (first.isBinary() || second.isBinary() || first.codePage() != second.codePage()) return false;
-    const std::string_view ourBytes = first.bytes(a);
-    const std::string_view theirBytes = second.bytes(b);
-    dxf::TagCursor ours = first.tags(a);
-    dxf::TagCursor theirs = second.tags(b);
-    Tag one;
-    Tag two;
-    do {
-        if (!ours.next(one) || !theirs.next(two)) return false;
-    } while (one.code == two.code && one.value == two.value);
-    if (one.code != two.code || ourBytes.substr(one.end) != theirBytes.substr(two.end)) return false;
-    if (sayingOf(first, one.code, one.value) == sayingOf(second, two.code, two.value)) return true;
-    Difference difference = differenceOf(Difference::Kind::TagChanged, one.code);
-    difference.before = textOf(first, one);
-    difference.after = textOf(second, two);
-    take(std::move(difference));
-    return true;
+// The bytes of a record after one of its tags.
+std::string_view restAfter(std::string_view record, const dxf::RawTag& tag) {
+    return record.substr(static_cast<std::size_t>(tag.next - record.data()));
 }
 
 }  // namespace
 
 Sayings sayingsOf(const Drawing& drawing, const std::vector<RecordId>& records, const Sayings* like) {
     Sayings sayings{drawing, records, std::vector<std::uint64_t>(records.size())};
-    const bool isLike = like != nullptr && !drawing.isBinary() && !like->drawing.isBinary() &&
-                        like->drawing.codePage() == drawing.codePage();
+    const bool isLike =
+        like != nullptr && drawing.storesLike(like->drawing) && like->drawing.codePage() == drawing.codePage();
     const std::size_t alike = isLike ? std::min(records.size(), like->records.size()) : 0;
-    const auto read = [&](std::size_t begin, std::size_t end) {
-        dxf::TagSweep sweep = drawing.beginSweep();
-        dxf::TagSweep likeSweep = (isLike ? like->drawing : drawing).beginSweep();
+    platform::inHalves(records.size(), [&](std::size_t begin, std::size_t end) {
+        dxf::StoredSweep sweep = drawing.beginStoredSweep();
+        dxf::StoredSweep likeSweep = (isLike ? like->drawing : drawing).beginStoredSweep();
         dxf::RawTag tag{};
         dxf::RawTag likeTag{};
-        const auto say = [&](const Drawing& file, std::uint64_t place, const dxf::RawTag& one) {
-            return partOf(place, sayingOf(file, one.code, textOf(one)));
+        const auto say = [](const Drawing& file, dxf::StoredSweep& reader, std::uint64_t place,
+                            const dxf::RawTag& one) {
+            return partOf(place, sayingOf(file, one.code, reader.value(one)));
         };
         // Most records that differ do so in one tag: it alone is exchanged in the number. False when there may be more.
         const auto exchangeOneTag = [&](std::string_view likeBytes, std::string_view bytes, std::uint64_t& number) {
@@ -167,41 +151,74 @@ Sayings sayingsOf(const Drawing& drawing, const std::vector<RecordId>& records, 
                 if (!likeSweep.next(likeTag) || !sweep.next(tag)) return false;
                 place += tag.code != dxf::codes::kComment;
             } while (tag.code == likeTag.code && textOf(tag) == textOf(likeTag));
-            const auto restOf = [](std::string_view record, const dxf::RawTag& one) {
-                return record.substr(static_cast<std::size_t>(one.next - record.data()));
-            };
             const bool isComment = tag.code == dxf::codes::kComment || likeTag.code == dxf::codes::kComment;
-            if (isComment || restOf(likeBytes, likeTag) != restOf(bytes, tag)) return false;
-            number += say(drawing, place, tag) - say(like->drawing, place, likeTag);
+            if (isComment || restAfter(likeBytes, likeTag) != restAfter(bytes, tag)) return false;
+            number += say(drawing, sweep, place, tag) - say(like->drawing, likeSweep, place, likeTag);
             return true;
         };
         for (std::size_t i = begin; i < end; ++i) {
-            const std::string_view bytes = drawing.bytes(records[i]);
+            const std::string_view bytes = drawing.storedBytes(records[i]);
             std::uint64_t& number = sayings.numbers[i];
             if (i < alike) {
-                const std::string_view likeBytes = like->drawing.bytes(like->records[i]);
+                const std::string_view likeBytes = like->drawing.storedBytes(like->records[i]);
                 number = like->numbers[i];
                 if (likeBytes == bytes || exchangeOneTag(likeBytes, bytes, number)) continue;
             }
             number = 0;
             std::uint64_t place = 0;
             for (sweep.begin(bytes); sweep.next(tag);)
-                if (tag.code != dxf::codes::kComment) number += say(drawing, ++place, tag);
+                if (tag.code != dxf::codes::kComment) number += say(drawing, sweep, ++place, tag);
         }
-    };
-    // The texts of binary records lie in one place that two cannot share.
-    if (drawing.isBinary())
-        read(0, records.size());
-    else
-        platform::inHalves(records.size(), read);
+    });
     return sayings;
 }
 
-void compareTags(const Drawing& first, RecordId a, const Drawing& second, RecordId b,
-                 const std::function<void(Difference)>& take) {
-    if (compareOneTag(first, a, second, b, take)) return;
-    const TagList one(first, a);
-    const TagList two(second, b);
+TagComparison::TagComparison(const Drawing& first, const Drawing& second)
+    : first_(first),
+      second_(second),
+      isAlike_(first.storesLike(second) && first.codePage() == second.codePage()),
+      ours_(first.beginStoredSweep()),
+      theirs_(second.beginStoredSweep()) {}
+
+// Most records that differ do so in one value. False, nothing told, when these two differ in more, or may do.
+bool TagComparison::compareOneTag(RecordId a, RecordId b, const std::function<void(Difference)>& take) {
+    const std::string_view ourBytes = first_.storedBytes(a);
+    const std::string_view theirBytes = second_.storedBytes(b);
+    const auto next = [](dxf::StoredSweep& sweep, dxf::RawTag& tag) {
+        while (sweep.next(tag))
+            if (tag.code != dxf::codes::kComment) return true;
+        return false;
+    };
+    dxf::RawTag one{};
+    dxf::RawTag two{};
+    bool differs = false;
+    Difference difference;
+    ours_.begin(ourBytes);
+    theirs_.begin(theirBytes);
+    for (bool isMore = true; isMore;) {
+        isMore = next(ours_, one);
+        if (next(theirs_, two) != isMore) return false;
+        if (!isMore) break;
+        if (one.code != two.code) return false;
+        if (isAlike_ && textOf(one) == textOf(two)) continue;
+        const std::string_view ours = ours_.value(one);
+        const std::string_view theirs = theirs_.value(two);
+        if (sayingOf(first_, one.code, ours) == sayingOf(second_, two.code, theirs)) continue;
+        if (differs) return false;
+        differs = true;
+        difference = differenceOf(Difference::Kind::TagChanged, one.code);
+        difference.before = textOf(first_, one.code, ours);
+        difference.after = textOf(second_, two.code, theirs);
+        isMore = !isAlike_ || restAfter(ourBytes, one) != restAfter(theirBytes, two);
+    }
+    if (differs) take(std::move(difference));
+    return true;
+}
+
+void TagComparison::compare(RecordId a, RecordId b, const std::function<void(Difference)>& take) {
+    if (compareOneTag(a, b, take)) return;
+    const TagList one(first_, a);
+    const TagList two(second_, b);
     if (one.sayings == two.sayings) return;
     auto matches = matchSequences(one.sayings, two.sayings);
     matches.emplace_back(one.tags.size(), two.tags.size());

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/dxf/drawing.h"
+#include "host/dxf/tagsweep.h"
 #include "host/report/hostreport.h"
 
 namespace qrs::host {
@@ -20,8 +21,21 @@ struct Sayings {
 // Records that equal those at the same places of a like list, which may be null, need not be read once more.
 Sayings sayingsOf(const dxf::Drawing& drawing, const std::vector<dxf::RecordId>& records, const Sayings* like);
 
-// Hands take the tags of which the two records do not say the same; the object's name is left to the caller.
-void compareTags(const dxf::Drawing& first, dxf::RecordId a, const dxf::Drawing& second, dxf::RecordId b,
-                 const std::function<void(Difference)>& take);
+class TagComparison {
+  public:
+    TagComparison(const dxf::Drawing& first, const dxf::Drawing& second);
+
+    // Hands take the tags of which the two records do not say the same; the object's name is left to the caller.
+    void compare(dxf::RecordId a, dxf::RecordId b, const std::function<void(Difference)>& take);
+
+  private:
+    bool compareOneTag(dxf::RecordId a, dxf::RecordId b, const std::function<void(Difference)>& take);
+
+    const dxf::Drawing& first_;
+    const dxf::Drawing& second_;
+    bool isAlike_;  // the same bytes say the same in both
+    dxf::StoredSweep ours_;
+    dxf::StoredSweep theirs_;
+};
 
 }  // namespace qrs::host

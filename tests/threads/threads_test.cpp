@@ -17,26 +17,34 @@ namespace {
 // Enough that two threads are worth it.
 constexpr int kMany = 24000;
 
+enum class Written { Text, Long, Short };
+
 struct Kind {
     bool hasHandles;
-    bool isBinary;
+    Written written;
 };
 
-// Upright lines side by side, each third of them on a layer of its own.
+// Upright lines side by side, each third of them on a layer of its own. Where that is not PIPE, some of the third have
+// a colour or are longer, too, and others a comment.
 std::string upright(const Kind& kind, const std::string& third) {
-    std::string bytes(kind.isBinary ? dxf::kBinarySignature : std::string_view());
+    const bool isText = kind.written == Written::Text;
+    const dxf::CodeForm form = kind.written == Written::Long ? dxf::CodeForm::Long : dxf::CodeForm::Short;
+    std::string bytes(isText ? std::string_view() : dxf::kBinarySignature);
     const auto add = [&](int code, const std::string& value) {
-        if (kind.isBinary)
-            EXPECT_TRUE(dxf::appendBinaryTag(dxf::CodeForm::Long, code, value, bytes));
-        else
+        if (isText)
             bytes += std::to_string(code) + "\n" + value + "\n";
+        else
+            EXPECT_TRUE(dxf::appendBinaryTag(form, code, value, bytes));
     };
     add(0, "SECTION"), add(2, "ENTITIES");
     for (int i = 1; i <= kMany; ++i) {
         const std::string x = std::to_string(i) + ".0";
         add(0, "LINE");
         if (kind.hasHandles) add(5, std::to_string(i));
-        add(8, i % 3 == 0 ? third : "PIPE"), add(10, x), add(20, "0.0"), add(11, x), add(21, "5.0");
+        if (third != "PIPE" && i % 3 == 1) add(999, "after the third");
+        add(8, i % 3 == 0 ? third : "PIPE");
+        if (third != "PIPE" && i % 30 == 0) add(62, "1");
+        add(10, x), add(20, "0.0"), add(11, x), add(21, third != "PIPE" && i % 30 == 15 ? "6.0" : "5.0");
     }
     add(0, "ENDSEC"), add(0, "EOF");
     return bytes;
@@ -45,12 +53,12 @@ std::string upright(const Kind& kind, const std::string& third) {
 }  // namespace
 
 TEST(Threads, FindBoxesInBothHalves) {
-    for (const bool isBinary : {false, true}) {
+    for (const Written written : {Written::Text, Written::Long}) {
         platform::Error error;
-        const auto drawing = dxf::Drawing::fromBytes(upright({true, isBinary}, "PIPE"), "lines.dxf", error);
+        const auto drawing = dxf::Drawing::fromBytes(upright({true, written}, "PIPE"), "lines.dxf", error);
         ASSERT_NE(drawing, nullptr) << error.message;
         // The record of a line has its number; what stands before the section of a binary drawing is one, too.
-        const dxf::RecordId before = isBinary ? 1 : 0;
+        const dxf::RecordId before = written == Written::Text ? 0 : 1;
         pick::Bounds bounds;
         std::vector<dxf::RecordId> found;
         for (const int x : {2, kMany / 2, kMany - 1}) {
@@ -65,7 +73,7 @@ TEST(Threads, FindBoxesInBothHalves) {
 
 TEST(Threads, GoDownAsFarAsAnAnswerNeeds) {
     platform::Error error;
-    const auto drawing = dxf::Drawing::fromBytes(upright({true, false}, "PIPE"), "lines.dxf", error);
+    const auto drawing = dxf::Drawing::fromBytes(upright({true, Written::Text}, "PIPE"), "lines.dxf", error);
     ASSERT_NE(drawing, nullptr) << error.message;
     pick::Bounds bounds;
     std::vector<dxf::RecordId> asked;
@@ -109,20 +117,32 @@ TEST(Threads, GoDownAsFarAsAnAnswerNeeds) {
     }
 }
 
+// The forms make no difference, whether both drawings have the same one or not.
 TEST(Threads, TellDifferencesInTheirOrder) {
     const Folder folder;
-    for (const Kind& kind : {Kind{true, false}, Kind{false, false}, Kind{true, true}}) {
-        folder.write("first.dxf", upright(kind, "PIPE"));
-        folder.write("second.dxf", upright(kind, "DUCT"));
-        std::vector<std::wstring> told, expected;
-        for (int i = 3; i <= kMany; i += 3)
-            expected.push_back((kind.hasHandles ? L"LINE " : L"LINE number ") + std::to_wstring(i) +
-                               (kind.hasHandles ? L"" : L" of SECTION \"ENTITIES\"") + L" DUCT");
-        platform::Error error;
-        EXPECT_TRUE(compareDrawings(
-            folder / "first.dxf", folder / "second.dxf",
-            [&](const Difference& difference) { told.push_back(difference.object + L" " + difference.after); }, error));
-        EXPECT_TRUE(told == expected);
+    for (const bool hasHandles : {true, false}) {
+        std::vector<std::wstring> expected;
+        for (int i = 3; i <= kMany; i += 3) {
+            const std::wstring object = (hasHandles ? L"LINE " : L"LINE number ") + std::to_wstring(i) +
+                                        (hasHandles ? L"" : L" of SECTION \"ENTITIES\"");
+            expected.push_back(object + L" 8 PIPE DUCT");
+            if (i % 30 == 0) expected.push_back(object + L" 62  1");
+            if (i % 30 == 15) expected.push_back(object + L" 21 5.0 6.0");
+        }
+        for (const Written first : {Written::Text, Written::Long, Written::Short}) {
+            folder.write("first.dxf", upright({hasHandles, first}, "PIPE"));
+            for (const Written second : {Written::Text, Written::Long, Written::Short}) {
+                folder.write("second.dxf", upright({hasHandles, second}, "DUCT"));
+                std::vector<std::wstring> told;
+                platform::Error error;
+                const auto take = [&](const Difference& one) {
+                    told.push_back(one.object + L" " + std::to_wstring(one.code) + L" " + one.before + L" " +
+                                   one.after);
+                };
+                EXPECT_TRUE(compareDrawings(folder / "first.dxf", folder / "second.dxf", take, error));
+                EXPECT_TRUE(told == expected) << told.size();
+            }
+        }
     }
 }
 
