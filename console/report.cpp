@@ -1,6 +1,9 @@
 // Prints reports, for people and for programs.
 #include "console/report.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -27,10 +30,21 @@ using host::DrawingInfo;
 using platform::toUtf8;
 
 // What a value holds of control characters would move a terminal's cursor.
+void appendShown(const std::wstring& value, std::string& text) {
+    const auto isPlain = [](wchar_t unit) { return static_cast<std::uint32_t>(unit) < 0x80; };
+    const std::size_t before = text.size();
+    if (std::all_of(value.begin(), value.end(), isPlain)) {
+        text.resize(before + value.size());
+        std::transform(value.begin(), value.end(), &text[before], [](wchar_t unit) { return static_cast<char>(unit); });
+    } else {
+        text += toUtf8(value);
+    }
+    const auto isControl = [](char one) { return static_cast<unsigned char>(one) < 0x20 || one == 0x7F; };
+    std::replace_if(text.begin() + static_cast<std::ptrdiff_t>(before), text.end(), isControl, '?');
+}
 std::string shown(const std::wstring& value) {
-    std::string text = toUtf8(value);
-    for (char& character : text)
-        if (static_cast<unsigned char>(character) < 0x20 || character == 0x7F) character = '?';
+    std::string text;
+    appendShown(value, text);
     return text;
 }
 
@@ -163,16 +177,23 @@ bool isWholeRecord(const Difference& difference) {
 }
 
 void append(const Difference& difference, std::string& text) {
-    text.append(shown(difference.object)).append(": ");
+    appendShown(difference.object, text);
+    text += ": ";
     if (isWholeRecord(difference)) {
         const bool isInFirst = difference.kind == Difference::Kind::OnlyInFirst;
         text += isInFirst ? translated("only in the first\n") : translated("only in the second\n");
         return;
     }
     text.append(std::to_string(difference.code)).append(": ");
-    text += difference.kind == Difference::Kind::TagAdded ? translated("(none)") : shown(difference.before);
+    const auto appendValue = [&](bool isThere, const std::wstring& value) {
+        if (isThere)
+            appendShown(value, text);
+        else
+            text += translated("(none)");
+    };
+    appendValue(difference.kind != Difference::Kind::TagAdded, difference.before);
     text += " > ";
-    text += difference.kind == Difference::Kind::TagRemoved ? translated("(none)") : shown(difference.after);
+    appendValue(difference.kind != Difference::Kind::TagRemoved, difference.after);
     text += '\n';
 }
 

@@ -13,6 +13,7 @@
 
 #include "host/dxf/classcodes.h"
 #include "host/dxf/drawing.h"
+#include "host/dxf/text.h"
 #include "host/platform/beside.h"
 #include "host/platform/codepage.h"
 #include "host/platform/language.h"
@@ -51,15 +52,9 @@ struct Side {
     }
     // What tells a record without a handle from others; empty when only its place does.
     std::wstring keyOf(RecordId id) const;
-    std::wstring label(RecordId id) const;
-    // Kept, since many records in a row have one owner.
-    const std::wstring& labelOfOwner(RecordId owner) const {
-        if (labelled != owner) {
-            ownersLabel = label(owner);  // may ask for the label of the owner's owner
-            labelled = owner;
-        }
-        return ownersLabel;
-    }
+    // Appends what reports call it.
+    void label(RecordId id, std::wstring& out) const;
+    void labelByPlace(RecordId id, std::wstring& out) const;
     std::size_t placeOf(RecordId id) const;
     // Bytes after the end of the file that are no record.
     bool isLoose(RecordId id) const {
@@ -72,14 +67,29 @@ struct Side {
     }
 
     const Drawing& drawing;
-    std::vector<RecordId> partner;          // in the other drawing
-    mutable RecordId labelled = kNoRecord;  // the owner whose label is kept
-    mutable std::wstring ownersLabel = {};
+    std::vector<RecordId> partner;  // in the other drawing
+
+    // Labels of records that only their place tells apart are alike but for the place: what stands around it.
+    struct AroundPlace {
+        RecordId owner = kNoRecord;
+        std::wstring before;
+        std::wstring after;
+    };
+    mutable std::unordered_map<std::string_view, AroundPlace> aroundPlaces =
+        {};                                          // by type; of the last owner asked for
     mutable std::vector<std::uint32_t> places = {};  // by record: its place among its like, once asked for
 };
 
 std::wstring wide(std::string_view text) {
     return platform::fromUtf8(text);
+}
+
+// The same, appended; most texts are plain.
+void appendWide(std::string_view text, std::wstring& out) {
+    if (dxf::isPlainText(text))
+        out.append(text.begin(), text.end());
+    else
+        out += wide(text);
 }
 
 std::wstring Side::keyOf(RecordId id) const {
@@ -114,23 +124,46 @@ std::wstring Side::keyOf(RecordId id) const {
     }
 }
 
-std::wstring Side::label(RecordId id) const {
+void Side::label(RecordId id, std::wstring& out) const {
     const Record& record = drawing.record(id);
-    if (isLoose(id)) return platform::translated(L"data after the end of the file");
-    std::wstring label = wide(drawing.typeNameOf(id));
-    if (record.handle != 0) {
-        const std::string handle = dxf::handleText(record.handle);
-        label += L' ';
-        label.append(handle.begin(), handle.end());
+    if (isLoose(id)) {
+        out += platform::translated(L"data after the end of the file");
+        return;
     }
     const bool isNamed = record.kind == RecordKind::TableRecord || record.kind == RecordKind::Block ||
-                         record.kind == RecordKind::Section || record.kind == RecordKind::Table;
-    if (record.kind == RecordKind::Class) return label + L" \"" + text(id, codes::classes::kRecordName) + L"\"";
-    if (isNamed) return label + L" \"" + text(id, codes::kName) + L"\"";
-    if (record.handle != 0 || record.kind == RecordKind::HeaderVariable || record.owner == kNoRecord) return label;
-    return record.owner == id
-               ? platform::translated(L"%1 number %2", label, placeOf(id))
-               : platform::translated(L"%1 number %2 of %3", label, placeOf(id), labelOfOwner(record.owner));
+                         record.kind == RecordKind::Section || record.kind == RecordKind::Table ||
+                         record.kind == RecordKind::Class;
+    const bool hasPlace =
+        !isNamed && record.handle == 0 && record.kind != RecordKind::HeaderVariable && record.owner != kNoRecord;
+    if (hasPlace) return labelByPlace(id, out);
+    appendWide(drawing.typeNameOf(id), out);
+    if (record.handle != 0) appendWide(" " + dxf::handleText(record.handle), out);
+    if (!isNamed) return;
+    const int code = record.kind == RecordKind::Class ? codes::classes::kRecordName : codes::kName;
+    out.append(L" \"").append(text(id, code)).append(L"\"");
+}
+
+void Side::labelByPlace(RecordId id, std::wstring& out) const {
+    const RecordId owner = drawing.record(id).owner;
+    const std::wstring place = std::to_wstring(placeOf(id));
+    const std::string_view type = drawing.typeNameOf(id);
+    const auto known = aroundPlaces.find(type);
+    if (known != aroundPlaces.end() && known->second.owner == owner) {
+        out.append(known->second.before).append(place).append(known->second.after);
+        return;
+    }
+    std::wstring ownersLabel;
+    if (owner != id) label(owner, ownersLabel);
+    const auto around = [&](const std::wstring& middle) {
+        return owner == id ? platform::translated(L"%1 number %2", wide(type), middle)
+                           : platform::translated(L"%1 number %2 of %3", wide(type), middle, ownersLabel);
+    };
+    out += around(place);
+    // Names may hold anything, even what marks the place here.
+    const std::wstring mark(1, L'\0');
+    const std::wstring marked = around(mark);
+    const std::size_t at = marked.find(mark);
+    if (at == marked.rfind(mark)) aroundPlaces[type] = {owner, marked.substr(0, at), marked.substr(at + 1)};
 }
 
 // From 1, among those of its type under the same owner.
@@ -138,9 +171,13 @@ std::size_t Side::placeOf(RecordId id) const {
     if (places.empty()) {
         places.resize(drawing.recordCount(), 0);
         std::unordered_map<RecordId, std::unordered_map<std::uint16_t, std::uint32_t>> counts;
+        auto ofOwner = counts.end();  // found once for the many in a row that have one owner
         for (RecordId one = 0; one < drawing.recordCount(); ++one) {
             const Record& record = drawing.record(one);
-            if (!drawing.isErased(one) && record.owner != one) places[one] = ++counts[record.owner][record.type];
+            if (drawing.isErased(one) || record.owner == one) continue;
+            if (ofOwner == counts.end() || ofOwner->first != record.owner)
+                ofOwner = counts.try_emplace(record.owner).first;
+            places[one] = ++ofOwner->second[record.type];
         }
     }
     return std::max<std::size_t>(places[id], 1);
@@ -158,15 +195,20 @@ class Batch {
 
     void clear() { count_ = 0; }
     std::size_t size() const { return count_; }
-    void add(Difference&& difference) {
+    Difference& add(Difference::Kind kind, int code = 0) {
         if (count_ == list_.size()) list_.emplace_back();
-        list_[count_++] = std::move(difference);
+        Difference& difference = list_[count_++];
+        difference.kind = kind;
+        difference.code = code;
+        for (std::wstring* text : {&difference.object, &difference.before, &difference.after})
+            text->clear();
+        return difference;
     }
     Iterator begin() const { return list_.begin(); }
     Iterator end() const { return list_.begin() + static_cast<std::ptrdiff_t>(count_); }
 
   private:
-    std::vector<Difference> list_;  // texts of earlier ones stay, so that one thread frees what it has allocated
+    std::vector<Difference> list_;  // texts of earlier ones give their memory to later ones
     std::size_t count_ = 0;
 };
 
@@ -343,10 +385,7 @@ void Comparison::tellMissing(Difference::Kind kind, const Side& side, RecordId i
     const bool isPart = (record.flags & dxf::kSubEntity) != 0 || record.kind == RecordKind::EndSection ||
                         record.kind == RecordKind::EndTable || record.kind == RecordKind::EndBlock;
     if (isPart && record.owner != kNoRecord && side.partner[record.owner] == kNoRecord) return;
-    Difference difference;
-    difference.kind = kind;
-    difference.object = side.label(id);
-    told_.add(std::move(difference));
+    side.label(id, told_.add(kind).object);
 }
 
 void Comparison::tellChanges(RecordId a, RecordId b) {
@@ -356,9 +395,10 @@ void Comparison::tellChanges(RecordId a, RecordId b) {
         tellMissing(Difference::Kind::OnlyInSecond, second_, b);
         return;
     }
-    tags_.compare(a, b, [&](Difference difference) {
-        difference.object = first_.label(a);
-        told_.add(std::move(difference));
+    tags_.compare(a, b, [&](Difference::Kind kind, int code) -> Difference& {
+        Difference& difference = told_.add(kind, code);
+        first_.label(a, difference.object);
+        return difference;
     });
 }
 
@@ -423,12 +463,14 @@ Fates Comparison::fates() {
     forEach(second_, [&](RecordId b) {
         if (second_.partner[b] == kNoRecord) note(second_, fates.second, b, Fate::Alone);
     });
+    Difference unread;
     forEach(first_, [&](RecordId a) {
         const RecordId b = first_.partner[a];
         if (b == kNoRecord) return note(first_, fates.first, a, Fate::Alone);
         Fate fate = Fate::Same;
-        const std::function<void(const Difference&)> take = [&fate](const Difference& difference) {
-            fate = std::max(fate, mayBeOfPicture(difference.code) ? Fate::Redrawn : Fate::Changed);
+        const auto take = [&](Difference::Kind, int code) -> Difference& {
+            fate = std::max(fate, mayBeOfPicture(code) ? Fate::Redrawn : Fate::Changed);
+            return unread;
         };
         if (!isEqual_[a]) tags_.compare(a, b, take);
         if (fate == Fate::Same) return;

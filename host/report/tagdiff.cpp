@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <cstring>
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -73,8 +75,13 @@ std::string_view countedOf(int code, std::string_view value) {
     return dxf::valueKindOf(code) == dxf::ValueKind::Text ? value : dxf::trimmed(value);
 }
 
-std::wstring textOf(const Drawing& drawing, int code, std::string_view value) {
-    return drawing.decode(countedOf(code, value));
+// Puts it as people read it. Most values are plain: for them the memory the text has is enough.
+void read(const Drawing& drawing, int code, std::string_view value, std::wstring& text) {
+    const std::string_view counted = countedOf(code, value);
+    if (dxf::isPlainText(counted))
+        text.assign(counted.begin(), counted.end());
+    else
+        text = drawing.decode(counted);
 }
 
 // What a tag says, as a number.
@@ -106,20 +113,13 @@ struct TagList {
         }
     }
     int code(std::size_t i) const { return tags[i].code; }
-    std::wstring text(std::size_t i) const { return textOf(drawing, tags[i].code, tags[i].value); }
+    void read(std::size_t i, std::wstring& text) const { host::read(drawing, tags[i].code, tags[i].value, text); }
 
     const Drawing& drawing;
     std::string bytes;
     std::vector<Tag> tags;
     std::vector<std::uint64_t> sayings;
 };
-
-Difference differenceOf(Difference::Kind kind, int code) {
-    Difference difference;
-    difference.kind = kind;
-    difference.code = code;
-    return difference;
-}
 
 // The bytes of a record after one of its tags.
 std::string_view restAfter(std::string_view record, const dxf::RawTag& tag) {
@@ -181,7 +181,7 @@ TagComparison::TagComparison(const Drawing& first, const Drawing& second)
       theirs_(second.beginStoredSweep()) {}
 
 // Most records that differ do so in one value. False, nothing told, when these two differ in more, or may do.
-bool TagComparison::compareOneTag(RecordId a, RecordId b, const std::function<void(Difference)>& take) {
+bool TagComparison::compareOneTag(RecordId a, RecordId b, const Add& add) {
     const std::string_view ourBytes = first_.storedBytes(a);
     const std::string_view theirBytes = second_.storedBytes(b);
     const auto next = [](dxf::StoredSweep& sweep, dxf::RawTag& tag) {
@@ -191,8 +191,7 @@ bool TagComparison::compareOneTag(RecordId a, RecordId b, const std::function<vo
     };
     dxf::RawTag one{};
     dxf::RawTag two{};
-    bool differs = false;
-    Difference difference;
+    std::optional<std::pair<dxf::RawTag, dxf::RawTag>> changed;
     ours_.begin(ourBytes);
     theirs_.begin(theirBytes);
     for (bool isMore = true; isMore;) {
@@ -201,22 +200,21 @@ bool TagComparison::compareOneTag(RecordId a, RecordId b, const std::function<vo
         if (!isMore) break;
         if (one.code != two.code) return false;
         if (isAlike_ && textOf(one) == textOf(two)) continue;
-        const std::string_view ours = ours_.value(one);
-        const std::string_view theirs = theirs_.value(two);
-        if (sayingOf(first_, one.code, ours) == sayingOf(second_, two.code, theirs)) continue;
-        if (differs) return false;
-        differs = true;
-        difference = differenceOf(Difference::Kind::TagChanged, one.code);
-        difference.before = textOf(first_, one.code, ours);
-        difference.after = textOf(second_, two.code, theirs);
+        if (sayingOf(first_, one.code, ours_.value(one)) == sayingOf(second_, two.code, theirs_.value(two))) continue;
+        if (changed) return false;
+        changed.emplace(one, two);
         isMore = !isAlike_ || restAfter(ourBytes, one) != restAfter(theirBytes, two);
     }
-    if (differs) take(std::move(difference));
+    if (!changed) return true;
+    std::tie(one, two) = *changed;
+    Difference& difference = add(Difference::Kind::TagChanged, one.code);
+    read(first_, one.code, ours_.value(one), difference.before);
+    read(second_, two.code, theirs_.value(two), difference.after);
     return true;
 }
 
-void TagComparison::compare(RecordId a, RecordId b, const std::function<void(Difference)>& take) {
-    if (compareOneTag(a, b, take)) return;
+void TagComparison::compare(RecordId a, RecordId b, const Add& add) {
+    if (compareOneTag(a, b, add)) return;
     const TagList one(first_, a);
     const TagList two(second_, b);
     if (one.sayings == two.sayings) return;
@@ -238,24 +236,20 @@ void TagComparison::compare(RecordId a, RecordId b, const std::function<void(Dif
             byCode[two.code(partner)].push_back(partner);
         for (; i < matchedI; ++i) {
             std::deque<std::size_t>& partners = byCode[one.code(i)];
-            Difference difference = differenceOf(
-                partners.empty() ? Difference::Kind::TagRemoved : Difference::Kind::TagChanged, one.code(i));
-            difference.before = one.text(i);
-            if (!partners.empty()) {
-                const std::size_t partner = partners.front();
-                partners.pop_front();
-                isPaired[partner - j] = true;
-                if (one.sayings[i] == two.sayings[partner]) continue;
-                difference.after = two.text(partner);
+            if (partners.empty()) {
+                one.read(i, add(Difference::Kind::TagRemoved, one.code(i)).before);
+                continue;
             }
-            take(std::move(difference));
+            const std::size_t partner = partners.front();
+            partners.pop_front();
+            isPaired[partner - j] = true;
+            if (one.sayings[i] == two.sayings[partner]) continue;
+            Difference& difference = add(Difference::Kind::TagChanged, one.code(i));
+            one.read(i, difference.before);
+            two.read(partner, difference.after);
         }
-        for (const std::size_t from = j; j < matchedJ; ++j) {
-            if (isPaired[j - from]) continue;
-            Difference difference = differenceOf(Difference::Kind::TagAdded, two.code(j));
-            difference.after = two.text(j);
-            take(std::move(difference));
-        }
+        for (const std::size_t from = j; j < matchedJ; ++j)
+            if (!isPaired[j - from]) two.read(j, add(Difference::Kind::TagAdded, two.code(j)).after);
         i = matchedI + 1;
         j = matchedJ + 1;
     }

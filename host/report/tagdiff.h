@@ -25,11 +25,13 @@ class TagComparison {
   public:
     TagComparison(const dxf::Drawing& first, const dxf::Drawing& second);
 
-    // Hands take the tags of which the two records do not say the same; the object's name is left to the caller.
-    void compare(dxf::RecordId a, dxf::RecordId b, const std::function<void(Difference)>& take);
+    // A new difference, whose values are still empty.
+    using Add = std::function<Difference&(Difference::Kind, int code)>;
+    // Adds the tags of which the two records do not say the same.
+    void compare(dxf::RecordId a, dxf::RecordId b, const Add& add);
 
   private:
-    bool compareOneTag(dxf::RecordId a, dxf::RecordId b, const std::function<void(Difference)>& take);
+    bool compareOneTag(dxf::RecordId a, dxf::RecordId b, const Add& add);
 
     const dxf::Drawing& first_;
     const dxf::Drawing& second_;
