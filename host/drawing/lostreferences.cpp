@@ -220,12 +220,14 @@ bool GoneRecords::isLost(const ReferenceRule& rule, std::string_view value) cons
 
 // --- cleaning
 
-bool ReferenceCleaner::namesGone(RecordId record) const {
+bool ReferenceCleaner::namesGone(RecordId record) {
     dxf::ReferencePlace place(drawing_.typeNameOf(record));
-    dxf::Tag tag;
-    for (dxf::TagCursor cursor = drawing_.tags(record); cursor.next(tag);) {
-        const ReferenceRule* rule = place.pass(tag.code, tag.value);
-        if (rule && rule->loss != dxf::Loss::Stays && gone_.isLost(*rule, tag.value)) return true;
+    dxf::RawTag tag{};
+    for (sweep_.begin(drawing_.bytes(record)); sweep_.next(tag);) {
+        if (tag.code == codes::kComment) continue;
+        const std::string_view value = dxf::textOf(tag);
+        const ReferenceRule* rule = place.pass(tag.code, value);
+        if (rule && rule->loss != dxf::Loss::Stays && gone_.isLost(*rule, value)) return true;
     }
     return false;
 }

@@ -11,6 +11,7 @@
 #include "host/dxf/drawing.h"
 #include "host/dxf/handlecheck.h"
 #include "host/dxf/references.h"
+#include "host/dxf/tagsweep.h"
 
 namespace qrs::host {
 
@@ -39,7 +40,8 @@ class GoneRecords {
 
 class ReferenceCleaner {
   public:
-    ReferenceCleaner(dxf::Drawing& drawing, const GoneRecords& gone) : drawing_(drawing), gone_(gone) {}
+    ReferenceCleaner(dxf::Drawing& drawing, const GoneRecords& gone)
+        : drawing_(drawing), gone_(gone), sweep_(drawing.beginSweep()) {}
 
     // Clears what a record says of those that are gone. Nothing is touched when it says nothing.
     void clean(dxf::RecordId record);
@@ -49,10 +51,11 @@ class ReferenceCleaner {
     const std::vector<dxf::RecordId>& disowned() const { return disowned_; }
 
   private:
-    bool namesGone(dxf::RecordId record) const;
+    bool namesGone(dxf::RecordId record);
 
     dxf::Drawing& drawing_;
     const GoneRecords& gone_;
+    dxf::TagSweep sweep_;
     std::unordered_map<std::uint64_t, std::unordered_set<std::uint64_t>> answers_;  // reactors to go, by handle
     std::vector<dxf::RecordId> disowned_;
 };
