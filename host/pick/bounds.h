@@ -11,21 +11,13 @@
 #include <array>
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <vector>
 
 #include "host/dxf/drawing.h"
+#include "host/pick/extent.h"
 #include "host/pick/region.h"
 
 namespace qrs::host::pick {
-
-// Seen from above; empty until something is added.
-struct FlatBox {
-    float lowX = std::numeric_limits<float>::infinity();
-    float lowY = std::numeric_limits<float>::infinity();
-    float highX = -std::numeric_limits<float>::infinity();
-    float highY = -std::numeric_limits<float>::infinity();
-};
 
 class Bounds {
   public:
