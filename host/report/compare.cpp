@@ -1,5 +1,7 @@
-// Compares two drawing files record by record.
+// Compares two drawing files record by record. What stands where is matched first; then two threads find what changed,
+// piece by piece, and one of them tells it in order.
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -13,12 +15,12 @@
 
 #include "host/dxf/classcodes.h"
 #include "host/dxf/drawing.h"
-#include "host/dxf/text.h"
 #include "host/platform/beside.h"
 #include "host/platform/codepage.h"
-#include "host/platform/language.h"
 #include "host/report/fates.h"
 #include "host/report/hostreport.h"
+#include "host/report/inorder.h"
+#include "host/report/labels.h"
 #include "host/report/sequence.h"
 #include "host/report/tagdiff.h"
 
@@ -35,7 +37,8 @@ namespace {
 
 // One of the two drawings, and what is known of its records.
 struct Side {
-    explicit Side(const Drawing& file) : drawing(file), partner(file.recordCount(), kNoRecord) {}
+    explicit Side(const Drawing& file)
+        : drawing(file), partner(file.recordCount(), kNoRecord), places(file), labels(file, places) {}
 
     std::string typeOf(RecordId id) const { return std::string(drawing.typeNameOf(id)); }
     // As far as can be told without a look at all of them.
@@ -46,20 +49,9 @@ struct Side {
                std::none_of(faults.begin(), faults.end(),
                             [](const dxf::Fault& fault) { return fault.kind == dxf::FaultKind::HandleTwice; });
     }
-    std::wstring text(RecordId id, int code) const {
-        dxf::Tag tag;
-        return drawing.findTag(id, code, tag) ? drawing.decode(dxf::trimmed(tag.value)) : std::wstring();
-    }
+    std::wstring text(RecordId id, int code) const { return ownText(drawing, id, code); }
     // What tells a record without a handle from others; empty when only its place does.
     std::wstring keyOf(RecordId id) const;
-    // Appends what reports call it.
-    void label(RecordId id, std::wstring& out) const;
-    void labelByPlace(RecordId id, std::wstring& out) const;
-    std::size_t placeOf(RecordId id) const;
-    // Bytes after the end of the file that are no record.
-    bool isLoose(RecordId id) const {
-        return drawing.record(id).kind == RecordKind::Other && drawing.typeNameOf(id).empty();
-    }
     std::string_view looseBytes(RecordId id) const {
         const std::string_view bytes = drawing.bytes(id);
         const std::size_t first = bytes.find_first_not_of(" \t\r\n");
@@ -68,28 +60,12 @@ struct Side {
 
     const Drawing& drawing;
     std::vector<RecordId> partner;  // in the other drawing
-
-    // Labels of records that only their place tells apart are alike but for the place: what stands around it.
-    struct AroundPlace {
-        RecordId owner = kNoRecord;
-        std::wstring before;
-        std::wstring after;
-    };
-    mutable std::unordered_map<std::string_view, AroundPlace> aroundPlaces =
-        {};                                          // by type; of the last owner asked for
-    mutable std::vector<std::uint32_t> places = {};  // by record: its place among its like, once asked for
+    Places places;
+    Labels labels;
 };
 
 std::wstring wide(std::string_view text) {
     return platform::fromUtf8(text);
-}
-
-// The same, appended; most texts are plain.
-void appendWide(std::string_view text, std::wstring& out) {
-    if (dxf::isPlainText(text))
-        out.append(text.begin(), text.end());
-    else
-        out += wide(text);
 }
 
 std::wstring Side::keyOf(RecordId id) const {
@@ -124,91 +100,46 @@ std::wstring Side::keyOf(RecordId id) const {
     }
 }
 
-void Side::label(RecordId id, std::wstring& out) const {
-    const Record& record = drawing.record(id);
-    if (isLoose(id)) {
-        out += platform::translated(L"data after the end of the file");
-        return;
-    }
-    const bool isNamed = record.kind == RecordKind::TableRecord || record.kind == RecordKind::Block ||
-                         record.kind == RecordKind::Section || record.kind == RecordKind::Table ||
-                         record.kind == RecordKind::Class;
-    const bool hasPlace =
-        !isNamed && record.handle == 0 && record.kind != RecordKind::HeaderVariable && record.owner != kNoRecord;
-    if (hasPlace) return labelByPlace(id, out);
-    appendWide(drawing.typeNameOf(id), out);
-    if (record.handle != 0) appendWide(" " + dxf::handleText(record.handle), out);
-    if (!isNamed) return;
-    const int code = record.kind == RecordKind::Class ? codes::classes::kRecordName : codes::kName;
-    out.append(L" \"").append(text(id, code)).append(L"\"");
-}
-
-void Side::labelByPlace(RecordId id, std::wstring& out) const {
-    const RecordId owner = drawing.record(id).owner;
-    const std::wstring place = std::to_wstring(placeOf(id));
-    const std::string_view type = drawing.typeNameOf(id);
-    const auto known = aroundPlaces.find(type);
-    if (known != aroundPlaces.end() && known->second.owner == owner) {
-        out.append(known->second.before).append(place).append(known->second.after);
-        return;
-    }
-    std::wstring ownersLabel;
-    if (owner != id) label(owner, ownersLabel);
-    const auto around = [&](const std::wstring& middle) {
-        return owner == id ? platform::translated(L"%1 number %2", wide(type), middle)
-                           : platform::translated(L"%1 number %2 of %3", wide(type), middle, ownersLabel);
-    };
-    out += around(place);
-    // Names may hold anything, even what marks the place here.
-    const std::wstring mark(1, L'\0');
-    const std::wstring marked = around(mark);
-    const std::size_t at = marked.find(mark);
-    if (at == marked.rfind(mark)) aroundPlaces[type] = {owner, marked.substr(0, at), marked.substr(at + 1)};
-}
-
-// From 1, among those of its type under the same owner.
-std::size_t Side::placeOf(RecordId id) const {
-    if (places.empty()) {
-        places.resize(drawing.recordCount(), 0);
-        std::unordered_map<RecordId, std::unordered_map<std::uint16_t, std::uint32_t>> counts;
-        auto ofOwner = counts.end();  // found once for the many in a row that have one owner
-        for (RecordId one = 0; one < drawing.recordCount(); ++one) {
-            const Record& record = drawing.record(one);
-            if (drawing.isErased(one) || record.owner == one) continue;
-            if (ofOwner == counts.end() || ofOwner->first != record.owner)
-                ofOwner = counts.try_emplace(record.owner).first;
-            places[one] = ++ofOwner->second[record.type];
-        }
-    }
-    return std::max<std::size_t>(places[id], 1);
-}
-
 // The size and the bytes of the picture that an entity carries; some kinds use the codes for other things.
 bool mayBeOfPicture(int code) {
     return code == 92 || code == 160 || code == 310;
 }
 
-// Differences on their way to who takes them.
-class Batch {
+// Some records of the first drawing that stand in a row, and how their partners differ.
+class Piece {
   public:
-    using Iterator = std::vector<Difference>::const_iterator;
+    static constexpr std::size_t kRecords = 500;
 
-    void clear() { count_ = 0; }
-    std::size_t size() const { return count_; }
-    Difference& add(Difference::Kind kind, int code = 0) {
-        if (count_ == list_.size()) list_.emplace_back();
-        Difference& difference = list_[count_++];
-        difference.kind = kind;
-        difference.code = code;
-        for (std::wstring* text : {&difference.object, &difference.before, &difference.after})
-            text->clear();
-        return difference;
+    std::vector<RecordId> records;
+
+    void clear() {
+        records.clear();
+        count_ = 0;
     }
-    Iterator begin() const { return list_.begin(); }
-    Iterator end() const { return list_.begin() + static_cast<std::ptrdiff_t>(count_); }
+    // Records must come in their order.
+    Difference& add(RecordId record, Difference::Kind kind, int code) {
+        if (count_ == changes_.size()) changes_.emplace_back();
+        Change& change = changes_[count_++];
+        change.record = record;
+        change.difference.kind = kind;
+        change.difference.code = code;
+        for (std::wstring* text : {&change.difference.object, &change.difference.before, &change.difference.after})
+            text->clear();
+        return change.difference;
+    }
+    // Hands over those of a record, and goes on from at to what follows them.
+    template <typename Take>
+    void takeOf(RecordId record, std::size_t& at, const Take& take) const {
+        for (; at < count_ && changes_[at].record == record; ++at)
+            take(changes_[at].difference);
+    }
 
   private:
-    std::vector<Difference> list_;  // texts of earlier ones give their memory to later ones
+    struct Change {
+        RecordId record;
+        Difference difference;
+    };
+    std::vector<Change> changes_;  // texts of earlier ones give their memory to later ones
     std::size_t count_ = 0;
 };
 
@@ -223,45 +154,53 @@ struct Run {
 
 class Comparison {
   public:
-    Comparison(const Drawing& first, const Drawing& second) : first_(first), second_(second), tags_(first, second) {}
+    using Take = std::function<void(const Difference&)>;
+    Comparison(const Drawing& first, const Drawing& second)
+        : first_(first),
+          second_(second),
+          finders_{{{TagComparison(first, second), Labels(first, first_.places)},
+                    {TagComparison(first, second), Labels(first, first_.places)}}} {}
 
-    void run(const std::function<void(const Difference&)>& take);
+    void run(const Take& take);
     Fates fates();
 
   private:
+    // What a thread needs to find differences, on cache lines of its own.
+    struct alignas(64) Finder {
+        TagComparison tags;
+        Labels labels;
+    };
+
     void match() {
         matchByHandle();
         matchByKey();
         matchByPlace();
-        findEqual();
     }
     void pair(RecordId a, RecordId b) {
         first_.partner[a] = b;
         second_.partner[b] = a;
     }
-    template <typename Take>
-    static void forEach(const Side& side, Take&& take) {
+    template <typename See>
+    static void forEach(const Side& side, See&& see) {
         for (RecordId id = side.drawing.first(); id != kNoRecord; id = side.drawing.next(id))
-            take(id);
+            see(id);
     }
     void matchByHandle();
     void matchByKey();
     void matchByPlace();
     void pairRuns(const Run& as, const Run& bs);
-    void findEqual();
-    bool tellSome();
-    void tellAdded();
-    void tellChanges(RecordId a, RecordId b);
-    void tellMissing(Difference::Kind kind, const Side& side, RecordId id);
+    bool cut(Piece& piece);
+    void findChanges(Piece& piece, Finder& finder) const;
+    void tell(const Piece& piece, const Take& take);
+    void tellAdded(const Take& take);
+    void tellLoose(RecordId a, RecordId b, const Take& take);
+    static void tellMissing(Difference::Kind kind, Side& side, RecordId id, const Take& take);
 
     Side first_;
     Side second_;
-    TagComparison tags_;
-    std::vector<std::uint8_t> isEqual_;  // by record of the first drawing: its bytes are those of its partner
-    // What is told next, and what was told of late.
-    RecordId next_ = kNoRecord;
-    RecordId nextAdded_ = kNoRecord;
-    Batch told_;
+    std::array<Finder, 2> finders_;   // one a thread
+    RecordId next_ = kNoRecord;       // of the first drawing: not yet in a piece
+    RecordId nextAdded_ = kNoRecord;  // of the second: not yet passed by what is told
 };
 
 // Most records stand in the same order in both drawings: where the next one has the handle, none is looked for.
@@ -345,19 +284,6 @@ void Comparison::matchByPlace() {
     }
 }
 
-// By stored bytes, where these mean the same in both.
-void Comparison::findEqual() {
-    isEqual_.assign(first_.drawing.recordCount(), 0);
-    const bool isAlike = first_.drawing.storesLike(second_.drawing);
-    if (!isAlike || first_.drawing.codePage() != second_.drawing.codePage()) return;
-    platform::inHalves(isEqual_.size(), [this](std::size_t begin, std::size_t end) {
-        for (auto a = static_cast<RecordId>(begin); a < end; ++a) {
-            const RecordId b = first_.partner[a];
-            isEqual_[a] = b != kNoRecord && first_.drawing.storedBytes(a) == second_.drawing.storedBytes(b);
-        }
-    });
-}
-
 // Between equal neighbours: entities of one type, in their order, are changed ones.
 void Comparison::pairRuns(const Run& as, const Run& bs) {
     if (as.first == as.last || bs.first == bs.last) return;
@@ -377,76 +303,84 @@ void Comparison::pairRuns(const Run& as, const Run& bs) {
     }
 }
 
-void Comparison::tellMissing(Difference::Kind kind, const Side& side, RecordId id) {
+void Comparison::tellMissing(Difference::Kind kind, Side& side, RecordId id, const Take& take) {
     const Record& record = side.drawing.record(id);
     if (record.kind == RecordKind::Preamble) return;  // comments
-    if (side.isLoose(id) && side.looseBytes(id).empty()) return;
+    if (isLoose(side.drawing, id) && side.looseBytes(id).empty()) return;
     // A vertex goes and comes with its polyline, an end with what it ends.
     const bool isPart = (record.flags & dxf::kSubEntity) != 0 || record.kind == RecordKind::EndSection ||
                         record.kind == RecordKind::EndTable || record.kind == RecordKind::EndBlock;
     if (isPart && record.owner != kNoRecord && side.partner[record.owner] == kNoRecord) return;
-    side.label(id, told_.add(kind).object);
+    Difference difference;
+    difference.kind = kind;
+    side.labels.append(id, difference.object);
+    take(difference);
 }
 
-void Comparison::tellChanges(RecordId a, RecordId b) {
-    if (first_.isLoose(a)) {
-        if (first_.looseBytes(a) == second_.looseBytes(b)) return;
-        tellMissing(Difference::Kind::OnlyInFirst, first_, a);
-        tellMissing(Difference::Kind::OnlyInSecond, second_, b);
-        return;
-    }
-    tags_.compare(a, b, [&](Difference::Kind kind, int code) -> Difference& {
-        Difference& difference = told_.add(kind, code);
-        first_.label(a, difference.object);
-        return difference;
-    });
+void Comparison::tellLoose(RecordId a, RecordId b, const Take& take) {
+    if (first_.looseBytes(a) == second_.looseBytes(b)) return;
+    tellMissing(Difference::Kind::OnlyInFirst, first_, a, take);
+    tellMissing(Difference::Kind::OnlyInSecond, second_, b, take);
 }
 
 // What only the second drawing has, up to the next record that both have.
-void Comparison::tellAdded() {
+void Comparison::tellAdded(const Take& take) {
     for (; nextAdded_ != kNoRecord && second_.partner[nextAdded_] == kNoRecord;
          nextAdded_ = second_.drawing.next(nextAdded_))
-        tellMissing(Difference::Kind::OnlyInSecond, second_, nextAdded_);
+        tellMissing(Difference::Kind::OnlyInSecond, second_, nextAdded_, take);
 }
 
-// False when all has been told.
-bool Comparison::tellSome() {
-    constexpr std::size_t kSome = 4000;
-    for (; next_ != kNoRecord; next_ = first_.drawing.next(next_)) {
-        if (told_.size() >= kSome) return true;
-        const RecordId partner = first_.partner[next_];
-        if (partner == kNoRecord) {
-            tellMissing(Difference::Kind::OnlyInFirst, first_, next_);
+// The next records of the first drawing. False when there are none.
+bool Comparison::cut(Piece& piece) {
+    for (piece.clear(); next_ != kNoRecord && piece.records.size() < Piece::kRecords;
+         next_ = first_.drawing.next(next_))
+        piece.records.push_back(next_);
+    return !piece.records.empty();
+}
+
+void Comparison::findChanges(Piece& piece, Finder& finder) const {
+    for (const RecordId a : piece.records) {
+        const RecordId b = first_.partner[a];
+        if (b == kNoRecord || isLoose(first_.drawing, a)) continue;
+        finder.tags.compare(a, b, [&](Difference::Kind kind, int code) -> Difference& {
+            Difference& difference = piece.add(a, kind, code);
+            finder.labels.append(a, difference.object);
+            return difference;
+        });
+    }
+}
+
+void Comparison::tell(const Piece& piece, const Take& take) {
+    std::size_t at = 0;
+    for (const RecordId a : piece.records) {
+        const RecordId b = first_.partner[a];
+        if (b == kNoRecord) {
+            tellMissing(Difference::Kind::OnlyInFirst, first_, a, take);
             continue;
         }
-        if (!isEqual_[next_]) tellChanges(next_, partner);
+        if (isLoose(first_.drawing, a))
+            tellLoose(a, b, take);
+        else
+            piece.takeOf(a, at, take);
         // Records may stand in another order: only those that have not been passed are told here.
-        if (nextAdded_ != partner) continue;
-        nextAdded_ = second_.drawing.next(partner);
-        tellAdded();
+        if (nextAdded_ != b) continue;
+        nextAdded_ = second_.drawing.next(b);
+        tellAdded(take);
     }
-    for (; nextAdded_ != kNoRecord; nextAdded_ = second_.drawing.next(nextAdded_))
-        if (second_.partner[nextAdded_] == kNoRecord) tellMissing(Difference::Kind::OnlyInSecond, second_, nextAdded_);
-    return false;
 }
 
-// Some differences are found while those before them are taken.
-void Comparison::run(const std::function<void(const Difference&)>& take) {
+void Comparison::run(const Take& take) {
     match();
     next_ = first_.drawing.first();
     nextAdded_ = second_.drawing.first();
-    tellAdded();
-    bool isMore = tellSome();
-    Batch ready;
-    while (told_.size() != 0) {
-        std::swap(ready, told_);
-        told_.clear();
-        const auto takeReady = [&] { std::for_each(ready.begin(), ready.end(), take); };
-        if (!isMore)
-            takeReady();
-        else
-            platform::doBoth(takeReady, [&] { isMore = tellSome(); });
-    }
+    tellAdded(take);
+    InOrder<Piece>([this](Piece& piece) { return cut(piece); },
+                   [this](Piece& piece, std::size_t thread) { findChanges(piece, finders_[thread]); },
+                   [&](const Piece& piece) { tell(piece, take); })
+        .run();
+    for (; nextAdded_ != kNoRecord; nextAdded_ = second_.drawing.next(nextAdded_))
+        if (second_.partner[nextAdded_] == kNoRecord)
+            tellMissing(Difference::Kind::OnlyInSecond, second_, nextAdded_, take);
 }
 
 Fates Comparison::fates() {
@@ -472,7 +406,7 @@ Fates Comparison::fates() {
             fate = std::max(fate, mayBeOfPicture(code) ? Fate::Redrawn : Fate::Changed);
             return unread;
         };
-        if (!isEqual_[a]) tags_.compare(a, b, take);
+        finders_[0].tags.compare(a, b, take);
         if (fate == Fate::Same) return;
         note(first_, fates.first, a, fate);
         note(second_, fates.second, b, fate);

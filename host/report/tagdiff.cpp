@@ -24,7 +24,6 @@ namespace {
 
 using dxf::Drawing;
 using dxf::RecordId;
-using dxf::Tag;
 
 constexpr std::uint64_t kFirstHash = 14695981039346656037U;
 
@@ -102,22 +101,22 @@ std::uint64_t partOf(std::uint64_t place, std::uint64_t saying) {
     return mixed(mixed(kFirstHash, place), saying);
 }
 
-// The tags of a record. Its bytes are its own: those of a large record of a binary drawing go when another is read.
+// The tags of a record.
 struct TagList {
-    TagList(const Drawing& file, RecordId id) : drawing(file), bytes(file.bytes(id)) {
-        dxf::TagCursor cursor(bytes);
-        Tag tag;
-        while (cursor.next(tag)) {
-            tags.push_back(tag);
-            sayings.push_back(sayingOf(drawing, tag.code, tag.value));
+    TagList(const Drawing& file, dxf::StoredSweep& sweep, RecordId id) : drawing(file) {
+        dxf::RawTag raw{};
+        for (sweep.begin(file.storedBytes(id)); sweep.next(raw);) {
+            if (raw.code == dxf::codes::kComment) continue;
+            const std::string_view value = sweep.value(raw);
+            sayings.push_back(sayingOf(file, raw.code, value));
+            tags.push_back({raw.code, std::string(value)});
         }
     }
     int code(std::size_t i) const { return tags[i].code; }
     void read(std::size_t i, std::wstring& text) const { host::read(drawing, tags[i].code, tags[i].value, text); }
 
     const Drawing& drawing;
-    std::string bytes;
-    std::vector<Tag> tags;
+    std::vector<dxf::NewTag> tags;
     std::vector<std::uint64_t> sayings;
 };
 
@@ -184,6 +183,7 @@ TagComparison::TagComparison(const Drawing& first, const Drawing& second)
 bool TagComparison::compareOneTag(RecordId a, RecordId b, const Add& add) {
     const std::string_view ourBytes = first_.storedBytes(a);
     const std::string_view theirBytes = second_.storedBytes(b);
+    if (isAlike_ && ourBytes == theirBytes) return true;
     const auto next = [](dxf::StoredSweep& sweep, dxf::RawTag& tag) {
         while (sweep.next(tag))
             if (tag.code != dxf::codes::kComment) return true;
@@ -215,8 +215,8 @@ bool TagComparison::compareOneTag(RecordId a, RecordId b, const Add& add) {
 
 void TagComparison::compare(RecordId a, RecordId b, const Add& add) {
     if (compareOneTag(a, b, add)) return;
-    const TagList one(first_, a);
-    const TagList two(second_, b);
+    const TagList one(first_, ours_, a);
+    const TagList two(second_, theirs_, b);
     if (one.sayings == two.sayings) return;
     auto matches = matchSequences(one.sayings, two.sayings);
     matches.emplace_back(one.tags.size(), two.tags.size());

@@ -1,7 +1,8 @@
-// What two threads find side by side is what is there: boxes of entities, differences of drawings.
+// What two threads find side by side is what is there: boxes of entities, differences of drawings; and in which order.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "host/dxf/binary.h"
 #include "host/pick/bounds.h"
 #include "host/report/hostreport.h"
+#include "host/report/inorder.h"
 
 namespace qrs::host {
 namespace {
@@ -114,6 +116,31 @@ TEST(Threads, GoDownAsFarAsAnAnswerNeeds) {
         EXPECT_EQ(asked.size(), 1u);
         EXPECT_EQ(lastAt(3, 2), dxf::kNoRecord);
         EXPECT_EQ(asked, (std::vector<dxf::RecordId>{4}));
+    }
+}
+
+// Few pieces, often, since threads meet where they end.
+TEST(Threads, TakePiecesInOrder) {
+    for (int round = 0; round < 1000; ++round) {
+        const int count = round % 40;
+        int begun = 0;
+        std::vector<int> taken, expected;
+        for (int i = 0; i < count; ++i)
+            expected.push_back(3 * i);
+        InOrder<int>([&](int& piece) { return (piece = begun++) < count; }, [](int& piece, std::size_t) { piece *= 3; },
+                     [&](const int& piece) { taken.push_back(piece); })
+            .run();
+        ASSERT_EQ(taken, expected);
+    }
+    // Whichever part fails, in whichever thread: the others end, too.
+    for (int failing = 0; failing < 3; ++failing) {
+        int begun = 0;
+        const auto part = [&](int one, int piece) {
+            if (one == failing && piece == 50) throw std::runtime_error("failed");
+        };
+        InOrder<int> work([&](int& piece) { return part(0, piece = begun++), true; },
+                          [&](int& piece, std::size_t) { part(1, piece); }, [&](const int& piece) { part(2, piece); });
+        EXPECT_THROW(work.run(), std::runtime_error);
     }
 }
 
