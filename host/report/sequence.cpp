@@ -3,8 +3,11 @@
 #include "host/report/sequence.h"
 
 #include <algorithm>
+#include <numeric>
 #include <unordered_map>
 #include <utility>
+
+#include "host/platform/beside.h"
 
 namespace qrs::host {
 
@@ -15,6 +18,7 @@ using Pair = std::pair<std::size_t, std::size_t>;
 using Pairs = std::vector<Pair>;
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+constexpr std::uint32_t kNowhere = 0xFFFFFFFF;
 
 // Parts of both sequences that are still to be matched.
 struct Stretch {
@@ -51,19 +55,72 @@ Pairs longestAscending(Pairs pairs) {
     return row;
 }
 
-// Where elements stand, and whether once or often: open addressing, as there may be a million of them.
+// The elements of a stretch with their positions, cut by what they are into parts: equal ones are in parts of one
+// number.
+class Parts {
+  public:
+    struct Place {
+        std::uint64_t element;
+        std::uint32_t at;
+    };
+    struct Part {
+        const Place* first;
+        const Place* last;  // after the last one
+
+        const Place* begin() const { return first; }
+        const Place* end() const { return last; }
+    };
+
+    // count: a power of two.
+    Parts(const Elements& elements, std::size_t begin, std::size_t end, std::size_t count)
+        : ends_(count + 1), places_(end - begin) {
+        for (std::size_t i = begin; i < end; ++i)
+            ++ends_[(elements[i] & (count - 1)) + 1];
+        std::partial_sum(ends_.begin(), ends_.end(), ends_.begin());
+        std::vector<std::size_t> next(ends_);
+        for (std::size_t i = begin; i < end; ++i)
+            places_[next[elements[i] & (count - 1)]++] = {elements[i], static_cast<std::uint32_t>(i)};
+    }
+    Part operator[](std::size_t i) const { return {places_.data() + ends_[i], places_.data() + ends_[i + 1]}; }
+
+  private:
+    std::vector<std::size_t> ends_;  // before each part, and after the last one
+    std::vector<Place> places_;
+};
+
+// Where elements stand, and whether once or often: open addressing.
 class PlaceTable {
   public:
     static constexpr std::uint8_t kOnce = 1;
     static constexpr std::uint8_t kOften = 2;
     struct Slot {
         std::uint64_t element = 0;
-        std::uint32_t other = 0;      // the last in the second sequence
-        std::uint8_t otherCount = 0;  // 0: no element stands here
+        std::uint32_t at = 0;         // the last in the first sequence
+        std::uint32_t other = 0;      // and in the second
         std::uint8_t count = 0;       // in the first
+        std::uint8_t otherCount = 0;  // 0: no element stands here
     };
 
-    explicit PlaceTable(std::size_t most) : slots_(most + most / 2 + 2) {}
+    // Reads a part of both.
+    void read(const Parts::Part& ours, const Parts::Part& theirs) {
+        const auto most = static_cast<std::size_t>(theirs.last - theirs.first);
+        slots_.assign(most + most / 2 + 2, Slot());
+        for (const Parts::Place& place : theirs) {
+            Slot& one = at(place.element);
+            one.element = place.element;
+            one.other = place.at;
+            one.otherCount = one.otherCount == 0 ? kOnce : kOften;
+        }
+        for (const Parts::Place& place : ours) {
+            Slot& one = at(place.element);
+            if (one.otherCount == 0) continue;
+            one.at = place.at;
+            one.count = one.count == 0 ? kOnce : kOften;
+        }
+    }
+    const std::vector<Slot>& slots() const { return slots_; }
+
+  private:
     // The element's slot, or the empty one that it would take.
     Slot& at(std::uint64_t element) {
         const std::uint64_t hash = (element * 0x9E3779B97F4A7C15u) >> 32;
@@ -73,24 +130,26 @@ class PlaceTable {
         return slots_[slot];
     }
 
-  private:
     std::vector<Slot> slots_;
 };
 
 class Matching {
   public:
-    Matching(const Elements& first, const Elements& second) : first_(first), second_(second) {}
+    Matching(const Elements& first, const Elements& second)
+        : first_(first), second_(second), found_(first.size(), kNowhere) {}
 
     Pairs run() {
-        found_.reserve(std::min(first_.size(), second_.size()));
         waiting_.push_back({0, first_.size(), 0, second_.size(), 0});
         while (!waiting_.empty()) {
             const Stretch stretch = waiting_.back();
             waiting_.pop_back();
             match(stretch);
         }
-        std::sort(found_.begin(), found_.end());
-        return std::move(found_);
+        Pairs found;
+        found.reserve(std::min(first_.size(), second_.size()));
+        for (std::size_t a = 0; a < found_.size(); ++a)
+            if (found_[a] != kNowhere) found.emplace_back(a, found_[a]);
+        return found;
     }
 
   private:
@@ -104,12 +163,12 @@ class Matching {
         Stretch gap = stretch;
         ++gap.depth;
         for (const auto& [a, b] : anchors) {
+            found_[a] = static_cast<std::uint32_t>(b);
             waitFor({gap.begin, a, gap.otherBegin, b, gap.depth});
             gap.begin = a + 1;
             gap.otherBegin = b + 1;
         }
         waitFor(gap);
-        found_.insert(found_.end(), anchors.begin(), anchors.end());
     }
 
     // Most stretches between changed elements are empty, or of one that has become another.
@@ -125,28 +184,37 @@ class Matching {
     void takeEnds(Stretch& part) {
         while (part.begin < part.end && part.otherBegin < part.otherEnd &&
                first_[part.begin] == second_[part.otherBegin])
-            found_.emplace_back(part.begin++, part.otherBegin++);
+            found_[part.begin++] = static_cast<std::uint32_t>(part.otherBegin++);
         while (part.begin < part.end && part.otherBegin < part.otherEnd &&
                first_[part.end - 1] == second_[part.otherEnd - 1])
-            found_.emplace_back(--part.end, --part.otherEnd);
+            found_[--part.end] = static_cast<std::uint32_t>(--part.otherEnd);
     }
 
-    Pairs anchorsOf(const Stretch& part) const {
-        PlaceTable places(part.otherEnd - part.otherBegin);
-        for (std::size_t b = part.otherBegin; b < part.otherEnd; ++b) {
-            PlaceTable::Slot& one = places.at(second_[b]);
-            one = {second_[b], static_cast<std::uint32_t>(b),
-                   one.otherCount == 0 ? PlaceTable::kOnce : PlaceTable::kOften, 0};
-        }
-        for (std::size_t a = part.begin; a < part.end; ++a) {
-            PlaceTable::Slot& one = places.at(first_[a]);
-            if (one.otherCount != 0) one.count = one.count == 0 ? PlaceTable::kOnce : PlaceTable::kOften;
-        }
+    // Elements that stand once in both. Two threads look for them where there are many.
+    Pairs anchorsOf(const Stretch& stretch) const {
+        constexpr std::size_t kFitsCaches = 8192;
+        std::size_t count = 1;
+        while (count * kFitsCaches < stretch.otherEnd - stretch.otherBegin)
+            count *= 2;
+        const Parts ours(first_, stretch.begin, stretch.end, count);
+        const Parts theirs(second_, stretch.otherBegin, stretch.otherEnd, count);
+        std::vector<std::uint32_t> others(stretch.end - stretch.begin, kNowhere);
+        const auto look = [&](std::size_t part) {
+            for (PlaceTable table; part < count; part += 2) {
+                table.read(ours[part], theirs[part]);
+                for (const PlaceTable::Slot& one : table.slots())
+                    if (one.count == PlaceTable::kOnce && one.otherCount == PlaceTable::kOnce)
+                        others[one.at - stretch.begin] = one.other;
+            }
+        };
+        if (count == 1)
+            look(0);
+        else
+            platform::doBoth([&] { look(0); }, [&] { look(1); });
         Pairs once;
-        for (std::size_t a = part.begin; a < part.end; ++a) {
-            const PlaceTable::Slot& one = places.at(first_[a]);
-            if (one.count == PlaceTable::kOnce && one.otherCount == PlaceTable::kOnce) once.emplace_back(a, one.other);
-        }
+        once.reserve(std::min(stretch.end - stretch.begin, stretch.otherEnd - stretch.otherBegin));
+        for (std::size_t i = 0; i < others.size(); ++i)
+            if (others[i] != kNowhere) once.emplace_back(stretch.begin + i, others[i]);
         return longestAscending(std::move(once));
     }
 
@@ -162,14 +230,14 @@ class Matching {
             pairs.emplace_back(a, left->second.back());
             left->second.pop_back();
         }
-        const Pairs row = longestAscending(std::move(pairs));
-        found_.insert(found_.end(), row.begin(), row.end());
+        for (const auto& [a, b] : longestAscending(std::move(pairs)))
+            found_[a] = static_cast<std::uint32_t>(b);
     }
 
     const Elements& first_;
     const Elements& second_;
     std::vector<Stretch> waiting_;
-    Pairs found_;
+    std::vector<std::uint32_t> found_;  // by position in the first: its partner
 };
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "host/pick/bounds.h"
 #include "host/report/hostreport.h"
 #include "host/report/inorder.h"
+#include "host/report/sequence.h"
 
 namespace qrs::host {
 namespace {
@@ -142,6 +143,21 @@ TEST(Threads, TakePiecesInOrder) {
                           [&](int& piece, std::size_t) { part(1, piece); }, [&](const int& piece) { part(2, piece); });
         EXPECT_THROW(work.run(), std::runtime_error);
     }
+}
+
+// What stood at the end has moved to the front, behind an element that stayed. Some elements are there often: their
+// neighbours tell which is which.
+TEST(Threads, MatchLongSequences) {
+    constexpr std::size_t kMoved = 15000, kKept = 25000;
+    std::vector<std::uint64_t> first{1};
+    for (std::size_t i = 0; i < kKept + kMoved; ++i)
+        first.push_back(i % 100 == 50 ? 7 : (i + 1) * 0x9E3779B97F4A7C15U);
+    std::vector<std::uint64_t> second(first);
+    std::rotate(second.begin() + 1, second.begin() + 1 + kKept, second.end());
+    const auto matches = matchSequences(first, second);
+    ASSERT_EQ(matches.size(), 1 + kKept);
+    for (std::size_t i = 1; i < matches.size(); ++i)
+        ASSERT_EQ(matches[i], std::make_pair(i, i + kMoved));
 }
 
 // The forms make no difference, whether both drawings have the same one or not.
