@@ -83,26 +83,30 @@ void Labels::append(RecordId id, std::wstring& out) {
 
 void Labels::appendByPlace(RecordId id, std::wstring& out) {
     const RecordId owner = drawing_.record(id).owner;
-    const std::wstring place = std::to_wstring(places_.of(id));
-    const std::string_view type = drawing_.typeNameOf(id);
+    const std::uint16_t type = drawing_.record(id).type;
+    const std::string place = std::to_string(places_.of(id));
     const auto known = around_.find(type);
     if (known != around_.end() && known->second.owner == owner) {
-        out.append(known->second.before).append(place).append(known->second.after);
+        out += known->second.before;
+        out.append(place.begin(), place.end());
+        out += known->second.after;
         return;
     }
     std::wstring ownersLabel;
     if (owner != id) append(owner, ownersLabel);
     const auto around = [&](const std::wstring& middle) {
-        const std::wstring name = platform::fromUtf8(type);
+        const std::wstring name = platform::fromUtf8(drawing_.typeNameOf(id));
         return owner == id ? platform::translated(L"%1 number %2", name, middle)
                            : platform::translated(L"%1 number %2 of %3", name, middle, ownersLabel);
     };
-    out += around(place);
-    // Names may hold anything, even what marks the place here.
+    out += around(std::wstring(place.begin(), place.end()));
+    // Many types have the number of those that are not counted. Names may hold anything, even what marks the place
+    // here.
     const std::wstring mark(1, L'\0');
     const std::wstring marked = around(mark);
     const std::size_t at = marked.find(mark);
-    if (at == marked.rfind(mark)) around_[type] = {owner, marked.substr(0, at), marked.substr(at + 1)};
+    if (type != dxf::kTypeUncounted && at == marked.rfind(mark))
+        around_[type] = {owner, marked.substr(0, at), marked.substr(at + 1)};
 }
 
 }  // namespace qrs::host

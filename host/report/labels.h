@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <mutex>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -50,7 +49,7 @@ class Labels {
 
     const dxf::Drawing& drawing_;
     const Places& places_;
-    std::unordered_map<std::string_view, AroundPlace> around_;  // by type; of the last owner asked for
+    std::unordered_map<std::uint16_t, AroundPlace> around_;  // by type; of the last owner asked for
 };
 
 }  // namespace qrs::host
