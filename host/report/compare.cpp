@@ -269,18 +269,23 @@ void Comparison::matchByPlace() {
         if (isFound(matched)) found->second.bs.push_back(b);
     });
     for (const auto& [owner, rows] : byOwner) {
-        const auto& [as, bs] = rows;
+        const std::vector<RecordId>& as = rows.as;
+        const std::vector<RecordId>& bs = rows.bs;
         const Sayings ours = sayingsOf(first_.drawing, as, nullptr);
         auto matches = matchSequences(ours.numbers, sayingsOf(second_.drawing, bs, &ours).numbers);
         matches.emplace_back(as.size(), bs.size());
-        std::size_t i = 0;
-        std::size_t j = 0;
-        for (const auto& [x, y] : matches) {
-            pairRuns({as.data() + i, as.data() + x}, {bs.data() + j, bs.data() + y});
-            if (x < as.size() && y < bs.size()) pair(as[x], bs[y]);
-            i = x + 1;
-            j = y + 1;
-        }
+        const auto pairMatches = [&](std::size_t begin, std::size_t end) {
+            std::size_t i = begin == 0 ? 0 : matches[begin - 1].first + 1;
+            std::size_t j = begin == 0 ? 0 : matches[begin - 1].second + 1;
+            for (std::size_t match = begin; match < end; ++match) {
+                const auto [x, y] = matches[match];
+                pairRuns({as.data() + i, as.data() + x}, {bs.data() + j, bs.data() + y});
+                if (x < as.size() && y < bs.size()) pair(as[x], bs[y]);
+                i = x + 1;
+                j = y + 1;
+            }
+        };
+        platform::inHalves(matches.size(), pairMatches);
     }
 }
 

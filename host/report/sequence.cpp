@@ -3,6 +3,7 @@
 #include "host/report/sequence.h"
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
 #include <unordered_map>
 #include <utility>
@@ -71,6 +72,7 @@ class Parts {
         const Place* end() const { return last; }
     };
 
+    Parts() = default;
     // count: a power of two.
     Parts(const Elements& elements, std::size_t begin, std::size_t end, std::size_t count)
         : ends_(count + 1), places_(end - begin) {
@@ -196,8 +198,15 @@ class Matching {
         std::size_t count = 1;
         while (count * kFitsCaches < stretch.otherEnd - stretch.otherBegin)
             count *= 2;
-        const Parts ours(first_, stretch.begin, stretch.end, count);
-        const Parts theirs(second_, stretch.otherBegin, stretch.otherEnd, count);
+        // Few are not worth a thread.
+        const auto both = [&](const std::function<void()>& one, const std::function<void()>& other) {
+            if (count != 1) return platform::doBoth(one, other);
+            one();
+            other();
+        };
+        Parts ours, theirs;
+        both([&] { ours = Parts(first_, stretch.begin, stretch.end, count); },
+             [&] { theirs = Parts(second_, stretch.otherBegin, stretch.otherEnd, count); });
         std::vector<std::uint32_t> others(stretch.end - stretch.begin, kNowhere);
         const auto look = [&](std::size_t part) {
             for (PlaceTable table; part < count; part += 2) {
@@ -207,10 +216,7 @@ class Matching {
                         others[one.at - stretch.begin] = one.other;
             }
         };
-        if (count == 1)
-            look(0);
-        else
-            platform::doBoth([&] { look(0); }, [&] { look(1); });
+        both([&] { look(0); }, [&] { look(1); });
         Pairs once;
         once.reserve(std::min(stretch.end - stretch.begin, stretch.otherEnd - stretch.otherBegin));
         for (std::size_t i = 0; i < others.size(); ++i)
