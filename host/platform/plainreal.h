@@ -11,8 +11,9 @@ namespace qrs::platform {
 
 // The same number that std::from_chars gives. False, without a judgement, for a text that is longer or anything else.
 inline bool readPlainReal(std::string_view text, double& number) {
-    constexpr std::array<double, 16> kTens = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                              1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    // Static, or each call would copy them.
+    static constexpr std::array<double, 16> kTens = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                     1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
     constexpr bool kRoundsOnce = FLT_EVAL_METHOD == 0;
     const bool isNegative = !text.empty() && text.front() == '-';
     if (isNegative) text.remove_prefix(1);

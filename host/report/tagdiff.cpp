@@ -16,6 +16,7 @@
 #include "host/dxf/text.h"
 #include "host/platform/beside.h"
 #include "host/platform/number.h"
+#include "host/platform/plainreal.h"
 #include "host/report/sequence.h"
 
 namespace qrs::host {
@@ -44,13 +45,17 @@ std::uint64_t numberOf(double value) {
 std::uint64_t numberOf(std::string_view plain) {
     std::uint64_t hash = mixed(kFirstHash, plain.size());
     std::uint64_t word = 0;
-    for (; plain.size() >= sizeof word; plain.remove_prefix(sizeof word)) {
-        std::memcpy(&word, plain.data(), sizeof word);
+    if (plain.size() < sizeof word) {
+        for (const char c : plain)
+            word = word << 8 | static_cast<unsigned char>(c);
+        return mixed(hash, word);
+    }
+    const char* const last = plain.data() + plain.size() - sizeof word;
+    for (const char* at = plain.data(); at < last; at += sizeof word) {
+        std::memcpy(&word, at, sizeof word);
         hash = mixed(hash, word);
     }
-    word = 0;
-    for (const char c : plain)
-        word = word << 8 | static_cast<unsigned char>(c);
+    std::memcpy(&word, last, sizeof word);  // bytes that were met before, too
     return mixed(hash, word);
 }
 
@@ -90,7 +95,10 @@ std::uint64_t sayingOf(const Drawing& drawing, int code, std::string_view value)
     if (kind == dxf::ValueKind::Handle) {
         if (const std::uint64_t handle = dxf::toHandle(value); handle != 0) return mixed(hash, handle);
     } else if (kind != dxf::ValueKind::Text && kind != dxf::ValueKind::Chunk && kind != dxf::ValueKind::None) {
-        if (const auto real = platform::parseReal(dxf::trimmed(value))) return mixed(hash, numberOf(*real));
+        const std::string_view number = dxf::trimmed(value);
+        double plain = 0.0;
+        if (platform::readPlainReal(number, plain)) return mixed(hash, numberOf(plain));
+        if (const auto real = platform::parseReal(number)) return mixed(hash, numberOf(*real));
     }
     const std::string_view counted = countedOf(code, value);
     return mixed(hash, dxf::isPlainText(counted) ? numberOf(counted) : numberOf(drawing.decode(counted)));
