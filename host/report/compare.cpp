@@ -344,14 +344,17 @@ bool Comparison::cut(Piece& piece) {
 }
 
 void Comparison::findChanges(Piece& piece, Finder& finder) const {
+    RecordId changed = kNoRecord;
+    const TagComparison::Add add = [&](Difference::Kind kind, int code) -> Difference& {
+        Difference& difference = piece.add(changed, kind, code);
+        finder.labels.append(changed, difference.object);
+        return difference;
+    };
     for (const RecordId a : piece.records) {
         const RecordId b = first_.partner[a];
-        if (b == kNoRecord || isLoose(first_.drawing, a)) continue;
-        finder.tags.compare(a, b, [&](Difference::Kind kind, int code) -> Difference& {
-            Difference& difference = piece.add(a, kind, code);
-            finder.labels.append(a, difference.object);
-            return difference;
-        });
+        if (b == kNoRecord || finder.tags.areSame(a, b) || isLoose(first_.drawing, a)) continue;
+        changed = a;
+        finder.tags.compare(a, b, add);
     }
 }
 
@@ -406,6 +409,7 @@ Fates Comparison::fates() {
     forEach(first_, [&](RecordId a) {
         const RecordId b = first_.partner[a];
         if (b == kNoRecord) return note(first_, fates.first, a, Fate::Alone);
+        if (finders_[0].tags.areSame(a, b)) return;
         Fate fate = Fate::Same;
         const auto take = [&](Difference::Kind, int code) -> Difference& {
             fate = std::max(fate, mayBeOfPicture(code) ? Fate::Redrawn : Fate::Changed);

@@ -191,7 +191,6 @@ TagComparison::TagComparison(const Drawing& first, const Drawing& second)
 bool TagComparison::compareOneTag(RecordId a, RecordId b, const Add& add) {
     const std::string_view ourBytes = first_.storedBytes(a);
     const std::string_view theirBytes = second_.storedBytes(b);
-    if (isAlike_ && ourBytes == theirBytes) return true;
     const auto next = [](dxf::StoredSweep& sweep, dxf::RawTag& tag) {
         while (sweep.next(tag))
             if (tag.code != dxf::codes::kComment) return true;
