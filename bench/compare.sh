@@ -12,7 +12,8 @@
 #   check                 open, check against the standard, report: in times of open
 #   convert erase merge paint
 #                         open, ConvertLayer, EraseSelLayer, hbtc, tbds over half of the entities, save
-#   same moved moved-bare --compare with itself, with a drawing of which half is changed, and without handles
+#   same moved moved-bare moved-binary
+#                         --compare with itself, with a drawing of which half is changed, without handles, in binary
 #   png svg pdf           open, draw the model in such a picture: in seconds
 #   ezdxf, libdxfrw       open, turn the layers off, save by other libraries: where python3 knows ezdxf; where the
 #                         variable DXFRW names a program that takes two files
@@ -170,6 +171,8 @@ further=40
 { i=0; while [ $i -lt $((further / 2)) ]; do echo hbtc; echo "$point"; echo "$point"; i=$((i + 1)); done
   cat "$folder/pick.scr"; } >"$folder/picks.scr"
 "$console" -s "$folder/convert.scr" -o "$folder/moved.dxf" "$drawing" >/dev/null
+"$bin/qrs_make_drawing" --binary "$entities" 2 AC1024 "$folder/halves-binary.dxf"
+"$console" -s "$folder/convert.scr" -o "$folder/moved-binary.dxf" "$folder/halves-binary.dxf" >/dev/null
 # Without handles records are told apart by their places.
 for name in halves moved; do
     awk 'NR % 2 { code = $1; line = $0; next } code != 5 && code != 105 { print line; print }' "$folder/$name.dxf" \
@@ -189,6 +192,8 @@ done
     echo "moved $console --compare $drawing $folder/moved.dxf"
     echo "open-bare $console -e REGEN $folder/halves-bare.dxf"
     echo "moved-bare $console --compare $folder/halves-bare.dxf $folder/moved-bare.dxf"
+    echo "open-binary $console -e REGEN $folder/halves-binary.dxf"
+    echo "moved-binary $console --compare $folder/halves-binary.dxf $folder/moved-binary.dxf"
     echo "start $console -e REGEN"
 } >"$folder/rows"
 take_turns
@@ -201,6 +206,7 @@ two() { awk -v one="$(median_of "$1")" 'BEGIN { print 2 * one }'; }
 row same 2 0 "$(two open)"
 row moved 2 0 "$(two open)"
 row moved-bare 2 0 "$(two open-bare)"
+row moved-binary 2 0 "$(two open-binary)"
 printf '\n'
 milliseconds start 10 "$(median_of start)"
 milliseconds "first pick" 100 "$(awk -v a="$(median_of pick)" -v b="$(median_of open)" 'BEGIN { print a - b }')"
