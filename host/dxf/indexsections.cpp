@@ -52,6 +52,10 @@ Indexer::Step Indexer::startRecord(const char* at, const RawTag& tag) {
             fault(at, kNoRecord, FaultKind::StrayRecord,
                   type == kTypeEndTable ? translated("ENDTAB without a TABLE") : translated("ENDBLK without a BLOCK"));
             return open(at, RecordKind::Other, type, section_);
+        case kTypeBlock:
+            // One block is not closed before the next one begins.
+            if (isInBlockAfterAll()) becomeBlocks();
+            break;
         default:
             break;
     }

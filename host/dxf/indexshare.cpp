@@ -144,7 +144,7 @@ void Indexer::readSecondPart(const char* at) {
     isDone_ = index_.faults.all().empty();
 }
 
-// The second part was taken to lie in ENTITIES, but a block ends in it.
+// The second part was taken to lie in ENTITIES, but a block ends in it, or the next one begins.
 bool Indexer::isInBlockAfterAll() const {
     return assumed_ == Place::Entities && place_ == Place::Entities && section_ == kContainer;
 }

@@ -79,6 +79,20 @@ TEST(Sharing, TwoReadersAnswerAsOne) {
         expectSame(drawings[i], i < 5 ? 150 : 8);
 }
 
+// What a record means hangs on those before it: a block without its end, a vertex without its polyline.
+TEST(Sharing, EveryRecordMayBeMissing) {
+    const test::Tags whole = manyRecords();
+    const auto isHead = [](const auto& tag) { return tag.code == 0; };
+    for (auto head = std::find_if(whole.begin() + 1, whole.end(), isHead); head != whole.end();) {
+        const auto next = std::find_if(head + 1, whole.end(), isHead);
+        test::Tags less(whole.begin(), head);
+        less.insert(less.end(), next, whole.end());
+        SCOPED_TRACE(head->value);
+        expectSame(test::lay(less), 40);
+        head = next;
+    }
+}
+
 // A part that is left to the second reader is not read by the first: else the threads would only be a burden.
 TEST(Sharing, TheSecondPartIsTakenOver) {
     const std::string bytes = test::lay(manyRecords());
