@@ -214,6 +214,7 @@ void Indexer::takeOver(Indexer& second) {
     index_.countHandle(part.greatestHandle);
     given_.add(second.given_);
     pointedTo_.add(second.pointedTo_);
+    numbersChecked_ = second.numbersChecked_;
     index_.records.takeOver(part.records, kStandIns);
 }
 
