@@ -36,11 +36,11 @@ output=$folder/output.dxf
 failed=0
 
 # measure NAME COMMAND...: the median of some runs goes to the row's times; the first time its peak memory is taken too.
-# What ends with 1 has found something. No run waits for what the one before has still to write.
+# What ends with 1 has found something.
 measure() {
     name=$1
     shift
-    hyperfine --shell none --ignore-failure --prepare sync --warmup 1 --runs 3 --style none --export-json "$folder/one.json" "$*" \
+    hyperfine --shell none --ignore-failure --warmup 1 --runs 3 --style none --export-json "$folder/one.json" "$*" \
         >/dev/null 2>&1
     sed -n 's/.*"median": *\([0-9.e-]*\).*/\1/p' "$folder/one.json" | head -n 1 >>"$folder/$name.times"
     [ ! -e "$folder/$name.peak" ] || return 0
@@ -80,7 +80,7 @@ row() {
 milliseconds() {
     awk -v name="$1" -v limit="$2" -v seconds="$3" 'BEGIN {
         late = limit > 0 && seconds * 1000 > limit
-        printf "%-12s %10.1f ms%s%s\n", name, seconds * 1000, limit > 0 ? "   limit " limit : "", late ? "   ABOVE" : ""
+        printf "%-12s %10.1f ms%s%s\n", name, seconds * 1000, (limit > 0 ? "   limit " limit : ""), (late ? "   ABOVE" : "")
         exit late }' || failed=1
 }
 # seconds NAME LIMIT: prints the time and the memory of a row whose limit are seconds.
