@@ -3,14 +3,15 @@
 Storeys that are all alike are left out between break lines. The signs are those of the plan.
 """
 
+import residence_pipes
 from residence_base import PIPE_STYLE, RISER_STYLE, STANDARD, STYLE, TABLE_STYLE, text_width
+from residence_pipes import add_flow_switch
 
 # Storeys that are shown: name, level, where it is drawn; breaks lie between.
 STOREYS = [("1F", "±0.000", 0), ("2F", "2.900", 2600), ("9F", "23.200", 5800), ("10F", "26.100", 8400), ("18F", "49.300", 11600),
            ("屋面", "52.200", 14200)]
 FLOORS = {name: y for name, _, y in STOREYS}
 BREAKS = (4250, 10050)
-ACCESS_STOREYS = ("1F", "6F", "12F", "18F")  # where stacks of soil and waste have an opening
 BELOW = -1400  # where mains and outlets lie, below the ground floor
 SMALL = 250  # height of the texts
 
@@ -51,7 +52,21 @@ class Diagram:
         self.pen.lines(layer, (x, at - 200), (x - 250, at), (x - 250 - width, at))
         self.pen.text(layer, (x - 250 - width / 2, at + 50), name, SMALL, "CB", style=RISER_STYLE)
 
+    def top(self, x, y):
+        """What stands on the system's risers."""
+        {residence_pipes.AIR_VALVE: self.vent, residence_pipes.VENT_CAP: self.cap,
+         residence_pipes.ROOF_OUTLET: self.roof_outlet}[residence_pipes.TOPS[self.system]](x, y)
+
+    def accesses(self, x):
+        for storey, y in FLOORS.items():
+            if storey[:-1].isdigit() and int(storey[:-1]) in residence_pipes.ACCESS[self.system]:
+                self.access(x, y + 1000)
+
     # --- signs
+
+    def roof_outlet(self, x, y):
+        self.pen.box("给排-雨水斗", x - 160, y, x + 160, y + 110)
+        self.pen.arc("给排-雨水斗", (x, y + 110), 160, 0, 180)
 
     def valve(self, x, y, upright=False, size=140):
         points = [(-size, size / 2), (-size, -size / 2), (size, size / 2), (size, -size / 2)]
@@ -102,15 +117,8 @@ class Diagram:
         self.pipe((x, y), (x, y - 200))
         self.pen.path(layer, [(x - 90, y - 330), (x + 90, y - 330), (x, y - 200)], True)
 
-    def cleanout(self, x, y):
-        layer = self.layer("排水附件")
-        self.pen.circle(layer, (x, y), 150)
-        self.pen.lines(layer, (x - 150, y), (x + 150, y))
-        self.pen.lines(layer, (x, y - 150), (x, y + 150))
-
-    def roof_outlet(self, x, y):
-        self.pen.box("给排-雨水斗", x - 160, y, x + 160, y + 110)
-        self.pen.arc("给排-雨水斗", (x, y + 110), 160, 0, 180)
+    def flow_switch(self, x, y):
+        add_flow_switch(self.pen, self.layer("给水附件"), (x, y), (0, 1), 150)
 
     # --- the drawing's frame
 
@@ -137,14 +145,14 @@ def add_title(pen, at, title, scale):
 def cold_water(pen):
     diagram = Diagram(pen).of("J")
     diagram.storeys(8300, "给水系统图")
-    for x, low, high, name, served, source in ((2000, BELOW, FLOORS["9F"] + 1900, "JL-1", ("1F", "2F", "9F"), "接市政给水管 DN65"),
-                                               (5600, BELOW - 500, FLOORS["18F"] + 1900, "JL-2", ("10F", "18F"), "接加压给水管 DN65")):
+    for x, low, high, name, served, source in ((2000, BELOW, FLOORS["9F"] + 1900, "JL-1", ("1F", "2F", "9F"), "DN65 接引入管 DN100"),
+                                               (5600, BELOW - 500, FLOORS["18F"] + 1900, "JL-2", ("10F", "18F"), "DN65 接加压给水管")):
         diagram.riser(x, low, high, name, FLOORS["2F"] + 700)
         diagram.pipe((-500, low), (x, low))
         diagram.text((-500, low + 200), source)
         diagram.valve(x, -500, True)
         diagram.size((x - 220, 1700), "DN65", 90)
-        diagram.vent(x, high)
+        diagram.top(x, high)
         for storey in served:
             y = FLOORS[storey] + 1000
             diagram.pipe((x, y), (x + 1800, y))
@@ -152,6 +160,8 @@ def cold_water(pen):
             diagram.meter(x + 1050, y)
             diagram.size((x + 1300, y + 280), "DN25")
             diagram.text((x + 650, y - 330), "接户内 2路")
+    diagram.text((3900, FLOORS["屋面"] + 1150), "JL-1：1F–9F 市政管网直接供水", "CM")
+    diagram.text((3900, FLOORS["屋面"] + 700), "JL-2：10F–18F 加压供水", "CM")
     diagram.size((1780, FLOORS["9F"] + 450), "DN50", 90)
     diagram.size((5380, FLOORS["18F"] + 450), "DN50", 90)
 
@@ -173,7 +183,7 @@ def hot_water(pen):
         diagram.meter(2500, y)
         diagram.size((2350, y + 280), "DN20")
         diagram.text((1600, y - 330), "接户内 2路")
-    diagram.vent(3600, top)
+    diagram.top(3600, top)
     diagram.of("RH")
     diagram.riser(5400, BELOW - 500, top, "RHL-1", FLOORS["9F"] + 1300)
     diagram.pipe((3600, top), (5400, top))
@@ -189,7 +199,7 @@ def drainage(pen):
     roof, served = FLOORS["屋面"], ("2F", "9F", "10F", "18F")
     soil, vent, waste = 2300, 3900, 5500
     diagram.riser(soil, BELOW, roof + 1000, "WL-2", FLOORS["2F"] + 700)
-    diagram.cap(soil, roof + 1000)
+    diagram.top(soil, roof + 1000)
     diagram.pipe((-500, BELOW), (soil, BELOW))
     diagram.text((-500, BELOW + 250), "dn160 i=0.010")
     diagram.size((soil - 220, 650), "dn110", 90)
@@ -198,8 +208,7 @@ def drainage(pen):
         diagram.pipe((soil, y - 150), (soil - 150, y), (soil - 900, y))
         diagram.trap(soil - 900, y)
         diagram.size((soil - 550, y - 220), "dn110")
-    for storey in [one for one in ACCESS_STOREYS if one in FLOORS]:
-        diagram.access(soil, FLOORS[storey] + 1000)
+    diagram.accesses(soil)
     diagram.of("T")
     diagram.riser(vent, -500, roof - 700, "TL-2", FLOORS["9F"] + 1300)
     diagram.pipe((vent, -500), (soil, -900))
@@ -210,7 +219,7 @@ def drainage(pen):
         diagram.pipe((soil, y - 200), (vent, y + 200))
     diagram.of("F")
     diagram.riser(waste, BELOW - 600, roof + 1000, "FL-2", FLOORS["2F"] + 700)
-    diagram.cap(waste, roof + 1000)
+    diagram.top(waste, roof + 1000)
     diagram.pipe((-500, BELOW - 600), (waste, BELOW - 600))
     diagram.text((-500, BELOW - 350), "dn110 i=0.012")
     diagram.size((waste - 220, 1700), "dn110", 90)
@@ -221,8 +230,7 @@ def drainage(pen):
         diagram.trap(waste + 2200, y)
         diagram.size((waste + 700, y - 220), "dn75")
         diagram.size((waste + 1750, y - 220), "dn50")
-    for storey in [one for one in ACCESS_STOREYS if one in FLOORS]:
-        diagram.access(waste, FLOORS[storey] + 1000)
+    diagram.accesses(waste)
 
 
 def rain(pen):
@@ -233,8 +241,8 @@ def rain(pen):
     diagram.pipe((-500, BELOW), (x, BELOW))
     diagram.text((-500, BELOW + 250), "dn160 i=0.010")
     diagram.size((x + 230, 1700), "dn110", 90)
-    diagram.access(x, 1000)
-    diagram.roof_outlet(x, roof)
+    diagram.accesses(x)
+    diagram.top(x, roof)
     diagram.text((x - 200, roof + 520), "87型雨水斗 dn110", "CM")
 
 
@@ -244,11 +252,12 @@ def hydrants(pen):
     x, roof = 2000, FLOORS["屋面"]
     diagram.riser(x, BELOW, roof + 1100, "XHL-1", FLOORS["2F"] + 700)
     diagram.pipe((-500, BELOW), (4600, BELOW))
-    diagram.text((-500, BELOW + 250), "引入管 DN100")
+    diagram.text((-500, BELOW + 250), "接室外环管 DN150")
     # Both risers are joined at the foot and below the roof.
     diagram.pipe((x, roof - 300), (4600, roof - 300))
     for y in (BELOW, roof - 300):
         diagram.text((x + 350, y + 250), "DN100 接 XHL-2")
+    diagram.size((600, BELOW - 280), "DN100")
     diagram.valve(x, -500, True)
     diagram.size((x - 220, 1700), "DN100", 90)
     for storey in ("1F", "2F", "9F", "10F", "18F", "屋面"):
@@ -256,7 +265,7 @@ def hydrants(pen):
         diagram.pipe((x, y), (x + 900, y))
         diagram.hydrant(x + 900, y)
         diagram.size((x + 500, y + 220), "DN65")
-    diagram.vent(x, roof + 1100)
+    diagram.top(x, roof + 1100)
     diagram.valve(x, FLOORS["18F"] + 2100, True)
     diagram.text((x + 1200, roof + 1100), "试验消火栓")
 
@@ -270,18 +279,18 @@ def sprinklers(pen):
     diagram.text((-500, BELOW + 250), "接湿式报警阀组 DN100")
     diagram.valve(x, -500, True)
     diagram.size((x - 220, 1300), "DN100", 90)
-    diagram.vent(x, FLOORS["18F"] + 2300)
+    diagram.top(x, FLOORS["18F"] + 2300)
     for storey in ("1F", "2F", "9F", "10F", "18F"):
         y = FLOORS[storey] + 2150
         diagram.pipe((x, y), (6300, y))
         diagram.valve(x + 450, y)
-        add_flow_switch(diagram.pen, (x + 950, y), 150)
+        diagram.flow_switch(x + 950, y)
         for head in (3700, 4500, 5300):
             diagram.head(head, y)
-        diagram.size((3300, y + 180), "DN50")
+        diagram.size((3350, y + 260), "DN50")
         diagram.pipe((6300, y), (6300, y - 600))
         diagram.valve(6300, y - 750, True, 110)
-        diagram.size((4950, y + 180), "DN25")
+        diagram.size((4950, y + 260), "DN25")
     diagram.text((5650, FLOORS["18F"] + 950), "末端试水")
 
 
@@ -300,38 +309,73 @@ LINES = [("J", "生活给水管"), ("RJ", "热水给水管"), ("RH", "热水回�
          ("XH", "消火栓给水管"), ("ZP", "自动喷水给水管")]
 
 
+# Cells of the table: width of the sign's and of the text's, of each pair of columns.
+COLUMNS, ROW_HEIGHT = [(3000, 3400), (2200, 2700), (2200, 2700)], 900
+
+
+def signs(pen, diagram):
+    """System, what draws it around a place, meaning; where plan and diagram differ, the plan's comes first."""
+    fixture = lambda name, up: lambda x, y: pen.insert("给排-洁具", name, (x, y + up))
+    pair = lambda first, second, down: lambda x, y: (first(diagram, x - 450, y), second(x + 450, y + down))
+    return [
+        [("W", lambda x, y: pen.circle(diagram.layer("井"), (x, y), 250), "检查井、阀门井"),
+         ("W", lambda x, y: (pen.box(diagram.layer("设备"), x - 300, y - 300, x + 300, y + 300),
+                             pen.lines(diagram.layer("设备"), (x - 300, y - 300), (x + 300, y + 300))), "化粪池")],
+        [("J", diagram.valve, "闸阀"), ("J", lambda x, y: stop_sign(diagram, x, y), "截止阀"), ("ZP", diagram.valve, "信号阀"),
+         ("J", diagram.meter, "水表"), ("J", lambda x, y: diagram.vent(x, y - 160), "自动排气阀"),
+         ("ZP", lambda x, y: diagram.flow_switch(x, y - 200), "水流指示器"), ("ZP", pair(head_sign, diagram.head, 160), "喷头"),
+         ("XH", lambda x, y: (pen.insert("给排-消火栓", "消火栓箱", (x - 400, y + 120)), diagram.hydrant(x + 350, y)), "消火栓"),
+         ("F", pair(drain_sign, diagram.floor_drain, -280), "地漏"), ("F", lambda x, y: cleanout_sign(diagram, x, y), "清扫口"),
+         ("F", lambda x, y: diagram.access(x - 70, y), "检查口")],
+        [("F", lambda x, y: diagram.cap(x, y - 80), "通气帽"), ("Y", lambda x, y: diagram.roof_outlet(x, y - 120), "雨水斗"),
+         ("F", lambda x, y: diagram.trap(x + 160, y - 230), "存水弯"),
+         ("F", lambda x, y: pen.circle(diagram.layer("立管"), (x, y), 150), "立管"),
+         ("F", lambda x, y: fall_sign(diagram, x, y), "坡度及坡向"),
+         ("F", lambda x, y: pen.insert("给排-洁具", "坐便器", (x - 340, y), 90), "坐便器"),
+         ("F", fixture("洗脸盆", 250), "洗脸盆"), ("F", fixture("洗涤盆", 225), "洗涤盆"), ("F", fixture("淋浴器", 90), "淋浴器"),
+         ("F", fixture("洗衣机", 300), "洗衣机"), ("ZP", lambda x, y: diagram.valve(x, y, True, 110), "试水阀（系统）")]]
+
+
 def add_legend(pen):
-    """Two columns of a sign and what it means: lines, and fittings to the east of them."""
+    """Pairs of columns, a sign and what it means: lines and the site's signs, then fittings and fixtures."""
     diagram = Diagram(pen)
-    line = lambda x, y: pen.lines(diagram.layer("管线"), (x - 1500, y), (x + 1500, y))
-    lines = [(system, line, name) for system, name in LINES] + [
-        ("J", lambda x, y: pen.circle(diagram.layer("立管"), (x, y), 150), "立管"), ("F", diagram.cleanout, "清扫口"),
-        ("J", lambda x, y: pen.insert("给排-洁具", "淋浴器", (x, y + 80)), "淋浴器")]
-    fittings = [("J", diagram.valve, "闸阀、截止阀"), ("J", diagram.meter, "水表"),
-                ("J", lambda x, y: diagram.vent(x, y - 160), "自动排气阀"), ("F", lambda x, y: drain_sign(diagram, x, y), "地漏"),
-                ("F", lambda x, y: diagram.access(x - 70, y), "检查口"), ("F", lambda x, y: diagram.cap(x, y - 80), "通气帽"),
-                ("Y", lambda x, y: diagram.roof_outlet(x, y - 130), "雨水斗"),
-                ("XH", lambda x, y: diagram.hydrant(x - 100, y), "消火栓"),
-                ("ZP", diagram.valve, "信号闸阀"), ("ZP", lambda x, y: add_flow_switch(pen, (x, y), 150), "水流指示器"),
-                ("ZP", lambda x, y: head_sign(diagram, x, y), "喷头（平面）"), ("ZP", lambda x, y: diagram.head(x, y + 170), "喷头（系统）")]
-    top, high = 500, 700
-    pen.text("公用-表格", (6300, top + 450), "图例", 500, "CM", style=TABLE_STYLE)
-    for number in range(len(lines) + 1):
-        pen.lines("公用-表格", (0, top - number * high), (12600, top - number * high))
-    for x in (0, 3600, 7800, 10000, 12600):
-        pen.lines("公用-表格", (x, top), (x, top - len(lines) * high))
-    for column, middle, start in ((lines, 1800, 3800), (fittings, 8900, 10150)):
-        for number, (system, sign, meaning) in enumerate(column):
-            y = top - (number + 0.5) * high
+    run = lambda system: lambda x, y: pen.lines(STANDARD.layer(system, "管线"), (x - 1250, y), (x + 1250, y))
+    columns = signs(pen, diagram)
+    columns[0] = [(system, run(system), name) for system, name in LINES] + columns[0]
+    rows, width = max(map(len, columns)), sum(map(sum, COLUMNS))
+    pen.text("公用-表格", (width / 2, 950), "图例", 500, "CM", style=TABLE_STYLE)
+    for number in range(rows + 1):
+        pen.lines("公用-表格", (0, 500 - number * ROW_HEIGHT), (width, 500 - number * ROW_HEIGHT))
+    west = 0
+    for cells, (sign_width, text_wide) in zip(columns, COLUMNS):
+        for x in (west, west + sign_width):
+            pen.lines("公用-表格", (x, 500), (x, 500 - rows * ROW_HEIGHT))
+        for number, (system, sign, meaning) in enumerate(cells):
+            y = 50 - number * ROW_HEIGHT
             diagram.of(system)
-            sign(middle, y)
-            pen.text("公用-表格", (start, y), meaning, 350, "LM", style=TABLE_STYLE)
+            sign(west + sign_width / 2, y)
+            pen.text("公用-表格", (west + sign_width + 150, y), meaning, 350, "LM", style=TABLE_STYLE)
+        west += sign_width + text_wide
+    pen.lines("公用-表格", (west, 500), (west, 500 - rows * ROW_HEIGHT))
 
 
-def add_flow_switch(pen, at, radius):
-    layer = STANDARD.layer("ZP", "给水附件")
-    pen.circle(layer, at, radius)
-    pen.text(layer, at, "L", 1.2 * radius, "CM")
+def stop_sign(diagram, x, y):
+    diagram.valve(x, y)
+    diagram.pen.dot(diagram.layer("阀门"), (x, y), 50)
+
+
+def cleanout_sign(diagram, x, y):
+    layer = diagram.layer("排水附件")
+    diagram.pen.circle(layer, (x, y), 150)
+    for side in (-106, 106):
+        diagram.pen.lines(layer, (x - 106, y - side), (x + 106, y + side))
+
+
+def fall_sign(diagram, x, y):
+    layer = diagram.layer("管道坡度")
+    diagram.pen.text(layer, (x, y + 40), "i=0.026", SMALL, "CB", style=STYLE)
+    diagram.pen.lines(layer, (x - 600, y - 60), (x + 600, y - 60))
+    diagram.pen.lines(layer, (x + 420, y - 10), (x + 600, y - 60), (x + 420, y - 110))
 
 
 def drain_sign(diagram, x, y):

@@ -1,6 +1,6 @@
 """The design of a storey: what lies in a flat, what in the stairwell, and the texts of both."""
 
-from residence_diagrams import add_flow_switch
+from residence_base import STANDARD
 from residence_network import ARROW, CLEANOUT, DIAMETER, DRAIN, HEAD, METER, SLOPE, STOP, VALVE
 
 FALL = "0.026"
@@ -86,9 +86,9 @@ CORE = [
     ("ZP", "DN25", [(12600, 5850), (13000, 5850)]),
 ]
 CORE_RISERS = [
-    ("ZP", "DN100", (12600, 8200), (12600, 9500), -1), ("J", "DN65", (12730, 7850), (12730, 9830), -1),
-    ("J", "DN65", (12880, 8200), (12880, 10160), -1), ("RJ", "DN50", (13030, 7850), (13030, 10490), -1),
-    ("RH", "DN32", (13180, 8200), (13180, 10820), -1), ("XH", "DN100", (9330, 6660), (9100, 5200), -1),
+    ("ZP", "DN100", (12600, 8200), (12600, 9690), -1), ("J", "DN65", (12730, 7850), (12730, 10020), -1),
+    ("J", "DN65", (12880, 8200), (12880, 10350), -1), ("RJ", "DN50", (13030, 7850), (13030, 10680), -1),
+    ("RH", "DN32", (13180, 8200), (13180, 11010), -1), ("XH", "DN100", (9330, 6660), (9100, 5200), -1),
 ]
 CORE_FITTINGS = [
     ("J", VALVE, (12730, 7380), 150, 270), ("J", METER, (12730, 7130), 180, 270), ("J", VALVE, (12960, 7650), 150, 0),
@@ -97,13 +97,18 @@ CORE_FITTINGS = [
     ("ZP", HEAD, (8500, 5850), 160, 0), ("ZP", HEAD, (10800, 5850), 160, 0), ("ZP", HEAD, (13000, 5850), 160, 0),
     ("ZP", STOP, (8000, 5500), 130, 270),
 ]
-# Signs that no kind of attachment has: middle, radius.
-FLOW_SWITCHES = [((12600, 6050), 75)]
+# After the signal valve: where they are on the pipe, and the way to the sign.
+FLOW_SWITCHES = [("ZP", (12600, 6640), (-1, 0))]
+# What stands at the top of each riser, and on which storeys it has an opening for inspection.
+AIR_VALVE, VENT_CAP, ROOF_OUTLET = "自动排气阀", "通气帽", "雨水斗"
+TOPS = {"J": AIR_VALVE, "RJ": AIR_VALVE, "XH": AIR_VALVE, "ZP": AIR_VALVE, "W": VENT_CAP, "F": VENT_CAP, "Y": ROOF_OUTLET}
+# Plastic stacks: at the foot, at the top, and on every sixth storey (GB 50015).
+ACCESS = {"W": (1, 6, 12, 18), "F": (1, 6, 12, 18), "Y": (1,)}
 CORE_TEXTS = [("J", DIAMETER, (10500, 6570), 0, "DN25"), ("RJ", DIAMETER, (11500, 6070), 0, "DN20"),
               ("ZP", DIAMETER, (11600, 5670), 0, "DN32"), ("ZP", DIAMETER, (9700, 5680), 0, "DN25")]
 CORE_DETAIL = [("J", DIAMETER, (11100, 6490), 0, "DN25"), ("RJ", DIAMETER, (10700, 6160), 0, "DN20"),
                ("ZP", DIAMETER, (12200, 5940), 0, "DN32"), ("ZP", DIAMETER, (9050, 5940), 0, "DN25"),
-               ("ZP", DIAMETER, (12500, 6610), 90, "DN50")]
+               ("ZP", DIAMETER, (12510, 6050), 90, "DN50")]
 
 
 def add_flat(network, pen, detailed):
@@ -121,6 +126,14 @@ def add_flat(network, pen, detailed):
         network.hang(pen, system, SLOPE, at, "i=" + FALL, 125, rotation, True)
 
 
+def add_flow_switch(pen, layer, at, way, radius):
+    """A circle with a letter, beside the pipe."""
+    stem, middle = (tuple(a + b * radius * far for a, b in zip(at, way)) for far in (0.5, 1.5))
+    pen.lines(layer, at, stem)
+    pen.circle(layer, middle, radius)
+    pen.text(layer, middle, "L", radius * 1.2, "CM")
+
+
 def add_core(network, pen, detailed):
     for system, size, points in CORE:
         network.run(pen, system, size, points)
@@ -128,8 +141,8 @@ def add_core(network, pen, detailed):
         network.riser(pen, *row)
     for system, kind, at, size, rotation in CORE_FITTINGS:
         network.hang(pen, system, kind, at, None, size, rotation)
-    for at, radius in FLOW_SWITCHES:
-        add_flow_switch(pen, at, radius)
+    for system, at, way in FLOW_SWITCHES:
+        add_flow_switch(pen, STANDARD.layer(system, "给水附件"), at, way, 110)
     for system, kind, at, rotation, text in CORE_TEXTS:
         network.hang(pen, system, kind, at, text, 250, rotation)
     for system, kind, at, rotation, text in CORE_DETAIL if detailed else []:

@@ -4,7 +4,7 @@ import residence_fixtures
 import residence_pipes
 from dxfwriter import PAPER
 from residence_base import TABLE_STYLE, Pen
-from residence_diagrams import ACCESS_STOREYS, add_title
+from residence_diagrams import add_title
 from residence_network import CLEANOUT, DRAIN, HEAD, METER, STOP, VALVE
 from residence_walls import UNIT, Dimensions
 
@@ -20,10 +20,11 @@ OF_PLAN = ["给排-%s-管径文字" % name for name in ("生活给水", "热水�
 NOTES = ["设计说明", "1. 本图尺寸以毫米计，标高以米计；±0.000 为首层室内地面。",
          "2. 给水管、热水管为公称直径 DN；排水塑料管为外径 dn。", "3. 生活给水采用 PPR 管，热水采用薄壁不锈钢管，吊顶内敷设；",
          "    热水管保温厚 30；排水采用 UPVC 管，立管设伸缩节。", "4. 污水、废水横支管坡度 i=0.026；地漏水封不小于 50。",
-         "5. 消火栓栓口距地 1.10，箱内配 DN65 栓、25m 水带；立管在底部和顶部连成环。", "6. 喷头为直立型 K80，68℃；每层设水流指示器、信号阀与试水阀。",
-         "7. 1F 至 9F 由市政管网直接供水（JL-1），10F 至 18F 由泵房加压供水（JL-2）。",
-         "8. 生活泵房、消防泵房、热水机房、报警阀间设于地下室，见地下室图纸。",
-         "9. 检查口设于 " + "、".join(ACCESS_STOREYS) + "，雨水立管设于 1F，中心距地 1.00。"]
+         "5. 消火栓栓口距地 1.10，箱内配 DN65 栓、25m 水带；两立管在底部和屋面下连成环。", "6. 喷头为直立型 K80，68℃；每层设水流指示器、信号阀与试水阀。",
+         "7. 1F–9F 由 JL-1、JL-3 市政管网直接供水，10F–18F 由 JL-2、JL-4 加压供水；",
+         "    本图按 1F–9F 绘制，10F–18F 由 JL-2、JL-4 接出，其余相同。",
+         "8. 加压给水、热水、喷淋引自地下室泵房、热水机房、报警阀间，消火栓接小区消防环网，不在本套图内。",
+         "9. 污水、废水立管检查口设于 " + "、".join("%dF" % storey for storey in residence_pipes.ACCESS["W"]) + "，雨水立管设于 1F。"]
 HEIGHTS = ["给水点安装高度（H 为楼面标高）：洗脸盆 H+0.45，坐便器 H+0.15，", "淋浴器 H+1.15，洗涤盆 H+1.00，洗衣机 H+1.20。"]
 STOREYS, FLATS, UNITS = 18, 4, 2
 
@@ -37,44 +38,47 @@ def fittings(rows, times, system, kind):
     return STOREYS * times * sum(row[:2] == (system, kind) for row in rows)
 
 
-def stacks(size, *systems):
-    """How many drains' risers of a diameter the building has."""
-    return FLATS * sum(row[0] in systems and row[1] == size for row in residence_pipes.RISERS)
+def on_risers(holds):
+    """The sum of what a riser of a system has, over all risers of the building."""
+    return (FLATS * sum(holds(row[0]) for row in residence_pipes.RISERS) +
+            UNITS * sum(holds(row[0]) for row in residence_pipes.CORE_RISERS))
 
 
 def materials():
-    """The rows of the table, counted from the design of a storey and its risers."""
+    """The rows of the table; what can be counted is, from the design of a storey."""
     fixture = lambda name: in_flats(residence_fixtures.FLAT, 0, name)
     flat = lambda system, kind: fittings(residence_pipes.FITTINGS, FLATS, system, kind)
     core = lambda system, kind: fittings(residence_pipes.CORE_FITTINGS, UNITS, system, kind)
+    top = lambda name: on_risers(lambda system: residence_pipes.TOPS.get(system) == name)
+    access = on_risers(lambda system: len(residence_pipes.ACCESS.get(system, [])))
     rows = [("旋翼式水表（冷水）", "DN20", "只", core("J", METER)), ("旋翼式水表（热水）", "DN20", "只", core("RJ", METER)),
             ("闸阀（冷水）", "DN25", "个", core("J", VALVE)), ("闸阀（热水）", "DN20", "个", core("RJ", VALVE)),
             ("截止阀（冷水）", "DN25", "个", flat("J", STOP)), ("截止阀（热水）", "DN20", "个", flat("RJ", STOP)),
             ("坐便器", "节水型 3/6L", "套", fixture("坐便器")), ("洗脸盆", "台上盆", "套", fixture("洗脸盆")),
             ("洗涤盆", "双槽不锈钢", "套", fixture("洗涤盆")), ("直通式地漏", "dn75 水封 50", "个", flat("F", DRAIN)),
-            ("清扫口", "dn50", "个", flat("F", CLEANOUT))]
-    for size in ("dn110", "dn75"):
-        foul, rain = stacks(size, "W", "F"), stacks(size, "Y")
-        rows += [("立管检查口", size, "个", len(ACCESS_STOREYS) * foul + rain), ("通气帽", size, "个", foul)]
-    vented = sum(row[0] in ("J", "RJ", "XH", "ZP") for row in residence_pipes.CORE_RISERS)
-    rows += [("87型雨水斗", "dn110", "个", stacks("dn110", "Y")), ("自动排气阀", "DN20", "个", UNITS * vented),
-             # One more on the roof, for tests.
-             ("室内消火栓", "SN65 单栓", "套", STOREYS * UNITS + 1),
-             ("信号闸阀（喷淋）", "DN50", "个", core("ZP", VALVE)),
-             ("水流指示器", "DN50", "个", STOREYS * UNITS * len(residence_pipes.FLOW_SWITCHES)),
-             ("试水阀（喷淋）", "DN25", "个", core("ZP", STOP)), ("喷头", "K80 直立型", "个", core("ZP", HEAD))]
+            ("淋浴器", "混合式", "套", fixture("淋浴器")), ("清扫口", "dn50", "个", flat("F", CLEANOUT)),
+            ("立管检查口", "dn75–dn110", "个", access), ("通气帽", "dn75–dn110", "个", top(residence_pipes.VENT_CAP)),
+            ("雨水斗", "87型 dn110", "个", top(residence_pipes.ROOF_OUTLET)),
+            ("自动排气阀", "DN20", "个", top(residence_pipes.AIR_VALVE)),
+            # One more on the roof, for tests.
+            ("室内消火栓", "SN65 单栓", "套", STOREYS * UNITS + 1),
+            ("信号闸阀（喷淋）", "DN50", "个", core("ZP", VALVE)),
+            ("水流指示器", "DN50", "个", STOREYS * UNITS * len(residence_pipes.FLOW_SWITCHES)),
+            ("试水阀（喷淋）", "DN25", "个", core("ZP", STOP)), ("喷头", "K80 直立型", "个", core("ZP", HEAD))]
     return [("序号", "名称", "规格", "单位", "数量")] + [(str(i + 1), *row[:3], str(row[3])) for i, row in enumerate(rows)]
 
 
 def add_detail_marks(pen):
     """Around the enlarged part in the plan: a broken line and the sign that tells the sheet; within: dimensions, heights."""
     pen.box("给排-虚线", -350, 4450, 7750, 9950)
-    pen.lines("公用-索引符号", (600, 9950), (600, 10600))
-    pen.circle("公用-索引符号", (600, 11000), 400)
-    pen.lines("公用-索引符号", (200, 11000), (3300, 11000))
-    for text, up in (("1", 200), ("04", -200)):
-        pen.text("公用-索引符号", (600, 11000 + up), text, 280, "CM")
-    pen.text("公用-索引符号", (1080, 11070), "卫生间、厨房大样", 300)
+    # Clear of the axes 1, 2 and F.
+    x, y = 800, 10900
+    pen.lines("公用-索引符号", (x, 9950), (x, y - 450))
+    pen.circle("公用-索引符号", (x, y), 450)
+    pen.lines("公用-索引符号", (x - 450, y), (3450, y))
+    for text, up in (("1", 225), ("04", -225)):
+        pen.text("公用-索引符号", (x, y + up), text, 300, "CM")
+    pen.text("公用-索引符号", (x + 550, y + 70), "卫生间、厨房大样", 300)
     dimensions = Dimensions(pen, "公用-标注", "给排-50", 50)
     dimensions.chain([0, 3600, 5400, 7500], 9750, 10650)
 
@@ -133,9 +137,9 @@ def add_first(drawing):
     caption(pen, (300, 178), "标准层给排水平面图", "1:100")
     view(pen, 3, (30, 46), (136, 106), 500, (SITE[0] + 23500, SITE[1] + 9000))
     caption(pen, (92, 28), "室外给排水总平面图", "1:500")
-    view(pen, 4, (196, 60), (130, 100), 100, (LEGEND[0] + 6300, LEGEND[1] - 3300))
+    view(pen, 4, (192, 48), (170, 114), 100, (LEGEND[0] + 8100, LEGEND[1] - 4100))
     for row, text in enumerate(NOTES):
-        pen.text("公用-文字", (345, 166 - row * 8.5), text, 5 if row == 0 else 3.5, "LB")
+        pen.text("公用-文字", (380, 162 - row * 8), text, 5 if row == 0 else 3.5, "LB")
 
 
 def add_second(drawing):
@@ -149,7 +153,7 @@ def add_second(drawing):
     caption(pen, (110, 46), "1  户型卫生间、厨房大样图", "1:50")
     view(pen, 4, (222, 52), (136, 140), 50, (10500, 8000), OF_PLAN + ["公用-标注"])
     caption(pen, (285, 30), "合用前室、水井大样图", "1:50")
-    x, y, high, columns = 384, 196, 5.5, (0, 14, 70, 122, 146, 186)
+    x, y, high, columns = 384, 193, 5.6, (0, 14, 70, 122, 146, 186)
     pen.text("公用-表格", (x + 93, y + 4), "主要设备材料表", 5, "CB", style=TABLE_STYLE)
     rows = materials()
     for row in range(len(rows) + 1):
@@ -158,7 +162,7 @@ def add_second(drawing):
         pen.lines("公用-表格", (x + at, y), (x + at, y - len(rows) * high))
     for row, cells in enumerate(rows):
         for (left, right), text in zip(zip(columns, columns[1:]), cells):
-            pen.text("公用-表格", (x + (left + right) / 2, y - (row + 0.5) * high), text, 3, "CM", style=TABLE_STYLE)
+            pen.text("公用-表格", (x + (left + right) / 2, y - (row + 0.5) * high), text, 3.5, "CM", style=TABLE_STYLE)
 
 
 def add_titles(pen):

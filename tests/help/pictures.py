@@ -45,6 +45,7 @@ FONTS = """<?xml version="1.0"?>
 RESIDENCE = "examples/residence.dxf"
 SHEET = "水施-04 系统与大样"
 DETAIL = (28, 57, 206, 198)
+DIAGRAMS = (38, 205, 340, 404)
 GREY = "examples/scripts/architecture-on-one-layer.scr"
 # Of the pages of tasks: by name the lines that building.dxf is drawn after, and whether what they changed is shown.
 TASKS = {
@@ -56,9 +57,9 @@ TASKS = {
 PICTURE_SIZE = ("--paper", "297x210", "--dpi", "40")
 # Of README: by name the script, what is cut out and the dots per inch.
 README = {
-    "residence-sheet": (None, None, 68),
-    "residence-detail": (None, DETAIL, 72),
-    "residence-detail-grey": (GREY, DETAIL, 72),
+    "residence-diagrams": (None, DIAGRAMS, 84),
+    "residence-detail": (None, DETAIL, 64),
+    "residence-detail-grey": (GREY, DETAIL, 64),
 }
 
 
