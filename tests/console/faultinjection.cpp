@@ -4,6 +4,7 @@
 // the program is killed there (what = kill), or only half of a write is done (what = 0), or the file QRS_FAULT_FILE is
 // cut to nothing (what = cut) or written over (what = rewrite) and the call done. With QRS_FAULT_FILE only that file's
 // mappings count. When the fault has happened, a file QRS_FAULT_MARK is there.
+#include <pthread.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -112,6 +113,12 @@ int link(const char* from, const char* to) noexcept {
 int rename(const char* from, const char* to) noexcept {
     static auto* const real = original<int(const char*, const char*)>("rename");
     return strikes("rename") ? -1 : real(from, to);
+}
+
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*run)(void*), void* data) noexcept {
+    using Create = int(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+    static auto* const real = original<Create>("pthread_create");
+    return strikes("thread") ? errno : real(thread, attributes, run, data);
 }
 
 }  // extern "C"

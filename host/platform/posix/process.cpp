@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <system_error>
 #include <thread>
 
 #include "host/platform/codepage.h"
@@ -82,13 +83,18 @@ void removeTemporariesWhenEnded(bool withInterrupt) {
     }
     // Taken by a thread that waits for them: a handler could use neither the allocator nor a lock.
     pthread_sigmask(SIG_BLOCK, &watched, nullptr);
-    std::thread([watched] {
-        int signal = 0;
-        if (sigwait(&watched, &signal) != 0) return;
-        removeTemporariesForGood();
+    try {
+        std::thread([watched] {
+            int signal = 0;
+            if (sigwait(&watched, &signal) != 0) return;
+            removeTemporariesForGood();
+            pthread_sigmask(SIG_UNBLOCK, &watched, nullptr);
+            raise(signal);
+        }).detach();
+    } catch (const std::system_error&) {
+        // No thread is to be had: who ends the program leaves its temporaries, as one who kills it does.
         pthread_sigmask(SIG_UNBLOCK, &watched, nullptr);
-        raise(signal);
-    }).detach();
+    }
 }
 
 bool isTerminal(int descriptor) {
