@@ -113,7 +113,8 @@ TEST(Sharing, RealDrawings) {
          {fs::path(QRS_SOURCE_DIR) / "examples", fs::path(QRS_SOURCE_DIR) / ".." / "shared" / "corpus" / "dxf"}) {
         std::error_code none;
         for (const auto& entry : fs::recursive_directory_iterator(folder, none)) {
-            if (entry.path().extension() == ".dxf") files.push_back(entry.path());
+            const fs::path kind = entry.path().extension();
+            if (kind == ".dxf" || kind == ".DXF") files.push_back(entry.path());
         }
     }
     ASSERT_FALSE(files.empty());
