@@ -7,7 +7,7 @@
 
 namespace qrs::platform {
 
-// How many processors this program may use; 1 where the system does not tell.
+// How many processors the machine has; 1 where the system does not tell.
 unsigned processorCount();
 
 class Beside {
