@@ -76,12 +76,13 @@ class Parts {
     // count: a power of two.
     Parts(const Elements& elements, std::size_t begin, std::size_t end, std::size_t count)
         : ends_(count + 1), places_(end - begin) {
+        const auto partOf = [&](std::size_t i) { return static_cast<std::size_t>(elements[i] & (count - 1)); };
         for (std::size_t i = begin; i < end; ++i)
-            ++ends_[(elements[i] & (count - 1)) + 1];
+            ++ends_[partOf(i) + 1];
         std::partial_sum(ends_.begin(), ends_.end(), ends_.begin());
         std::vector<std::size_t> next(ends_);
         for (std::size_t i = begin; i < end; ++i)
-            places_[next[elements[i] & (count - 1)]++] = {elements[i], static_cast<std::uint32_t>(i)};
+            places_[next[partOf(i)]++] = {elements[i], static_cast<std::uint32_t>(i)};
     }
     Part operator[](std::size_t i) const { return {places_.data() + ends_[i], places_.data() + ends_[i + 1]}; }
 
