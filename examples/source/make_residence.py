@@ -27,8 +27,6 @@ from residence_network import Network
 from residence_walls import UNIT
 
 BUILDING = "1#楼"
-
-
 REFERENCE = "residence-site"
 
 
@@ -78,7 +76,7 @@ def build_residence(site):
         residence_fixtures.add_core(pen.frame(x))
         residence_pipes.add_core(network, pen.frame(x), x == 0)
     network.finish()
-    residence_diagrams.add_title(pen, (UNIT, -8200), "标准层给排水平面图", "1:100")
+    residence_diagrams.add_title(pen, (UNIT, -8200), "1F–18F 标准层给排水平面图", "1:100")
     residence_diagrams.add_diagrams(pen.frame(*residence_sheets.DIAGRAMS))
     residence_diagrams.add_legend(pen.frame(*residence_sheets.LEGEND))
     residence_sheets.add_detail_marks(pen)

@@ -57,12 +57,24 @@ class Diagram:
         {residence_pipes.AIR_VALVE: self.vent, residence_pipes.VENT_CAP: self.cap,
          residence_pipes.ROOF_OUTLET: self.roof_outlet}[residence_pipes.TOPS[self.system]](x, y)
 
-    def accesses(self, x):
+    def accesses(self, x, side=1):
         for storey, y in FLOORS.items():
             if storey[:-1].isdigit() and int(storey[:-1]) in residence_pipes.ACCESS[self.system]:
-                self.access(x, y + 1000)
+                self.access(x, y + 1000, side)
+
+    def valves(self, x, *below_roof):
+        """Of a riser, where its system's have them."""
+        for place, y in zip(residence_pipes.RISER_VALVES[self.system], (-500, *below_roof)):
+            self.valve(x, y, True)
 
     # --- signs
+
+    def end_cleanout(self, x, y):
+        """A closed end that can be opened."""
+        layer = self.layer("排水附件")
+        self.pen.lines(layer, (x, y - 130), (x, y + 130))
+        self.pen.lines(layer, (x + 70, y - 90), (x + 70, y + 90))
+        self.pen.lines(layer, (x, y), (x + 70, y))
 
     def roof_outlet(self, x, y):
         self.pen.box("给排-雨水斗", x - 160, y, x + 160, y + 110)
@@ -83,11 +95,11 @@ class Diagram:
         self.pen.circle(layer, (x, y + 110), 110)
         self.pen.lines(layer, (x, y + 220), (x, y + 330), (x + 90, y + 330))
 
-    def access(self, x, y):
-        """The opening for inspection: a branch with a closed end."""
-        layer = self.layer("排水附件")
-        self.pen.lines(layer, (x, y - 90), (x + 150, y), (x, y + 90))
-        self.pen.lines(layer, (x + 150, y - 110), (x + 150, y + 110))
+    def access(self, x, y, side=1):
+        """The opening for inspection: a branch with a closed end, to the east (1) or west (-1)."""
+        layer, end = self.layer("排水附件"), x + 150 * side
+        self.pen.lines(layer, (x, y - 90), (end, y), (x, y + 90))
+        self.pen.lines(layer, (end, y - 110), (end, y + 110))
 
     def cap(self, x, y):
         layer = self.layer("排水附件")
@@ -122,13 +134,14 @@ class Diagram:
 
     # --- the drawing's frame
 
-    def storeys(self, width, title):
+    def storeys(self, width, title, alike):
         for name, level, y in STOREYS:
             self.pen.lines("公用-标高", (-600, y), (width, y))
             self.pen.path("公用-标高", [(-450, y), (-300, y + 150), (-600, y + 150)], True)
             self.pen.text("公用-标高", (-650, y + 190), level, SMALL, "LB")
             self.pen.text("公用-标高", (-700, y), name, SMALL, "RM")
         add_title(self.pen, (width / 2, -3100), title, "")
+        self.text((width / 2 + text_width(title, 500) / 2 + 350, -3000), alike)
 
 
 def add_title(pen, at, title, scale):
@@ -144,22 +157,25 @@ def add_title(pen, at, title, scale):
 
 def cold_water(pen):
     diagram = Diagram(pen).of("J")
-    diagram.storeys(8300, "给水系统图")
+    diagram.storeys(8300, "给水系统图", "JL-3、JL-4 与此相同")
     for x, low, high, name, served, source in ((2000, BELOW, FLOORS["9F"] + 1900, "JL-1", ("1F", "2F", "9F"), "DN65 接引入管 DN100"),
                                                (5600, BELOW - 500, FLOORS["18F"] + 1900, "JL-2", ("10F", "18F"), "DN65 接加压给水管")):
         diagram.riser(x, low, high, name, FLOORS["2F"] + 700)
         diagram.pipe((-500, low), (x, low))
         diagram.text((-500, low + 200), source)
-        diagram.valve(x, -500, True)
+        diagram.valves(x)
         diagram.size((x - 220, 1700), "DN65", 90)
         diagram.top(x, high)
         for storey in served:
-            y = FLOORS[storey] + 1000
-            diagram.pipe((x, y), (x + 1800, y))
-            diagram.valve(x + 450, y)
-            diagram.meter(x + 1050, y)
-            diagram.size((x + 1300, y + 280), "DN25")
-            diagram.text((x + 650, y - 330), "接户内 2路")
+            y = FLOORS[storey] + 750
+            diagram.pipe((x, y), (x + 200, y))
+            diagram.pipe((x + 200, y), (x + 200, y + 450))
+            for way in (y, y + 450):
+                diagram.pipe((x + 200, way), (x + 1800, way))
+                diagram.valve(x + 600, way)
+                diagram.meter(x + 1150, way)
+            diagram.size((x + 1500, y + 650), "DN25")
+            diagram.text((x + 650, y - 300), "接户内")
     diagram.text((3900, FLOORS["屋面"] + 1150), "JL-1：1F–9F 市政管网直接供水", "CM")
     diagram.text((3900, FLOORS["屋面"] + 700), "JL-2：10F–18F 加压供水", "CM")
     diagram.size((1780, FLOORS["9F"] + 450), "DN50", 90)
@@ -168,37 +184,40 @@ def cold_water(pen):
 
 def hot_water(pen):
     diagram = Diagram(pen).of("RJ")
-    diagram.storeys(6400, "热水系统图")
+    diagram.storeys(6400, "热水系统图", "RJL-2、RHL-2 同")
     top = FLOORS["屋面"] - 500
     diagram.riser(3600, BELOW, top, "RJL-1", FLOORS["9F"] + 1900)
     diagram.pipe((-500, BELOW), (3600, BELOW))
     diagram.text((-500, BELOW + 200), "热水供水 DN50")
-    diagram.valve(3600, -500, True)
+    diagram.valves(3600)
     diagram.size((3820, 1700), "DN50", 90)
     diagram.size((3820, FLOORS["18F"] + 700), "DN40", 90)
     for storey in ("1F", "2F", "9F", "10F", "18F"):
-        y = FLOORS[storey] + 1000
-        diagram.pipe((3600, y), (1600, y))
-        diagram.valve(3150, y)
-        diagram.meter(2500, y)
-        diagram.size((2350, y + 280), "DN20")
-        diagram.text((1600, y - 330), "接户内 2路")
+        y = FLOORS[storey] + 750
+        diagram.pipe((3600, y), (3400, y))
+        diagram.pipe((3400, y), (3400, y + 450))
+        for way in (y, y + 450):
+            diagram.pipe((3400, way), (1600, way))
+            diagram.valve(3000, way)
+            diagram.meter(2400, way)
+        diagram.size((1900, y + 650), "DN20")
+        diagram.text((1600, y - 300), "接户内")
     diagram.top(3600, top)
     diagram.of("RH")
     diagram.riser(5400, BELOW - 500, top, "RHL-1", FLOORS["9F"] + 1300)
     diagram.pipe((3600, top), (5400, top))
     diagram.pipe((-500, BELOW - 500), (5400, BELOW - 500))
     diagram.text((-500, BELOW - 300), "热水回水 DN32")
-    diagram.valve(5400, -500, True)
+    diagram.valves(5400)
     diagram.size((5620, 1700), "DN32", 90)
 
 
 def drainage(pen):
     diagram = Diagram(pen).of("W")
-    diagram.storeys(8600, "排水系统图")
-    roof, served = FLOORS["屋面"], ("2F", "9F", "10F", "18F")
+    diagram.storeys(8600, "排水系统图", "其余 WL、TL、FL 与此相同")
+    roof, served = FLOORS["屋面"], ("1F", "2F", "9F", "10F", "18F")
     soil, vent, waste = 2300, 3900, 5500
-    diagram.riser(soil, BELOW, roof + 1000, "WL-2", FLOORS["2F"] + 700)
+    diagram.riser(soil, BELOW, roof + 1000, "WL-1", FLOORS["2F"] + 700)
     diagram.top(soil, roof + 1000)
     diagram.pipe((-500, BELOW), (soil, BELOW))
     diagram.text((-500, BELOW + 250), "dn160 i=0.010")
@@ -208,34 +227,37 @@ def drainage(pen):
         diagram.pipe((soil, y - 150), (soil - 150, y), (soil - 900, y))
         diagram.trap(soil - 900, y)
         diagram.size((soil - 550, y - 220), "dn110")
-    diagram.accesses(soil)
+    diagram.accesses(soil, -1)
     diagram.of("T")
-    diagram.riser(vent, -500, roof - 700, "TL-2", FLOORS["9F"] + 1300)
+    diagram.riser(vent, -500, roof - 700, "TL-1", FLOORS["9F"] + 1300)
     diagram.pipe((vent, -500), (soil, -900))
-    diagram.pipe((vent, roof - 700), (soil, roof - 350))
+    for stack in (soil, waste):
+        diagram.pipe((vent, roof - 700), (stack, roof - 350))
     diagram.size((vent - 220, 1700), "dn110", 90)
     for storey in ("2F", "10F", "18F"):
         y = FLOORS[storey] + 1150
-        diagram.pipe((soil, y - 200), (vent, y + 200))
+        for stack in (soil, waste):
+            diagram.pipe((stack, y - 200), (vent, y + 200))
     diagram.of("F")
-    diagram.riser(waste, BELOW - 600, roof + 1000, "FL-2", FLOORS["2F"] + 700)
+    diagram.riser(waste, BELOW - 600, roof + 1000, "FL-1", FLOORS["2F"] + 700)
     diagram.top(waste, roof + 1000)
     diagram.pipe((-500, BELOW - 600), (waste, BELOW - 600))
     diagram.text((-500, BELOW - 350), "dn110 i=0.012")
     diagram.size((waste - 220, 1700), "dn110", 90)
     for storey in served:
         y = FLOORS[storey] - 400
-        diagram.pipe((waste, y - 150), (waste + 150, y), (waste + 2200, y))
+        diagram.pipe((waste, y - 150), (waste + 150, y), (waste + 2600, y))
+        diagram.end_cleanout(waste + 2600, y)
         diagram.floor_drain(waste + 1100, y)
         diagram.trap(waste + 2200, y)
         diagram.size((waste + 700, y - 220), "dn75")
-        diagram.size((waste + 1750, y - 220), "dn50")
+        diagram.size((waste + 1850, y - 220), "dn50")
     diagram.accesses(waste)
 
 
 def rain(pen):
     diagram = Diagram(pen).of("Y")
-    diagram.storeys(3200, "雨水系统图")
+    diagram.storeys(3200, "雨水系统图", "YL-2 至 8 同")
     x, roof = 2000, FLOORS["屋面"]
     diagram.riser(x, BELOW, roof, "YL-1", FLOORS["2F"] + 700)
     diagram.pipe((-500, BELOW), (x, BELOW))
@@ -248,17 +270,17 @@ def rain(pen):
 
 def hydrants(pen):
     diagram = Diagram(pen).of("XH")
-    diagram.storeys(4600, "消火栓系统图")
+    diagram.storeys(4600, "消火栓系统图", "XHL-2 同")
     x, roof = 2000, FLOORS["屋面"]
     diagram.riser(x, BELOW, roof + 1100, "XHL-1", FLOORS["2F"] + 700)
     diagram.pipe((-500, BELOW), (4600, BELOW))
     diagram.text((-500, BELOW + 250), "接室外环管 DN150")
     # Both risers are joined at the foot and below the roof.
     diagram.pipe((x, roof - 300), (4600, roof - 300))
-    for y in (BELOW, roof - 300):
-        diagram.text((x + 350, y + 250), "DN100 接 XHL-2")
+    for y in (BELOW + 250, roof - 550):
+        diagram.text((x + 350, y), "DN100 接 XHL-2")
     diagram.size((600, BELOW - 280), "DN100")
-    diagram.valve(x, -500, True)
+    diagram.valves(x, FLOORS["18F"] + 2000)
     diagram.size((x - 220, 1700), "DN100", 90)
     for storey in ("1F", "2F", "9F", "10F", "18F", "屋面"):
         y = FLOORS[storey] + 1100
@@ -266,18 +288,17 @@ def hydrants(pen):
         diagram.hydrant(x + 900, y)
         diagram.size((x + 500, y + 220), "DN65")
     diagram.top(x, roof + 1100)
-    diagram.valve(x, FLOORS["18F"] + 2100, True)
     diagram.text((x + 1200, roof + 1100), "试验消火栓")
 
 
 def sprinklers(pen):
     diagram = Diagram(pen).of("ZP")
-    diagram.storeys(7000, "自动喷水灭火系统图")
+    diagram.storeys(7000, "自动喷水灭火系统图", "ZPL-2 同")
     x = 1800
     diagram.riser(x, BELOW, FLOORS["18F"] + 2300, "ZPL-1", FLOORS["2F"] + 700)
     diagram.pipe((-500, BELOW), (x, BELOW))
     diagram.text((-500, BELOW + 250), "接湿式报警阀组 DN100")
-    diagram.valve(x, -500, True)
+    diagram.valves(x)
     diagram.size((x - 220, 1300), "DN100", 90)
     diagram.top(x, FLOORS["18F"] + 2300)
     for storey in ("1F", "2F", "9F", "10F", "18F"):
@@ -285,12 +306,13 @@ def sprinklers(pen):
         diagram.pipe((x, y), (6300, y))
         diagram.valve(x + 450, y)
         diagram.flow_switch(x + 950, y)
-        for head in (3700, 4500, 5300):
+        for head in (3700, 4700, 5700):
             diagram.head(head, y)
-        diagram.size((3350, y + 260), "DN50")
+        diagram.size((3300, y + 260), "DN50")
+        diagram.size((4200, y + 260), "DN32")
         diagram.pipe((6300, y), (6300, y - 600))
         diagram.valve(6300, y - 750, True, 110)
-        diagram.size((4950, y + 260), "DN25")
+        diagram.size((5200, y + 260), "DN25")
     diagram.text((5650, FLOORS["18F"] + 950), "末端试水")
 
 
@@ -325,7 +347,7 @@ def signs(pen, diagram):
          ("J", diagram.meter, "水表"), ("J", lambda x, y: diagram.vent(x, y - 160), "自动排气阀"),
          ("ZP", lambda x, y: diagram.flow_switch(x, y - 200), "水流指示器"), ("ZP", pair(head_sign, diagram.head, 160), "喷头"),
          ("XH", lambda x, y: (pen.insert("给排-消火栓", "消火栓箱", (x - 400, y + 120)), diagram.hydrant(x + 350, y)), "消火栓"),
-         ("F", pair(drain_sign, diagram.floor_drain, -280), "地漏"), ("F", lambda x, y: cleanout_sign(diagram, x, y), "清扫口"),
+         ("F", pair(drain_sign, diagram.floor_drain, -280), "地漏"), ("F", pair(cleanout_sign, diagram.end_cleanout, 0), "清扫口"),
          ("F", lambda x, y: diagram.access(x - 70, y), "检查口")],
         [("F", lambda x, y: diagram.cap(x, y - 80), "通气帽"), ("Y", lambda x, y: diagram.roof_outlet(x, y - 120), "雨水斗"),
          ("F", lambda x, y: diagram.trap(x + 160, y - 230), "存水弯"),

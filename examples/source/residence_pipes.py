@@ -35,7 +35,9 @@ FLAT = [
     ("F", "dn75", [(6850, -850), (6520, -850)], FALL),
     ("F", "dn75", [(7700, -1250), (6920, -1250), (6520, -850)], FALL),
     ("T", "dn110", [(3830, 7600), (3830, 7820)]),
+    ("T", "dn110", [(3830, 7600), (3830, 7380)]),
     ("T", "dn110", [(230, 6150), (230, 6370)]),
+    ("T", "dn110", [(230, 6150), (230, 5930)]),
 ]
 # System, diameter, place; where the label's line bends, and the side its shelf goes to.
 RISERS = [
@@ -63,14 +65,14 @@ PLAN_TEXTS = [
 DETAIL_TEXTS = [
     ("J", DIAMETER, (6150, 6490), 0, "DN25"), ("RJ", DIAMETER, (6150, 6150), 0, "DN20"), ("J", DIAMETER, (4550, 6490), 0, "DN20"),
     ("RJ", DIAMETER, (4550, 6150), 0, "DN20"), ("J", DIAMETER, (3000, 6490), 0, "DN20"), ("RJ", DIAMETER, (3000, 6150), 0, "DN20"),
-    ("J", DIAMETER, (5885, 8450), 90, "DN15"), ("RJ", DIAMETER, (5690, 7500), 90, "DN15"), ("J", DIAMETER, (6050, 9180), 0, "DN15"),
+    ("J", DIAMETER, (5885, 8450), 90, "DN15"), ("RJ", DIAMETER, (5690, 7500), 90, "DN15"), ("J", DIAMETER, (5960, 9180), 0, "DN15"),
     ("J", DIAMETER, (5100, 7900), 90, "DN20"), ("RJ", DIAMETER, (4890, 8300), 90, "DN20"), ("J", DIAMETER, (3980, 8620), 0, "DN15"),
-    ("J", DIAMETER, (1000, 6480), 0, "DN15"), ("RJ", DIAMETER, (1250, 5730), 0, "DN15"),
+    ("J", DIAMETER, (640, 6480), 0, "DN15"), ("RJ", DIAMETER, (1250, 5730), 0, "DN15"),
     ("W", DIAMETER, (760, 6140), 0, "dn110"), ("F", DIAMETER, (1350, 5420), 0, "dn50"), ("F", DIAMETER, (4400, 8770), 90, "dn75"),
-    ("W", DIAMETER, (4200, 7990), 0, "dn110"), ("F", DIAMETER, (4090, 7050), 90, "dn50"), ("F", DIAMETER, (6480, 8870), 0, "dn75"),
+    ("W", DIAMETER, (4180, 7975), 0, "dn110"), ("F", DIAMETER, (4290, 6950), 90, "dn50"), ("F", DIAMETER, (6480, 8870), 0, "dn75"),
     ("F", DIAMETER, (410, 5300), 90, "dn75"),
 ]
-DETAIL_SLOPES = [("F", (4680, 8800), 270), ("F", (1350, 5270), 180), ("W", (800, 5980), 180), ("F", (6480, 8700), 0)]
+DETAIL_SLOPES = [("F", (4680, 9090), 270), ("F", (1350, 5270), 180), ("W", (800, 5980), 180), ("F", (6480, 8700), 0)]
 # The stairwell; x from the west end of the unit.
 CORE = [
     ("J", "DN50", [(12730, 7850), (12730, 7650)]),
@@ -99,6 +101,8 @@ CORE_FITTINGS = [
 ]
 # After the signal valve: where they are on the pipe, and the way to the sign.
 FLOW_SWITCHES = [("ZP", (12600, 6640), (-1, 0))]
+# Where each riser has a valve: below the ground floor, and one more below the roof.
+RISER_VALVES = {"J": ("foot",), "RJ": ("foot",), "RH": ("foot",), "XH": ("foot", "roof"), "ZP": ("foot",)}
 # What stands at the top of each riser, and on which storeys it has an opening for inspection.
 AIR_VALVE, VENT_CAP, ROOF_OUTLET = "自动排气阀", "通气帽", "雨水斗"
 TOPS = {"J": AIR_VALVE, "RJ": AIR_VALVE, "XH": AIR_VALVE, "ZP": AIR_VALVE, "W": VENT_CAP, "F": VENT_CAP, "Y": ROOF_OUTLET}
@@ -107,7 +111,7 @@ ACCESS = {"W": (1, 6, 12, 18), "F": (1, 6, 12, 18), "Y": (1,)}
 CORE_TEXTS = [("J", DIAMETER, (10500, 6570), 0, "DN25"), ("RJ", DIAMETER, (11500, 6070), 0, "DN20"),
               ("ZP", DIAMETER, (11600, 5670), 0, "DN32"), ("ZP", DIAMETER, (9700, 5680), 0, "DN25")]
 CORE_DETAIL = [("J", DIAMETER, (11100, 6490), 0, "DN25"), ("RJ", DIAMETER, (10700, 6160), 0, "DN20"),
-               ("ZP", DIAMETER, (12200, 5940), 0, "DN32"), ("ZP", DIAMETER, (9050, 5940), 0, "DN25"),
+               ("ZP", DIAMETER, (12200, 5940), 0, "DN32"), ("ZP", DIAMETER, (10260, 5940), 0, "DN25"),
                ("ZP", DIAMETER, (12510, 6050), 90, "DN50")]
 
 

@@ -20,7 +20,7 @@ OF_PLAN = ["给排-%s-管径文字" % name for name in ("生活给水", "热水�
 NOTES = ["设计说明", "1. 本图尺寸以毫米计，标高以米计；±0.000 为首层室内地面。",
          "2. 给水管、热水管为公称直径 DN；排水塑料管为外径 dn。", "3. 生活给水采用 PPR 管，热水采用薄壁不锈钢管，吊顶内敷设；",
          "    热水管保温厚 30；排水采用 UPVC 管，立管设伸缩节。", "4. 污水、废水横支管坡度 i=0.026；地漏水封不小于 50。",
-         "5. 消火栓栓口距地 1.10，箱内配 DN65 栓、25m 水带；两立管在底部和屋面下连成环。", "6. 喷头为直立型 K80，68℃；每层设水流指示器、信号阀与试水阀。",
+         "5. 消火栓栓口距地 1.10，箱内配 DN65 栓、25m 水带；两立管在底部和屋面下连成环。", "6. 喷头为下垂型 K80，68℃；每层设水流指示器、信号阀与试水阀。",
          "7. 1F–9F 由 JL-1、JL-3 市政管网直接供水，10F–18F 由 JL-2、JL-4 加压供水；",
          "    本图按 1F–9F 绘制，10F–18F 由 JL-2、JL-4 接出，其余相同。",
          "8. 加压给水、热水、喷淋引自地下室泵房、热水机房、报警阀间，消火栓接小区消防环网，不在本套图内。",
@@ -55,30 +55,32 @@ def materials():
             ("闸阀（冷水）", "DN25", "个", core("J", VALVE)), ("闸阀（热水）", "DN20", "个", core("RJ", VALVE)),
             ("截止阀（冷水）", "DN25", "个", flat("J", STOP)), ("截止阀（热水）", "DN20", "个", flat("RJ", STOP)),
             ("坐便器", "节水型 3/6L", "套", fixture("坐便器")), ("洗脸盆", "台上盆", "套", fixture("洗脸盆")),
-            ("洗涤盆", "双槽不锈钢", "套", fixture("洗涤盆")), ("直通式地漏", "dn75 水封 50", "个", flat("F", DRAIN)),
+            ("洗涤盆", "双槽不锈钢", "套", fixture("洗涤盆")), ("带水封地漏", "dn75 水封 50", "个", flat("F", DRAIN)),
             ("淋浴器", "混合式", "套", fixture("淋浴器")), ("清扫口", "dn50", "个", flat("F", CLEANOUT)),
             ("立管检查口", "dn75–dn110", "个", access), ("通气帽", "dn75–dn110", "个", top(residence_pipes.VENT_CAP)),
             ("雨水斗", "87型 dn110", "个", top(residence_pipes.ROOF_OUTLET)),
             ("自动排气阀", "DN20", "个", top(residence_pipes.AIR_VALVE)),
+            ("闸阀（立管）", "DN32–DN100", "个", on_risers(lambda system: len(residence_pipes.RISER_VALVES.get(system, [])))),
             # One more on the roof, for tests.
             ("室内消火栓", "SN65 单栓", "套", STOREYS * UNITS + 1),
             ("信号闸阀（喷淋）", "DN50", "个", core("ZP", VALVE)),
             ("水流指示器", "DN50", "个", STOREYS * UNITS * len(residence_pipes.FLOW_SWITCHES)),
-            ("试水阀（喷淋）", "DN25", "个", core("ZP", STOP)), ("喷头", "K80 直立型", "个", core("ZP", HEAD))]
+            ("试水阀（喷淋）", "DN25", "个", core("ZP", STOP)), ("喷头", "K80 下垂型", "个", core("ZP", HEAD))]
     return [("序号", "名称", "规格", "单位", "数量")] + [(str(i + 1), *row[:3], str(row[3])) for i, row in enumerate(rows)]
 
 
 def add_detail_marks(pen):
     """Around the enlarged part in the plan: a broken line and the sign that tells the sheet; within: dimensions, heights."""
     pen.box("给排-虚线", -350, 4450, 7750, 9950)
-    # Clear of the axes 1, 2 and F.
-    x, y = 800, 10900
-    pen.lines("公用-索引符号", (x, 9950), (x, y - 450))
-    pen.circle("公用-索引符号", (x, y), 450)
-    pen.lines("公用-索引符号", (x - 450, y), (3450, y))
-    for text, up in (("1", 225), ("04", -225)):
-        pen.text("公用-索引符号", (x, y + up), text, 300, "CM")
-    pen.text("公用-索引符号", (x + 550, y + 70), "卫生间、厨房大样", 300)
+    # Clear of the axes; the second one has no room for its name.
+    for number, text, x, y, foot in (("1", "卫生间、厨房大样", 800, 10900, 9950), ("2", "", 10900, 10650, 9200)):
+        pen.lines("公用-索引符号", (x, foot), (x, y - 450))
+        pen.circle("公用-索引符号", (x, y), 450)
+        pen.lines("公用-索引符号", (x - 450, y), (x + (2650 if text else 450), y))
+        for sign, up in ((number, 225), ("04", -225)):
+            pen.text("公用-索引符号", (x, y + up), sign, 300, "CM")
+        if text:
+            pen.text("公用-索引符号", (x + 550, y + 70), text, 300)
     dimensions = Dimensions(pen, "公用-标注", "给排-50", 50)
     dimensions.chain([0, 3600, 5400, 7500], 9750, 10650)
 
@@ -132,9 +134,9 @@ def caption(pen, at, title, scale):
 def add_first(drawing):
     pen = Pen(drawing, space=PAPER)
     view(pen, 1, (-40, -30), (674, 480), 1, (297, 210))
-    frame(pen, "标准层给排水平面图", "水施-03", "1:100")
+    frame(pen, "标准层给排水平面图", "水施-03", "见图")
     view(pen, 2, (38, 188), (532, 220), 100, (UNIT, 4950), OF_DETAIL)
-    caption(pen, (300, 178), "标准层给排水平面图", "1:100")
+    caption(pen, (300, 178), "1F–18F 标准层给排水平面图", "1:100")
     view(pen, 3, (30, 46), (136, 106), 500, (SITE[0] + 23500, SITE[1] + 9000))
     caption(pen, (92, 28), "室外给排水总平面图", "1:500")
     view(pen, 4, (192, 48), (170, 114), 100, (LEGEND[0] + 8100, LEGEND[1] - 4100))
@@ -145,15 +147,15 @@ def add_first(drawing):
 def add_second(drawing):
     pen = Pen(drawing, space=SECOND)
     view(pen, 1, (-40, -30), (674, 480), 1, (297, 210))
-    frame(pen, "给排水系统图、卫生间大样图", "水施-04", "1:50")
+    frame(pen, "给排水系统图、卫生间大样图", "水施-04", "见图")
     view(pen, 2, (30, 206), (550, 200), 100, (DIAGRAMS[0] + 25200, DIAGRAMS[1] + 6400))
     view(pen, 3, (32, 64), (170, 128), 50, (3700, 7750), OF_PLAN + ["建筑-房间名"])
     for row, text in enumerate(HEIGHTS):
         pen.text("公用-文字", (32, 32 - row * 7), text, 3.5, "LB")
     caption(pen, (110, 46), "1  户型卫生间、厨房大样图", "1:50")
     view(pen, 4, (222, 52), (136, 140), 50, (10500, 8000), OF_PLAN + ["公用-标注"])
-    caption(pen, (285, 30), "合用前室、水井大样图", "1:50")
-    x, y, high, columns = 384, 193, 5.6, (0, 14, 70, 122, 146, 186)
+    caption(pen, (285, 30), "2  合用前室、水井大样图", "1:50")
+    x, y, high, columns = 384, 193, 5.4, (0, 14, 70, 122, 146, 186)
     pen.text("公用-表格", (x + 93, y + 4), "主要设备材料表", 5, "CB", style=TABLE_STYLE)
     rows = materials()
     for row in range(len(rows) + 1):

@@ -33,11 +33,15 @@ OUTLETS = {
 OUTLET_TEXTS = [((0, 3), "W", (-750, 12300), 90, "dn160"), ((0, 3), "F", (5250, 12300), 90, "dn110"),
                 ((1, 2), "Y", (1700, 17000), 90, "dn160"), ((0, 3), "F", (9400, -2500), 0, "dn110"),
                 ((0,), "Y", (4500, -5300), 90, "dn160")]
-MAIN_TEXTS = [("W", (49300, 15850), 0, "dn300"), ("W", (49000, 13500), 0, "i=0.005"), ("Y", (52400, 20600), 0, "d400 i=0.003"),
+MAIN_TEXTS = [("W", (49300, 16000), 0, "dn300"), ("W", (49000, 13500), 0, "i=0.005"), ("Y", (53000, 20700), 0, "d400 i=0.003"),
               ("F", (21000, -3300), 0, "dn200 i=0.005"), ("F", (EAST - 1300, 5000), 90, "dn200 i=0.005"),
               ("Y", (21000, -6300), 0, "d400 i=0.003"), ("J", (4500, 23050), 0, "DN150"), ("XH", (4500, 25150), 0, "DN150"),
-              ("J", (11750, 12200), 90, "DN100"), ("XH", (10560, 17050), 90, "DN100")]
-PLACE_TEXTS = [("化粪池", (53500, 12300)), ("接市政污水", (54200, 10500)), ("接市政雨水", (54000, 18100)), ("接市政给水", (54000, 23050)),
+              ("J", (11750, 12200), 90, "DN100"), ("XH", (10560, 16950), 90, "DN100", 1000)]
+# Inverts: drain, x of the well, where the text stands beside it.
+LEVELS = [("sewage", 0, -800, 250, "RM"), ("sewage", EAST, 700, -3200, "LM"), ("roof", 2500, -800, 0, "RM"),
+          ("roof", EAST, 700, -1000, "LM"), ("waste", EAST, 700, 450, "LB"), ("balconies", 5320, -1500, -1300, "RM"),
+          ("balconies", EAST, 2000, -1450, "LM")]
+PLACE_TEXTS = [("井旁数字为管内底标高（m），±0.000 为首层室内地面", (21000, -10400)), ("化粪池", (53500, 12300)), ("接市政污水", (54200, 10500)), ("接市政雨水", (54300, 17900)), ("接市政给水", (54000, 23050)),
                ("接小区消防环网", (53600, 25150)), ("接市政雨水", (54000, -8900))]
 # Along the road: system, y, height, where pipes branch off to the stairwells, and how far those lead. Fire water passes below
 # the water that is drunk, and above the drains.
@@ -79,8 +83,15 @@ class Site:
                          "right below": (700, -350, "LT"), "left below": (-700, -350, "RT")}[place]
         self.pen.text("给排-井标注", (at[0] + dx, at[1] + dy), text, TEXT, align, style=WELL_STYLE)
 
-    def size(self, system, at, text, rotation=0):
-        self.pen.text(STANDARD.layer(system, "管径文字"), at, text, TEXT, "CM", rotation, PIPE_STYLE)
+    def size(self, system, at, rotation, text, height=TEXT):
+        self.pen.text(STANDARD.layer(system, "管径文字"), at, text, height, "CM", rotation, PIPE_STYLE)
+
+    def level(self, drain, x, dx, dy, align):
+        """The invert of a drain at a well, in metres."""
+        system, y, size, slope, *_ = drain
+        ends = [end[2] - float(size.lstrip("dn")) / 2 for pipe in self.pipes if pipe[0] == system and pipe[1] == size
+                for end in pipe[2:4] if end[:2] == (x, y)]
+        self.pen.text("给排-井标注", (x + dx, y + dy), "%.2f" % (min(ends) / 1000), TEXT, align, style=WELL_STYLE)
 
 
 def add_site(pen):
@@ -101,9 +112,11 @@ def add_site(pen):
     site.finish()
     for some, system, at, rotation, text in OUTLET_TEXTS:
         for x, mirrored in [flats()[flat] for flat in some]:
-            site.size(system, pen.frame(x, 0, mirrored).at(at), text, rotation)
-    for system, at, rotation, text in MAIN_TEXTS:
-        site.size(system, at, text, rotation)
+            site.size(system, pen.frame(x, 0, mirrored).at(at), rotation, text)
+    for row in MAIN_TEXTS:
+        site.size(*row)
+    for drain, x, dx, dy, align in LEVELS:
+        site.level(DRAINS[drain], x, dx, dy, align)
     for text, at in PLACE_TEXTS:
         pen.text("给排-井标注", at, text, TEXT, "CM", style=WELL_STYLE)
 
@@ -167,7 +180,7 @@ def add_ground(pen):
             dx, dy = ((900, 0), (450, 780), (-450, 780))[angle]
             pen.lines("总图-树", (x - dx, y - dy), (x + dx, y + dy))
     # The north arrow.
-    pen.circle("公用-符号", (-5500, 14000), 1800)
-    pen.path("公用-符号", [(-6000, 12300), (-5500, 15800), (-5000, 12300)], True)
-    pen.hatch("公用-符号", "SOLID", [], [(-5500, 12700), (-5500, 15800), (-5000, 12300)])
-    pen.text("公用-符号", (-5500, 16300), "北", TEXT, "CB")
+    pen.circle("公用-符号", (-6500, 14000), 1800)
+    pen.path("公用-符号", [(-7000, 12300), (-6500, 15800), (-6000, 12300)], True)
+    pen.hatch("公用-符号", "SOLID", [], [(-6500, 12700), (-6500, 15800), (-6000, 12300)])
+    pen.text("公用-符号", (-6500, 16300), "北", TEXT, "CB")
