@@ -14,10 +14,11 @@ import tempfile
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
-# The console's options, and the files that change. A drawing without the module and with it; the standard and its
-# tables read, the standard written; settings written, read and written again.
+# The console's options, and the files that change. A drawing without the module, one that two threads read, one with the
+# module; the standard and its tables read, the standard written; settings written, read and written again.
 RUNS = {
     "plain": (["--no-module", "-o", "out.dxf", "-e", "-LAYER", "-e", "N", "-e", "new", "-e", "", "site.dxf"], ["out.dxf"]),
+    "large": (["--no-module", "--in-place", "-e", "-LAYER", "-e", "N", "-e", "new", "-e", "", "large.dxf"], ["large.dxf"]),
     "drawing": (["--in-place", "--backup", "2", "-e", "UnFrozenAllLayer", "-e", "gxgd", "-e", "", "site.dxf"],
                 ["site.dxf", "site.dxf.bak"]),
     "standard": (["-e", "gxsz", "-e", "中水给水", "-e", "系统属性...", "-e", "室内管材", "-e", "管线宽度=0.36", "-e", "OK",
@@ -25,6 +26,8 @@ RUNS = {
     "settings": (["-e", "dcsz", "-e", "导出到指定文件夹", "-e", "OK", "-e", "my", "-e", "drsz", "-e", "2", "-e", "my"],
                  ["set.ini", "my/setting.ini", "my/pwx.qdsl", "my/pipe.dbf"]),
 }
+LARGE = ("0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n70\n1\n0\nLAYER\n2\n0\n70\n0\n62\n7\n6\nCONTINUOUS\n0\nENDTAB\n0\nENDSEC\n"
+         "0\nSECTION\n2\nENTITIES\n" + "0\nLINE\n8\n0\n10\n1.0\n20\n1.0\n11\n2.0\n21\n3.0\n" * 40000 + "0\nENDSEC\n0\nEOF\n")
 CODES = (0, 1, 3, 4)
 SETTINGS = "set.ini"
 
@@ -100,6 +103,8 @@ def check(name, console, library, system, options):
         (folder / "my").mkdir(parents=True)
         shutil.copytree(system, folder / "sys")
         shutil.copy(ROOT / "examples/site.dxf", folder)
+        if name == "large":
+            (folder / "large.dxf").write_text(LARGE, encoding="ascii")
         before = contents(folder)
         program = Program(console, library, folder, words)
         code, made, messages = program.run(0)
