@@ -42,7 +42,7 @@ LEVELS = [("sewage", 0, -800, 250, "RM"), ("sewage", EAST, 700, -3200, "LM"), ("
           ("roof", EAST, 700, -1000, "LM"), ("waste", EAST, 700, 450, "LB"), ("balconies", 5320, -1500, -1300, "RM"),
           ("balconies", EAST, 2000, -1450, "LM")]
 PLACE_TEXTS = [("井旁数字为管内底标高（m），±0.000 为首层室内地面", (21000, -10400)), ("化粪池", (53500, 12300)), ("接市政污水", (54200, 10500)), ("接市政雨水", (54300, 17900)), ("接市政给水", (54000, 23050)),
-               ("接小区消防环网", (53600, 25150)), ("接市政雨水", (54000, -8900))]
+               ("接小区消防环网", (53950, 25150)), ("接市政雨水", (54000, -8900))]
 # Along the road: system, y, height, where pipes branch off to the stairwells, and how far those lead. Fire water passes below
 # the water that is drunk, and above the drains.
 PRESSURE = [("J", 22000, -900, [12680, UNIT + 12680], 9200), ("XH", 24100, -1250, [9330, UNIT + 9330], 11900)]
