@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-#if defined(__SSE2__) || defined(_M_X64)
+#if !defined(QRS_WITHOUT_SSE2) && (defined(__SSE2__) || defined(_M_X64))
 #include <emmintrin.h>
 #define QRS_DXF_SSE2 1
 #endif
