@@ -45,7 +45,7 @@ FONTS = """<?xml version="1.0"?>
 RESIDENCE = "examples/residence.dxf"
 SHEET = "水施-04 系统与大样"
 DETAIL = (28, 57, 206, 198)
-DIAGRAMS = (38, 205, 340, 404)
+DIAGRAMS = (38, 205, 352, 404)
 GREY = "examples/scripts/architecture-on-one-layer.scr"
 # Of the pages of tasks: by name the lines that building.dxf is drawn after, and whether what they changed is shown.
 TASKS = {
