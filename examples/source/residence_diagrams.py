@@ -214,7 +214,7 @@ def hot_water(pen):
 
 def drainage(pen):
     diagram = Diagram(pen).of("W")
-    diagram.storeys(8600, "排水系统图", "其余 WL、TL、FL 同，厨房、阳台 FL 为 dn75")
+    diagram.storeys(8600, "排水系统图", "其余同；厨房、阳台 FL 为 dn75")
     roof, served = FLOORS["屋面"], ("1F", "2F", "9F", "10F", "18F")
     soil, vent, waste = 2300, 3900, 5500
     diagram.riser(soil, BELOW, roof + 1000, "WL-1", FLOORS["2F"] + 700)
