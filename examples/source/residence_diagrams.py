@@ -63,8 +63,10 @@ class Diagram:
                 self.access(x, y + 1000, side)
 
     def valves(self, x, *below_roof):
-        """Of a riser, where its system's have them."""
-        for place, y in zip(residence_pipes.RISER_VALVES[self.system], (-500, *below_roof)):
+        """Of a riser, as many as its system's have."""
+        heights = (-500, *below_roof)
+        assert len(heights) == residence_pipes.RISER_VALVES[self.system]
+        for y in heights:
             self.valve(x, y, True)
 
     # --- signs

@@ -101,8 +101,8 @@ CORE_FITTINGS = [
 ]
 # After the signal valve: where they are on the pipe, and the way to the sign.
 FLOW_SWITCHES = [("ZP", (12600, 6640), (-1, 0))]
-# Where each riser has a valve: below the ground floor, and one more below the roof.
-RISER_VALVES = {"J": ("foot",), "RJ": ("foot",), "RH": ("foot",), "XH": ("foot", "roof"), "ZP": ("foot",)}
+# How many valves each riser has: one below the ground floor, and perhaps one below the roof.
+RISER_VALVES = {"J": 1, "RJ": 1, "RH": 1, "XH": 2, "ZP": 1}
 # What stands at the top of each riser, and on which storeys it has an opening for inspection.
 AIR_VALVE, VENT_CAP, ROOF_OUTLET = "自动排气阀", "通气帽", "雨水斗"
 TOPS = {"J": AIR_VALVE, "RJ": AIR_VALVE, "XH": AIR_VALVE, "ZP": AIR_VALVE, "W": VENT_CAP, "F": VENT_CAP, "Y": ROOF_OUTLET}

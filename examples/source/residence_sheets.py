@@ -60,7 +60,7 @@ def materials():
             ("立管检查口", "dn75–dn110", "个", access), ("通气帽", "dn75–dn110", "个", top(residence_pipes.VENT_CAP)),
             ("雨水斗", "87型 dn110", "个", top(residence_pipes.ROOF_OUTLET)),
             ("自动排气阀", "DN20", "个", top(residence_pipes.AIR_VALVE)),
-            ("闸阀（立管）", "DN32–DN100", "个", on_risers(lambda system: len(residence_pipes.RISER_VALVES.get(system, [])))),
+            ("闸阀（立管）", "DN32–DN100", "个", on_risers(lambda system: residence_pipes.RISER_VALVES.get(system, 0))),
             # One more on the roof, for tests.
             ("室内消火栓", "SN65 单栓", "套", STOREYS * UNITS + 1),
             ("信号闸阀（喷淋）", "DN50", "个", core("ZP", VALVE)),
