@@ -29,20 +29,23 @@ OUTLETS = {
     ("F", (6520, -850)): ("dn110", 0.012, -1000, "waste", [(7120, -1450), (7120, -4500)]),
     ("Y", (6520, -1120)): ("dn160", 0.010, -1000, "balconies", [(5320, -2320), (5320, -7500)]),
 }
-# Diameters of outlets, of some flats only; the others are alike. Flats, system, middle, rotation, text.
-OUTLET_TEXTS = [((0, 3), "W", (-750, 12300), 90, "dn160"), ((0, 3), "F", (5250, 12300), 90, "dn110"),
-                ((1, 2), "Y", (1700, 17000), 90, "dn160"), ((0, 3), "F", (9400, -2500), 0, "dn110"),
-                ((0,), "Y", (4500, -5300), 90, "dn160")]
-MAIN_TEXTS = [("W", (49300, 16000), 0, "dn300"), ("W", (49000, 13500), 0, "i=0.005"), ("Y", (53000, 20700), 0, "d400 i=0.003"),
-              ("F", (21000, -3300), 0, "dn200 i=0.005"), ("F", (EAST - 1300, 5000), 90, "dn200 i=0.005"),
-              ("Y", (21000, -6300), 0, "d400 i=0.003"), ("J", (4500, 23050), 0, "DN150"), ("XH", (4500, 25150), 0, "DN150"),
-              ("J", (11750, 12200), 90, "DN100"), ("XH", (10560, 16950), 90, "DN100", 1000)]
+# Where the diameters of outlets stand, in some flats only; the others are alike. Flats, outlet, middle, rotation.
+OUTLET_TEXTS = [((0, 3), ("W", (230, 6370)), (-750, 12300), 90), ((0, 3), ("F", (3830, 7380)), (5250, 12300), 90),
+                ((1, 2), ("Y", (3600, 9830)), (1700, 17000), 90), ((0, 3), ("F", (6520, -850)), (9400, -2500), 0),
+                ((0,), ("Y", (6520, -1120)), (4500, -5300), 90)]
+# And of drains, with their slopes where there is room in one line: drain, what is told, middle, rotation.
+DRAIN_TEXTS = [("sewage", "{size}", (49300, 16000), 0), ("sewage", "{fall}", (49000, 13500), 0),
+               ("roof", "{size} {fall}", (53000, 20700), 0), ("waste", "{size} {fall}", (21000, -3300), 0),
+               ("waste", "{size} {fall}", (EAST - 1300, 5000), 90), ("balconies", "{size} {fall}", (21000, -6300), 0)]
+# System, middle, rotation, text, height.
+PRESSURE_TEXTS = [("J", (4500, 23050), 0, "DN150", TEXT), ("XH", (4500, 25150), 0, "DN150", TEXT),
+                  ("J", (11750, 12200), 90, "DN100", TEXT), ("XH", (10560, 16950), 90, "DN100", 1000)]
 # Inverts: drain, x of the well, where the text stands beside it.
 LEVELS = [("sewage", 0, -800, 250, "RM"), ("sewage", EAST, 700, -3200, "LM"), ("roof", 2500, -800, 0, "RM"),
           ("roof", EAST, 700, -1000, "LM"), ("waste", EAST, 700, 450, "LB"), ("balconies", 5320, -1500, -1300, "RM"),
           ("balconies", EAST, 2000, -1450, "LM")]
-PLACE_TEXTS = [("井旁数字为管内底标高（m），±0.000 为首层室内地面", (21000, -10400)), ("化粪池", (53500, 12300)), ("接市政污水", (54200, 10500)), ("接市政雨水", (54300, 17900)), ("接市政给水", (54000, 23050)),
-               ("接小区消防环网", (53950, 25150)), ("接市政雨水", (54000, -8900))]
+PLACE_TEXTS = [("井旁数字为管内底标高（m），±0.000 为首层室内地面", (21000, -10400)), ("化粪池", (53500, 12300)), ("接市政污水", (54200, 10500)),
+               ("接市政雨水", (54300, 17900)), ("接市政给水", (54000, 23050)), ("接小区消防环网", (53950, 25150)), ("接市政雨水", (54000, -8900))]
 # Along the road: system, y, height, where pipes branch off to the stairwells, and how far those lead. Fire water passes below
 # the water that is drunk, and above the drains.
 PRESSURE = [("J", 22000, -900, [12680, UNIT + 12680], 9200), ("XH", 24100, -1250, [9330, UNIT + 9330], 11900)]
@@ -64,6 +67,10 @@ class Site:
             self.pipes.append((system, size, (*start, height), (*end, low), slope, material))
             height = low
         return height
+
+    def drain(self, name, points, height):
+        system, _, size, slope, *_ = DRAINS[name]
+        return self.run(system, size, points, height, slope)
 
     def finish(self):
         for at, (system, name, kind) in self.nodes.items():
@@ -101,24 +108,31 @@ def add_site(pen):
     ends = add_drains(site, wells)
     # The waste of the balconies meets the sewage before the septic tank.
     corner, last, tank = (EAST, DRAINS["waste"][1]), (EAST, DRAINS["sewage"][1]), (53500, DRAINS["sewage"][1])
-    site.run("F", "dn200", [corner, last], ends["waste"], 0.005)
+    site.drain("waste", [corner, last], ends["waste"])
     site.node("W", "化粪池", tank, 2)
-    low = site.run("W", "dn300", [last, tank], ends["sewage"], 0.005)
-    site.run("W", "dn300", [tank, (CITY, tank[1])], round(low - 50, 1), 0.005)
+    low = site.drain("sewage", [last, tank], ends["sewage"])
+    site.drain("sewage", [tank, (CITY, tank[1])], round(low - 50, 1))
     for drain in ("roof", "balconies"):
-        system, y, size, slope, *_ = DRAINS[drain]
-        site.run(system, size, [(EAST, y), (CITY, y)], ends[drain], slope)
+        y = DRAINS[drain][1]
+        site.drain(drain, [(EAST, y), (CITY, y)], ends[drain])
     add_mains(site)
     site.finish()
-    for some, system, at, rotation, text in OUTLET_TEXTS:
+    add_texts(site)
+
+
+def add_texts(site):
+    for some, outlet, at, rotation in OUTLET_TEXTS:
         for x, mirrored in [flats()[flat] for flat in some]:
-            site.size(system, pen.frame(x, 0, mirrored).at(at), rotation, text)
-    for row in MAIN_TEXTS:
+            site.size(outlet[0], site.pen.frame(x, 0, mirrored).at(at), rotation, OUTLETS[outlet][0])
+    for drain, text, at, rotation in DRAIN_TEXTS:
+        system, _, size, slope, *_ = DRAINS[drain]
+        site.size(system, at, rotation, text.format(size=size, fall="i=%.3f" % slope))
+    for row in PRESSURE_TEXTS:
         site.size(*row)
     for drain, x, dx, dy, align in LEVELS:
         site.level(DRAINS[drain], x, dx, dy, align)
     for text, at in PLACE_TEXTS:
-        pen.text("给排-井标注", at, text, TEXT, "CM", style=WELL_STYLE)
+        site.pen.text("给排-井标注", at, text, TEXT, "CM", style=WELL_STYLE)
 
 
 def add_outlets(site):
@@ -139,14 +153,14 @@ def add_outlets(site):
 def add_drains(site, wells):
     """Wells in a row from west to east; the height at which each drain ends."""
     ends, numbers = {}, {}
-    for drain, (system, y, size, slope, height, places) in DRAINS.items():
+    for drain, (system, y, _, _, height, places) in DRAINS.items():
         row = sorted(wells[drain]) + [(EAST, y)]
         for number, at in enumerate(row):
             numbers[system] = numbers.get(system, 0) + 1
             name = "%s%d" % (system, numbers[system])
             site.node(system, name, at)
             site.name(at, name, places[number % len(places)])
-        ends[drain] = site.run(system, size, row, height, slope)
+        ends[drain] = site.drain(drain, row, height)
     return ends
 
 
